@@ -1,0 +1,45 @@
+# What every target is compiled with.
+add_library(zenlot_build_flags INTERFACE)
+target_compile_features(zenlot_build_flags INTERFACE cxx_std_20)
+target_compile_options(
+    zenlot_build_flags
+    INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Wold-style-cast
+)
+target_compile_definitions(
+    zenlot_build_flags
+    INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS
+              QT_NO_CAST_FROM_BYTEARRAY ZENLOT_VERSION="${PROJECT_VERSION}"
+)
+if(ZENLOT_SANITIZE)
+    target_compile_options(
+        zenlot_build_flags INTERFACE -fsanitize=${ZENLOT_SANITIZE} -fno-omit-frame-pointer
+                                     -fno-sanitize-recover=all
+    )
+    target_link_options(zenlot_build_flags INTERFACE -fsanitize=${ZENLOT_SANITIZE})
+endif()
+set(CMAKE_CXX_EXTENSIONS OFF)
+
+# zenlot_room(<folder below src> [SOURCES <file>...] [LINKS <target>...] [PRIVATE_LINKS <target>...])
+#
+# One static library per room, named after its folder: inventory/linux is zenlot_inventory_linux. A
+# room without sources holds interfaces only.
+# What a room links is also what it may include; tests/architecture holds the plan of the house and
+# compares it with what is recorded here.
+function(zenlot_room folder)
+    cmake_parse_arguments(ROOM "" "" "SOURCES;LINKS;PRIVATE_LINKS" ${ARGN})
+    string(REPLACE "/" "_" target "zenlot_${folder}")
+    if(ROOM_SOURCES)
+        add_library(${target} STATIC ${ROOM_SOURCES})
+        target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+        target_link_libraries(
+            ${target} PUBLIC zenlot_build_flags ${ROOM_LINKS} PRIVATE ${ROOM_PRIVATE_LINKS}
+        )
+    else()
+        add_library(${target} INTERFACE)
+        target_include_directories(${target} INTERFACE ${PROJECT_SOURCE_DIR}/src)
+        target_link_libraries(${target} INTERFACE zenlot_build_flags ${ROOM_LINKS})
+    endif()
+    list(JOIN ROOM_LINKS " " public)
+    list(JOIN ROOM_PRIVATE_LINKS " " private)
+    set_property(GLOBAL APPEND PROPERTY ZENLOT_ROOMS "${folder}: ${public} ${private}")
+endfunction()

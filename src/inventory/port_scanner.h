@@ -1,0 +1,59 @@
+// Finds every TCP port that is listened on, and its owner where the kernel lets us see it.
+//
+// Two sources are combined: the kernel's table of TCP sockets, which knows every socket but no
+// process, and a walk over the processes and their descriptors, which knows the owners but only of
+// processes that the current user may inspect. When both are silent, ports are probed by binding.
+//
+// A scan never fails; what can't be read is missing from its result. It holds no state, may run
+// several times at once, and takes from milliseconds to a tenth of a second: keep it off the
+// thread that draws.
+//
+//     PortScanner scanner(tables);
+//     std::vector<OccupiedPort> ports = scanner.listOccupiedPorts();
+#pragma once
+
+#include "inventory/bind_probe.h"
+#include "inventory/occupied_port.h"
+#include "inventory/process_tables.h"
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <vector>
+
+namespace zenlot {
+
+class PortScanner {
+  public:
+    // `tables` must outlive the scanner. `workers` bounds the threads of one walk or probe; 0
+    // stands for one per processor.
+    explicit PortScanner(const ProcessTables& tables, BindProbe bindProbe = isPortInUse,
+                         unsigned workers = 0);
+
+    // Every listening port, in ascending order.
+    std::vector<OccupiedPort> listOccupiedPorts() const;
+
+    // The same for one port, or for all when there is no filter. A filter outside 1 to 65535
+    // finds nothing.
+    std::vector<OccupiedPort> scanListeningSockets(std::optional<std::int64_t> portFilter) const;
+
+    // The kernel's table alone: one record without an owner for each port, in ascending order.
+    static std::vector<OccupiedPort> readTcpPcbList(const ProcessSnapshot& snapshot,
+                                                    std::optional<std::int64_t> portFilter);
+
+    // The processes to walk: all but the kernel (0) and the init process (1).
+    static std::vector<ProcessId> listAllPids(const ProcessSnapshot& snapshot);
+
+    // Records without an owner for the ports that can't be bound, in ascending order.
+    std::vector<OccupiedPort> probePortsByBinding(std::optional<std::int64_t> portFilter) const;
+
+  private:
+    std::map<std::int64_t, OccupiedPort> walkProcesses(const ProcessSnapshot& snapshot,
+                                                       std::optional<std::int64_t> portFilter) const;
+
+    const ProcessTables& tables_;
+    BindProbe bindProbe_;
+    unsigned workers_;
+};
+
+} // namespace zenlot
