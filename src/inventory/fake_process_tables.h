@@ -83,9 +83,9 @@ class FakeProcessTables final : public ProcessTables {
         bool matches(std::uint16_t port) const { return !port_ || *port_ == port; }
 
         const FakeProcess* find(ProcessId pid) const {
-            const auto found = std::find_if(
-                tables_.processes.begin(), tables_.processes.end(),
-                [pid](const FakeProcess& process) { return process.pid == pid; });
+            const auto found =
+                std::find_if(tables_.processes.begin(), tables_.processes.end(),
+                             [pid](const FakeProcess& process) { return process.pid == pid; });
             return found == tables_.processes.end() ? nullptr : &*found;
         }
 

@@ -29,7 +29,4 @@ class PortLookup {
 // returned; a port outside 1 to 65535 gets a request for a valid one.
 std::string checkPortAnswer(std::int64_t port, const std::vector<PortProcess>& processes);
 
-// Whether the number can be a TCP port.
-constexpr bool isValidPort(std::int64_t port) { return port >= 1 && port <= 65535; }
-
 } // namespace zenlot

@@ -1,0 +1,22 @@
+#include "inventory/port_process.h"
+
+#include "inventory/process_identity.h"
+
+namespace zenlot {
+
+PortProcess PortProcess::fromOccupiedPort(const OccupiedPort& record) {
+    return {
+        .id = Uuid::random(),
+        .pid = record.pid,
+        .name = record.processName,
+        .displayName = makeDisplayName(record.executablePath, record.processName),
+        .user = record.user,
+        .fullCommand = record.executablePath,
+        .proto = record.proto,
+        .state = "LISTEN",
+        .localAddress = "*:" + std::to_string(record.port),
+        .port = record.port,
+    };
+}
+
+} // namespace zenlot

@@ -48,8 +48,8 @@ class PortScanner {
     std::vector<OccupiedPort> probePortsByBinding(std::optional<std::int64_t> portFilter) const;
 
   private:
-    std::map<std::int64_t, OccupiedPort> walkProcesses(const ProcessSnapshot& snapshot,
-                                                       std::optional<std::int64_t> portFilter) const;
+    std::map<std::int64_t, OccupiedPort>
+    walkProcesses(const ProcessSnapshot& snapshot, std::optional<std::int64_t> portFilter) const;
 
     const ProcessTables& tables_;
     BindProbe bindProbe_;

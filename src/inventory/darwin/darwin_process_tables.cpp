@@ -1,0 +1,141 @@
+#include "inventory/darwin/darwin_process_tables.h"
+
+#include "inventory/darwin/kernel_records.h"
+#include "inventory/darwin/process_owner_query.h"
+#include "inventory/darwin/process_records.h"
+#include "inventory/darwin/tcp_pcb_list.h"
+#include "inventory/process_identity.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+#include <utility>
+
+namespace zenlot {
+
+namespace {
+
+// A system with more processes loses those beyond; their ports still stand in the TCP table.
+constexpr int kMaximumPids = 8192;
+
+constexpr std::size_t kPathBufferSize = 4096;
+
+// A TCP table of one head, or of less, has no entries.
+constexpr std::size_t kMinimumTcpTableSize = 25;
+
+// Asks for the size of a table, then for the table, and returns the bytes that the kernel wrote;
+// empty when one of the two calls fails or the table is smaller than `minimumSize`. The buffer
+// holds whole records only. What changes in between is the kernel's business: a table that has
+// grown fails the second call, one that has shrunk gives fewer bytes.
+template <typename Call>
+std::vector<std::byte> readTable(const Call& call, std::size_t minimumSize,
+                                 std::size_t recordSize) {
+    std::size_t size = 0;
+    if (call(nullptr, &size) != 0 || size < minimumSize)
+        return {};
+    std::vector<std::byte> table(size - size % recordSize);
+    std::size_t written = table.size();
+    if (call(table.data(), &written) != 0)
+        return {};
+    table.resize(std::min(written, table.size()));
+    return table;
+}
+
+class DarwinProcessSnapshot final : public ProcessSnapshot {
+  public:
+    DarwinProcessSnapshot(const DarwinCalls& calls, std::optional<std::int64_t> port,
+                          UserId currentUser)
+        : calls_(calls), port_(port), hasSockets_(!port || (*port >= 1 && *port <= 65535)) {
+        if (!hasSockets_)
+            return;
+        const auto call = [&calls](void* buffer, std::size_t* length) {
+            return calls.sysctlbyname(kTcpPcbListName, buffer, length);
+        };
+        tcpTable_ = decodeTcpPcbList(readTable(call, kMinimumTcpTableSize, 1), currentUser);
+        std::erase_if(tcpTable_,
+                      [this](const TcpTableEntry& entry) { return !matches(entry.localPort); });
+    }
+
+    const std::vector<TcpTableEntry>& tcpTable() const override { return tcpTable_; }
+
+    std::optional<std::vector<std::uint16_t>> attributablePorts() const override {
+        return std::nullopt;
+    }
+
+    std::vector<ProcessId> pids() const override {
+        std::vector<ProcessId> pids(kMaximumPids);
+        const int count =
+            calls_.proc_listallpids(pids.data(), static_cast<int>(pids.size() * sizeof(ProcessId)));
+        if (count >= 1) {
+            pids.resize(static_cast<std::size_t>(std::min(count, kMaximumPids)));
+            return pids;
+        }
+        const auto call = [this](void* buffer, std::size_t* length) {
+            return calls_.sysctl(kAllProcessesName, buffer, length);
+        };
+        return decodeProcessIds(readTable(call, sizeof(KinfoProc), sizeof(KinfoProc)));
+    }
+
+    void appendTcpSockets(ProcessId pid, std::vector<TcpSocket>& sockets) const override {
+        if (!hasSockets_)
+            return;
+        for (const std::int32_t descriptor : decodeSocketDescriptors(descriptorList(pid))) {
+            std::array<std::byte, sizeof(SocketFdInfo)> info{};
+            const int written = calls_.proc_pidfdinfo(pid, descriptor, kProcPidFdSocketInfo,
+                                                      info.data(), static_cast<int>(info.size()));
+            if (std::cmp_not_equal(written, info.size()))
+                continue;
+            const std::optional<TcpSocket> socket = decodeTcpSocket(info);
+            if (socket && matches(socket->localPort))
+                sockets.push_back(*socket);
+        }
+    }
+
+    std::optional<UserId> realUid(ProcessId pid) const override {
+        const std::optional<ProcessOwner> owner = queryProcessOwner(calls_, pid);
+        return owner ? std::optional(owner->realUid) : std::nullopt;
+    }
+
+    std::string executablePath(ProcessId pid) const override {
+        std::array<char, kPathBufferSize> path{};
+        if (calls_.proc_pidpath(pid, path.data(), static_cast<std::uint32_t>(path.size())) < 1)
+            return {};
+        // The length that the call returns is not needed: the path ends at the first zero byte, or
+        // with the buffer.
+        const auto end = std::find(path.begin(), path.end(), '\0');
+        return sanitizedUtf8(std::string_view(path.begin(), end));
+    }
+
+  private:
+    bool matches(std::uint16_t port) const { return !port_ || *port_ == port; }
+
+    // An array of ProcFdInfo, of whole records.
+    std::vector<std::byte> descriptorList(ProcessId pid) const {
+        const int needed = calls_.proc_pidinfo(pid, kProcPidListFds, 0, nullptr, 0);
+        if (needed < static_cast<int>(sizeof(ProcFdInfo)))
+            return {};
+        const auto size = static_cast<std::size_t>(needed);
+        std::vector<std::byte> list(size - size % sizeof(ProcFdInfo));
+        const int written = calls_.proc_pidinfo(pid, kProcPidListFds, 0, list.data(),
+                                                static_cast<int>(list.size()));
+        list.resize(std::min(list.size(), static_cast<std::size_t>(std::max(written, 0))));
+        return list;
+    }
+
+    const DarwinCalls& calls_;
+    std::optional<std::int64_t> port_;
+    bool hasSockets_; // false for a port that no socket can have
+    std::vector<TcpTableEntry> tcpTable_;
+};
+
+} // namespace
+
+DarwinProcessTables::DarwinProcessTables(const DarwinCalls& calls, UserId currentUser)
+    : calls_(calls), currentUser_(currentUser) {}
+
+std::unique_ptr<ProcessSnapshot>
+DarwinProcessTables::beginSnapshot(std::optional<std::int64_t> port) const {
+    return std::make_unique<DarwinProcessSnapshot>(calls_, port, currentUser_);
+}
+
+} // namespace zenlot

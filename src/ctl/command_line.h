@@ -1,0 +1,37 @@
+// What the words after `zenlotctl` ask for.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <variant>
+
+namespace zenlot {
+
+struct ListCommand {
+    enum class Format : std::uint8_t { table, json };
+    Format format{Format::table};
+};
+
+struct CheckCommand {
+    std::int64_t port{0};
+};
+
+struct HelpCommand {};
+struct VersionCommand {};
+
+// The words make no sense; the message is one line for the person who typed them.
+struct UsageError {
+    std::string message;
+};
+
+using Command = std::variant<ListCommand, CheckCommand, HelpCommand, VersionCommand, UsageError>;
+
+// `words` are the arguments without the program's own name.
+Command parseCommandLine(std::span<const std::string_view> words);
+
+// What --help prints.
+std::string_view helpText();
+
+} // namespace zenlot

@@ -1,0 +1,80 @@
+// zenlotctl: the port inventory for scripts and for machines without a desktop.
+#include "ctl/command_line.h"
+#include "ctl/port_table.h"
+#include "inventory/linux/linux_process_tables.h"
+#include "inventory/port_lookup.h"
+#include "inventory/records_json.h"
+
+#include <signal.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <string>
+#include <vector>
+
+namespace zenlot {
+namespace {
+
+enum ExitStatus : int { answered = 0, notWritten = 1, badUsage = 2 };
+
+// Somebody who closes the pipe, as `head` does, has read enough: no error.
+ExitStatus print(std::string_view text) {
+    while (!text.empty()) {
+        const ssize_t written = ::write(STDOUT_FILENO, text.data(), text.size());
+        if (written >= 0) {
+            text.remove_prefix(static_cast<std::size_t>(written));
+        } else if (errno == EPIPE) {
+            return answered;
+        } else if (errno != EINTR) {
+            const std::string message =
+                std::string("zenlotctl: can't write the answer: ") + std::strerror(errno) + "\n";
+            [[maybe_unused]] const ssize_t ignored =
+                ::write(STDERR_FILENO, message.data(), message.size());
+            return notWritten;
+        }
+    }
+    return answered;
+}
+
+class Runner {
+  public:
+    ExitStatus operator()(const ListCommand& command) const {
+        const std::vector<OccupiedPort> ports = scanner_.listOccupiedPorts();
+        return print(command.format == ListCommand::Format::json ? encodeOccupiedPorts(ports) + "\n"
+                                                                 : portTable(ports));
+    }
+
+    ExitStatus operator()(const CheckCommand& command) const {
+        const SharedPortCache nothingPublished;
+        const PortLookup lookup(scanner_, nothingPublished);
+        return print(
+            terminalText(checkPortAnswer(command.port, lookup.processesOnPort(command.port))) +
+            "\n");
+    }
+
+    ExitStatus operator()(const HelpCommand&) const { return print(helpText()); }
+
+    ExitStatus operator()(const VersionCommand&) const {
+        return print("zenlotctl " ZENLOT_VERSION "\n");
+    }
+
+    ExitStatus operator()(const UsageError& error) const {
+        const std::string line = error.message + "\n";
+        [[maybe_unused]] const ssize_t ignored = ::write(STDERR_FILENO, line.data(), line.size());
+        return badUsage;
+    }
+
+  private:
+    LinuxProcessTables tables_;
+    PortScanner scanner_{tables_};
+};
+
+} // namespace
+} // namespace zenlot
+
+int main(int argc, char** argv) {
+    ::signal(SIGPIPE, SIG_IGN);
+    const std::vector<std::string_view> words(argv + (argc > 0 ? 1 : 0), argv + argc);
+    return std::visit(zenlot::Runner(), zenlot::parseCommandLine(words));
+}

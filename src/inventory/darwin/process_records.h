@@ -1,0 +1,34 @@
+// Decodes what the kernel says about processes and their descriptors. Each function takes the bytes
+// that a call has written; a record that is not complete is left out.
+#pragma once
+
+#include "inventory/process_tables.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace zenlot {
+
+// The two users that a process has at a time.
+struct ProcessOwner {
+    UserId effectiveUid{0};
+    UserId realUid{0};
+};
+
+// The descriptors that are sockets of any kind, from an array of ProcFdInfo, in its order.
+std::vector<std::int32_t> decodeSocketDescriptors(std::span<const std::byte> descriptors);
+
+// The TCP socket of a SocketFdInfo; none when the size is not exactly that of the record or the
+// socket is not a TCP socket.
+std::optional<TcpSocket> decodeTcpSocket(std::span<const std::byte> socket);
+
+// The owner out of a ProcBsdInfo; none when it is not complete.
+std::optional<ProcessOwner> decodeProcessOwner(std::span<const std::byte> process);
+
+// The process ids of an array of KinfoProc, in its order.
+std::vector<ProcessId> decodeProcessIds(std::span<const std::byte> processes);
+
+} // namespace zenlot

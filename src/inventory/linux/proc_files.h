@@ -1,0 +1,52 @@
+// Reads what lies below /proc, or below a copy of it, without allocating for each entry.
+#pragma once
+
+#include "inventory/linux/file_descriptor.h"
+#include "inventory/process_tables.h"
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zenlot {
+
+// What /proc/PID/status says of a process.
+struct ProcessStatus {
+    UserId realUid{0};
+    UserId effectiveUid{0};
+    bool hasEnded{false}; // its parent has not yet asked how
+
+    friend bool operator==(const ProcessStatus&, const ProcessStatus&) = default;
+};
+
+// None when the text names no users.
+std::optional<ProcessStatus> decodeProcessStatus(std::string_view text);
+
+class ProcFiles {
+  public:
+    explicit ProcFiles(const std::string& root = "/proc");
+
+    // Every process, in the order of the folder.
+    std::vector<ProcessId> pids() const;
+
+    // Calls back with the inode of each socket that the process holds, in the order of its
+    // descriptors. Nothing happens for a process that is gone or may not be inspected.
+    void forEachSocketInode(ProcessId pid, const std::function<void(std::uint64_t)>& call) const;
+
+    std::optional<ProcessStatus> status(ProcessId pid) const;
+
+    // The path of the program as the kernel gives it, bytes and all; empty when unknown. The mark
+    // that the kernel adds for a deleted program is taken off.
+    std::string executablePath(ProcessId pid) const;
+
+    // A whole file, named from the root; none when it can't be read.
+    std::optional<std::string> read(const std::string& name) const;
+
+  private:
+    FileDescriptor root_;
+};
+
+} // namespace zenlot

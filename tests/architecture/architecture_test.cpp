@@ -1,0 +1,125 @@
+// Holds the plan of the house and compares it with what is built: which room may link which, and
+// that no file includes from a room that its own does not link.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <regex>
+#include <set>
+#include <sstream>
+#include <string>
+
+namespace zenlot {
+namespace {
+
+using Names = std::set<std::string>;
+
+// Each room with everything that it may link, from the ground floor up. Rooms on one floor do not
+// know each other; only the programs on top see the rooms of a platform.
+const std::map<std::string, Names> kPlan{
+    {"inventory",
+     {"nlohmann_json::nlohmann_json", "ICU::uc", "PkgConfig::Uuid", "Threads::Threads"}},
+    {"inventory/linux", {"zenlot_inventory"}},
+    {"inventory/darwin", {"zenlot_inventory"}},
+    {"platform", {"Qt6::Core"}},
+    {"platform/linux", {"zenlot_platform", "Qt6::Core", "Qt6::DBus"}},
+    {"settings", {"zenlot_platform", "Qt6::Core"}},
+    {"monitoring",
+     {"zenlot_inventory", "zenlot_platform", "zenlot_settings", "Qt6::Core", "Qt6::Concurrent",
+      "QCoro6::Core"}},
+    {"shell/mainwindow",
+     {"zenlot_inventory", "zenlot_platform", "zenlot_settings", "zenlot_monitoring", "Qt6::Core",
+      "Qt6::Concurrent", "Qt6::Qml", "Qt6::Quick", "QCoro6::Core"}},
+    {"shell/app",
+     {"zenlot_inventory", "zenlot_inventory_linux", "zenlot_platform", "zenlot_platform_linux",
+      "zenlot_settings", "zenlot_monitoring", "zenlot_shell_mainwindow",
+      "zenlot_shell_mainwindowplugin", "Qt6::DBus", "Qt6::Gui", "Qt6::Qml", "Qt6::Quick",
+      "Qt6::QuickControls2"}},
+    {"ctl", {"zenlot_inventory", "ICU::uc"}},
+};
+
+std::map<std::string, Names> builtRooms() {
+    std::map<std::string, Names> rooms;
+    std::ifstream file(ZENLOT_ROOMS_FILE);
+    for (std::string line; std::getline(file, line);) {
+        const std::size_t colon = line.find(": ");
+        std::istringstream links(line.substr(colon + 2));
+        Names& names = rooms[line.substr(0, colon)];
+        for (std::string link; links >> link;)
+            names.insert(link);
+    }
+    return rooms;
+}
+
+std::string targetOf(std::string room) {
+    std::ranges::replace(room, '/', '_');
+    return "zenlot_" + room;
+}
+
+// What a room sees: itself, what it links, and what those link in turn.
+Names visibleFrom(const std::string& target, const std::map<std::string, Names>& rooms) {
+    Names visible{target};
+    for (const auto& [room, links] : rooms) {
+        if (targetOf(room) != target)
+            continue;
+        for (const std::string& link : links)
+            visible.merge(visibleFrom(link, rooms));
+    }
+    return visible;
+}
+
+TEST(ArchitectureTest, RoomsLinkOnlyWhatThePlanAllows) {
+    const auto rooms = builtRooms();
+    EXPECT_GE(rooms.size(), 8U);
+    for (const auto& [room, links] : rooms) {
+        ASSERT_TRUE(kPlan.contains(room)) << room << " is not in the plan";
+        for (const std::string& link : links)
+            EXPECT_TRUE(kPlan.at(room).contains(link)) << room << " links " << link;
+    }
+}
+
+TEST(ArchitectureTest, FilesIncludeOnlyFromRoomsTheirOwnLinks) {
+    const auto rooms = builtRooms();
+    const std::filesystem::path source(ZENLOT_SOURCE_FOLDER);
+    const std::regex include("^\\s*#\\s*include\\s*[\"<]([a-z_/]+)/[a-z0-9_]+\\.h[\">]");
+    int checked = 0;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(source)) {
+        const std::string extension = entry.path().extension().string();
+        if (extension != ".h" && extension != ".cpp")
+            continue;
+        const std::string room =
+            std::filesystem::relative(entry.path().parent_path(), source).generic_string();
+        // A program's own file stands beside its room and may see the platform.
+        if (!rooms.contains(room) || entry.path().filename() == "main.cpp")
+            continue;
+        const Names visible = visibleFrom(targetOf(room), rooms);
+        std::ifstream file(entry.path());
+        for (std::string line; std::getline(file, line);) {
+            std::smatch match;
+            if (!std::regex_search(line, match, include) || !rooms.contains(match[1]))
+                continue;
+            ++checked;
+            EXPECT_TRUE(visible.contains(targetOf(match[1])))
+                << entry.path() << " includes from " << match[1];
+        }
+    }
+    EXPECT_GT(checked, 20);
+}
+
+TEST(ArchitectureTest, InventoryKnowsNoToolkit) {
+    const std::filesystem::path source(ZENLOT_SOURCE_FOLDER);
+    const std::regex toolkit("#\\s*include\\s*<Q[A-Za-z]");
+    for (const char* folder : {"inventory", "ctl"}) {
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(source / folder)) {
+            std::ifstream file(entry.path());
+            for (std::string line; std::getline(file, line);)
+                EXPECT_FALSE(std::regex_search(line, toolkit)) << entry.path() << ": " << line;
+        }
+    }
+}
+
+} // namespace
+} // namespace zenlot

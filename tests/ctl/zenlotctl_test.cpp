@@ -1,0 +1,106 @@
+#include "inventory/records_json.h"
+#include "support/listener.h"
+#include "support/temporary_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+namespace zenlot {
+namespace {
+
+class ZenlotctlTest : public testing::Test {
+  protected:
+    struct Outcome {
+        int status;
+        std::string output;
+        std::string errors;
+    };
+
+    // Runs the program through a shell, so that redirections can be tried.
+    Outcome run(const std::string& words) {
+        const std::string output = (folder.path() / "out").string();
+        const std::string errors = (folder.path() / "err").string();
+        const std::string command = std::string("'") + ZENLOTCTL_PROGRAM + "' " + words + " 2>" +
+                                    errors +
+                                    (words.find('>') == std::string::npos ? " >" + output : "");
+        const int status = std::system(command.c_str()); // NOLINT(cert-env33-c): a shell is wanted
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, read(output), read(errors)};
+    }
+
+    static std::string read(const std::string& path) {
+        std::ostringstream text;
+        text << std::ifstream(path).rdbuf();
+        return text.str();
+    }
+
+    TemporaryFolder folder;
+    Listener listener;
+    std::string port = std::to_string(listener.port());
+};
+
+TEST_F(ZenlotctlTest, ListNamesThisProcess) {
+    const Outcome json = run("list --json");
+    EXPECT_EQ(json.status, 0);
+    const auto records = decodeOccupiedPorts(json.output);
+    ASSERT_TRUE(records);
+    const auto record = std::ranges::find(*records, listener.port(), &OccupiedPort::port);
+    ASSERT_NE(record, records->end());
+    EXPECT_EQ(record->pid, ::getpid());
+    EXPECT_EQ(record->processName, "zenlotctl_test");
+
+    const Outcome table = run("list");
+    EXPECT_EQ(table.status, 0);
+    const std::size_t line = table.output.find(port + "  TCP4");
+    ASSERT_NE(line, std::string::npos);
+    EXPECT_NE(table.output.find(record->executablePath, line), std::string::npos);
+}
+
+TEST_F(ZenlotctlTest, CheckAnswersInOneSentence) {
+    EXPECT_EQ(run("check " + port).output, "Port " + port + " is used by: Zenlotctl_test (PID " +
+                                               std::to_string(::getpid()) + ")\n");
+    const std::string closed = std::to_string(Listener().port());
+    EXPECT_EQ(run("check " + closed).output,
+              "Port " + closed + " is free — nothing is using it.\n");
+}
+
+TEST_F(ZenlotctlTest, StatusSaysHowItWent) {
+    EXPECT_EQ(run("--help").status, 0);
+    EXPECT_EQ(run("--version").output, "zenlotctl " ZENLOT_VERSION "\n");
+    const Outcome misuse = run("check 70000");
+    EXPECT_EQ(misuse.status, 2);
+    EXPECT_EQ(misuse.output, "");
+    EXPECT_EQ(misuse.errors, "Please enter a valid port number between 1 and 65535.\n");
+    EXPECT_EQ(run("").status, 2);
+
+    const Outcome full = run("list > /dev/full");
+    EXPECT_EQ(full.status, 1);
+    EXPECT_NE(full.errors.find("can't write"), std::string::npos);
+}
+
+// A reader that has left has read enough.
+TEST_F(ZenlotctlTest, BrokenPipeIsNoError) {
+    int pipe[2];
+    ASSERT_EQ(::pipe2(pipe, O_CLOEXEC), 0);
+    ::close(pipe[0]);
+    const pid_t child = ::fork();
+    if (child == 0) {
+        ::dup2(pipe[1], STDOUT_FILENO);
+        ::execl(ZENLOTCTL_PROGRAM, ZENLOTCTL_PROGRAM, "list", nullptr);
+        ::_exit(127);
+    }
+    ::close(pipe[1]);
+    int status = 0;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    EXPECT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 0);
+}
+
+} // namespace
+} // namespace zenlot
