@@ -43,3 +43,26 @@ function(zenlot_room folder)
     list(JOIN ROOM_PRIVATE_LINKS " " private)
     set_property(GLOBAL APPEND PROPERTY ZENLOT_ROOMS "${folder}: ${public} ${private}")
 endfunction()
+
+# zenlot_room_qml(<folder> URI <uri> [<further arguments of qt_add_qml_module>...])
+#
+# Gives a room its QML. The module is found below qrc:/qt/qml.
+function(zenlot_room_qml folder)
+    string(REPLACE "/" "_" target "zenlot_${folder}")
+    set_target_properties(${target} PROPERTIES AUTOMOC ON)
+    cmake_parse_arguments(QML "" "URI" "" ${ARGN})
+    string(REPLACE "." "/" path "${QML_URI}")
+    # qmllint finds modules by folders that are named like them.
+    qt_add_qml_module(
+        ${target}
+        VERSION 1.0
+        RESOURCE_PREFIX /qt/qml
+        OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/qml/${path}
+        IMPORT_PATH ${PROJECT_BINARY_DIR}/qml
+        ${ARGN}
+    )
+    # Code that Qt generates is not held to our warnings.
+    get_target_property(sources ${target} SOURCES)
+    list(FILTER sources INCLUDE REGEX "/\\.rcc/")
+    set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS -w)
+endfunction()

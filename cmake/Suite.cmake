@@ -13,7 +13,13 @@ function(zenlot_suite name)
         target_sources(${target} PRIVATE ${PROJECT_SOURCE_DIR}/tests/support/qt_main.cpp)
         target_link_libraries(${target} PRIVATE GTest::gtest Qt6::Gui Qt6::Test)
         set_target_properties(${target} PROPERTIES AUTOMOC ON)
-        list(APPEND SUITE_ENVIRONMENT QT_QPA_PLATFORM=offscreen QT_FATAL_WARNINGS=1)
+        # Qt warns where the folder for sockets is missing or open to others.
+        set(runtime ${PROJECT_BINARY_DIR}/test-runtime)
+        file(MAKE_DIRECTORY ${runtime})
+        file(CHMOD ${runtime} PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE)
+        list(APPEND SUITE_ENVIRONMENT QT_QPA_PLATFORM=offscreen QT_FATAL_WARNINGS=1
+             XDG_RUNTIME_DIR=${runtime}
+        )
     else()
         target_link_libraries(${target} PRIVATE GTest::gtest_main)
     endif()

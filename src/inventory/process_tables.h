@@ -11,7 +11,6 @@
 // Ports are in host byte order everywhere.
 #pragma once
 
-#include <compare>
 #include <cstdint>
 #include <memory>
 #include <optional>

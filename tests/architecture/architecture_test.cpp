@@ -32,7 +32,7 @@ const std::map<std::string, Names> kPlan{
       "QCoro6::Core"}},
     {"shell/mainwindow",
      {"zenlot_inventory", "zenlot_platform", "zenlot_settings", "zenlot_monitoring", "Qt6::Core",
-      "Qt6::Concurrent", "Qt6::Qml", "Qt6::Quick", "QCoro6::Core"}},
+      "Qt6::Quick", "QCoro6::Core", "ICU::uc"}},
     {"shell/app",
      {"zenlot_inventory", "zenlot_inventory_linux", "zenlot_platform", "zenlot_platform_linux",
       "zenlot_settings", "zenlot_monitoring", "zenlot_shell_mainwindow",

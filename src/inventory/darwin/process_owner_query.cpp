@@ -8,8 +8,9 @@ namespace zenlot {
 
 std::optional<ProcessOwner> queryProcessOwner(const DarwinCalls& calls, ProcessId pid) {
     std::array<std::byte, sizeof(ProcBsdInfo)> info{};
-    if (calls.proc_pidinfo(pid, kProcPidTbsdInfo, 0, info.data(), static_cast<int>(info.size())) <
-        1)
+    const int written =
+        calls.proc_pidinfo(pid, kProcPidTbsdInfo, 0, info.data(), static_cast<int>(info.size()));
+    if (written < 1)
         return std::nullopt;
     return decodeProcessOwner(info);
 }

@@ -5,6 +5,8 @@
 
 #include <arpa/inet.h>
 
+#include <iterator>
+
 namespace zenlot {
 
 namespace {
@@ -16,9 +18,9 @@ constexpr TcpState kStatesByNumber[]{
 };
 
 TcpState stateFromNumber(std::int32_t number) {
-    if (number < 0 || static_cast<std::size_t>(number) >= std::size(kStatesByNumber))
-        return TcpState::unknown;
-    return kStatesByNumber[number];
+    // A negative number becomes one that is far too large.
+    const auto index = static_cast<std::uint32_t>(number);
+    return index < std::size(kStatesByNumber) ? kStatesByNumber[index] : TcpState::unknown;
 }
 
 // What lies in the high half is not part of the port.

@@ -1,0 +1,44 @@
+// The port inventory for the main thread: every question runs on a worker thread and comes back as
+// a future.
+//
+//     const std::vector<PortProcess> owners = co_await inventory.processesOnPort(8080);
+//
+// Nothing here fails; see PortScanner, PortLookup and forceQuitProcess for what the answers mean.
+// The destructor waits for the questions that are still open, since they use the collaborators.
+#pragma once
+
+#include "inventory/force_quit.h"
+#include "inventory/port_lookup.h"
+#include "inventory/port_scanner.h"
+#include "inventory/shared_port_cache.h"
+
+#include <QFuture>
+#include <QThreadPool>
+
+#include <cstdint>
+#include <vector>
+
+namespace zenlot {
+
+class PortInventory final {
+  public:
+    // The references must outlive the object.
+    PortInventory(const PortScanner& scanner, const PortLookup& lookup,
+                  const SharedPortCache& sharedPortCache, const ProcessPinner& processes);
+
+    // A fresh scan of all ports, merged with what the background monitor last published.
+    QFuture<std::vector<OccupiedPort>> listMergedPorts();
+
+    QFuture<std::vector<PortProcess>> processesOnPort(std::int64_t port);
+
+    QFuture<bool> forceQuitProcess(std::int64_t pid);
+
+  private:
+    const PortScanner& scanner_;
+    const PortLookup& lookup_;
+    const SharedPortCache& sharedPortCache_;
+    const ProcessPinner& processes_;
+    QThreadPool workers_; // the last member, so that it ends before what its work uses
+};
+
+} // namespace zenlot
