@@ -2,13 +2,14 @@
 #include "ctl/command_line.h"
 #include "ctl/port_table.h"
 #include "inventory/linux/linux_process_tables.h"
+#include "inventory/linux/processors.h"
 #include "inventory/port_lookup.h"
 #include "inventory/records_json.h"
 
-#include <signal.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -67,7 +68,7 @@ class Runner {
 
   private:
     LinuxProcessTables tables_;
-    PortScanner scanner_{tables_};
+    PortScanner scanner_{tables_, isPortInUse, availableProcessors()};
 };
 
 } // namespace

@@ -81,7 +81,7 @@ std::string loginName(const std::string& user) {
     const auto [end, error] = std::from_chars(user.data(), user.data() + user.size(), uid);
     if (error != std::errc() || end != user.data() + user.size())
         return user;
-    std::array<char, 16 * 1024> buffer;
+    std::array<char, std::size_t{16} * 1024> buffer;
     passwd entry{};
     passwd* found = nullptr;
     if (::getpwuid_r(uid, &entry, buffer.data(), buffer.size(), &found) != 0 || !found)

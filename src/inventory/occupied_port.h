@@ -32,7 +32,9 @@ struct OccupiedPort {
 };
 
 // Whether the number can be a TCP port.
-constexpr bool isValidPort(std::int64_t port) { return port >= 1 && port <= 65535; }
+constexpr bool isValidPort(std::int64_t port) {
+    return port >= 1 && port <= 65535;
+}
 
 // The text of OccupiedPort::proto and PortProcess::proto for an address family.
 const char* protoName(AddressFamily family);

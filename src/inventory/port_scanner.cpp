@@ -108,8 +108,7 @@ void appendRecordsOfProcess(const ProcessSnapshot& snapshot, ProcessId pid,
 } // namespace
 
 PortScanner::PortScanner(const ProcessTables& tables, BindProbe bindProbe, unsigned workers)
-    : tables_(tables), bindProbe_(std::move(bindProbe)),
-      workers_(workers != 0 ? workers : std::max(1U, std::thread::hardware_concurrency())) {}
+    : tables_(tables), bindProbe_(std::move(bindProbe)), workers_(workers) {}
 
 std::vector<OccupiedPort> PortScanner::listOccupiedPorts() const {
     return scanListeningSockets(std::nullopt);

@@ -25,10 +25,10 @@ namespace zenlot {
 
 class PortScanner {
   public:
-    // `tables` must outlive the scanner. `workers` bounds the threads of one walk or probe; 0
-    // stands for one per processor.
+    // `tables` must outlive the scanner. `workers` bounds the threads of one walk or probe: more
+    // than there are processors to use only cost.
     explicit PortScanner(const ProcessTables& tables, BindProbe bindProbe = isPortInUse,
-                         unsigned workers = 0);
+                         unsigned workers = 1);
 
     // Every listening port, in ascending order.
     std::vector<OccupiedPort> listOccupiedPorts() const;

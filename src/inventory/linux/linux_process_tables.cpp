@@ -24,8 +24,8 @@ class LinuxProcessSnapshot final : public ProcessSnapshot {
                 attributablePorts_.push_back(socket.socket.localPort);
         }
         std::ranges::sort(attributablePorts_);
-        const auto repeated = std::ranges::unique(attributablePorts_);
-        attributablePorts_.erase(repeated.begin(), repeated.end());
+        attributablePorts_.erase(std::unique(attributablePorts_.begin(), attributablePorts_.end()),
+                                 attributablePorts_.end());
     }
 
     const std::vector<TcpTableEntry>& tcpTable() const override { return table_; }

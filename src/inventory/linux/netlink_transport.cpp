@@ -15,7 +15,7 @@ namespace {
 constexpr timeval kSilence{2, 0};
 
 // The kernel fills datagrams up to the size of the reader's buffer, to 32 KiB at the most.
-constexpr std::size_t kDatagramBytes = 32 * 1024;
+constexpr std::size_t kDatagramBytes = std::size_t{32} * 1024;
 
 } // namespace
 

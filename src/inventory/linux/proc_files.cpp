@@ -14,7 +14,7 @@
 namespace zenlot {
 namespace {
 
-constexpr std::size_t kDirectoryBytes = 32 * 1024;
+constexpr std::size_t kDirectoryBytes = std::size_t{32} * 1024;
 
 // Calls back with the name of every entry that is a decimal number: processes in /proc,
 // descriptors in a process's folder.
@@ -64,7 +64,7 @@ std::array<char, 32> pathOf(ProcessId pid, const char* name) {
 
 std::optional<std::string> readAll(const FileDescriptor& file) {
     std::string text;
-    std::array<char, 16 * 1024> buffer;
+    std::array<char, std::size_t{16} * 1024> buffer;
     for (;;) {
         const ssize_t length = ::read(file.get(), buffer.data(), buffer.size());
         if (length < 0 && errno == EINTR)

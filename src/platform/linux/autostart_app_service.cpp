@@ -1,0 +1,225 @@
+#include "platform/linux/autostart_app_service.h"
+
+#include "platform/linux/user_file.h"
+
+#include <QFileInfo>
+#include <QHash>
+#include <QList>
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <system_error>
+#include <utility>
+
+namespace zenlot {
+namespace {
+
+constexpr qint64 kMaximumEntryBytes = qint64{1} * 1024 * 1024;
+constexpr int kMostAttempts = 10;
+
+constexpr char kGroup[] = "[Desktop Entry]";
+constexpr char kHidden[] = "Hidden";
+constexpr char kGnomeEnabled[] = "X-GNOME-Autostart-enabled";
+
+AppServiceError errorOf(AutostartError code, const QString& message) {
+    return {QStringLiteral("dev.quorvane.zenlot.autostart"), static_cast<qint64>(code), message};
+}
+
+// A line of a desktop entry. Both parts are empty where there is no key.
+struct KeyLine {
+    QByteArray key;
+    QByteArray value;
+};
+
+KeyLine keyLineFrom(const QByteArray& line) {
+    const qsizetype equals = line.indexOf('=');
+    if (equals < 0)
+        return {};
+    return {line.left(equals).trimmed(), line.mid(equals + 1).trimmed()};
+}
+
+bool isTrue(const QByteArray& value) {
+    return value == "true" || value == "1";
+}
+bool isFalse(const QByteArray& value) {
+    return value == "false" || value == "0";
+}
+
+bool switchesOff(const KeyLine& line) {
+    return (line.key == kHidden && isTrue(line.value)) ||
+           (line.key == kGnomeEnabled && isFalse(line.value));
+}
+
+// Calls `visit(line, isInGroup)` for each line and its place inside or outside of the main group.
+template <typename Visitor>
+void visitLines(const QByteArray& text, const Visitor& visit) {
+    bool isInGroup = false;
+    const QList<QByteArray> lines = text.split('\n');
+    for (const QByteArray& line : lines) {
+        if (line.startsWith('['))
+            isInGroup = line.trimmed() == kGroup;
+        visit(line, isInGroup);
+    }
+}
+
+// The keys of the main group; of a key that stands there twice the last one counts.
+QHash<QByteArray, QByteArray> keysOf(const QByteArray& text) {
+    QHash<QByteArray, QByteArray> keys;
+    visitLines(text, [&](const QByteArray& line, bool isInGroup) {
+        const KeyLine keyLine = keyLineFrom(line);
+        if (isInGroup && !keyLine.key.isEmpty())
+            keys.insert(keyLine.key, keyLine.value);
+    });
+    return keys;
+}
+
+AppServiceStatus statusOf(const QByteArray& text) {
+    const QHash<QByteArray, QByteArray> keys = keysOf(text);
+    for (const char* key : {kHidden, kGnomeEnabled}) {
+        if (switchesOff({key, keys.value(key)}))
+            return AppServiceStatus::requiresApproval;
+    }
+    const bool startsProgram = keys.value("Type") == "Application" && !keys.value("Exec").isEmpty();
+    return startsProgram ? AppServiceStatus::enabled : AppServiceStatus::notRegistered;
+}
+
+// The entry switched on, with the lines that it lacks and all that it had.
+QByteArray enabledEntry(const QByteArray& text, const QByteArray& exec) {
+    const QHash<QByteArray, QByteArray> keys = keysOf(text);
+    QList<QByteArray> additions;
+    const std::pair<QByteArray, QByteArray> wanted[] = {
+        {"Type", "Application"},         {"Name", "Zenlot"},    {"Exec", exec},
+        {"Icon", "dev.quorvane.zenlot"}, {"Terminal", "false"}, {kGnomeEnabled, "true"},
+    };
+    for (const auto& [key, value] : wanted) {
+        if (!keys.contains(key) || switchesOff({key, keys.value(key)}))
+            additions.append(key + '=' + value);
+    }
+
+    QList<QByteArray> lines;
+    bool isHeaderFound = false;
+    visitLines(text, [&](const QByteArray& line, bool isInGroup) {
+        if (isInGroup && switchesOff(keyLineFrom(line)))
+            return;
+        lines.append(line);
+        if (isInGroup && !isHeaderFound) {
+            isHeaderFound = true;
+            lines.append(additions);
+        }
+    });
+    if (!isHeaderFound) {
+        if (lines.last().isEmpty())
+            lines.removeLast();
+        lines.append(kGroup);
+        lines.append(additions);
+        lines.append(QByteArray());
+    }
+    return lines.join('\n');
+}
+
+// What can't stand in front of the arguments of an Exec key, or in a path at all.
+bool isUsableProgram(const QString& program) {
+    return program.startsWith(u'/') && !program.contains(u'=') && !program.contains(QChar(u'\0'));
+}
+
+// One attempt to write the enabled entry. Changed meanwhile means that it is worth another.
+Replacement enableEntry(const QString& path, const QByteArray& exec) {
+    const UserFile file = readUserFile(path, kMaximumEntryBytes);
+    if (file.state == UserFile::State::unusable)
+        return {Replacement::Outcome::failed, file.reason};
+    if (file.state == UserFile::State::tooLarge)
+        return {Replacement::Outcome::failed, QStringLiteral("File too large")};
+    if (statusOf(file.content) == AppServiceStatus::enabled)
+        return {Replacement::Outcome::done, QString()};
+    const QByteArray entry = enabledEntry(file.content, exec);
+    if (statusOf(entry) != AppServiceStatus::enabled)
+        return {Replacement::Outcome::failed, QStringLiteral("The entry there starts no program")};
+    return replaceUserFile(path, file, entry);
+}
+
+} // namespace
+
+AutostartAppService::AutostartAppService(const QString& configHome, QString program)
+    : entryPath_(configHome + QStringLiteral("/autostart/dev.quorvane.zenlot.desktop")),
+      program_(std::move(program)) {}
+
+AppServiceStatus AutostartAppService::status() const {
+    const UserFile file = readUserFile(entryPath_, kMaximumEntryBytes);
+    switch (file.state) {
+    case UserFile::State::missing:
+        return AppServiceStatus::notRegistered;
+    case UserFile::State::read:
+        return statusOf(file.content);
+    default:
+        return AppServiceStatus::notFound;
+    }
+}
+
+std::optional<AppServiceError> AutostartAppService::registerService() {
+    if (!isUsableProgram(program_))
+        return errorOf(AutostartError::invalidProgram,
+                       QStringLiteral("Cannot start this program at login: %1").arg(program_));
+    const auto cannotWrite = [this](const QString& reason) {
+        return errorOf(AutostartError::cannotWrite,
+                       QStringLiteral("Cannot write %1: %2").arg(entryPath_, reason));
+    };
+    if (const std::error_code error = makePrivateDirectories(QFileInfo(entryPath_).absolutePath()))
+        return cannotWrite(QString::fromStdString(error.message()));
+    Replacement replacement{Replacement::Outcome::changedMeanwhile, QString()};
+    for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
+        replacement = enableEntry(entryPath_, desktopEntryExec(program_));
+        if (replacement.outcome != Replacement::Outcome::changedMeanwhile)
+            break;
+    }
+    if (replacement.outcome == Replacement::Outcome::changedMeanwhile)
+        return cannotWrite(QStringLiteral("Another program keeps changing it"));
+    if (replacement.outcome == Replacement::Outcome::failed)
+        return cannotWrite(replacement.reason);
+    return std::nullopt;
+}
+
+std::optional<AppServiceError> AutostartAppService::unregisterService() {
+    if (status() != AppServiceStatus::enabled ||
+        ::unlink(QFile::encodeName(entryPath_).constData()) == 0 || errno == ENOENT)
+        return std::nullopt;
+    return errorOf(
+        AutostartError::cannotRemove,
+        QStringLiteral("Cannot remove %1: %2")
+            .arg(entryPath_, QString::fromStdString(std::system_category().message(errno))));
+}
+
+QByteArray desktopEntryExec(const QString& program) {
+    QByteArray exec = "\"";
+    for (const char character : program.toUtf8()) {
+        switch (character) {
+        // First the quoting of an argument, then that of a string in a desktop entry, which
+        // doubles every backslash again.
+        case '"':
+        case '`':
+        case '$':
+            exec.append("\\\\").append(character);
+            break;
+        case '\\':
+            exec.append("\\\\\\\\");
+            break;
+        case '\n':
+            exec.append("\\n");
+            break;
+        case '\t':
+            exec.append("\\t");
+            break;
+        case '\r':
+            exec.append("\\r");
+            break;
+        case '%': // would start a field code
+            exec.append("%%");
+            break;
+        default:
+            exec.append(character);
+        }
+    }
+    return exec + '"';
+}
+
+} // namespace zenlot

@@ -1,5 +1,6 @@
 #include "shell/app/zenlot_app.h"
 
+#include "inventory/linux/processors.h"
 #include "platform/linux/xdg_home_directories.h"
 #include "settings/app_log.h"
 
@@ -16,7 +17,8 @@ ZenlotApp::ZenlotApp()
     : directories_(xdgHomeDirectories()),
       userDefaults_(directories_.configHome + QStringLiteral("/dev.quorvane.zenlot/defaults.json")),
       loginItem_(directories_.configHome, QCoreApplication::applicationFilePath()),
-      settings_(userDefaults_, loginItem_), scanner_(processTables_),
+      settings_(userDefaults_, loginItem_),
+      scanner_(processTables_, isPortInUse, availableProcessors()),
       lookup_(scanner_, sharedPortCache_),
       inventory_(scanner_, lookup_, sharedPortCache_, processPinner_),
       broadcasts_(QDBusConnection::sessionBus()),

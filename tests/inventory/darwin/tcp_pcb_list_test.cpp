@@ -95,6 +95,8 @@ TEST(TcpPcbListTest, TheHeadSaysWhereTheFirstEntryStarts) {
         SCOPED_TRACE(length);
         Bytes table = joined({tableHead(), entry});
         put(table, 0, length);
+        table[4] = std::byte{1}; // what starts at 3 would be an entry of 256 bytes
+        putPort(table, 3 + 22, 1);
         EXPECT_THAT(portsOf(table), ElementsAre());
     }
     for (std::size_t size = 0; size < 4; ++size)

@@ -2,8 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <signal.h>
 #include <sys/wait.h>
+
+#include <csignal>
 
 namespace zenlot {
 namespace {

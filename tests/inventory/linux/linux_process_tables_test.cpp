@@ -83,7 +83,8 @@ TEST(LinuxProcessTablesTest, ReadsACopyOfProc) {
                             "1: 0:0051 0:0000 0A 0:0 0:0 0 0 0 0\n");
     folder.write("net/tcp6", "h\n0: 0:0050 0:0000 0A 0:0 0:0 0 33 0 101\n");
     folder.link("7/fd/9", "socket:[101]");
-    folder.link("7/exe", "/opt/b\xff" "d");
+    folder.link("7/exe", "/opt/b\xff"
+                         "d");
     folder.write("7/status", "Uid:\t33\t33\t33\t33\n");
     folder.link("8/fd/3", "socket:[999]");
     const LinuxProcessTables tables(folder.path().string(), std::make_unique<NoTransport>());

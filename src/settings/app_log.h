@@ -1,0 +1,47 @@
+// The application's lines in the log that it shares with the background monitor.
+//
+// A line is the time in UTC with whole seconds, the tag of the application and the message:
+//
+//     2026-11-16T20:25:47Z [zenlot-app] Conflict on port 3000
+//
+// Control characters in a message are written as escapes, since messages carry names of other
+// processes and one event must stay one line; what exceeds 4096 characters is cut off.
+//
+// Nothing fails towards the caller: a line that can't be written is dropped. Lines that other
+// programs append at the same time survive.
+//
+//     AppLog log(monitorLogPath(home));
+//     log.writeAppLog(QStringLiteral("Monitoring started"));
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <chrono>
+#include <functional>
+#include <mutex>
+
+namespace zenlot {
+
+class AppLog {
+  public:
+    using Clock = std::function<std::chrono::system_clock::time_point()>;
+
+    explicit AppLog(const QString& path, Clock clock = std::chrono::system_clock::now);
+
+    // Appends one line, and makes the file but no folder when it is missing. Any thread may call.
+    void writeAppLog(const QString& message);
+
+  private:
+    QByteArray path_;
+    Clock clock_;
+    std::mutex mutex_;
+};
+
+// Where the log of the user with this home directory is.
+QString monitorLogPath(const QString& home);
+
+// Makes the folder of that log, which writing a line never does. False when there is none after.
+bool makeMonitorLogDirectory(const QString& home);
+
+} // namespace zenlot
