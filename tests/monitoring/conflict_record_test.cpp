@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
+#include <chrono>
 #include <limits>
 
 namespace zenlot {
@@ -21,6 +21,8 @@ TEST(ConflictRecordJson, IsOneObjectWithTheKeysInOrder) {
         {R"({"port":8080,"pid":0,"processName":"","displayName":"Caf\u00e9",)"
          R"("detectedAt":791120000.123456})",
          {8080, 0, "", "Café", fromReferenceSeconds(791120000.123456)}},
+        {R"({"port":-1,"pid":1,"processName":"","displayName":"","detectedAt":1e+300})",
+         {-1, 1, "", "", fromReferenceSeconds(1e300)}},
         {R"({"port":1,"pid":9223372036854775807,"processName":"a","displayName":"b"})",
          {1, std::numeric_limits<std::int64_t>::max(), "a", "b", std::nullopt}},
     };
@@ -39,24 +41,8 @@ TEST(ConflictRecordJson, IsOneObjectWithTheKeysInOrder) {
     EXPECT_EQ(decodeConflictRecords(encodeConflictRecords(records)), records);
     EXPECT_EQ(decodeConflictRecord(array), std::nullopt);
     EXPECT_EQ(encodeConflictRecord(records.front()), cases[0].json);
-    EXPECT_EQ(encodeConflictRecord(records.back()), cases[2].json);
+    EXPECT_EQ(encodeConflictRecord(records.back()), cases[3].json);
     EXPECT_EQ(decodeConflictRecords("[]"), std::vector<ConflictRecord>{});
-}
-
-TEST(ConflictRecordJson, ReadsTheTimeInEveryFormOfANumber) {
-    const std::pair<const char*, std::optional<double>> cases[] = {
-        {"null", std::nullopt}, {"0", 0.0},     {"-1", -1.0},
-        {"7911e5", 791100000},  {"0.25", 0.25}, {"1e300", 1e300},
-    };
-    for (const auto& [text, seconds] : cases) {
-        SCOPED_TRACE(text);
-        const auto record = decodeConflictRecord(
-            R"({"port":1,"pid":2,"processName":"a","displayName":"b","detectedAt":)" +
-            std::string(text) + "}");
-        ASSERT_TRUE(record);
-        EXPECT_EQ(record->detectedAt,
-                  seconds ? std::optional(fromReferenceSeconds(*seconds)) : std::nullopt);
-    }
 }
 
 TEST(ConflictRecordJson, OneWrongElementSpoilsTheWholeArray) {
@@ -76,25 +62,21 @@ TEST(ConflictRecordJson, OneWrongElementSpoilsTheWholeArray) {
     }
 }
 
-TEST(ReferenceTime, CountsFrom2001AndConvertsBothWays) {
-    const auto unixTime = std::chrono::system_clock::time_point(978307200s);
-    EXPECT_EQ(toSystemTime(fromReferenceSeconds(0)), unixTime);
+TEST(ReferenceTime, CountsFrom2001AndConvertsBothWaysWithinReach) {
+    using std::chrono::system_clock;
+    const auto start = system_clock::time_point(978307200s);
+    EXPECT_EQ(toSystemTime(fromReferenceSeconds(0)), start);
     for (const auto offset : {-978307200s, -1s, 0s, 791120000s}) {
-        EXPECT_EQ(toReferenceTime(unixTime + offset).time_since_epoch(), offset);
-        EXPECT_EQ(toSystemTime(toReferenceTime(unixTime + offset + 250ms)),
-                  unixTime + offset + 250ms);
+        const ReferenceTime time = toReferenceTime(start + offset + 250ms);
+        EXPECT_EQ(time.time_since_epoch(), offset + 250ms);
+        EXPECT_EQ(toSystemTime(time), start + offset + 250ms);
     }
-}
-
-TEST(ReferenceTime, InstantsBeyondSystemTimeGiveTheNearest) {
-    using Limits = std::numeric_limits<double>;
-    const auto latest = toSystemTime(fromReferenceSeconds(Limits::infinity()));
-    const auto earliest = toSystemTime(fromReferenceSeconds(-Limits::infinity()));
-    EXPECT_LT(std::chrono::system_clock::time_point::max() - latest, 1s);
-    EXPECT_LT(earliest - std::chrono::system_clock::time_point::min(), 1s);
-    EXPECT_EQ(toSystemTime(fromReferenceSeconds(1e300)), latest);
-    EXPECT_EQ(toSystemTime(fromReferenceSeconds(9e9)), latest);
-    EXPECT_EQ(toSystemTime(fromReferenceSeconds(-1.1e10)), earliest);
+    for (const double beyond : {9e9, 1e300, std::numeric_limits<double>::infinity()}) {
+        const auto latest = toSystemTime(fromReferenceSeconds(beyond));
+        const auto earliest = toSystemTime(fromReferenceSeconds(-2 * beyond));
+        EXPECT_LT(system_clock::time_point::max() - latest, 1s);
+        EXPECT_LT(earliest - system_clock::time_point::min(), 1s);
+    }
 }
 
 } // namespace

@@ -1,11 +1,9 @@
 #include "platform/fake_broadcast_center.h"
 #include "platform/linux/session_bus_broadcast_center.h"
 
-#include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QDBusReply>
-#include <QFile>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -33,21 +31,13 @@ const QString kPath = u"/dev/quorvane/zenlot/broadcast"_s;
 const QString kInterface = u"dev.quorvane.zenlot.Broadcast"_s;
 const QString kMember = u"Posted"_s;
 
-// A bus of the test's own that knows no services.
+// A bus of the test's own.
 class PrivateBus {
   public:
     PrivateBus() {
-        QFile configuration(folder_.filePath(u"bus.conf"_s));
-        if (!configuration.open(QIODevice::WriteOnly))
-            return;
-        configuration.write(
-            "<busconfig><type>session</type><auth>EXTERNAL</auth><listen>unix:dir=" +
-            folder_.path().toUtf8() +
-            "</listen><policy context=\"default\"><allow send_destination=\"*\"/>"
-            "<allow receive_sender=\"*\"/><allow own=\"*\"/></policy></busconfig>");
-        configuration.close();
-        daemon_.start(u"dbus-daemon"_s, {u"--nofork"_s, u"--nopidfile"_s, u"--print-address"_s,
-                                         u"--config-file="_s + configuration.fileName()});
+        daemon_.start(u"dbus-daemon"_s,
+                      {u"--session"_s, u"--nofork"_s, u"--nopidfile"_s, u"--print-address"_s,
+                       u"--address=unix:tmpdir="_s + folder_.path()});
         while (!daemon_.canReadLine() && daemon_.waitForReadyRead(10'000)) {
         }
         address_ = QString::fromUtf8(daemon_.readLine()).trimmed();
@@ -82,17 +72,6 @@ class PrivateBus {
     QProcess daemon_;
     QString address_;
     QStringList connections_;
-};
-
-// Keeps every signal of the interface, whatever it looks like.
-class Witness final : public QObject {
-    Q_OBJECT
-
-  public:
-    QList<QDBusMessage> messages;
-
-  public Q_SLOTS:
-    void receive(const QDBusMessage& message) { messages.append(message); }
 };
 
 class SessionBusBroadcastCenterTest : public testing::Test {
@@ -205,28 +184,11 @@ TEST_F(SessionBusBroadcastCenterTest, HearsOtherProgramsInTheAgreedForm) {
     if (program.isEmpty())
         GTEST_SKIP() << "dbus-send is not installed";
     center->observe(kName, context.get(), record());
-    ASSERT_EQ(QProcess::execute(program, {u"--bus="_s + bus.address(), u"--type=signal"_s,
-                                          u"/dev/quorvane/zenlot/broadcast"_s,
-                                          u"dev.quorvane.zenlot.Broadcast.Posted"_s,
-                                          u"string:dev.quorvane.zenlot.portsUpdated"_s}),
-              0);
+    const QStringList arguments{u"--bus="_s + bus.address(), u"--type=signal"_s, kPath,
+                                kInterface + u'.' + kMember, u"string:"_s + kName};
+    ASSERT_EQ(QProcess::execute(program, arguments), 0);
     ASSERT_TRUE(waitForSignals(1));
     EXPECT_THAT(heard, ElementsAre(kName));
-}
-
-TEST_F(SessionBusBroadcastCenterTest, PostsInTheAgreedForm) {
-    Witness witness;
-    ASSERT_TRUE(sender.connect({}, {}, kInterface, {}, &witness, SLOT(receive(QDBusMessage))));
-    SessionBusBroadcastCenter other(sender);
-    settle(other, other); // from here on the witness hears everything
-    witness.messages.clear();
-    center->post(kName);
-    ASSERT_TRUE(QTest::qWaitFor([&witness] { return !witness.messages.isEmpty(); }));
-    const QDBusMessage& message = witness.messages.front();
-    EXPECT_EQ(message.path(), kPath);
-    EXPECT_EQ(message.member(), kMember);
-    EXPECT_EQ(message.signature(), u"s"_s);
-    EXPECT_EQ(message.arguments(), QVariantList{kName});
 }
 
 TEST_F(SessionBusBroadcastCenterTest, IgnoresWhatIsNotABroadcastOfTheName) {
@@ -293,5 +255,3 @@ TEST_F(SessionBusBroadcastCenterTest, IsInertWithoutABus) {
 
 } // namespace
 } // namespace zenlot
-
-#include "session_bus_broadcast_center_test.moc"
