@@ -1,10 +1,11 @@
 // Named signals between the programs of one user's session. A signal carries its name and nothing
 // else: whoever hears it looks up for itself what has changed.
 //
-// Everything here belongs to the main thread. A signal reaches every program that observes its
-// name, the one that posted it too; handlers are called from the event loop, never from within
-// post(). When observe() has returned, no later post is missed. Without a service to carry the
-// signals nothing is delivered and nothing complains.
+// Everything here belongs to the main thread, and nothing waits for the service that carries the
+// signals. A signal reaches every program that observes its name, the one that posted it too;
+// handlers are called from the event loop, never from within post(). An observation holds for
+// every later post of this program; for those of others it begins a moment later, so an observer
+// looks once by itself. Without a service nothing is delivered and nothing complains.
 //
 //     broadcasts.observe(name, this, [this](const QString&) { reload(); });
 //     broadcasts.post(name);

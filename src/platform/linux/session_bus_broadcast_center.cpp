@@ -3,7 +3,6 @@
 #include <QDBusMessage>
 #include <QThread>
 
-#include <chrono>
 #include <utility>
 
 namespace zenlot {
@@ -15,9 +14,6 @@ using namespace Qt::StringLiterals;
 constexpr QLatin1StringView kPath{"/dev/quorvane/zenlot/broadcast"};
 constexpr QLatin1StringView kInterface{"dev.quorvane.zenlot.Broadcast"};
 constexpr QLatin1StringView kMember{"Posted"};
-
-// A bus that takes longer to answer is in trouble; the program starts without it.
-constexpr std::chrono::milliseconds kBusPatience{1000};
 
 // Receives the signals of one name for one handler. The connection forgets it when it goes.
 class Observation final : public QObject {
@@ -53,7 +49,6 @@ void SessionBusBroadcastCenter::observe(const QString& name, QObject* context, H
     // Other signatures than one string are dropped before they reach the observation.
     bus_.connect(QString(), kPath, kInterface, kMember, {name}, u"s"_s, observation,
                  SLOT(deliver(QString)));
-    waitForBus();
 }
 
 void SessionBusBroadcastCenter::post(const QString& name) {
@@ -63,18 +58,6 @@ void SessionBusBroadcastCenter::post(const QString& name) {
     QDBusMessage signal = QDBusMessage::createSignal(kPath, kInterface, kMember);
     signal << name;
     bus_.send(signal);
-}
-
-// The rule travels to the bus without an answer. The bus keeps the order of what it is sent, so
-// once it has answered anything else, the rule is in force.
-void SessionBusBroadcastCenter::waitForBus() {
-    if (!busAnswers_)
-        return;
-    const QDBusMessage reply = bus_.call(
-        QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
-                                       u"org.freedesktop.DBus"_s, u"GetId"_s),
-        QDBus::Block, static_cast<int>(kBusPatience.count()));
-    busAnswers_ = reply.type() == QDBusMessage::ReplyMessage;
 }
 
 } // namespace zenlot

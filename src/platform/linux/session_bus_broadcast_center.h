@@ -27,10 +27,7 @@ class SessionBusBroadcastCenter final : public BroadcastCenter {
     void post(const QString& name) override;
 
   private:
-    void waitForBus();
-
     QDBusConnection bus_;
-    bool busAnswers_{true};
     QObject observations_; // owns one object per observation
 };
 
