@@ -1,8 +1,7 @@
 // A folder that is gone, with all that is in it, at the end of the scope.
 #pragma once
 
-#include <stdlib.h>
-
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
