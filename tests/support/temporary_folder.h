@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
+#include <set>
 #include <stdexcept>
 #include <string>
 
@@ -29,6 +31,19 @@ class TemporaryFolder {
     void write(const std::string& name, const std::string& text) const {
         std::filesystem::create_directories((path_ / name).parent_path());
         std::ofstream(path_ / name, std::ios::binary) << text;
+    }
+
+    std::string read(const std::string& name) const {
+        std::ifstream file(path_ / name, std::ios::binary);
+        return file ? std::string(std::istreambuf_iterator<char>(file), {}) : "(no file)";
+    }
+
+    // Of all that is in a folder, hidden or not.
+    std::set<std::string> names(const std::string& folder = std::string()) const {
+        std::set<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(path_ / folder))
+            names.insert(entry.path().filename());
+        return names;
     }
 
     void link(const std::string& name, const std::string& target) const {

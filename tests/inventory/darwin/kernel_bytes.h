@@ -2,27 +2,27 @@
 // wrong layout of the decoders shows up.
 #pragma once
 
-#include <algorithm>
-#include <bit>
+#include <arpa/inet.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <utility>
 #include <vector>
 
 namespace zenlot::test {
 
 using Bytes = std::vector<std::byte>;
+using Fields = std::vector<std::pair<std::size_t, std::uint32_t>>; // offset and value
 
-static_assert(std::endian::native == std::endian::little, "the records are built little-endian");
-
-template <typename Value>
-void put(Bytes& bytes, std::size_t offset, Value value) {
-    std::memcpy(bytes.data() + offset, &value, sizeof(value));
-}
-
-inline void putPort(Bytes& bytes, std::size_t offset, std::uint16_t port) {
-    put(bytes, offset, static_cast<std::uint8_t>(port >> 8));
-    put(bytes, offset + 1, static_cast<std::uint8_t>(port & 0xff));
+// The rest is a pattern, as a field read from a wrong place must not look right. Fields that the
+// size leaves no room for are left out.
+inline Bytes record(std::size_t size, const Fields& fields) {
+    Bytes bytes(size, std::byte{0xa5});
+    for (const auto& [offset, value] : fields)
+        if (offset + sizeof(value) <= size)
+            std::memcpy(bytes.data() + offset, &value, sizeof(value));
+    return bytes;
 }
 
 inline Bytes joined(const std::vector<Bytes>& parts) {
@@ -33,9 +33,7 @@ inline Bytes joined(const std::vector<Bytes>& parts) {
 }
 
 inline Bytes tableHead(std::uint32_t length = 24) {
-    Bytes head(length);
-    put(head, 0, length);
-    return head;
+    return record(length, {{0, length}});
 }
 
 struct Entry {
@@ -46,55 +44,36 @@ struct Entry {
     std::uint16_t foreignPort{0};
 };
 
-// Fields that the length leaves no room for are left out.
 inline Bytes tableEntry(const Entry& entry) {
-    Bytes bytes(std::max<std::size_t>(entry.length, 256));
-    put(bytes, 0, entry.length);
-    putPort(bytes, 20, entry.foreignPort);
-    putPort(bytes, 22, entry.localPort);
-    put(bytes, 180, entry.family);
-    put(bytes, 252, entry.uid);
-    bytes.resize(entry.length);
-    return bytes;
+    const std::uint32_t localPort = htons(entry.localPort);
+    const std::uint32_t ports = localPort << 16 | htons(entry.foreignPort);
+    return record(entry.length,
+                  {{0, entry.length}, {20, ports}, {180, entry.family}, {252, entry.uid}});
 }
 
-inline Bytes descriptor(std::int32_t number, std::uint32_t type = 2) {
-    Bytes bytes(8);
-    put(bytes, 0, number);
-    put(bytes, 4, type);
-    return bytes;
+inline Bytes descriptor(std::uint32_t number, std::uint32_t type = 2) {
+    return record(8, {{0, number}, {4, type}});
 }
 
 struct Socket {
     std::uint16_t localPort{0};
-    std::int32_t family{2};
-    std::int32_t state{1};
-    std::uint16_t foreignPort{0};
-    std::int32_t kind{2};
+    std::uint32_t family{2};
+    std::uint32_t state{1};
+    std::uint32_t kind{2};
 };
 
-// What is not set is filled with a pattern, as a field read from a wrong place must not look right.
+// Its foreign port is 0x1234.
 inline Bytes socketInfo(const Socket& socket) {
-    Bytes bytes(792, std::byte{0xa5});
-    put(bytes, 184, socket.family);
-    put(bytes, 256, socket.kind);
-    putPort(bytes, 264, socket.foreignPort);
-    putPort(bytes, 268, socket.localPort);
-    put(bytes, 344, socket.state);
-    return bytes;
+    const std::uint32_t localPort = 0xa5a5'0000 | htons(socket.localPort); // the low half counts
+    return record(792, {{184, socket.family},
+                        {256, socket.kind},
+                        {264, htons(0x1234)},
+                        {268, localPort},
+                        {344, socket.state}});
 }
 
-inline Bytes bsdInfo(std::uint32_t effectiveUid, std::uint32_t realUid) {
-    Bytes bytes(136, std::byte{0xa5});
-    put(bytes, 20, effectiveUid);
-    put(bytes, 28, realUid);
-    return bytes;
-}
-
-inline Bytes processRecord(std::int32_t pid) {
-    Bytes bytes(648, std::byte{0xa5});
-    put(bytes, 40, pid);
-    return bytes;
+inline Bytes processRecord(std::uint32_t pid) {
+    return record(648, {{40, pid}});
 }
 
 } // namespace zenlot::test

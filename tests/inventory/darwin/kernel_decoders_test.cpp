@@ -1,0 +1,73 @@
+#include "inventory/darwin/kernel_bytes.h"
+#include "inventory/darwin/process_records.h"
+#include "inventory/darwin/tcp_pcb_list.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace zenlot {
+namespace {
+
+using namespace test;
+using testing::ElementsAre;
+using testing::SizeIs;
+using enum AddressFamily;
+
+TEST(TcpPcbListTest, EntryLengthDecidesWhichFieldsAreRead) {
+    for (const std::uint32_t length : {25U, 184U, 185U, 256U, 257U, 8191U}) {
+        const TcpTableEntry expected{443, 0x1234, length > 184 ? ipv6 : ipv4,
+                                     length > 256 ? 502U : 777U};
+        const Bytes entry = tableEntry({.localPort = 443, .length = length, .foreignPort = 0x1234});
+        EXPECT_THAT(decodeTcpPcbList(joined({tableHead(4), entry}), 777), ElementsAre(expected));
+    }
+}
+
+TEST(TcpPcbListTest, AnImpossibleLengthEndsTheTable) {
+    const Bytes first = joined({tableHead(), tableEntry({})});
+    const Bytes whole = joined({first, tableEntry({})});
+    EXPECT_THAT(decodeTcpPcbList(whole, 0), SizeIs(2));
+    for (std::size_t size = first.size(); size < whole.size(); ++size)
+        EXPECT_THAT(decodeTcpPcbList(std::span(whole).first(size), 0), SizeIs(1)) << size;
+    for (const std::uint32_t length : {0U, 24U, 8192U, 0xffffffffU}) {
+        const Bytes table = joined({first, record(9000, {{0, length}})});
+        EXPECT_THAT(decodeTcpPcbList(table, 0), SizeIs(1)) << length;
+    }
+}
+
+TEST(ProcessRecordsTest, OnlyACompleteTcpSocketIsOne) {
+    const Bytes info = socketInfo({.localPort = 0xbeef, .family = 30, .state = 4});
+    EXPECT_EQ(decodeTcpSocket(info), (TcpSocket{ipv6, TcpState::established, 0xbeef, 0x1234}));
+    EXPECT_EQ(decodeTcpSocket(std::span(info).first(791)), std::nullopt);
+    EXPECT_EQ(decodeTcpSocket(socketInfo({.kind = 1})), std::nullopt);
+    const TcpState states[]{
+        TcpState::closed,      TcpState::listen,    TcpState::synSent,  TcpState::synReceived,
+        TcpState::established, TcpState::closeWait, TcpState::finWait1, TcpState::closing,
+        TcpState::lastAck,     TcpState::finWait2,  TcpState::timeWait, TcpState::unknown,
+    };
+    for (std::uint32_t number = 0; number < std::size(states); ++number)
+        EXPECT_EQ(decodeTcpSocket(socketInfo({.state = number}))->state, states[number]) << number;
+}
+
+// Most of what this looks for only a sanitizer can see.
+TEST(KernelDecodersTest, StayWithinDamagedBytes) {
+    std::mt19937 random{20240229}; // always the same, so that a failure can be repeated
+    const auto damaged = [&random](Bytes bytes) {
+        for (auto count = random() % 8; count > 0; --count)
+            bytes[random() % bytes.size()] = static_cast<std::byte>(random() % 32);
+        const auto size = random() % (bytes.size() + 1);
+        return Bytes(bytes.data(), bytes.data() + size); // in no more memory than it needs
+    };
+    for (int round = 0; round < 6000; ++round) {
+        const Bytes table = damaged(joined({tableHead(), tableEntry({}), tableEntry({.length = 30}),
+                                            tableEntry({.length = 190}), tableHead()}));
+        EXPECT_LE(decodeTcpPcbList(table, 0).size(), table.size() / 25);
+        EXPECT_LE(decodeSocketDescriptors(table).size(), table.size() / 8);
+        EXPECT_THAT(decodeProcessIds(table), SizeIs(table.size() / 648));
+        EXPECT_EQ(decodeProcessOwner(table).has_value(), table.size() >= 136);
+    }
+}
+
+} // namespace
+} // namespace zenlot
