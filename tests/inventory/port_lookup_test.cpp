@@ -1,60 +1,64 @@
 #include "inventory/fake_process_tables.h"
 #include "inventory/port_lookup.h"
+#include "inventory/port_merge.h"
 
 #include <gtest/gtest.h>
 
 namespace zenlot {
 namespace {
 
-OccupiedPort cached(std::int64_t port, std::int64_t pid, const std::string& path) {
-    return {port, "TCP4", "cached", "Stored Name", pid, "501", path};
+TEST(PortMergeTest, RichnessAddsUpWhatIsKnown) {
+    const std::pair<OccupiedPort, int> cases[] = {
+        {{1, "TCP4", "", "", 0, "0", ""}, 0},    {{1, "TCP4", "n", "", 0, "0", ""}, 2},
+        {{1, "TCP4", "", "N", 0, "0", ""}, 2},   {{1, "TCP4", "", "", 7, "0", ""}, 4},
+        {{1, "TCP4", "", "", -1, "0", "/n"}, 3}, {{1, "TCP4", "n", "N", 7, "0", "/n"}, 11}};
+    for (const auto& [record, richness] : cases)
+        EXPECT_EQ(recordRichness(record), richness);
 }
 
-class PortLookupTest : public testing::Test {
-  protected:
+TEST(PortMergeTest, TheFirstRicherCachedRecordReplacesAFreshOne) {
+    const std::vector<OccupiedPort> fresh{{80, "", "", "", 7, "fresh", ""},
+                                          {22, "", "", "", 0, "fresh", ""},
+                                          {81, "", "", "", 7, "fresh", ""},
+                                          {22, "", "n", "N", 7, "fresh", "/n"}};
+    const std::vector<OccupiedPort> cached{
+        {90, "", "", "", 7, "first", ""},   {80, "", "n", "", 0, "poorer", ""},
+        {80, "", "n", "", 7, "richer", ""}, {22, "", "n", "", 0, "richer", ""},
+        {22, "", "n", "", 7, "later", ""},  {81, "", "n", "N", 0, "equal", ""},
+        {90, "", "n", "", 7, "next", ""},   {21, "", "", "", 0, "other", ""}};
+    const std::vector expected{cached[7], cached[3], fresh[3], cached[2],
+                               fresh[2],  cached[0], cached[6]};
+    EXPECT_EQ(mergeWithCache(fresh, cached), expected);
+    EXPECT_EQ(mergeWithCache({}, cached), cached);
+    EXPECT_EQ(mergeWithCache(fresh, {}), fresh);
+}
+
+TEST(PortLookupTest, MergesTheScanWithTheCache) {
     FakeProcessTables tables;
-    SharedPortCache cache;
-    PortScanner scanner{tables, [](std::uint16_t, AddressFamily) { return false; }};
-    PortLookup lookup{scanner, cache};
-};
-
-TEST_F(PortLookupTest, FindsInTheCacheWhatTheScanDoesNotSee) {
-    cache.replace({cached(8080, 512, "/Applications/Sample.app/Contents/MacOS/server"),
-                   cached(8081, 513, "/bin/other"), cached(8080, 514, "/bin/twin")});
-    const auto rows = lookup.processesOnPort(8080);
-    ASSERT_EQ(rows.size(), 2U);
-    EXPECT_EQ(rows[0].pid, 512);
-    EXPECT_EQ(rows[0].name, "cached");
-    EXPECT_EQ(rows[0].displayName, "Sample"); // worked out afresh, not the stored one
-    EXPECT_EQ(rows[0].fullCommand, "/Applications/Sample.app/Contents/MacOS/server");
-    EXPECT_EQ(rows[0].user, "501");
-    EXPECT_EQ(rows[0].state, "LISTEN");
-    EXPECT_EQ(rows[0].localAddress, "*:8080");
-    EXPECT_EQ(rows[1].pid, 514);
-    EXPECT_FALSE(rows[0].id == rows[1].id);
-}
-
-TEST_F(PortLookupTest, RicherCachedRecordReplacesAnOwnerlessOne) {
     tables.table = {{22, 0, AddressFamily::ipv4, 0}};
+    SharedPortCache cache;
+    const PortScanner scanner(tables, [](std::uint16_t, AddressFamily) { return false; });
+    const PortLookup lookup(scanner, cache);
     EXPECT_EQ(lookup.processesOnPort(22).at(0).pid, 0);
-    cache.replace({cached(22, 99, "/usr/sbin/sshd")});
-    ASSERT_EQ(lookup.processesOnPort(22).size(), 1U);
-    EXPECT_EQ(lookup.processesOnPort(22).at(0).pid, 99);
+    const char* const path = "/Applications/NoteTaker.app/Contents/MacOS/tool";
+    cache.replace({{22, "TCP6", "tool", "Stale Name", 512, "501", path},
+                   {80, "TCP4", "web", "", 7, "0", "/bin/web"}});
+    const auto rows = lookup.processesOnPort(22);
+    ASSERT_EQ(rows.size(), 1U);
+    const PortProcess expected{rows[0].id, 512,    "tool",   "Note Taker", "501",
+                               path,       "TCP6", "LISTEN", "*:22",       22};
+    EXPECT_EQ(rows[0], expected);
+    EXPECT_NE(rows[0].id, lookup.processesOnPort(22).at(0).id);
+    EXPECT_EQ(lookup.processesOnPort(80).at(0).pid, 7);
     EXPECT_TRUE(lookup.processesOnPort(23).empty());
 }
 
 TEST(CheckPortAnswerTest, Sentences) {
-    const auto row = [](const std::string& displayName, std::int64_t pid) {
-        PortProcess process;
-        process.displayName = displayName;
-        process.pid = pid;
-        return process;
-    };
     EXPECT_EQ(checkPortAnswer(0, {}), "Please enter a valid port number between 1 and 65535.");
-    EXPECT_EQ(checkPortAnswer(70000, {}), "Please enter a valid port number between 1 and 65535.");
     EXPECT_EQ(checkPortAnswer(8080, {}), "Port 8080 is free — nothing is using it.");
-    EXPECT_EQ(checkPortAnswer(5000, {row("Sample", 812), row("", 930)}),
-              "Port 5000 is used by: Sample (PID 812),  (PID 930)");
+    std::vector<PortProcess> rows(2);
+    rows[0].displayName = "Sample";
+    EXPECT_EQ(checkPortAnswer(5000, rows), "Port 5000 is used by: Sample (PID 0),  (PID 0)");
 }
 
 } // namespace

@@ -1,73 +1,133 @@
 #include "inventory/app_port_group.h"
-#include "inventory/port_process.h"
+#include "inventory/record_json.h"
+#include "inventory/records_json.h"
 #include "inventory/shared_port_cache.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
+#include <limits>
+#include <random>
 #include <thread>
 
 namespace zenlot {
 namespace {
 
-using testing::MatchesRegex;
-
-OccupiedPort recordOf(std::int64_t pid, std::int64_t port, std::string user = {}) {
-    return {port, "TCP4", "", "", pid, std::move(user), ""};
-}
-
-TEST(OccupiedPortTest, IdIsPidAndPort) {
-    EXPECT_EQ(recordOf(4312, 3000).id(), "4312:3000");
-    EXPECT_EQ(recordOf(0, 22).id(), "0:22");
-}
+using namespace std::string_literals;
 
 TEST(OccupiedPortTest, OwnerIsCurrentUserOnlyByAnExactNumber) {
+    OccupiedPort record;
     for (const char* user : {"501", "+501", "000501"}) {
-        EXPECT_TRUE(recordOf(1, 1, user).isCurrentUser(501)) << user;
-        EXPECT_FALSE(recordOf(1, 1, user).isCurrentUser(502)) << user;
+        record.user = user;
+        EXPECT_TRUE(record.isCurrentUser(501) && !record.isCurrentUser(502)) << user;
     }
-    for (const char* user : {"0", "+0", "-0", "-000"})
-        EXPECT_TRUE(recordOf(1, 1, user).isCurrentUser(0)) << user;
-    EXPECT_TRUE(recordOf(1, 1, "4294967295").isCurrentUser(4294967295U));
     // Also not the users that sloppy parsing would take these for.
-    for (const char* user : {"", "+", "-", "+-0", "--0", "abc", " 0", "0 ", "0x1", "1e0", "5 01",
-                             "-5", "-501", "4294967296", "4294967797", "18446744073709552117"}) {
-        for (const UserId currentUser : {0U, 1U, 5U, 501U, 4294967291U, 4294967295U})
-            EXPECT_FALSE(recordOf(1, 1, user).isCurrentUser(currentUser)) << user;
+    for (const char* user : {"", "-", "+-0", "abc", " 0", "0 ", "0x1", "-5", "4294967296"}) {
+        record.user = user;
+        for (const UserId currentUser : {0U, 1U, 5U, 4294967291U, 4294967295U})
+            EXPECT_FALSE(record.isCurrentUser(currentUser)) << user;
     }
 }
 
 TEST(AppPortGroupTest, IdIsThePathElseTheFirstPortElseNew) {
-    EXPECT_EQ((AppPortGroup{"/A/Foo.app", {recordOf(77, 631)}}).id(), "/A/Foo.app");
-    EXPECT_EQ((AppPortGroup{std::nullopt, {recordOf(77, 631), recordOf(78, 80)}}).id(), "77:631");
-    const std::string id = AppPortGroup().id();
-    EXPECT_THAT(id, MatchesRegex("[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB].{3}-[0-9A-F]{12}"));
-    EXPECT_NE(id, AppPortGroup().id());
-}
-
-TEST(PortProcessTest, RowRepeatsTheRecordUnderANewIdAndName) {
-    const char* const path = "/Applications/NoteTaker.app/Contents/MacOS/tool";
-    const OccupiedPort record{5, "TCP6", "tool", "Stale Name", 512, "501", path};
-    const PortProcess row = PortProcess::fromOccupiedPort(record);
-    const PortProcess expected{row.id, 512,    "tool",   "Note Taker", "501",
-                               path,   "TCP6", "LISTEN", "*:5",        5};
-    EXPECT_EQ(row, expected);
-    EXPECT_NE(row, PortProcess::fromOccupiedPort(record));
+    EXPECT_EQ((AppPortGroup{"/A/Foo.app", {OccupiedPort()}}).id(), "/A/Foo.app");
+    EXPECT_EQ((AppPortGroup{std::nullopt, {OccupiedPort()}}).id(), "0:0");
+    EXPECT_NE(AppPortGroup().id(), AppPortGroup().id());
 }
 
 TEST(SharedPortCacheTest, ReadersSeeWholeListsOnly) {
     SharedPortCache cache;
-    EXPECT_TRUE(cache.copy().empty());
     std::thread writer([&cache] {
-        for (std::int64_t pid = 1; pid <= 500; ++pid)
-            cache.replace(std::vector(8, recordOf(pid, 80)));
+        OccupiedPort record;
+        while (++record.port <= 500)
+            cache.replace(std::vector(8, record));
     });
     std::vector<OccupiedPort> seen;
-    while (seen.empty() || seen.front().pid < 500) {
+    while (seen.empty() || seen.front().port < 500) {
         seen = cache.copy();
         EXPECT_TRUE(seen.empty() || seen == std::vector(8, seen.front()));
     }
     writer.join();
+}
+
+const std::vector<OccupiedPort> kPorts{
+    {3000, "TCP4", "node", "Node", 4312, "501", "/usr/bin/node"},
+    {std::numeric_limits<std::int64_t>::max(), "", R"(a"  b \ /)", "\n\t\x01\x7F",
+     std::numeric_limits<std::int64_t>::min(), "\0"s, "/\u00E9\U0001F680\uFFFE"}};
+
+// The text of the first port with one part replaced.
+std::string changed(const std::string& from, const std::string& to) {
+    std::string json = encodeOccupiedPorts(std::span(kPorts).first(1));
+    return json.replace(json.find(from), from.size(), to);
+}
+
+std::string nested(std::size_t depth) {
+    return std::string(depth, '[') + std::string(depth, ']');
+}
+
+TEST(RecordsJsonTest, WritesEveryKeyInOrderAndReadsThemBack) {
+    const OccupiedPort illFormed{0, "", "a\xFFz", "", 0, "", ""};
+    EXPECT_EQ(encodeOccupiedPorts(std::array{kPorts[0], illFormed}),
+              R"([{"port":3000,"proto":"TCP4","processName":"node","displayName":"Node",)"
+              R"("pid":4312,"user":"501","executablePath":"/usr/bin/node"},{"port":0,"proto":"",)"
+              R"("processName":"a�z","displayName":"","pid":0,"user":"","executablePath":""}])");
+    EXPECT_EQ(decodeOccupiedPorts(encodeOccupiedPorts(kPorts)), kPorts);
+}
+
+TEST(RecordsJsonTest, AcceptsWhateverIsNotItsBusiness) {
+    for (const std::string& value :
+         {"\t1e300 \r\n"s, R"([{"port":"y","pid":[{}]},null])"s, R"(true,"Port":" \" \\")"s,
+          "99999999999999999999"s, nested(kMaxJsonDepth - 2)})
+        EXPECT_TRUE(decodeOccupiedPorts(changed("3000", R"(3000,"other":)" + value))) << value;
+}
+
+TEST(RecordsJsonTest, RefusesDocumentsWhole) {
+    const std::string good = changed("", "");
+    const std::string blanks(kMaxJsonBytes - good.size(), ' ');
+    EXPECT_TRUE(decodeOccupiedPorts(good + blanks));
+    std::vector<std::string> texts{"[", std::string(kMaxJsonBytes, '['), good + blanks + ' '};
+    for (const auto& document : {""s, "{}"s, "[{}]"s, "[[]]"s, "[1]"s, good + 'x', good + '\0',
+                                 changed("\"node\"", "1"), changed(R"("port":3000,)", "")})
+        texts.push_back(document);
+    for (const auto& number : {"null", "\"1\"", "[]", "true", "1.0", "1e0", "01", "1,\"port\":1",
+                               "9223372036854775808", "-9223372036854775809"})
+        texts.push_back(changed("3000", number));
+    for (const auto& value :
+         {"tru"s, "1e999"s, std::string(100000, '9'), "\"\\ud800\""s, "\"\\x\""s, "\"\n\""s,
+          "\"\xC3\""s, "\"\xED\xA0\x80\""s, nested(kMaxJsonDepth - 1), nested(1000000)})
+        texts.push_back(changed("3000", R"(3000,"other":)" + value));
+    for (const std::string& text : texts)
+        EXPECT_EQ(decodeOccupiedPorts(text), std::nullopt) << text.substr(0, 200);
+}
+
+struct Reading {
+    std::optional<double> value;
+};
+
+TEST(RecordJsonTest, OptionalNumberMayBeAbsentOrNull) {
+    constexpr std::array<JsonField<Reading>, 1> kFields{{{"value", &Reading::value}}};
+    const std::pair<const char*, std::optional<double>> cases[] = {
+        {"{}", {}}, {R"({"value":null})", {}}, {R"({"value":-7})", -7}};
+    for (const auto& [text, value] : cases)
+        EXPECT_EQ(decodeRecord<Reading>(text, kFields).value().value, value) << text;
+}
+
+TEST(RecordsJsonTest, DamagedTextIsRefusedOrReadsAsSomethingWritable) {
+    const std::string whole = encodeOccupiedPorts(kPorts);
+    for (std::size_t length = 0; length < whole.size(); ++length)
+        EXPECT_EQ(decodeOccupiedPorts(whole.substr(0, length)), std::nullopt) << length;
+    std::mt19937 random(7); // NOLINT: the same damage in every run
+    int accepted = 0;
+    for (int round = 0; round < 20000; ++round) {
+        std::string text = whole;
+        text.replace(random() % text.size(), random() % 4, whole, random() % whole.size(), 2);
+        text[random() % text.size()] = static_cast<char>(random());
+        if (const auto records = decodeOccupiedPorts(text)) {
+            ++accepted;
+            EXPECT_EQ(decodeOccupiedPorts(encodeOccupiedPorts(*records)), records) << text;
+        }
+    }
+    EXPECT_GT(accepted, 100);
 }
 
 } // namespace

@@ -1,19 +1,14 @@
 #include "inventory/linux/linux_process_tables.h"
+#include "inventory/linux/socket_index.h"
 #include "inventory/port_scanner.h"
 #include "support/listener.h"
 #include "support/temporary_folder.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <algorithm>
-#include <filesystem>
 
 namespace zenlot {
 namespace {
-
-#ifndef IPPROTO_MPTCP
-constexpr int IPPROTO_MPTCP = 262;
-#endif
 
 // A kernel without socket diagnostics.
 class NoTransport final : public NetlinkTransport {
@@ -21,61 +16,33 @@ class NoTransport final : public NetlinkTransport {
     bool dump(std::span<const std::byte>, const Consumer&) override { return false; }
 };
 
-// The same expectations for both ways to the kernel's table.
-class RealTablesTest : public testing::TestWithParam<bool> {
-  protected:
-    static std::unique_ptr<NetlinkTransport> transport() {
-        if (GetParam())
-            return std::make_unique<SockDiagTransport>();
-        return std::make_unique<NoTransport>();
-    }
-
-    LinuxProcessTables tables{"/proc", transport()};
-    PortScanner scanner{tables};
-};
-
-void expectOwnListener(const std::vector<OccupiedPort>& ports, const Listener& listener,
-                       const std::string& proto) {
+TEST(LinuxProcessTablesTest, FindsRealListenersBothWays) {
     const std::string program = std::filesystem::read_symlink("/proc/self/exe").string();
-    const auto found = std::ranges::find(ports, listener.port(), &OccupiedPort::port);
-    ASSERT_NE(found, ports.end());
-    EXPECT_EQ(found->pid, ::getpid());
-    EXPECT_EQ(found->proto, proto);
-    EXPECT_EQ(found->executablePath, program);
-    EXPECT_EQ(found->processName, program.substr(program.rfind('/') + 1));
-    EXPECT_TRUE(found->isCurrentUser());
-}
-
-TEST_P(RealTablesTest, FindsItsOwnListeners) {
-    const Listener ipv4;
-    expectOwnListener(scanner.listOccupiedPorts(), ipv4, "TCP4");
-    const auto found = scanner.scanListeningSockets(ipv4.port());
-    ASSERT_EQ(found.size(), 1U);
-    expectOwnListener(found, ipv4, "TCP4");
-    if (std::filesystem::exists("/proc/net/tcp6")) {
-        const Listener ipv6(AF_INET6);
-        expectOwnListener(scanner.scanListeningSockets(ipv6.port()), ipv6, "TCP6");
+    const LinuxProcessTables withDiagnostics("/proc", std::make_unique<SockDiagTransport>());
+    const LinuxProcessTables without("/proc", std::make_unique<NoTransport>());
+    const std::pair<int, int> kinds[] = {{AF_INET, 0}, {AF_INET6, 0}, {AF_INET, IPPROTO_MPTCP}};
+    for (const auto& [family, protocol] : kinds) {
+        std::optional<Listener> listener;
+        try {
+            listener.emplace(family, protocol);
+        } catch (const std::runtime_error&) {
+            EXPECT_TRUE(family == AF_INET6 || protocol != 0); // not every kernel has these
+            continue;
+        }
+        const std::uint16_t port = listener->port();
+        for (const LinuxProcessTables* tables : {&withDiagnostics, &without}) {
+            const PortScanner scanner(*tables);
+            const auto found = scanner.scanListeningSockets(port);
+            ASSERT_EQ(found.size(), 1U) << family << ' ' << protocol;
+            EXPECT_EQ(found[0].pid, ::getpid());
+            EXPECT_EQ(found[0].proto, family == AF_INET6 ? "TCP6" : "TCP4");
+            EXPECT_EQ(found[0].executablePath, program);
+            EXPECT_THAT(scanner.listOccupiedPorts(), testing::Contains(found[0]));
+        }
+        listener.reset();
+        EXPECT_TRUE(PortScanner(withDiagnostics).scanListeningSockets(port).empty());
     }
 }
-
-TEST_P(RealTablesTest, FindsMultipathListeners) {
-    std::optional<Listener> multipath;
-    try {
-        multipath.emplace(AF_INET, IPPROTO_MPTCP);
-    } catch (const std::runtime_error&) {
-        return; // a kernel without multipath TCP has none to find
-    }
-    expectOwnListener(scanner.listOccupiedPorts(), *multipath, "TCP4");
-}
-
-TEST_P(RealTablesTest, ClosedListenerIsGone) {
-    const std::uint16_t port = Listener().port();
-    EXPECT_TRUE(scanner.scanListeningSockets(port).empty());
-}
-
-INSTANTIATE_TEST_SUITE_P(BothWays, RealTablesTest, testing::Bool(), [](const auto& way) {
-    return way.param ? "SocketDiagnostics" : "ProcNetTcp";
-});
 
 TEST(LinuxProcessTablesTest, ReadsACopyOfProc) {
     const TemporaryFolder folder;
@@ -83,19 +50,28 @@ TEST(LinuxProcessTablesTest, ReadsACopyOfProc) {
                             "1: 0:0051 0:0000 0A 0:0 0:0 0 0 0 0\n");
     folder.write("net/tcp6", "h\n0: 0:0050 0:0000 0A 0:0 0:0 0 33 0 101\n");
     folder.link("7/fd/9", "socket:[101]");
-    folder.link("7/exe", "/opt/b\xff"
-                         "d");
+    folder.link("7/exe", "/opt/\xff");
     folder.write("7/status", "Uid:\t33\t33\t33\t33\n");
-    folder.link("8/fd/3", "socket:[999]");
     const LinuxProcessTables tables(folder.path().string(), std::make_unique<NoTransport>());
-    EXPECT_EQ(
-        PortScanner(tables).listOccupiedPorts(),
-        (std::vector<OccupiedPort>{{80, "TCP6", "b\uFFFDd", "B\uFFFDd", 7, "33", "/opt/b\uFFFDd"},
-                                   {81, "TCP4", "", "", 0, "0", ""}}));
-    const auto snapshot = tables.beginSnapshot(std::nullopt);
+    const std::vector<OccupiedPort> expected{
+        {80, "TCP6", "\uFFFD", "\uFFFD", 7, "33", "/opt/\uFFFD"}, {81, "TCP4", "", "", 0, "0", ""}};
+    EXPECT_EQ(PortScanner(tables).listOccupiedPorts(), expected);
     // No process can show a socket without an inode, so the walk need not look for one.
-    EXPECT_EQ(snapshot->attributablePorts(), std::vector<std::uint16_t>{80});
+    EXPECT_EQ(tables.beginSnapshot({})->attributablePorts(), std::vector<std::uint16_t>{80});
     EXPECT_TRUE(tables.beginSnapshot(65536 + 80)->tcpTable().empty());
+}
+
+TEST(SocketIndexTest, FindsEverySocketAndNothingElse) {
+    EXPECT_EQ(SocketIndex().find(1), nullptr);
+    std::vector<KernelTcpSocket> sockets(2000);
+    for (std::size_t i = 1; i < sockets.size(); ++i)
+        sockets[i] = {{{}, {}, static_cast<std::uint16_t>(i), 0}, 0, i << 20};
+    const SocketIndex index(sockets);
+    for (std::size_t i = 1; i < sockets.size(); ++i) {
+        ASSERT_TRUE(index.find(i << 20) && index.find(i << 20)->localPort == i) << i;
+        EXPECT_EQ(index.find((i << 20) + 1), nullptr);
+    }
+    EXPECT_EQ(index.find(0), nullptr);
 }
 
 } // namespace

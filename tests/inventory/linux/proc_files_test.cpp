@@ -1,65 +1,67 @@
 #include "inventory/linux/proc_files.h"
+#include "inventory/linux/proc_net_tcp.h"
 #include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
-
-#include <algorithm>
 
 namespace zenlot {
 namespace {
 
 TEST(ProcFilesTest, StatusNamesBothUsers) {
-    struct Case {
-        const char* text;
-        std::optional<ProcessStatus> expected;
-    };
-    for (const auto& [text, expected] : std::initializer_list<Case>{
-             {"Name:\tx\nState:\tS (sleeping)\nUid:\t1000\t0\t0\t0\nGid:\t5\t5\t5\t5\n",
-              ProcessStatus{1000, 0, false}},
-             {"Name:\tx\nState:\tZ (zombie)\nUid:\t7\t8\t8\t8\n", ProcessStatus{7, 8, true}},
-             // The kernel escapes line breaks in the name, so that it can't pass for a line.
-             {"Name:\tx\\nUid:\t1\nUid:\t4294967295\t3\t3\t3", ProcessStatus{4294967295, 3, false}},
-             {"Uid:\t7\n", std::nullopt},
-             {"Uid:\tx\ty\n", std::nullopt},
-             {"", std::nullopt}})
+    const std::pair<const char*, std::optional<ProcessStatus>> cases[] = {
+        {"State:\tS (sleeping)\nUid:\t1000\t0\t0\t0\nGid:\t5\t5\n", ProcessStatus{1000, 0, false}},
+        {"Name:\tx\nState:\tZ (zombie)\nUid:\t7\t8\t8\t8\n", ProcessStatus{7, 8, true}},
+        // The kernel escapes line breaks in the name, so that it can't pass for a line.
+        {"Name:\tx\\nUid:\t1\nUid:\t4294967295\t3", ProcessStatus{4294967295, 3, false}},
+        {"Uid:\t7\n", {}}};
+    for (const auto& [text, expected] : cases)
         EXPECT_EQ(decodeProcessStatus(text), expected) << text;
 }
 
 TEST(ProcFilesTest, ReadsProcessesFromAnyRoot) {
     const TemporaryFolder folder;
     folder.write("12/status", "State:\tR\nUid:\t5\t6\t6\t6\n");
-    folder.write("uptime", "1");
     folder.write("self/status", "");
-    folder.link("12/fd/0", "/dev/null");
+    folder.write("really (deleted)", "");
+    const std::string real = (folder.path() / "really (deleted)").string();
     folder.link("12/fd/1", "socket:[4711]");
-    folder.link("12/fd/2", "socket:[]");
     folder.link("12/fd/3", "socket:[18446744073709551616]");
     folder.link("12/fd/4", "/srv/" + std::string(3000, 'x') + "/socket:[1]");
+    folder.link("12/exe", "/opt/server (deleted)");
+    folder.link("13/exe", real);
     const ProcFiles files(folder.path().string());
-    EXPECT_EQ(files.pids(), std::vector<ProcessId>{12});
-    EXPECT_EQ(files.pids(), std::vector<ProcessId>{12}); // a second look starts afresh
+    EXPECT_EQ(files.pids().size(), 2U);
+    EXPECT_EQ(files.pids().size(), 2U); // a second look starts afresh
     EXPECT_EQ(files.status(12), (ProcessStatus{5, 6, false}));
     EXPECT_EQ(files.status(13), std::nullopt);
     std::vector<std::uint64_t> inodes;
-    const auto collect = [&inodes](std::uint64_t inode) { inodes.push_back(inode); };
-    files.forEachSocketInode(12, collect);
-    files.forEachSocketInode(13, collect);
+    for (const ProcessId pid : {12, 13})
+        files.forEachSocketInode(pid, [&](std::uint64_t inode) { inodes.push_back(inode); });
     EXPECT_EQ(inodes, std::vector<std::uint64_t>{4711});
-    EXPECT_TRUE(ProcFiles("/nowhere").pids().empty());
+    EXPECT_EQ(files.executablePath(12), "/opt/server");
+    EXPECT_EQ(files.executablePath(13), real);
+    EXPECT_EQ(files.executablePath(14), "");
 }
 
-TEST(ProcFilesTest, DeletedMarkIsTakenOffUnlessItIsTheName) {
-    const TemporaryFolder folder;
-    folder.write("really (deleted)", "");
-    const std::string real = (folder.path() / "really (deleted)").string();
-    folder.link("2/exe", "/opt/server (deleted)");
-    folder.link("3/exe", real);
-    folder.link("4/exe", "/opt/server");
-    const ProcFiles files(folder.path().string());
-    EXPECT_EQ(files.executablePath(2), "/opt/server");
-    EXPECT_EQ(files.executablePath(3), real);
-    EXPECT_EQ(files.executablePath(4), "/opt/server");
-    EXPECT_EQ(files.executablePath(5), "");
+TEST(ProcNetTcpTest, KeepsTheListenersAndSkipsLinesThatMakeNoSense) {
+    const std::string text = R"(  sl local rem st tx_queue rx_queue tr tm->when uid timeout inode
+   0: 0100007F:1F90 00000000:0000 0A 00000000:00000000 00:00000000 00000000  1000        0 31337 1
+   1: 0100007F:1F90 0100007F:C001 01 00000000:00000000 00:00000000 00000000  1000        0 31338 1
+
+   2: F:50 F:0 0A 0 0 0 0 0
+   3: F:1FFFF F:0 0A 0 0 0 0 0 1
+   4: F:50 F:0 0A 0 0 0 x 0 1
+   5: F50 F:0 0A 0 0 0 0 0 1
+   6: F:50 F:0 0A 0 0 0 0 0 99999999999999999999
+   7: F:50 F:0 0A 0 0 0 33 0 5)";
+    std::vector<KernelTcpSocket> sockets;
+    decodeProcNetTcp(text, AddressFamily::ipv6, sockets);
+    const std::vector<KernelTcpSocket> expected{
+        {{AddressFamily::ipv6, TcpState::listen, 8080, 0}, 1000, 31337},
+        {{AddressFamily::ipv6, TcpState::listen, 80, 0}, 33, 5}};
+    EXPECT_EQ(sockets, expected);
+    for (std::size_t length = 0; length < text.size(); ++length)
+        decodeProcNetTcp(text.substr(0, length), AddressFamily::ipv4, sockets);
 }
 
 } // namespace
