@@ -142,7 +142,7 @@ void BM_DecodeProcNetTcp(benchmark::State& state) {
     const std::string text = procNetTcp();
     for ([[maybe_unused]] auto iteration : state) {
         std::vector<KernelTcpSocket> sockets;
-        decodeProcNetTcp(text, AddressFamily::ipv4, sockets);
+        decodeProcNetTcp(text, AddressFamily::ipv4, SocketScope::listening, sockets);
         benchmark::DoNotOptimize(sockets.data());
         expect(state, sockets.size() == kSockets);
     }

@@ -16,10 +16,12 @@ namespace zenlot {
 
 // The flavours of proc_pidinfo and proc_pidfdinfo, and the sysctl names.
 inline constexpr int kProcPidListFds = 1;              // an array of ProcFdInfo
+inline constexpr int kProcPidTaskAllInfo = 2;          // one ProcTaskAllInfo
 inline constexpr int kProcPidTbsdInfo = 3;             // one ProcBsdInfo
 inline constexpr int kProcPidFdSocketInfo = 3;         // one SocketFdInfo
 inline constexpr int kAllProcessesName[]{1, 14, 0, 0}; // kern, proc, all; an array of KinfoProc
 inline constexpr char kTcpPcbListName[] = "net.inet.tcp.pcblist64";
+inline constexpr char kMemorySizeName[] = "hw.memsize"; // one 64-bit number of bytes
 
 class DarwinCalls {
   public:
@@ -51,6 +53,9 @@ class DarwinCalls {
     // Writes the path of the executable, ended by a zero byte, and returns its length, or less
     // than 1 on failure.
     virtual int proc_pidpath(int pid, void* buffer, std::uint32_t size) const = 0;
+
+    // Writes one MachTimebaseInfo and returns 0 when it could.
+    virtual int mach_timebase_info(void* info) const = 0;
 
     // Returns 0 when the signal was delivered.
     virtual int kill(int pid, int signal) const = 0;

@@ -2,14 +2,11 @@
 
 #include "inventory/darwin/kernel_records.h"
 #include "inventory/darwin/process_owner_query.h"
+#include "inventory/darwin/process_queries.h"
 #include "inventory/darwin/process_records.h"
 #include "inventory/darwin/tcp_pcb_list.h"
-#include "inventory/process_identity.h"
 
 #include <algorithm>
-#include <array>
-#include <string_view>
-#include <utility>
 
 namespace zenlot {
 
@@ -17,8 +14,6 @@ namespace {
 
 // A system with more processes loses those beyond; their ports still stand in the TCP table.
 constexpr int kMaximumPids = 8192;
-
-constexpr std::size_t kPathBufferSize = 4096;
 
 // A TCP table of one head, or of less, has no entries.
 constexpr std::size_t kMinimumTcpTableSize = 25;
@@ -79,15 +74,10 @@ class DarwinProcessSnapshot final : public ProcessSnapshot {
     void appendTcpSockets(ProcessId pid, std::vector<TcpSocket>& sockets) const override {
         if (!hasSockets_)
             return;
-        for (const std::int32_t descriptor : decodeSocketDescriptors(descriptorList(pid))) {
-            std::array<std::byte, sizeof(SocketFdInfo)> info{};
-            const int written = calls_.proc_pidfdinfo(pid, descriptor, kProcPidFdSocketInfo,
-                                                      info.data(), static_cast<int>(info.size()));
-            if (std::cmp_not_equal(written, info.size()))
-                continue;
-            const std::optional<TcpSocket> socket = decodeTcpSocket(info);
-            if (socket && matches(socket->localPort))
-                sockets.push_back(*socket);
+        for (const TcpSocket& socket :
+             queryTcpSockets(calls_, pid, queryDescriptors(calls_, pid))) {
+            if (matches(socket.localPort))
+                sockets.push_back(socket);
         }
     }
 
@@ -97,30 +87,11 @@ class DarwinProcessSnapshot final : public ProcessSnapshot {
     }
 
     std::string executablePath(ProcessId pid) const override {
-        std::array<char, kPathBufferSize> path{};
-        if (calls_.proc_pidpath(pid, path.data(), static_cast<std::uint32_t>(path.size())) < 1)
-            return {};
-        // The length that the call returns is not needed: the path ends at the first zero byte, or
-        // with the buffer.
-        const auto end = std::find(path.begin(), path.end(), '\0');
-        return sanitizedUtf8(std::string_view(path.begin(), end));
+        return queryExecutablePath(calls_, pid);
     }
 
   private:
     bool matches(std::uint16_t port) const { return !port_ || *port_ == port; }
-
-    // An array of ProcFdInfo, of whole records.
-    std::vector<std::byte> descriptorList(ProcessId pid) const {
-        const int needed = calls_.proc_pidinfo(pid, kProcPidListFds, 0, nullptr, 0);
-        if (needed < static_cast<int>(sizeof(ProcFdInfo)))
-            return {};
-        const auto size = static_cast<std::size_t>(needed);
-        std::vector<std::byte> list(size - size % sizeof(ProcFdInfo));
-        const int written = calls_.proc_pidinfo(pid, kProcPidListFds, 0, list.data(),
-                                                static_cast<int>(list.size()));
-        list.resize(std::min(list.size(), static_cast<std::size_t>(std::max(written, 0))));
-        return list;
-    }
 
     const DarwinCalls& calls_;
     std::optional<std::int64_t> port_;

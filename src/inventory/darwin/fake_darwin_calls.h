@@ -31,8 +31,9 @@ struct FakeDarwinProcess {
     std::vector<std::byte> descriptors; // ProcFdInfo records
     std::optional<int> announcedDescriptors{};
     std::optional<int> claimedDescriptors{};
-    std::map<int, std::vector<std::byte>> sockets;   // a SocketFdInfo by its descriptor
-    std::optional<std::vector<std::byte>> bsdInfo{}; // none: may not be inspected
+    std::map<int, std::vector<std::byte>> sockets;       // a SocketFdInfo by its descriptor
+    std::optional<std::vector<std::byte>> bsdInfo{};     // none: may not be inspected
+    std::optional<std::vector<std::byte>> taskAllInfo{}; // none: may not be inspected
     std::string path;
 };
 
@@ -40,6 +41,8 @@ class FakeDarwinCalls final : public DarwinCalls {
   public:
     FakeDarwinTable tcpPcbList;
     FakeDarwinTable allProcesses;
+    FakeDarwinTable memorySize;
+    std::vector<std::byte> timebase; // a MachTimebaseInfo; empty: the call fails
     std::vector<ProcessId> pids;
     std::optional<int> claimedPids;
     std::map<ProcessId, FakeDarwinProcess> processes;
@@ -47,6 +50,8 @@ class FakeDarwinCalls final : public DarwinCalls {
     mutable std::vector<std::pair<int, int>> signals; // pid and signal; for one thread only
 
     int sysctlbyname(const char* name, void* buffer, std::size_t* length) const override {
+        if (name == std::string_view(kMemorySizeName))
+            return answer(memorySize, buffer, length);
         return name == std::string_view(kTcpPcbListName) ? answer(tcpPcbList, buffer, length) : -1;
     }
 
@@ -67,6 +72,8 @@ class FakeDarwinCalls final : public DarwinCalls {
             return 0;
         if (flavor == kProcPidTbsdInfo)
             return process->bsdInfo ? write(*process->bsdInfo, buffer, size) : 0;
+        if (flavor == kProcPidTaskAllInfo)
+            return process->taskAllInfo ? write(*process->taskAllInfo, buffer, size) : 0;
         if (flavor != kProcPidListFds)
             return -1;
         if (!buffer)
@@ -88,6 +95,13 @@ class FakeDarwinCalls final : public DarwinCalls {
         return process
                    ? write(std::as_bytes(std::span(process->path)), buffer, static_cast<int>(size))
                    : 0;
+    }
+
+    int mach_timebase_info(void* info) const override {
+        if (timebase.empty())
+            return -1;
+        write(timebase, info, static_cast<int>(timebase.size()));
+        return 0;
     }
 
     int kill(int pid, int signal) const override {

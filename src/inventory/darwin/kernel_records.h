@@ -82,19 +82,52 @@ static_assert(offsetof(SocketFdInfo, psi.pri_tcp.tcpsi_state) == 264 + 80);
 
 // Identity of a process.
 struct ProcBsdInfo {
-    std::array<std::byte, 20> flagsToParent; // flags, status, exit status, pid, parent, 4 each
-    std::uint32_t pbi_uid;                   // effective user
+    std::array<std::byte, 4> flags;
+    std::uint32_t pbi_status;
+    std::array<std::byte, 8> exitStatusAndPid;
+    std::uint32_t pbi_ppid;
+    std::uint32_t pbi_uid; // effective user
     std::array<std::byte, 4> effectiveGroup;
     std::uint32_t pbi_ruid; // real user
     // Real group, saved user, saved group, reserved, 4 each.
     std::array<std::byte, 16> realGroupToReserved;
     std::array<std::byte, 48> names; // short name 16, long name 32
     // Descriptors, process group, job control count, terminal device, terminal's process group,
-    // nice value, 4 each; start time as seconds 8 and microseconds 8.
-    std::array<std::byte, 40> filesToStartTime;
+    // nice value, 4 each.
+    std::array<std::byte, 24> filesToNice;
+    std::uint64_t pbi_start_tvsec; // since 1970
+    std::array<std::byte, 8> startMicroseconds;
 };
 static_assert(sizeof(ProcBsdInfo) == 136);
+static_assert(offsetof(ProcBsdInfo, pbi_ppid) == 16);
 static_assert(offsetof(ProcBsdInfo, pbi_uid) == 20 && offsetof(ProcBsdInfo, pbi_ruid) == 28);
+static_assert(offsetof(ProcBsdInfo, pbi_start_tvsec) == 120);
+
+// Resources of a process. The CPU times are in units of the machine's own clock.
+struct ProcTaskInfo {
+    std::uint64_t pti_virtual_size; // in bytes, as the next one
+    std::uint64_t pti_resident_size;
+    std::uint64_t pti_total_user;
+    std::uint64_t pti_total_system;
+    // Times of the threads that exist 2 times 8; policy, faults, page-ins, copy-on-write faults,
+    // messages sent and received, two kinds of system calls, context switches, threads, running
+    // threads, priority, 4 each.
+    std::array<std::byte, 64> threadTimesToPriority;
+};
+static_assert(sizeof(ProcTaskInfo) == 96);
+
+struct ProcTaskAllInfo {
+    ProcBsdInfo pbsd;
+    ProcTaskInfo ptinfo;
+};
+static_assert(sizeof(ProcTaskAllInfo) == 232);
+
+// How long a unit of the machine's clock is: numer / denom nanoseconds.
+struct MachTimebaseInfo {
+    std::uint32_t numer;
+    std::uint32_t denom;
+};
+static_assert(sizeof(MachTimebaseInfo) == 8);
 
 // One process in the older table of all processes.
 struct ExternProc {

@@ -5,6 +5,7 @@
 
 #include <arpa/inet.h>
 
+#include <algorithm>
 #include <iterator>
 
 namespace zenlot {
@@ -16,6 +17,23 @@ constexpr TcpState kStatesByNumber[]{
     TcpState::established, TcpState::closeWait, TcpState::finWait1, TcpState::closing,
     TcpState::lastAck,     TcpState::finWait2,  TcpState::timeWait,
 };
+
+ProcessState processStateFromNumber(std::uint32_t number) {
+    switch (number) {
+    case 1:
+        return ProcessState::beingCreated;
+    case 2:
+        return ProcessState::runnable;
+    case 3:
+        return ProcessState::sleeping;
+    case 4:
+        return ProcessState::stopped;
+    case 5:
+        return ProcessState::zombie;
+    default:
+        return ProcessState::unknown;
+    }
+}
 
 TcpState stateFromNumber(std::int32_t number) {
     // A negative number becomes one that is far too large.
@@ -61,6 +79,36 @@ std::optional<ProcessOwner> decodeProcessOwner(std::span<const std::byte> proces
         return std::nullopt;
     const auto info = loadAt<ProcBsdInfo>(process);
     return ProcessOwner{.effectiveUid = info.pbi_uid, .realUid = info.pbi_ruid};
+}
+
+std::optional<TaskInfo> decodeTaskInfo(std::span<const std::byte> process) {
+    if (process.size() < sizeof(ProcTaskAllInfo))
+        return std::nullopt;
+    const auto info = loadAt<ProcTaskAllInfo>(process);
+    TaskInfo task;
+    task.parentPid = static_cast<ProcessId>(info.pbsd.pbi_ppid);
+    task.state = processStateFromNumber(info.pbsd.pbi_status);
+    constexpr std::uint64_t kLatest = std::chrono::seconds::max().count();
+    task.startTime = std::chrono::seconds(std::min(info.pbsd.pbi_start_tvsec, kLatest));
+    task.virtualBytes = info.ptinfo.pti_virtual_size;
+    task.residentBytes = info.ptinfo.pti_resident_size;
+    return task;
+}
+
+std::optional<std::chrono::milliseconds> decodeCpuTime(std::span<const std::byte> process,
+                                                       std::span<const std::byte> timebase) {
+    if (process.size() < sizeof(ProcTaskAllInfo) || timebase.size() < sizeof(MachTimebaseInfo))
+        return std::nullopt;
+    const auto unit = loadAt<MachTimebaseInfo>(timebase);
+    if (unit.numer == 0 || unit.denom == 0)
+        return std::nullopt;
+    const ProcTaskInfo info = loadAt<ProcTaskAllInfo>(process).ptinfo;
+    // In floating point, as whole units of some machines would overflow on their way.
+    const double units =
+        static_cast<double>(info.pti_total_user) + static_cast<double>(info.pti_total_system);
+    const double milliseconds = units * unit.numer / unit.denom / 1e6;
+    constexpr double kMost = 1e15; // some ten thousand years
+    return std::chrono::milliseconds(static_cast<std::int64_t>(std::min(milliseconds, kMost)));
 }
 
 std::vector<ProcessId> decodeProcessIds(std::span<const std::byte> processes) {

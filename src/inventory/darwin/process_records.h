@@ -2,8 +2,9 @@
 // that a call has written; a record that is not complete is left out.
 #pragma once
 
-#include "inventory/process_tables.h"
+#include "inventory/process_inspector.h"
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -27,6 +28,15 @@ std::optional<TcpSocket> decodeTcpSocket(std::span<const std::byte> socket);
 
 // The owner out of a ProcBsdInfo; none when it is not complete.
 std::optional<ProcessOwner> decodeProcessOwner(std::span<const std::byte> process);
+
+// What a ProcTaskAllInfo says of a process, but for its CPU time, which is in units that only the
+// machine knows; none when it is not complete.
+std::optional<TaskInfo> decodeTaskInfo(std::span<const std::byte> process);
+
+// The time that a process has had on a processor, out of a ProcTaskAllInfo and a MachTimebaseInfo;
+// none when either is not complete or makes no sense.
+std::optional<std::chrono::milliseconds> decodeCpuTime(std::span<const std::byte> process,
+                                                       std::span<const std::byte> timebase);
 
 // The process ids of an array of KinfoProc, in its order.
 std::vector<ProcessId> decodeProcessIds(std::span<const std::byte> processes);

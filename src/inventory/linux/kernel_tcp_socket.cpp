@@ -4,6 +4,11 @@
 
 namespace zenlot {
 
+bool isInScope(SocketScope scope, TcpState state) {
+    return scope == SocketScope::listening ? state == TcpState::listen
+                                           : state != TcpState::timeWait;
+}
+
 TcpState tcpStateFromKernel(unsigned number) {
     switch (number) {
     case TCP_ESTABLISHED:

@@ -15,6 +15,14 @@ struct KernelTcpSocket {
     friend bool operator==(const KernelTcpSocket&, const KernelTcpSocket&) = default;
 };
 
+// Which sockets are asked for.
+enum class SocketScope : std::uint8_t {
+    listening,
+    held, // in every state in which a process can still hold a descriptor of it
+};
+
+bool isInScope(SocketScope scope, TcpState state);
+
 // The state for a number of the kernel's own list (include/net/tcp_states.h).
 TcpState tcpStateFromKernel(unsigned number);
 

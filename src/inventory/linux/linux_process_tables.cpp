@@ -1,8 +1,7 @@
 #include "inventory/linux/linux_process_tables.h"
 
-#include "inventory/linux/proc_net_tcp.h"
-#include "inventory/linux/sock_diag.h"
 #include "inventory/linux/socket_index.h"
+#include "inventory/linux/tcp_socket_table.h"
 #include "inventory/occupied_port.h"
 #include "inventory/process_identity.h"
 
@@ -59,29 +58,6 @@ class LinuxProcessSnapshot final : public ProcessSnapshot {
     std::vector<std::uint16_t> attributablePorts_;
 };
 
-std::vector<KernelTcpSocket> listeningSockets(const ProcFiles& procFiles,
-                                              NetlinkTransport& transport,
-                                              std::optional<std::uint16_t> port) {
-    struct Source {
-        AddressFamily family;
-        const char* file;
-    };
-    std::vector<KernelTcpSocket> all;
-    for (const Source& source :
-         {Source{AddressFamily::ipv4, "net/tcp"}, Source{AddressFamily::ipv6, "net/tcp6"}}) {
-        if (auto sockets = dumpListeningSockets(transport, source.family, port)) {
-            std::ranges::move(*sockets, std::back_inserter(all));
-        } else if (const auto text = procFiles.read(source.file)) {
-            decodeProcNetTcp(*text, source.family, all);
-        }
-    }
-    if (port)
-        std::erase_if(all, [port](const KernelTcpSocket& socket) {
-            return socket.socket.localPort != *port;
-        });
-    return all;
-}
-
 } // namespace
 
 LinuxProcessTables::LinuxProcessTables(const std::string& procRoot,
@@ -92,9 +68,10 @@ std::unique_ptr<ProcessSnapshot>
 LinuxProcessTables::beginSnapshot(std::optional<std::int64_t> port) const {
     std::vector<KernelTcpSocket> sockets;
     if (!port)
-        sockets = listeningSockets(procFiles_, *transport_, std::nullopt);
+        sockets = readTcpSockets(procFiles_, *transport_, SocketScope::listening, std::nullopt);
     else if (isValidPort(*port))
-        sockets = listeningSockets(procFiles_, *transport_, static_cast<std::uint16_t>(*port));
+        sockets = readTcpSockets(procFiles_, *transport_, SocketScope::listening,
+                                 static_cast<std::uint16_t>(*port));
     return std::make_unique<LinuxProcessSnapshot>(procFiles_, sockets);
 }
 

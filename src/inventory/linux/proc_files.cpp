@@ -119,13 +119,15 @@ std::vector<ProcessId> ProcFiles::pids() const {
     return pids;
 }
 
-void ProcFiles::forEachSocketInode(ProcessId pid,
-                                   const std::function<void(std::uint64_t)>& call) const {
+std::int64_t ProcFiles::forEachSocketInode(ProcessId pid,
+                                           const std::function<void(std::uint64_t)>& call) const {
     const FileDescriptor directory(
         ::openat(root_.get(), pathOf(pid, "fd").data(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    std::int64_t count = 0;
     if (!directory)
-        return;
+        return count;
     forEachNumber(directory, [&](const char* name) {
+        ++count;
         std::array<char, 64> link; // A socket's link is short; a longer one is a file's.
         const ssize_t length = ::readlinkat(directory.get(), name, link.data(), link.size());
         if (length <= 0)
@@ -133,6 +135,7 @@ void ProcFiles::forEachSocketInode(ProcessId pid,
         if (const auto inode = socketInode({link.data(), static_cast<std::size_t>(length)}))
             call(*inode);
     });
+    return count;
 }
 
 std::optional<ProcessStatus> ProcFiles::status(ProcessId pid) const {

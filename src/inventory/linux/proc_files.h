@@ -33,8 +33,10 @@ class ProcFiles {
     std::vector<ProcessId> pids() const;
 
     // Calls back with the inode of each socket that the process holds, in the order of its
-    // descriptors. Nothing happens for a process that is gone or may not be inspected.
-    void forEachSocketInode(ProcessId pid, const std::function<void(std::uint64_t)>& call) const;
+    // descriptors, and returns how many descriptors of every kind there are. Nothing happens for a
+    // process that is gone or may not be inspected, and the result is 0.
+    std::int64_t forEachSocketInode(ProcessId pid,
+                                    const std::function<void(std::uint64_t)>& call) const;
 
     std::optional<ProcessStatus> status(ProcessId pid) const;
 

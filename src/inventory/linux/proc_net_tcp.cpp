@@ -53,7 +53,7 @@ bool split(std::string_view line, std::array<std::string_view, columnCount>& col
 
 } // namespace
 
-void decodeProcNetTcp(std::string_view text, AddressFamily family,
+void decodeProcNetTcp(std::string_view text, AddressFamily family, SocketScope scope,
                       std::vector<KernelTcpSocket>& sockets) {
     while (!text.empty()) {
         const std::string_view line = text.substr(0, text.find('\n'));
@@ -67,11 +67,12 @@ void decodeProcNetTcp(std::string_view text, AddressFamily family,
         const auto stateNumber = parse<unsigned>(columns[state], 16);
         const auto ownerUid = parse<UserId>(columns[uid], 10);
         const auto inodeNumber = parse<std::uint64_t>(columns[inode], 10);
-        if (!localPort || !foreignPort || !stateNumber || !ownerUid || !inodeNumber ||
-            tcpStateFromKernel(*stateNumber) != TcpState::listen)
+        if (!localPort || !foreignPort || !stateNumber || !ownerUid || !inodeNumber)
             continue;
-        sockets.push_back(
-            {{family, TcpState::listen, *localPort, *foreignPort}, *ownerUid, *inodeNumber});
+        const TcpState socketState = tcpStateFromKernel(*stateNumber);
+        if (isInScope(scope, socketState))
+            sockets.push_back(
+                {{family, socketState, *localPort, *foreignPort}, *ownerUid, *inodeNumber});
     }
 }
 

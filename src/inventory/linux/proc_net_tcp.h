@@ -9,9 +9,9 @@
 
 namespace zenlot {
 
-// Appends the listening sockets, in the order of the lines. The heading and lines that make no
+// Appends the sockets in scope, in the order of the lines. The heading and lines that make no
 // sense are skipped.
-void decodeProcNetTcp(std::string_view text, AddressFamily family,
+void decodeProcNetTcp(std::string_view text, AddressFamily family, SocketScope scope,
                       std::vector<KernelTcpSocket>& sockets);
 
 } // namespace zenlot

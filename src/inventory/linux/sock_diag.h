@@ -1,4 +1,4 @@
-// Reads the kernel's listening TCP sockets through its socket diagnostics (NETLINK_SOCK_DIAG).
+// Reads the kernel's TCP sockets through its socket diagnostics (NETLINK_SOCK_DIAG).
 #pragma once
 
 #include "inventory/linux/kernel_tcp_socket.h"
@@ -12,8 +12,9 @@
 
 namespace zenlot {
 
-// The request for a dump of the listening sockets of a family, on one port or on all.
-std::vector<std::byte> listenDumpRequest(AddressFamily family, std::optional<std::uint16_t> port);
+// The request for a dump of the sockets of a family, on one local port or on all.
+std::vector<std::byte> tcpDumpRequest(AddressFamily family, SocketScope scope,
+                                      std::optional<std::uint16_t> port);
 
 enum class DumpProgress : std::uint8_t {
     more,        // the dump goes on in the next datagram
@@ -27,11 +28,11 @@ enum class DumpProgress : std::uint8_t {
 DumpProgress decodeSockDiag(std::span<const std::byte> datagram, bool& wasInterrupted,
                             std::vector<KernelTcpSocket>& sockets);
 
-// The listening sockets of a family in the kernel's order; none when the kernel has no socket
+// The sockets of a family in the kernel's order; none when the kernel has no socket
 // diagnostics. An interrupted dump is made again a few times; the last attempt then stands as it
 // is, since a table that never rests has no consistent picture.
-std::optional<std::vector<KernelTcpSocket>> dumpListeningSockets(NetlinkTransport& transport,
-                                                                 AddressFamily family,
-                                                                 std::optional<std::uint16_t> port);
+std::optional<std::vector<KernelTcpSocket>> dumpTcpSockets(NetlinkTransport& transport,
+                                                           AddressFamily family, SocketScope scope,
+                                                           std::optional<std::uint16_t> port);
 
 } // namespace zenlot

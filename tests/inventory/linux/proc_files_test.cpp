@@ -55,13 +55,14 @@ TEST(ProcNetTcpTest, KeepsTheListenersAndSkipsLinesThatMakeNoSense) {
    6: F:50 F:0 0A 0 0 0 0 0 99999999999999999999
    7: F:50 F:0 0A 0 0 0 33 0 5)";
     std::vector<KernelTcpSocket> sockets;
-    decodeProcNetTcp(text, AddressFamily::ipv6, sockets);
+    decodeProcNetTcp(text, AddressFamily::ipv6, SocketScope::listening, sockets);
     const std::vector<KernelTcpSocket> expected{
         {{AddressFamily::ipv6, TcpState::listen, 8080, 0}, 1000, 31337},
         {{AddressFamily::ipv6, TcpState::listen, 80, 0}, 33, 5}};
     EXPECT_EQ(sockets, expected);
     for (std::size_t length = 0; length < text.size(); ++length)
-        decodeProcNetTcp(text.substr(0, length), AddressFamily::ipv4, sockets);
+        decodeProcNetTcp(text.substr(0, length), AddressFamily::ipv4, SocketScope::listening,
+                         sockets);
 }
 
 } // namespace

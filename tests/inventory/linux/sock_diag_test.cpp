@@ -59,7 +59,9 @@ class ScriptedTransport final : public NetlinkTransport {
 
 TEST(SockDiagTest, MakesAnInterruptedDumpAgain) {
     ScriptedTransport transport;
-    const auto dump = [&] { return dumpListeningSockets(transport, AddressFamily::ipv6, {}); };
+    const auto dump = [&] {
+        return dumpTcpSockets(transport, AddressFamily::ipv6, SocketScope::listening, {});
+    };
     const Dump interrupted{message(80, SOCK_DIAG_BY_FAMILY, NLM_F_DUMP_INTR), kEnd};
     transport.dumps = {interrupted,
                        {message(80), message(0, NLMSG_DONE, NLM_F_DUMP_INTR)},

@@ -1,0 +1,148 @@
+#include "inventory/linux/linux_process_inspector.h"
+#include "support/listener.h"
+#include "support/temporary_folder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <sys/wait.h>
+
+#include <filesystem>
+
+namespace zenlot {
+namespace {
+
+using testing::ElementsAre;
+
+constexpr AddressFamily kIpv4 = AddressFamily::ipv4;
+
+// A kernel without socket diagnostics.
+class NoTransport final : public NetlinkTransport {
+  public:
+    bool dump(std::span<const std::byte>, const Consumer&) override { return false; }
+};
+
+// Both ends of a TCP connection over the loopback device.
+class Connection {
+  public:
+    Connection() : client_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+        const FileDescriptor listener(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        auto* generic = reinterpret_cast<sockaddr*>(&address);
+        socklen_t length = sizeof address;
+        if (::bind(listener.get(), generic, length) != 0 || ::listen(listener.get(), 1) != 0 ||
+            ::getsockname(listener.get(), generic, &length) != 0 ||
+            ::connect(client_.get(), generic, length) != 0)
+            throw std::runtime_error("can't connect");
+        serverPort = ntohs(address.sin_port);
+        server_ = FileDescriptor(::accept(listener.get(), generic, &length));
+        clientPort = ntohs(address.sin_port);
+    }
+
+    std::uint16_t serverPort{0};
+    std::uint16_t clientPort{0};
+
+  private:
+    FileDescriptor client_;
+    FileDescriptor server_;
+};
+
+// The same expectations for both ways to the kernel's table.
+class RealInspectorTest : public testing::TestWithParam<bool> {
+  protected:
+    static std::unique_ptr<NetlinkTransport> transport() {
+        if (GetParam())
+            return std::make_unique<SockDiagTransport>();
+        return std::make_unique<NoTransport>();
+    }
+
+    const LinuxProcessInspector inspector{"/proc", transport()};
+};
+
+TEST_P(RealInspectorTest, SeesItself) {
+    const auto before = std::chrono::system_clock::now().time_since_epoch();
+    const ProcessFacts facts = inspector.inspect(::getpid());
+    ASSERT_TRUE(facts.task);
+    EXPECT_EQ(facts.task->parentPid, ::getppid());
+    EXPECT_EQ(facts.task->state, ProcessState::runnable);
+    EXPECT_GT(facts.task->residentBytes, std::uint64_t{1} << 20);
+    EXPECT_GT(facts.task->virtualBytes, facts.task->residentBytes);
+    EXPECT_LT(facts.task->residentBytes, inspector.physicalMemoryBytes());
+    EXPECT_TRUE(facts.task->cpuTime);
+    // The machine's start is told in whole seconds.
+    EXPECT_LT(facts.task->startTime, before + std::chrono::seconds(2));
+    EXPECT_GT(facts.task->startTime, before - std::chrono::hours(1));
+    std::error_code error;
+    EXPECT_EQ(
+        facts.parentExecutablePath,
+        std::filesystem::read_symlink("/proc/" + std::to_string(::getppid()) + "/exe", error));
+}
+
+TEST_P(RealInspectorTest, ListsConnectionsInTheOrderOfDescriptors) {
+    const std::int64_t before = inspector.inspect(::getpid()).descriptorCount;
+    EXPECT_GE(before, 3);
+    Connection connection;
+    const Listener listener;
+    const ProcessFacts facts = inspector.inspect(::getpid());
+    EXPECT_EQ(facts.descriptorCount, before + 3);
+    const auto& [client, server] = std::pair(connection.clientPort, connection.serverPort);
+    // The listener got the descriptor that the one of the connection had left free.
+    EXPECT_THAT(facts.tcpSockets,
+                ElementsAre(TcpSocket{kIpv4, TcpState::established, client, server},
+                            TcpSocket{kIpv4, TcpState::listen, listener.port(), 0},
+                            TcpSocket{kIpv4, TcpState::established, server, client}));
+}
+
+INSTANTIATE_TEST_SUITE_P(BothWays, RealInspectorTest, testing::Bool(), [](const auto& way) {
+    return way.param ? "SocketDiagnostics" : "ProcNetTcp";
+});
+
+TEST(LinuxProcessInspectorTest, ZombieHasAParentAndAStateAndAnExitedProcessNothing) {
+    const LinuxProcessInspector inspector;
+    const ProcessId child = ::fork();
+    if (child == 0)
+        ::_exit(0);
+    siginfo_t end{};
+    ASSERT_EQ(::waitid(P_PID, static_cast<id_t>(child), &end, WEXITED | WNOWAIT), 0);
+    const ProcessFacts zombie = inspector.inspect(child);
+    ::waitpid(child, nullptr, 0);
+    ASSERT_TRUE(zombie.task);
+    EXPECT_EQ(zombie.task->parentPid, ::getpid());
+    EXPECT_EQ(zombie.task->state, ProcessState::zombie);
+    EXPECT_EQ(zombie.task->residentBytes, 0U);
+    EXPECT_GT(zombie.task->startTime, std::chrono::seconds(0));
+    EXPECT_EQ(inspector.inspect(child), ProcessFacts());
+}
+
+TEST(LinuxProcessInspectorTest, ReadsACopyOfProc) {
+    const TemporaryFolder folder;
+    folder.write("7/stat", "7 (a) S 3 5 6 7 8 9 1 1 1 1 250 50 1 1 1 1 1 1 1000 1 1\n");
+    folder.write("7/statm", "300 20 1 1 0 1 0\n");
+    folder.link("3/exe", "/opt/p\xff (deleted)");
+    folder.link("7/fd/0", "/dev/null");
+    folder.link("7/fd/1", "socket:[102]");
+    folder.link("7/fd/2", "socket:[999]");
+    folder.write("net/tcp", "h\n1: 0:0051 0:0101 06 0:0 0:0 0 0 0 102\n");
+    folder.write("net/tcp6", "h\n0: 0:0050 0:C000 01 0:0 0:0 0 33 0 102\n");
+    folder.write("meminfo", "MemTotal:  2048 kB\n");
+    const LinuxProcessInspector inspector(folder.path().string(), std::make_unique<NoTransport>());
+    EXPECT_EQ(inspector.inspect(7).task.value().startTime.count(), 0)
+        << "not known without the start of the machine";
+
+    folder.write("stat", "cpu 1\nbtime 5000\n");
+    const auto ticks = ::sysconf(_SC_CLK_TCK);
+    const auto page = static_cast<std::uint64_t>(::sysconf(_SC_PAGESIZE));
+    EXPECT_EQ(
+        inspector.inspect(7),
+        (ProcessFacts{TaskInfo{3, ProcessState::sleeping, std::chrono::seconds(5000 + 1000 / ticks),
+                               300 * page, 20 * page, std::chrono::milliseconds(300'000 / ticks)},
+                      "/opt/p\uFFFD",
+                      3,
+                      {{AddressFamily::ipv6, TcpState::established, 80, 0xC000}}}));
+    EXPECT_EQ(inspector.physicalMemoryBytes(), 2048U * 1024);
+}
+
+} // namespace
+} // namespace zenlot
