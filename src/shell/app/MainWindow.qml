@@ -1,22 +1,35 @@
 // The main window.
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Controls
+import Zenlot.Inspector
 import Zenlot.MainWindow
+import Zenlot.Style
 
 ApplicationWindow {
     id: root
 
+    required property ProcessDetailViewModel detailViewModel
     required property ContentViewModel viewModel
 
-    height: 480
+    color: Theme.window
+    height: 560
     minimumHeight: 380
     minimumWidth: 580
     title: "Zenlot"
     visible: true
-    width: 720
+    width: 860
 
     ContentView {
         anchors.fill: parent
         viewModel: root.viewModel
+
+        inspector: ProcessDetailPanel {
+            anchors.fill: parent
+            viewModel: root.detailViewModel
+
+            onDismissed: root.viewModel.closeInspector()
+        }
     }
 }

@@ -1,140 +1,158 @@
-// The content of the main window: every listening port on the left, one port's check on the right.
+// The content of the main window: every listening port on the left, one port's check in the
+// middle, and the details of a process on the right while they are asked for.
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Controls
 import QtQuick.Layouts
+import QtQuick.Templates as T
 import Zenlot.MainWindow
+import Zenlot.Style
 
-SplitView {
+T.SplitView {
     id: root
 
     required property ContentViewModel viewModel
+    // Shows the process whose details are asked for; seen only while they are.
+    property alias inspector: inspectorColumn.data
 
     orientation: Qt.Horizontal
+
+    handle: Rectangle {
+        id: handle
+
+        readonly property bool isActive: T.SplitHandle.hovered || T.SplitHandle.pressed
+
+        color: isActive ? Theme.tertiaryLabel : Theme.separator
+        implicitWidth: 1
+
+        // A line is hard to catch: it takes the pointer some way to both sides.
+        containmentMask: Item {
+            height: handle.height
+            width: 9
+            x: -4
+        }
+    }
 
     Component.onCompleted: {
         root.viewModel.appear();
         portField.forceActiveFocus();
     }
+    Keys.onEscapePressed: portField.clearAndFocus()
 
+    Shortcut {
+        sequences: ["Ctrl+R", "F5"]
+
+        onActivated: root.viewModel.loadOccupiedPorts()
+    }
+    Shortcut {
+        sequences: ["Ctrl+F", "Ctrl+L"]
+
+        onActivated: portField.selectAndFocus()
+    }
+    Shortcut {
+        enabled: root.viewModel.canToggleInspector
+        sequence: "Ctrl+I"
+
+        onActivated: root.viewModel.toggleInspector()
+    }
+    // A split view takes from its filling column only: in a narrow window the others have to step
+    // back by themselves.
     Sidebar {
-        SplitView.minimumWidth: 160
-        SplitView.preferredWidth: 200
-        SplitView.maximumWidth: 240
+        id: sidebar
+
+        T.SplitView.maximumWidth: Math.max(160, Math.min(240, root.width - detail.T.SplitView.minimumWidth - 2 - (inspectorColumn.visible ? inspectorColumn.T.SplitView.minimumWidth : 0)))
+        T.SplitView.minimumWidth: 160
+        T.SplitView.preferredWidth: 200
         viewModel: root.viewModel
     }
 
     ColumnLayout {
-        SplitView.fillWidth: true
+        id: detail
+
+        T.SplitView.fillWidth: true
+        T.SplitView.minimumWidth: 178
         spacing: 0
 
-        TextField {
-            id: portField
-
-            Layout.alignment: Qt.AlignHCenter
-            Layout.topMargin: 14
-            Layout.maximumWidth: 320
+        RowLayout {
             Layout.fillWidth: true
-            Accessible.name: qsTr("Port")
-            background: null
-            font.pixelSize: 52
-            font.weight: Font.Thin
-            horizontalAlignment: TextInput.AlignHCenter
-            inputMethodHints: Qt.ImhDigitsOnly
+            Layout.leftMargin: 10
+            Layout.preferredHeight: 44
+            Layout.rightMargin: 10
+            spacing: 8
 
-            onAccepted: root.viewModel.performCheck()
-            onTextEdited: root.viewModel.portInput = text
+            GlassButton {
+                symbol: "xmark.octagon.fill"
+                text: qsTr("Force Quit")
+                toolTip: qsTr("Force-quit selected process")
+                visible: root.viewModel.hasSelection
 
-            // The field's own placeholder hides while a centred field has the focus.
-            Label {
-                anchors.centerIn: parent
-                font: portField.font
-                opacity: 0.25
-                text: "8080"
-                visible: portField.text === ""
+                onClicked: root.viewModel.requestForceQuit()
             }
+            Item {
+                Layout.fillWidth: true
+            }
+            IconButton {
+                enabled: root.viewModel.canToggleInspector
+                symbol: "sidebar.right"
+                text: qsTr("Toggle Inspector")
+                toolTip: qsTr("Toggle Inspector")
 
-            Connections {
-                function onPortInputChanged() {
-                    if (portField.text !== root.viewModel.portInput)
-                        portField.text = root.viewModel.portInput;
-                }
-
-                target: root.viewModel
+                onClicked: root.viewModel.toggleInspector()
             }
         }
 
-        Item {
+        ColumnLayout {
             Layout.alignment: Qt.AlignHCenter
             Layout.bottomMargin: 14
-            Layout.preferredHeight: 20
-            Layout.topMargin: 10
-            implicitWidth: statusLine.implicitWidth
-
-            BusyIndicator {
-                anchors.centerIn: parent
-                height: 20
-                running: root.viewModel.isChecking
-                width: 20
-            }
-            Label {
-                id: statusLine
-
-                anchors.centerIn: parent
-                opacity: root.viewModel.isFree ? 0.85 : 0.6
-                text: root.viewModel.statusText
-            }
-        }
-
-        Rectangle {
             Layout.fillWidth: true
-            color: root.palette.mid
-            implicitHeight: 1
-            visible: results.count > 0
-        }
-        Label {
-            Layout.bottomMargin: 4
-            Layout.leftMargin: 20
-            Layout.rightMargin: 20
-            Layout.topMargin: 10
-            font.pixelSize: 10
-            opacity: 0.7
-            text: root.viewModel.resultsHeader
-            visible: results.count > 0
-        }
-        ListView {
-            id: results
+            Layout.topMargin: 14
+            spacing: 10
 
-            Accessible.name: root.viewModel.resultsHeader
-            Accessible.role: Accessible.List
+            PortField {
+                id: portField
+
+                Layout.alignment: Qt.AlignHCenter
+                Layout.fillWidth: true
+                Layout.maximumWidth: 320
+                viewModel: root.viewModel
+            }
+            StatusLine {
+                Layout.alignment: Qt.AlignHCenter
+                viewModel: root.viewModel
+            }
+        }
+
+        PortResults {
             Layout.fillWidth: true
-            Layout.maximumHeight: 300
-            Layout.preferredHeight: contentHeight
-            clip: true
-            currentIndex: 0
-            keyNavigationEnabled: true
-            model: root.viewModel.processes
-            visible: count > 0
+            viewModel: root.viewModel
+            visible: hasRows
 
-            ScrollBar.vertical: ScrollBar {}
-            delegate: ProcessRow {
-                isSelected: ListView.isCurrentItem
-                width: ListView.view.width
-            }
-
-            Connections {
-                function onResultsFocusRequested() {
-                    results.currentIndex = 0;
-                    results.forceActiveFocus();
-                }
-
-                target: root.viewModel
-            }
+            onDigitTyped: digit => portField.type(digit)
         }
 
         Item {
             Layout.fillHeight: true
         }
+    }
+
+    Rectangle {
+        id: inspectorColumn
+
+        T.SplitView.maximumWidth: Math.max(240, Math.min(400, root.width - sidebar.width - detail.T.SplitView.minimumWidth - 2))
+        T.SplitView.minimumWidth: 240
+        T.SplitView.preferredWidth: 290
+        color: Theme.sidebar
+        visible: root.viewModel.isInspectorOpen
+    }
+
+    ConfirmDialog {
+        cancelText: qsTr("Cancel")
+        destructiveText: root.viewModel.confirmationButton
+        message: root.viewModel.confirmationMessage
+        title: qsTr("Force Quit Process?")
+        visible: root.viewModel.isConfirming
+
+        onAccepted: root.viewModel.confirmForceQuit()
+        onRejected: root.viewModel.cancelForceQuit()
     }
 }

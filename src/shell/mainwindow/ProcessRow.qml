@@ -2,83 +2,109 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Controls
 import QtQuick.Layouts
+import QtQuick.Templates as T
+import Zenlot.MainWindow
+import Zenlot.ProcessIcon
+import Zenlot.Style
 
-Control {
+T.ItemDelegate {
     id: root
 
+    required property string accessibleName
     required property string displayName
+    required property string executablePath
+    required property int index
+    required property bool isLast
     required property bool isSelected
     required property string localAddress
+    required property int pid
     required property string pidText
     required property string processState
     required property string proto
+    required property int stateTint
     required property string user
 
-    Accessible.name: root.displayName + " " + root.proto + " " + root.processState + " " + root.pidText
+    signal contextMenuRequested
+
+    Accessible.name: root.accessibleName
     Accessible.role: Accessible.ListItem
-    bottomPadding: 7
+    Accessible.selected: root.isSelected
+    Accessible.onPressAction: root.clicked()
+    bottomPadding: root.isLast ? 7 : 8
+    focusPolicy: Qt.NoFocus
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
     leftPadding: 16
     rightPadding: 16
     topPadding: 7
 
-    background: Rectangle {
-        anchors.fill: parent
-        anchors.leftMargin: 6
-        anchors.rightMargin: 6
-        color: root.palette.highlight
-        opacity: root.isSelected ? 0.14 : 0
-        radius: 7
+    background: Item {
+        Rectangle {
+            anchors.bottomMargin: root.isLast ? 0 : 1 // above the divider
+            anchors.fill: parent
+            anchors.leftMargin: 6
+            anchors.rightMargin: 6
+            color: Theme.accent
+            opacity: root.isSelected ? 0.14 : root.hovered ? 0.05 : 0
+            radius: 7
+
+            Behavior on opacity {
+                NumberAnimation {
+                    duration: 120
+                    easing.type: Easing.InOutQuad
+                }
+            }
+        }
+        Divider {
+            anchors.bottom: parent.bottom
+            anchors.left: parent.left
+            anchors.leftMargin: 58
+            anchors.right: parent.right
+            visible: !root.isLast
+        }
     }
-    contentItem: ColumnLayout {
-        spacing: 2
+    contentItem: RowLayout {
+        spacing: 10
 
-        RowLayout {
-            spacing: 5
+        ProcessIconView {
+            cornerRadius: 6
+            executablePath: root.executablePath
+            pid: root.pid
+            size: 28
+        }
+        ColumnLayout {
+            spacing: 2
 
-            Label {
+            ProcessTitle {
                 Layout.fillWidth: true
-                elide: Text.ElideRight
-                font.bold: true
-                font.pixelSize: 12
-                maximumLineCount: 1
-                text: root.displayName
-                textFormat: Text.PlainText
+                displayName: root.displayName
+                pidText: root.pidText
+                processState: root.processState
+                proto: root.proto
+                stateTint: root.stateTint
             }
-            Label {
-                font.bold: true
-                font.pixelSize: 10
-                text: root.proto
-                textFormat: Text.PlainText
-            }
-            Label {
-                font.bold: true
-                font.pixelSize: 10
-                text: root.processState
-                textFormat: Text.PlainText
-            }
-            Label {
-                font.family: "monospace"
-                font.pixelSize: 10
-                opacity: 0.6
-                text: root.pidText
-                visible: text !== ""
+            RowLayout {
+                spacing: 8
+
+                StyleText {
+                    color: Theme.secondaryLabel
+                    font: TextStyle.monospaced(TextStyle.caption)
+                    text: root.localAddress
+                    visible: text !== ""
+                }
+                StyleText {
+                    Layout.fillWidth: true
+                    color: Theme.tertiaryLabel
+                    font: TextStyle.caption
+                    text: root.user
+                }
             }
         }
-        RowLayout {
-            Label {
-                font.family: "monospace"
-                font.pixelSize: 10
-                opacity: 0.75
-                text: root.localAddress
-            }
-            Label {
-                font.pixelSize: 10
-                opacity: 0.6
-                text: root.user
-                textFormat: Text.PlainText
-            }
-        }
+    }
+
+    TapHandler {
+        acceptedButtons: Qt.RightButton
+
+        onTapped: root.contextMenuRequested()
     }
 }

@@ -1,46 +1,59 @@
-// Every listening port of the machine.
+// Every listening port of the machine, grouped by application.
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Controls
 import QtQuick.Layouts
+import QtQuick.Templates as T
 import Zenlot.MainWindow
+import Zenlot.Style
 
-Pane {
+Rectangle {
     id: root
 
     required property ContentViewModel viewModel
 
-    padding: 0
+    color: Theme.sidebar
 
     ColumnLayout {
         anchors.fill: parent
         spacing: 0
 
         RowLayout {
-            Layout.leftMargin: 12
-            Layout.rightMargin: 6
-            Layout.topMargin: 6
+            Layout.fillWidth: true
+            Layout.leftMargin: 16
+            Layout.preferredHeight: 44
+            Layout.rightMargin: 8
 
-            Label {
+            StyleText {
                 Layout.fillWidth: true
-                font.bold: true
+                font: TextStyle.headline
                 text: "Zenlot"
             }
-            ToolButton {
-                Accessible.name: qsTr("Refresh")
+            IconButton {
                 enabled: !root.viewModel.isLoadingSidebar
-                text: "⟳"
+                opacity: enabled ? 1 : 0.4
+                symbol: "arrow.clockwise"
+                text: qsTr("Refresh")
+                toolTip: qsTr("Refresh")
 
                 onClicked: root.viewModel.loadOccupiedPorts()
             }
         }
-        Label {
-            Layout.leftMargin: 12
-            font.pixelSize: 10
-            opacity: 0.75
-            text: root.viewModel.isLoadingSidebar ? qsTr("Scanning…") : qsTr("No listening ports")
+        RowLayout {
+            Layout.leftMargin: 16
+            Layout.topMargin: 4
+            spacing: 6
             visible: list.count === 0
+
+            SmallProgressIndicator {
+                running: root.viewModel.isLoadingSidebar
+                visible: running
+            }
+            StyleText {
+                color: Theme.secondaryLabel
+                font: TextStyle.caption
+                text: root.viewModel.isLoadingSidebar ? qsTr("Scanning…") : qsTr("No listening ports")
+            }
         }
         ListView {
             id: list
@@ -50,18 +63,65 @@ Pane {
             Layout.fillHeight: true
             Layout.fillWidth: true
             activeFocusOnTab: true
+            boundsBehavior: Flickable.StopAtBounds
             clip: true
+            currentIndex: -1
+            highlightFollowsCurrentItem: false
+            keyNavigationEnabled: false
             model: root.viewModel.sidebar
 
-            ScrollBar.vertical: ScrollBar {}
-            delegate: SidebarPortRow {
+            T.ScrollBar.vertical: StyleScrollBar {}
+            delegate: SidebarRow {
                 id: row
 
-                isSelected: row.port === root.viewModel.sidebarSelection
-                width: ListView.view.width
+                hasFocusRing: list.activeFocus && row.index === list.currentIndex
+                isSelected: row.port >= 0 && row.port === root.viewModel.sidebarSelection
+                width: list.width
 
-                onClicked: root.viewModel.sidebarSelection = row.port
+                onContextMenuRequested: menu.popupFor(row.port, row.pid, row.executablePath)
+                onClicked: {
+                    list.currentIndex = row.index;
+                    root.viewModel.activateSidebarRow(row.index);
+                }
+            }
+
+            Keys.onDownPressed: list.currentIndex = root.viewModel.sidebar.neighbour(list.currentIndex, 1)
+            Keys.onEnterPressed: root.viewModel.activateSidebarRow(list.currentIndex)
+            Keys.onLeftPressed: root.viewModel.sidebar.setExpanded(list.currentIndex, false)
+            Keys.onPressed: event => {
+                if (event.matches(StandardKey.Copy)) {
+                    event.accepted = true;
+                    root.viewModel.copySidebarPort(list.currentIndex);
+                }
+            }
+            Keys.onReturnPressed: root.viewModel.activateSidebarRow(list.currentIndex)
+            Keys.onRightPressed: root.viewModel.sidebar.setExpanded(list.currentIndex, true)
+            Keys.onSpacePressed: root.viewModel.activateSidebarRow(list.currentIndex)
+            Keys.onUpPressed: list.currentIndex = root.viewModel.sidebar.neighbour(list.currentIndex, -1)
+            onActiveFocusChanged: {
+                if (list.activeFocus && list.currentIndex < 0)
+                    list.currentIndex = root.viewModel.sidebar.neighbour(-1, 1);
+            }
+            onCurrentIndexChanged: {
+                if (list.currentIndex >= 0)
+                    list.positionViewAtIndex(list.currentIndex, ListView.Contain);
+            }
+
+            Connections {
+                function onSidebarSelectionChanged() {
+                    const row = root.viewModel.sidebar.rowOfPort(root.viewModel.sidebarSelection);
+                    if (row >= 0)
+                        list.currentIndex = row;
+                }
+
+                target: root.viewModel
             }
         }
+    }
+
+    PortContextMenu {
+        id: menu
+
+        viewModel: root.viewModel
     }
 }

@@ -1,65 +1,49 @@
-// One listening port of the sidebar, or the heading above some.
-import QtQuick
-import QtQuick.Controls
-import QtQuick.Layouts
+// One listening port of the sidebar.
+pragma ComponentBehavior: Bound
 
-ItemDelegate {
+import QtQuick
+import QtQuick.Layouts
+import Zenlot.ProcessIcon
+import Zenlot.Style
+
+RowLayout {
     id: root
 
-    readonly property color textColor: root.highlighted ? root.palette.highlightedText : root.palette.windowText
-    required property string displayName
-    required property string heading
-    required property bool isSelected
+    required property string executablePath
+    required property string name
+    required property int pid
     required property int port
     required property string proto
+    required property bool showIcon
 
-    Accessible.name: root.heading || root.port + " " + root.displayName + " " + root.proto
-    Accessible.role: root.heading ? Accessible.StaticText : Accessible.ListItem
-    bottomPadding: 4
-    enabled: root.heading === ""
-    highlighted: isSelected
-    leftPadding: 12
-    rightPadding: 12
-    topPadding: root.heading ? 10 : 4
+    spacing: 8
 
-    contentItem: RowLayout {
-        spacing: 8
+    ProcessIconView {
+        cornerRadius: 5
+        executablePath: root.executablePath
+        pid: root.pid
+        size: 22
+        visible: root.showIcon
+    }
+    ColumnLayout {
+        spacing: 1
 
-        Label {
-            font.bold: true
-            font.pixelSize: 10
-            opacity: 0.7
-            text: root.heading
-            visible: root.heading !== ""
+        StyleText {
+            Layout.fillWidth: true
+            font: TextStyle.bold(TextStyle.monospaced(TextStyle.callout))
+            text: root.port
         }
-        ColumnLayout {
-            spacing: 1
-            visible: root.heading === ""
-
-            Label {
-                color: root.textColor
-                font.bold: true
-                font.family: "monospace"
-                font.pixelSize: 12
-                text: root.port
-            }
-            Label {
-                Layout.fillWidth: true
-                color: root.textColor
-                elide: Text.ElideRight
-                font.pixelSize: 10
-                maximumLineCount: 1
-                opacity: 0.75
-                text: root.displayName
-                textFormat: Text.PlainText
-            }
+        StyleText {
+            Layout.fillWidth: true
+            color: Theme.secondaryLabel
+            font: TextStyle.caption
+            text: root.name
+            visible: root.showIcon && text !== ""
         }
-        Label {
-            color: root.textColor
-            font.pixelSize: 9
-            font.weight: Font.Medium
-            opacity: 0.6
-            text: root.proto
-        }
+    }
+    StyleText {
+        color: Theme.tertiaryLabel
+        font: TextStyle.sized(9, Font.Medium)
+        text: root.proto
     }
 }

@@ -1,10 +1,18 @@
 #include "shell/mainwindow/content_view_model.h"
 
+#include "shell/mainwindow/port_grouping.h"
+#include "shell/style/display_line.h"
+
+#include <QClipboard>
 #include <QCoroFuture>
+#include <QCoroTimer>
+#include <QGuiApplication>
 #include <QPointer>
+#include <QtConcurrentRun>
 #include <unicode/uchar.h>
 
 #include <chrono>
+#include <utility>
 
 namespace zenlot {
 namespace {
@@ -12,7 +20,10 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto kTypingPause = 350ms;
+// A killed process needs a moment to let go of its port.
+constexpr auto kPauseAfterForceQuit = 400ms;
 constexpr int kMostDigits = 5;
+const QString kPortToCheckKey = QStringLiteral("portToCheck");
 
 // The first five characters that stand for a number, in whatever script. Only ASCII digits make a
 // port of them; the others stay visible, so that people see what they typed.
@@ -24,7 +35,7 @@ QString numericCharacters(const QString& text) {
             break;
         if (u_getNumericValue(static_cast<UChar32>(codePoint)) == U_NO_NUMERIC_VALUE)
             continue;
-        kept += QString::fromUcs4(reinterpret_cast<const char32_t*>(&codePoint), 1);
+        kept += QChar::fromUcs4(codePoint);
         ++count;
     }
     return kept;
@@ -40,15 +51,96 @@ std::optional<int> parsePort(const QString& text) {
     return isNumber ? std::optional(port) : std::nullopt;
 }
 
+// g++ 12 destroys some temporaries of an awaited expression twice, so futures are named before they
+// are awaited, here and wherever a coroutine waits.
+
+// A running application knows its program better than the scan, which sees the helper at work.
+void correctPaths(std::vector<OccupiedPort>& ports, const RunningApplications& applications) {
+    for (OccupiedPort& port : ports) {
+        if (port.pid == 0)
+            continue;
+        const auto application = applications.applicationWithPid(port.pid);
+        if (application && application->executablePath)
+            port.executablePath = application->executablePath->toStdString();
+    }
+}
+
+SidebarContent makeContent(std::vector<OccupiedPort> ports, const RunningApplications& applications,
+                           BundleKeyCache& bundleKeys) {
+    correctPaths(ports, applications);
+    const auto system = std::stable_partition(
+        ports.begin(), ports.end(), [](const OccupiedPort& port) { return port.isCurrentUser(); });
+    return {groupPorts({ports.begin(), system}, bundleKeys),
+            groupPorts({system, ports.end()}, bundleKeys)};
+}
+
+// Short enough to leave the rest of the question on the screen.
+QString nameInSentence(const PortProcess& process) {
+    constexpr qsizetype kLongestName = 64;
+    return displayLine(QString::fromStdString(process.displayName), kLongestName);
+}
+
+bool isSameRow(const std::optional<PortProcess>& one, const PortProcess& other) {
+    return one && one->id == other.id;
+}
+
 } // namespace
 
-ContentViewModel::ContentViewModel(PortInventory& inventory, NotificationCenter& notifications,
+ContentViewModel::ContentViewModel(const Collaborators& collaborators, Actions actions,
                                    QObject* parent)
-    : QObject(parent), inventory_(inventory) {
+    : QObject(parent), with_(collaborators), actions_(std::move(actions)) {
     debounce_.setSingleShot(true);
     debounce_.setInterval(kTypingPause);
     connect(&debounce_, &QTimer::timeout, this, &ContentViewModel::performCheck);
-    notifications.observe(kPortsUpdated, this, [this](const UserInfo&) { loadOccupiedPorts(); });
+    connect(this, &ContentViewModel::detailProcessChanged, this,
+            &ContentViewModel::selectionChanged);
+    connect(&with_.appModel, &AppModel::pendingPortChanged, this,
+            &ContentViewModel::takePendingPort);
+    connect(&with_.appModel, &AppModel::openSettingsRequestedChanged, this,
+            &ContentViewModel::takeSettingsRequest);
+    with_.notifications.observe(kPortsUpdated, this,
+                                [this](const UserInfo&) { loadOccupiedPorts(); });
+}
+
+ContentViewModel::~ContentViewModel() = default;
+
+void ContentViewModel::appear() {
+    loadOccupiedPorts();
+    takePortToCheck();
+    takePendingPort();
+    takeSettingsRequest();
+    if (!with_.settings.hasCompletedOnboarding() && actions_.showOnboardingWindow)
+        actions_.showOnboardingWindow();
+}
+
+void ContentViewModel::takePortToCheck() {
+    const std::optional<qint64> port = with_.userDefaults.integer(kPortToCheckKey);
+    if (!port)
+        return;
+    with_.userDefaults.remove(kPortToCheckKey);
+    checkPort(*port);
+}
+
+void ContentViewModel::takePendingPort() {
+    const std::optional<qint64> port = with_.appModel.pendingPort();
+    if (!port)
+        return;
+    setPortInput(QString::number(*port));
+    with_.appModel.setPendingPort(std::nullopt);
+    performCheck();
+}
+
+void ContentViewModel::takeSettingsRequest() {
+    if (!with_.appModel.openSettingsRequested())
+        return;
+    with_.appModel.setOpenSettingsRequested(false);
+    if (actions_.openSettings)
+        actions_.openSettings();
+}
+
+void ContentViewModel::checkPort(qint64 port) {
+    setPortInput(QString::number(port));
+    performCheck();
 }
 
 void ContentViewModel::setPortInput(const QString& text) {
@@ -58,6 +150,8 @@ void ContentViewModel::setPortInput(const QString& text) {
     // Also when the text is what it was: the field may show a character that was refused.
     Q_EMIT portInputChanged();
     assignSidebarSelection(parsePort(portInput_));
+    select(std::nullopt);
+    showDetails(std::nullopt);
     scheduleDebouncedCheck();
     Q_EMIT statusChanged();
 }
@@ -71,10 +165,8 @@ void ContentViewModel::assignSidebarSelection(std::optional<int> port) {
         return;
     sidebarSelection_ = port;
     Q_EMIT sidebarSelectionChanged();
-    if (!port || QString::number(*port) == portInput_)
-        return;
-    setPortInput(QString::number(*port));
-    performCheck();
+    if (port && QString::number(*port) != portInput_)
+        checkPort(*port);
 }
 
 bool ContentViewModel::isFree() const {
@@ -95,8 +187,20 @@ QString ContentViewModel::resultsHeader() const {
         .arg(QString::number(count), portInput_);
 }
 
-void ContentViewModel::appear() {
-    loadOccupiedPorts();
+int ContentViewModel::selectedRow() const {
+    return selectedProcess_ ? processes_.rowOf(QString::fromStdString(selectedProcess_->id.text()))
+                            : kNoSelection;
+}
+
+QString ContentViewModel::confirmationMessage() const {
+    if (!processToKill_)
+        return {};
+    return tr("Force-quit %1 (PID %2)? Any unsaved work will be lost.")
+        .arg(nameInSentence(*processToKill_), QString::number(processToKill_->pid));
+}
+
+QString ContentViewModel::confirmationButton() const {
+    return processToKill_ ? tr("Force Quit %1").arg(nameInSentence(*processToKill_)) : QString();
 }
 
 void ContentViewModel::scheduleDebouncedCheck() {
@@ -122,17 +226,25 @@ QCoro::Task<> ContentViewModel::check(int port) {
     const quint64 number = ++newestCheck_;
     isChecking_ = true;
     hasSearched_ = true;
+    select(std::nullopt);
+    showDetails(std::nullopt);
     Q_EMIT statusChanged();
 
     const QPointer<ContentViewModel> self(this);
-    std::vector<PortProcess> processes = co_await inventory_.processesOnPort(port);
+    const QFuture<std::vector<PortProcess>> lookup = with_.inventory.processesOnPort(port);
+    std::vector<PortProcess> found = co_await lookup;
     if (!self || number != newestCheck_)
         co_return;
-    const bool hasFound = !processes.empty();
-    processes_.setProcesses(std::move(processes));
+    const QFuture<std::vector<ProcessListRow>> making =
+        QtConcurrent::run(&workers_, processListRows, std::move(found));
+    std::vector<ProcessListRow> rows = co_await making;
+    if (!self || number != newestCheck_)
+        co_return;
+    processes_.setProcesses(std::move(rows));
+    select(processes_.processAt(0));
     isChecking_ = false;
     Q_EMIT statusChanged();
-    if (hasFound)
+    if (!processes_.isEmpty())
         Q_EMIT resultsFocusRequested();
 }
 
@@ -143,10 +255,17 @@ void ContentViewModel::loadOccupiedPorts() {
 QCoro::Task<> ContentViewModel::loadSidebar() {
     assignIsLoadingSidebar(true);
     const QPointer<ContentViewModel> self(this);
-    std::vector<OccupiedPort> ports = co_await inventory_.listMergedPorts();
+    const QFuture<std::vector<OccupiedPort>> scan = with_.inventory.listMergedPorts();
+    std::vector<OccupiedPort> ports = co_await scan;
     if (!self)
         co_return;
-    sidebar_.setPorts(std::move(ports));
+    const QFuture<SidebarContent> grouping =
+        QtConcurrent::run(&workers_, makeContent, std::move(ports),
+                          std::cref(with_.runningApplications), std::ref(with_.bundleKeys));
+    SidebarContent content = co_await grouping;
+    if (!self)
+        co_return;
+    sidebar_.setContent(std::move(content));
     assignIsLoadingSidebar(false);
 }
 
@@ -155,6 +274,115 @@ void ContentViewModel::assignIsLoadingSidebar(bool isLoading) {
         return;
     isLoadingSidebar_ = isLoading;
     Q_EMIT isLoadingSidebarChanged();
+}
+
+void ContentViewModel::openRow(int row) {
+    std::optional<PortProcess> process = processes_.processAt(row);
+    if (!process)
+        return;
+    select(process);
+    showDetails(std::move(process));
+}
+
+void ContentViewModel::moveSelection(int delta) {
+    if (!processes_.isEmpty())
+        select(
+            processes_.processAt(std::clamp(selectedRow() + delta, 0, processes_.rowCount() - 1)));
+}
+
+void ContentViewModel::toggleInspector() {
+    if (detailProcess_)
+        closeInspector();
+    else if (selectedProcess_)
+        showDetails(selectedProcess_);
+}
+
+void ContentViewModel::closeInspector() {
+    showDetails(std::nullopt);
+}
+
+void ContentViewModel::select(std::optional<PortProcess> process) {
+    if (process == selectedProcess_)
+        return;
+    selectedProcess_ = std::move(process);
+    Q_EMIT selectionChanged();
+}
+
+void ContentViewModel::showDetails(std::optional<PortProcess> process) {
+    if (process == detailProcess_)
+        return;
+    detailProcess_ = std::move(process);
+    Q_EMIT detailProcessChanged();
+}
+
+void ContentViewModel::requestForceQuit() {
+    if (selectedProcess_)
+        assignProcessToKill(selectedProcess_);
+}
+
+void ContentViewModel::confirmForceQuit() {
+    const std::optional<PortProcess> process = processToKill_;
+    assignProcessToKill(std::nullopt);
+    if (process)
+        forceQuit(*process);
+}
+
+void ContentViewModel::cancelForceQuit() {
+    assignProcessToKill(std::nullopt);
+}
+
+void ContentViewModel::assignProcessToKill(std::optional<PortProcess> process) {
+    if (process == processToKill_)
+        return;
+    processToKill_ = std::move(process);
+    Q_EMIT confirmationChanged();
+}
+
+QCoro::Task<> ContentViewModel::forceQuit(PortProcess process) {
+    const QPointer<ContentViewModel> self(this);
+    const QFuture<bool> kill = with_.inventory.forceQuitProcess(process.pid);
+    const bool wasKilled = co_await kill;
+    if (!self || !wasKilled)
+        co_return;
+    processes_.removeProcessesWithPid(process.pid);
+    if (isSameRow(selectedProcess_, process))
+        select(std::nullopt);
+    Q_EMIT selectionChanged();
+    Q_EMIT statusChanged();
+    co_await loadSidebar();
+    if (!self)
+        co_return;
+    QTimer pause;
+    pause.setSingleShot(true);
+    pause.start(kPauseAfterForceQuit);
+    co_await pause;
+    if (!self)
+        co_return;
+    performCheck();
+    // A process that was still ending a moment ago held its port in the first look.
+    loadSidebar();
+}
+
+void ContentViewModel::activateSidebarRow(int row) {
+    const int port = sidebar_.portAt(row);
+    if (port < 0)
+        sidebar_.toggle(row);
+    else
+        setSidebarSelection(port);
+}
+
+void ContentViewModel::copySelectedPid() const {
+    if (selectedProcess_)
+        copyText(QString::number(selectedProcess_->pid));
+}
+
+void ContentViewModel::copySidebarPort(int row) const {
+    if (const int port = sidebar_.portAt(row); port >= 0)
+        copyText(QString::number(port));
+}
+
+void ContentViewModel::copyText(const QString& text) const {
+    QGuiApplication::clipboard()->setText(text);
 }
 
 } // namespace zenlot

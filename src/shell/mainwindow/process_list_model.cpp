@@ -1,51 +1,112 @@
 #include "shell/mainwindow/process_list_model.h"
 
-namespace zenlot {
+#include "inventory/process_identity.h"
+#include "shell/style/display_line.h"
 
-void ProcessListModel::setProcesses(std::vector<PortProcess> processes) {
-    if (!processes_.empty()) {
-        beginRemoveRows({}, 0, static_cast<int>(processes_.size()) - 1);
-        processes_.clear();
-        endRemoveRows();
-    }
-    if (!processes.empty()) {
-        beginInsertRows({}, 0, static_cast<int>(processes.size()) - 1);
-        processes_ = std::move(processes);
-        endInsertRows();
-    }
+#include <QStringList>
+
+namespace zenlot {
+namespace {
+
+// Records come from other programs as well.
+QString shown(const std::string& text) {
+    return displayLine(QString::fromStdString(text));
 }
 
-int ProcessListModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : static_cast<int>(processes_.size());
+QString displayName(const PortProcess& process) {
+    return process.displayName.empty() ? ProcessListModel::tr("Unknown")
+                                       : shown(process.displayName);
+}
+
+QString pidText(const PortProcess& process) {
+    return process.pid == 0 ? QString() : ProcessListModel::tr("PID %1").arg(process.pid);
+}
+
+ProcessListModel::StateTint stateTint(const std::string& state) {
+    if (state == "LISTEN")
+        return ProcessListModel::Green;
+    if (state == "ESTABLISHED")
+        return ProcessListModel::Blue;
+    if (state == "CLOSE_WAIT" || state == "TIME_WAIT")
+        return ProcessListModel::Orange;
+    return ProcessListModel::Neutral;
+}
+
+// What the row shows, from left to right.
+QString accessibleName(const PortProcess& process) {
+    QStringList parts{displayName(process), shown(process.proto),        shown(process.state),
+                      pidText(process),     shown(process.localAddress), shown(process.user)};
+    parts.removeAll(QString());
+    return parts.join(u' ');
+}
+
+} // namespace
+
+std::vector<ProcessListRow> processListRows(std::vector<PortProcess> processes) {
+    std::vector<ProcessListRow> rows;
+    rows.reserve(processes.size());
+    for (PortProcess& process : processes) {
+        QString path = QString::fromStdString(resolveCommandExecutable(process.fullCommand));
+        rows.push_back(
+            {QString::fromStdString(process.id.text()), std::move(process), std::move(path)});
+    }
+    return rows;
+}
+
+void ProcessListModel::removeProcessesWithPid(std::int64_t pid) {
+    std::vector<ProcessListRow> kept = rows();
+    std::erase_if(kept, [pid](const ProcessListRow& row) { return row.process.pid == pid; });
+    setRows(std::move(kept));
+}
+
+std::optional<PortProcess> ProcessListModel::processAt(int row) const {
+    if (row < 0 || row >= rowCount())
+        return std::nullopt;
+    return rows()[static_cast<std::size_t>(row)].process;
 }
 
 QVariant ProcessListModel::data(const QModelIndex& index, int role) const {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
-    const PortProcess& process = processes_[static_cast<std::size_t>(index.row())];
+    const ProcessListRow& row = rows()[static_cast<std::size_t>(index.row())];
+    const PortProcess& process = row.process;
     switch (role) {
     case displayNameRole:
-        return process.displayName.empty() ? tr("Unknown")
-                                           : QString::fromStdString(process.displayName);
+        return displayName(process);
     case protoRole:
-        return QString::fromStdString(process.proto);
+        return shown(process.proto);
     case stateRole:
-        return QString::fromStdString(process.state);
+        return shown(process.state);
+    case stateTintRole:
+        return stateTint(process.state);
+    case pidRole:
+        return static_cast<int>(process.pid);
     case pidTextRole:
-        return process.pid == 0 ? QString() : tr("PID %1").arg(QString::number(process.pid));
+        return pidText(process);
     case localAddressRole:
-        return QString::fromStdString(process.localAddress);
+        return shown(process.localAddress);
     case userRole:
-        return QString::fromStdString(process.user);
+        return shown(process.user);
+    case executablePathRole:
+        return row.executablePath;
+    case accessibleNameRole:
+        return accessibleName(process);
     default:
         return {};
     }
 }
 
 QHash<int, QByteArray> ProcessListModel::roleNames() const {
-    return {{displayNameRole, "displayName"},   {protoRole, "proto"},
-            {stateRole, "processState"},        {pidTextRole, "pidText"},
-            {localAddressRole, "localAddress"}, {userRole, "user"}};
+    return {{displayNameRole, "displayName"},
+            {protoRole, "proto"},
+            {stateRole, "processState"},
+            {stateTintRole, "stateTint"},
+            {pidRole, "pid"},
+            {pidTextRole, "pidText"},
+            {localAddressRole, "localAddress"},
+            {userRole, "user"},
+            {executablePathRole, "executablePath"},
+            {accessibleNameRole, "accessibleName"}};
 }
 
 } // namespace zenlot

@@ -2,42 +2,62 @@
 #pragma once
 
 #include "inventory/port_process.h"
+#include "shell/mainwindow/keyed_list_model.h"
 
-#include <QAbstractListModel>
+#include <QString>
 #include <QtQml/qqmlregistration.h>
 
+#include <optional>
 #include <vector>
 
 namespace zenlot {
 
-class ProcessListModel : public QAbstractListModel {
+struct ProcessListRow {
+    QString key; // the process's identifier as text
+    PortProcess process;
+    QString executablePath; // taken from its command
+
+    friend bool operator==(const ProcessListRow&, const ProcessListRow&) = default;
+};
+
+// Makes the rows of a lookup. Asks the disk for files: not for the thread that draws.
+std::vector<ProcessListRow> processListRows(std::vector<PortProcess> processes);
+
+class ProcessListModel : public KeyedListModel<ProcessListRow> {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("The view model owns it")
 
   public:
+    // The colour of a socket's state.
+    enum StateTint { Neutral, Green, Blue, Orange };
+    Q_ENUM(StateTint)
+
     enum Role {
         displayNameRole = Qt::UserRole,
         protoRole,
         stateRole,
+        stateTintRole,
+        pidRole,
         pidTextRole,
         localAddressRole,
-        userRole
+        userRole,
+        executablePathRole,
+        accessibleNameRole,
     };
 
-    using QAbstractListModel::QAbstractListModel;
+    explicit ProcessListModel(QObject* parent = nullptr) : KeyedListModel(parent) {}
 
-    bool isEmpty() const { return processes_.empty(); }
+    // Every lookup gives new identifiers, so the old rows go and the new ones come.
+    void setProcesses(std::vector<ProcessListRow> processes) { setRows(std::move(processes)); }
 
-    // Every lookup gives new rows, so the old ones go and the new ones come.
-    void setProcesses(std::vector<PortProcess> processes);
+    void removeProcessesWithPid(std::int64_t pid);
 
-    int rowCount(const QModelIndex& parent = {}) const override;
+    // None for -1 and whatever else is no row.
+    std::optional<PortProcess> processAt(int row) const;
+
     QVariant data(const QModelIndex& index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
-
-  private:
-    std::vector<PortProcess> processes_;
 };
 
 } // namespace zenlot

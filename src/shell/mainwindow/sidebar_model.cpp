@@ -1,88 +1,185 @@
 #include "shell/mainwindow/sidebar_model.h"
 
-#include <algorithm>
+#include "shell/mainwindow/port_grouping.h"
+#include "shell/style/display_line.h"
+
+#include <utility>
 
 namespace zenlot {
+namespace {
 
-SidebarModel::SidebarModel(QObject* parent, UserId currentUser)
-    : QAbstractListModel(parent), currentUser_(currentUser) {}
+using RowKind = SidebarRow::Kind;
 
-SidebarModel::Key SidebarModel::keyOf(const Row& row) {
-    return {!row.isOwn, row.port ? row.port->port : 0, row.port ? row.port->pid : -1};
+// Records come from other programs as well.
+QString shown(const std::string& text) {
+    return displayLine(QString::fromStdString(text));
 }
 
-// Both lists are in the same order, so one walk over both finds what came, went and changed.
-void SidebarModel::setPorts(std::vector<OccupiedPort> ports) {
-    std::vector<Row> wanted;
-    wanted.reserve(ports.size() + 2);
-    for (OccupiedPort& port : ports) {
-        const bool isOwn = port.isCurrentUser(currentUser_);
-        wanted.push_back({isOwn, std::move(port)});
-    }
-    for (const bool isOwn : {true, false}) {
-        if (std::ranges::find(wanted, isOwn, &Row::isOwn) != wanted.end())
-            wanted.push_back({isOwn, std::nullopt});
-    }
-    std::ranges::stable_sort(wanted, {}, keyOf);
+bool isPort(RowKind kind) {
+    return kind == RowKind::port || kind == RowKind::portOfGroup;
+}
 
-    std::size_t place = 0;
-    for (Row& row : wanted) {
-        while (place < rows_.size() && keyOf(rows_[place]) < keyOf(row)) {
-            beginRemoveRows({}, static_cast<int>(place), static_cast<int>(place));
-            rows_.erase(rows_.begin() + static_cast<std::ptrdiff_t>(place));
-            endRemoveRows();
-        }
-        if (place < rows_.size() && keyOf(rows_[place]) == keyOf(row)) {
-            if (rows_[place] != row) {
-                rows_[place] = std::move(row);
-                const QModelIndex changed = index(static_cast<int>(place));
-                Q_EMIT dataChanged(changed, changed);
-            }
-        } else {
-            beginInsertRows({}, static_cast<int>(place), static_cast<int>(place));
-            rows_.insert(rows_.begin() + static_cast<std::ptrdiff_t>(place), std::move(row));
-            endInsertRows();
-        }
-        ++place;
-    }
-    if (place < rows_.size()) {
-        beginRemoveRows({}, static_cast<int>(place), static_cast<int>(rows_.size()) - 1);
-        rows_.resize(place);
-        endRemoveRows();
+// A list from elsewhere may name the same owner and port twice.
+void makeKeysUnique(std::vector<SidebarRow>& rows) {
+    QHash<QString, int> seen;
+    for (SidebarRow& row : rows) {
+        const int times = seen[row.key]++;
+        if (times > 0)
+            row.key += QStringLiteral("#%1").arg(times);
     }
 }
 
-int SidebarModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : static_cast<int>(rows_.size());
+QString accessibleName(const SidebarRow& row) {
+    switch (row.kind) {
+    case RowKind::heading:
+        return row.title;
+    case RowKind::group:
+        return row.title + u' ' + QString::number(row.count);
+    case RowKind::port:
+        return QStringLiteral("%1 %2 %3")
+            .arg(QString::number(row.port.port), shown(row.port.displayName),
+                 shown(row.port.proto));
+    case RowKind::portOfGroup:
+        break;
+    }
+    return QString::number(row.port.port) + u' ' + shown(row.port.proto);
+}
+
+} // namespace
+
+void SidebarModel::setContent(SidebarContent content) {
+    content_ = std::move(content);
+    rebuild();
+}
+
+const SidebarRow* SidebarModel::rowAt(int row) const {
+    return row < 0 || row >= rowCount() ? nullptr : &rows()[static_cast<std::size_t>(row)];
+}
+
+void SidebarModel::setExpanded(int row, bool isExpanded) {
+    const SidebarRow* group = rowAt(row);
+    if (!group || group->kind != RowKind::group || group->isExpanded == isExpanded)
+        return;
+    if (isExpanded)
+        expandedBundles_.insert(group->bundlePath);
+    else
+        expandedBundles_.remove(group->bundlePath);
+    rebuild();
+}
+
+void SidebarModel::toggle(int row) {
+    if (const SidebarRow* group = rowAt(row))
+        setExpanded(row, !group->isExpanded);
+}
+
+int SidebarModel::portAt(int row) const {
+    const SidebarRow* each = rowAt(row);
+    return each && isPort(each->kind) ? static_cast<int>(each->port.port) : -1;
+}
+
+int SidebarModel::rowOfPort(int port) const {
+    for (int row = 0; row < rowCount(); ++row) {
+        if (portAt(row) == port)
+            return row;
+    }
+    return -1;
+}
+
+int SidebarModel::neighbour(int row, int direction) const {
+    for (int next = row + direction; next >= 0 && next < rowCount(); next += direction) {
+        if (rowAt(next)->kind != RowKind::heading)
+            return next;
+    }
+    return row;
+}
+
+void SidebarModel::rebuild() {
+    std::vector<SidebarRow> wanted;
+    appendPart(wanted, QStringLiteral("own"), tr("My Processes"), content_.own);
+    appendPart(wanted, QStringLiteral("system"), tr("System"), content_.system);
+    makeKeysUnique(wanted);
+    setRows(std::move(wanted));
+}
+
+void SidebarModel::appendPart(std::vector<SidebarRow>& rows, const QString& key,
+                              const QString& title, const std::vector<AppPortGroup>& groups) const {
+    if (groups.empty())
+        return;
+    rows.push_back({key, RowKind::heading, title, false, 0, {}, {}});
+    for (const AppPortGroup& group : groups) {
+        if (group.ports.empty())
+            continue;
+        const QString groupKey = key + u'/' + QString::fromStdString(group.id());
+        if (group.ports.size() == 1 || !group.bundlePath) {
+            rows.push_back({groupKey, RowKind::port, {}, false, 0, {}, group.ports.front()});
+            continue;
+        }
+        const QString bundle = QString::fromStdString(*group.bundlePath);
+        const bool isExpanded = expandedBundles_.contains(bundle);
+        rows.push_back({groupKey,
+                        RowKind::group,
+                        groupDisplayName(group),
+                        isExpanded,
+                        static_cast<int>(group.ports.size()),
+                        bundle,
+                        {}});
+        if (!isExpanded)
+            continue;
+        for (const OccupiedPort& port : group.ports)
+            rows.push_back({groupKey + u'/' + QString::number(port.port),
+                            RowKind::portOfGroup,
+                            {},
+                            false,
+                            0,
+                            {},
+                            port});
+    }
 }
 
 QVariant SidebarModel::data(const QModelIndex& index, int role) const {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
-    const Row& row = rows_[static_cast<std::size_t>(index.row())];
-    if (role == headingRole) {
-        if (row.port)
-            return QString();
-        return row.isOwn ? tr("My Processes") : tr("System");
-    }
-    const OccupiedPort port = row.port.value_or(OccupiedPort());
+    const SidebarRow& row = rows()[static_cast<std::size_t>(index.row())];
     switch (role) {
+    case kindRole:
+        return static_cast<int>(row.kind);
+    case titleRole:
+        return row.title;
+    case isExpandedRole:
+        return row.isExpanded;
+    case countTextRole:
+        return row.kind == RowKind::group ? QString::number(row.count) : QString();
+    case bundlePathRole:
+        return row.bundlePath;
     case portRole:
-        return static_cast<int>(port.port);
-    case displayNameRole:
-        return QString::fromStdString(port.displayName);
+        return portAt(index.row());
+    case nameRole:
+        return shown(row.port.displayName);
     case protoRole:
-        return QString::fromStdString(port.proto);
+        return shown(row.port.proto);
+    case pidRole:
+        return static_cast<int>(row.port.pid);
+    case executablePathRole:
+        return QString::fromStdString(row.port.executablePath);
+    case accessibleNameRole:
+        return accessibleName(row);
     default:
         return {};
     }
 }
 
 QHash<int, QByteArray> SidebarModel::roleNames() const {
-    return {{portRole, "port"},
-            {displayNameRole, "displayName"},
+    return {{kindRole, "kind"},
+            {titleRole, "title"},
+            {isExpandedRole, "isExpanded"},
+            {countTextRole, "countText"},
+            {bundlePathRole, "bundlePath"},
+            {portRole, "port"},
+            {nameRole, "name"},
             {protoRole, "proto"},
-            {headingRole, "heading"}};
+            {pidRole, "pid"},
+            {executablePathRole, "executablePath"},
+            {accessibleNameRole, "accessibleName"}};
 }
 
 } // namespace zenlot

@@ -1,49 +1,97 @@
-// Every listening port, the user's own first, each part under its heading in ascending order.
-//
-// A refresh changes only the rows that differ, so that the view keeps its place.
+// The rows of the sidebar: two parts, each with its heading, and in them one row for each port or
+// for each group of ports of one application; an open group is followed by its ports.
 #pragma once
 
-#include "inventory/occupied_port.h"
+#include "inventory/app_port_group.h"
+#include "shell/mainwindow/keyed_list_model.h"
 
-#include <QAbstractListModel>
+#include <QSet>
+#include <QString>
 #include <QtQml/qqmlregistration.h>
 
-#include <optional>
-#include <tuple>
 #include <vector>
 
 namespace zenlot {
 
-class SidebarModel : public QAbstractListModel {
+// What a refresh brings, ready to be shown.
+struct SidebarContent {
+    std::vector<AppPortGroup> own;    // of the current user
+    std::vector<AppPortGroup> system; // of everybody else
+
+    friend bool operator==(const SidebarContent&, const SidebarContent&) = default;
+};
+
+struct SidebarRow {
+    enum class Kind : int { heading, port, group, portOfGroup };
+
+    QString key;
+    Kind kind{Kind::heading};
+    QString title; // of a heading or group
+    bool isExpanded{false};
+    int count{0}; // of ports in a group
+    QString bundlePath;
+    OccupiedPort port; // of a row that is a port
+
+    friend bool operator==(const SidebarRow&, const SidebarRow&) = default;
+};
+
+class SidebarModel : public KeyedListModel<SidebarRow> {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("The view model owns it")
 
   public:
-    enum Role { headingRole = Qt::UserRole, portRole, displayNameRole, protoRole };
+    enum Kind {
+        Heading = static_cast<int>(SidebarRow::Kind::heading),
+        Port = static_cast<int>(SidebarRow::Kind::port),
+        Group = static_cast<int>(SidebarRow::Kind::group),
+        PortOfGroup = static_cast<int>(SidebarRow::Kind::portOfGroup),
+    };
+    Q_ENUM(Kind)
 
-    explicit SidebarModel(QObject* parent = nullptr, UserId currentUser = currentUserId());
+    enum Role {
+        kindRole = Qt::UserRole,
+        titleRole,
+        isExpandedRole,
+        countTextRole,
+        bundlePathRole,
+        portRole, // -1 for a row that is none
+        nameRole,
+        protoRole,
+        pidRole,
+        executablePathRole,
+        accessibleNameRole,
+    };
 
-    void setPorts(std::vector<OccupiedPort> ports);
+    explicit SidebarModel(QObject* parent = nullptr) : KeyedListModel(parent) {}
 
-    int rowCount(const QModelIndex& parent = {}) const override;
+    void setContent(SidebarContent content);
+
+    // Opens or closes a group; nothing happens for other rows. Which groups are open outlives a
+    // refresh.
+    Q_INVOKABLE void setExpanded(int row, bool isExpanded);
+    void toggle(int row);
+
+    // The port of the row; -1 for a row that is none.
+    int portAt(int row) const;
+
+    // The row that shows the port, or -1 when it is in none or in a closed group.
+    Q_INVOKABLE int rowOfPort(int port) const;
+
+    // The next row in that direction (1 or -1) that is no heading; the row itself at the end.
+    Q_INVOKABLE int neighbour(int row, int direction) const;
+
     QVariant data(const QModelIndex& index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
 
   private:
-    struct Row {
-        bool isOwn{false};
-        std::optional<OccupiedPort> port; // none for the heading of the part
+    const SidebarRow* rowAt(int row) const;
+    void rebuild();
+    void appendPart(std::vector<SidebarRow>& rows, const QString& key, const QString& title,
+                    const std::vector<AppPortGroup>& groups) const;
 
-        friend bool operator==(const Row&, const Row&) = default;
-    };
-
-    // What a row is, whatever it says: its part, its port and its owner. Rows are in this order.
-    using Key = std::tuple<bool, std::int64_t, std::int64_t>;
-    static Key keyOf(const Row& row);
-
-    UserId currentUser_;
-    std::vector<Row> rows_;
+    SidebarContent content_;
+    QSet<QString> expandedBundles_;
 };
 
 } // namespace zenlot

@@ -1,12 +1,12 @@
 #include "inventory_fixture.h"
 #include "shell/mainwindow/content_view_model.h"
 
-#include <QAbstractItemModelTester>
 #include <QSignalSpy>
 #include <QTest>
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <memory>
 
 namespace zenlot {
 namespace {
@@ -19,16 +19,22 @@ bool waitFor(const std::function<bool()>& condition) {
 class ContentViewModelTest : public testing::Test {
   protected:
     ContentViewModelTest() {
-        fixture.tables.addListener(8080, 42, currentUserId(), "/opt/Sample.app/server");
+        fixture->tables.addListener(8080, 42, currentUserId(), "/opt/Sample.app/server");
+        fixture->tables.addListener(9000, 77, currentUserId() + 1, "/bin/other");
     }
 
     bool waitForCheck() {
         return waitFor([this] { return !model.isChecking(); });
     }
 
-    InventoryFixture fixture;
-    NotificationCenter notifications;
-    ContentViewModel model{fixture.inventory, notifications};
+    bool check(const QString& port) {
+        model.setPortInput(port);
+        model.performCheck();
+        return waitForCheck();
+    }
+
+    std::unique_ptr<MainWindowFixture> fixture = std::make_unique<MainWindowFixture>();
+    ContentViewModel& model = fixture->model;
 };
 
 TEST_F(ContentViewModelTest, FieldKeepsFiveDigits) {
@@ -39,7 +45,6 @@ TEST_F(ContentViewModelTest, FieldKeepsFiveDigits) {
     for (const auto& [typed, kept] :
          std::initializer_list<Case>{{u"8a0b8x0"_qs, u"8080"_qs},
                                      {u"1234567"_qs, u"12345"_qs},
-                                     {u"x"_qs, u""_qs},
                                      {u"-+ 1"_qs, u"1"_qs},
                                      {u"٣½五x"_qs, u"٣½五"_qs},
                                      {u"\U0001D7D8\U0001D7D8x0"_qs, u"\U0001D7D8\U0001D7D80"_qs}}) {
@@ -50,7 +55,6 @@ TEST_F(ContentViewModelTest, FieldKeepsFiveDigits) {
 
 TEST_F(ContentViewModelTest, TypingChecksOnceAfterAPause) {
     EXPECT_EQ(model.statusText(), u"Enter a port number"_qs);
-    const QAbstractItemModelTester tester(model.processes());
     QSignalSpy focus(&model, &ContentViewModel::resultsFocusRequested);
     for (const QString& text : {u"8"_qs, u"80"_qs, u"808"_qs, u"8080"_qs})
         model.setPortInput(text);
@@ -58,12 +62,14 @@ TEST_F(ContentViewModelTest, TypingChecksOnceAfterAPause) {
     ASSERT_TRUE(waitFor([&] { return !focus.empty(); }));
     EXPECT_EQ(model.resultsHeader(), u"1 process on port 8080"_qs);
     EXPECT_EQ(model.sidebarSelection(), 8080);
-    EXPECT_EQ(fixture.tables.lookups(8080), 1);
-    EXPECT_EQ(fixture.tables.lookups(808), 0);
-    const QModelIndex row = model.processes()->index(0);
-    EXPECT_EQ(row.data(ProcessListModel::displayNameRole), u"Sample"_qs);
-    EXPECT_EQ(row.data(ProcessListModel::pidTextRole), u"PID 42"_qs);
-    EXPECT_EQ(row.data(ProcessListModel::localAddressRole), u"*:8080"_qs);
+    EXPECT_EQ(model.selectedRow(), 0);
+    EXPECT_EQ(fixture->tables.lookups(8080), 1);
+    EXPECT_EQ(fixture->tables.lookups(808), 0);
+    EXPECT_TRUE(model.processes()
+                    ->index(0)
+                    .data(ProcessListModel::accessibleNameRole)
+                    .toString()
+                    .startsWith(u"Sample TCP4 LISTEN PID 42 *:8080 "_qs));
 
     model.setPortInput({});
     EXPECT_EQ(model.statusText(), u"Enter a port number"_qs);
@@ -71,23 +77,14 @@ TEST_F(ContentViewModelTest, TypingChecksOnceAfterAPause) {
     EXPECT_EQ(model.sidebarSelection(), ContentViewModel::kNoSelection);
 }
 
-TEST_F(ContentViewModelTest, FreePortSaysSo) {
-    model.setPortInput(u"81"_qs);
-    model.performCheck();
-    EXPECT_TRUE(model.isChecking());
-    EXPECT_EQ(model.statusText(), QString());
-    ASSERT_TRUE(waitForCheck());
+TEST_F(ContentViewModelTest, FreePortsAndNumbersThatAreNoPort) {
+    for (const QString& text : {u"0"_qs, u"65536"_qs, u"٣"_qs}) {
+        ASSERT_TRUE(check(text));
+        EXPECT_EQ(model.statusText(), u"Enter a port number"_qs) << qPrintable(text);
+    }
+    ASSERT_TRUE(check(u"81"_qs));
     EXPECT_TRUE(model.isFree());
     EXPECT_EQ(model.statusText(), u"Port 81 is free"_qs);
-}
-
-TEST_F(ContentViewModelTest, NumbersThatAreNoPortAreNotChecked) {
-    for (const QString& text : {u"0"_qs, u"65536"_qs, u"99999"_qs, u"٣"_qs}) {
-        model.setPortInput(text);
-        model.performCheck();
-        EXPECT_FALSE(model.isChecking()) << text.toStdString();
-    }
-    EXPECT_EQ(model.statusText(), u"Enter a port number"_qs);
 }
 
 TEST_F(ContentViewModelTest, SelectionInTheSidebarFillsTheField) {
@@ -96,52 +93,130 @@ TEST_F(ContentViewModelTest, SelectionInTheSidebarFillsTheField) {
     EXPECT_TRUE(model.isChecking());
     ASSERT_TRUE(waitForCheck());
     EXPECT_EQ(model.processes()->rowCount(), 1);
-
     model.setPortInput({});
     model.setPortInput(u"08080"_qs); // the selection it makes rewrites it
     EXPECT_EQ(model.portInput(), u"8080"_qs);
 }
 
 TEST_F(ContentViewModelTest, OvertakenAnswersAreDropped) {
-    fixture.tables.closeGate(8080);
+    fixture->tables.closeGate(8080);
     model.setPortInput(u"8080"_qs);
     model.performCheck();
-    ASSERT_TRUE(waitFor([this] { return fixture.tables.lookups(8080) == 1; }));
-    model.setPortInput(u"81"_qs);
-    model.performCheck();
-    ASSERT_TRUE(waitForCheck());
-    QSignalSpy status(&model, &ContentViewModel::statusChanged);
+    ASSERT_TRUE(waitFor([this] { return fixture->tables.lookups(8080) == 1; }));
+    ASSERT_TRUE(check(u"81"_qs));
     QSignalSpy focus(&model, &ContentViewModel::resultsFocusRequested);
-    fixture.tables.openGate(8080);
+    fixture->tables.openGate(8080);
     model.setPortInput(u"8080"_qs); // whose answer comes after the overtaken one
     model.performCheck();
     ASSERT_TRUE(waitFor([&] { return !focus.empty(); }));
     EXPECT_EQ(focus.count(), 1);
 }
 
-TEST_F(ContentViewModelTest, SidebarFollowsThePublishedList) {
-    const QAbstractItemModelTester tester(model.sidebar());
+TEST_F(ContentViewModelTest, RowsAreWalkedOpenedAndClosed) {
+    fixture->cache.replace(
+        {{7000, "TCP4", "a", "A", 1, "0", ""}, {7000, "TCP6", "b", "B", 2, "0", ""}});
+    ASSERT_TRUE(check(u"7000"_qs));
+    EXPECT_EQ(model.resultsHeader(), u"2 processes on port 7000"_qs);
+    std::vector<int> rows;
+    for (const int delta : {1, 1, -1, -1}) {
+        model.moveSelection(delta);
+        rows.push_back(model.selectedRow());
+    }
+    EXPECT_EQ(rows, (std::vector<int>{1, 1, 0, 0}));
+    EXPECT_FALSE(model.isInspectorOpen());
+    model.openRow(1);
+    EXPECT_EQ(model.detailProcess()->displayName, "B");
+    model.toggleInspector();
+    EXPECT_FALSE(model.isInspectorOpen());
+    model.toggleInspector();
+    EXPECT_EQ(model.detailProcess()->displayName, "B");
+    model.setPortInput(u"7"_qs);
+    EXPECT_FALSE(model.isInspectorOpen());
+    EXPECT_FALSE(model.canToggleInspector());
+    model.moveSelection(-1); // nothing is highlighted: the first row
+    EXPECT_EQ(model.selectedRow(), 0);
+}
+
+TEST_F(ContentViewModelTest, ForceQuitAsksKillsAndChecksAgain) {
+    model.appear();
+    ASSERT_TRUE(check(u"8080"_qs));
+    model.openRow(0);
+    model.requestForceQuit();
+    EXPECT_EQ(model.confirmationMessage(),
+              u"Force-quit Sample (PID 42)? Any unsaved work will be lost."_qs);
+    EXPECT_EQ(model.confirmationButton(), u"Force Quit Sample"_qs);
+    model.cancelForceQuit();
+    EXPECT_FALSE(model.isConfirming());
+
+    model.requestForceQuit();
+    model.confirmForceQuit();
+    EXPECT_FALSE(model.isConfirming());
+    ASSERT_TRUE(waitFor([this] { return model.processes()->isEmpty(); }));
+    EXPECT_FALSE(model.hasSelection());
+    EXPECT_TRUE(model.isInspectorOpen()); // what was being read stays
+    ASSERT_TRUE(waitFor([this] { return fixture->tables.lookups(8080) == 2 && model.isFree(); }));
+    EXPECT_EQ(model.sidebar()->rowOfPort(8080), -1);
+    EXPECT_GE(model.sidebar()->rowOfPort(9000), 0);
+}
+
+TEST_F(ContentViewModelTest, HostileNamesLeaveTheQuestionWhole) {
+    fixture->tables.addListener(666, 66, currentUserId(),
+                                "/bin/<b>\n\u202Ex" + std::string(4000, 'z'));
+    ASSERT_TRUE(check(u"666"_qs));
+    model.requestForceQuit();
+    EXPECT_TRUE(model.confirmationMessage().startsWith(u"Force-quit <b>\uFFFD\uFFFDxzz"_qs));
+    EXPECT_TRUE(
+        model.confirmationMessage().endsWith(u"zz… (PID 66)? Any unsaved work will be lost."_qs));
+    EXPECT_LT(model.confirmationMessage().size(), 130);
+}
+
+TEST_F(ContentViewModelTest, TakesUpRequestsFromElsewhere) {
+    fixture->userDefaults.set(u"portToCheck"_qs, u"8080"_qs);
+    fixture->appModel.setOpenSettingsRequested(true);
+    model.appear();
+    EXPECT_EQ(model.portInput(), QString()) << "a text is no port";
+    EXPECT_TRUE(fixture->userDefaults.object(u"portToCheck"_qs));
+    EXPECT_FALSE(fixture->appModel.openSettingsRequested());
+    EXPECT_EQ(fixture->settingsOpened, 1);
+    EXPECT_EQ(fixture->onboardingShown, 1);
+
+    fixture->userDefaults.set(u"portToCheck"_qs, 3000);
+    fixture->settings.setHasCompletedOnboarding(true);
+    model.appear();
+    EXPECT_EQ(model.portInput(), u"3000"_qs);
+    EXPECT_FALSE(fixture->userDefaults.object(u"portToCheck"_qs));
+    EXPECT_EQ(fixture->onboardingShown, 1);
+
+    QSignalSpy changes(&fixture->appModel, &AppModel::pendingPortChanged);
+    fixture->appModel.setPendingPort(8080);
+    EXPECT_EQ(model.portInput(), u"8080"_qs);
+    EXPECT_TRUE(model.isChecking());
+    EXPECT_EQ(changes.count(), 2) << "taken up, and reset";
+}
+
+TEST_F(ContentViewModelTest, SidebarFollowsThePublishedListAndCorrectsPaths) {
+    fixture->applications.add(9001, {{}, {}, u"/opt/Real.app/real"_qs, {}, false});
     model.appear();
     EXPECT_TRUE(model.isLoadingSidebar());
     ASSERT_TRUE(waitFor([this] { return !model.isLoadingSidebar(); }));
-    EXPECT_EQ(model.sidebar()->rowCount(), 2); // a heading and a port
-    fixture.cache.replace({{9000, "TCP4", "x", "X", 77, "0", "/bin/x"}});
-    notifications.post(kPortsUpdated);
-    ASSERT_TRUE(waitFor([this] { return model.sidebar()->rowCount() > 2; }));
+    EXPECT_EQ(model.sidebar()->rowCount(), 4);
+    fixture->cache.replace({{9001, "TCP4", "x", "X", 9001, "0", "/bin/x"}});
+    fixture->notifications.post(kPortsUpdated);
+    ASSERT_TRUE(waitFor([this] { return model.sidebar()->rowOfPort(9001) >= 0; }));
+    EXPECT_EQ(model.sidebar()
+                  ->index(model.sidebar()->rowOfPort(9001))
+                  .data(SidebarModel::executablePathRole),
+              u"/opt/Real.app/real"_qs);
 }
 
-TEST(ContentViewModelLifeTest, MayEndWhileQuestionsAreOpen) {
-    InventoryFixture fixture;
-    NotificationCenter notifications;
-    fixture.tables.closeGate(8080);
-    {
-        ContentViewModel model(fixture.inventory, notifications);
-        model.setPortInput(u"8080"_qs);
-        model.performCheck();
-        model.loadOccupiedPorts();
-    }
-    fixture.tables.openGate(8080);
-    EXPECT_TRUE(waitFor([&] { return fixture.tables.lookups(8080) == 1; }));
+TEST_F(ContentViewModelTest, MayEndWhileQuestionsAreOpen) {
+    auto gated = std::make_unique<MainWindowFixture>();
+    gated->tables.closeGate(8080);
+    gated->model.setPortInput(u"8080"_qs);
+    gated->model.performCheck();
+    gated->model.loadOccupiedPorts();
+    gated->tables.openGate(8080);
+    gated.reset();
     QTest::qWait(0);
 }
 

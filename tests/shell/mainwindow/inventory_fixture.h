@@ -1,8 +1,13 @@
-// A whole inventory over fake tables, whose answers to a lookup can be held back.
+// A whole inventory over fake tables, whose answers to a lookup can be held back, with the view
+// model of the main window over it.
 #pragma once
 
 #include "inventory/fake_process_tables.h"
-#include "monitoring/port_inventory.h"
+#include "platform/fake_app_service.h"
+#include "platform/fake_property_list.h"
+#include "platform/fake_running_applications.h"
+#include "platform/fake_user_defaults.h"
+#include "shell/mainwindow/content_view_model.h"
 
 #include <condition_variable>
 #include <map>
@@ -17,9 +22,19 @@ class GatedTables final : public ProcessTables {
 
     // A listener of a process of its own.
     void addListener(std::uint16_t port, ProcessId pid, UserId user, const std::string& path) {
+        const std::lock_guard lock(mutex_);
         tables.table.push_back({port, 0, AddressFamily::ipv4, user});
         tables.processes.push_back(
             {pid, {{AddressFamily::ipv4, TcpState::listen, port, 0}}, user, path});
+    }
+
+    void removeProcess(ProcessId pid) {
+        const std::lock_guard lock(mutex_);
+        std::erase_if(tables.processes,
+                      [pid](const FakeProcess& process) { return process.pid == pid; });
+        tables.table.clear();
+        for (const FakeProcess& process : tables.processes)
+            tables.table.push_back({process.sockets[0].localPort, 0, AddressFamily::ipv4, 0});
     }
 
     // Lookups of the port take until it is opened again.
@@ -40,8 +55,8 @@ class GatedTables final : public ProcessTables {
 
     std::unique_ptr<ProcessSnapshot>
     beginSnapshot(std::optional<std::int64_t> port) const override {
+        std::unique_lock lock(mutex_);
         if (port) {
-            std::unique_lock lock(mutex_);
             ++lookups_[*port];
             opened_.wait(lock, [&] { return !closed_.contains(*port); });
         }
@@ -55,18 +70,53 @@ class GatedTables final : public ProcessTables {
     std::set<std::int64_t> closed_;
 };
 
-struct InventoryFixture {
-    class NoProcesses final : public ProcessPinner {
+// Ends processes of the fake tables.
+class FakePinner final : public ProcessPinner {
+  public:
+    explicit FakePinner(GatedTables& tables) : tables_(tables) {}
+
+    std::unique_ptr<PinnedProcess> pin(ProcessId pid) const override {
+        return std::make_unique<Process>(tables_, pid);
+    }
+
+  private:
+    class Process final : public PinnedProcess {
       public:
-        std::unique_ptr<PinnedProcess> pin(ProcessId) const override { return nullptr; }
+        Process(GatedTables& tables, ProcessId pid) : tables_(tables), pid_(pid) {}
+        std::optional<UserId> effectiveUid() const override { return currentUserId(); }
+        bool kill() override {
+            tables_.removeProcess(pid_);
+            return true;
+        }
+
+      private:
+        GatedTables& tables_;
+        ProcessId pid_;
     };
 
+    GatedTables& tables_;
+};
+
+struct MainWindowFixture {
     GatedTables tables;
     SharedPortCache cache;
-    NoProcesses processes;
+    FakePinner processes{tables};
     PortScanner scanner{tables, [](std::uint16_t, AddressFamily) { return false; }};
     PortLookup lookup{scanner, cache};
     PortInventory inventory{scanner, lookup, cache, processes};
+    NotificationCenter notifications;
+    FakeRunningApplications applications;
+    FakePropertyListReader propertyLists;
+    BundleKeyCache bundleKeys{propertyLists};
+    AppModel appModel;
+    FakeUserDefaults userDefaults;
+    FakeAppService loginItem;
+    AppSettings settings{userDefaults, loginItem};
+    int settingsOpened{0};
+    int onboardingShown{0};
+    ContentViewModel model{
+        {inventory, notifications, applications, bundleKeys, appModel, settings, userDefaults},
+        {[this] { ++settingsOpened; }, [this] { ++onboardingShown; }}};
 };
 
 } // namespace zenlot

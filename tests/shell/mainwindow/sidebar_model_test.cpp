@@ -1,77 +1,70 @@
+#include "model_operations.h"
 #include "shell/mainwindow/sidebar_model.h"
 
 #include <QAbstractItemModelTester>
-#include <QStringList>
 #include <gtest/gtest.h>
 
 namespace zenlot {
 namespace {
 
-constexpr UserId kMe = 501;
-
-OccupiedPort record(std::int64_t port, std::int64_t pid, const std::string& user = "501",
-                    const std::string& name = "Name") {
-    return {port, "TCP4", "name", name, pid, user, "/bin/name"};
+AppPortGroup single(std::int64_t port, std::int64_t pid) {
+    return {std::nullopt, {{port, "TCP4", "name", "Name", pid, "501", "/bin/name"}}};
 }
 
-// Writes down every operation of a model.
-class Operations : public QObject {
-  public:
-    explicit Operations(QAbstractItemModel& model) {
-        const auto note = [this](const char* what) {
-            return [this, what](const QModelIndex&, int first, int last) {
-                list << QStringLiteral("%1 %2-%3").arg(QLatin1String(what)).arg(first).arg(last);
-            };
-        };
-        connect(&model, &QAbstractItemModel::rowsInserted, this, note("insert"));
-        connect(&model, &QAbstractItemModel::rowsRemoved, this, note("remove"));
-        connect(&model, &QAbstractItemModel::dataChanged, this, [this](const QModelIndex& first) {
-            list << QStringLiteral("change %1").arg(first.row());
-        });
-        connect(&model, &QAbstractItemModel::modelReset, this, [this] { list << u"reset"_qs; });
-    }
-
-    QStringList take() { return std::exchange(list, {}); }
-
-    QStringList list;
-};
+AppPortGroup bundle(const std::string& path, std::initializer_list<std::int64_t> ports) {
+    AppPortGroup group{path, {}};
+    for (const std::int64_t port : ports)
+        group.ports.push_back({port, "TCP4", "x", "X", 9, "501", path + "/x"});
+    return group;
+}
 
 QStringList shown(const SidebarModel& model) {
     QStringList rows;
-    for (int row = 0; row < model.rowCount(); ++row) {
-        const QModelIndex index = model.index(row);
-        const QString heading = index.data(SidebarModel::headingRole).toString();
-        rows << (heading.isEmpty() ? index.data(SidebarModel::portRole).toString() : heading);
-    }
+    for (int row = 0; row < model.rowCount(); ++row)
+        rows << model.index(row).data(SidebarModel::accessibleNameRole).toString();
     return rows;
 }
 
-TEST(SidebarModelTest, OwnPortsComeFirst) {
-    SidebarModel model(nullptr, kMe);
+TEST(SidebarModelTest, ShowsPartsGroupsAndPorts) {
+    SidebarModel model;
     const QAbstractItemModelTester tester(&model);
-    model.setPorts({record(22, 0, "0"), record(3000, 7), record(80, 8), record(443, 0, "")});
-    EXPECT_EQ(shown(model), (QStringList{u"My Processes"_qs, u"80"_qs, u"3000"_qs, u"System"_qs,
-                                         u"22"_qs, u"443"_qs}));
+    model.setContent({{bundle("/A.app", {1, 2}), bundle("/B.app", {3})}, {single(22, 0)}});
+    EXPECT_EQ(shown(model), (QStringList{u"My Processes"_qs, u"A 2"_qs, u"3 X TCP4"_qs,
+                                         u"System"_qs, u"22 Name TCP4"_qs}));
+    EXPECT_EQ(model.rowOfPort(1), -1);
+    model.setExpanded(1, true);
+    EXPECT_EQ(model.rowOfPort(1), 2);
+    EXPECT_EQ(model.index(3).data(SidebarModel::accessibleNameRole), u"2 TCP4"_qs);
+    EXPECT_EQ(model.neighbour(4, 1), 6); // over the heading
+    EXPECT_EQ(model.neighbour(1, -1), 1);
+
+    model.setContent({{}, {single(22, 0), single(22, 0)}}); // twice the same, as a list may say
+    EXPECT_EQ(model.rowCount(), 3);
+    model.setContent({{bundle("/A.app", {1, 2})}, {}});
+    EXPECT_EQ(model.rowCount(), 4) << "an open group stays open";
+    model.toggle(1);
+    EXPECT_EQ(model.rowCount(), 2);
 }
 
 TEST(SidebarModelTest, RefreshTouchesOnlyWhatChanged) {
-    SidebarModel model(nullptr, kMe);
+    SidebarModel model;
     const QAbstractItemModelTester tester(&model);
-    Operations operations(model);
-    const std::vector<OccupiedPort> before{record(80, 1), record(81, 2), record(82, 3)};
-    model.setPorts(before);
-    operations.take();
-
-    model.setPorts(before);
+    std::vector<AppPortGroup> own;
+    for (std::int64_t port = 1000; port < 2200; ++port)
+        own.push_back(single(port, port));
+    model.setContent({own, {}});
+    ModelOperations operations(model);
+    model.setContent({own, {}});
     EXPECT_EQ(operations.take(), QStringList());
-    model.setPorts({record(80, 1), record(81, 2, "501", "Other"), record(82, 3)});
-    EXPECT_EQ(operations.take(), QStringList{u"change 2"_qs});
-    model.setPorts({record(80, 1), record(82, 3), record(83, 4)});
-    EXPECT_EQ(operations.take(), (QStringList{u"remove 2-2"_qs, u"insert 3-3"_qs}));
-    model.setPorts({record(80, 9), record(82, 3), record(83, 4)}); // another owner, another row
-    EXPECT_EQ(operations.take(), (QStringList{u"remove 1-1"_qs, u"insert 1-1"_qs}));
-    model.setPorts({});
-    EXPECT_EQ(operations.take(), QStringList{u"remove 0-3"_qs});
+    own[600].ports[0].displayName = "Other";
+    model.setContent({own, {}});
+    EXPECT_EQ(operations.take(), QStringList{u"change 601"_qs});
+    own.erase(own.begin() + 10);
+    model.setContent({own, {}});
+    EXPECT_EQ(operations.take(), QStringList{u"remove 11-11"_qs});
+    own.insert(own.begin(), single(80, 5));
+    model.setContent({own, {}});
+    EXPECT_EQ(operations.take(), QStringList{u"insert 1-1"_qs});
 }
 
 } // namespace

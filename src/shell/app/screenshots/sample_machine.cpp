@@ -1,0 +1,121 @@
+#include "shell/app/screenshots/sample_machine.h"
+
+#include <QFileInfo>
+#include <QImage>
+#include <QLinearGradient>
+#include <QPainter>
+
+namespace zenlot {
+namespace {
+
+constexpr std::int64_t kNow = 1'741'162'051; // a Wednesday morning in March
+constexpr UserId kSystemUser = 112;
+
+// A letter on a rounded square.
+void drawIcon(const QString& file, const QString& name, const QColor& color) {
+    constexpr int kSize = 128;
+    QImage icon(kSize, kSize, QImage::Format_ARGB32_Premultiplied);
+    icon.fill(Qt::transparent);
+    QPainter painter(&icon);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QLinearGradient gradient(0, 0, 0, kSize);
+    gradient.setColorAt(0, color.lighter(125));
+    gradient.setColorAt(1, color);
+    painter.setBrush(gradient);
+    painter.setPen(Qt::NoPen);
+    painter.drawRoundedRect(0, 0, kSize, kSize, 28, 28);
+    painter.setPen(Qt::white);
+    QFont font;
+    font.setPixelSize(84);
+    font.setBold(true);
+    painter.setFont(font);
+    painter.drawText(icon.rect(), Qt::AlignCenter, name.left(1));
+    painter.end();
+    icon.save(file);
+}
+
+} // namespace
+
+SampleMachine::SampleMachine()
+    : collector_(
+          processes_,
+          [] { return std::chrono::system_clock::time_point(std::chrono::seconds(kNow)); },
+          QLocale(QLocale::English), QTimeZone::utc()),
+      content_({inventory_, notifications_, applications_, bundleKeys_, appModel_, settings_,
+                userDefaults_},
+               {}) {
+    settings_.setHasCompletedOnboarding(true);
+    processes_.memoryBytes = 16'000'000'000;
+    QObject::connect(&content_, &ContentViewModel::detailProcessChanged, &inspector_,
+                     [this] { inspector_.setProcess(content_.detailProcess()); });
+
+    addApplication(QStringLiteral("/Applications/Harbor.app"), QStringLiteral("org.harbor.desktop"),
+                   QColor(0x2f, 0x7f, 0xe8));
+    addApplication(QStringLiteral("/Applications/Quill Notes.app"),
+                   QStringLiteral("org.quill.notes"), QColor(0xd9, 0x5b, 0x2b));
+    addProcess(4312, true, "/usr/bin/node", {3000, 5173});
+    addProcess(4377, true, "/usr/bin/python3.11", {8080});
+    addProcess(5120, true, "/Applications/Harbor.app/Contents/MacOS/Harbor", {7070, 7071});
+    addProcess(5121, true, "/Applications/Harbor.app/Contents/Helpers/harbor-proxy", {7443});
+    addProcess(5300, true, "/Applications/Quill Notes.app/Contents/MacOS/Quill", {49'210});
+    addProcess(812, false, "/usr/sbin/sshd", {22});
+    addProcess(640, false, "/usr/sbin/cupsd", {631});
+    addProcess(901, false, "/usr/sbin/nginx", {80, 443});
+    addProcess(955, false, "/usr/bin/redis-server", {6379});
+    // Nobody who may be asked knows who holds this port, but two are remembered.
+    const std::string user = std::to_string(currentUserId());
+    const std::string postgres = "/usr/lib/postgresql/15/bin/postgres";
+    cache_.replace({{5432, "TCP4", "postgres", "Postgres", 4401, user, postgres},
+                    {5432, "TCP6", "postgres", "Postgres", 4409, user, postgres}});
+}
+
+void SampleMachine::addProcess(ProcessId pid, bool isOwn, const std::string& path,
+                               const std::vector<std::uint16_t>& ports) {
+    const UserId user = isOwn ? currentUserId() : kSystemUser;
+    FakeProcess process{pid, {}, user, path};
+    for (const std::uint16_t port : ports) {
+        process.sockets.push_back({AddressFamily::ipv4, TcpState::listen, port, 0});
+        tables_.table.push_back({port, 0, AddressFamily::ipv4, user});
+    }
+    ProcessFacts facts;
+    facts.task = TaskInfo{1204,
+                          ProcessState::sleeping,
+                          std::chrono::seconds(kNow - 94'354),
+                          1'254'300'000,
+                          86'400'000,
+                          std::chrono::milliseconds(734'000)};
+    facts.parentExecutablePath = "/usr/bin/bash";
+    facts.descriptorCount = 41;
+    facts.tcpSockets = process.sockets;
+    facts.tcpSockets.push_back({AddressFamily::ipv4, TcpState::established, ports.front(), 51'834});
+    facts.tcpSockets.push_back({AddressFamily::ipv4, TcpState::closeWait, ports.front(), 51'840});
+    processes_.processes.insert_or_assign(pid, facts);
+    tables_.processes.push_back(std::move(process));
+}
+
+void SampleMachine::becomeCrowded(int processes) {
+    cache_.replace({});
+    tables_.table.clear();
+    tables_.processes.clear();
+    for (int each = 0; each < processes; ++each) {
+        const auto port = static_cast<std::uint16_t>(20'000 + 2 * each);
+        addProcess(10'000 + each, each % 3 != 0, "/opt/fleet/worker-" + std::to_string(each),
+                   {port, static_cast<std::uint16_t>(port + 1)});
+    }
+}
+
+void SampleMachine::addApplication(const QString& bundle, const QString& identifier,
+                                   const QColor& color) {
+    const QString name = QFileInfo(bundle).completeBaseName();
+    const QString picture = pictures_.filePath(name + QStringLiteral(".png"));
+    drawIcon(picture, name, color);
+    workspace_.icons.insert(bundle, picture);
+    workspace_.pictures.insert(picture, picture);
+    propertyLists_.files.insert(
+        bundle + QStringLiteral("/Contents/Info.plist"),
+        {{QStringLiteral("CFBundleIdentifier"), identifier},
+         {QStringLiteral("CFBundleShortVersionString"), QStringLiteral("2.4")},
+         {QStringLiteral("CFBundleVersion"), QStringLiteral("1187")}});
+}
+
+} // namespace zenlot

@@ -1,0 +1,69 @@
+// The machine of the screenshots: processes that listen, their icons and what the inspector can
+// learn of them, with the view models of the main window over it. Nothing here is real but the
+// current user.
+#pragma once
+
+#include "inventory/fake_process_inspector.h"
+#include "inventory/fake_process_tables.h"
+#include "platform/fake_app_service.h"
+#include "platform/fake_property_list.h"
+#include "platform/fake_running_applications.h"
+#include "platform/fake_user_defaults.h"
+#include "platform/fake_workspace.h"
+#include "shell/inspector/process_detail_view_model.h"
+#include "shell/mainwindow/content_view_model.h"
+
+#include <QColor>
+#include <QTemporaryDir>
+
+namespace zenlot {
+
+class SampleMachine final {
+  public:
+    SampleMachine();
+
+    // A process of the current user, or of the system, that listens on these ports.
+    void addProcess(ProcessId pid, bool isOwn, const std::string& path,
+                    const std::vector<std::uint16_t>& ports);
+
+    // So many processes with two listeners each, and nothing else.
+    void becomeCrowded(int processes);
+
+    const FakeRunningApplications& runningApplications() const { return applications_; }
+    const FakeWorkspace& workspace() const { return workspace_; }
+    ContentViewModel& content() { return content_; }
+    ProcessDetailViewModel& inspector() { return inspector_; }
+
+  private:
+    // Nobody is killed for a picture.
+    class NoPinner final : public ProcessPinner {
+        std::unique_ptr<PinnedProcess> pin(ProcessId /*pid*/) const override { return nullptr; }
+    };
+
+    // An application with a picture of its own.
+    void addApplication(const QString& bundle, const QString& identifier, const QColor& color);
+
+    QTemporaryDir pictures_;
+    FakeProcessTables tables_;
+    FakeProcessInspector processes_;
+    FakeRunningApplications applications_;
+    FakePropertyListReader propertyLists_;
+    FakeWorkspace workspace_;
+    NoPinner pinner_;
+    SharedPortCache cache_;
+    PortScanner scanner_{tables_, [](std::uint16_t, AddressFamily) { return false; }};
+    PortLookup lookup_{scanner_, cache_};
+    PortInventory inventory_{scanner_, lookup_, cache_, pinner_};
+    NotificationCenter notifications_;
+    BundleKeyCache bundleKeys_{propertyLists_};
+    AppModel appModel_;
+    FakeUserDefaults userDefaults_;
+    FakeAppService loginItem_;
+    AppSettings settings_{userDefaults_, loginItem_};
+    ProcessDetailsCollector collector_;
+    ProcessDetailsLoader loader_{collector_, applications_, propertyLists_};
+    ContentViewModel content_;
+    ProcessDetailViewModel inspector_{loader_};
+};
+
+} // namespace zenlot

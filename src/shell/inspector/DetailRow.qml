@@ -1,0 +1,32 @@
+// A label and its value, which can be copied.
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Layouts
+import Zenlot.Style
+
+RowLayout {
+    id: root
+
+    required property string label
+    required property string value
+
+    spacing: 8
+
+    StyleText {
+        Layout.alignment: Qt.AlignTop
+        Layout.maximumWidth: 80
+        Layout.minimumWidth: 80
+        color: Theme.secondaryLabel
+        font: TextStyle.caption
+        horizontalAlignment: Text.AlignRight
+        text: root.label
+    }
+    SelectableText {
+        Accessible.description: root.label
+        Layout.alignment: Qt.AlignTop
+        Layout.fillWidth: true
+        font: TextStyle.monospaced(TextStyle.caption)
+        text: root.value
+    }
+}

@@ -1,0 +1,66 @@
+// One TCP socket of the process: its protocol, its two ends and its state.
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Layouts
+import Zenlot.Style
+
+Item {
+    id: root
+
+    required property string connectionState
+    required property string local
+    required property string proto
+    required property string remote
+    required property string summary
+
+    Accessible.name: root.summary
+    Accessible.role: Accessible.ListItem
+    implicitHeight: line.implicitHeight + 4
+    implicitWidth: line.implicitWidth
+
+    RowLayout {
+        id: line
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 6
+
+        Badge {
+            Accessible.ignored: true
+            fill: Theme.quaternaryFill
+            horizontalPadding: 5
+            radius: 4
+            text: root.proto
+            tint: Theme.secondaryLabel
+            verticalPadding: 1
+        }
+        StyleText {
+            Accessible.ignored: true
+            font: TextStyle.monospaced(TextStyle.caption)
+            text: root.local
+        }
+        StyleText {
+            Accessible.ignored: true
+            color: Theme.tertiaryLabel
+            font: TextStyle.caption
+            text: "→"
+            visible: root.remote !== ""
+        }
+        StyleText {
+            Accessible.ignored: true
+            font: TextStyle.monospaced(TextStyle.caption)
+            text: root.remote
+            visible: root.remote !== ""
+        }
+        StyleText {
+            Accessible.ignored: true
+            Layout.fillWidth: true
+            color: Theme.secondaryLabel
+            font: TextStyle.caption2
+            text: root.connectionState
+            visible: root.connectionState !== ""
+        }
+    }
+}

@@ -1,0 +1,47 @@
+// An application that listens on several ports.
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Layouts
+import Zenlot.ProcessIcon
+import Zenlot.Style
+
+RowLayout {
+    id: root
+
+    required property string bundlePath
+    required property string countText
+    required property bool isExpanded
+    required property string name
+
+    spacing: 8
+
+    FileIconView {
+        cornerRadius: 5
+        path: root.bundlePath
+        size: 22
+    }
+    StyleText {
+        Layout.fillWidth: true
+        font: TextStyle.bold(TextStyle.callout)
+        text: root.name
+    }
+    StyleText {
+        color: Theme.tertiaryLabel
+        font: TextStyle.sized(9, Font.Medium)
+        text: root.countText
+    }
+    SymbolIcon {
+        color: Theme.secondaryLabel
+        name: "chevron.right"
+        rotation: root.isExpanded ? 90 : 0
+        size: 9
+
+        Behavior on rotation {
+            NumberAnimation {
+                duration: 180
+                easing.type: Easing.InOutQuad
+            }
+        }
+    }
+}

@@ -1,0 +1,107 @@
+// One row of the sidebar: a heading, a port, or an application with its ports.
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Zenlot.MainWindow
+import Zenlot.Style
+
+T.ItemDelegate {
+    id: root
+
+    required property string accessibleName
+    required property string bundlePath
+    required property string countText
+    required property string executablePath
+    required property bool hasFocusRing
+    required property int index
+    required property bool isExpanded
+    required property bool isSelected
+    required property int kind
+    required property string name
+    required property int pid
+    required property int port
+    required property string proto
+    required property string title
+
+    signal contextMenuRequested
+
+    Accessible.name: root.accessibleName
+    Accessible.role: root.kind === SidebarModel.Heading ? Accessible.StaticText : Accessible.ListItem
+    Accessible.selected: root.isSelected
+    Accessible.onPressAction: root.clicked()
+    bottomPadding: 4
+    enabled: root.kind !== SidebarModel.Heading
+    focusPolicy: Qt.NoFocus
+    implicitHeight: content.implicitHeight + topPadding + bottomPadding
+    leftPadding: root.kind === SidebarModel.PortOfGroup ? 46 : 16
+    rightPadding: 16
+    topPadding: root.kind === SidebarModel.Heading && root.index > 0 ? 14 : 4
+
+    background: Item {
+        Rectangle {
+            anchors.fill: parent
+            anchors.leftMargin: 8
+            anchors.rightMargin: 8
+            color: root.isSelected ? Theme.accent : Theme.hover
+            opacity: root.isSelected ? 0.18 : root.hovered ? 1 : 0
+            radius: 6
+        }
+        FocusRing {
+            anchors.fill: parent
+            anchors.leftMargin: 8
+            anchors.rightMargin: 8
+            radius: 6
+            visible: root.hasFocusRing
+        }
+    }
+    Item {
+        id: content
+
+        anchors.bottomMargin: root.bottomPadding
+        anchors.fill: parent
+        anchors.leftMargin: root.leftPadding
+        anchors.rightMargin: root.rightPadding
+        anchors.topMargin: root.topPadding
+        implicitHeight: root.kind === SidebarModel.Heading ? heading.implicitHeight : root.kind === SidebarModel.Group ? group.implicitHeight : portRow.implicitHeight
+
+        StyleText {
+            id: heading
+
+            Accessible.ignored: true
+            anchors.fill: parent
+            color: Theme.secondaryLabel
+            font: TextStyle.bold(TextStyle.caption)
+            text: root.title
+            visible: root.kind === SidebarModel.Heading
+        }
+        BundleGroupRow {
+            id: group
+
+            anchors.fill: parent
+            bundlePath: root.bundlePath
+            countText: root.countText
+            isExpanded: root.isExpanded
+            name: root.title
+            visible: root.kind === SidebarModel.Group
+        }
+        SidebarPortRow {
+            id: portRow
+
+            anchors.fill: parent
+            executablePath: root.executablePath
+            name: root.name
+            pid: root.pid
+            port: root.port
+            proto: root.proto
+            showIcon: root.kind === SidebarModel.Port
+            visible: root.port >= 0
+        }
+    }
+    TapHandler {
+        acceptedButtons: Qt.RightButton
+        enabled: root.port >= 0
+
+        onTapped: root.contextMenuRequested()
+    }
+}

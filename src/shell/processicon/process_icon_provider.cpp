@@ -1,0 +1,145 @@
+#include "shell/processicon/process_icon_provider.h"
+
+#include "shell/processicon/process_icon_rules.h"
+
+#include <QFile>
+#include <QImageReader>
+#include <QMutexLocker>
+#include <QPainter>
+#include <QPainterPath>
+#include <QQmlEngine>
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+namespace zenlot {
+namespace {
+
+constexpr QLatin1String kProviderName("processicon");
+constexpr QLatin1String kNodePicture(":/qt/qml/Zenlot/Style/images/nodejs.svg");
+constexpr int kWorkers = 2;
+constexpr int kMaximumCacheBytes = 8 * 1024 * 1024;
+constexpr int kLargestSide = 4096; // of a picture, so that none takes all memory
+constexpr int kLargestSize = 1024; // of an icon
+constexpr qint64 kMaximumFileBytes = qint64{16} * 1024 * 1024;
+
+QImage decodedPicture(const QString& file, int sizeInPixels) {
+    QFile device(file);
+    if (!device.open(QIODevice::ReadOnly) || device.size() > kMaximumFileBytes)
+        return {};
+    QImageReader reader(&device);
+    const QSize size = reader.size();
+    if (size.width() > kLargestSide || size.height() > kLargestSide)
+        return {};
+    // A drawing is made in the very size; what is made of pixels is scaled with care.
+    const QSize wanted(sizeInPixels, sizeInPixels);
+    if (reader.format().startsWith("svg"))
+        reader.setScaledSize(wanted);
+    const QImage picture = reader.read();
+    return picture.isNull()
+               ? picture
+               : picture.scaled(wanted, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
+
+QImage withRoundCorners(const QImage& picture, double radius) {
+    QImage image(picture.size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(picture);
+    painter.drawRoundedRect(image.rect(), radius, radius);
+    return image;
+}
+
+} // namespace
+
+void ProcessIconProvider::install(QQmlEngine& engine,
+                                  const RunningApplications& runningApplications,
+                                  const Workspace& workspace) {
+    engine.addImageProvider(kProviderName, new ProcessIconProvider(runningApplications, workspace));
+}
+
+const ProcessIconProvider* ProcessIconProvider::providerFor(const QObject* object) {
+    const QQmlEngine* engine = qmlEngine(object);
+    return engine ? qobject_cast<ProcessIconProvider*>(engine->imageProvider(kProviderName))
+                  : nullptr;
+}
+
+ProcessIconProvider::ProcessIconProvider(const RunningApplications& runningApplications,
+                                         const Workspace& workspace)
+    : QQuickImageProvider(Image, ForceAsynchronousImageLoading),
+      runningApplications_(runningApplications), workspace_(workspace),
+      images_(kMaximumCacheBytes) {
+    workers_.setMaxThreadCount(kWorkers);
+}
+
+ProcessIconProvider::~ProcessIconProvider() {
+    // What still runs there uses this object.
+    workers_.clear();
+    workers_.waitForDone();
+}
+
+QUrl ProcessIconProvider::iconOfProcess(qint64 pid, const QString& executablePath,
+                                        const IconFrame& frame) const {
+    const auto application = runningApplications_.applicationWithPid(pid);
+    if (application && !application->isBackgroundOnly) {
+        QUrl image = imageOfIcon(application->iconName, frame);
+        if (!image.isEmpty())
+            return image;
+    }
+    if (isDevRuntime(executablePath))
+        return imageOfPicture(kNodePicture, frame);
+    return imageOfIcon(outermostAppIcon(executablePath, workspace_).value_or(QString()), frame);
+}
+
+QUrl ProcessIconProvider::iconOfFile(const QString& path, const IconFrame& frame) const {
+    return imageOfIcon(workspace_.iconForFile(path), frame);
+}
+
+QUrl ProcessIconProvider::imageOfIcon(const QString& icon, const IconFrame& frame) const {
+    if (icon.isEmpty())
+        return {};
+    return imageOfPicture(workspace_.pictureOfIcon(icon, frame.theme, frame.sizeInPixels), frame);
+}
+
+QUrl ProcessIconProvider::imageOfPicture(const QString& file, const IconFrame& frame) const {
+    if (file.isEmpty() || image(file, frame.sizeInPixels, frame.cornerRadius).isNull())
+        return {};
+    // Paths hold characters that mean something in a URL.
+    const QByteArray name =
+        file.toUtf8().toBase64(QByteArray::Base64UrlEncoding | QByteArray::OmitTrailingEquals);
+    return QStringLiteral("image://%1/%2/%3")
+        .arg(kProviderName, QString::number(frame.cornerRadius), QString::fromLatin1(name));
+}
+
+QImage ProcessIconProvider::requestImage(const QString& id, QSize* size,
+                                         const QSize& requestedSize) {
+    const qsizetype slash = id.indexOf(u'/');
+    const QString file = QString::fromUtf8(
+        QByteArray::fromBase64(id.mid(slash + 1).toLatin1(), QByteArray::Base64UrlEncoding));
+    QImage found = image(file, requestedSize.width(), id.left(slash).toDouble());
+    *size = found.size();
+    return found;
+}
+
+QImage ProcessIconProvider::image(const QString& file, int sizeInPixels,
+                                  double cornerRadius) const {
+    const int pixels = std::clamp(sizeInPixels, 1, kLargestSize);
+    const QString key = QStringLiteral("%1/%2/%3").arg(pixels).arg(cornerRadius).arg(file);
+    {
+        const QMutexLocker lock(&mutex_);
+        if (const QImage* known = images_.object(key))
+            return *known;
+    }
+    QImage picture = decodedPicture(file, pixels);
+    if (picture.isNull())
+        return picture;
+    QImage image = withRoundCorners(picture, cornerRadius * pixels);
+    const QMutexLocker lock(&mutex_);
+    images_.insert(key, new QImage(image), static_cast<int>(image.sizeInBytes()));
+    return image;
+}
+
+} // namespace zenlot

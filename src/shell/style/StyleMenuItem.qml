@@ -1,0 +1,57 @@
+// A command of a StyleMenu, with an optional symbol in front and a shortcut shown behind.
+// `destructive` is for what can't be undone.
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import Zenlot.Style
+
+T.MenuItem {
+    id: root
+
+    readonly property color color: root.highlighted ? Theme.accentText : root.destructive ? Theme.red : Theme.label
+    property bool destructive: false
+    property string shortcutText: ""
+    property string symbol: ""
+
+    Accessible.name: root.text
+    Accessible.role: Accessible.MenuItem
+    Layout.fillWidth: true
+    font: TextStyle.body
+    horizontalPadding: 9
+    implicitHeight: 26
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    opacity: root.enabled ? 1 : 0.4
+    verticalPadding: 0
+
+    background: Rectangle {
+        color: root.highlighted ? Theme.accent : "transparent"
+        radius: 5
+    }
+    contentItem: RowLayout {
+        spacing: 8
+
+        SymbolIcon {
+            color: root.color
+            name: root.symbol
+            size: 14
+            visible: root.symbol !== ""
+        }
+        StyleText {
+            Accessible.ignored: true
+            Layout.fillWidth: true
+            color: root.color
+            font: root.font
+            text: root.text
+        }
+        StyleText {
+            Accessible.ignored: true
+            Layout.leftMargin: 16
+            color: root.highlighted ? Theme.accentText : Theme.tertiaryLabel
+            font: root.font
+            text: root.shortcutText
+            visible: root.shortcutText !== ""
+        }
+    }
+}

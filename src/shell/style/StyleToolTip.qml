@@ -1,0 +1,48 @@
+// The tool tip of a control. It appears when the pointer rests on the control that it is put into,
+// or when the keyboard comes there.
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Zenlot.Style
+
+T.ToolTip {
+    id: root
+
+    bottomPadding: 4
+    closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent | T.Popup.CloseOnReleaseOutsideParent
+    delay: 700
+    font: TextStyle.sized(11, Font.Normal)
+    implicitHeight: contentHeight + topPadding + bottomPadding
+    implicitWidth: contentWidth + leftPadding + rightPadding
+    leftPadding: 8
+    margins: 6
+    rightPadding: 8
+    topPadding: 4
+    x: parent ? Math.round((parent.width - implicitWidth) / 2) : 0
+    y: parent ? parent.height + 6 : 0
+
+    background: PopoverBackground {
+        depth: 5
+        radius: 6
+    }
+    contentItem: StyleText {
+        font: root.font
+        text: root.text
+    }
+    enter: Transition {
+        NumberAnimation {
+            duration: 120
+            from: 0
+            property: "opacity"
+            to: 1
+        }
+    }
+    exit: Transition {
+        NumberAnimation {
+            duration: 120
+            property: "opacity"
+            to: 0
+        }
+    }
+}

@@ -1,0 +1,68 @@
+// Draws everything that Zenlot.Style offers, in light and dark, into a folder:
+//
+//     zenlot_shell_style_contact_sheet FOLDER
+//
+// Both pictures are of the same window, whose palette is exchanged in between.
+#include <QColor>
+#include <QDir>
+#include <QGuiApplication>
+#include <QImage>
+#include <QPalette>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickView>
+#include <QtQml/qqmlextensionplugin.h>
+
+#include <cstdio>
+
+Q_IMPORT_QML_PLUGIN(Zenlot_StylePlugin)
+
+namespace {
+
+QPalette paletteOf(const QColor& window, const QColor& base, const QColor& text) {
+    QPalette palette;
+    palette.setColor(QPalette::Window, window);
+    palette.setColor(QPalette::Base, base);
+    palette.setColor(QPalette::WindowText, text);
+    palette.setColor(QPalette::Text, text);
+    return palette;
+}
+
+// Leaves the drawing of what has changed to the window, and takes the picture.
+bool save(QQuickView& view, const QString& path) {
+    QGuiApplication::processEvents();
+    return view.grabWindow().save(path);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QGuiApplication application(argc, argv);
+    const QStringList arguments = QGuiApplication::arguments();
+    if (arguments.size() != 2 || !QDir().mkpath(arguments.at(1))) {
+        std::fputs("usage: zenlot_shell_style_contact_sheet FOLDER\n", stderr);
+        return 2;
+    }
+    const QDir folder(arguments.at(1));
+    QStringList symbols;
+    for (const QString& file : QDir(QStringLiteral(":/qt/qml/Zenlot/Style/symbols")).entryList())
+        symbols.append(file.chopped(4));
+
+    QGuiApplication::setPalette(
+        paletteOf(QColor(0xef, 0xef, 0xef), Qt::white, QColor(0x1c, 0x1c, 0x1e)));
+    QQuickView view;
+    view.engine()->addImportPath(QStringLiteral(":/qt/qml"));
+    view.setInitialProperties({{QStringLiteral("symbols"), symbols}});
+    view.setSource(QUrl(QStringLiteral("qrc:/qt/qml/Zenlot/ContactSheet/ContactSheet.qml")));
+    if (view.status() != QQuickView::Ready)
+        return 1;
+    view.show();
+    view.requestActivate();
+    while (!view.isActive() || !view.rootObject()->property("isReady").toBool())
+        QGuiApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    if (!save(view, folder.filePath(QStringLiteral("contact-sheet-light.png"))))
+        return 1;
+    QGuiApplication::setPalette(
+        paletteOf(QColor(0x2a, 0x2a, 0x2d), QColor(0x1b, 0x1b, 0x1d), QColor(0xf2, 0xf2, 0xf4)));
+    return save(view, folder.filePath(QStringLiteral("contact-sheet-dark.png"))) ? 0 : 1;
+}

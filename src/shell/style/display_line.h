@@ -1,0 +1,18 @@
+// Makes text that another program chose fit for one line of ours.
+#pragma once
+
+#include <QString>
+
+namespace zenlot {
+
+inline constexpr qsizetype kLongestLine = 256; // a file name has 255 bytes at the most
+
+// The text with U+FFFD for every character that breaks a line, does something to a terminal or
+// turns the direction of what follows, and cut off with an ellipsis beyond a length that nobody
+// reads, or that a sentence around it can bear.
+QString displayLine(const QString& text, qsizetype longest = kLongestLine);
+
+// The same for a text that may take several lines: cut off only.
+QString displayText(const QString& text);
+
+} // namespace zenlot

@@ -1,0 +1,42 @@
+#include "shell/style/text_style.h"
+
+#include <QEvent>
+#include <QFontDatabase>
+#include <QGuiApplication>
+
+#include <algorithm>
+#include <cmath>
+
+namespace zenlot {
+
+TextStyle::TextStyle(QObject* parent) : QObject(parent), base_(QGuiApplication::font()) {
+    QGuiApplication::instance()->installEventFilter(this);
+}
+
+QFont TextStyle::bold(QFont font) const {
+    font.setWeight(QFont::Bold);
+    return font;
+}
+
+QFont TextStyle::monospaced(QFont font) const {
+    font.setFamilies(QFontDatabase::systemFont(QFontDatabase::FixedFont).families());
+    font.setStyleHint(QFont::Monospace);
+    return font;
+}
+
+QFont TextStyle::sized(double pixelSize, int weight) const {
+    QFont font = base_;
+    font.setPixelSize(std::max(1, static_cast<int>(std::lround(pixelSize))));
+    font.setWeight(static_cast<QFont::Weight>(weight));
+    return font;
+}
+
+bool TextStyle::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::ApplicationFontChange) {
+        base_ = QGuiApplication::font();
+        Q_EMIT changed();
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+} // namespace zenlot

@@ -1,0 +1,20 @@
+#include "shell/style/theme.h"
+
+#include <QEvent>
+#include <QGuiApplication>
+
+namespace zenlot {
+
+Theme::Theme(QObject* parent) : QObject(parent), colors_(themeColors(QGuiApplication::palette())) {
+    QGuiApplication::instance()->installEventFilter(this);
+}
+
+bool Theme::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::ApplicationPaletteChange) {
+        colors_ = themeColors(QGuiApplication::palette());
+        Q_EMIT changed();
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+} // namespace zenlot

@@ -1,0 +1,117 @@
+// A stranger's server is found, looked at and stopped: by keyboard, and by what a screen reader
+// offers.
+#include "e2e/accessible_tree.h"
+#include "e2e/private_desktop.h"
+
+#include <QFile>
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+namespace zenlot {
+namespace {
+
+using State = AccessibleTree::State;
+const QString kDialogTitle = QStringLiteral("Force Quit Process?");
+const QString kForceQuit = QStringLiteral("Force Quit");
+
+class EndToEndTest : public testing::Test {
+  protected:
+    // Starts a web server on a port of the kernel's choice, from a program with the given name, and
+    // then the application.
+    void open(const QString& name) {
+        QProcess& python = desktop.start(
+            QStringLiteral("python3"),
+            {QStringLiteral("-c"), QStringLiteral("import sys; print(sys.executable)")});
+        const QString program =
+            QString::fromStdString((desktop.folder() / name.toStdString()).string());
+        ASSERT_TRUE(QFile::copy(PrivateDesktop::firstLine(python), program));
+        server = &desktop.start(
+            program, QStringLiteral("-u -m http.server -b 127.0.0.1 0").split(QLatin1Char(' ')));
+        port = PrivateDesktop::firstLine(*server).section(QLatin1Char(' '), 5, 5);
+        pid = QStringLiteral("PID %1").arg(server->processId());
+        // What would turn the direction of a line is shown as a mark.
+        shownName = QString(name).replace(QChar(0x202E), QChar(0xFFFD));
+        row = QStringLiteral("%1 TCP4 LISTEN %2 *:%3 ").arg(shownName, pid, port);
+
+        zenlot = &desktop.start(QStringLiteral(ZENLOT_PROGRAM), {});
+        ASSERT_TRUE(tree.find("frame", QStringLiteral("Zenlot"), State::active));
+        ASSERT_TRUE(tree.find("text", QStringLiteral("Port"), State::focused));
+        // A list makes only the rows that fit, and the machine may have many listeners.
+        desktop.start("xdotool search --sync --onlyvisible --name ^Zenlot$ windowsize 860 3900");
+        ASSERT_TRUE(tree.find("list item", port + QLatin1Char(' ')));
+    }
+
+    // To whatever has the keyboard.
+    void keyboard(const char* what, const QString& keys) {
+        EXPECT_TRUE(desktop.start(QStringLiteral("xdotool"), {QString::fromLatin1(what), keys})
+                        .waitForFinished());
+    }
+
+    bool hasKeyboard(const char* role, const QString& name) const {
+        return tree.find(role, name, State::focused).has_value();
+    }
+
+    void expectServerIsGone() {
+        EXPECT_TRUE(server->state() == QProcess::NotRunning || server->waitForFinished());
+        EXPECT_EQ(server->exitStatus(), QProcess::CrashExit);
+        EXPECT_EQ(server->exitCode(), SIGKILL);
+        EXPECT_TRUE(tree.isGone("list item", row));
+        EXPECT_TRUE(tree.isGone("list item", port + QLatin1Char(' ')));
+        EXPECT_TRUE(tree.find("label", QStringLiteral("Port %1 is free").arg(port)));
+        EXPECT_EQ(zenlot->readAllStandardError().toStdString(), "");
+    }
+
+    PrivateDesktop desktop;
+    AccessibleTree tree{desktop.sessionBus()};
+    QProcess* server = nullptr;
+    QProcess* zenlot = nullptr;
+    QString port;
+    QString pid;
+    QString shownName;
+    QString row;
+};
+
+TEST_F(EndToEndTest, KeyboardFindsLooksAtAndStopsAServer) {
+    ASSERT_NO_FATAL_FAILURE(open(QStringLiteral("Sampled")));
+    const QString results = QStringLiteral("1 process on port ") + port;
+
+    keyboard("type", port);
+    ASSERT_TRUE(tree.find("list item", row));
+    ASSERT_TRUE(hasKeyboard("list", results));
+    keyboard("key", QStringLiteral("Return"));
+    EXPECT_TRUE(tree.find("label", pid + QLatin1Char(' ')));
+
+    // Cancel has the keyboard first, and keeps the server alive.
+    keyboard("key", QStringLiteral("Delete"));
+    ASSERT_TRUE(hasKeyboard("push button", QStringLiteral("Cancel")));
+    EXPECT_TRUE(tree.find("label", kDialogTitle));
+    keyboard("key", QStringLiteral("Return"));
+    ASSERT_TRUE(tree.isGone("label", kDialogTitle));
+    EXPECT_EQ(server->state(), QProcess::Running);
+
+    ASSERT_TRUE(hasKeyboard("list", results));
+    keyboard("key", QStringLiteral("Delete"));
+    ASSERT_TRUE(hasKeyboard("push button", QStringLiteral("Cancel")));
+    keyboard("key", QStringLiteral("shift+Tab"));
+    ASSERT_TRUE(hasKeyboard("push button", QStringLiteral("Force Quit Sampled")));
+    keyboard("key", QStringLiteral("Return"));
+    expectServerIsGone();
+}
+
+// Neither a key nor a pixel. The toolkit lets nobody set a field's text from outside, so the port
+// is chosen in the sidebar. Whatever the server is called stays plain text.
+TEST_F(EndToEndTest, ScreenReaderFindsLooksAtAndStopsAServer) {
+    ASSERT_NO_FATAL_FAILURE(open(QString::fromUtf8("A <b>b<br>\u202E")));
+    const QString question = QStringLiteral("Force-quit ") + shownName + QStringLiteral(" (");
+
+    ASSERT_TRUE(tree.press("list item", port + QLatin1Char(' '), "list item", row));
+    ASSERT_TRUE(tree.press("list item", row, "label", pid + QLatin1Char(' ')));
+    ASSERT_TRUE(tree.press("push button", kForceQuit, "label", question));
+    ASSERT_TRUE(tree.press("push button", kForceQuit + QLatin1Char(' ') + shownName, "label",
+                           QStringLiteral("Port %1 is free").arg(port)));
+    expectServerIsGone();
+}
+
+} // namespace
+} // namespace zenlot

@@ -1,0 +1,88 @@
+// A desktop of the test's own: display, window manager, session bus and home. Nothing of it touches
+// the user's, and all of it is gone at the end of the scope.
+#pragma once
+
+#include "support/temporary_folder.h"
+
+#include <QProcess>
+
+#include <memory>
+#include <stdexcept>
+
+namespace zenlot {
+
+class PrivateDesktop {
+  public:
+    PrivateDesktop() {
+        for (const char* name : {"HOME", "XDG_CACHE_HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME",
+                                 "XDG_RUNTIME_DIR", "XDG_STATE_HOME"}) {
+            const std::filesystem::path path = folder_.path() / name;
+            std::filesystem::create_directory(path);
+            std::filesystem::permissions(path, std::filesystem::perms::owner_all);
+            set(name, QString::fromStdString(path.string()));
+        }
+        for (const char* name : {"AT_SPI_BUS_ADDRESS", "NO_AT_BRIDGE", "QT_FATAL_WARNINGS"})
+            environment_.remove(QString::fromLatin1(name));
+        set("GSETTINGS_BACKEND", QStringLiteral("memory"));
+        set("LC_ALL", QStringLiteral("C.UTF-8"));
+        set("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", QStringLiteral("1"));
+        set("QT_QPA_PLATFORM", QStringLiteral("xcb"));
+        set("QT_QUICK_BACKEND", QStringLiteral("software"));
+        set("DISPLAY",
+            QLatin1Char(':') + firstLine(start("Xvfb -displayfd 1 -screen 0 900x4000x24")));
+        set("DBUS_SESSION_BUS_ADDRESS",
+            firstLine(start("dbus-daemon --session --nofork --nopidfile --print-address=1")));
+        start("openbox");
+    }
+    PrivateDesktop(const PrivateDesktop&) = delete;
+    PrivateDesktop& operator=(const PrivateDesktop&) = delete;
+    // What was started last may need what was started first.
+    ~PrivateDesktop() {
+        for (; !programs_.empty(); programs_.pop_back()) {
+            programs_.back()->terminate();
+            if (!programs_.back()->waitForFinished(10000))
+                programs_.back()->kill();
+            programs_.back()->waitForFinished();
+        }
+    }
+
+    // A command line without quotes, or a program of any name with its arguments.
+    QProcess& start(const char* command) {
+        QStringList words = QProcess::splitCommand(QString::fromUtf8(command));
+        const QString program = words.takeFirst();
+        return start(program, words);
+    }
+    QProcess& start(const QString& program, const QStringList& arguments) {
+        QProcess& process = *programs_.emplace_back(std::make_unique<QProcess>());
+        process.setProcessEnvironment(environment_);
+        process.start(program, arguments);
+        if (!process.waitForStarted())
+            throw std::runtime_error("can't start " + program.toStdString());
+        return process;
+    }
+
+    // Daemons tell there where they can be reached.
+    static QString firstLine(QProcess& process) {
+        while (!process.canReadLine()) {
+            if (!process.waitForReadyRead(20000))
+                throw std::runtime_error("no word from " + process.program().toStdString());
+        }
+        return QString::fromUtf8(process.readLine()).trimmed();
+    }
+
+    std::filesystem::path folder() const { return folder_.path(); }
+    QString sessionBus() const {
+        return environment_.value(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"));
+    }
+
+  private:
+    void set(const char* name, const QString& value) {
+        environment_.insert(QString::fromLatin1(name), value);
+    }
+
+    TemporaryFolder folder_;
+    QProcessEnvironment environment_ = QProcessEnvironment::systemEnvironment();
+    std::vector<std::unique_ptr<QProcess>> programs_;
+};
+
+} // namespace zenlot

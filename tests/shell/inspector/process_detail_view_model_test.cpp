@@ -1,0 +1,179 @@
+#include "inspector_fixture.h"
+
+#include <QAbstractItemModelTester>
+#include <QSignalSpy>
+#include <gtest/gtest.h>
+
+#include <tuple>
+
+namespace zenlot {
+namespace {
+
+using namespace std::chrono_literals;
+
+class ProcessDetailViewModelTest : public testing::Test, protected InspectorFixture {
+  protected:
+    void show(const PortProcess& process) {
+        viewModel.setProcess(process);
+        viewModel.setShown(true);
+        ASSERT_TRUE(waitForDetails());
+    }
+
+    static QString text(const DetailRowModel* model) {
+        QStringList rows;
+        for (const DetailRow& row : model->rows())
+            rows << row.label + u'=' + row.value;
+        return rows.join(u'|');
+    }
+
+    ProcessFacts& facts = inspector.machine.processes[7];
+};
+
+TEST_F(ProcessDetailViewModelTest, ShowsAllThereIs) {
+    inspector.machine.memoryBytes = std::uint64_t{16} << 30;
+    facts.task = TaskInfo{1,
+                          ProcessState::sleeping,
+                          1'741'158'451s,
+                          std::uint64_t{3} << 30,
+                          std::uint64_t{312} << 20,
+                          36s};
+    facts.parentExecutablePath = "/sbin/launchd";
+    facts.descriptorCount = 12;
+    facts.tcpSockets = {{AddressFamily::ipv4, TcpState::listen, 8080, 0},
+                        {AddressFamily::ipv4, TcpState::established, 8080, 52000}};
+    propertyLists.files = {{u"/opt/My.app/Contents/Info.plist"_qs,
+                            {{u"CFBundleIdentifier"_qs, u"org.my"_qs},
+                             {u"CFBundleShortVersionString"_qs, u"1.2"_qs},
+                             {u"CFBundleVersion"_qs, u"34"_qs}}}};
+    show(row(7, "/opt/My.app/bin/server"));
+    EXPECT_EQ(viewModel.title(), u"Server"_qs);
+    EXPECT_EQ(viewModel.subtitle(), u"PID 7 \u00B7 501"_qs);
+    EXPECT_EQ(viewModel.pid(), 7);
+    EXPECT_EQ(viewModel.executablePath(), u"/opt/My.app/bin/server"_qs);
+    EXPECT_EQ(text(viewModel.identityRows()),
+              u"Parent=launchd (1)|Port=8080|Protocol=TCP4|State=LISTEN|Address=*:8080|"
+              "Started=Mar 5 07:07:31 2025|Elapsed=1:00:00|Flags=S"_qs);
+    EXPECT_EQ(text(viewModel.resourceRows()),
+              u"CPU=1.0%|Memory=1.9%|Resident=312 MB|Virtual=3 GB|Open FDs=12"_qs);
+    EXPECT_EQ(text(viewModel.applicationRows()), u"Bundle ID=org.my|Version=1.2|Build=34"_qs);
+    EXPECT_EQ(viewModel.networkTitle(), u"Network (2)"_qs);
+    EXPECT_TRUE(viewModel.showsResources() && viewModel.showsNetwork() &&
+                viewModel.showsApplication() && viewModel.showsCommand());
+    const NetworkConnectionModel& connections = *viewModel.networkConnections();
+    EXPECT_EQ(connections.index(1).data(NetworkConnectionModel::summaryRole).toString(),
+              u"TCP4 *:8080 \u2192 *:52000 ESTABLISHED"_qs);
+    EXPECT_EQ(connections.index(0).data(NetworkConnectionModel::summaryRole).toString(),
+              u"TCP4 *:8080 LISTEN"_qs);
+}
+
+TEST_F(ProcessDetailViewModelTest, LeavesOutWhatIsNotKnown) {
+    PortProcess bare;
+    bare.id = Uuid::random();
+    bare.port = 22;
+    bare.proto = "TCP6";
+    show(bare);
+    EXPECT_EQ(viewModel.title(), u"Unknown"_qs);
+    EXPECT_EQ(viewModel.subtitle(), QString());
+    EXPECT_EQ(text(viewModel.identityRows()), u"Port=22|Protocol=TCP6"_qs);
+    EXPECT_FALSE(viewModel.showsResources() || viewModel.showsNetwork() ||
+                 viewModel.showsApplication() || viewModel.showsCommand());
+}
+
+TEST_F(ProcessDetailViewModelTest, ParentWithoutANameAndCommandWithoutAPath) {
+    facts.task = TaskInfo{41, ProcessState::unknown, 0s, 0, 0, std::nullopt};
+    PortProcess process = row(7, "");
+    process.user = "";
+    show(process);
+    EXPECT_EQ(viewModel.identityRows()->rows().constFirst().value, u"PID 41"_qs);
+    EXPECT_EQ(viewModel.commandText(), u"server"_qs);
+    EXPECT_EQ(viewModel.subtitle(), u"PID 7 \u00B7 "_qs);
+}
+
+TEST_F(ProcessDetailViewModelTest, ApplicationNeedsMoreThanABuild) {
+    const std::tuple<QString, bool, QString> cases[]{{QString(), false, u"Build=9"_qs},
+                                                     {u"9"_qs, true, u"Version=9"_qs}};
+    for (const auto& [shortVersion, isShown, rows] : cases) {
+        propertyLists.files = {
+            {u"/x.app/Contents/Info.plist"_qs,
+             {{u"CFBundleShortVersionString"_qs, shortVersion}, {u"CFBundleVersion"_qs, u"9"_qs}}}};
+        show(row(7, "/x.app/x"));
+        EXPECT_EQ(viewModel.showsApplication(), isShown);
+        EXPECT_EQ(text(viewModel.applicationRows()), rows);
+    }
+}
+
+TEST_F(ProcessDetailViewModelTest, HostileTextStaysOnItsLine) {
+    PortProcess process = row(7);
+    process.displayName = "%1\nb";
+    process.user = "%1\n";
+    show(process);
+    EXPECT_EQ(viewModel.title(), u"%1\uFFFDb"_qs);
+    EXPECT_EQ(viewModel.subtitle(), u"PID 7 \u00B7 %1\uFFFD"_qs);
+}
+
+TEST_F(ProcessDetailViewModelTest, EveryLoadBeginsAnew) {
+    const QAbstractItemModelTester tester(viewModel.identityRows());
+    EXPECT_FALSE(viewModel.isLoading());
+    const PortProcess first = row(7);
+    show(first);
+    viewModel.setProperty("networkExpanded", true);
+    viewModel.setProperty("identityExpanded", false);
+    viewModel.setProcess(first);
+    EXPECT_TRUE(viewModel.hasDetails()) << "the row is shown already";
+    EXPECT_TRUE(viewModel.property("networkExpanded").toBool());
+
+    viewModel.setProcess(row(7));
+    EXPECT_TRUE(viewModel.isLoading());
+    EXPECT_FALSE(viewModel.hasDetails());
+    EXPECT_EQ(viewModel.identityRows()->rowCount(), 0);
+    EXPECT_FALSE(viewModel.property("networkExpanded").toBool());
+    EXPECT_TRUE(viewModel.property("identityExpanded").toBool());
+    ASSERT_TRUE(waitForDetails());
+    EXPECT_FALSE(viewModel.isLoading());
+
+    viewModel.setProcess(std::nullopt);
+    EXPECT_FALSE(viewModel.isLoading() || viewModel.hasDetails());
+}
+
+TEST_F(ProcessDetailViewModelTest, LoadsOnlyInViewAndAgainWhenItComesBack) {
+    viewModel.setProcess(row(7));
+    EXPECT_TRUE(viewModel.isLoading());
+    facts.descriptorCount = 3;
+    viewModel.setShown(true);
+    ASSERT_TRUE(waitForDetails());
+    EXPECT_EQ(viewModel.details()->openFileCount, 3) << "nothing was loaded before";
+    viewModel.setShown(false);
+    facts.descriptorCount = 4;
+    viewModel.setShown(true);
+    EXPECT_TRUE(viewModel.isLoading());
+    ASSERT_TRUE(waitForDetails());
+    EXPECT_EQ(viewModel.details()->openFileCount, 4);
+}
+
+TEST_F(ProcessDetailViewModelTest, LaterLoadWins) {
+    std::latch& gate = inspector.gates.try_emplace(7, 1).first->second;
+    facts.descriptorCount = 7;
+    inspector.machine.processes[8].descriptorCount = 8;
+    viewModel.setShown(true);
+    viewModel.setProcess(row(7));
+    viewModel.setProcess(row(8));
+    const QSignalSpy changes(&viewModel, &ProcessDetailViewModel::contentChanged);
+    gate.count_down();
+    ASSERT_TRUE(waitForDetails());
+    EXPECT_EQ(viewModel.details()->openFileCount, 8);
+    EXPECT_EQ(changes.count(), 1) << "the answer that came first is not heard";
+}
+
+TEST_F(ProcessDetailViewModelTest, MayGoWhileItLoads) {
+    std::latch& gate = inspector.gates.try_emplace(7, 1).first->second;
+    {
+        ProcessDetailViewModel shortLived(loader);
+        shortLived.setProcess(row(7));
+        shortLived.setShown(true);
+        gate.count_down();
+    }
+    QCoreApplication::processEvents();
+}
+
+} // namespace
+} // namespace zenlot

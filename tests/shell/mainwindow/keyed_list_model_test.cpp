@@ -1,0 +1,80 @@
+#include "model_operations.h"
+#include "shell/mainwindow/keyed_list_model.h"
+
+#include <QAbstractItemModelTester>
+#include <QString>
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace zenlot {
+namespace {
+
+struct Row {
+    QString key;
+    int value{0};
+
+    friend bool operator==(const Row&, const Row&) = default;
+};
+
+class Model : public KeyedListModel<Row> {
+  public:
+    // Each character is a key; rows of an upper-case letter carry another value.
+    void show(const QString& keys) {
+        std::vector<Row> rows;
+        for (const QChar key : keys)
+            rows.push_back({QString(key.toLower()), key.isUpper() ? 1 : 0});
+        setRows(std::move(rows));
+    }
+
+    QString shown() const {
+        QString keys;
+        for (const Row& row : rows())
+            keys += row.value == 1 ? row.key.toUpper() : row.key;
+        return keys;
+    }
+
+    QVariant data(const QModelIndex&, int) const override { return {}; }
+};
+
+TEST(KeyedListModelTest, ReachesNewRowsByTheFewestOperations) {
+    struct Case {
+        QString before;
+        QString after;
+        QStringList operations;
+    };
+    for (const auto& [before, after, operations] : std::initializer_list<Case>{
+             {u""_qs, u"abc"_qs, {u"insert 0-2"_qs}},
+             {u"abc"_qs, u"abc"_qs, {}},
+             {u"abc"_qs, u"aBc"_qs, {u"change 1"_qs}},
+             {u"abcdef"_qs, u"aef"_qs, {u"remove 1-3"_qs}},
+             {u"abcd"_qs, u"bcda"_qs, {u"move 0 to 4"_qs}},
+             {u"abcd"_qs, u"dabc"_qs, {u"move 3 to 0"_qs}},
+             {u"abc"_qs, u"axbyc"_qs, {u"insert 1-1"_qs, u"insert 3-3"_qs}}}) {
+        Model model;
+        model.show(before);
+        ModelOperations seen(model);
+        model.show(after);
+        EXPECT_EQ(model.shown(), after);
+        EXPECT_EQ(seen.take(), operations) << qPrintable(before + u"->"_qs + after);
+    }
+}
+
+TEST(KeyedListModelTest, ReachesWhateverIsWanted) {
+    std::mt19937 random(7);
+    Model model;
+    const QAbstractItemModelTester tester(&model);
+    for (int round = 0; round < 300; ++round) {
+        QString keys = u"abcdefghijkl"_qs.left(static_cast<int>(random() % 13));
+        std::shuffle(keys.begin(), keys.end(), random);
+        for (QChar& key : keys) {
+            if (random() % 4 == 0)
+                key = key.toUpper();
+        }
+        model.show(keys);
+        ASSERT_EQ(model.shown(), keys);
+    }
+}
+
+} // namespace
+} // namespace zenlot

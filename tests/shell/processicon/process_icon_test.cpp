@@ -1,0 +1,206 @@
+#include "platform/fake_running_applications.h"
+#include "platform/fake_workspace.h"
+#include "shell/processicon/process_icon_provider.h"
+#include "shell/processicon/process_icon_rules.h"
+#include "support/qt_temporary_folder.h"
+
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickView>
+#include <QSignalSpy>
+#include <QTest>
+#include <QtQml/qqmlextensionplugin.h>
+#include <gtest/gtest.h>
+
+#include <utility>
+#include <vector>
+
+Q_IMPORT_QML_PLUGIN(Zenlot_ProcessIconPlugin)
+Q_IMPORT_QML_PLUGIN(Zenlot_StylePlugin)
+
+namespace zenlot {
+namespace {
+
+TEST(ProcessIconRulesTest, RuntimesAreToldByTheirName) {
+    const std::vector<std::pair<QString, bool>> cases{{u"/usr/local/bin/node"_qs, true},
+                                                      {u"nodejs"_qs, true},
+                                                      {u"/opt/Node18"_qs, true},
+                                                      {u"/x/NPM"_qs, true},
+                                                      {u"/x/npx/"_qs, true},
+                                                      {u"/opt/homebrew/bin/bun"_qs, true},
+                                                      {u"/x/deno"_qs, true},
+                                                      {u"/x/deno2"_qs, false},
+                                                      {u"/node/server"_qs, false},
+                                                      {u"/x/anode"_qs, false},
+                                                      {u"/"_qs, false},
+                                                      {u""_qs, false}};
+    for (const auto& [path, isRuntime] : cases)
+        EXPECT_EQ(isDevRuntime(path), isRuntime) << path.toStdString();
+}
+
+TEST(ProcessIconRulesTest, TheOutermostBundleCounts) {
+    const std::vector<std::pair<QString, QString>> cases{
+        {u"/Applications/Outer.app/Contents/Library/Inner.app/Contents/MacOS/inner"_qs,
+         u"/Applications/Outer.app"_qs},
+        {u"/Sample.app"_qs, u"/Sample.app"_qs},
+        {u"//a//B.app//c/"_qs, u"/a/B.app"_qs},
+        {u"rel/B.app/c"_qs, u"rel/B.app"_qs},
+        {u"B.app/c"_qs, u"none"_qs},
+        {u"/a/B.APP/c.apps/d"_qs, u"none"_qs},
+        {u"/usr/sbin/sshd"_qs, u"none"_qs},
+        {u"/"_qs, u"none"_qs},
+        {u""_qs, u"none"_qs}};
+    for (const auto& [path, bundle] : cases)
+        EXPECT_EQ(outermostAppBundle(path).value_or(u"none"_qs), bundle) << path.toStdString();
+}
+
+// A window with one icon, whose square is of one colour.
+class ProcessIconViewTest : public testing::Test {
+  protected:
+    ProcessIconViewTest() {
+        picture(u"red"_qs, Qt::red, 64);
+        picture(u"blue"_qs, Qt::blue, 8);
+        folder_.write(u"damaged"_qs, "no picture");
+        workspace_.pictures.insert(u"damaged"_qs, folder_.path(u"damaged"_qs));
+        workspace_.icons.insert(u"/Applications/Sample.app"_qs, u"blue"_qs);
+        applications_.add(1, application(u"red"_qs));
+        applications_.add(2, application(u"red"_qs, true));
+        applications_.add(3, application(u""_qs));
+        applications_.add(4, application(u"damaged"_qs));
+        ProcessIconProvider::install(*view_.engine(), applications_, workspace_);
+        view_.engine()->addImportPath(u":/qt/qml"_qs);
+        view_.setColor(Qt::white);
+    }
+
+    // The software renderer never frees the textures of images that outlive their window.
+    ~ProcessIconViewTest() override {
+        view_.setSource({});
+        view_.releaseResources();
+        view_.grabWindow();
+    }
+
+    static RunningApplication application(const QString& icon, bool isBackgroundOnly = false) {
+        return {{}, {}, {}, icon, isBackgroundOnly};
+    }
+
+    void picture(const QString& name, const QColor& color, int side) {
+        QImage image(side, side, QImage::Format_RGB32);
+        image.fill(color);
+        ASSERT_TRUE(image.save(folder_.path(name), "PNG"));
+        workspace_.pictures.insert(name, folder_.path(name));
+    }
+
+    void show(const QString& type, const QVariantMap& properties) {
+        QVariantMap all{{u"size"_qs, 28}, {u"cornerRadius"_qs, 6}};
+        all.insert(properties);
+        view_.setInitialProperties(all);
+        view_.setSource(u"qrc:/qt/qml/Zenlot/ProcessIcon/%1.qml"_qs.arg(type));
+        view_.show();
+        ASSERT_NE(view_.rootObject(), nullptr);
+    }
+
+    qreal opacityOf(const char* part) {
+        for (const QQuickItem* child : view_.rootObject()->childItems()) {
+            if (child->inherits(part))
+                return child->opacity();
+        }
+        return -1;
+    }
+
+    // When it has found what it shows and no fade goes on.
+    bool waitUntilShown(const QString& state) {
+        return QTest::qWaitFor(
+            [&] {
+                const bool isPicture = state == u"picture"_qs;
+                return view_.rootObject()->state() == state &&
+                       opacityOf("QQuickImage") == (isPicture ? 1 : 0) &&
+                       opacityOf("QQuickRectangle") == (isPicture ? 0 : 1);
+            },
+            10'000);
+    }
+
+    QColor pixel(int x, int y) {
+        const QImage image = view_.grabWindow();
+        const qreal ratio = image.devicePixelRatio();
+        return image.pixelColor(QPointF(x * ratio, y * ratio).toPoint());
+    }
+
+    QtTemporaryFolder folder_;
+    FakeRunningApplications applications_;
+    FakeWorkspace workspace_;
+    QQuickView view_;
+};
+
+TEST_F(ProcessIconViewTest, ShowsTheFirstIconThatThereIs) {
+    const QString agent = u"/Applications/Sample.app/Contents/X.app/agent"_qs;
+    struct Case {
+        int pid;
+        QString path;
+        QColor middle; // invalid for the network symbol
+    };
+    const QColor green(0x3f, 0xa0, 0x62); // about that of the picture for runtimes
+    const std::vector<Case> cases{{1, u"/usr/bin/node"_qs, Qt::red},
+                                  {2, agent, Qt::blue},
+                                  {3, agent, Qt::blue},
+                                  {4, agent, Qt::blue},
+                                  {9, agent, Qt::blue},
+                                  {2, u"/usr/bin/node"_qs, green},
+                                  {9, u"/usr/sbin/sshd"_qs, {}},
+                                  {9, u"/x/Y.app/y"_qs, {}},
+                                  {9, {}, {}}};
+    for (const Case& row : cases) {
+        SCOPED_TRACE(std::to_string(row.pid) + row.path.toStdString());
+        show(u"ProcessIconView"_qs, {{u"pid"_qs, row.pid}, {u"executablePath"_qs, row.path}});
+        EXPECT_EQ(view_.rootObject()->state(), u"loading"_qs);
+        ASSERT_TRUE(waitUntilShown(row.middle.isValid() ? u"picture"_qs : u"symbol"_qs));
+        if (row.middle == green) {
+            const QColor edge = pixel(4, 14);
+            EXPECT_GT(edge.green(), edge.red() + 40);
+        } else if (row.middle.isValid()) {
+            EXPECT_EQ(pixel(14, 14), row.middle);
+        }
+        EXPECT_EQ(pixel(0, 0), QColor(Qt::white)) << "corners are round";
+    }
+    show(u"FileIconView"_qs, {{u"path"_qs, u"/Applications/Sample.app"_qs}});
+    ASSERT_TRUE(waitUntilShown(u"picture"_qs));
+    EXPECT_EQ(pixel(14, 14), QColor(Qt::blue));
+}
+
+TEST_F(ProcessIconViewTest, SearchesAgainForAnotherPidAndWhenShownAgain) {
+    show(u"ProcessIconView"_qs, {{u"pid"_qs, 9}, {u"executablePath"_qs, u"/usr/sbin/sshd"_qs}});
+    ASSERT_TRUE(waitUntilShown(u"symbol"_qs));
+    QQuickItem* icon = view_.rootObject();
+    icon->setProperty("executablePath", u"/Applications/Sample.app/x"_qs);
+    EXPECT_FALSE(icon->property("isLoading").toBool()) << "another path alone changes nothing";
+
+    // Whichever of the two changes first, and however often: the last counts.
+    icon->setProperty("pid", 1);
+    icon->setProperty("pid", 8);
+    icon->setProperty("executablePath", u"/Applications/Sample.app/y"_qs);
+    EXPECT_TRUE(icon->property("isLoading").toBool());
+    ASSERT_TRUE(waitUntilShown(u"picture"_qs));
+    EXPECT_EQ(pixel(14, 14), QColor(Qt::blue));
+
+    icon->setVisible(false);
+    applications_.add(8, application(u"red"_qs));
+    icon->setVisible(true);
+    EXPECT_TRUE(icon->property("isLoading").toBool());
+    ASSERT_TRUE(waitUntilShown(u"picture"_qs));
+    EXPECT_EQ(pixel(14, 14), QColor(Qt::red));
+}
+
+TEST_F(ProcessIconViewTest, EnginesHaveServicesOfTheirOwn) {
+    QQuickView other;
+    other.engine()->addImportPath(u":/qt/qml"_qs);
+    other.setInitialProperties({{u"pid"_qs, 1},
+                                {u"executablePath"_qs, QString()},
+                                {u"size"_qs, 28},
+                                {u"cornerRadius"_qs, 6}});
+    other.setSource(u"qrc:/qt/qml/Zenlot/ProcessIcon/ProcessIconView.qml"_qs);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return other.rootObject()->state() == u"symbol"_qs; }));
+    show(u"ProcessIconView"_qs, {{u"pid"_qs, 1}, {u"executablePath"_qs, QString()}});
+    ASSERT_TRUE(waitUntilShown(u"picture"_qs));
+}
+
+} // namespace
+} // namespace zenlot
