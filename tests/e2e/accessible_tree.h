@@ -118,7 +118,7 @@ class AccessibleTree {
             node.path = path.path();
             if (fits(node, role, name, state))
                 return node;
-            if (const std::optional<Node> found = findBelow(node, role, name, state))
+            if (std::optional<Node> found = findBelow(node, role, name, state))
                 return found;
         }
         return std::nullopt;
