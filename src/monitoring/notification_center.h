@@ -9,7 +9,7 @@
 //     notifications.post(kConflictDetected, {{kPortKey, 3000}, ...});
 #pragma once
 
-#include "monitoring/user_info.h"
+#include "platform/user_info.h"
 
 #include <QLatin1StringView>
 #include <QObject>
