@@ -1,6 +1,6 @@
 #include "shell/inspector/process_detail_view_model.h"
 
-#include "shell/style/display_line.h"
+#include "text/display_line.h"
 
 #include <QtConcurrentRun>
 

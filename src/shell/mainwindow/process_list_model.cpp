@@ -1,7 +1,7 @@
 #include "shell/mainwindow/process_list_model.h"
 
 #include "inventory/process_identity.h"
-#include "shell/style/display_line.h"
+#include "text/display_line.h"
 
 #include <QStringList>
 

@@ -1,7 +1,7 @@
 #include "shell/mainwindow/sidebar_model.h"
 
 #include "shell/mainwindow/port_grouping.h"
-#include "shell/style/display_line.h"
+#include "text/display_line.h"
 
 #include <utility>
 

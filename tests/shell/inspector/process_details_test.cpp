@@ -1,7 +1,7 @@
 #include "inventory/fake_process_inspector.h"
 #include "shell/inspector/process_details_collector.h"
 #include "shell/inspector/process_details_text.h"
-#include "shell/style/display_line.h"
+#include "text/display_line.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "shell/style/display_line.h"
+#include "text/display_line.h"
 
 #include <QChar>
 
