@@ -1,5 +1,7 @@
 #include "settings/app_log.h"
 
+#include "text/log_line.h"
+
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
@@ -16,38 +18,6 @@ namespace zenlot {
 namespace {
 
 constexpr qsizetype kLongestMessage = 4096;
-
-// Also the characters that some readers break lines at, and those that reorder the text around
-// them, with which a name could disguise a line.
-bool mustBeEscaped(QChar character) {
-    const char16_t code = character.unicode();
-    return character.category() == QChar::Other_Control || (code >= 0x2028 && code <= 0x202e) ||
-           (code >= 0x2066 && code <= 0x2069);
-}
-
-QString escaped(const QString& message) {
-    QString result;
-    for (const QChar character : message) {
-        if (character == u'\n')
-            result += QStringLiteral("\\n");
-        else if (character == u'\r')
-            result += QStringLiteral("\\r");
-        else if (character == u'\t')
-            result += QStringLiteral("\\t");
-        else if (mustBeEscaped(character))
-            result += QStringLiteral("\\u%1").arg(character.unicode(), 4, 16, QChar(u'0'));
-        else
-            result += character;
-    }
-    return result;
-}
-
-QString shortened(const QString& message) {
-    if (message.size() <= kLongestMessage)
-        return message;
-    const bool cutsPair = message.at(kLongestMessage - 1).isHighSurrogate();
-    return message.left(cutsPair ? kLongestMessage - 1 : kLongestMessage) + QChar(u'…');
-}
 
 bool writeWhole(int descriptor, const QByteArray& line) {
     qsizetype written = 0;
@@ -109,7 +79,8 @@ void AppLog::writeAppLog(const QString& message) {
     const auto now = duration_cast<milliseconds>(clock_().time_since_epoch());
     const QString time = QDateTime::fromMSecsSinceEpoch(now.count(), Qt::UTC).toString(Qt::ISODate);
     const QByteArray line =
-        (time + QStringLiteral(" [zenlot-app] ") + escaped(shortened(message))).toUtf8() + '\n';
+        (time + QStringLiteral(" [zenlot-app] ") + logLine(message, kLongestMessage)).toUtf8() +
+        '\n';
 
     const std::scoped_lock lock(mutex_);
     if (append(path_, line, Missing::leave))

@@ -1,8 +1,8 @@
 #include "platform/fake_broadcast_center.h"
 #include "platform/linux/session_bus_broadcast_center.h"
+#include "support/private_bus.h"
 
 #include <QDBusMessage>
-#include <QProcess>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -21,29 +21,14 @@ const QString kInterface = u"dev.quorvane.zenlot.Broadcast"_s;
 // Two connections to a bus of the test's own.
 class BroadcastCenterTest : public testing::Test {
   protected:
-    void SetUp() override {
-        daemon.start(u"dbus-daemon"_s, {u"--session"_s, u"--nofork"_s, u"--print-address"_s});
-        ASSERT_TRUE(QTest::qWaitFor([this] { return daemon.canReadLine(); }));
-        const QString address = QString::fromUtf8(daemon.readLine()).trimmed();
-        receiver = QDBusConnection::connectToBus(address, u"receiver"_s);
-        sender = QDBusConnection::connectToBus(address, u"sender"_s);
-    }
-
-    void TearDown() override {
-        QDBusConnection::disconnectFromBus(u"receiver"_s);
-        QDBusConnection::disconnectFromBus(u"sender"_s);
-        daemon.terminate();
-        daemon.waitForFinished();
-    }
-
     // What was sent before the last name has then arrived, or never will.
     bool waitForLast() {
         return QTest::qWaitFor([this] { return heard.contains(kLast); });
     }
 
-    QProcess daemon;
-    QDBusConnection receiver{QString()};
-    QDBusConnection sender{QString()};
+    PrivateBus bus;
+    QDBusConnection receiver = bus.connect(u"receiver"_s);
+    QDBusConnection sender = bus.connect(u"sender"_s);
     QObject context;
     QStringList heard;
     BroadcastCenter::Handler record = [this](const QString& name) { heard.append(name); };
@@ -94,9 +79,9 @@ TEST_F(BroadcastCenterTest, NeverWaitsForABusAndNeedsNone) {
     nowhere.observe(kLast, &context, record);
     nowhere.post(kLast);
     SessionBusBroadcastCenter center(receiver);
-    ::kill(static_cast<pid_t>(daemon.processId()), SIGSTOP);
+    ::kill(bus.processId(), SIGSTOP);
     center.observe(kLast, &context, record);
-    ::kill(static_cast<pid_t>(daemon.processId()), SIGCONT);
+    ::kill(bus.processId(), SIGCONT);
     center.post(kLast);
     EXPECT_TRUE(waitForLast());
 }

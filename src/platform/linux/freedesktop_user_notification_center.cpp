@@ -1,0 +1,140 @@
+#include "platform/linux/freedesktop_user_notification_center.h"
+
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QThread>
+
+#include <utility>
+
+namespace zenlot {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+constexpr QLatin1StringView kService{"org.freedesktop.Notifications"};
+constexpr QLatin1StringView kBusService{"org.freedesktop.DBus"};
+constexpr QLatin1StringView kBusPath{"/org/freedesktop/DBus"};
+
+UserNotificationError noAnswer() {
+    return {u"The notification service did not answer"_s};
+}
+
+AuthorizationAnswer authorizationFrom(const NotificationServer::Introduction& introduction) {
+    return {introduction.capabilities.has_value(), introduction.error};
+}
+
+UserNotificationSettings settingsFrom(const NotificationServer::Introduction& introduction) {
+    UserNotificationSettings settings;
+    if (const auto& capabilities = introduction.capabilities) {
+        settings.authorizationStatus = AuthorizationStatus::authorized;
+        settings.alertSetting = UserNotificationSetting::enabled;
+        settings.soundSetting = capabilities->playsSounds ? UserNotificationSetting::enabled
+                                                          : UserNotificationSetting::notSupported;
+    } else if (!introduction.error) {
+        settings.authorizationStatus = AuthorizationStatus::denied;
+    }
+    return settings;
+}
+
+} // namespace
+
+FreedesktopUserNotificationCenter::FreedesktopUserNotificationCenter(
+    QDBusConnection bus, std::chrono::milliseconds answerTimeout)
+    : bus_(std::move(bus)), answerTimeout_(answerTimeout), server_(makeServer()) {
+    // First the changes, then the state: what comes in between is told twice rather than never.
+    bus_.connect(kBusService, kBusPath, kBusService, u"NameOwnerChanged"_s, {kService}, u"sss"_s,
+                 this, SLOT(followOwner(QString, QString, QString)));
+    askForOwner();
+}
+
+void FreedesktopUserNotificationCenter::askForOwner() {
+    const QDBusMessage question =
+        QDBusMessage::createMethodCall(kBusService, kBusPath, kBusService, u"GetNameOwner"_s)
+        << QString(kService);
+    auto* watcher = new QDBusPendingCallWatcher(bus_.asyncCall(question), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
+        watcher->deleteLater();
+        const QDBusPendingReply<QString> owner = *watcher;
+        if (!owner.isError() && !server_->isRunning())
+            server_->setOwner(owner.value());
+    });
+}
+
+void FreedesktopUserNotificationCenter::followOwner(const QString& /*name*/,
+                                                    const QString& /*oldOwner*/,
+                                                    const QString& newOwner) {
+    // The old run ends last, since the answers that it still owes may run code of the askers.
+    std::unique_ptr<NotificationServer> ended;
+    // What was asked of a service that didn't run has started this one.
+    if (server_->isRunning()) {
+        ended = std::exchange(server_, makeServer());
+        server_->succeed(*ended);
+    }
+    server_->setOwner(newOwner);
+}
+
+std::unique_ptr<NotificationServer> FreedesktopUserNotificationCenter::makeServer() {
+    auto server = std::make_unique<NotificationServer>(bus_);
+    connect(server.get(), &NotificationServer::actionChosen, this,
+            &FreedesktopUserNotificationCenter::respond);
+    return server;
+}
+
+void FreedesktopUserNotificationCenter::setDelegate(UserNotificationCenterDelegate* delegate) {
+    delegate_ = delegate;
+}
+
+void FreedesktopUserNotificationCenter::setNotificationCategories(
+    const QList<UserNotificationCategory>& categories) {
+    categories_ = categories;
+}
+
+template <class Answer, class Convert>
+QFuture<Answer> FreedesktopUserNotificationCenter::askServer(const Answer& fallback,
+                                                             Convert convert) {
+    Q_ASSERT(QThread::currentThread() == thread());
+    const auto answer = std::make_shared<CertainAnswer<Answer>>(answerTimeout_, fallback);
+    QFuture<Answer> future = answer->future();
+    server_->introduce([answer, convert](const NotificationServer::Introduction& introduction) {
+        answer->give(convert(introduction));
+    });
+    return future;
+}
+
+QFuture<AuthorizationAnswer>
+FreedesktopUserNotificationCenter::requestAuthorization(AuthorizationOptions /*options*/) {
+    return askServer(AuthorizationAnswer{false, noAnswer()}, authorizationFrom);
+}
+
+QFuture<UserNotificationSettings> FreedesktopUserNotificationCenter::notificationSettings() {
+    return askServer(UserNotificationSettings{}, settingsFrom);
+}
+
+QFuture<std::optional<UserNotificationError>>
+FreedesktopUserNotificationCenter::add(const UserNotificationRequest& request) {
+    Q_ASSERT(QThread::currentThread() == thread());
+    const PresentationOptions presentation =
+        delegate_ ? delegate_->willPresentNotification(request)
+                  : PresentationOptions{.banner = true, .list = true, .sound = true};
+    const auto answer = std::make_shared<NotificationServer::AddAnswer>(answerTimeout_, noAnswer());
+    QFuture<std::optional<UserNotificationError>> future = answer->future();
+    if (!presentation.banner && !presentation.list) {
+        answer->give(std::nullopt);
+        return future;
+    }
+    QList<UserNotificationAction> actions;
+    for (const UserNotificationCategory& category : std::as_const(categories_)) {
+        if (category.identifier == request.content.categoryIdentifier)
+            actions = category.actions;
+    }
+    server_->show({request, actions, presentation, answer});
+    return future;
+}
+
+void FreedesktopUserNotificationCenter::respond(const UserNotificationResponse& response) {
+    if (delegate_)
+        delegate_->didReceiveNotificationResponse(response, [] {});
+}
+
+} // namespace zenlot

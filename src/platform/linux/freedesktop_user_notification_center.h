@@ -1,0 +1,63 @@
+// Alerts through the notification service of the session, org.freedesktop.Notifications.
+//
+// Alerts are allowed when the service runs or can be started. It may come late, go, or be replaced
+// at any time: each run of it is asked anew what it can do, and alerts of an earlier run are
+// forgotten, with their buttons. Questions that it doesn't answer in time are answered for it; more
+// alerts than NotificationServer::kMost at once are refused.
+//
+// The delegate is asked about each alert, since a session doesn't tell which program is in front:
+// an alert without banner and without list is not shown; one without sound is silent. Without a
+// delegate everything is presented. A click on the alert itself, and closing it, are no responses.
+// What the service has no words for is left out: threads, summaries, badges, destructive actions.
+//
+//     FreedesktopUserNotificationCenter alerts(QDBusConnection::sessionBus());
+#pragma once
+
+#include "platform/linux/notification_server.h"
+#include "platform/user_notification_center.h"
+
+#include <QDBusConnection>
+#include <QObject>
+
+#include <chrono>
+#include <memory>
+
+namespace zenlot {
+
+class FreedesktopUserNotificationCenter final : public QObject, public UserNotificationCenter {
+    Q_OBJECT
+
+  public:
+    // Long enough for a service that the bus has to start while everybody logs in.
+    static constexpr std::chrono::milliseconds kAnswerTimeout{10'000};
+
+    // With a connection to no bus every answer is an error.
+    explicit FreedesktopUserNotificationCenter(
+        QDBusConnection bus, std::chrono::milliseconds answerTimeout = kAnswerTimeout);
+
+    void setDelegate(UserNotificationCenterDelegate* delegate) override;
+    void setNotificationCategories(const QList<UserNotificationCategory>& categories) override;
+    QFuture<AuthorizationAnswer> requestAuthorization(AuthorizationOptions options) override;
+    QFuture<UserNotificationSettings> notificationSettings() override;
+    QFuture<std::optional<UserNotificationError>>
+    add(const UserNotificationRequest& request) override;
+
+  private Q_SLOTS:
+    void followOwner(const QString& name, const QString& oldOwner, const QString& newOwner);
+
+  private:
+    void askForOwner();
+    std::unique_ptr<NotificationServer> makeServer();
+    void respond(const UserNotificationResponse& response);
+
+    template <class Answer, class Convert>
+    QFuture<Answer> askServer(const Answer& fallback, Convert convert);
+
+    QDBusConnection bus_;
+    std::chrono::milliseconds answerTimeout_;
+    UserNotificationCenterDelegate* delegate_{nullptr};
+    QList<UserNotificationCategory> categories_;
+    std::unique_ptr<NotificationServer> server_;
+};
+
+} // namespace zenlot

@@ -1,0 +1,278 @@
+#include "platform/linux/freedesktop_user_notification_center.h"
+#include "support/private_bus.h"
+
+#include <QDBusArgument>
+#include <QDBusMessage>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+namespace zenlot {
+namespace {
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+using Error = std::optional<UserNotificationError>;
+
+const QString kService = u"org.freedesktop.Notifications"_s;
+const QString kPath = u"/org/freedesktop/Notifications"_s;
+
+// The service of a desktop, as the test wants it.
+class ScriptedServer final : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
+
+  public:
+    explicit ScriptedServer(const QDBusConnection& connection) : bus(connection) {
+        bus.registerObject(kPath, this, QDBusConnection::ExportAllSlots);
+        bus.registerService(kService);
+    }
+    ~ScriptedServer() override {
+        bus.unregisterService(kService);
+        bus.unregisterObject(kPath);
+    }
+    void invoke(uint id, const QString& key) const {
+        bus.send(QDBusMessage::createSignal(kPath, kService, u"ActionInvoked"_s) << id << key);
+    }
+    // Answers what was asked while it was silent.
+    void wakeUp() {
+        isSilent = false;
+        for (const QDBusMessage& call : std::exchange(unanswered, {}))
+            bus.send(call.member() == u"Notify"_s ? call.createReply(++lastId)
+                                                  : call.createReply(capabilities));
+    }
+
+    QDBusConnection bus;
+    QStringList capabilities;
+    bool isSilent{false};
+    QString keyBeforeReply; // an action that is chosen before the number of its alert is told
+    int questions{0};
+    uint lastId{0};
+    QList<QVariantList> alerts; // the arguments of each
+    QList<QDBusMessage> unanswered;
+
+  public Q_SLOTS:
+    QStringList GetCapabilities(const QDBusMessage& call) { // NOLINT: the name is agreed
+        ++questions;
+        postpone(call);
+        return capabilities;
+    }
+    uint Notify(const QString&, uint replaced, const QString&, const QString&, // NOLINT
+                const QString&, const QStringList&, const QVariantMap&, int,
+                const QDBusMessage& call) {
+        alerts.append(call.arguments());
+        alerts.last()[6] = qdbus_cast<QVariantMap>(alerts.last()[6]);
+        postpone(call);
+        const uint id = replaced != 0 || isSilent ? replaced : ++lastId;
+        if (!keyBeforeReply.isEmpty())
+            invoke(id, keyBeforeReply);
+        return id;
+    }
+
+  private:
+    void postpone(const QDBusMessage& call) {
+        call.setDelayedReply(isSilent);
+        if (isSilent)
+            unanswered.append(call);
+    }
+};
+
+class UserNotificationCenterTest : public testing::Test, public UserNotificationCenterDelegate {
+  protected:
+    UserNotificationCenterTest() { center.setDelegate(this); }
+
+    PresentationOptions willPresentNotification(const UserNotificationRequest&) override {
+        return presentation;
+    }
+    void didReceiveNotificationResponse(const UserNotificationResponse& response,
+                                        const std::function<void()>& completionHandler) override {
+        const UserNotificationRequest& alert = response.request;
+        EXPECT_EQ(alert.content.userInfo.string(kProcessNameKey), alert.identifier);
+        responses.append(alert.identifier + u' ' + response.actionIdentifier);
+        completionHandler();
+    }
+
+    static UserNotificationRequest request(const QString& identifier, const QString& body = {}) {
+        return {identifier,
+                {u"<Port>\u202E"_s + QChar(0xD83D),
+                 body,
+                 u"buttons"_s,
+                 {},
+                 {},
+                 {{kProcessNameKey, identifier}},
+                 true}};
+    }
+    QFuture<Error> add(const QString& identifier) { return center.add(request(identifier)); }
+    // As many as may be open, named by their numbers.
+    std::vector<QFuture<Error>> addMany() {
+        std::vector<QFuture<Error>> open;
+        for (qsizetype count = 0; count < NotificationServer::kMost; ++count)
+            open.push_back(add(QString::number(count)));
+        return open;
+    }
+
+    template <class Answer>
+    static Answer answerOf(const QFuture<Answer>& future) {
+        EXPECT_TRUE(QTest::qWaitFor([&] { return future.isFinished(); }));
+        return future.isFinished() ? future.result() : Answer{};
+    }
+    static bool isShown(const QFuture<Error>& future) { return !answerOf(future).has_value(); }
+    void expectResponses(const QStringList& expected) {
+        EXPECT_TRUE(QTest::qWaitFor([&] { return responses.size() >= expected.size(); }));
+        EXPECT_EQ(std::exchange(responses, {}), expected);
+    }
+
+    PrivateBus bus;
+    QDBusConnection client = bus.connect(u"client"_s);
+    PresentationOptions presentation{true, true, true, false};
+    QStringList responses;
+    FreedesktopUserNotificationCenter center{client};
+};
+
+TEST_F(UserNotificationCenterTest, AlertsSayWhatTheServiceUnderstands) {
+    ScriptedServer server(bus.connect(u"server"_s));
+    const auto sent = [&](const QStringList& capabilities, const PresentationOptions& options) {
+        FreedesktopUserNotificationCenter fresh(client);
+        fresh.setDelegate(this);
+        fresh.setNotificationCategories(
+            {{u"buttons"_s, {{u"KILL"_s, u"Kill"_s}, {u"B"_s, u"b"_s}}}, {u"other"_s, {}}});
+        presentation = options;
+        server.capabilities = capabilities;
+        return isShown(fresh.add(request(u"1"_s, u"<b>&\n\u2066\uFFFE"_s + QChar::Null)))
+                   ? server.alerts.takeLast()
+                   : QVariantList{};
+    };
+    const QVariantMap always{{u"desktop-entry"_s, u"dev.quorvane.zenlot"_s},
+                             {u"urgency"_s, QVariant::fromValue<uchar>(1)}};
+    EXPECT_EQ(
+        sent({u"body-markup"_s}, presentation),
+        (QVariantList{u"Zenlot"_s, 0U, u"dev.quorvane.zenlot"_s, u"<Port>\uFFFD\uFFFD"_s,
+                      u"&lt;b&gt;&amp;\uFFFD\uFFFD\uFFFD\uFFFD"_s, QStringList(), always, -1}));
+    QVariantMap hints = always;
+    hints.insert(u"sound-name"_s, u"dialog-information"_s);
+    QVariantList rest{u"<b>&\uFFFD\uFFFD\uFFFD\uFFFD"_s,
+                      QStringList{u"KILL"_s, u"Kill"_s, u"B"_s, u"b"_s}, hints, -1};
+    EXPECT_EQ(sent({u"actions"_s, u"sound"_s}, presentation).mid(4), rest);
+    hints = always;
+    hints.insert({{u"suppress-sound"_s, true}, {u"transient"_s, true}});
+    EXPECT_EQ(sent({u"sound"_s}, {true, false, false, false}).value(6), hints);
+
+    EXPECT_TRUE(isShown(center.add(request(u"1"_s, u"\U0001F600"_s.repeated(999) + u"x — end"_s))));
+    EXPECT_EQ(server.alerts.takeLast().at(4),
+              u"\U0001F600"_s.repeated(192) + u'…' + u"\U0001F600"_s.repeated(60) + u"x — end"_s);
+    presentation = {false, false, true, false};
+    EXPECT_TRUE(isShown(add(u"never"_s)) && server.alerts.isEmpty());
+}
+
+TEST_F(UserNotificationCenterTest, ResponsesComeFromTheServiceAndForOurOpenAlertsOnly) {
+    ScriptedServer server(bus.connect(u"server"_s));
+    server.keyBeforeReply = u"EARLY"_s;
+    EXPECT_TRUE(isShown(add(u"a"_s)));
+    server.keyBeforeReply.clear();
+    const QFuture<Error> first = add(u"b"_s);
+    EXPECT_TRUE(isShown(add(u"b"_s)) && isShown(first)); // it replaces what had no number yet
+    EXPECT_EQ(server.alerts.last().at(1), 2U);
+
+    QDBusConnection stranger = bus.connect(u"stranger"_s);
+    stranger.send(QDBusMessage::createSignal(kPath, kService, u"ActionInvoked"_s) << 1U << u"NO"_s);
+    const auto closing = QDBusMessage::createSignal(kPath, kService, u"NotificationClosed"_s)
+                         << 1U << 2U;
+    stranger.send(closing);
+    EXPECT_TRUE(stranger.registerService(u"a.b"_s)); // the bus has worked on the signals before
+    server.invoke(77, u"OTHERS"_s);
+    server.invoke(1, u"TWICE"_s);
+    server.invoke(1, u"TWICE"_s);
+    server.bus.send(closing);
+    server.invoke(1, u"LATE"_s);
+    server.invoke(2, u"LAST"_s);
+    expectResponses({u"a EARLY"_s, u"a TWICE"_s, u"a TWICE"_s, u"b LAST"_s});
+
+    // Of too many the oldest is forgotten.
+    for (const QFuture<Error>& future : addMany())
+        EXPECT_TRUE(isShown(future));
+    server.invoke(2, u"FORGOTTEN"_s);
+    server.invoke(3, u"KEPT"_s);
+    expectResponses({u"0 KEPT"_s});
+    EXPECT_EQ(server.questions, 1);
+}
+
+TEST_F(UserNotificationCenterTest, FollowsTheServiceThroughItsLife) {
+    const auto status = [this] {
+        const AuthorizationAnswer answer = answerOf(center.requestAuthorization({}));
+        const UserNotificationSettings settings = answerOf(center.notificationSettings());
+        return QList{int{answer.isGranted}, int{answer.error.has_value()},
+                     static_cast<int>(settings.authorizationStatus),
+                     static_cast<int>(settings.alertSetting),
+                     static_cast<int>(settings.soundSetting)};
+    };
+    EXPECT_EQ(status(), (QList{0, 0, 1, 0, 0}));
+    EXPECT_FALSE(isShown(add(u"nobody"_s)));
+
+    auto first = std::make_unique<ScriptedServer>(bus.connect(u"first"_s));
+    EXPECT_EQ(status(), (QList{1, 0, 2, 2, 0}));
+    EXPECT_TRUE(isShown(add(u"old"_s)));
+    first->isSilent = true;
+    const QFuture<Error> lost = add(u"lost"_s);
+    FreedesktopUserNotificationCenter newcomer(client);
+    const QFuture<Error> inherited = newcomer.add(request(u"inherited"_s));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return first->unanswered.size() == 2; }));
+    const QDBusConnection formerly = first->bus;
+    const QDBusMessage late = first->unanswered.takeFirst().createReply(2U);
+    first.reset();
+    EXPECT_FALSE(isShown(lost));
+    formerly.send(late);
+
+    ScriptedServer second(bus.connect(u"second"_s));
+    second.capabilities = {u"sound"_s};
+    EXPECT_TRUE(isShown(inherited));
+    EXPECT_EQ(status(), (QList{1, 0, 2, 2, 2}));
+    EXPECT_TRUE(isShown(add(u"new"_s)));
+    second.invoke(1, u"OLD"_s); // it belongs to the newcomer now
+    second.invoke(2, u"NEW"_s);
+    expectResponses({u"new NEW"_s});
+}
+
+TEST_F(UserNotificationCenterTest, NothingWaitsForAServiceOrABusThatNeverAnswers) {
+    auto server = std::make_unique<ScriptedServer>(bus.connect(u"server"_s));
+    server->isSilent = true;
+    auto hasty = std::make_unique<FreedesktopUserNotificationCenter>(client, 1ms);
+    EXPECT_TRUE(answerOf(hasty->requestAuthorization({})).error.has_value());
+    EXPECT_EQ(answerOf(hasty->notificationSettings()).authorizationStatus,
+              AuthorizationStatus::notDetermined);
+    EXPECT_FALSE(isShown(hasty->add(request(u"given up"_s))));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return server->unanswered.size() == 1; }));
+    server->wakeUp();
+
+    EXPECT_TRUE(answerOf(center.requestAuthorization({})).isGranted);
+    server->isSilent = true;
+    const std::vector<QFuture<Error>> open = addMany();
+    const QFuture<Error> oneTooMany = add(u"one too many"_s);
+    EXPECT_TRUE(oneTooMany.isFinished() && !isShown(oneTooMany));
+    ASSERT_TRUE(
+        QTest::qWaitFor([&] { return server->alerts.size() == NotificationServer::kMost; }));
+    server->wakeUp();
+    for (const QFuture<Error>& future : open)
+        EXPECT_TRUE(isShown(future));
+    EXPECT_TRUE(isShown(add(u"again"_s)));
+    EXPECT_EQ(server->alerts.size(), NotificationServer::kMost + 1);
+    server->invoke(server->lastId, u"WORKS"_s);
+    expectResponses({u"again WORKS"_s});
+
+    ::kill(bus.processId(), SIGSTOP);
+    hasty = std::make_unique<FreedesktopUserNotificationCenter>(client, 1ms);
+    EXPECT_FALSE(isShown(hasty->add(request(u"stuck"_s))));
+    const QFuture<AuthorizationAnswer> dropped = hasty->requestAuthorization({});
+    hasty.reset();
+    EXPECT_TRUE(dropped.isFinished() && answerOf(dropped).error);
+    ::kill(bus.processId(), SIGCONT);
+    ::kill(bus.processId(), SIGTERM);
+    EXPECT_FALSE(isShown(add(u"orphan"_s)));
+    FreedesktopUserNotificationCenter nowhere(QDBusConnection(u"none"_s));
+    EXPECT_TRUE(answerOf(nowhere.requestAuthorization({})).error.has_value());
+}
+
+} // namespace
+} // namespace zenlot
+
+#include "freedesktop_user_notification_center_test.moc"

@@ -1,0 +1,123 @@
+#include "platform/linux/systemd_app_service.h"
+#include "private_user_manager.h"
+#include "support/private_bus.h"
+
+#include <QElapsedTimer>
+#include <gtest/gtest.h>
+
+namespace zenlot {
+namespace {
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+using enum AppServiceStatus;
+
+const QString kUnit = u"dev.quorvane.zenlot.monitor.service"_s;
+const std::string kSleep = "[Service]\nType=exec\nExecStart=/bin/sleep 1000\n";
+const std::string kInstall = "[Install]\nWantedBy=default.target\n";
+const std::string kBlocked = "SMAppServiceErrorDomain 1";
+
+std::string textOf(const std::optional<AppServiceError>& error) {
+    return error ? error->domain.toStdString() + ' ' + std::to_string(error->code) : "";
+}
+
+// Against a real systemd.
+class SystemdAppServiceTest : public testing::Test {
+  protected:
+    SystemdAppServiceTest() { writeUnit(kSleep + kInstall); }
+    void SetUp() override {
+        if (!manager.isRunning())
+            GTEST_SKIP() << "no systemd can be run here: " << manager.output();
+    }
+
+    void writeUnit(const std::string& text) const { manager.writeUnit(kUnit.toStdString(), text); }
+    std::string systemctl(const QString& verb) const {
+        return manager.run(u"systemctl --user "_s + verb + u' ' + kUnit);
+    }
+    bool waitUntilStopped() const {
+        return QTest::qWaitFor([this] { return systemctl(u"show -P MainPID"_s) == "0"; }, 20'000);
+    }
+
+    PrivateUserManager manager;
+    SystemdAppService service{manager.bus(), kUnit};
+};
+
+TEST_F(SystemdAppServiceTest, RegistersAndUnregisters) {
+    EXPECT_EQ(service.unregisterService(), std::nullopt);
+    EXPECT_EQ(service.status(), notRegistered);
+    for (const std::string description : {"before", "after"}) {
+        writeUnit("[Unit]\nDescription=" + description + '\n' + kSleep + kInstall);
+        EXPECT_EQ(service.registerService(), std::nullopt);
+        EXPECT_EQ(service.status(), enabled);
+        EXPECT_EQ(systemctl(u"is-active"_s), "active");
+        EXPECT_EQ(systemctl(u"show -P Description"_s), description);
+    }
+    systemctl(u"--runtime enable"_s);
+    EXPECT_EQ(service.unregisterService(), std::nullopt);
+    EXPECT_EQ(service.status(), notRegistered);
+    EXPECT_TRUE(waitUntilStopped());
+}
+
+TEST_F(SystemdAppServiceTest, LeavesWhatIsMaskedToTheUser) {
+    for (const QString& mask : {u"mask"_s, u"--runtime mask"_s}) {
+        EXPECT_EQ(service.registerService(), std::nullopt);
+        systemctl(mask);
+        EXPECT_EQ(service.status(), requiresApproval);
+        EXPECT_EQ(textOf(service.registerService()), kBlocked);
+        EXPECT_EQ(textOf(service.unregisterService()), kBlocked);
+        EXPECT_TRUE(waitUntilStopped());
+        manager.run(service.unmaskCommand());
+        EXPECT_EQ(service.status(), enabled) << service.unmaskCommand().toStdString();
+    }
+    EXPECT_EQ(service.unmaskCommand(), u"systemctl --user unmask "_s + kUnit);
+}
+
+TEST_F(SystemdAppServiceTest, TellsWhyAUnitCannotBeRegistered) {
+    const std::pair<std::string, std::string> cases[] = {
+        {"[Service]\nType=exec\nRestart=always\nExecStart=/nonexistent\n" + kInstall,
+         "dev.quorvane.zenlot.systemd 1"},
+        {kSleep, "dev.quorvane.zenlot.systemd 2"},
+        {"[Service]\n" + kInstall, "org.freedesktop.systemd1.BadUnitSetting 0"}};
+    for (const auto& [text, error] : cases) {
+        writeUnit(text);
+        EXPECT_EQ(textOf(service.registerService()), error);
+        EXPECT_EQ(service.status(), notRegistered);
+        EXPECT_NE(systemctl(u"is-active"_s), "activating");
+    }
+    SystemdAppService absent(manager.bus(), u"absent.service"_s);
+    EXPECT_EQ(absent.status(), notFound);
+    EXPECT_EQ(textOf(absent.registerService()), "org.freedesktop.systemd1.NoSuchUnit 0");
+    EXPECT_EQ(absent.unregisterService(), std::nullopt);
+}
+
+TEST_F(SystemdAppServiceTest, WaitsOnlySoLong) {
+    ::kill(manager.processId(), SIGSTOP);
+    QElapsedTimer clock;
+    clock.start();
+    SystemdAppService impatient(manager.bus(), kUnit, {100ms, 100ms});
+    EXPECT_EQ(impatient.status(), notFound);
+    EXPECT_EQ(textOf(impatient.registerService()), "org.freedesktop.DBus.Error.NoReply 0");
+    EXPECT_LT(clock.elapsed(), 20'000) << "the bus itself would give up after 25 s each";
+    ::kill(manager.processId(), SIGCONT);
+    EXPECT_EQ(service.status(), notRegistered) << "a change came about later";
+
+    writeUnit("[Service]\nType=notify\nExecStart=/bin/sleep 1000\n" + kInstall);
+    EXPECT_EQ(SystemdAppService(manager.bus(), kUnit, {5s, 2s}).registerService(), std::nullopt)
+        << "what takes its time has not failed";
+}
+
+TEST(SystemdAppServiceWithoutSystemdTest, FailsAtOnce) {
+    PrivateBus bus;
+    const std::pair<QDBusConnection, std::string> cases[] = {
+        {bus.connect(u"nobody"_s), "org.freedesktop.DBus.Error.NameHasNoOwner 0"},
+        {QDBusConnection(u"none"_s), "org.freedesktop.DBus.Error.Disconnected 0"}};
+    for (const auto& [connection, error] : cases) {
+        SystemdAppService service(connection, kUnit);
+        EXPECT_EQ(service.status(), notFound);
+        EXPECT_EQ(textOf(service.registerService()), error);
+        EXPECT_EQ(textOf(service.unregisterService()), error);
+    }
+}
+
+} // namespace
+} // namespace zenlot
