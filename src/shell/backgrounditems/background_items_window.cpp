@@ -1,0 +1,33 @@
+#include "shell/backgrounditems/background_items_window.h"
+
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickWindow>
+
+namespace zenlot {
+
+BackgroundItemsWindow::BackgroundItemsWindow(QQmlEngine& engine,
+                                             BackgroundItemsViewModel& viewModel)
+    : engine_(engine), viewModel_(viewModel) {}
+
+BackgroundItemsWindow::~BackgroundItemsWindow() = default;
+
+void BackgroundItemsWindow::openSystemSettingsLoginItems() {
+    viewModel_.refresh();
+    if (!window_) {
+        QQmlComponent component(
+            &engine_,
+            QUrl(QStringLiteral("qrc:/qt/qml/Zenlot/BackgroundItems/BackgroundItemsWindow.qml")));
+        window_.reset(qobject_cast<QQuickWindow*>(component.createWithInitialProperties(
+            {{QStringLiteral("viewModel"), QVariant::fromValue(&viewModel_)}})));
+        if (!window_) {
+            qCritical("%s", qUtf8Printable(component.errorString()));
+            return;
+        }
+        QQmlEngine::setObjectOwnership(window_.get(), QQmlEngine::CppOwnership);
+    }
+    window_->show();
+    window_->requestActivate();
+}
+
+} // namespace zenlot
