@@ -4,6 +4,7 @@
 #include "inventory/process_tables.h"
 
 #include <algorithm>
+#include <atomic>
 #include <map>
 #include <set>
 
@@ -22,6 +23,8 @@ class FakeProcessTables final : public ProcessTables {
     std::vector<FakeProcess> processes;
     // Whether the fake system knows beforehand which ports its processes listen on.
     bool knowsAttributablePorts{true};
+    // How often the sockets of a process were asked for.
+    mutable std::atomic<int> looks{0};
 
     std::unique_ptr<ProcessSnapshot>
     beginSnapshot(std::optional<std::int64_t> port) const override {
@@ -62,6 +65,7 @@ class FakeProcessTables final : public ProcessTables {
         }
 
         void appendTcpSockets(ProcessId pid, std::vector<TcpSocket>& sockets) const override {
+            ++tables_.looks;
             if (const FakeProcess* process = find(pid)) {
                 std::copy_if(process->sockets.begin(), process->sockets.end(),
                              std::back_inserter(sockets),

@@ -4,8 +4,10 @@
 #include "inventory/process_tables.h"
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace zenlot {
 
@@ -30,6 +32,9 @@ struct OccupiedPort {
 
     friend bool operator==(const OccupiedPort&, const OccupiedPort&) = default;
 };
+
+// A list that several share and nobody changes.
+using SharedPorts = std::shared_ptr<const std::vector<OccupiedPort>>;
 
 // Whether the number can be a TCP port.
 constexpr bool isValidPort(std::int64_t port) {

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <atomic>
-#include <bitset>
 #include <mutex>
 #include <system_error>
 #include <thread>
@@ -18,8 +17,22 @@ constexpr std::size_t kProcessesPerWorker = 48;
 constexpr std::size_t kProbesPerWorker = 4096;
 constexpr std::size_t kPortCount = 65535;
 
-bool passes(std::optional<std::int64_t> portFilter, std::uint16_t port) {
-    return port != 0 && (!portFilter || *portFilter == port);
+PortSet portsThatPass(std::optional<std::int64_t> portFilter) {
+    PortSet ports;
+    if (!portFilter)
+        ports.set().reset(0);
+    else if (isValidPort(*portFilter))
+        ports.set(static_cast<std::size_t>(*portFilter));
+    return ports;
+}
+
+std::vector<std::uint16_t> portsIn(const PortSet& ports) {
+    std::vector<std::uint16_t> numbers;
+    for (std::size_t port = 1; port < ports.size(); ++port) {
+        if (ports[port])
+            numbers.push_back(static_cast<std::uint16_t>(port));
+    }
+    return numbers;
 }
 
 // A listening port found at one place of the walk.
@@ -72,14 +85,29 @@ OccupiedPort recordWithoutOwner(std::uint16_t port, AddressFamily family) {
     return record;
 }
 
+// One record without an owner for each port, in ascending order.
+std::vector<OccupiedPort> recordsOfTable(const ProcessSnapshot& snapshot, PortSet ports) {
+    std::vector<OccupiedPort> records;
+    for (const TcpTableEntry& entry : snapshot.tcpTable()) {
+        // A socket with a peer is a connection, even on a port that is listened on.
+        if (entry.foreignPort != 0 || !ports[entry.localPort])
+            continue;
+        ports.reset(entry.localPort);
+        OccupiedPort& record =
+            records.emplace_back(recordWithoutOwner(entry.localPort, entry.family));
+        record.user = std::to_string(entry.ownerUid);
+    }
+    std::ranges::stable_sort(records, {}, &OccupiedPort::port);
+    return records;
+}
+
 // The records of one process: one for each port, with the family of its first descriptor.
-void appendRecordsOfProcess(const ProcessSnapshot& snapshot, ProcessId pid,
-                            std::optional<std::int64_t> portFilter,
+void appendRecordsOfProcess(const ProcessSnapshot& snapshot, ProcessId pid, const PortSet& ports,
                             const std::vector<TcpSocket>& sockets,
                             std::vector<OccupiedPort>& records) {
     const std::size_t first = records.size();
     for (const TcpSocket& socket : sockets) {
-        if (socket.state != TcpState::listen || !passes(portFilter, socket.localPort))
+        if (socket.state != TcpState::listen || !ports[socket.localPort])
             continue;
         const bool known = std::any_of(
             records.begin() + static_cast<std::ptrdiff_t>(first), records.end(),
@@ -116,12 +144,15 @@ std::vector<OccupiedPort> PortScanner::listOccupiedPorts() const {
 
 std::vector<OccupiedPort>
 PortScanner::scanListeningSockets(std::optional<std::int64_t> portFilter) const {
-    const std::unique_ptr<ProcessSnapshot> snapshot = tables_.beginSnapshot(portFilter);
-    std::vector<OccupiedPort> result = readTcpPcbList(*snapshot, portFilter);
-    std::map<std::int64_t, OccupiedPort> owners = walkProcesses(*snapshot, portFilter);
-    if (result.empty() && owners.empty())
-        return probePortsByBinding(portFilter);
+    std::vector<OccupiedPort> result =
+        scanSnapshot(*tables_.beginSnapshot(portFilter), portsThatPass(portFilter));
+    return result.empty() ? probePortsByBinding(portFilter) : result;
+}
 
+std::vector<OccupiedPort> PortScanner::scanSnapshot(const ProcessSnapshot& snapshot,
+                                                    const PortSet& ports) const {
+    std::vector<OccupiedPort> result = recordsOfTable(snapshot, ports);
+    std::map<std::int64_t, OccupiedPort> owners = walkProcesses(snapshot, ports);
     for (OccupiedPort& record : result) {
         if (auto owner = owners.extract(record.port))
             record = std::move(owner.mapped());
@@ -134,19 +165,7 @@ PortScanner::scanListeningSockets(std::optional<std::int64_t> portFilter) const 
 
 std::vector<OccupiedPort> PortScanner::readTcpPcbList(const ProcessSnapshot& snapshot,
                                                       std::optional<std::int64_t> portFilter) {
-    std::bitset<kPortCount + 1> seen;
-    std::vector<OccupiedPort> records;
-    for (const TcpTableEntry& entry : snapshot.tcpTable()) {
-        // A socket with a peer is a connection, even on a port that is listened on.
-        if (entry.foreignPort != 0 || !passes(portFilter, entry.localPort) || seen[entry.localPort])
-            continue;
-        seen.set(entry.localPort);
-        OccupiedPort& record =
-            records.emplace_back(recordWithoutOwner(entry.localPort, entry.family));
-        record.user = std::to_string(entry.ownerUid);
-    }
-    std::ranges::stable_sort(records, {}, &OccupiedPort::port);
-    return records;
+    return recordsOfTable(snapshot, portsThatPass(portFilter));
 }
 
 std::vector<ProcessId> PortScanner::listAllPids(const ProcessSnapshot& snapshot) {
@@ -159,15 +178,13 @@ std::vector<ProcessId> PortScanner::listAllPids(const ProcessSnapshot& snapshot)
 // first finding of a port the one that counts, so the walk ends once every port was found.
 // Workers take the places in descending order; whatever is not yet taken when the last open port
 // is found lies before every finding and can't change it.
-std::map<std::int64_t, OccupiedPort>
-PortScanner::walkProcesses(const ProcessSnapshot& snapshot,
-                           std::optional<std::int64_t> portFilter) const {
+std::map<std::int64_t, OccupiedPort> PortScanner::walkProcesses(const ProcessSnapshot& snapshot,
+                                                                const PortSet& ports) const {
     std::optional<std::vector<std::uint16_t>> attributable = snapshot.attributablePorts();
-    if (!attributable && portFilter) {
-        attributable.emplace();
-        if (isValidPort(*portFilter))
-            attributable->push_back(static_cast<std::uint16_t>(*portFilter));
-    }
+    if (attributable)
+        std::erase_if(*attributable, [&ports](std::uint16_t port) { return !ports[port]; });
+    else if (ports.count() < kPortCount)
+        attributable = portsIn(ports);
     const bool canEndEarly = attributable.has_value();
     OpenPorts openPorts(std::move(attributable).value_or(std::vector<std::uint16_t>()));
     if (canEndEarly && openPorts.empty())
@@ -189,7 +206,7 @@ PortScanner::walkProcesses(const ProcessSnapshot& snapshot,
             const std::size_t index = pids.size() - 1 - place;
             sockets.clear();
             snapshot.appendTcpSockets(pids[index], sockets);
-            appendRecordsOfProcess(snapshot, pids[index], portFilter, sockets, records);
+            appendRecordsOfProcess(snapshot, pids[index], ports, sockets, records);
             for (OccupiedPort& record : records) {
                 openPorts.markFound(static_cast<std::uint16_t>(record.port));
                 own.push_back({index, std::move(record)});

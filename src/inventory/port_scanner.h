@@ -16,12 +16,16 @@
 #include "inventory/occupied_port.h"
 #include "inventory/process_tables.h"
 
+#include <bitset>
 #include <cstdint>
 #include <map>
 #include <optional>
 #include <vector>
 
 namespace zenlot {
+
+// A bit for every port number; that of 0 stays clear, since nobody can listen there.
+using PortSet = std::bitset<65536>;
 
 class PortScanner {
   public:
@@ -37,6 +41,11 @@ class PortScanner {
     // finds nothing.
     std::vector<OccupiedPort> scanListeningSockets(std::optional<std::int64_t> portFilter) const;
 
+    // The same for some ports of a snapshot, but without probing: empty when the kernel is silent.
+    // The fewer ports, the sooner the walk over the processes may end.
+    std::vector<OccupiedPort> scanSnapshot(const ProcessSnapshot& snapshot,
+                                           const PortSet& ports) const;
+
     // The kernel's table alone: one record without an owner for each port, in ascending order.
     static std::vector<OccupiedPort> readTcpPcbList(const ProcessSnapshot& snapshot,
                                                     std::optional<std::int64_t> portFilter);
@@ -47,9 +56,11 @@ class PortScanner {
     // Records without an owner for the ports that can't be bound, in ascending order.
     std::vector<OccupiedPort> probePortsByBinding(std::optional<std::int64_t> portFilter) const;
 
+    const ProcessTables& tables() const { return tables_; }
+
   private:
-    std::map<std::int64_t, OccupiedPort>
-    walkProcesses(const ProcessSnapshot& snapshot, std::optional<std::int64_t> portFilter) const;
+    std::map<std::int64_t, OccupiedPort> walkProcesses(const ProcessSnapshot& snapshot,
+                                                       const PortSet& ports) const;
 
     const ProcessTables& tables_;
     BindProbe bindProbe_;

@@ -46,6 +46,9 @@ struct TcpTableEntry {
     std::uint16_t foreignPort{0}; // 0 for a socket without a peer
     AddressFamily family{AddressFamily::ipv4};
     UserId ownerUid{0};
+    // Tells the socket from every other that a process can hold, also from a later one on the same
+    // port; none where the system does not say so.
+    std::optional<std::uint64_t> identity{};
 
     friend bool operator==(const TcpTableEntry&, const TcpTableEntry&) = default;
 };

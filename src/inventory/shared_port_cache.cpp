@@ -1,16 +1,19 @@
 #include "inventory/shared_port_cache.h"
 
+#include <utility>
+
 namespace zenlot {
 
-std::vector<OccupiedPort> SharedPortCache::copy() const {
+SharedPorts SharedPortCache::list() const {
     const std::lock_guard lock(mutex_);
     return ports_;
 }
 
 void SharedPortCache::replace(std::vector<OccupiedPort> ports) {
-    // The list that was there goes away with the parameter, after the lock.
+    auto list = std::make_shared<const std::vector<OccupiedPort>>(std::move(ports));
+    // The list that was there goes away after the lock.
     const std::lock_guard lock(mutex_);
-    ports_.swap(ports);
+    ports_.swap(list);
 }
 
 } // namespace zenlot

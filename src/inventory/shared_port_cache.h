@@ -3,6 +3,7 @@
 
 #include "inventory/occupied_port.h"
 
+#include <memory>
 #include <mutex>
 #include <vector>
 
@@ -10,14 +11,16 @@ namespace zenlot {
 
 class SharedPortCache {
   public:
-    // A copy, so that nobody holds the lock while working on the list.
-    std::vector<OccupiedPort> copy() const;
+    // Never null. Nobody holds the lock while working on the list: it is replaced, not changed.
+    SharedPorts list() const;
+
+    std::vector<OccupiedPort> copy() const { return *list(); }
 
     void replace(std::vector<OccupiedPort> ports);
 
   private:
     mutable std::mutex mutex_;
-    std::vector<OccupiedPort> ports_;
+    SharedPorts ports_{std::make_shared<const std::vector<OccupiedPort>>()};
 };
 
 } // namespace zenlot

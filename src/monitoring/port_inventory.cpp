@@ -4,18 +4,62 @@
 
 #include <QtConcurrentRun>
 
+#include <algorithm>
+#include <iterator>
+#include <set>
+#include <utility>
+
 namespace zenlot {
 
 PortInventory::PortInventory(const PortScanner& scanner, const PortLookup& lookup,
                              const SharedPortCache& sharedPortCache, const ProcessPinner& processes)
-    : scanner_(scanner), lookup_(lookup), sharedPortCache_(sharedPortCache), processes_(processes) {
-}
+    : scanner_(scanner), lookup_(lookup), sharedPortCache_(sharedPortCache), processes_(processes),
+      repeatedScan_(scanner) {}
 
 QFuture<std::vector<OccupiedPort>> PortInventory::listMergedPorts() {
     return QtConcurrent::run(&workers_, [this] {
         std::vector<OccupiedPort> fresh = scanner_.listOccupiedPorts();
         return mergeWithCache(std::move(fresh), sharedPortCache_.copy());
     });
+}
+
+QFuture<SharedPorts> PortInventory::pollPortsOfCurrentUser() {
+    return QtConcurrent::run(&workers_, [this] { return portsOfCurrentUser(); });
+}
+
+SharedPorts PortInventory::portsOfCurrentUser() {
+    const SharedPorts scanned = repeatedScan_.listOccupiedPorts();
+    const SharedPorts published = sharedPortCache_.list();
+    // An empty list says nothing about what probing would find.
+    if (!scanned->empty()) {
+        const std::lock_guard lock(lastPollMutex_);
+        if (lastPoll_.scanned == scanned && lastPoll_.published == published)
+            return lastPoll_.ofCurrentUser;
+    }
+
+    std::vector<OccupiedPort> merged =
+        mergeWithCache(scanned->empty() ? probePublishedPorts(*published) : *scanned, *published);
+    const UserId currentUser = currentUserId();
+    std::erase_if(merged, [currentUser](const OccupiedPort& record) {
+        return !record.isCurrentUser(currentUser);
+    });
+    SharedPorts ports = std::make_shared<const std::vector<OccupiedPort>>(std::move(merged));
+    const std::lock_guard lock(lastPollMutex_);
+    lastPoll_ = {scanned, published, ports};
+    return ports;
+}
+
+// Ports that are found by binding have no owner. Of the current user's ports they can only change
+// what becomes of published ones, so it would be a waste to probe the others.
+std::vector<OccupiedPort>
+PortInventory::probePublishedPorts(const std::vector<OccupiedPort>& published) const {
+    std::set<std::int64_t> ports;
+    for (const OccupiedPort& record : published)
+        ports.insert(record.port);
+    std::vector<OccupiedPort> found;
+    for (const std::int64_t port : ports)
+        std::ranges::move(scanner_.probePortsByBinding(port), std::back_inserter(found));
+    return found;
 }
 
 QFuture<std::vector<PortProcess>> PortInventory::processesOnPort(std::int64_t port) {

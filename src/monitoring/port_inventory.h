@@ -10,12 +10,14 @@
 #include "inventory/force_quit.h"
 #include "inventory/port_lookup.h"
 #include "inventory/port_scanner.h"
+#include "inventory/repeated_port_scan.h"
 #include "inventory/shared_port_cache.h"
 
 #include <QFuture>
 #include <QThreadPool>
 
 #include <cstdint>
+#include <mutex>
 #include <vector>
 
 namespace zenlot {
@@ -29,15 +31,33 @@ class PortInventory final {
     // A fresh scan of all ports, merged with what the background monitor last published.
     QFuture<std::vector<OccupiedPort>> listMergedPorts();
 
+    // Of the same merged ports those of the current user, in their order; for polls, since it costs
+    // next to nothing while nothing changes. See RepeatedPortScan for how long a change of owner
+    // may stay unseen. Never null.
+    QFuture<SharedPorts> pollPortsOfCurrentUser();
+
     QFuture<std::vector<PortProcess>> processesOnPort(std::int64_t port);
 
     QFuture<bool> forceQuitProcess(std::int64_t pid);
 
   private:
+    // What the last poll made, and of what.
+    struct Poll {
+        SharedPorts scanned;
+        SharedPorts published;
+        SharedPorts ofCurrentUser;
+    };
+
+    SharedPorts portsOfCurrentUser();
+    std::vector<OccupiedPort> probePublishedPorts(const std::vector<OccupiedPort>& published) const;
+
     const PortScanner& scanner_;
     const PortLookup& lookup_;
     const SharedPortCache& sharedPortCache_;
     const ProcessPinner& processes_;
+    RepeatedPortScan repeatedScan_;
+    std::mutex lastPollMutex_;
+    Poll lastPoll_;
     QThreadPool workers_; // the last member, so that it ends before what its work uses
 };
 

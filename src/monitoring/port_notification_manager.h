@@ -3,7 +3,8 @@
 //
 // Belongs to the main thread. Nothing filters here; whoever calls decides whether to alert. Until
 // configure() there are no settings: alerts are posted, and of the answers only the kill works.
-// Refused alerts and permissions leave a line in the log, nothing else.
+// Refused alerts and permissions leave a line in the log, nothing else. Of a name longer than any
+// program's, only the beginning is used.
 //
 //     manager.configure(settings);
 //     manager.notifyConflict(3000, u"node"_s, 4242);
@@ -63,11 +64,21 @@ class PortNotificationManager final : public QObject, public UserNotificationCen
                                         const std::function<void()>& completionHandler) override;
 
   private:
+    // What differs between the two kinds of alerts.
+    struct Kind {
+        QString idPrefix;
+        QString title; // %1: port
+        QString body;  // %1: name, %2: pid, %3: port
+    };
+
+    QCoro::Task<> post(Kind kind, std::int64_t port, QString name, std::int64_t pid);
+
     UserNotificationCenter& alerts_;
     PortInventory& inventory_;
     NotificationCenter& notifications_;
     AppLog& log_;
     QPointer<AppSettings> settings_;
+    bool isDelegate_{false};
 };
 
 } // namespace zenlot

@@ -22,7 +22,7 @@ constexpr auto kNothingInUse = [](std::uint16_t, AddressFamily) { return false; 
 std::vector<OccupiedPort> scanInSequence(const FakeProcessTables& tables, PortFilter filter) {
     const auto isWanted = [&](std::int64_t port) { return port && filter.value_or(port) == port; };
     std::map<std::int64_t, OccupiedPort> ports;
-    for (const auto& [port, foreignPort, family, user] : tables.table) {
+    for (const auto& [port, foreignPort, family, user, identity] : tables.table) {
         if (foreignPort == 0 && isWanted(port))
             ports.insert({port, {port, protoName(family), "", "", 0, std::to_string(user), ""}});
     }

@@ -18,7 +18,7 @@ class LinuxProcessSnapshot final : public ProcessSnapshot {
         table_.reserve(sockets.size());
         for (const KernelTcpSocket& socket : sockets) {
             table_.push_back({socket.socket.localPort, socket.socket.foreignPort,
-                              socket.socket.family, socket.ownerUid});
+                              socket.socket.family, socket.ownerUid, socket.inode});
             if (socket.inode != 0)
                 attributablePorts_.push_back(socket.socket.localPort);
         }

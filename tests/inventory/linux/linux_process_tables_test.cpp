@@ -57,6 +57,7 @@ TEST(LinuxProcessTablesTest, ReadsACopyOfProc) {
     // No process can show a socket without an inode, so the walk need not look for one.
     EXPECT_EQ(tables.beginSnapshot({})->attributablePorts(), std::vector<std::uint16_t>{80});
     EXPECT_TRUE(tables.beginSnapshot(65536 + 80)->tcpTable().empty());
+    EXPECT_EQ(tables.beginSnapshot(80)->tcpTable().back().identity, 101U);
 }
 
 TEST(SocketIndexTest, FindsEverySocketAndNothingElse) {

@@ -1,0 +1,374 @@
+#include "monitoring/conflict_listener.h"
+
+#include "monitoring/broadcast_names.h"
+#include "monitoring/ignore_list.h"
+
+#include <QCoroFuture>
+#include <QCoroTimer>
+#include <QElapsedTimer>
+#include <QPromise>
+#include <QRegularExpression>
+#include <QtConcurrentRun>
+
+#include <algorithm>
+#include <charconv>
+#include <iterator>
+#include <system_error>
+#include <utility>
+
+namespace zenlot {
+namespace {
+
+using namespace std::chrono_literals;
+
+// How long conflicts are delivered without a turn of the event loop.
+constexpr std::chrono::milliseconds kSlice = 4ms;
+
+std::optional<std::int64_t> parseDecimal(const QString& text) {
+    const std::string digits = text.toStdString();
+    const char* const end = digits.data() + digits.size();
+    std::int64_t value = 0;
+    const auto [rest, error] = std::from_chars(digits.data(), end, value);
+    return error == std::errc() && rest == end ? std::optional(value) : std::nullopt;
+}
+
+std::optional<std::int64_t> parseLastPiece(const QString& text, QChar separator) {
+    const QStringList pieces = text.split(separator, Qt::SkipEmptyParts);
+    return pieces.isEmpty() ? std::nullopt : parseDecimal(pieces.last());
+}
+
+// Finds digits of every script, so that a number which isn't ASCII hides none that follows it.
+QRegularExpression numberAfter(const QString& word) {
+    return QRegularExpression(word + QStringLiteral("\\s+(\\d+)"),
+                              QRegularExpression::UseUnicodePropertiesOption);
+}
+
+std::optional<std::int64_t> findNumber(const QRegularExpression& pattern, const QString& line) {
+    return parseLastPiece(pattern.match(line).captured(), u' ');
+}
+
+QString announcedName(const QString& line) {
+    const QString before = QStringLiteral(", ");
+    const qsizetype comma = line.indexOf(before);
+    const qsizetype start = comma + before.size();
+    const qsizetype end = line.indexOf(QStringLiteral(" (pid "));
+    return comma >= 0 && end >= start ? line.mid(start, end - start) : QStringLiteral("Process");
+}
+
+QString boundedText(const std::string& name) {
+    std::size_t length = std::min(name.size(), ConflictListener::kLongestName);
+    const auto continuesCharacter = [&name](std::size_t index) {
+        return index < name.size() && (static_cast<unsigned char>(name[index]) & 0xc0U) == 0x80U;
+    };
+    while (length > 0 && continuesCharacter(length))
+        --length;
+    return QString::fromUtf8(name.data(), static_cast<qsizetype>(length));
+}
+
+bool isFreshAt(const ConflictRecord& record, ReferenceTime startedAt, ReferenceTime now) {
+    return record.detectedAt &&
+           *record.detectedAt >= startedAt - ConflictListener::kSlackBeforeStart &&
+           now - *record.detectedAt <= ConflictListener::kLongestAge;
+}
+
+} // namespace
+
+// g++ 12 destroys some temporaries of an awaited expression twice, so futures and tasks are named
+// before they are awaited.
+
+ConflictListener::ConflictListener(Collaborators collaborators, ConflictListenerPauses pauses,
+                                   QObject* parent)
+    : QObject(parent), with_(std::move(collaborators)), pauses_(pauses),
+      conflicts_(with_.container), monitorLog_(with_.monitorLog) {
+    worker_.setMaxThreadCount(1);
+    pauseBetweenPolls_.setSingleShot(true);
+    pauseBetweenPolls_.setTimerType(Qt::PreciseTimer);
+    connect(&pauseBetweenPolls_, &QTimer::timeout, this, &ConflictListener::poll);
+}
+
+void ConflictListener::start(AppSettings& settings) {
+    settings_ = &settings;
+    if (isStarted_)
+        return;
+    startedAt_ = with_.clock();
+    isStarted_ = true;
+    log(QStringLiteral("conflict listener started"));
+    observe(kConflictsUpdatedBroadcast, pauses_.afterList);
+    for (const std::int64_t port : watchedConflictPorts)
+        observe(conflictBroadcast(port), pauses_.afterPort);
+    poll();
+}
+
+void ConflictListener::observe(const QString& name, std::chrono::milliseconds pause) {
+    QTimer& timer = bursts_[name].pause;
+    timer.setSingleShot(true);
+    timer.setInterval(pause);
+    connect(&timer, &QTimer::timeout, this, [this, name] { finishPause(name); });
+    with_.broadcasts.observe(name, this, [this](const QString& heard) { hear(heard); });
+}
+
+bool ConflictListener::isSwitchedOn() const {
+    return settings_ && settings_->conflictMonitoringEnabled();
+}
+
+QCoro::Task<> ConflictListener::poll() {
+    const QPointer<ConflictListener> self(this);
+    QCoro::Task<> check = checkConflictRecords();
+    co_await check;
+    if (!self)
+        co_return;
+    QCoro::Task<> logPoll = pollLegacyDaemonLog();
+    co_await logPoll;
+    if (self)
+        pauseBetweenPolls_.start(pauses_.betweenPolls);
+}
+
+void ConflictListener::hear(const QString& name) {
+    Burst& burst = bursts_[name];
+    if (std::exchange(burst.isOn, true))
+        burst.isMoreHeard = true;
+    else
+        answer(name, Turn::firstOfBurst);
+}
+
+QCoro::Task<> ConflictListener::answer(QString name, Turn turn) {
+    const QPointer<ConflictListener> self(this);
+    if (name == kConflictsUpdatedBroadcast) {
+        QCoro::Task<> check = checkConflictRecords();
+        co_await check;
+    } else if (const std::optional<std::int64_t> port = parseLastPiece(name, u'.')) {
+        QCoro::Task<> handling = handleConflict(*port, turn);
+        co_await handling;
+    }
+    if (self)
+        bursts_[name].pause.start();
+}
+
+void ConflictListener::finishPause(const QString& name) {
+    Burst& burst = bursts_[name];
+    if (std::exchange(burst.isMoreHeard, false))
+        answer(name, Turn::laterInBurst);
+    else
+        burst.isOn = false;
+}
+
+QCoro::Task<> ConflictListener::checkConflictRecords() {
+    if (!isSwitchedOn())
+        co_return;
+    const QPointer<ConflictListener> self(this);
+    const QFuture<SharedReading> future = QtConcurrent::run(
+        &worker_, [this, startedAt = startedAt_] { return readFreshRecords(startedAt); });
+    const SharedReading reading = co_await future;
+    if (!self || !reading || !isSwitchedOn())
+        co_return;
+    logRecordState(reading->count, reading->fresh.size());
+    QCoro::Task<> delivery = deliverInSlices(reading->fresh, Channel::listOfConflicts);
+    co_await delivery;
+}
+
+// On the worker thread.
+ConflictListener::SharedReading ConflictListener::readFreshRecords(ReferenceTime startedAt) {
+    const ConflictRecordsFile::Records& records = conflicts_.read();
+    if (!records)
+        return nullptr;
+    auto reading = std::make_shared<Reading>();
+    reading->count = records->size();
+    const ReferenceTime now = with_.clock();
+    std::copy_if(records->begin(), records->end(), std::back_inserter(reading->fresh),
+                 [&](const ConflictRecord& record) { return isFreshAt(record, startedAt, now); });
+    return reading;
+}
+
+bool ConflictListener::isFresh(const ConflictRecord& record) const {
+    return isFreshAt(record, startedAt_, with_.clock());
+}
+
+void ConflictListener::logRecordState(std::size_t count, std::size_t fresh) {
+    const QString state = QStringLiteral("%1:%2").arg(count).arg(fresh);
+    if (fresh == 0 && state == lastLoggedConflictRecordState_)
+        return;
+    lastLoggedConflictRecordState_ = state;
+    log(QStringLiteral("conflict records loaded count=%1 fresh=%2").arg(count).arg(fresh));
+}
+
+QCoro::Task<> ConflictListener::handleLegacyConflict(std::int64_t port) {
+    return handleConflict(port, Turn::firstOfBurst);
+}
+
+QCoro::Task<> ConflictListener::handleConflict(std::int64_t port, Turn turn) {
+    if (!settings_)
+        co_return;
+    const QString ignored = QStringLiteral("legacy conflict ignored port=%1: ").arg(port);
+    if (!settings_->conflictMonitoringEnabled()) {
+        log(ignored + QStringLiteral("setting disabled"));
+        co_return;
+    }
+    if (settings_->conflictIgnoredPorts().contains(port)) {
+        log(ignored + QStringLiteral("ignored port"));
+        co_return;
+    }
+    const QPointer<ConflictListener> self(this);
+    const QFuture<std::optional<ConflictRecord>> reading =
+        QtConcurrent::run(&worker_, [container = with_.container, port] {
+            const auto text = SharedContainer::read(container.conflictFileURL(port));
+            return text ? decodeConflictRecord(*text) : std::nullopt;
+        });
+    const std::optional<ConflictRecord> record = co_await reading;
+    if (!self)
+        co_return;
+    if (record && isFresh(*record)) {
+        log(QStringLiteral("legacy conflict record found port=%1").arg(port));
+        deliver(*record);
+        co_return;
+    }
+    if (record)
+        log(QStringLiteral("legacy conflict record ignored port=%1: stale").arg(port));
+    if (turn == Turn::laterInBurst)
+        co_return;
+    const QFuture<std::vector<PortProcess>> lookup = with_.inventory.processesOnPort(port);
+    const std::vector<PortProcess> holders = co_await lookup;
+    if (!self)
+        co_return;
+    if (holders.empty()) {
+        log(ignored + QStringLiteral("no process found"));
+        co_return;
+    }
+    const PortProcess& holder = holders.front();
+    deliver({port, holder.pid, holder.name, holder.displayName, with_.clock()});
+}
+
+QCoro::Task<> ConflictListener::pollLegacyDaemonLog() {
+    if (!isSwitchedOn())
+        co_return;
+    const QPointer<ConflictListener> self(this);
+    QPromise<void> end; // comes with the coroutine's, whichever way that ends
+    end.start();
+    const QFuture<void> endOfEarlierPoll = std::exchange(endOfLogPoll_, end.future());
+    co_await endOfEarlierPoll;
+    if (!self || !isSwitchedOn())
+        co_return;
+    QCoro::Task<> reading = readMonitorLog();
+    co_await reading;
+}
+
+QCoro::Task<> ConflictListener::readMonitorLog() {
+    const QPointer<ConflictListener> self(this);
+    const QFuture<MonitorLogTail::Beginning> future =
+        QtConcurrent::run(&worker_, [this] { return monitorLog_.begin(); });
+    const MonitorLogTail::Beginning beginning = co_await future;
+    if (!self)
+        co_return;
+    if (beginning.error)
+        log(QStringLiteral("legacy daemon log polling failed: ") + *beginning.error);
+    bool isMoreExpected = beginning.isPieceFound;
+    while (isMoreExpected) {
+        const QFuture<std::vector<ConflictRecord>> next =
+            QtConcurrent::run(&worker_, [this] { return readAnnouncements(); });
+        const std::vector<ConflictRecord> records = co_await next;
+        if (!self)
+            co_return;
+        isMoreExpected = !records.empty();
+        if (!isSwitchedOn())
+            continue; // but read on, so that the next poll finds the end
+        QCoro::Task<> delivery = deliverInSlices(records, Channel::monitorLog);
+        co_await delivery;
+        if (!self)
+            co_return;
+    }
+}
+
+// On the worker thread. Some of the announced conflicts, empty after the last one.
+std::vector<ConflictRecord> ConflictListener::readAnnouncements() {
+    std::vector<ConflictRecord> records;
+    while (records.empty()) {
+        const std::vector<QString> lines = monitorLog_.nextAnnouncements();
+        if (lines.empty())
+            break;
+        for (const QString& line : lines) {
+            if (std::optional<ConflictRecord> record = parseLegacyLogLine(line))
+                records.push_back(*std::move(record));
+        }
+    }
+    return records;
+}
+
+std::optional<ConflictRecord> ConflictListener::parseLegacyLogLine(const QString& line) const {
+    if (!line.contains(kConflictAnnouncement))
+        return std::nullopt;
+    static const QRegularExpression portPattern = numberAfter(QStringLiteral("port"));
+    static const QRegularExpression pidPattern = numberAfter(QStringLiteral("pid"));
+    const std::optional<std::int64_t> port = findNumber(portPattern, line);
+    if (!port)
+        return std::nullopt;
+    const std::string name = announcedName(line).toStdString();
+    return ConflictRecord{*port, findNumber(pidPattern, line).value_or(0), name, name,
+                          with_.clock()};
+}
+
+QCoro::Task<> ConflictListener::deliverInSlices(const std::vector<ConflictRecord>& records,
+                                                Channel channel) {
+    const QPointer<ConflictListener> self(this);
+    QElapsedTimer slice;
+    slice.start();
+    for (const ConflictRecord& record : records) {
+        if (slice.hasExpired(kSlice.count())) {
+            QCoro::Task<> turnOfTheLoop = QCoro::sleepFor(0ms);
+            co_await turnOfTheLoop;
+            if (!self || !isSwitchedOn())
+                co_return;
+            slice.start();
+        }
+        if (channel == Channel::monitorLog)
+            log(QStringLiteral("legacy daemon log conflict port=%1 pid=%2 process=%3")
+                    .arg(QString::number(record.port), QString::number(record.pid),
+                         boundedText(record.processName)));
+        deliver(record);
+        if (!self)
+            co_return;
+    }
+}
+
+void ConflictListener::deliver(const ConflictRecord& record) {
+    if (!settings_)
+        return;
+    const QString ignored = QStringLiteral("conflict ignored port=%1: ").arg(record.port);
+    if (settings_->conflictIgnoredPorts().contains(record.port)) {
+        log(ignored + QStringLiteral("ignored port"));
+        return;
+    }
+    if (!deliveredConflictKeys_.insert(deliveryKey(record)).second)
+        return;
+    const QString processName = boundedText(record.processName);
+    const QStringList ignoredApps = settings_->conflictIgnoredApps();
+    const auto isIgnored = [&](const QString& app) { return matchesIgnoredName(processName, app); };
+    if (std::any_of(ignoredApps.begin(), ignoredApps.end(), isIgnored)) {
+        log(ignored + QStringLiteral("ignored app ") + processName);
+        return;
+    }
+    log(QStringLiteral("conflict notifying port=%1 pid=%2 process=%3")
+            .arg(QString::number(record.port), QString::number(record.pid), processName));
+    const QString displayName = boundedText(record.displayName);
+    const QPointer<ConflictListener> self(this);
+    with_.notifications.post(kConflictDetected, {{kPortKey, record.port},
+                                                 {kPidKey, record.pid},
+                                                 {kProcessNameKey, processName},
+                                                 {kDisplayNameKey, displayName}});
+    if (self)
+        with_.alerts.notifyConflict(record.port, displayName, record.pid);
+}
+
+std::string ConflictListener::deliveryKey(const ConflictRecord& record) {
+    constexpr std::chrono::seconds kEpochOf1970 = kReferenceDate.time_since_epoch();
+    const double seconds =
+        record.detectedAt ? (record.detectedAt->time_since_epoch() + kEpochOf1970).count() : 0.0;
+    std::array<char, 512> digits{}; // more than any double has
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), seconds,
+                                   std::chars_format::fixed)
+                         .ptr;
+    std::string time(digits.data(), end);
+    if (time.find('.') == std::string::npos)
+        time += ".0";
+    return std::to_string(record.pid) + ':' + std::to_string(record.port) + ':' + time;
+}
+
+} // namespace zenlot

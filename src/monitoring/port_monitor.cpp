@@ -1,0 +1,95 @@
+#include "monitoring/port_monitor.h"
+
+#include "monitoring/ignore_list.h"
+
+#include <QCoroFuture>
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+namespace zenlot {
+
+PortMonitor::PortMonitor(PortInventory& inventory, PortNotificationManager& alerts, AppLog& log,
+                         std::chrono::milliseconds pauseBetweenPolls, QObject* parent)
+    : QObject(parent), inventory_(inventory), alerts_(alerts), log_(log) {
+    pause_.setSingleShot(true);
+    pause_.setTimerType(Qt::PreciseTimer); // others may be off by a twentieth
+    pause_.setInterval(pauseBetweenPolls);
+    connect(&pause_, &QTimer::timeout, this, [this] { pollAndPause(); });
+}
+
+void PortMonitor::start(AppSettings& settings) {
+    settings_ = &settings;
+    if (isRunning())
+        return;
+    log_.writeAppLog(QStringLiteral("port activity monitor started"));
+    forgetListeners();
+    pollingTask_ = ++tasksBegun_;
+    pollAndPause();
+}
+
+void PortMonitor::stop() {
+    pollingTask_.reset();
+    pause_.stop();
+    forgetListeners();
+}
+
+// Polls that are under way would bring back what is to be forgotten.
+void PortMonitor::forgetListeners() {
+    newestPoll_ = pollsBegun_;
+    isBaselining_ = true;
+    knownPorts_.clear();
+}
+
+QCoro::Task<> PortMonitor::pollAndPause() {
+    const QPointer<PortMonitor> self(this);
+    const std::optional<Task> task = pollingTask_;
+    const QCoro::Task<> poll = checkForNewListeners();
+    co_await poll;
+    if (self && pollingTask_ == task)
+        pause_.start();
+}
+
+QCoro::Task<> PortMonitor::checkForNewListeners() {
+    const QPointer<PortMonitor> self(this);
+    const Poll poll = ++pollsBegun_;
+    const QFuture<SharedPorts> scan = inventory_.pollPortsOfCurrentUser();
+    const SharedPorts listeners = co_await scan;
+    if (!self || poll <= newestPoll_)
+        co_return;
+    newestPoll_ = poll;
+    takeIn(*listeners);
+}
+
+void PortMonitor::takeIn(const std::vector<OccupiedPort>& listeners) {
+    std::set<std::int64_t> now;
+    for (const OccupiedPort& listener : listeners)
+        now.insert(now.end(), listener.port);
+    const std::set<std::int64_t> known = std::exchange(knownPorts_, std::move(now));
+    if (std::exchange(isBaselining_, false))
+        return;
+    std::vector<std::int64_t> newPorts;
+    std::ranges::set_difference(knownPorts_, known, std::back_inserter(newPorts));
+    for (const std::int64_t port : newPorts)
+        announce(*std::ranges::find(listeners, port, &OccupiedPort::port));
+}
+
+void PortMonitor::announce(const OccupiedPort& listener) {
+    const QString name = QString::fromStdString(listener.displayName);
+    if (settings_) {
+        const QStringList ignoredNames = settings_->monitorIgnoredApps();
+        if (settings_->monitorIgnoredPorts().contains(listener.port) ||
+            std::ranges::any_of(ignoredNames, [&name](const QString& ignored) {
+                return matchesIgnoredName(name, ignored);
+            }))
+            return;
+    }
+    log_.writeAppLog(QStringLiteral("port activity detected port=%1 pid=%2 process=")
+                         .arg(listener.port)
+                         .arg(listener.pid) +
+                     name);
+    alerts_.notifyPortActivity(listener.port, name, listener.pid);
+}
+
+} // namespace zenlot

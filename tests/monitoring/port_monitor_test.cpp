@@ -1,0 +1,264 @@
+#include "inventory/fake_process_tables.h"
+#include "monitoring/port_monitor.h"
+#include "platform/fake_app_service.h"
+#include "platform/fake_user_defaults.h"
+#include "platform/fake_user_notification_center.h"
+#include "support/temporary_folder.h"
+
+#include <QCoroTask>
+#include <QSemaphore>
+#include <QTest>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <random>
+#include <sstream>
+
+namespace zenlot {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+// Listening programs, each on a port of its own, that may come and go during a scan: each snapshot
+// is of the moment at which it was taken.
+class ChangingTables final : public ProcessTables {
+  public:
+    mutable QSemaphore snapshotsTaken;
+
+    void listen(std::uint16_t port, const std::string& program, UserId user = currentUserId()) {
+        const std::lock_guard lock(mutex_);
+        programs_[port] = {port, {{{}, TcpState::listen, port, 0}}, user, "/bin/" + program};
+    }
+    void close(std::uint16_t port) {
+        const std::lock_guard lock(mutex_);
+        programs_.erase(port);
+    }
+
+    std::unique_ptr<ProcessSnapshot>
+    beginSnapshot(std::optional<std::int64_t> port) const override {
+        const std::lock_guard lock(mutex_);
+        const auto& tables = moments_.emplace_back(std::make_unique<FakeProcessTables>());
+        for (const auto& [number, program] : programs_) {
+            tables->table.push_back({number, 0, {}, *program.realUid});
+            tables->processes.push_back(program);
+        }
+        snapshotsTaken.release();
+        return tables->beginSnapshot(port);
+    }
+
+  private:
+    mutable std::mutex mutex_;
+    std::map<std::uint16_t, FakeProcess> programs_;
+    mutable std::vector<std::unique_ptr<FakeProcessTables>> moments_;
+};
+
+class NoPinner final : public ProcessPinner {
+    std::unique_ptr<PinnedProcess> pin(ProcessId) const override { return nullptr; }
+};
+
+class PortMonitorTest : public testing::Test {
+  protected:
+    using Strings = std::vector<std::string>;
+
+    static OccupiedPort published(std::int64_t port, const std::string& name,
+                                  UserId user = currentUserId()) {
+        return {port, "TCP4", name, name, 7, std::to_string(user), "/bin/" + name};
+    }
+    // The first lines of the alerts that one poll raises.
+    Strings poll() {
+        QCoro::waitFor(monitor->checkForNewListeners());
+        return announced();
+    }
+    Strings announced() {
+        Strings titles;
+        for (const UserNotificationRequest& request : std::exchange(center.requests, {}))
+            titles.push_back(request.content.title.toStdString());
+        return titles;
+    }
+    // The monitor's own lines, without the time.
+    Strings logged() const {
+        std::istringstream text(folder.read("log"));
+        Strings lines;
+        for (std::string line; std::getline(text, line);) {
+            if (line.find("] port activity ") != std::string::npos)
+                lines.push_back(line.substr(21));
+        }
+        return lines;
+    }
+
+    TemporaryFolder folder;
+    FakeUserDefaults defaults;
+    FakeAppService loginItem;
+    AppSettings settings{defaults, loginItem};
+    AppLog log{QString::fromStdString((folder.path() / "log").string())};
+    ChangingTables tables;
+    std::set<std::int64_t> inUse; // what probing finds
+    PortScanner scanner{tables,
+                        [this](std::uint16_t port, AddressFamily) { return inUse.contains(port); }};
+    SharedPortCache cache;
+    PortLookup lookup{scanner, cache};
+    NoPinner pinner;
+    PortInventory inventory{scanner, lookup, cache, pinner};
+    FakeUserNotificationCenter center;
+    NotificationCenter notifications;
+    PortNotificationManager alerts{center, inventory, notifications, log};
+    std::unique_ptr<PortMonitor> monitor =
+        std::make_unique<PortMonitor>(inventory, alerts, log, 1h);
+};
+
+constexpr UserId kSomebodyElse = 4'000'000;
+
+TEST_F(PortMonitorTest, AnnouncesWhatThePollBeforeDidNotFind) {
+    tables.listen(5173, "old-server");
+    monitor->start(settings);
+    EXPECT_THAT(poll(), IsEmpty());
+    tables.listen(5174, "newServer");
+    tables.listen(631, "cupsd", kSomebodyElse);
+    EXPECT_THAT(poll(), ElementsAre("Port 5174 is now occupied"));
+    EXPECT_THAT(poll(), IsEmpty());
+    tables.listen(5174, "another-owner");
+    EXPECT_THAT(poll(), IsEmpty());
+    tables.close(5174);
+    EXPECT_THAT(poll(), IsEmpty());
+
+    // Entries of somebody else don't stand before one's own, nor the second before the first.
+    tables.listen(3000, "node");
+    cache.replace({published(4000, "other", kSomebodyElse), published(4000, "first"),
+                   published(4000, "second"), published(4001, "other", kSomebodyElse)});
+    tables.listen(5174, "newServer");
+    EXPECT_THAT(poll(), ElementsAre("Port 3000 is now occupied", "Port 4000 is now occupied",
+                                    "Port 5174 is now occupied"));
+    EXPECT_THAT(
+        logged(),
+        ElementsAre("[zenlot-app] port activity monitor started",
+                    "[zenlot-app] port activity detected port=5174 pid=5174 process=New Server",
+                    "[zenlot-app] port activity detected port=3000 pid=3000 process=Node",
+                    "[zenlot-app] port activity detected port=4000 pid=7 process=first",
+                    "[zenlot-app] port activity detected port=5174 pid=5174 process=New Server"));
+}
+
+TEST_F(PortMonitorTest, KeepsToTheIgnoreListsOfTheLatestSettings) {
+    AppSettings latest(defaults, loginItem);
+    latest.setMonitorIgnoredPorts({9, 5174});
+    latest.setMonitorIgnoredApps(
+        {QString(), QStringLiteral("Postgres"), QStringLiteral("docker desktop")});
+    monitor->start(settings);
+    monitor->start(latest);
+    EXPECT_THAT(poll(), IsEmpty());
+    tables.listen(11, "postgres-server");
+    tables.listen(12, "docker");
+    tables.listen(13, "node");
+    tables.listen(5174, "other");
+    EXPECT_THAT(poll(), ElementsAre("Port 13 is now occupied"));
+    EXPECT_THAT(logged(), ElementsAre(testing::_, testing::HasSubstr("port=13 ")));
+}
+
+TEST_F(PortMonitorTest, PollsUntilItIsStopped) {
+    monitor = std::make_unique<PortMonitor>(inventory, alerts, log, 0ms);
+    monitor->start(settings);
+    EXPECT_TRUE(monitor->isRunning());
+    ASSERT_TRUE(QTest::qWaitFor([this] { return tables.snapshotsTaken.available() > 2; }));
+    tables.listen(5174, "new");
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !center.requests.empty(); }));
+    monitor->stop();
+    monitor->start(settings);
+    monitor->stop(); // with a poll under way
+    EXPECT_FALSE(monitor->isRunning());
+    // Time for polls, if there were any: to take a baseline, and to find something new.
+    EXPECT_EQ(announced().size(), 1U);
+    for (std::uint16_t port = 6000; port < 6010; ++port) {
+        tables.listen(port, "while-stopped");
+        inventory.pollPortsOfCurrentUser().waitForFinished();
+        QCoreApplication::processEvents();
+    }
+    EXPECT_THAT(announced(), IsEmpty());
+}
+
+TEST_F(PortMonitorTest, PollsUnderWayCountForNothingOnceStopped) {
+    const auto startAndScan = [this] {
+        monitor->start(settings);
+        return tables.snapshotsTaken.tryAcquire(1, 10s);
+    };
+    ASSERT_TRUE(startAndScan());
+    monitor->stop();
+    tables.listen(1, "while-stopped");
+    EXPECT_THAT(poll(), IsEmpty());
+    tables.snapshotsTaken.acquire();
+    monitor->stop();
+
+    ASSERT_TRUE(startAndScan());
+    monitor->stop();
+    tables.listen(2, "while-stopped");
+    ASSERT_TRUE(startAndScan());
+    EXPECT_THAT(poll(), IsEmpty());
+    tables.listen(3, "new");
+    EXPECT_THAT(poll(), ElementsAre("Port 3 is now occupied"));
+
+    const QCoro::Task<> open = monitor->checkForNewListeners();
+    monitor.reset();
+    QCoro::waitFor(open);
+}
+
+TEST_F(PortMonitorTest, OverlappingPollsAnnounceOnce) {
+    poll();
+    tables.listen(1, "new");
+    const QCoro::Task<> polls[] = {monitor->checkForNewListeners(),
+                                   monitor->checkForNewListeners()};
+    for (const QCoro::Task<>& each : polls)
+        QCoro::waitFor(each);
+    EXPECT_THAT(announced(), ElementsAre("Port 1 is now occupied"));
+}
+
+// A poll leaves out whatever can't matter to it; a list of all ports does not.
+TEST_F(PortMonitorTest, PollsFindTheSameOwnPortsAsAFullList) {
+    std::mt19937 random;
+    const auto firstOfEachPort = [](const std::vector<OccupiedPort>& ports) {
+        std::map<std::int64_t, std::string> first;
+        for (const OccupiedPort& record : ports) {
+            if (record.isCurrentUser())
+                first.insert({record.port, record.displayName + ' ' + record.id()});
+        }
+        return first;
+    };
+    const auto anybody = [&] { return random() % 2 == 0 ? currentUserId() : kSomebodyElse; };
+    for (int round = 0; round < 60; ++round) {
+        for (std::uint16_t port = 1; port < 5; ++port) {
+            tables.close(port);
+            if (round % 3 == 0 && random() % 2 == 0)
+                tables.listen(port, "listening", anybody());
+        }
+        inUse = {static_cast<std::int64_t>(random() % 8)};
+        std::vector<OccupiedPort> list;
+        while (random() % 8 != 0)
+            list.push_back(published(static_cast<std::int64_t>(random() % 8),
+                                     random() % 4 == 0 ? "" : "published", anybody()));
+        for (OccupiedPort& record : list) {
+            if (record.displayName.empty())
+                record = {record.port, "", "", "", 0, record.user, ""};
+        }
+        cache.replace(list);
+        EXPECT_EQ(firstOfEachPort(*inventory.pollPortsOfCurrentUser().result()),
+                  firstOfEachPort(inventory.listMergedPorts().result()))
+            << "round " << round;
+    }
+}
+
+TEST(PortInventoryTest, APollOfTheSamePortsGivesTheSameList) {
+    FakeProcessTables tables;
+    tables.table = {{80, 0, AddressFamily::ipv4, currentUserId(), 1}};
+    const PortScanner scanner(tables);
+    SharedPortCache cache;
+    const PortLookup lookup(scanner, cache);
+    const NoPinner pinner;
+    PortInventory inventory(scanner, lookup, cache, pinner);
+    const auto poll = [&] { return inventory.pollPortsOfCurrentUser().result(); };
+    const SharedPorts first = poll();
+    EXPECT_EQ(poll(), first);
+    cache.replace({});
+    EXPECT_NE(poll(), first);
+}
+
+} // namespace
+} // namespace zenlot
