@@ -1,0 +1,128 @@
+// The real window over a feed that answers when the test says so.
+#include "shell/updater/update_window.h"
+#include "updates/fake_release_feed.h"
+
+#include <QAccessible>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QTest>
+#include <QtQml/qqmlextensionplugin.h>
+#include <gtest/gtest.h>
+
+Q_IMPORT_QML_PLUGIN(Zenlot_StylePlugin)
+Q_IMPORT_QML_PLUGIN(Zenlot_UpdaterPlugin)
+
+namespace zenlot {
+namespace {
+
+Release release(const char* text) {
+    return {*ReleaseVersion::fromText(QLatin1String(text)),
+            QUrl(u"https://zenlot.example/notes"_qs), QDate(2026, 3, 5)};
+}
+
+QString nameOf(QQuickItem* item) {
+    QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(item);
+    return interface ? interface->text(QAccessible::Name) : QString();
+}
+
+bool isShownIn(QQuickItem* root, const QString& name) {
+    const auto isBelow = [&](QQuickItem* item) { return isShownIn(item, name); };
+    return root->isVisible() &&
+           (nameOf(root) == name || std::ranges::any_of(root->childItems(), isBelow));
+}
+
+class UpdateWindowTest : public testing::Test {
+  protected:
+    void ask() {
+        engine.addImportPath(u":/qt/qml"_qs);
+        updater.checkForUpdates();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(updater.window()));
+    }
+
+    void answer(const ReleaseAnswer& answer) {
+        feed.answer(answer);
+        EXPECT_TRUE(QTest::qWaitFor(
+            [this] { return viewModel.state() != UpdateViewModel::State::Checking; }, 10'000));
+    }
+
+    void press(Qt::Key key) { QTest::keyClick(updater.window(), key); }
+    QString focused() { return nameOf(updater.window()->activeFocusItem()); }
+    bool isShown(const QString& name) { return isShownIn(updater.window()->contentItem(), name); }
+
+    FakeReleaseFeed feed;
+    QList<QUrl> opened;
+    bool hasBrowser{true};
+    UpdateViewModel viewModel{feed, release("1.9").version, [this](const QUrl& url) {
+                                  opened.append(url);
+                                  return hasBrowser;
+                              }};
+    QQmlEngine engine;
+    UpdateWindow updater{[this]() -> QQmlEngine& { return engine; }, viewModel};
+};
+
+TEST_F(UpdateWindowTest, AsksOnceHoweverOftenItIsToldUntilEscape) {
+    EXPECT_EQ(feed.questions, 0);
+    ask();
+    const QPointer<QQuickWindow> window = updater.window();
+    ask();
+    EXPECT_EQ(feed.questions, 1);
+    EXPECT_EQ(updater.window(), window);
+    EXPECT_EQ(focused(), u"Cancel"_qs);
+    press(Qt::Key_Escape);
+    EXPECT_EQ(updater.window(), nullptr);
+    EXPECT_TRUE(feed.wasCanceled());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window.isNull(); }, 10'000));
+    feed.answer(release("2.0"));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(viewModel.state(), UpdateViewModel::State::Idle);
+}
+
+TEST_F(UpdateWindowTest, TellsWhatCameOfItAndWhatCanBeDone) {
+    struct Outcome {
+        ReleaseAnswer answer;
+        QString title;
+        QStringList buttons; // the last one is what Return does
+    };
+    const QString failed = u"Zenlot could not check for updates"_qs;
+    const QStringList again{u"Close"_qs, u"Try Again"_qs};
+    const Outcome outcomes[]{
+        {release("1.10"), u"Zenlot 1.10 is available"_qs, {u"Later"_qs, u"Release Notes"_qs}},
+        {release("1.9.0"), u"Zenlot is up to date"_qs, {u"OK"_qs}},
+        {release("1.9-rc1"), u"Zenlot is up to date"_qs, {u"OK"_qs}},
+        {ReleaseFeedFailure::unreachable, failed, again},
+        {ReleaseFeedFailure::nonsense, failed, again},
+        {ReleaseFeedFailure::noFeed, u"This build has no update feed"_qs, {u"OK"_qs}},
+    };
+    for (const Outcome& outcome : outcomes) {
+        ask();
+        answer(outcome.answer);
+        EXPECT_TRUE(isShown(outcome.title)) << outcome.title.toStdString();
+        EXPECT_TRUE(isShown(viewModel.message()));
+        for (const char* button : {"Cancel", "Close", "Later", "OK", "Release Notes", "Try Again"})
+            EXPECT_EQ(isShown(QLatin1String(button)),
+                      outcome.buttons.contains(QLatin1String(button)))
+                << button << " of " << outcome.title.toStdString();
+        EXPECT_EQ(focused(), outcome.buttons.last());
+    }
+    EXPECT_TRUE(opened.isEmpty()) << "only when asked";
+}
+
+TEST_F(UpdateWindowTest, ReturnOpensTheNotesAndTriesAgain) {
+    ask();
+    answer(ReleaseFeedFailure::tooSlow);
+    press(Qt::Key_Return);
+    EXPECT_EQ(feed.questions, 2);
+    EXPECT_EQ(focused(), u"Cancel"_qs);
+    answer(release("2.0"));
+    hasBrowser = false;
+    press(Qt::Key_Return);
+    EXPECT_TRUE(isShown(u"https://zenlot.example/notes"_qs)) << "to be copied at least";
+    hasBrowser = true;
+    press(Qt::Key_Return);
+    EXPECT_EQ(opened, QList<QUrl>(2, QUrl(u"https://zenlot.example/notes"_qs)));
+    EXPECT_EQ(updater.window(), nullptr);
+}
+
+} // namespace
+} // namespace zenlot
