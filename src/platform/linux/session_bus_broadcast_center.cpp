@@ -1,5 +1,7 @@
 #include "platform/linux/session_bus_broadcast_center.h"
 
+#include "platform/linux/session_bus.h"
+
 #include <QDBusMessage>
 #include <QThread>
 
@@ -20,17 +22,30 @@ class Observation final : public QObject {
     Q_OBJECT
 
   public:
-    Observation(BroadcastCenter::Handler handler, QObject* parent)
-        : QObject(parent), handler_(std::move(handler)) {}
+    Observation(QString name, BroadcastCenter::Handler handler, QObject* parent)
+        : QObject(parent), name_(std::move(name)), handler_(std::move(handler)) {}
+
+    // Other signatures than one string are dropped before they reach the observation.
+    void subscribe(QDBusConnection bus) {
+        bus.connect(QString(), kPath, kInterface, kMember, {name_}, u"s"_s, this,
+                    SLOT(deliver(QString)));
+    }
+
+    // From the event loop, unless the observation has ended by then.
+    void deliverLater() {
+        QMetaObject::invokeMethod(
+            this, [this] { deliver(name_); }, Qt::QueuedConnection);
+    }
 
   public Q_SLOTS:
     void deliver(const QString& name) {
         // The handler may end this very observation, so what runs is a copy.
         const BroadcastCenter::Handler handler = handler_;
-        handler(name);
+        handler(QString(name));
     }
 
   private:
+    QString name_;
     BroadcastCenter::Handler handler_;
 };
 
@@ -38,17 +53,18 @@ class Observation final : public QObject {
 
 SessionBusBroadcastCenter::SessionBusBroadcastCenter(QDBusConnection bus) : bus_(std::move(bus)) {}
 
+SessionBusBroadcastCenter::SessionBusBroadcastCenter(SessionBus& bus) : bus_(bus.connection()) {
+    QObject::connect(&bus, &SessionBus::connected, &observations_,
+                     [this, &bus] { moveTo(bus.connection()); });
+}
+
 void SessionBusBroadcastCenter::observe(const QString& name, QObject* context, Handler handler) {
     Q_ASSERT(QThread::currentThread() == observations_.thread());
     Q_ASSERT(context->thread() == observations_.thread());
-    if (!bus_.isConnected())
-        return;
-    auto* observation = new Observation(std::move(handler), &observations_);
+    auto* observation = new Observation(name, std::move(handler), &observations_);
     QObject::connect(context, &QObject::destroyed, observation,
                      [observation] { delete observation; });
-    // Other signatures than one string are dropped before they reach the observation.
-    bus_.connect(QString(), kPath, kInterface, kMember, {name}, u"s"_s, observation,
-                 SLOT(deliver(QString)));
+    observation->subscribe(bus_);
 }
 
 void SessionBusBroadcastCenter::post(const QString& name) {
@@ -58,6 +74,15 @@ void SessionBusBroadcastCenter::post(const QString& name) {
     QDBusMessage signal = QDBusMessage::createSignal(kPath, kInterface, kMember);
     signal << name;
     bus_.send(signal);
+}
+
+void SessionBusBroadcastCenter::moveTo(const QDBusConnection& bus) {
+    bus_ = bus;
+    for (QObject* child : observations_.children()) {
+        auto* observation = static_cast<Observation*>(child);
+        observation->subscribe(bus_);
+        observation->deliverLater();
+    }
 }
 
 } // namespace zenlot
