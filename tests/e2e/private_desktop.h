@@ -28,8 +28,9 @@ class PrivateDesktop {
         set("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", QStringLiteral("1"));
         set("QT_QPA_PLATFORM", QStringLiteral("xcb"));
         set("QT_QUICK_BACKEND", QStringLiteral("software"));
-        set("DISPLAY",
-            QLatin1Char(':') + firstLine(start("Xvfb -displayfd 1 -screen 0 900x4000x24")));
+        // A display starts over when its last client goes, and takes those who just come with it.
+        set("DISPLAY", QLatin1Char(':') +
+                           firstLine(start("Xvfb -noreset -displayfd 1 -screen 0 900x4000x24")));
         set("DBUS_SESSION_BUS_ADDRESS",
             firstLine(start("dbus-daemon --session --nofork --nopidfile --print-address=1")));
         start("openbox");

@@ -1,9 +1,16 @@
 // main() of the suites that need Qt's event loop.
-#include <QGuiApplication>
 #include <gtest/gtest.h>
 
+#ifdef QT_WIDGETS_LIB
+#include <QApplication>
+using Application = QApplication;
+#else
+#include <QGuiApplication>
+using Application = QGuiApplication;
+#endif
+
 int main(int argc, char** argv) {
-    QGuiApplication application(argc, argv);
+    Application application(argc, argv);
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -12,6 +12,7 @@ namespace {
 const QStringList kNames{
     QStringLiteral("antenna.radiowaves.left.and.right"),
     QStringLiteral("arrow.clockwise"),
+    QStringLiteral("arrow.up.circle.fill"),
     QStringLiteral("bell.badge.fill"),
     QStringLiteral("bookmark"),
     QStringLiteral("bookmark.fill"),

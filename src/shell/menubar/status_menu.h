@@ -1,0 +1,62 @@
+// The menu that opens when the status item is clicked: the port search field, then the commands.
+//
+// It has the keyboard from the start, and the field has the focus all the time, so that a port can
+// be typed at once and at any moment. The arrow keys and Tab walk the commands; Return runs the one
+// that they chose, and commits the search otherwise; Escape closes the menu. The key equivalents of
+// the commands work too. Titles are taken literally.
+//
+//     auto menu = std::make_unique<StatusMenu>(entries, this, StatusMenu::Edges::soft);
+//     connect(menu.get(), &StatusMenu::portSearchCommitted, this, &AppDelegate::lookUp);
+//     menu->popUp(place);
+#pragma once
+
+#include "platform/status_item.h"
+
+#include <QMenu>
+
+QT_FORWARD_DECLARE_CLASS(QLineEdit)
+
+namespace zenlot {
+
+class PortSearchFieldHostView;
+class StatusMenuStyle;
+
+class StatusMenu final : public QMenu {
+    Q_OBJECT
+
+  public:
+    // Soft ones need a desktop that blends windows.
+    enum class Edges { hard, soft };
+
+    // Commands run from the event loop, when the menu has closed and while `context` lives.
+    StatusMenu(const QList<StatusMenuEntry>& entries, QObject* context, Edges edges);
+    ~StatusMenu() override;
+
+    // Opens beside what was clicked, in pixels of the desktop.
+    void popUp(const QRect& place);
+
+    QLineEdit& searchField() const;
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  Q_SIGNALS:
+    void portSearchCommitted();
+
+  protected:
+    void mouseMoveEvent(QMouseEvent* event) override;
+
+  private:
+    void addSearchField();
+    void add(const StatusMenuEntry& entry, QObject* context);
+    void menuWillOpen();
+    bool handleKey(QKeyEvent* event);
+    void walk(int step);
+    void handleReturn();
+    void run(QAction* action);
+
+    StatusMenuStyle* style_;
+    PortSearchFieldHostView* hostView_{nullptr};
+    bool isWalking_{false}; // whether the keys, and not the pointer, chose the active command
+};
+
+} // namespace zenlot
