@@ -47,6 +47,7 @@ const std::map<std::string, Names> kPlan{
      {"zenlot_inventory", "zenlot_platform", "zenlot_shell_processicon", "zenlot_shell_style",
       "zenlot_text", "Qt6::Quick", "Qt6::Concurrent"}},
     {"shell/model", {"Qt6::Core"}},
+    {"shell/intents", {"zenlot_inventory", "zenlot_text", "Qt6::Core"}},
     {"shell/mainwindow",
      {"zenlot_inventory", "zenlot_platform", "zenlot_settings", "zenlot_monitoring",
       "zenlot_shell_model", "zenlot_shell_processicon", "zenlot_shell_style", "zenlot_text",
@@ -80,6 +81,9 @@ const std::map<std::string, Names> kPlan{
       "Qt6::Qml",
       "Qt6::Quick"}},
     {"ctl", {"zenlot_inventory", "ICU::uc"}},
+    {"automation",
+     {"zenlot_inventory", "zenlot_monitoring", "zenlot_shell_intents", "Qt6::DBus",
+      "Qt6::Concurrent"}},
 };
 
 std::map<std::string, Names> builtRooms() {

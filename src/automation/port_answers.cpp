@@ -1,0 +1,34 @@
+#include "automation/port_answers.h"
+
+#include "inventory/port_lookup.h"
+#include "inventory/records_json.h"
+#include "inventory/shared_port_cache.h"
+#include "shell/intents/check_port_intent.h"
+
+#include <QtConcurrentRun>
+
+#include <optional>
+#include <string>
+#include <utility>
+
+namespace zenlot {
+
+PortAnswers::PortAnswers(const PortScanner& scanner, SharedContainer container)
+    : scanner_(scanner), container_(std::move(container)) {}
+
+void PortAnswers::answer(std::int64_t portNumber, QObject* context, Receiver receiver) {
+    QtConcurrent::run(&workers_, [this, portNumber] {
+        std::vector<PortProcess> owners;
+        if (isValidPort(portNumber)) {
+            SharedPortCache published;
+            const auto text = SharedContainer::read(container_.portsFileURL());
+            auto ports = text ? decodeOccupiedPorts(*text) : std::nullopt;
+            if (ports)
+                published.replace(*std::move(ports));
+            owners = PortLookup(scanner_, published).processesOnPort(portNumber);
+        }
+        return checkPortDialog(portNumber, owners);
+    }).then(context, [receiver = std::move(receiver)](const QString& dialog) { receiver(dialog); });
+}
+
+} // namespace zenlot

@@ -1,0 +1,47 @@
+#include "shell/intents/port_query.h"
+
+#include "inventory/occupied_port.h"
+
+#include <algorithm>
+
+namespace zenlot {
+namespace {
+
+constexpr qsizetype kLongestQuery = 256;
+constexpr qsizetype kMostDigits = 9;
+
+bool isAsciiDigit(QChar character) {
+    return character >= u'0' && character <= u'9';
+}
+
+std::optional<std::int64_t> numberFrom(QStringView text) {
+    if (text.isEmpty() || text.size() > kMostDigits || !std::ranges::all_of(text, isAsciiDigit))
+        return std::nullopt;
+    return text.toLongLong();
+}
+
+} // namespace
+
+std::optional<PortQuery> parsePortQuery(const QString& text, const QStringList& phrases) {
+    if (text.size() > kLongestQuery)
+        return std::nullopt;
+    const QString query = text.simplified();
+    if (const std::optional<std::int64_t> number = numberFrom(query))
+        return isValidPort(*number) ? std::optional(PortQuery{number}) : std::nullopt;
+
+    QStringList beginnings{QStringLiteral(":"), QStringLiteral("port ")};
+    for (const QString& phrase : phrases) {
+        if (query.compare(phrase, Qt::CaseInsensitive) == 0)
+            return PortQuery{std::nullopt};
+        beginnings.append(phrase + u' ');
+    }
+    for (const QString& beginning : std::as_const(beginnings)) {
+        if (!query.startsWith(beginning, Qt::CaseInsensitive))
+            continue;
+        if (const auto number = numberFrom(QStringView(query).sliced(beginning.size()).trimmed()))
+            return PortQuery{number};
+    }
+    return std::nullopt;
+}
+
+} // namespace zenlot

@@ -1,0 +1,65 @@
+#include "shell/intents/check_port_intent.h"
+#include "shell/intents/port_query.h"
+
+#include <gtest/gtest.h>
+
+namespace zenlot {
+namespace {
+
+PortProcess owner(const char* displayName, std::int64_t pid) {
+    PortProcess process;
+    process.displayName = displayName;
+    process.pid = pid;
+    return process;
+}
+
+TEST(CheckPortIntentTest, AnswersInOneSentence) {
+    const QString invalid = QStringLiteral("Please enter a valid port number between 1 and 65535.");
+    const struct {
+        std::int64_t port;
+        std::vector<PortProcess> owners;
+        QString answer;
+    } cases[] = {
+        {0, {}, invalid},
+        {70000, {owner("node", 1)}, invalid},
+        {8080, {}, QStringLiteral("Port 8080 is free — nothing is using it.")},
+        {5000,
+         {owner("Sample", 812), owner("node", 930)},
+         QStringLiteral("Port 5000 is used by: Sample (PID 812), node (PID 930)")},
+        {5000, {owner("", 7)}, QStringLiteral("Port 5000 is used by:  (PID 7)")},
+        {65535,
+         {owner("%1 %2\n\xE2\x80\xAE", 7)},
+         QStringLiteral("Port 65535 is used by: %1 %2\uFFFD\uFFFD (PID 7)")},
+    };
+    for (const auto& [port, owners, answer] : cases)
+        EXPECT_EQ(checkPortDialog(port, owners).toStdString(), answer.toStdString());
+}
+
+TEST(PortQueryTest, KnowsWhatIsAboutPorts) {
+    const QStringList phrases = ZenlotAppShortcuts::phrases(QStringLiteral("Zenlot"));
+    const struct {
+        const char* text;
+        std::optional<PortQuery> query;
+    } cases[] = {
+        {"3000", PortQuery{3000}},
+        {"  :3000 ", PortQuery{3000}},
+        {"PORT   3000", PortQuery{3000}},
+        {"check a port in zenlot 3000", PortQuery{3000}},
+        {"What is using a port in Zenlot", PortQuery{}},
+        {"Port lookup in Zenlot 99999", PortQuery{99999}},
+        {":0", PortQuery{0}},
+        {"70000", std::nullopt},
+        {"port 30 00", std::nullopt},
+        {"ports 3000", std::nullopt},
+        {"port", std::nullopt},
+        {":-1", std::nullopt},
+        {"port 1234567890123456789012", std::nullopt},
+        {"\xD9\xA3\xD9\xA0", std::nullopt},
+        {"", std::nullopt},
+    };
+    for (const auto& [text, query] : cases)
+        EXPECT_EQ(parsePortQuery(QString::fromUtf8(text), phrases), query) << text;
+}
+
+} // namespace
+} // namespace zenlot
