@@ -46,6 +46,8 @@ const std::map<std::string, Names> kPlan{
     {"shell/inspector",
      {"zenlot_inventory", "zenlot_platform", "zenlot_shell_processicon", "zenlot_shell_style",
       "zenlot_text", "Qt6::Quick", "Qt6::Concurrent"}},
+    {"shell/logviewer",
+     {"zenlot_settings", "zenlot_shell_style", "zenlot_text", "Qt6::Quick", "Qt6::Concurrent"}},
     {"shell/model", {"Qt6::Core"}},
     {"shell/intents", {"zenlot_inventory", "zenlot_text", "Qt6::Core"}},
     {"shell/mainwindow",

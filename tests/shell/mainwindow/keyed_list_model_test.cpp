@@ -1,4 +1,4 @@
-#include "model_operations.h"
+#include "support/model_operations.h"
 #include "shell/mainwindow/keyed_list_model.h"
 
 #include <QAbstractItemModelTester>

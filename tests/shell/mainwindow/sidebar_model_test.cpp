@@ -1,4 +1,4 @@
-#include "model_operations.h"
+#include "support/model_operations.h"
 #include "shell/mainwindow/sidebar_model.h"
 
 #include <QAbstractItemModelTester>

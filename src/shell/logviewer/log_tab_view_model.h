@@ -1,0 +1,86 @@
+// What the Log tab shows and does: the lines of the monitor log, their marks, and the emptying of
+// the file.
+//
+// While the tab is shown the size of the file is looked at every two seconds, and the file is read
+// again when that has changed; otherwise nothing happens. A file that can't be read shows no lines
+// and is no error. Main thread only; the disk is touched on a worker thread, one thing after the
+// other. The destructor waits for what is under way there.
+//
+//     LogTabViewModel viewModel(monitorLogPath(home), log);
+//     viewModel.appear();
+#pragma once
+
+#include "settings/app_log.h"
+#include "shell/logviewer/log_line_model.h"
+#include "shell/logviewer/log_text.h"
+
+#include <QObject>
+#include <QString>
+#include <QThreadPool>
+#include <QTimer>
+#include <QtQml/qqmlregistration.h>
+
+#include <chrono>
+#include <memory>
+
+namespace zenlot {
+
+class LogTabViewModel : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The application owns it")
+
+    Q_PROPERTY(QString path READ path CONSTANT)
+    Q_PROPERTY(zenlot::LogLineModel* lines READ lines CONSTANT)
+    Q_PROPERTY(bool hasLines READ hasLines NOTIFY hasLinesChanged)
+    Q_PROPERTY(bool hasMarks READ hasMarks NOTIFY hasMarksChanged)
+
+  public:
+    static constexpr std::chrono::seconds kPollInterval{2};
+
+    // `log` must outlive the object.
+    LogTabViewModel(QString path, AppLog& log, QObject* parent = nullptr);
+
+    QString path() const { return path_; }
+    LogLineModel* lines() { return &lines_; }
+    bool hasLines() const { return lines_.rowCount() > 0; }
+    bool hasMarks() const { return lines_.hasMarks(); }
+    qint64 lastSize() const { return lines_.text()->size(); }
+
+    // The tab is shown, or not any more.
+    Q_INVOKABLE void appear();
+    Q_INVOKABLE void disappear();
+
+    void reloadLog();
+    void pollLogSize();
+
+    Q_INVOKABLE void clearLog();
+    Q_INVOKABLE void toggleMark(int row);
+    Q_INVOKABLE void unmarkAll();
+
+    Q_INVOKABLE void copyLine(int row) const;
+    Q_INVOKABLE void copyPath() const;
+
+  Q_SIGNALS:
+    void hasLinesChanged();
+    void hasMarksChanged();
+
+    // The number of lines is another one now.
+    void lineCountChanged();
+
+  private:
+    // Runs the work behind all that was asked for before, and `apply` with its result here.
+    template <typename Work, typename Apply>
+    void runOnWorker(Work work, Apply apply);
+    void show(std::shared_ptr<const LogText> text, qint64 equalLines);
+
+    QString path_;
+    AppLog& log_;
+    LogLineModel lines_;
+    QTimer timer_;
+    bool isPolling_{false};
+    int readings_{0};    // under way
+    QThreadPool worker_; // the last member: its end waits for what uses the others
+};
+
+} // namespace zenlot
