@@ -1,0 +1,206 @@
+// The editor of one list of exceptions.
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import Zenlot.SettingsWindow
+import Zenlot.Style
+
+ColumnLayout {
+    id: root
+
+    property bool isAdding: false
+    required property ExceptionListModel items
+    required property string placeholder
+    required property string title
+
+    function beginAdding() {
+        root.isAdding = true;
+        draft.forceActiveFocus();
+        list.positionViewAtEnd();
+    }
+
+    function endAdding() {
+        root.isAdding = false;
+        draft.clear();
+        list.forceActiveFocus();
+    }
+
+    function removeSelected() {
+        const row = list.currentIndex;
+        list.currentIndex = -1;
+        root.items.removeEntry(row);
+    }
+
+    spacing: 5
+
+    StyleText {
+        Layout.fillWidth: true
+        color: Theme.secondaryLabel
+        font: TextStyle.bold(TextStyle.caption)
+        text: root.title
+    }
+    Rectangle {
+        Layout.fillWidth: true
+        border.color: Qt.alpha(Theme.secondaryLabel, 0.2)
+        color: Theme.field
+        implicitHeight: box.implicitHeight + 2
+        radius: 6
+
+        ColumnLayout {
+            id: box
+
+            anchors.fill: parent
+            anchors.margins: 1
+            spacing: 0
+
+            ListView {
+                id: list
+
+                readonly property int rowHeight: 24
+
+                Accessible.name: root.title
+                Accessible.role: Accessible.List
+                Layout.fillWidth: true
+                Layout.preferredHeight: Math.max(48, Math.min(140 - (root.isAdding ? list.rowHeight : 0), list.count * list.rowHeight))
+                activeFocusOnTab: true
+                boundsBehavior: Flickable.StopAtBounds
+                clip: true
+                currentIndex: -1
+                highlightFollowsCurrentItem: false
+                model: root.items
+
+                T.ScrollBar.vertical: StyleScrollBar {}
+                delegate: T.ItemDelegate {
+                    id: row
+
+                    required property string entry
+                    required property int index
+                    required property bool isNumeric
+                    readonly property bool isSelected: row.index === list.currentIndex
+
+                    Accessible.name: row.entry
+                    Accessible.role: Accessible.ListItem
+                    Accessible.selected: row.isSelected
+                    Accessible.onPressAction: row.clicked()
+                    focusPolicy: Qt.NoFocus
+                    height: list.rowHeight
+                    leftPadding: 8
+                    rightPadding: 8
+                    width: list.width
+
+                    background: Rectangle {
+                        color: row.isSelected ? Theme.selection : row.index % 2 === 1 ? Theme.quaternaryFill : "transparent"
+                    }
+                    contentItem: StyleText {
+                        Accessible.ignored: true
+                        font: row.isNumeric ? TextStyle.monospaced(TextStyle.callout) : TextStyle.callout
+                        text: row.entry
+                        verticalAlignment: Text.AlignVCenter
+                    }
+
+                    onClicked: {
+                        list.forceActiveFocus();
+                        list.currentIndex = row.index;
+                    }
+                }
+
+                Keys.onDeletePressed: root.removeSelected()
+                onCountChanged: {
+                    if (list.currentIndex >= list.count)
+                        list.currentIndex = -1;
+                }
+
+                FocusRing {
+                    anchors.margins: 1
+                    radius: 5
+                    visible: list.activeFocus && !root.isAdding
+                }
+            }
+            T.TextField {
+                id: draft
+
+                Accessible.name: root.title
+                Accessible.role: Accessible.EditableText
+                Layout.fillWidth: true
+                color: Theme.label
+                font: TextStyle.callout
+                implicitHeight: list.rowHeight
+                leftPadding: 8
+                maximumLength: 1000
+                placeholderText: root.placeholder
+                placeholderTextColor: Theme.tertiaryLabel
+                rightPadding: 8
+                selectByMouse: true
+                selectedTextColor: Theme.accentText
+                selectionColor: Theme.accent
+                verticalAlignment: Text.AlignVCenter
+                visible: root.isAdding
+
+                background: Rectangle {
+                    color: Theme.selection
+
+                    FocusRing {
+                        anchors.margins: 0
+                        radius: 2
+                        visible: draft.activeFocus
+                    }
+                }
+
+                Keys.onEscapePressed: root.endAdding()
+                onAccepted: {
+                    const typed = draft.text;
+                    root.endAdding();
+                    root.items.commit(typed);
+                }
+
+                StyleText {
+                    Accessible.ignored: true
+                    anchors.fill: parent
+                    anchors.leftMargin: draft.leftPadding
+                    color: draft.placeholderTextColor
+                    font: draft.font
+                    text: draft.placeholderText
+                    verticalAlignment: Text.AlignVCenter
+                    visible: draft.length === 0 && draft.preeditText === ""
+                }
+            }
+            Divider {
+                Layout.fillWidth: true
+            }
+            RowLayout {
+                Layout.leftMargin: 2
+                spacing: 0
+
+                IconButton {
+                    enabled: !root.isAdding
+                    implicitHeight: 20
+                    implicitWidth: 26
+                    symbol: "plus"
+                    symbolSize: 12
+                    text: qsTr("Add to %1").arg(root.title)
+                    toolTip: qsTr("Add")
+
+                    onClicked: root.beginAdding()
+                }
+                Rectangle {
+                    color: Theme.separator
+                    implicitHeight: 14
+                    implicitWidth: 1
+                }
+                IconButton {
+                    enabled: list.currentIndex >= 0
+                    implicitHeight: 20
+                    implicitWidth: 26
+                    symbol: "minus"
+                    symbolSize: 12
+                    text: qsTr("Remove from %1").arg(root.title)
+                    toolTip: qsTr("Remove")
+
+                    onClicked: root.removeSelected()
+                }
+            }
+        }
+    }
+}

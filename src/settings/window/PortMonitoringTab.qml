@@ -1,0 +1,88 @@
+// The two monitors, what kept one from being registered, and what each leaves out.
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Layouts
+import Zenlot.SettingsWindow
+import Zenlot.Style
+
+ColumnLayout {
+    id: root
+
+    required property SettingsViewModel viewModel
+
+    spacing: 18
+
+    Component.onCompleted: root.viewModel.syncConflictMonitoringWithAgent()
+
+    FormSection {
+        Layout.fillWidth: true
+
+        StyleSwitch {
+            Layout.fillWidth: true
+            caption: qsTr("Show a notification whenever any new process starts listening on a port")
+            isOn: root.viewModel.settings.portMonitoringEnabled
+            text: qsTr("Notify on all port activity")
+
+            onRequested: isOn => root.viewModel.settings.portMonitoringEnabled = isOn
+        }
+        Divider {
+            Layout.fillWidth: true
+            Layout.leftMargin: 12
+        }
+        StyleSwitch {
+            Layout.fillWidth: true
+            caption: qsTr("Monitors dev runtimes in the background and notifies you when a port conflict is detected. Runs automatically at login.")
+            isOn: root.viewModel.settings.conflictMonitoringEnabled
+            text: qsTr("Conflict Monitoring")
+
+            onRequested: isOn => root.viewModel.setConflictMonitoring(isOn)
+        }
+    }
+    FormSection {
+        Layout.fillWidth: true
+        visible: root.viewModel.installError !== ""
+
+        ColumnLayout {
+            Layout.margins: 12
+            spacing: 10
+
+            SelectableText {
+                Layout.fillWidth: true
+                color: Theme.red
+                font: TextStyle.caption
+                text: root.viewModel.installError
+            }
+            Flow {
+                Layout.fillWidth: true
+                spacing: 10
+                visible: root.viewModel.needsApproval
+
+                GlassButton {
+                    text: qsTr("Open Login Items")
+
+                    onClicked: root.viewModel.openLoginItems()
+                }
+                GlassButton {
+                    text: qsTr("I've enabled it — re-check")
+
+                    onClicked: root.viewModel.recheckBackgroundApproval()
+                }
+            }
+        }
+    }
+    ExceptionSection {
+        Layout.fillWidth: true
+        apps: root.viewModel.monitorApps
+        heading: qsTr("Port Activity Exceptions")
+        ports: root.viewModel.monitorPorts
+        shown: root.viewModel.settings.portMonitoringEnabled
+    }
+    ExceptionSection {
+        Layout.fillWidth: true
+        apps: root.viewModel.conflictApps
+        heading: qsTr("Conflict Monitoring Exceptions")
+        ports: root.viewModel.conflictPorts
+        shown: root.viewModel.settings.conflictMonitoringEnabled
+    }
+}

@@ -1,0 +1,78 @@
+#include "settings/window/settings_view_model.h"
+
+#include <QCoreApplication>
+
+namespace zenlot {
+
+SettingsViewModel::SettingsViewModel(AppSettings& settings, LaunchAgentInstaller& installer,
+                                     BackgroundItemsSettings& loginItems, QObject* parent)
+    : QObject(parent), settings_(settings), installer_(installer), loginItems_(loginItems),
+      monitorPorts_(settings, &AppSettings::monitorIgnoredPorts,
+                    &AppSettings::setMonitorIgnoredPorts, &AppSettings::monitorIgnoredPortsChanged),
+      monitorApps_(settings, &AppSettings::monitorIgnoredApps, &AppSettings::setMonitorIgnoredApps,
+                   &AppSettings::monitorIgnoredAppsChanged),
+      conflictPorts_(settings, &AppSettings::conflictIgnoredPorts,
+                     &AppSettings::setConflictIgnoredPorts,
+                     &AppSettings::conflictIgnoredPortsChanged),
+      conflictApps_(settings, &AppSettings::conflictIgnoredApps,
+                    &AppSettings::setConflictIgnoredApps,
+                    &AppSettings::conflictIgnoredAppsChanged) {}
+
+void SettingsViewModel::setConflictMonitoring(bool enabled) {
+    setProblem(QString(), false);
+    if (!enabled) {
+        // What could not be unregistered is silent all the same while the setting is off.
+        [[maybe_unused]] const auto ignored = installer_.uninstall();
+        settings_.setConflictMonitoringEnabled(false);
+        return;
+    }
+    const std::optional<InstallError> error = installer_.install();
+    if (!error) {
+        settings_.setConflictMonitoringEnabled(true);
+        return;
+    }
+    const bool needsApproval = error->kind() == InstallError::Case::requiresApproval;
+    setProblem(error->description(), needsApproval);
+    if (needsApproval)
+        openLoginItems();
+}
+
+void SettingsViewModel::recheckBackgroundApproval() {
+    if (installer_.isEnabled()) {
+        settings_.setConflictMonitoringEnabled(true);
+        setProblem(QString(), false);
+    } else {
+        setProblem(QCoreApplication::translate(
+                       "InstallError",
+                       "Zenlot is still blocked. Toggle \"Allow in the Background\" on for Zenlot "
+                       "in System Settings → General → Login Items & Extensions."),
+                   needsApproval_);
+    }
+}
+
+void SettingsViewModel::syncConflictMonitoringWithAgent() {
+    const bool isInstalled = installer_.isInstalled();
+    if (isInstalled != settings_.conflictMonitoringEnabled())
+        settings_.setConflictMonitoringEnabled(isInstalled);
+}
+
+void SettingsViewModel::openLoginItems() {
+    loginItems_.openSystemSettingsLoginItems();
+}
+
+void SettingsViewModel::forgetProblems() {
+    setProblem(QString(), false);
+}
+
+void SettingsViewModel::setProblem(const QString& installError, bool needsApproval) {
+    if (installError_ != installError) {
+        installError_ = installError;
+        Q_EMIT installErrorChanged();
+    }
+    if (needsApproval_ != needsApproval) {
+        needsApproval_ = needsApproval;
+        Q_EMIT needsApprovalChanged();
+    }
+}
+
+} // namespace zenlot

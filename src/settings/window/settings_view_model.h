@@ -1,0 +1,73 @@
+// The state of the settings window beyond the settings themselves: the registration of the
+// background monitor, and the lists of exceptions.
+//
+// The switch for conflicts never says more than is true: it is on only once the monitor could be
+// registered. Problems stay visible until the next attempt, and are forgotten with the window.
+// Main thread only; the registration is synchronous.
+#pragma once
+
+#include "monitoring/launch_agent_installer.h"
+#include "platform/background_items_settings.h"
+#include "settings/app_settings.h"
+#include "settings/window/exception_list_model.h"
+
+#include <QObject>
+#include <QString>
+#include <QtQml/qqmlregistration.h>
+
+namespace zenlot {
+
+class SettingsViewModel : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The application owns it")
+
+    Q_PROPERTY(zenlot::AppSettings* settings READ settings CONSTANT)
+    Q_PROPERTY(QString installError READ installError NOTIFY installErrorChanged)
+    Q_PROPERTY(bool needsApproval READ needsApproval NOTIFY needsApprovalChanged)
+    Q_PROPERTY(zenlot::ExceptionListModel* monitorPorts READ monitorPorts CONSTANT)
+    Q_PROPERTY(zenlot::ExceptionListModel* monitorApps READ monitorApps CONSTANT)
+    Q_PROPERTY(zenlot::ExceptionListModel* conflictPorts READ conflictPorts CONSTANT)
+    Q_PROPERTY(zenlot::ExceptionListModel* conflictApps READ conflictApps CONSTANT)
+
+  public:
+    // The references must outlive the object.
+    SettingsViewModel(AppSettings& settings, LaunchAgentInstaller& installer,
+                      BackgroundItemsSettings& loginItems, QObject* parent = nullptr);
+
+    AppSettings* settings() const { return &settings_; }
+    // Empty while there is nothing to report.
+    QString installError() const { return installError_; }
+    bool needsApproval() const { return needsApproval_; }
+    ExceptionListModel* monitorPorts() { return &monitorPorts_; }
+    ExceptionListModel* monitorApps() { return &monitorApps_; }
+    ExceptionListModel* conflictPorts() { return &conflictPorts_; }
+    ExceptionListModel* conflictApps() { return &conflictApps_; }
+
+    Q_INVOKABLE void setConflictMonitoring(bool enabled);
+    Q_INVOKABLE void recheckBackgroundApproval();
+    Q_INVOKABLE void syncConflictMonitoringWithAgent();
+    Q_INVOKABLE void openLoginItems();
+
+    // The window was closed.
+    Q_INVOKABLE void forgetProblems();
+
+  Q_SIGNALS:
+    void installErrorChanged();
+    void needsApprovalChanged();
+
+  private:
+    void setProblem(const QString& installError, bool needsApproval);
+
+    AppSettings& settings_;
+    LaunchAgentInstaller& installer_;
+    BackgroundItemsSettings& loginItems_;
+    QString installError_;
+    bool needsApproval_{false};
+    ExceptionListModel monitorPorts_;
+    ExceptionListModel monitorApps_;
+    ExceptionListModel conflictPorts_;
+    ExceptionListModel conflictApps_;
+};
+
+} // namespace zenlot
