@@ -4,9 +4,8 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Layouts
 import Zenlot.SettingsWindow
-import Zenlot.Style
 
-Loader {
+ColumnLayout {
     id: root
 
     required property ExceptionListModel apps
@@ -14,27 +13,31 @@ Loader {
     required property ExceptionListModel ports
     required property bool shown
 
-    active: root.shown
     visible: root.shown
 
-    sourceComponent: FormSection {
-        heading: root.heading
+    Repeater {
+        model: root.shown ? 1 : 0
 
-        ColumnLayout {
-            Layout.margins: 12
-            spacing: 14
+        FormSection {
+            Layout.fillWidth: true
+            heading: root.heading
 
-            ExceptionList {
-                Layout.fillWidth: true
-                items: root.ports
-                placeholder: qsTr("e.g. 3000")
-                title: qsTr("Ignored ports")
-            }
-            ExceptionList {
-                Layout.fillWidth: true
-                items: root.apps
-                placeholder: qsTr("e.g. python")
-                title: qsTr("Ignored processes")
+            ColumnLayout {
+                Layout.margins: 12
+                spacing: 14
+
+                ExceptionList {
+                    Layout.fillWidth: true
+                    items: root.ports
+                    placeholder: qsTr("e.g. 3000")
+                    title: qsTr("Ignored ports")
+                }
+                ExceptionList {
+                    Layout.fillWidth: true
+                    items: root.apps
+                    placeholder: qsTr("e.g. python")
+                    title: qsTr("Ignored processes")
+                }
             }
         }
     }

@@ -13,7 +13,10 @@ ColumnLayout {
 
     spacing: 18
 
-    Component.onCompleted: root.viewModel.syncConflictMonitoringWithAgent()
+    onVisibleChanged: {
+        if (root.visible)
+            root.viewModel.syncConflictMonitoringWithAgent();
+    }
 
     FormSection {
         Layout.fillWidth: true

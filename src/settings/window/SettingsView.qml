@@ -11,12 +11,13 @@ import Zenlot.Style
 FocusScope {
     id: root
 
-    required property Component logTab
+    required property Item logTab
     property alias selectedTab: tabs.currentIndex
+    readonly property Item shownTab: pages.children[root.selectedTab]
     required property SettingsViewModel viewModel
 
-    implicitHeight: header.implicitHeight + content.implicitHeight
-    implicitWidth: content.implicitWidth
+    implicitHeight: header.implicitHeight + root.shownTab.implicitHeight
+    implicitWidth: root.shownTab.implicitWidth
 
     Rectangle {
         id: header
@@ -66,43 +67,38 @@ FocusScope {
             anchors.right: parent.right
         }
     }
-    // One tab exists at a time: what a tab does when it appears, it does every time.
-    Loader {
-        id: content
+    Item {
+        id: pages
 
         anchors.bottom: parent.bottom
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.top: header.bottom
-        sourceComponent: root.selectedTab === 0 ? general : root.selectedTab === 1 ? portMonitoring : log
-    }
-    Component {
-        id: general
 
         FormPage {
+            anchors.fill: parent
+            visible: root.selectedTab === 0
+
             GeneralTab {
                 viewModel: root.viewModel
                 width: parent.width
             }
         }
-    }
-    Component {
-        id: portMonitoring
-
         FormPage {
+            anchors.fill: parent
+            visible: root.selectedTab === 1
+
             PortMonitoringTab {
                 viewModel: root.viewModel
                 width: parent.width
             }
         }
-    }
-    Component {
-        id: log
-
-        Loader {
-            height: 460
-            sourceComponent: root.logTab
-            width: 680
+        Item {
+            anchors.fill: parent
+            data: [root.logTab]
+            implicitHeight: 460
+            implicitWidth: 680
+            visible: root.selectedTab === 2
         }
     }
 }

@@ -32,11 +32,13 @@ std::optional<QString> validateProcessName(const QString& text) {
 }
 
 QString withoutOuterBlanks(const QString& text) {
-    const auto* const first = std::ranges::find_if_not(text, isBlank);
-    auto last = text.cend();
-    while (last != first && isBlank(*(last - 1)))
+    qsizetype first = 0;
+    qsizetype last = text.size();
+    while (first < last && isBlank(text.at(first)))
+        ++first;
+    while (last > first && isBlank(text.at(last - 1)))
         --last;
-    return {first, last - first};
+    return text.sliced(first, last - first);
 }
 
 } // namespace zenlot

@@ -88,10 +88,11 @@ QHash<int, QByteArray> ExceptionListModel::roleNames() const {
 // Entries come and go one at a time, mostly: what stays at both ends keeps its rows.
 void ExceptionListModel::refresh() {
     const QStringList wanted = editor_.items();
-    const auto [firstOld, firstNew] = std::ranges::mismatch(items_, wanted);
-    const auto kept = static_cast<int>(firstOld - items_.cbegin());
-    int keptAtEnd = 0;
     const auto shorter = static_cast<int>(std::min(items_.size(), wanted.size()));
+    int kept = 0;
+    while (kept < shorter && items_.at(kept) == wanted.at(kept))
+        ++kept;
+    int keptAtEnd = 0;
     while (keptAtEnd < shorter - kept &&
            items_.at(items_.size() - 1 - keptAtEnd) == wanted.at(wanted.size() - 1 - keptAtEnd))
         ++keptAtEnd;
