@@ -1,5 +1,7 @@
 #include "platform/linux/freedesktop_user_notification_center.h"
 
+#include "platform/linux/session_bus.h"
+
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
@@ -42,6 +44,20 @@ UserNotificationSettings settingsFrom(const NotificationServer::Introduction& in
 FreedesktopUserNotificationCenter::FreedesktopUserNotificationCenter(
     QDBusConnection bus, std::chrono::milliseconds answerTimeout)
     : bus_(std::move(bus)), answerTimeout_(answerTimeout), server_(makeServer()) {
+    follow();
+}
+
+FreedesktopUserNotificationCenter::FreedesktopUserNotificationCenter(
+    const SessionBus& bus, std::chrono::milliseconds answerTimeout)
+    : FreedesktopUserNotificationCenter(bus.connection(), answerTimeout) {
+    connect(&bus, &SessionBus::connected, this, [this, &bus] {
+        bus_ = bus.connection();
+        replaceServer(QString());
+        follow();
+    });
+}
+
+void FreedesktopUserNotificationCenter::follow() {
     // First the changes, then the state: what comes in between is told twice rather than never.
     bus_.connect(kBusService, kBusPath, kBusService, u"NameOwnerChanged"_s, {kService}, u"sss"_s,
                  this, SLOT(followOwner(QString, QString, QString)));
@@ -64,13 +80,17 @@ void FreedesktopUserNotificationCenter::askForOwner() {
 void FreedesktopUserNotificationCenter::followOwner(const QString& /*name*/,
                                                     const QString& /*oldOwner*/,
                                                     const QString& newOwner) {
-    // The old run ends last, since the answers that it still owes may run code of the askers.
-    std::unique_ptr<NotificationServer> ended;
     // What was asked of a service that didn't run has started this one.
-    if (server_->isRunning()) {
-        ended = std::exchange(server_, makeServer());
-        server_->succeed(*ended);
-    }
+    if (server_->isRunning())
+        replaceServer(newOwner);
+    else
+        server_->setOwner(newOwner);
+}
+
+void FreedesktopUserNotificationCenter::replaceServer(const QString& newOwner) {
+    // The old run ends last, since the answers that it still owes may run code of the askers.
+    const std::unique_ptr<NotificationServer> ended = std::exchange(server_, makeServer());
+    server_->succeed(*ended);
     server_->setOwner(newOwner);
 }
 

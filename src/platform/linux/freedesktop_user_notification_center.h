@@ -10,7 +10,7 @@
 // delegate everything is presented. A click on the alert itself, and closing it, are no responses.
 // What the service has no words for is left out: threads, summaries, badges, destructive actions.
 //
-//     FreedesktopUserNotificationCenter alerts(QDBusConnection::sessionBus());
+//     FreedesktopUserNotificationCenter alerts(sessionBus);
 #pragma once
 
 #include "platform/linux/notification_server.h"
@@ -24,6 +24,8 @@
 
 namespace zenlot {
 
+class SessionBus;
+
 class FreedesktopUserNotificationCenter final : public QObject, public UserNotificationCenter {
     Q_OBJECT
 
@@ -31,7 +33,10 @@ class FreedesktopUserNotificationCenter final : public QObject, public UserNotif
     // Long enough for a service that the bus has to start while everybody logs in.
     static constexpr std::chrono::milliseconds kAnswerTimeout{10'000};
 
-    // With a connection to no bus every answer is an error.
+    // With a connection to no bus every answer is an error. A bus that comes back is a new run of
+    // the service.
+    explicit FreedesktopUserNotificationCenter(
+        const SessionBus& bus, std::chrono::milliseconds answerTimeout = kAnswerTimeout);
     explicit FreedesktopUserNotificationCenter(
         QDBusConnection bus, std::chrono::milliseconds answerTimeout = kAnswerTimeout);
 
@@ -46,6 +51,8 @@ class FreedesktopUserNotificationCenter final : public QObject, public UserNotif
     void followOwner(const QString& name, const QString& oldOwner, const QString& newOwner);
 
   private:
+    void follow();
+    void replaceServer(const QString& newOwner);
     void askForOwner();
     std::unique_ptr<NotificationServer> makeServer();
     void respond(const UserNotificationResponse& response);

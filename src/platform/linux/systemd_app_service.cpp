@@ -1,5 +1,6 @@
 #include "platform/linux/systemd_app_service.h"
 
+#include "platform/linux/session_bus.h"
 #include "text/display_line.h"
 
 #include <QDBusArgument>
@@ -81,9 +82,12 @@ UnitFile firstUnitFile(const QDBusMessage& reply) {
 
 } // namespace
 
-SystemdAppService::SystemdAppService(QDBusConnection sessionBus, QString unit,
+SystemdAppService::SystemdAppService(const SessionBus& bus, QString unit, SystemdPatience patience)
+    : bus_([&bus] { return bus.connection(); }), unit_(std::move(unit)), patience_(patience) {}
+
+SystemdAppService::SystemdAppService(const QDBusConnection& sessionBus, QString unit,
                                      SystemdPatience patience)
-    : bus_(std::move(sessionBus)), unit_(std::move(unit)), patience_(patience) {}
+    : bus_([sessionBus] { return sessionBus; }), unit_(std::move(unit)), patience_(patience) {}
 
 AppServiceStatus SystemdAppService::status() const {
     return status(QDeadlineTimer(patience_.forStatus));
@@ -135,7 +139,7 @@ QDBusMessage SystemdAppService::call(const QString& path, const QString& interfa
     message.setArguments(arguments);
     // Nothing but a session of systemd can start its manager; others would try in vain.
     message.setAutoStartService(false);
-    return bus_.call(message, QDBus::Block, static_cast<int>(remaining));
+    return bus_().call(message, QDBus::Block, static_cast<int>(remaining));
 }
 
 QDBusMessage SystemdAppService::callManager(const QString& method, const QVariantList& arguments,

@@ -1,6 +1,6 @@
 // A unit of the user's systemd as a background agent.
 //
-//     SystemdAppService monitor(QDBusConnection::sessionBus(), unit);
+//     SystemdAppService monitor(sessionBus, unit);
 //
 // Statuses, from what systemd calls the state of the unit's file:
 //
@@ -34,8 +34,11 @@
 #include <QVariantList>
 
 #include <chrono>
+#include <functional>
 
 namespace zenlot {
+
+class SessionBus;
 
 enum class SystemdError : int {
     didNotStart = 1,
@@ -50,7 +53,10 @@ struct SystemdPatience {
 
 class SystemdAppService final : public AppService {
   public:
-    SystemdAppService(QDBusConnection sessionBus, QString unit, SystemdPatience patience = {});
+    // Each call goes over the connection of the moment.
+    SystemdAppService(const SessionBus& bus, QString unit, SystemdPatience patience = {});
+    SystemdAppService(const QDBusConnection& sessionBus, QString unit,
+                      SystemdPatience patience = {});
 
     AppServiceStatus status() const override;
     std::optional<AppServiceError> registerService() override;
@@ -71,7 +77,7 @@ class SystemdAppService final : public AppService {
     std::optional<AppServiceError> withdraw(QDeadlineTimer deadline) const;
     AppServiceError errorOf(SystemdError code, const QString& predicate) const;
 
-    QDBusConnection bus_;
+    std::function<QDBusConnection()> bus_;
     QString unit_;
     SystemdPatience patience_;
 };

@@ -17,8 +17,8 @@ ApplicationWindow {
     height: 560
     minimumHeight: 380
     minimumWidth: 580
+    objectName: "main"
     title: "Zenlot"
-    visible: true
     width: 860
 
     ContentView {
@@ -31,5 +31,10 @@ ApplicationWindow {
 
             onDismissed: root.viewModel.closeInspector()
         }
+    }
+    Shortcut {
+        sequence: "Ctrl+W"
+
+        onActivated: root.close()
     }
 }

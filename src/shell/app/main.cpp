@@ -1,17 +1,57 @@
-// zenlot: the application in its window.
+// zenlot: the application, in the status area and in its windows.
+//
+//     zenlot                  opens the main window
+//     zenlot port://8080      looks a port up
+//     zenlot --background     opens no window; what the login item does
+#include "platform/linux/session_bus.h"
+#include "platform/linux/session_bus_application_instance.h"
+#include "platform/linux/termination_signals.h"
 #include "shell/app/zenlot_app.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <QQuickStyle>
 
+#include <cstdio>
+
+namespace {
+
+QStringList argumentsOf(int argc, char** argv) {
+    QStringList arguments;
+    for (int index = 1; index < argc; ++index)
+        arguments.append(QString::fromLocal8Bit(argv[index]));
+    return arguments;
+}
+
+} // namespace
+
 int main(int argc, char** argv) {
-    QGuiApplication application(argc, argv);
-    QGuiApplication::setApplicationName(QStringLiteral("zenlot"));
-    QGuiApplication::setApplicationDisplayName(QStringLiteral("Zenlot"));
-    QGuiApplication::setApplicationVersion(QStringLiteral(ZENLOT_VERSION));
-    QGuiApplication::setDesktopFileName(QStringLiteral("dev.quorvane.zenlot"));
+    using namespace zenlot;
+    const QStringList arguments = argumentsOf(argc, argv);
+    // Before the application object, which takes the activation out of the environment. A second
+    // start needs no display either.
+    SessionBus bus;
+    SessionBusApplicationInstance instance(bus);
+    switch (instance.start(urisAmong(arguments), activationFromEnvironment())) {
+    case StartOutcome::first:
+    case StartOutcome::alone:
+        break;
+    case StartOutcome::handedOver:
+        return 0;
+    case StartOutcome::notAnswered:
+        std::fputs("zenlot: another Zenlot runs in this session and does not answer.\n", stderr);
+        return 1;
+    }
+
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("zenlot"));
+    QApplication::setApplicationDisplayName(QStringLiteral("Zenlot"));
+    QApplication::setApplicationVersion(QStringLiteral(ZENLOT_VERSION));
+    QApplication::setDesktopFileName(QStringLiteral("dev.quorvane.zenlot"));
     QQuickStyle::setStyle(QStringLiteral("Fusion"));
 
-    zenlot::ZenlotApp zenlot;
-    return zenlot.start() ? QGuiApplication::exec() : 1;
+    ZenlotApp zenlot(bus, instance);
+    const TerminationSignals termination([] { QCoreApplication::quit(); });
+    zenlot.start(arguments.contains(QStringLiteral("--background")) ? LaunchStyle::inBackground
+                                                                    : LaunchStyle::withWindow);
+    return QApplication::exec();
 }

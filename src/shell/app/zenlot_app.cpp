@@ -1,69 +1,268 @@
 #include "shell/app/zenlot_app.h"
 
 #include "inventory/linux/processors.h"
+#include "platform/linux/windowsystem/activation_acceptance.h"
+#include "platform/linux/windowsystem/portal_global_shortcut.h"
+#include "platform/linux/windowsystem/x11_global_shortcut.h"
 #include "platform/linux/xdg_data_directories.h"
 #include "platform/linux/xdg_home_directories.h"
-#include "settings/app_log.h"
+#include "shell/inspector/process_detail_view_model.h"
+#include "shell/logviewer/log_tab_view_model.h"
+#include "shell/model/port_url.h"
 #include "shell/processicon/process_icon_provider.h"
+#include "updates/release_feed_address.h"
 
-#include <QCoreApplication>
-#include <QDBusConnection>
+#include <QCoroFuture>
+#include <QCoroTimer>
+#include <QDesktopServices>
+#include <QGuiApplication>
 #include <QQuickWindow>
 #include <QtQml/qqmlextensionplugin.h>
 
+#include <chrono>
+
 Q_IMPORT_QML_PLUGIN(Zenlot_AppPlugin)
+Q_IMPORT_QML_PLUGIN(Zenlot_BackgroundItemsPlugin)
 Q_IMPORT_QML_PLUGIN(Zenlot_InspectorPlugin)
+Q_IMPORT_QML_PLUGIN(Zenlot_LogViewerPlugin)
 Q_IMPORT_QML_PLUGIN(Zenlot_MainWindowPlugin)
 Q_IMPORT_QML_PLUGIN(Zenlot_ProcessIconPlugin)
+Q_IMPORT_QML_PLUGIN(Zenlot_SettingsWindowPlugin)
 Q_IMPORT_QML_PLUGIN(Zenlot_StylePlugin)
+Q_IMPORT_QML_PLUGIN(Zenlot_UpdaterPlugin)
 
 namespace zenlot {
 namespace {
+
+using namespace std::chrono_literals;
+
+const QString kMonitorUnit = QStringLiteral("dev.quorvane.zenlot.monitor.service");
+
+// Long enough for the monitor to be gone before it is started anew.
+constexpr auto kPauseBeforeReinstall = 500ms;
 
 QStringList programDirectories() {
     return QString::fromLocal8Bit(qgetenv("PATH")).split(u':', Qt::SkipEmptyParts);
 }
 
+std::unique_ptr<GlobalShortcut> makeGlobalShortcut(SessionBus& bus) {
+    if (auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>())
+        return std::make_unique<X11GlobalShortcut>(*x11->connection());
+    return std::make_unique<PortalGlobalShortcut>(bus);
+}
+
+QUrl qml(const char* file) {
+    return QUrl(QStringLiteral("qrc:/qt/qml/Zenlot/App/") + QLatin1StringView(file));
+}
+
 } // namespace
 
-ZenlotApp::ZenlotApp()
-    : directories_(xdgHomeDirectories()),
+ZenlotApp::ZenlotApp(SessionBus& bus, ApplicationInstance& instance)
+    : bus_(bus), instance_(instance), directories_(xdgHomeDirectories()),
       userDefaults_(directories_.configHome + QStringLiteral("/dev.quorvane.zenlot/defaults.json")),
       loginItem_(directories_.configHome, QCoreApplication::applicationFilePath()),
-      settings_(userDefaults_, loginItem_),
+      settings_(userDefaults_, loginItem_), log_(monitorLogPath(directories_.home)),
+      systemLog_("zenlot"),
       runningApplications_(xdgDataDirectories(directories_), programDirectories()),
       workspace_(directories_.home, xdgDataDirectories(directories_), propertyLists_),
       scanner_(processTables_, isPortInUse, availableProcessors()),
       lookup_(scanner_, sharedPortCache_),
-      inventory_(scanner_, lookup_, sharedPortCache_, processPinner_),
-      broadcasts_(QDBusConnection::sessionBus()),
+      inventory_(scanner_, lookup_, sharedPortCache_, processPinner_), broadcasts_(bus_),
+      alerts_(bus_), monitorService_(bus_, kMonitorUnit),
+      launchAgentInstaller_(monitorService_, systemLog_, QCoreApplication::applicationDirPath()),
       portDataCache_(SharedContainer(directories_.stateHome), sharedPortCache_, broadcasts_,
                      notifications_),
-      bundleKeys_(propertyLists_),
-      contentViewModel_({inventory_, notifications_, runningApplications_, bundleKeys_, appModel_,
-                         settings_, userDefaults_},
-                        {}),
+      notificationManager_(alerts_, inventory_, notifications_, log_),
+      conflictListener_({SharedContainer(directories_.stateHome), inventory_, notificationManager_,
+                         notifications_, broadcasts_, log_, monitorLogPath(directories_.home)}),
+      portMonitor_(inventory_, notificationManager_, log_), bundleKeys_(propertyLists_),
       detailsCollector_(processInspector_),
       detailsLoader_(detailsCollector_, runningApplications_, propertyLists_),
-      detailViewModel_(detailsLoader_) {
-    QObject::connect(&contentViewModel_, &ContentViewModel::detailProcessChanged, &detailViewModel_,
-                     [this] { detailViewModel_.setProcess(contentViewModel_.detailProcess()); });
-    engine_.addImportPath(QStringLiteral(":/qt/qml"));
-    ProcessIconProvider::install(engine_, runningApplications_, workspace_);
-}
+      backgroundItems_(
+          monitorService_, [this] { return monitorService_.unmaskCommand(); }, kMonitorUnit),
+      releaseFeed_(releaseFeedAddress()),
+      updates_(releaseFeed_,
+               ReleaseVersion::fromText(QStringLiteral(ZENLOT_VERSION)).value_or(ReleaseVersion()),
+               [](const QUrl& page) { return QDesktopServices::openUrl(page); }),
+      mainWindow_([this]() -> QQmlEngine& { return engine(); }, qml("MainWindow.qml"),
+                  [this](QObject& owner) { return makeMainContent(owner); }),
+      settingsWindow_([this]() -> QQmlEngine& { return engine(); }, qml("SettingsWindow.qml"),
+                      [this](QObject& owner) { return makeSettingsContent(owner); }),
+      backgroundItemsWindow_([this]() -> QQmlEngine& { return engine(); }, backgroundItems_),
+      updateWindow_([this]() -> QQmlEngine& { return engine(); }, updates_), statusBar_(bus_),
+      globalShortcut_(makeGlobalShortcut(bus_)),
+      appDelegate_(
+          {inventory_, notifications_, statusBar_, *globalShortcut_, windows_, updateWindow_},
+          {.makeOnboardingWindow = {},
+           .focusPortField =
+               [this] {
+                   if (contentViewModel_)
+                       contentViewModel_->focusPortField();
+               },
+           .terminate = &QCoreApplication::quit}) {}
 
-bool ZenlotApp::start() {
+ZenlotApp::~ZenlotApp() = default;
+
+void ZenlotApp::start(LaunchStyle style) {
+    // Without a window there may still be a status item, alerts, or a later start to open one.
+    QGuiApplication::setQuitOnLastWindowClosed(false);
     makeMonitorLogDirectory(directories_.home);
-    portDataCache_.start();
-    engine_.setInitialProperties(
-        {{QStringLiteral("detailViewModel"), QVariant::fromValue(&detailViewModel_)},
-         {QStringLiteral("viewModel"), QVariant::fromValue(&contentViewModel_)}});
-    engine_.load(QUrl(QStringLiteral("qrc:/qt/qml/Zenlot/App/MainWindow.qml")));
-    return mainWindow() != nullptr;
+    appDelegate_.setOpenMainWindow([this] { openMainWindow(); });
+    appDelegate_.setOpenSettingsAction([this] { openSettings(); });
+    followSettings();
+    if (style == LaunchStyle::withWindow)
+        openMainWindow();
+    else
+        runStartupSequence();
+    followInstance();
 }
 
-QQuickWindow* ZenlotApp::mainWindow() const {
-    return qobject_cast<QQuickWindow*>(engine_.rootObjects().value(0));
+void ZenlotApp::openMainWindow() {
+    if (!mainWindow_.window())
+        runStartupSequence();
+    show(mainWindow_);
+}
+
+void ZenlotApp::openSettings() {
+    show(settingsWindow_);
+}
+
+void ZenlotApp::show(QmlWindow& window) {
+    if (QQuickWindow* const opened = window.open())
+        windows_.bringForward(*opened);
+}
+
+// Whatever may be repeated is made so that it changes nothing then. The desktop's search asks for
+// the phrases of the "Check Port" intent when it needs them, so none have to be refreshed here.
+void ZenlotApp::runStartupSequence() {
+    appDelegate_.configure(settings_, appModel_);
+    conflictListener_.start(settings_);
+    portDataCache_.start();
+    finishStartupSequence();
+}
+
+QCoro::Task<> ZenlotApp::finishStartupSequence() {
+    const QPointer<QObject> context(&context_);
+    QCoro::Task<> configuration = notificationManager_.configure(settings_);
+    co_await configuration;
+    if (!context)
+        co_return;
+    if (settings_.portMonitoringEnabled())
+        portMonitor_.start(settings_);
+    refreshMonitorRegistration(RunningMonitor::restart);
+}
+
+QCoro::Task<> ZenlotApp::refreshMonitorRegistration(RunningMonitor whenRunning) {
+    if (!settings_.portMonitoringEnabled() && !settings_.conflictMonitoringEnabled())
+        co_return;
+    const bool isInstalled = launchAgentInstaller_.isInstalled();
+    if (whenRunning == RunningMonitor::restart && isInstalled && !didRefreshMonitorThisLaunch_) {
+        didRefreshMonitorThisLaunch_ = true;
+        // What goes wrong here shows in the settings, where the monitor can be registered again.
+        [[maybe_unused]] const auto refused = launchAgentInstaller_.uninstall();
+        const QPointer<QObject> context(&context_);
+        co_await QCoro::sleepFor(kPauseBeforeReinstall);
+        if (!context)
+            co_return;
+        [[maybe_unused]] const auto failed = launchAgentInstaller_.install();
+    } else if (!isInstalled) {
+        [[maybe_unused]] const auto failed = launchAgentInstaller_.install();
+    }
+}
+
+void ZenlotApp::followSettings() {
+    QObject::connect(&settings_, &AppSettings::showInMenuBarChanged, &context_,
+                     [this] { appDelegate_.updateStatusItem(settings_); });
+    QObject::connect(&settings_, &AppSettings::showInDockChanged, &context_,
+                     [this] { appDelegate_.applyActivationPolicy(settings_); });
+    QObject::connect(&settings_, &AppSettings::globalShortcutEnabledChanged, &context_,
+                     [this] { appDelegate_.updateGlobalShortcut(settings_); });
+    QObject::connect(&settings_, &AppSettings::portMonitoringEnabledChanged, &context_, [this] {
+        if (!settings_.portMonitoringEnabled()) {
+            portMonitor_.stop();
+            return;
+        }
+        portMonitor_.start(settings_);
+        refreshMonitorRegistration(RunningMonitor::leave);
+    });
+    QObject::connect(&settings_, &AppSettings::conflictMonitoringEnabledChanged, &context_, [this] {
+        if (settings_.conflictMonitoringEnabled())
+            refreshMonitorRegistration(RunningMonitor::leave);
+    });
+    notifications_.observe(kPortsUpdated, &context_, [this](const UserInfo&) {
+        if (portMonitor_.isRunning())
+            portMonitor_.checkForNewListeners();
+    });
+}
+
+void ZenlotApp::followInstance() {
+    instance_.setHandlers(&context_,
+                          {.activate =
+                               [this](const Activation& activation) {
+                                   acceptActivation(activation);
+                                   appDelegate_.applicationShouldHandleReopen();
+                               },
+                           .open =
+                               [this](const QStringList& uris, const Activation& activation) {
+                                   acceptActivation(activation);
+                                   for (const QString& uri : uris)
+                                       openUrl(uri);
+                               }});
+}
+
+void ZenlotApp::openUrl(const QString& url) {
+    const std::optional<int> port = portFromUrl(url);
+    if (!port)
+        return;
+    appModel_.setPendingPort(*port);
+    openMainWindow();
+    alertAboutOwner(*port);
+}
+
+QCoro::Task<> ZenlotApp::alertAboutOwner(int port) {
+    const QPointer<QObject> context(&context_);
+    QCoro::Task<> configuration = notificationManager_.configure(settings_);
+    co_await configuration;
+    if (!context)
+        co_return;
+    QFuture<std::vector<PortProcess>> lookup = inventory_.processesOnPort(port);
+    const std::vector<PortProcess> owners = co_await lookup;
+    if (context && !owners.empty())
+        notificationManager_.notifyConflict(
+            port, QString::fromStdString(owners.front().displayName), owners.front().pid);
+}
+
+QQmlEngine& ZenlotApp::engine() {
+    if (!engine_) {
+        engine_ = std::make_unique<QQmlEngine>();
+        engine_->addImportPath(QStringLiteral(":/qt/qml"));
+        ProcessIconProvider::install(*engine_, runningApplications_, workspace_);
+    }
+    return *engine_;
+}
+
+QVariantMap ZenlotApp::makeMainContent(QObject& owner) {
+    auto* const content = new ContentViewModel(
+        {inventory_, notifications_, runningApplications_, bundleKeys_, appModel_, settings_,
+         userDefaults_},
+        {.openSettings = [this] { openSettings(); },
+         .showOnboardingWindow = [this] { appDelegate_.showOnboardingWindow(settings_); }},
+        &owner);
+    auto* const detail = new ProcessDetailViewModel(detailsLoader_, &owner);
+    QObject::connect(content, &ContentViewModel::detailProcessChanged, detail,
+                     [content, detail] { detail->setProcess(content->detailProcess()); });
+    contentViewModel_ = content;
+    return {{QStringLiteral("detailViewModel"), QVariant::fromValue(detail)},
+            {QStringLiteral("viewModel"), QVariant::fromValue(content)}};
+}
+
+QVariantMap ZenlotApp::makeSettingsContent(QObject& owner) {
+    return {{QStringLiteral("viewModel"),
+             QVariant::fromValue(new SettingsViewModel(settings_, launchAgentInstaller_,
+                                                       backgroundItemsWindow_, &owner))},
+            {QStringLiteral("logViewModel"),
+             QVariant::fromValue(
+                 new LogTabViewModel(monitorLogPath(directories_.home), log_, &owner))}};
 }
 
 } // namespace zenlot

@@ -1,5 +1,11 @@
 // The application: builds every part once, in the order in which they need each other, and owns
 // them until the end of the run.
+//
+//     ZenlotApp zenlot(sessionBus, instance);
+//     zenlot.start(LaunchStyle::withWindow);
+//
+// The windows are made when they are opened, and so is the QML engine with the first of them: what
+// sits in the status area costs little until somebody looks at it.
 #pragma once
 
 #include "inventory/linux/linux_process_inspector.h"
@@ -8,48 +14,106 @@
 #include "inventory/port_lookup.h"
 #include "inventory/port_scanner.h"
 #include "inventory/shared_port_cache.h"
+#include "monitoring/conflict_listener.h"
+#include "monitoring/launch_agent_installer.h"
 #include "monitoring/notification_center.h"
 #include "monitoring/port_data_cache.h"
 #include "monitoring/port_inventory.h"
+#include "monitoring/port_monitor.h"
+#include "monitoring/port_notification_manager.h"
+#include "platform/application_instance.h"
 #include "platform/home_directories.h"
 #include "platform/linux/autostart_app_service.h"
 #include "platform/linux/desktop_running_applications.h"
+#include "platform/linux/freedesktop_user_notification_center.h"
 #include "platform/linux/freedesktop_workspace.h"
+#include "platform/linux/journal_system_log.h"
 #include "platform/linux/json_user_defaults.h"
 #include "platform/linux/libplist_property_list_reader.h"
+#include "platform/linux/session_bus.h"
 #include "platform/linux/session_bus_broadcast_center.h"
+#include "platform/linux/statusarea/tray_status_bar.h"
+#include "platform/linux/systemd_app_service.h"
+#include "platform/linux/windowsystem/desktop_application_windows.h"
+#include "settings/app_log.h"
 #include "settings/app_settings.h"
-#include "shell/inspector/process_detail_view_model.h"
+#include "settings/window/settings_view_model.h"
+#include "shell/app/qml_window.h"
+#include "shell/backgrounditems/background_items_window.h"
+#include "shell/inspector/process_details_collector.h"
+#include "shell/inspector/process_details_loader.h"
 #include "shell/mainwindow/bundle_key_cache.h"
 #include "shell/mainwindow/content_view_model.h"
+#include "shell/menubar/app_delegate.h"
 #include "shell/model/app_model.h"
+#include "shell/updater/update_view_model.h"
+#include "shell/updater/update_window.h"
+#include "updates/https_release_feed.h"
 
-#include <QQmlApplicationEngine>
+#include <QCoroTask>
+#include <QObject>
+#include <QPointer>
+#include <QQmlEngine>
+
+#include <memory>
 
 QT_FORWARD_DECLARE_CLASS(QQuickWindow)
 
 namespace zenlot {
 
+enum class LaunchStyle {
+    withWindow,
+    inBackground, // as a login item, which nobody has asked to see
+};
+
 class ZenlotApp final {
   public:
-    // Needs a QGuiApplication.
-    ZenlotApp();
+    // Needs a QApplication. The references must outlive the object.
+    ZenlotApp(SessionBus& bus, ApplicationInstance& instance);
+    ~ZenlotApp();
 
-    // Opens the main window and starts following the background monitor. False when the window
-    // can't be made; what is wrong is in the log.
-    bool start();
+    void start(LaunchStyle style);
 
-    QQuickWindow* mainWindow() const;
-    ContentViewModel& contentViewModel() { return contentViewModel_; }
+    // Opens the main window, or brings it forward, which begins with the startup sequence.
+    void openMainWindow();
+    void openSettings();
+
+    // The link that somebody opened: a port to look up, and to alert about when it is held.
+    void openUrl(const QString& url);
+
+    QQuickWindow* mainWindow() const { return mainWindow_.window(); }
+    // Of the main window; null while that is closed.
+    ContentViewModel* contentViewModel() { return contentViewModel_; }
 
   private:
+    enum class RunningMonitor { leave, restart };
+
+    void runStartupSequence();
+    QCoro::Task<> finishStartupSequence();
+    QCoro::Task<> refreshMonitorRegistration(RunningMonitor whenRunning);
+    QCoro::Task<> alertAboutOwner(int port);
+    void followSettings();
+    void followInstance();
+    void quitIfNothingIsLeft();
+
+    void show(QmlWindow& window);
+    QQmlEngine& engine();
+    QVariantMap makeMainContent(QObject& owner);
+    QVariantMap makeSettingsContent(QObject& owner);
+
+    SessionBus& bus_;
+    ApplicationInstance& instance_;
+    QObject context_; // of the observations
+
     HomeDirectories directories_;
     JsonUserDefaults userDefaults_;
     AutostartAppService loginItem_;
     AppSettings settings_;
+    AppLog log_;
+    JournalSystemLog systemLog_;
     DesktopRunningApplications runningApplications_;
-    FreedesktopWorkspace workspace_;
     LibplistPropertyListReader propertyLists_;
+    FreedesktopWorkspace workspace_;
 
     LinuxProcessTables processTables_;
     LinuxProcessPinner processPinner_;
@@ -61,15 +125,34 @@ class ZenlotApp final {
 
     NotificationCenter notifications_;
     SessionBusBroadcastCenter broadcasts_;
+    FreedesktopUserNotificationCenter alerts_;
+    SystemdAppService monitorService_;
+    LaunchAgentInstaller launchAgentInstaller_;
     PortDataCache portDataCache_;
+    PortNotificationManager notificationManager_;
+    ConflictListener conflictListener_;
+    PortMonitor portMonitor_;
+    bool didRefreshMonitorThisLaunch_{false};
 
     AppModel appModel_;
     BundleKeyCache bundleKeys_;
-    ContentViewModel contentViewModel_;
     ProcessDetailsCollector detailsCollector_;
     ProcessDetailsLoader detailsLoader_;
-    ProcessDetailViewModel detailViewModel_;
-    QQmlApplicationEngine engine_; // the last member: what it shows must outlive it
+    BackgroundItemsViewModel backgroundItems_;
+    HttpsReleaseFeed releaseFeed_;
+    UpdateViewModel updates_;
+    QPointer<ContentViewModel> contentViewModel_;
+
+    std::unique_ptr<QQmlEngine> engine_; // before what it shows, which must be gone first
+    QmlWindow mainWindow_;
+    QmlWindow settingsWindow_;
+    BackgroundItemsWindow backgroundItemsWindow_;
+    UpdateWindow updateWindow_;
+
+    DesktopApplicationWindows windows_;
+    TrayStatusBar statusBar_;
+    std::unique_ptr<GlobalShortcut> globalShortcut_;
+    AppDelegate appDelegate_;
 };
 
 } // namespace zenlot

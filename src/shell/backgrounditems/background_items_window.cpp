@@ -4,11 +4,12 @@
 #include <QQmlEngine>
 #include <QQuickWindow>
 
+#include <utility>
+
 namespace zenlot {
 
-BackgroundItemsWindow::BackgroundItemsWindow(QQmlEngine& engine,
-                                             BackgroundItemsViewModel& viewModel)
-    : engine_(engine), viewModel_(viewModel) {}
+BackgroundItemsWindow::BackgroundItemsWindow(Engine engine, BackgroundItemsViewModel& viewModel)
+    : engine_(std::move(engine)), viewModel_(viewModel) {}
 
 BackgroundItemsWindow::~BackgroundItemsWindow() = default;
 
@@ -16,7 +17,7 @@ void BackgroundItemsWindow::openSystemSettingsLoginItems() {
     viewModel_.refresh();
     if (!window_) {
         QQmlComponent component(
-            &engine_,
+            &engine_(),
             QUrl(QStringLiteral("qrc:/qt/qml/Zenlot/BackgroundItems/BackgroundItemsWindow.qml")));
         window_.reset(qobject_cast<QQuickWindow*>(component.createWithInitialProperties(
             {{QStringLiteral("viewModel"), QVariant::fromValue(&viewModel_)}})));

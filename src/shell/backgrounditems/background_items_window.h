@@ -10,6 +10,7 @@
 
 #include <QtGlobal>
 
+#include <functional>
 #include <memory>
 
 QT_FORWARD_DECLARE_CLASS(QQmlEngine)
@@ -19,8 +20,11 @@ namespace zenlot {
 
 class BackgroundItemsWindow final : public BackgroundItemsSettings {
   public:
-    // Both must outlive the object. The engine finds the module of this room.
-    BackgroundItemsWindow(QQmlEngine& engine, BackgroundItemsViewModel& viewModel);
+    using Engine = std::function<QQmlEngine&()>;
+
+    // The engine, which finds the module of this room, is asked for when the window is made. It and
+    // the view model must outlive the object.
+    BackgroundItemsWindow(Engine engine, BackgroundItemsViewModel& viewModel);
     ~BackgroundItemsWindow() override;
 
     void openSystemSettingsLoginItems() override;
@@ -29,7 +33,7 @@ class BackgroundItemsWindow final : public BackgroundItemsSettings {
     QQuickWindow* window() const { return window_.get(); }
 
   private:
-    QQmlEngine& engine_;
+    Engine engine_;
     BackgroundItemsViewModel& viewModel_;
     std::unique_ptr<QQuickWindow> window_;
 };

@@ -39,6 +39,13 @@ T.SplitView {
     }
     Keys.onEscapePressed: portField.clearAndFocus()
 
+    Connections {
+        function onPortFieldFocusRequested() {
+            portField.selectAndFocus();
+        }
+
+        target: root.viewModel
+    }
     Shortcut {
         sequences: ["Ctrl+R", "F5"]
 

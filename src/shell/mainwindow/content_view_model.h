@@ -112,6 +112,9 @@ class ContentViewModel : public QObject {
     // To be called each time the window's content appears.
     Q_INVOKABLE void appear();
 
+    // Gives the port field the keyboard.
+    void focusPortField() { Q_EMIT portFieldFocusRequested(); }
+
     // Looks the port in the field up at once. Does nothing when the field holds no port number.
     Q_INVOKABLE void performCheck();
 
@@ -147,6 +150,7 @@ class ContentViewModel : public QObject {
     void selectionChanged();
     void detailProcessChanged();
     void confirmationChanged();
+    void portFieldFocusRequested();
     // A check has found processes: the list of results takes the keyboard.
     void resultsFocusRequested();
 

@@ -1,0 +1,50 @@
+#include "shell/app/qml_window.h"
+
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickWindow>
+
+#include <utility>
+
+namespace zenlot {
+
+QmlWindow::QmlWindow(Engine engine, QUrl source, Properties properties)
+    : engine_(std::move(engine)), source_(std::move(source)), properties_(std::move(properties)) {}
+
+QmlWindow::~QmlWindow() {
+    if (window_)
+        disconnect(window_.get(), nullptr, this, nullptr);
+}
+
+QQuickWindow* QmlWindow::open() {
+    if (window_)
+        return window_.get();
+    QQmlComponent component(&engine_(), source_);
+    owner_ = std::make_unique<QObject>();
+    QObject* made = component.createWithInitialProperties(properties_(*owner_));
+    window_.reset(qobject_cast<QQuickWindow*>(made));
+    if (!window_) {
+        qCritical().noquote() << component.errorString();
+        delete made;
+        owner_.reset();
+        return nullptr;
+    }
+    QQmlEngine::setObjectOwnership(window_.get(), QQmlEngine::CppOwnership);
+    connect(window_.get(), &QWindow::visibleChanged, this, [this](bool isVisible) {
+        if (!isVisible)
+            release();
+    });
+    return window_.get();
+}
+
+// The window is in the midst of its own closing.
+void QmlWindow::release() {
+    QQuickWindow* const window = window_.release();
+    disconnect(window, nullptr, this, nullptr);
+    connect(window, &QObject::destroyed, owner_.get(), &QObject::deleteLater);
+    static_cast<void>(owner_.release());
+    window->deleteLater();
+    Q_EMIT closed();
+}
+
+} // namespace zenlot

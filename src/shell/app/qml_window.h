@@ -1,0 +1,55 @@
+// A window made of QML that exists while it is shown: opening it again after it was closed makes a
+// new one.
+//
+//     QmlWindow window([&]() -> QQmlEngine& { return engine; }, url, [&](QObject& owner) { ... });
+//     window.open();
+//
+// Main thread only. It must be gone before the engine.
+#pragma once
+
+#include <QObject>
+#include <QUrl>
+#include <QVariantMap>
+
+#include <functional>
+#include <memory>
+
+QT_FORWARD_DECLARE_CLASS(QQmlEngine)
+QT_FORWARD_DECLARE_CLASS(QQuickWindow)
+
+namespace zenlot {
+
+class QmlWindow final : public QObject {
+    Q_OBJECT
+
+  public:
+    using Engine = std::function<QQmlEngine&()>;
+
+    // What the next window shows. Objects that it alone needs are put below `owner`, which lives
+    // somewhat longer than the window.
+    using Properties = std::function<QVariantMap(QObject& owner)>;
+
+    QmlWindow(Engine engine, QUrl source, Properties properties);
+    ~QmlWindow() override;
+
+    // Makes the window if there is none. It is not shown yet. Null when it can't be made; what is
+    // wrong is in the log.
+    QQuickWindow* open();
+
+    // Null while there is none.
+    QQuickWindow* window() const { return window_.get(); }
+
+  Q_SIGNALS:
+    void closed();
+
+  private:
+    void release();
+
+    Engine engine_;
+    QUrl source_;
+    Properties properties_;
+    std::unique_ptr<QObject> owner_;
+    std::unique_ptr<QQuickWindow> window_; // goes before its owner
+};
+
+} // namespace zenlot
