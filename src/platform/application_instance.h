@@ -34,6 +34,8 @@ class ApplicationInstance {
     struct Handlers {
         std::function<void(const Activation&)> activate; // show the window
         std::function<void(const QStringList& uris, const Activation&)> open;
+        // Show what holds this port, which is not checked either.
+        std::function<void(qint64 port, const Activation&)> checkPort;
     };
 
     ApplicationInstance() = default;

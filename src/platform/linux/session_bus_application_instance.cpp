@@ -24,6 +24,7 @@ constexpr QLatin1StringView kName{"dev.quorvane.zenlot"};
 constexpr QLatin1StringView kPath{"/dev/quorvane/zenlot"};
 constexpr QLatin1StringView kInterface{"org.freedesktop.Application"};
 constexpr QLatin1StringView kStartupId{"desktop-startup-id"};
+constexpr QLatin1StringView kCheckPortAction{"check-port"};
 constexpr QLatin1StringView kToken{"activation-token"};
 
 // More than anybody opens at once; what exceeds it is dropped.
@@ -105,9 +106,17 @@ class SessionBusApplicationInstance::Application final : public QObject, protect
         });
     }
 
-    void ActivateAction(const QString& /*action_name*/, const QVariantList& /*parameter*/,
-                        const QVariantMap& /*platform_data*/) {
-        sendErrorReply(QDBusError::InvalidArgs, u"There is no such action"_s);
+    void ActivateAction(const QString& action_name, const QVariantList& parameter,
+                        const QVariantMap& platform_data) {
+        bool isNumber = false;
+        const qint64 port = parameter.value(0).toLongLong(&isNumber);
+        if (action_name != kCheckPortAction || !isNumber) {
+            sendErrorReply(QDBusError::InvalidArgs, u"There is no such action"_s);
+            return;
+        }
+        receive([port, activation = activationOf(platform_data)](const Handlers& handlers) {
+            handlers.checkPort(port, activation);
+        });
     }
     // NOLINTEND(readability-identifier-naming)
 

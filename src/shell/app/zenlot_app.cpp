@@ -207,6 +207,14 @@ void ZenlotApp::followInstance() {
                                    acceptActivation(activation);
                                    for (const QString& uri : uris)
                                        openUrl(uri);
+                               },
+                           .checkPort =
+                               [this](qint64 port, const Activation& activation) {
+                                   acceptActivation(activation);
+                                   if (!isValidPort(port))
+                                       return;
+                                   appModel_.setPendingPort(port);
+                                   openMainWindow();
                                }});
 }
 

@@ -206,7 +206,9 @@ StatusMenu& AppDelegate::menu() {
 }
 
 void AppDelegate::openMenu(std::optional<QRect> place) {
-    if (place)
+    if (menu_ && menu_->isVisible())
+        menu_->close();
+    else if (place)
         menu().popUp(*place);
     else
         searchInMainWindow();
@@ -360,7 +362,7 @@ void AppDelegate::checkForUpdates() {
     with_.updater.checkForUpdates();
 }
 
-void AppDelegate::quitApp() {
+void AppDelegate::quitApp() const {
     if (actions_.terminate)
         actions_.terminate();
 }

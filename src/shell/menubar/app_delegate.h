@@ -107,7 +107,7 @@ class AppDelegate final : public QObject {
     void openApp();
     void openSettingsItem();
     void checkForUpdates();
-    void quitApp();
+    void quitApp() const;
     void killConflictingProcess();
     void ignoreConflictingPort();
     void ignoreConflictingProcess();

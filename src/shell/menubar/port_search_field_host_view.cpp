@@ -35,7 +35,7 @@ void PortSearchFieldHostView::resizeEvent(QResizeEvent* /*event*/) {
 }
 
 // The field gets the event as if the nearest point of it had been clicked.
-void PortSearchFieldHostView::forward(QMouseEvent* event) {
+void PortSearchFieldHostView::forward(QMouseEvent* event) const {
     event->accept();
     QWidget* field = hitTest(event->position().toPoint());
     if (field == nullptr)

@@ -29,7 +29,7 @@ class PortSearchFieldHostView final : public QWidget {
     void resizeEvent(QResizeEvent* event) override;
 
   private:
-    void forward(QMouseEvent* event);
+    void forward(QMouseEvent* event) const;
 
     QLineEdit* searchField_;
 };

@@ -53,6 +53,9 @@ class SessionBusTest : public testing::Test {
                                         },
                                         [this](auto& uris, auto& with) {
                                             requests.append({uris, with});
+                                        },
+                                        [this](qint64 port, auto& with) {
+                                            requests.append({{QString::number(port)}, with});
                                         }});
     }
 
@@ -93,6 +96,17 @@ TEST_F(SessionBusTest, OtherStartsAndDesktopsReachTheFirst) {
     desktop.connection().send(open);
     EXPECT_TRUE(waitFor([this] { return requests.size() == 4; }));
     EXPECT_EQ(requests[3], Request(QStringList(64, u"port://8080"_s), {}));
+
+    for (const auto& [name, argument] : {std::pair(u"quit"_s, QVariant(3000LL)),
+                                         {u"check-port"_s, u"x"_s},
+                                         {u"check-port"_s, QVariant(3000LL)}}) {
+        auto act = QDBusMessage::createMethodCall(kName, kPath, u"org.freedesktop.Application"_s,
+                                                  u"ActivateAction"_s);
+        act << name << QVariantList{argument} << QVariantMap();
+        desktop.connection().send(act);
+    }
+    EXPECT_TRUE(waitFor([this] { return requests.size() == 5; }));
+    EXPECT_EQ(requests[4], Request({u"3000"_s}, {}));
 }
 
 TEST_F(SessionBusTest, FirstThatHangsOrDiesKeepsNobodyWaiting) {
