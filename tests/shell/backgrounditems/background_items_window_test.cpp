@@ -44,7 +44,7 @@ class BackgroundItemsWindowTest : public testing::Test {
     FakeAppService service;
     BackgroundItemsViewModel viewModel{service, [] { return kCommand; }, u"sample.service"_s};
     QQmlEngine engine;
-    BackgroundItemsWindow page{engine, viewModel};
+    BackgroundItemsWindow page{[this]() -> QQmlEngine& { return engine; }, viewModel};
 };
 
 TEST_F(BackgroundItemsWindowTest, OffersWhatHelpsAndFollows) {

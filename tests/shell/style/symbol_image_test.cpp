@@ -22,7 +22,7 @@ const QStringList kNames{
     QStringLiteral("doc.text"),
     QStringLiteral("exclamationmark.triangle.fill"),
     QStringLiteral("gearshape"),
-    QStringLiteral("magnifyingglass.circle.fill"),
+    QStringLiteral("magnifyingglass", "magnifyingglass.circle.fill"),
     QStringLiteral("minus"),
     QStringLiteral("network"),
     QStringLiteral("plus"),
