@@ -77,6 +77,8 @@ const std::map<std::string, Names> kPlan{
       "zenlot_shell_onboarding",
       "zenlot_shell_onboardingplugin",
       "zenlot_monitoring",
+      "zenlot_shell_backgrounditems",
+      "zenlot_shell_backgrounditemsplugin",
       "zenlot_shell_inspector",
       "zenlot_shell_inspectorplugin",
       "zenlot_shell_mainwindow",
