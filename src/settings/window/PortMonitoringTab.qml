@@ -47,6 +47,7 @@ ColumnLayout {
         visible: root.viewModel.installError !== ""
 
         ColumnLayout {
+            Layout.fillWidth: true
             Layout.margins: 12
             spacing: 10
 
@@ -56,17 +57,22 @@ ColumnLayout {
                 font: TextStyle.caption
                 text: root.viewModel.installError
             }
-            Flow {
-                Layout.fillWidth: true
-                spacing: 10
+            GridLayout {
+                columnSpacing: 10
+                columns: openButton.implicitWidth + recheckButton.implicitWidth + 34 > root.width ? 1 : 2
+                rowSpacing: 10
                 visible: root.viewModel.needsApproval
 
                 GlassButton {
+                    id: openButton
+
                     text: qsTr("Open Login Items")
 
                     onClicked: root.viewModel.openLoginItems()
                 }
                 GlassButton {
+                    id: recheckButton
+
                     text: qsTr("I've enabled it — re-check")
 
                     onClicked: root.viewModel.recheckBackgroundApproval()

@@ -15,7 +15,7 @@ T.TabButton {
     Accessible.name: root.text
     Accessible.role: Accessible.PageTab
     Accessible.selected: root.checked
-    Accessible.onPressAction: root.toggle()
+    Accessible.onPressAction: root.checked = true
     font: TextStyle.sized(11, Font.Medium)
     hoverEnabled: true
     horizontalPadding: 12
