@@ -140,9 +140,10 @@ Replacement enableEntry(const QString& path, const QByteArray& exec) {
 
 } // namespace
 
-AutostartAppService::AutostartAppService(const QString& configHome, QString program)
+AutostartAppService::AutostartAppService(const QString& configHome, QString program,
+                                         QByteArray option)
     : entryPath_(configHome + QStringLiteral("/autostart/dev.quorvane.zenlot.desktop")),
-      program_(std::move(program)) {}
+      program_(std::move(program)), option_(std::move(option)) {}
 
 AppServiceStatus AutostartAppService::status() const {
     const UserFile file = readUserFile(entryPath_, kMaximumEntryBytes);
@@ -166,9 +167,12 @@ std::optional<AppServiceError> AutostartAppService::registerService() {
     };
     if (const std::error_code error = makePrivateDirectories(QFileInfo(entryPath_).absolutePath()))
         return cannotWrite(QString::fromStdString(error.message()));
+    QByteArray exec = desktopEntryExec(program_);
+    if (!option_.isEmpty())
+        exec += ' ' + option_;
     Replacement replacement{Replacement::Outcome::changedMeanwhile, QString()};
     for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
-        replacement = enableEntry(entryPath_, desktopEntryExec(program_));
+        replacement = enableEntry(entryPath_, exec);
         if (replacement.outcome != Replacement::Outcome::changedMeanwhile)
             break;
     }

@@ -25,8 +25,9 @@ enum class AutostartError : int {
 
 class AutostartAppService final : public AppService {
   public:
-    // `program` is the absolute path of the program to start.
-    AutostartAppService(const QString& configHome, QString program);
+    // `program` is the absolute path of the program to start. The option tells it that nobody asked
+    // to see it; it is one word of plain letters, or empty.
+    AutostartAppService(const QString& configHome, QString program, QByteArray option = {});
 
     AppServiceStatus status() const override;
     std::optional<AppServiceError> registerService() override;
@@ -35,6 +36,7 @@ class AutostartAppService final : public AppService {
   private:
     QString entryPath_;
     QString program_;
+    QByteArray option_;
 };
 
 // The value of an Exec key that starts the program without arguments.

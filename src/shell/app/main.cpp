@@ -51,7 +51,7 @@ int main(int argc, char** argv) {
 
     ZenlotApp zenlot(bus, instance);
     const TerminationSignals termination([] { QCoreApplication::quit(); });
-    zenlot.start(arguments.contains(QStringLiteral("--background")) ? LaunchStyle::inBackground
-                                                                    : LaunchStyle::withWindow);
+    zenlot.start(arguments.contains(QLatin1String(kBackgroundOption)) ? LaunchStyle::inBackground
+                                                                      : LaunchStyle::withWindow);
     return QApplication::exec();
 }

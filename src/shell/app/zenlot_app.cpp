@@ -60,7 +60,8 @@ QUrl qml(const char* file) {
 ZenlotApp::ZenlotApp(SessionBus& bus, ApplicationInstance& instance)
     : bus_(bus), instance_(instance), directories_(xdgHomeDirectories()),
       userDefaults_(directories_.configHome + QStringLiteral("/dev.quorvane.zenlot/defaults.json")),
-      loginItem_(directories_.configHome, QCoreApplication::applicationFilePath()),
+      loginItem_(directories_.configHome, QCoreApplication::applicationFilePath(),
+                 kBackgroundOption),
       settings_(userDefaults_, loginItem_), log_(monitorLogPath(directories_.home)),
       systemLog_("zenlot"),
       runningApplications_(xdgDataDirectories(directories_), programDirectories()),
@@ -110,11 +111,34 @@ void ZenlotApp::start(LaunchStyle style) {
     appDelegate_.setOpenMainWindow([this] { openMainWindow(); });
     appDelegate_.setOpenSettingsAction([this] { openSettings(); });
     followSettings();
+    for (const QmlWindow* window : {&mainWindow_, &settingsWindow_})
+        QObject::connect(window, &QmlWindow::closed, &context_, [this] { quitIfNothingIsLeft(); });
     if (style == LaunchStyle::withWindow)
         openMainWindow();
     else
-        runStartupSequence();
+        startInBackground();
     followInstance();
+}
+
+// Where no status area turns up, the window waits in the taskbar.
+void ZenlotApp::startInBackground() {
+    runStartupSequence();
+    statusBar_.observeAvailability(&context_, [this] {
+        if (statusBar_.isAvailable() || !settings_.showInMenuBar() || !windows_.windows().isEmpty())
+            return;
+        if (QQuickWindow* const window = mainWindow_.open())
+            window->showMinimized();
+    });
+}
+
+// With its last window closed, a program without a status item and without anything to watch has
+// nothing left to do.
+void ZenlotApp::quitIfNothingIsLeft() {
+    const bool hasStatusItem = settings_.showInMenuBar() && statusBar_.isAvailable();
+    const bool isWatching =
+        settings_.portMonitoringEnabled() || settings_.conflictMonitoringEnabled();
+    if (!hasStatusItem && !isWatching && windows_.windows().isEmpty())
+        QCoreApplication::quit();
 }
 
 void ZenlotApp::openMainWindow() {

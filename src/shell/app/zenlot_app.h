@@ -61,6 +61,9 @@ QT_FORWARD_DECLARE_CLASS(QQuickWindow)
 
 namespace zenlot {
 
+// With this option of the program nobody has asked to see it.
+inline constexpr char kBackgroundOption[] = "--background";
+
 enum class LaunchStyle {
     withWindow,
     inBackground, // as a login item, which nobody has asked to see
@@ -88,6 +91,7 @@ class ZenlotApp final {
   private:
     enum class RunningMonitor { leave, restart };
 
+    void startInBackground();
     void runStartupSequence();
     QCoro::Task<> finishStartupSequence();
     QCoro::Task<> refreshMonitorRegistration(RunningMonitor whenRunning);

@@ -11,7 +11,7 @@ using enum AppServiceStatus;
 
 const std::string kName = "autostart/dev.quorvane.zenlot.desktop";
 const std::string kGroup = "[Desktop Entry]\n";
-const std::string kKeys = "Type=Application\nName=Zenlot\nExec=\"/opt/Zenlot/zenlot\"\n"
+const std::string kKeys = "Type=Application\nName=Zenlot\nExec=\"/opt/Zenlot/zenlot\" --background\n"
                           "Icon=dev.quorvane.zenlot\nTerminal=false\n";
 const std::string kOn = "X-GNOME-Autostart-enabled=true\n";
 
@@ -19,7 +19,7 @@ class AutostartAppServiceTest : public testing::Test {
   protected:
     TemporaryFolder folder_;
     QString configHome_ = QString::fromStdString(folder_.path());
-    AutostartAppService loginItem_{configHome_, u"/opt/Zenlot/zenlot"_s};
+    AutostartAppService loginItem_{configHome_, u"/opt/Zenlot/zenlot"_s, "--background"};
 };
 
 TEST_F(AutostartAppServiceTest, RegistersAndUnregisters) {
