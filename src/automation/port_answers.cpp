@@ -5,6 +5,7 @@
 #include "inventory/shared_port_cache.h"
 #include "shell/intents/check_port_intent.h"
 
+#include <QFutureWatcher>
 #include <QtConcurrentRun>
 
 #include <optional>
@@ -17,18 +18,24 @@ PortAnswers::PortAnswers(const PortScanner& scanner, SharedContainer container)
     : scanner_(scanner), container_(std::move(container)) {}
 
 void PortAnswers::answer(std::int64_t portNumber, QObject* context, Receiver receiver) {
-    QtConcurrent::run(&workers_, [this, portNumber] {
+    // A future's own continuation may not outlive its context.
+    auto* watcher = new QFutureWatcher<QString>(context);
+    QObject::connect(watcher, &QFutureWatcherBase::finished, context,
+                     [watcher, receiver = std::move(receiver)] {
+                         watcher->deleteLater();
+                         receiver(watcher->result());
+                     });
+    watcher->setFuture(QtConcurrent::run(&workers_, [this, portNumber] {
         std::vector<PortProcess> owners;
         if (isValidPort(portNumber)) {
             SharedPortCache published;
             const auto text = SharedContainer::read(container_.portsFileURL());
-            auto ports = text ? decodeOccupiedPorts(*text) : std::nullopt;
-            if (ports)
+            if (auto ports = text ? decodeOccupiedPorts(*text) : std::nullopt)
                 published.replace(*std::move(ports));
             owners = PortLookup(scanner_, published).processesOnPort(portNumber);
         }
         return checkPortDialog(portNumber, owners);
-    }).then(context, [receiver = std::move(receiver)](const QString& dialog) { receiver(dialog); });
+    }));
 }
 
 } // namespace zenlot

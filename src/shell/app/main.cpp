@@ -9,6 +9,7 @@
 #include "shell/app/zenlot_app.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <QQuickStyle>
 
 #include <cstdio>
@@ -47,6 +48,9 @@ int main(int argc, char** argv) {
     QApplication::setApplicationDisplayName(QStringLiteral("Zenlot"));
     QApplication::setApplicationVersion(QStringLiteral(ZENLOT_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("dev.quorvane.zenlot"));
+    QApplication::setWindowIcon(
+        QIcon::fromTheme(QStringLiteral("dev.quorvane.zenlot"),
+                         QIcon(QStringLiteral(":/zenlot/icons/application.svg"))));
     QQuickStyle::setStyle(QStringLiteral("Fusion"));
 
     ZenlotApp zenlot(bus, instance);

@@ -195,8 +195,10 @@ QCoro::Task<> ZenlotApp::refreshMonitorRegistration(RunningMonitor whenRunning) 
 }
 
 void ZenlotApp::followSettings() {
-    QObject::connect(&settings_, &AppSettings::showInMenuBarChanged, &context_,
-                     [this] { appDelegate_.updateStatusItem(settings_); });
+    QObject::connect(&settings_, &AppSettings::showInMenuBarChanged, &context_, [this] {
+        appDelegate_.updateStatusItem(settings_);
+        appDelegate_.updateGlobalShortcut(settings_); // there is none without the item
+    });
     QObject::connect(&settings_, &AppSettings::showInDockChanged, &context_,
                      [this] { appDelegate_.applyActivationPolicy(settings_); });
     QObject::connect(&settings_, &AppSettings::globalShortcutEnabledChanged, &context_,

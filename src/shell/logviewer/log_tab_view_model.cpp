@@ -1,10 +1,12 @@
 #include "shell/logviewer/log_tab_view_model.h"
 
 #include <QClipboard>
+#include <QFutureWatcher>
 #include <QGuiApplication>
 #include <QtConcurrentRun>
 
 #include <memory>
+#include <type_traits>
 #include <utility>
 
 namespace zenlot {
@@ -47,7 +49,15 @@ void LogTabViewModel::disappear() {
 
 template <typename Work, typename Apply>
 void LogTabViewModel::runOnWorker(Work work, Apply apply) {
-    QtConcurrent::run(&worker_, std::move(work)).then(this, std::move(apply));
+    using Result = std::invoke_result_t<Work>;
+    // A future's own continuation may not outlive its context.
+    auto* watcher = new QFutureWatcher<Result>(this);
+    connect(watcher, &QFutureWatcherBase::finished, this,
+            [watcher, apply = std::move(apply)]() mutable {
+                watcher->deleteLater();
+                apply(watcher->result());
+            });
+    watcher->setFuture(QtConcurrent::run(&worker_, std::move(work)));
 }
 
 void LogTabViewModel::reloadLog() {

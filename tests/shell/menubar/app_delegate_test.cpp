@@ -342,6 +342,9 @@ TEST_F(AppDelegateTest, AValidPortIsHandedOnAndClosesTheMenu) {
         EXPECT_EQ(menu.searchField().text(), one.port ? QString() : one.text);
         QCoreApplication::processEvents();
         EXPECT_EQ(mainWindowOpened, one.port ? 1 : 0);
+        if (!one.port)
+            bar.click(QRect(10, 0, 20, 20)); // closes it
+        EXPECT_FALSE(menu.isVisible());
     }
 }
 
