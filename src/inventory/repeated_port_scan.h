@@ -47,7 +47,7 @@ class RepeatedPortScan {
   public:
     using Clock = std::function<std::chrono::steady_clock::time_point()>;
 
-    // A look at all ports takes as much time as all polls of a minute without one.
+    // On a busy machine a look at all ports costs as much as fifty scans without a change.
     static constexpr std::chrono::seconds kLongestReuse{120};
     static constexpr std::chrono::seconds kSettlingTime{2};
 

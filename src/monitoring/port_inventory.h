@@ -31,9 +31,9 @@ class PortInventory final {
     // A fresh scan of all ports, merged with what the background monitor last published.
     QFuture<std::vector<OccupiedPort>> listMergedPorts();
 
-    // Of the same merged ports those of the current user, in their order; for polls, since it costs
-    // next to nothing while nothing changes. See RepeatedPortScan for how long a change of owner
-    // may stay unseen. Never null.
+    // Of the same merged ports those of the current user; several entries for one port keep their
+    // order. For polls: while nothing changes, it costs next to nothing and gives the list of
+    // before. See RepeatedPortScan for how long a change of owner may stay unseen. Never null.
     QFuture<SharedPorts> pollPortsOfCurrentUser();
 
     QFuture<std::vector<PortProcess>> processesOnPort(std::int64_t port);

@@ -43,6 +43,9 @@ int main(int argc, char** argv) {
         return 1;
     }
 
+    // The other backend of QtMultimedia ends the program where its plugins are missing.
+    qputenv("QT_MEDIA_BACKEND", "ffmpeg");
+
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("zenlot"));
     QApplication::setApplicationDisplayName(QStringLiteral("Zenlot"));

@@ -9,6 +9,7 @@
 #include "shell/inspector/process_detail_view_model.h"
 #include "shell/logviewer/log_tab_view_model.h"
 #include "shell/model/port_url.h"
+#include "shell/onboarding/onboarding_window.h"
 #include "shell/processicon/process_icon_provider.h"
 #include "updates/release_feed_address.h"
 
@@ -26,6 +27,7 @@ Q_IMPORT_QML_PLUGIN(Zenlot_BackgroundItemsPlugin)
 Q_IMPORT_QML_PLUGIN(Zenlot_InspectorPlugin)
 Q_IMPORT_QML_PLUGIN(Zenlot_LogViewerPlugin)
 Q_IMPORT_QML_PLUGIN(Zenlot_MainWindowPlugin)
+Q_IMPORT_QML_PLUGIN(Zenlot_OnboardingPlugin)
 Q_IMPORT_QML_PLUGIN(Zenlot_ProcessIconPlugin)
 Q_IMPORT_QML_PLUGIN(Zenlot_SettingsWindowPlugin)
 Q_IMPORT_QML_PLUGIN(Zenlot_StylePlugin)

@@ -1,0 +1,93 @@
+// The state of the first run: a welcome, and then the offer to enable the background monitor.
+//
+// Whoever reaches an end (finishes, skips, or has the monitor enabled) has completed the first run:
+// that is stored, and the window is asked to close. Without somebody to close it the window stays.
+// Closing the window by other means stores nothing, so the first run is offered again.
+//
+// Main thread only; the registration of the monitor is synchronous, and the window gets the chance
+// to show that it has begun.
+//
+//     OnboardingViewModel model({settings, installer, loginItems, systemLog},
+//                               {.closeWindow = [&] { delegate.closeOnboardingWindow(); }});
+#pragma once
+
+#include "monitoring/launch_agent_installer.h"
+#include "platform/background_items_settings.h"
+#include "platform/system_log.h"
+#include "settings/app_settings.h"
+
+#include <QObject>
+#include <QString>
+#include <QtQml/qqmlregistration.h>
+
+#include <functional>
+
+namespace zenlot {
+
+class OnboardingViewModel : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The application owns it")
+
+    Q_PROPERTY(int page READ page NOTIFY pageChanged) // 0: the welcome, 1: the monitor
+    Q_PROPERTY(bool daemonInstalled READ daemonInstalled NOTIFY daemonInstalledChanged)
+    Q_PROPERTY(bool daemonInstalling READ daemonInstalling NOTIFY daemonInstallingChanged)
+    Q_PROPERTY(QString installError READ installError NOTIFY installErrorChanged)
+    Q_PROPERTY(bool needsApproval READ needsApproval NOTIFY needsApprovalChanged)
+
+  public:
+    // All must outlive the object.
+    struct Collaborators {
+        AppSettings& settings;
+        LaunchAgentInstaller& installer;
+        BackgroundItemsSettings& loginItems;
+        SystemLog& systemLog;
+    };
+    struct Actions {
+        std::function<void()> closeWindow{}; // none: the window stays
+        // Runs what it is given once the window has shown the present state; none: at once. What
+        // it was given must not run after the end of this object.
+        std::function<void(std::function<void()>)> afterNextFrame{};
+    };
+
+    OnboardingViewModel(const Collaborators& with, Actions actions, QObject* parent = nullptr);
+
+    int page() const { return page_; }
+    bool daemonInstalled() const { return daemonInstalled_; }
+    bool daemonInstalling() const { return daemonInstalling_; }
+    // Empty while there is nothing to report.
+    QString installError() const { return installError_; }
+    bool needsApproval() const { return needsApproval_; }
+
+    // The window appeared.
+    Q_INVOKABLE void appear();
+    Q_INVOKABLE void advance();
+    Q_INVOKABLE void finish();
+    Q_INVOKABLE void enableBackgroundMonitor();
+    Q_INVOKABLE void recheckApproval();
+    Q_INVOKABLE void openLoginItems();
+
+  Q_SIGNALS:
+    void pageChanged();
+    void daemonInstalledChanged();
+    void daemonInstallingChanged();
+    void installErrorChanged();
+    void needsApprovalChanged();
+
+  private:
+    using Changed = void (OnboardingViewModel::*)();
+
+    template <typename Value>
+    void change(Value& member, const Value& value, Changed changed);
+    void install();
+
+    Collaborators with_;
+    Actions actions_;
+    int page_{0};
+    bool daemonInstalled_;
+    bool daemonInstalling_{false};
+    QString installError_;
+    bool needsApproval_{false};
+};
+
+} // namespace zenlot
