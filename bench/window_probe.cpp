@@ -5,13 +5,15 @@
 //     zenlot-window-probe [REFRESHES]
 //
 // The exit status is 1 when a figure is above its limit, and 2 when nothing could be measured.
+#include "platform/linux/session_bus.h"
+#include "platform/linux/session_bus_application_instance.h"
 #include "shell/app/zenlot_app.h"
 
+#include <QApplication>
 #include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QFile>
-#include <QGuiApplication>
 #include <QQuickItem>
 #include <QQuickStyle>
 #include <QQuickWindow>
@@ -143,7 +145,8 @@ class Probe final {
   public:
     // Returns whether everything could be measured.
     bool run(int refreshes) {
-        if (!app_.start())
+        app_.start(LaunchStyle::withWindow);
+        if (!app_.mainWindow() || !app_.contentViewModel())
             return false;
         QObject::connect(app_.mainWindow(), &QQuickWindow::frameSwapped, app_.mainWindow(),
                          [this] { ++frames_; });
@@ -154,8 +157,8 @@ class Probe final {
 
   private:
     bool isListed() {
-        return app_.contentViewModel().sidebar()->rowCount() > 0 &&
-               !app_.contentViewModel().isLoadingSidebar();
+        return app_.contentViewModel()->sidebar()->rowCount() > 0 &&
+               !app_.contentViewModel()->isLoadingSidebar();
     }
 
     bool waitForFrame() const {
@@ -182,7 +185,7 @@ class Probe final {
     bool measureStart() {
         if (!waitForFrame())
             return false;
-        QGuiApplication::processEvents();
+        QApplication::processEvents();
         report("start to a window that answers", age().count(), "ms", 500);
         if (!waitUntil([this] { return isListed(); }) || !waitForFrame())
             return false;
@@ -190,7 +193,7 @@ class Probe final {
         reportGap("longest gap from the loaded program to there", heartbeat_.takeLongest());
         turnFor(kAftermath);
         reportGap("longest gap after it", heartbeat_.takeLongest(), 50);
-        report("rows of the sidebar", app_.contentViewModel().sidebar()->rowCount(), "");
+        report("rows of the sidebar", app_.contentViewModel()->sidebar()->rowCount(), "");
         report("proportional set size", proportionalMiB(), "MiB", 80);
         return true;
     }
@@ -213,7 +216,7 @@ class Probe final {
             heartbeat_.takeLongest();
             QElapsedTimer time;
             time.start();
-            app_.contentViewModel().loadOccupiedPorts();
+            app_.contentViewModel()->loadOccupiedPorts();
             if (!waitUntil([this] { return isListed(); }))
                 return false;
             together += std::chrono::nanoseconds(time.nsecsElapsed());
@@ -229,7 +232,7 @@ class Probe final {
 
     bool measureScrolling() {
         QQuickItem* view =
-            viewOf(app_.mainWindow()->contentItem(), app_.contentViewModel().sidebar());
+            viewOf(app_.mainWindow()->contentItem(), app_.contentViewModel()->sidebar());
         if (!view)
             return false;
         auto* content = view->property("contentItem").value<QQuickItem*>();
@@ -259,17 +262,19 @@ class Probe final {
     Heartbeat heartbeat_;
     int frames_{0};
     bool isWithinLimits_{true};
-    ZenlotApp app_;
+    SessionBus bus_;
+    SessionBusApplicationInstance instance_{bus_};
+    ZenlotApp app_{bus_, instance_};
 };
 
 } // namespace
 } // namespace zenlot
 
 int main(int argc, char** argv) {
-    QGuiApplication application(argc, argv);
-    QGuiApplication::setApplicationName(QStringLiteral("zenlot"));
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("zenlot"));
     QQuickStyle::setStyle(QStringLiteral("Fusion"));
-    const int refreshes = std::max(1, QGuiApplication::arguments().value(1, u"10"_qs).toInt());
+    const int refreshes = std::max(1, QApplication::arguments().value(1, u"10"_qs).toInt());
 
     zenlot::Probe probe;
     if (!probe.run(refreshes)) {

@@ -6,6 +6,7 @@
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
+#include <QRect>
 #include <QTest>
 
 #include <optional>
@@ -20,6 +21,7 @@ class AccessibleTree {
     struct Node {
         QString service;
         QString path;
+        QString name; // of those that are found
     };
 
     // Starts the accessibility bus.
@@ -27,8 +29,8 @@ class AccessibleTree {
         : session_(QDBusConnection::connectToBus(sessionBus, QStringLiteral("e2e session"))),
           bus_(session_) {
         const QVariant address =
-            ask({QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus")}, "org.a11y.Bus",
-                "GetAddress");
+            ask({QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus"), {}},
+                "org.a11y.Bus", "GetAddress");
         bus_ = QDBusConnection::connectToBus(address.toString(), QStringLiteral("e2e a11y"));
     }
     AccessibleTree(const AccessibleTree&) = delete;
@@ -45,6 +47,26 @@ class AccessibleTree {
         std::optional<Node> found;
         wait([&] { return (found = findBelow(kRoot, role, name, state)).has_value(); });
         return found;
+    }
+
+    // The node with that role and name which stands nearest to another one.
+    std::optional<Node> findNear(Node node, const char* role, const QString& name) const {
+        std::optional<Node> found;
+        while (!node.path.isEmpty() && !(found = findBelow(node, role, name, State::visible))) {
+            const auto parent = property(node, "Parent").value<QDBusArgument>();
+            node = parent.currentType() == QDBusArgument::StructureType ? nodeFrom(parent) : Node{};
+        }
+        return found;
+    }
+
+    // On the screen.
+    QPoint centre(const Node& node) const {
+        QRect extents;
+        const auto reply =
+            ask(node, "org.a11y.atspi.Component", "GetExtents", {0U}).value<QDBusArgument>();
+        if (reply.currentType() == QDBusArgument::StructureType)
+            reply >> extents;
+        return extents.center();
     }
 
     // Waits until the window is seen without such a node.
@@ -73,7 +95,8 @@ class AccessibleTree {
     static constexpr const char* kAccessible = "org.a11y.atspi.Accessible";
     static constexpr const char* kAction = "org.a11y.atspi.Action";
     inline static const Node kRoot{QStringLiteral("org.a11y.atspi.Registry"),
-                                   QStringLiteral("/org/a11y/atspi/accessible/root")};
+                                   QStringLiteral("/org/a11y/atspi/accessible/root"),
+                                   {}};
 
     template <typename Condition>
     static bool wait(Condition condition) {
@@ -90,17 +113,32 @@ class AccessibleTree {
         return reply.type() == QDBusMessage::ReplyMessage ? reply.arguments().value(0) : QVariant();
     }
 
-    bool fits(const Node& node, const char* role, const QString& name, State state) const {
+    QVariant property(const Node& node, const char* name) const {
+        return ask(node, "org.freedesktop.DBus.Properties", "Get",
+                   {QString::fromLatin1(kAccessible), QString::fromLatin1(name)})
+            .value<QDBusVariant>()
+            .variant();
+    }
+
+    static Node nodeFrom(const QDBusArgument& reference) {
+        Node node;
+        QDBusObjectPath path;
+        reference.beginStructure();
+        reference >> node.service >> path;
+        reference.endStructure();
+        node.path = path.path();
+        return node;
+    }
+
+    bool fits(Node& node, const char* role, const QString& name, State state) const {
         if (ask(node, kAccessible, "GetRoleName") != QLatin1String(role))
             return false;
-        const QVariant text = ask(node, "org.freedesktop.DBus.Properties", "Get",
-                                  {QString::fromLatin1(kAccessible), QStringLiteral("Name")});
+        node.name = property(node, "Name").toString();
         const auto bits = qdbus_cast<QList<uint>>(ask(node, kAccessible, "GetState"));
         const auto has = [&](State bit) {
             return ((bits.value(0) >> static_cast<int>(bit)) & 1U) != 0;
         };
-        return has(State::visible) && has(state) &&
-               text.value<QDBusVariant>().variant().toString().startsWith(name);
+        return has(State::visible) && has(state) && node.name.startsWith(name);
     }
 
     std::optional<Node> findBelow(const Node& parent, const char* role, const QString& name,
@@ -110,12 +148,7 @@ class AccessibleTree {
             return std::nullopt;
         const auto list = children.value<QDBusArgument>();
         for (list.beginArray(); !list.atEnd();) {
-            Node node;
-            QDBusObjectPath path;
-            list.beginStructure();
-            list >> node.service >> path;
-            list.endStructure();
-            node.path = path.path();
+            Node node = nodeFrom(list);
             if (fits(node, role, name, state))
                 return node;
             if (std::optional<Node> found = findBelow(node, role, name, state))

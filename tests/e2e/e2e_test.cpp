@@ -3,7 +3,6 @@
 #include "e2e/accessible_tree.h"
 #include "e2e/private_desktop.h"
 
-#include <QFile>
 #include <gtest/gtest.h>
 
 #include <csignal>
@@ -17,18 +16,10 @@ const QString kForceQuit = QStringLiteral("Force Quit");
 
 class EndToEndTest : public testing::Test {
   protected:
-    // Starts a web server on a port of the kernel's choice, from a program with the given name, and
-    // then the application.
+    // Starts a web server by a program with the given name, and then the application.
     void open(const QString& name) {
-        QProcess& python = desktop.start(
-            QStringLiteral("python3"),
-            {QStringLiteral("-c"), QStringLiteral("import sys; print(sys.executable)")});
-        const QString program =
-            QString::fromStdString((desktop.folder() / name.toStdString()).string());
-        ASSERT_TRUE(QFile::copy(PrivateDesktop::firstLine(python), program));
-        server = &desktop.start(
-            program, QStringLiteral("-u -m http.server -b 127.0.0.1 0").split(QLatin1Char(' ')));
-        port = PrivateDesktop::firstLine(*server).section(QLatin1Char(' '), 5, 5);
+        server = &desktop.startServer(name);
+        port = PrivateDesktop::portOf(*server);
         pid = QStringLiteral("PID %1").arg(server->processId());
         // What would turn the direction of a line is shown as a mark.
         shownName = QString(name).replace(QChar(0x202E), QChar(0xFFFD));

@@ -4,6 +4,7 @@
 
 #include "support/temporary_folder.h"
 
+#include <QFile>
 #include <QProcess>
 
 #include <memory>
@@ -23,6 +24,8 @@ class PrivateDesktop {
         }
         for (const char* name : {"AT_SPI_BUS_ADDRESS", "NO_AT_BRIDGE", "QT_FATAL_WARNINGS"})
             environment_.remove(QString::fromLatin1(name));
+        folder_.write("XDG_CONFIG_HOME/dev.quorvane.zenlot/defaults.json",
+                      R"({"hasCompletedOnboarding": true})");
         set("GSETTINGS_BACKEND", QStringLiteral("memory"));
         set("LC_ALL", QStringLiteral("C.UTF-8"));
         set("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", QStringLiteral("1"));
@@ -62,6 +65,18 @@ class PrivateDesktop {
         return process;
     }
 
+    // A web server on a port of the kernel's choice, by a program with that name.
+    QProcess& startServer(const QString& name) {
+        const QString program = QString::fromStdString(folder().string()) + QLatin1Char('/') + name;
+        if (!QFile::exists(program))
+            QFile::copy(firstLine(start(QStringLiteral("python3"),
+                                        {QStringLiteral("-c"),
+                                         QStringLiteral("import sys; print(sys.executable)")})),
+                        program);
+        return start(program, QStringLiteral("-u -m http.server -b 127.0.0.1 0").split(u' '));
+    }
+    static QString portOf(QProcess& server) { return firstLine(server).section(u' ', 5, 5); }
+
     // Daemons tell there where they can be reached.
     static QString firstLine(QProcess& process) {
         while (!process.canReadLine()) {
@@ -71,6 +86,8 @@ class PrivateDesktop {
         return QString::fromUtf8(process.readLine()).trimmed();
     }
 
+    // The folders of its user are in there, each named after its variable.
+    const TemporaryFolder& files() const { return folder_; }
     std::filesystem::path folder() const { return folder_.path(); }
     QString sessionBus() const {
         return environment_.value(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"));

@@ -42,39 +42,26 @@ class RepeatedPortScanTest : public testing::Test {
 TEST_F(RepeatedPortScanTest, LooksUpWhatMayHaveChangedAndNothingElse) {
     const std::vector<TcpSocket> listener{{ipv4, TcpState::listen, 80, 0}};
     const std::vector<TcpSocket> connection{{ipv4, TcpState::established, 80, 99}};
-    const TcpTableEntry other{81, 0, ipv4, 1000, 3};
+    // A newcomer that has other sockets some time after its first poll.
+    const auto change = [&](ProcessId pid, const std::vector<TcpSocket>& first,
+                            std::chrono::seconds delay, const std::vector<TcpSocket>& then) {
+        auto& sockets = addProcess(pid, first);
+        const auto end = now + delay;
+        polls(static_cast<int>((delay + 2s) / 3s));
+        now = end;
+        sockets = then;
+    };
     const std::tuple<const char*, std::function<void()>, const char*> cases[] = {
         {"nothing", [] {}, "..."},
         {"the init process, which is not walked", [&] { addProcess(1, listener); }, "..."},
         {"another socket on the port", [&] { tables.table[0].identity = 2; }, "w.."},
-        {"another socket on another port", [&] { tables.table.push_back(other); }, "w.."},
-        {"no socket any more", [&] { tables.table.clear(); }, "w.."},
         {"sockets can't be told apart", [&] { tables.table[0].identity.reset(); }, "www"},
         {"the owner ends", [&] { tables.processes.erase(tables.processes.begin()); }, "w.."},
         {"a newcomer without listeners", [&] { addProcess(11, connection); }, "gg."},
         {"a newcomer with a listener", [&] { addProcess(12, listener); }, "ww."},
-        {"a newcomer that drops its listener soon",
-         [&] {
-             auto& sockets = addProcess(13, listener);
-             polls(1);
-             now -= 2s;
-             sockets.clear();
-         },
-         "wg."},
-        {"a newcomer that gets a listener soon",
-         [&] {
-             auto& sockets = addProcess(14, {});
-             polls(1);
-             sockets = listener;
-         },
-         "w.."},
-        {"a process that gets a listener late",
-         [&] {
-             auto& sockets = addProcess(15, {});
-             polls(2);
-             sockets = listener;
-         },
-         "..."},
+        {"a newcomer that drops its listener soon", [&] { change(13, listener, 1s, {}); }, "wg."},
+        {"a newcomer that gets a listener soon", [&] { change(14, {}, 3s, listener); }, "w.."},
+        {"a process that gets a listener late", [&] { change(15, {}, 6s, listener); }, "..."},
         {"the list is as old as it may be",
          [&] {
              now += RepeatedPortScan::kLongestReuse;
@@ -83,101 +70,76 @@ TEST_F(RepeatedPortScanTest, LooksUpWhatMayHaveChangedAndNothingElse) {
          },
          ".w."},
     };
-    for (const auto& [name, change, expected] : cases) {
+    for (const auto& [name, happen, expected] : cases) {
         tables.table = {{80, 0, ipv4, 1000, 1}};
         if (tables.processes.empty())
             addProcess(10, listener);
         now += RepeatedPortScan::kLongestReuse;
         polls(3);
         ASSERT_EQ(poll(), '.') << name;
-        change();
+        happen();
         EXPECT_EQ(polls(3), expected) << name;
     }
 }
 
-// A machine of processes that share sockets with those that they were forked from.
-struct Machine {
-    struct Process {
+// Servers that start, end, open and close sockets, and fork children that keep some of them.
+TEST_F(RepeatedPortScanTest, GivesWhatAScanGives) {
+    struct Server {
         ProcessId pid;
         UserId user;
-        std::set<int> sockets;
+        std::set<std::uint64_t> sockets;
     };
     std::mt19937 random;
-    std::vector<Process> processes;
-    std::map<int, TcpTableEntry> sockets;
-    int made{0};
-
-    unsigned below(std::size_t end) { return static_cast<unsigned>(random() % end); }
-    Process& any() { return processes[below(processes.size())]; }
-
-    void step() {
-        switch (processes.empty() ? 0 : processes.size() > 12 ? 2 : below(5)) {
-        case 0:
-            processes.push_back({100 + ++made, below(2), {}});
-            break;
-        case 1: { // a fork, after which the new process keeps some sockets
-            Process child = any();
-            child.pid = 100 + ++made;
-            child.user = below(2);
-            std::erase_if(child.sockets, [this](int) { return below(2) == 0; });
-            processes.push_back(child);
-            break;
+    const auto below = [&random](std::size_t end) { return static_cast<int>(random() % end); };
+    std::vector<Server> servers;
+    std::map<std::uint64_t, TcpTableEntry> sockets;
+    ProcessId made = 100;
+    int repeats = 0;
+    for (int round = 0; round < 3'000; ++round) {
+        const int change = servers.empty() ? 0 : servers.size() > 12 ? 1 : below(16);
+        const auto chosen = servers.begin() + below(servers.size() + (servers.empty() ? 1 : 0));
+        const std::uint64_t socket = static_cast<std::uint64_t>(++made);
+        if (change == 0) {
+            servers.push_back({made, 1, {}});
+        } else if (change == 1) {
+            servers.erase(chosen);
+        } else if (change == 2) {
+            Server child{made, chosen->user + 1, chosen->sockets};
+            std::erase_if(child.sockets, [&](std::uint64_t) { return below(2) == 0; });
+            servers.push_back(child);
+        } else if (change == 3) {
+            sockets[socket] = {static_cast<std::uint16_t>(1 + below(9)), 0,
+                               below(2) == 0 ? ipv4 : ipv6, chosen->user, socket};
+            chosen->sockets.insert(socket);
+        } else if (change == 4 && !sockets.empty()) {
+            sockets.erase(std::next(sockets.begin(), below(sockets.size())));
         }
-        case 2:
-            processes.erase(processes.begin() + below(processes.size()));
-            break;
-        case 3: {
-            Process& process = any();
-            sockets[++made] = {static_cast<std::uint16_t>(1 + below(9)), 0,
-                               below(2) == 0 ? ipv4 : ipv6, process.user, made};
-            process.sockets.insert(made);
-            break;
-        }
-        default:
-            if (!sockets.empty()) {
-                const int closed = std::next(sockets.begin(), below(sockets.size()))->first;
-                for (Process& process : processes)
-                    process.sockets.erase(closed);
-            }
-        }
-        std::erase_if(sockets, [this](const auto& socket) {
-            return std::ranges::none_of(processes, [&socket](const Process& process) {
-                return process.sockets.contains(socket.first);
-            });
-        });
-    }
 
-    void show(FakeProcessTables& tables) const {
         tables.table.clear();
-        for (const auto& [number, entry] : sockets)
-            tables.table.push_back(entry);
         tables.processes.clear();
-        for (const Process& process : processes) {
-            FakeProcess& shown = tables.processes.emplace_back();
-            shown = {process.pid, {}, process.user, "/bin/p" + std::to_string(process.pid)};
-            for (const int number : process.sockets) {
-                const TcpTableEntry& entry = sockets.at(number);
-                shown.sockets.push_back({entry.family, TcpState::listen, entry.localPort, 0});
+        std::set<std::uint64_t> held;
+        for (const Server& server : servers) {
+            auto& shown = addProcess(server.pid, {});
+            tables.processes.back().realUid = server.user;
+            for (const std::uint64_t number : server.sockets) {
+                if (const auto open = sockets.find(number); open != sockets.end()) {
+                    shown.push_back(
+                        {open->second.family, TcpState::listen, open->second.localPort, 0});
+                    held.insert(number);
+                }
             }
         }
         std::ranges::reverse(tables.processes); // they need not be in order
-    }
-};
+        std::erase_if(sockets, [&held](const auto& entry) { return !held.contains(entry.first); });
+        for (const auto& [number, entry] : sockets)
+            tables.table.push_back(entry);
 
-TEST_F(RepeatedPortScanTest, GivesWhatAScanGives) {
-    const PortSet all = PortSet().set().reset(0);
-    Machine machine;
-    int repeats = 0;
-    for (int round = 0; round < 3'000; ++round) {
-        if (machine.below(3) == 0)
-            machine.step();
-        machine.show(tables);
         repeats += poll() == 'w' ? 0 : 1;
-        ASSERT_EQ(*ports, scanner.scanSnapshot(*tables.beginSnapshot({}), all))
-            << "round " << round;
-        now += std::chrono::milliseconds(machine.below(4000));
+        const PortSet all = PortSet().set().reset(0);
+        ASSERT_EQ(*ports, scanner.scanSnapshot(*tables.beginSnapshot({}), all)) << round;
+        now += std::chrono::milliseconds(below(4000));
     }
-    EXPECT_GT(repeats, 1'000);
+    EXPECT_GT(repeats, 2'000);
 }
 
 TEST_F(RepeatedPortScanTest, FindsTheOwnerOfANewPortWithoutAFullWalk) {

@@ -48,7 +48,9 @@ QStringList programDirectories() {
 }
 
 std::unique_ptr<GlobalShortcut> makeGlobalShortcut(SessionBus& bus) {
-    if (auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>())
+    // A toolkit that draws nowhere has the interface too.
+    if (auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+        x11 && x11->connection())
         return std::make_unique<X11GlobalShortcut>(*x11->connection());
     return std::make_unique<PortalGlobalShortcut>(bus);
 }
@@ -96,7 +98,12 @@ ZenlotApp::ZenlotApp(SessionBus& bus, ApplicationInstance& instance)
       globalShortcut_(makeGlobalShortcut(bus_)),
       appDelegate_(
           {inventory_, notifications_, statusBar_, *globalShortcut_, windows_, updateWindow_},
-          {.makeOnboardingWindow = {},
+          {.makeOnboardingWindow = [this](AppSettings& settings) -> std::unique_ptr<QWindow> {
+               return std::make_unique<OnboardingWindow>(
+                   OnboardingViewModel::Collaborators{settings, launchAgentInstaller_,
+                                                      backgroundItemsWindow_, systemLog_},
+                   [this] { appDelegate_.closeOnboardingWindow(); });
+           },
            .focusPortField =
                [this] {
                    if (contentViewModel_)

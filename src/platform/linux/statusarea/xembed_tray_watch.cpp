@@ -12,7 +12,8 @@
 namespace zenlot {
 XEmbedTrayWatch::XEmbedTrayWatch() {
     const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    if (x11 == nullptr)
+    // A toolkit that draws nowhere has the interface too.
+    if (x11 == nullptr || x11->connection() == nullptr)
         return;
     connection_ = x11->connection();
     selection_ = x11Atom(*connection_, "_NET_SYSTEM_TRAY_S" + std::to_string(x11ScreenNumber()));

@@ -17,7 +17,9 @@ bool isPanel(const QWindow& window) {
 } // namespace
 
 DesktopApplicationWindows::DesktopApplicationWindows() {
-    if (const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>())
+    // A toolkit that draws nowhere has the interface too.
+    if (const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+        x11 && x11->connection())
         x11_.emplace(*x11->connection());
     qGuiApp->installEventFilter(this);
 }

@@ -1,0 +1,210 @@
+// Conflicts and new listeners reach the user as alerts of a real notification server, and its
+// buttons do what they say.
+#include "e2e/accessible_tree.h"
+#include "e2e/private_desktop.h"
+
+#include <QDBusConnectionInterface>
+#include <QSettings>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <chrono>
+#include <csignal>
+
+namespace zenlot {
+namespace {
+
+using namespace Qt::StringLiterals;
+using nlohmann::json;
+
+const QString kProgram = u"Sampled"_s;
+const QString kHolder = u"R&D <b>web</b>"_s;
+
+class AlertsTest : public testing::Test {
+  protected:
+    struct Server {
+        QProcess* process;
+        int port;
+    };
+
+    AlertsTest() {
+        // Alerts stay until they are answered, however slow the machine is.
+        desktop.files().write("XDG_CONFIG_HOME/xfce4/xfconf/xfce-perchannel-xml/xfce4-notifyd.xml",
+                              R"(<channel name="xfce4-notifyd" version="1.0">)"
+                              R"(<property name="expire-timeout" type="int" value="-1"/>)"
+                              R"(</channel>)");
+        // The bus would start any of the notification servers that are installed.
+        const QSettings service(
+            u"/usr/share/dbus-1/services/org.xfce.xfce4-notifyd.Notifications.service"_s,
+            QSettings::IniFormat);
+        desktop.start(service.value("D-BUS Service/Exec").toString(), {});
+        EXPECT_TRUE(QTest::qWaitFor(
+            [this] {
+                return bus.interface()->isServiceRegistered(u"org.freedesktop.Notifications"_s);
+            },
+            kPatience));
+    }
+    ~AlertsTest() override { QDBusConnection::disconnectFromBus(bus.name()); }
+
+    void startZenlot(const json& settings, const std::string& readyLine) {
+        desktop.files().write(kSettings, settings.dump());
+        desktop.start(QStringLiteral(ZENLOT_PROGRAM), {u"--background"_s});
+        ASSERT_TRUE(waitForLog(readyLine));
+        ASSERT_TRUE(waitForLog("notification setup granted=true"));
+    }
+
+    Server startServer() {
+        QProcess& process = desktop.startServer(kProgram);
+        return {&process, PrivateDesktop::portOf(process).toInt()};
+    }
+
+    // The background monitor's part: another conflict in the list.
+    void addConflict(const Server& server) {
+        using namespace std::chrono;
+        const auto time = system_clock::now() - sys_days(2001y / January / 1);
+        conflicts.push_back({{"port", server.port},
+                             {"pid", server.process->processId()},
+                             {"processName", kProgram.toStdString()},
+                             {"displayName", kHolder.toStdString()},
+                             {"detectedAt", duration<double>(time).count()}});
+        const std::string name = "XDG_STATE_HOME/group.dev.quorvane.zenlot/conflicts.json";
+        desktop.files().write(name + ".new", conflicts.dump());
+        std::filesystem::rename(desktop.folder() / (name + ".new"), desktop.folder() / name);
+    }
+
+    void broadcast(const QString& name) {
+        QDBusMessage signal = QDBusMessage::createSignal(
+            u"/dev/quorvane/zenlot/broadcast"_s, u"dev.quorvane.zenlot.Broadcast"_s, u"Posted"_s);
+        bus.send(signal << name);
+    }
+
+    std::string log() const { return desktop.files().read(kLog); }
+    bool waitForLog(const std::string& text, int milliseconds = kPatience) const {
+        return QTest::qWaitFor([&] { return log().find(text) != std::string::npos; }, milliseconds);
+    }
+    static std::ptrdiff_t count(std::string_view text, std::string_view part) {
+        std::ptrdiff_t found = 0;
+        for (auto at = text.find(part); at != text.npos; at = text.find(part, at + 1))
+            ++found;
+        return found;
+    }
+    json settings() const { return json::parse(desktop.files().read(kSettings)); }
+
+    // Looks at an alert as a user does, and answers it with a click.
+    void answer(const QString& title, const QString& body, const QString& button) {
+        const auto label = tree.find("label", title);
+        ASSERT_TRUE(label) << title.toStdString() << "\n" << log();
+        EXPECT_EQ(label->name.toStdString(), title.toStdString());
+        const auto text = tree.findNear(*label, "label", body);
+        ASSERT_TRUE(text) << body.toStdString();
+        EXPECT_EQ(text->name.toStdString(), body.toStdString());
+        const auto pressed = tree.findNear(*label, "push button", button);
+        ASSERT_TRUE(pressed);
+        const QPoint centre = tree.centre(*pressed);
+        QProcess& click =
+            desktop.start(u"xdotool"_s, {u"mousemove"_s, QString::number(centre.x()),
+                                         QString::number(centre.y()), u"click"_s, u"1"_s});
+        ASSERT_TRUE(click.waitForFinished());
+    }
+
+    static constexpr int kPatience = 60000;
+    static constexpr const char* kSettings = "XDG_CONFIG_HOME/dev.quorvane.zenlot/defaults.json";
+    static constexpr const char* kLog = "HOME/Library/Logs/zenlot-monitor.log";
+
+    PrivateDesktop desktop;
+    AccessibleTree tree{desktop.sessionBus()};
+    QDBusConnection bus = QDBusConnection::connectToBus(desktop.sessionBus(), u"e2e alerts"_s);
+    json conflicts = json::array();
+};
+
+QString conflictTitle(int port) {
+    return u"Port %1 is already in use"_s.arg(port);
+}
+
+QString conflictBody(int port, qint64 pid) {
+    return u"%1 (PID %2) is blocking port %3 — kill it to free the port."_s.arg(kHolder)
+        .arg(pid)
+        .arg(port);
+}
+
+TEST_F(AlertsTest, ConflictIsAnnouncedOnceAndIgnoredFromThenOn) {
+    ASSERT_NO_FATAL_FAILURE(startZenlot({{"conflictMonitoringEnabled", true},
+                                         {"conflictIgnoredPorts", {1}},
+                                         {"hasCompletedOnboarding", true}},
+                                        "conflict listener started"));
+    const Server polled = startServer();
+    addConflict(polled);
+    ASSERT_NO_FATAL_FAILURE(answer(conflictTitle(polled.port),
+                                   conflictBody(polled.port, polled.process->processId()),
+                                   u"Ignore Port"_s));
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] {
+            return settings()["conflictIgnoredPorts"] == json({1, polled.port}) &&
+                   settings()["monitorIgnoredPorts"] == json({polled.port});
+        },
+        kPatience))
+        << settings();
+
+    // A poll reads the list and then the log. So when the list has been read twice before the
+    // line that was in the log earlier than it, the first reading has answered a broadcast. A poll
+    // may still come first.
+    Server announced{};
+    bool isHeard = false;
+    for (int round = 1; round <= 20 && !isHeard; ++round) {
+        announced = startServer();
+        std::ofstream(desktop.folder() / kLog, std::ios::app)
+            << "[zenlot-daemon] broadcasting conflict port 1, none (pid " << round << ")\n";
+        addConflict(announced);
+        broadcast(u"dev.quorvane.zenlot.conflictsUpdated"_s);
+        const std::string end =
+            "legacy daemon log conflict port=1 pid=" + std::to_string(round) + ' ';
+        ASSERT_TRUE(waitForLog(end));
+        isHeard = count(log().substr(0, log().find(end)),
+                        "records loaded count=" + std::to_string(conflicts.size()) + ' ') > 1;
+    }
+    EXPECT_TRUE(isHeard) << log();
+    ASSERT_NO_FATAL_FAILURE(answer(conflictTitle(announced.port),
+                                   conflictBody(announced.port, announced.process->processId()),
+                                   u"Ignore Process"_s));
+    EXPECT_TRUE(QTest::qWaitFor(
+        [this] {
+            const json names = {kHolder.toStdString()};
+            return settings()["conflictIgnoredApps"] == names &&
+                   settings()["monitorIgnoredApps"] == names;
+        },
+        kPatience))
+        << settings();
+    EXPECT_EQ(count(log(), "posting notification"), std::ssize(conflicts)) << log();
+}
+
+TEST_F(AlertsTest, NewListenerIsAnnouncedAndKilled) {
+    const Server earlier = startServer();
+    ASSERT_NO_FATAL_FAILURE(
+        startZenlot({{"portMonitoringEnabled", true}, {"hasCompletedOnboarding", true}},
+                    "port activity monitor started"));
+    // Until the first poll is over, servers count as earlier ones.
+    Server server{};
+    std::string numbers;
+    bool isNoticed = false;
+    for (int attempt = 0; attempt < 10 && !isNoticed; ++attempt) {
+        server = startServer();
+        numbers = " port=" + std::to_string(server.port) +
+                  " pid=" + std::to_string(server.process->processId()) + " process=";
+        isNoticed = waitForLog("detected" + numbers, 10000);
+    }
+    ASSERT_TRUE(isNoticed) << log();
+    ASSERT_NO_FATAL_FAILURE(answer(u"Port %1 is now occupied"_s.arg(server.port),
+                                   u"%1 (PID %2) started listening on port %3"_s.arg(kProgram)
+                                       .arg(server.process->processId())
+                                       .arg(server.port),
+                                   u"Kill Process"_s));
+    EXPECT_TRUE(server.process->state() == QProcess::NotRunning ||
+                server.process->waitForFinished());
+    EXPECT_EQ(server.process->exitStatus(), QProcess::CrashExit);
+    EXPECT_EQ(server.process->exitCode(), SIGKILL);
+    EXPECT_EQ(count(log(), numbers), 2) << log(); // noticed and announced
+    EXPECT_EQ(count(log(), " port=" + std::to_string(earlier.port) + ' '), 0) << log();
+}
+
+} // namespace
+} // namespace zenlot

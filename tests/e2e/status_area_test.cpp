@@ -1,0 +1,212 @@
+// The program in the status area of a real panel: found there, asked there and ended there.
+#include "e2e/accessible_tree.h"
+#include "e2e/private_desktop.h"
+
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+
+#include <chrono>
+#include <csignal>
+
+namespace zenlot {
+namespace {
+
+using namespace Qt::StringLiterals;
+using testing::ElementsAre;
+
+constexpr const char* kPanel = R"(<channel name="xfce4-panel" version="1.0">
+    <property name="configver" type="int" value="2"/>
+    <property name="panels" type="array">
+        <value type="int" value="1"/>
+        <property name="panel-1" type="empty">
+            <property name="position" type="string" value="p=6;x=0;y=0"/>
+            <property name="length" type="uint" value="100"/>
+            <property name="size" type="uint" value="30"/>
+            <property name="plugin-ids" type="array"><value type="int" value="1"/></property>
+        </property>
+    </property>
+    <property name="plugins" type="empty">
+        <property name="plugin-1" type="string" value="systray"/>
+    </property>
+</channel>)";
+
+class StatusAreaTest : public testing::Test {
+  protected:
+    StatusAreaTest() {
+        desktop.files().write("XDG_CONFIG_HOME/xfce4/xfconf/xfce-perchannel-xml/xfce4-panel.xml",
+                              kPanel);
+        desktop.files().write("XDG_CONFIG_HOME/dev.quorvane.zenlot/defaults.json",
+                              R"({"conflictMonitoringEnabled": true,)"
+                              R"( "hasCompletedOnboarding": true})");
+        desktop.start("xfce4-panel");
+        zenlot = &desktop.start(QStringLiteral(ZENLOT_PROGRAM), {u"--background"_s});
+    }
+    ~StatusAreaTest() override { QDBusConnection::disconnectFromBus(bus.name()); }
+
+    void SetUp() override {
+        ASSERT_TRUE(QTest::qWaitFor([this] { return !(item = registeredItem()).isEmpty(); }, kWait))
+            << zenlot->readAllStandardError().toStdString();
+        server = &desktop.startServer(u"Sampled"_s);
+        port = PrivateDesktop::portOf(*server);
+        row = u"Sampled TCP4 LISTEN PID %1 *:%2 "_s.arg(server->processId()).arg(port);
+    }
+
+    QVariantList ask(const QString& service, const QString& path, const QString& interface,
+                     const QString& method, const QVariantList& arguments) const {
+        QDBusMessage message = QDBusMessage::createMethodCall(service, path, interface, method);
+        message.setArguments(arguments);
+        return bus.call(message).arguments();
+    }
+
+    // Its name on the bus; empty before the panel has it.
+    QString registeredItem() const {
+        const QVariantList items =
+            ask(u"org.kde.StatusNotifierWatcher"_s, u"/StatusNotifierWatcher"_s,
+                u"org.freedesktop.DBus.Properties"_s, u"Get"_s,
+                {u"org.kde.StatusNotifierWatcher"_s, u"RegisteredStatusNotifierItems"_s});
+        const QStringList names = items.value(0).value<QDBusVariant>().variant().toStringList();
+        return names.value(0).section(u'/', 0, 0);
+    }
+
+    // What the panel shows of the menu: the numbers of the commands, and their titles in order.
+    std::vector<std::string> readMenu(QHash<QString, int>* numbers = nullptr) const {
+        const auto layout = ask(item, u"/MenuBar"_s, u"com.canonical.dbusmenu"_s, u"GetLayout"_s,
+                                {0, -1, QStringList()})
+                                .value(1);
+        std::vector<std::string> titles;
+        for (const QVariant& child : entry(layout).children) {
+            const Entry command = entry(child.value<QDBusVariant>().variant());
+            if (command.title.isEmpty())
+                continue;
+            titles.push_back(command.title.toStdString());
+            if (numbers)
+                numbers->insert(command.title, command.number);
+        }
+        return titles;
+    }
+
+    template <typename Matcher>
+    void expectMenu(Matcher matcher) const {
+        const auto fits = [&] { return testing::Value(readMenu(), matcher); };
+        if (!QTest::qWaitFor(fits, kWait))
+            EXPECT_THAT(readMenu(), matcher);
+    }
+
+    void choose(const QString& title) const {
+        QHash<QString, int> numbers;
+        readMenu(&numbers);
+        ASSERT_TRUE(numbers.contains(title)) << title.toStdString();
+        ask(item, u"/MenuBar"_s, u"com.canonical.dbusmenu"_s, u"Event"_s,
+            {numbers[title], u"clicked"_s, QVariant::fromValue(QDBusVariant(0)), 0U});
+    }
+
+    // Its exit code.
+    int input(const QStringList& words) {
+        QProcess& process = desktop.start(u"xdotool"_s, words);
+        return process.waitForFinished() ? process.exitCode() : -1;
+    }
+
+    void expectEnd(QProcess& process, int code = 0) {
+        ASSERT_TRUE(process.state() == QProcess::NotRunning || process.waitForFinished());
+        EXPECT_EQ(process.exitCode(), code) << process.readAllStandardError().toStdString();
+        EXPECT_EQ(process.exitStatus(), code == 0 ? QProcess::NormalExit : QProcess::CrashExit);
+    }
+
+    static constexpr int kWait = 60000;
+    PrivateDesktop desktop;
+    AccessibleTree tree{desktop.sessionBus()};
+    QDBusConnection bus = QDBusConnection::connectToBus(desktop.sessionBus(), u"e2e status"_s);
+    QProcess* zenlot = nullptr;
+    QProcess* server = nullptr;
+    QString item;
+    QString port;
+    QString row;
+
+  private:
+    struct Entry {
+        int number = 0;
+        QString title;
+        QVariantList children;
+    };
+    static Entry entry(const QVariant& value) {
+        Entry read;
+        QVariantMap properties;
+        const auto argument = value.value<QDBusArgument>();
+        if (argument.currentType() != QDBusArgument::StructureType)
+            return read;
+        argument.beginStructure();
+        argument >> read.number >> properties >> read.children;
+        argument.endStructure();
+        read.title = properties.value(u"label"_s).toString();
+        return read;
+    }
+};
+
+constexpr auto kAlways = [] {
+    return ElementsAre("Port number\u2026", "Open Zenlot", "Settings\u2026",
+                       "Check for Updates\u2026", "Quit Zenlot");
+};
+
+TEST_F(StatusAreaTest, PortTypedAfterAClickIsLookedUpInTheWindow) {
+    const QRect panel(0, 0, 900, 30);
+    QPoint icon(-1, -1);
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] {
+            const auto button = tree.find("push button", QString());
+            return button && panel.contains(icon = tree.centre(*button));
+        },
+        kWait));
+    input(
+        {u"mousemove"_s, QString::number(icon.x()), QString::number(icon.y()), u"click"_s, u"1"_s});
+    // The toolkit keeps popups from the accessible tree.
+    ASSERT_EQ(input(u"search --sync --onlyvisible --class ^zenlot$"_s.split(u' ')), 0);
+    input({u"type"_s, QString(port).insert(2, u'a')});
+    input({u"key"_s, u"Return"_s});
+    EXPECT_TRUE(tree.find("frame", u"Zenlot"_s, AccessibleTree::State::active));
+    EXPECT_TRUE(tree.find("list item", row));
+
+    zenlot->terminate();
+    expectEnd(*zenlot);
+}
+
+TEST_F(StatusAreaTest, ConflictIsShownAndKilledInTheMenu) {
+    expectMenu(kAlways());
+    const auto time =
+        std::chrono::system_clock::now() - std::chrono::sys_days(std::chrono::year(2001) / 1 / 1);
+    const nlohmann::json conflicts = {
+        {{"port", port.toInt()},
+         {"pid", server->processId()},
+         {"processName", "Sampled"},
+         {"displayName", "Sampled Server"},
+         {"detectedAt", std::chrono::duration<double>(time).count()}}};
+    desktop.files().write("XDG_STATE_HOME/group.dev.quorvane.zenlot/conflicts.json",
+                          conflicts.dump());
+    bus.send(QDBusMessage::createSignal(u"/dev/quorvane/zenlot/broadcast"_s,
+                                        u"dev.quorvane.zenlot.Broadcast"_s, u"Posted"_s)
+             << u"dev.quorvane.zenlot.conflictsUpdated"_s);
+    expectMenu(ElementsAre("Port number\u2026",
+                           "Port " + port.toStdString() + " blocked by Sampled Server",
+                           "Kill Sampled Server", "Ignore Port " + port.toStdString(),
+                           "Ignore Sampled Server", "Clear Conflict Indicator", "Open Zenlot",
+                           "Settings\u2026", "Check for Updates\u2026", "Quit Zenlot"));
+
+    choose(u"Kill Sampled Server"_s);
+    expectEnd(*server, SIGKILL);
+    expectMenu(kAlways());
+    choose(u"Quit Zenlot"_s);
+    expectEnd(*zenlot);
+}
+
+TEST_F(StatusAreaTest, LaterStartLooksItsPortUpInTheRunningProgram) {
+    for (const char* nonsense : {"port://0", "port://70000", "port://x", "http://8080"}) {
+        expectEnd(desktop.start(QStringLiteral(ZENLOT_PROGRAM), {QString::fromLatin1(nonsense)}));
+        expectMenu(kAlways()); // what was asked before this has been answered
+        EXPECT_NE(input(u"search --onlyvisible --class ^zenlot$"_s.split(u' ')), 0) << nonsense;
+    }
+    expectEnd(desktop.start(QStringLiteral(ZENLOT_PROGRAM), {u"port://"_s + port}));
+    EXPECT_TRUE(tree.find("list item", row));
+    EXPECT_EQ(zenlot->state(), QProcess::Running);
+}
+
+} // namespace
+} // namespace zenlot
