@@ -10,6 +10,7 @@
 
 #include <QApplication>
 #include <QIcon>
+#include <QLoggingCategory>
 #include <QQuickStyle>
 
 #include <cstdio>
@@ -45,6 +46,9 @@ int main(int argc, char** argv) {
 
     // The other backend of QtMultimedia ends the program where its plugins are missing.
     qputenv("QT_MEDIA_BACKEND", "ffmpeg");
+
+    // What it says about every graphics card that is not there.
+    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
 
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("zenlot"));

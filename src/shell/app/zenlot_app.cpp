@@ -289,7 +289,14 @@ QVariantMap ZenlotApp::makeMainContent(QObject& owner) {
         {inventory_, notifications_, runningApplications_, bundleKeys_, appModel_, settings_,
          userDefaults_},
         {.openSettings = [this] { openSettings(); },
-         .showOnboardingWindow = [this] { appDelegate_.showOnboardingWindow(settings_); }},
+         .showOnboardingWindow =
+             [this] {
+                 // The main window appears with this turn of the event loop; the welcome stands
+                 // before it.
+                 QMetaObject::invokeMethod(
+                     &context_, [this] { appDelegate_.showOnboardingWindow(settings_); },
+                     Qt::QueuedConnection);
+             }},
         &owner);
     auto* const detail = new ProcessDetailViewModel(detailsLoader_, &owner);
     QObject::connect(content, &ContentViewModel::detailProcessChanged, detail,

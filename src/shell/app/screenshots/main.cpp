@@ -72,6 +72,7 @@ class Scene final {
         window_ = qobject_cast<QQuickWindow*>(engine_.rootObjects().value(0));
         if (!window_)
             throw std::runtime_error("the window can't be made");
+        window_->show();
         window_->requestActivate();
         waitFor([this] { return window_->isActive() && content().sidebar()->rowCount() > 0; });
     }
