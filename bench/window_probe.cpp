@@ -3,6 +3,7 @@
 // the longest time during which it would not have answered.
 //
 //     zenlot-window-probe [REFRESHES]
+//     zenlot-window-probe --rounds COUNT    what is left behind by windows that were closed
 //
 // The exit status is 1 when a figure is above its limit, and 2 when nothing could be measured.
 #include "platform/linux/session_bus.h"
@@ -153,9 +154,34 @@ class Probe final {
         return measureStart() && measureRefreshes(refreshes) && measureScrolling();
     }
 
+    // Opens and closes the main window and the settings so many times, and the welcome with them
+    // where the user has not completed it.
+    bool runRounds(int rounds) {
+        app_.start(LaunchStyle::inBackground);
+        for (int round = 1; round <= rounds; ++round) {
+            app_.openMainWindow();
+            app_.openSettings();
+            if (!waitUntil([this] { return app_.contentViewModel() && isListed(); }))
+                return false;
+            turnFor(kAftermath);
+            for (QWindow* window : QGuiApplication::topLevelWindows())
+                window->close();
+            if (!waitUntil([this] { return app_.mainWindow() == nullptr; }))
+                return false;
+            turnFor(kAftermath);
+            if (round == 1 || round == kWarmRounds || round == rounds)
+                report(
+                    qPrintable(QStringLiteral("proportional set size after round %1").arg(round)),
+                    proportionalMiB(), "MiB");
+        }
+        return true;
+    }
+
     bool isWithinLimits() const { return isWithinLimits_; }
 
   private:
+    static constexpr int kWarmRounds = 20; // until caches are full
+
     bool isListed() {
         return app_.contentViewModel()->sidebar()->rowCount() > 0 &&
                !app_.contentViewModel()->isLoadingSidebar();
@@ -274,10 +300,16 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("zenlot"));
     QQuickStyle::setStyle(QStringLiteral("Fusion"));
-    const int refreshes = std::max(1, QApplication::arguments().value(1, u"10"_qs).toInt());
+    QApplication::setQuitOnLastWindowClosed(false);
+    qputenv("QT_MEDIA_BACKEND", "ffmpeg");
+    const QStringList arguments = QApplication::arguments();
+    const int count = std::max(1, arguments.last().toInt());
 
     zenlot::Probe probe;
-    if (!probe.run(refreshes)) {
+    const bool isMeasured = arguments.contains(u"--rounds"_qs)
+                                ? probe.runRounds(count)
+                                : probe.run(arguments.size() > 1 ? count : 10);
+    if (!isMeasured) {
         std::fputs("zenlot-window-probe: the window did not come so far\n", stderr);
         return 2;
     }
