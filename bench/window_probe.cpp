@@ -164,8 +164,11 @@ class Probe final {
             if (!waitUntil([this] { return app_.contentViewModel() && isListed(); }))
                 return false;
             turnFor(kAftermath);
-            for (QWindow* window : QGuiApplication::topLevelWindows())
-                window->close();
+            // From the event loop, where windows that are closed are deleted too.
+            QTimer::singleShot(0ms, [] {
+                for (QWindow* window : QGuiApplication::topLevelWindows())
+                    window->close();
+            });
             if (!waitUntil([this] { return app_.mainWindow() == nullptr; }))
                 return false;
             turnFor(kAftermath);
