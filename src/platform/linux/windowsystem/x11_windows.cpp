@@ -13,7 +13,7 @@
 namespace zenlot {
 namespace {
 
-// From the specification of extended window manager hints.
+// From the Extended Window Manager Hints.
 constexpr std::uint32_t kRemove = 0;
 constexpr std::uint32_t kAdd = 1;
 constexpr std::uint32_t kFromApplication = 1;
