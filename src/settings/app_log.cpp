@@ -70,17 +70,17 @@ Creation create(const QByteArray& path, const QByteArray& line) {
 
 } // namespace
 
-AppLog::AppLog(const QString& path, Clock clock)
-    : path_(QFile::encodeName(path)), clock_(std::move(clock)) {}
+AppLog::AppLog(const QString& path, Clock clock, Author author)
+    : path_(QFile::encodeName(path)), clock_(std::move(clock)), author_(author) {}
 
 void AppLog::writeAppLog(const QString& message) {
     using std::chrono::duration_cast;
     using std::chrono::milliseconds;
     const auto now = duration_cast<milliseconds>(clock_().time_since_epoch());
     const QString time = QDateTime::fromMSecsSinceEpoch(now.count(), Qt::UTC).toString(Qt::ISODate);
-    const QByteArray line =
-        (time + QStringLiteral(" [zenlot-app] ") + logLine(message, kLongestMessage)).toUtf8() +
-        '\n';
+    const QString tag = author_ == Author::application ? QStringLiteral(" [zenlot-app] ")
+                                                       : QStringLiteral(" [zenlot-daemon] ");
+    const QByteArray line = (time + tag + logLine(message, kLongestMessage)).toUtf8() + '\n';
 
     const std::scoped_lock lock(mutex_);
     if (append(path_, line, Missing::leave))

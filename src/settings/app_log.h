@@ -1,6 +1,6 @@
-// The application's lines in the log that it shares with the background monitor.
+// The lines of one program in the log that the application and the background monitor share.
 //
-// A line is the time in UTC with whole seconds, the tag of the application and the message:
+// A line is the time in UTC with whole seconds, the tag of the program and the message:
 //
 //     2026-11-16T20:25:47Z [zenlot-app] Conflict on port 3000
 //
@@ -18,6 +18,7 @@
 #include <QString>
 
 #include <chrono>
+#include <cstdint>
 #include <functional>
 #include <mutex>
 
@@ -27,7 +28,12 @@ class AppLog {
   public:
     using Clock = std::function<std::chrono::system_clock::time_point()>;
 
-    explicit AppLog(const QString& path, Clock clock = std::chrono::system_clock::now);
+    // Whose lines they are: the application's carry "[zenlot-app]", those of the background monitor
+    // "[zenlot-daemon]".
+    enum class Author : std::uint8_t { application, backgroundMonitor };
+
+    explicit AppLog(const QString& path, Clock clock = std::chrono::system_clock::now,
+                    Author author = Author::application);
 
     // Appends one line, and makes the file but no folder when it is missing. Any thread may call.
     void writeAppLog(const QString& message);
@@ -35,6 +41,7 @@ class AppLog {
   private:
     QByteArray path_;
     Clock clock_;
+    Author author_;
     std::mutex mutex_;
 };
 

@@ -77,15 +77,22 @@ std::optional<ProcessStat> decodeProcessStat(std::string_view text) {
     text.remove_prefix(nameEnd + 1);
     const ProcessState state = stateOf(nextWord(text));
     const auto parentPid = nextNumber<ProcessId>(text);
-    skipWords(text, 9); // process group to major faults of children
+    skipWords(text, 1); // process group
+    const auto sessionLeader = nextNumber<ProcessId>(text);
+    const auto terminal = nextNumber<std::int64_t>(text);
+    skipWords(text, 6); // group in the foreground to major faults of children
     const auto userTicks = nextNumber<std::int64_t>(text);
     const auto systemTicks = nextNumber<std::int64_t>(text);
     skipWords(text, 6); // times of children to interval timer
     const auto startTicks = nextNumber<std::int64_t>(text);
-    if (!parentPid || !userTicks || !systemTicks || !startTicks)
+    if (!parentPid || !sessionLeader || !terminal || !userTicks || !systemTicks || !startTicks)
         return std::nullopt;
-    return ProcessStat{state, *parentPid, bounded(*userTicks) + bounded(*systemTicks),
-                       bounded(*startTicks)};
+    return ProcessStat{state,
+                       *parentPid,
+                       bounded(*userTicks) + bounded(*systemTicks),
+                       bounded(*startTicks),
+                       *sessionLeader,
+                       *terminal != 0};
 }
 
 std::optional<MemoryPages> decodeStatm(std::string_view text) {

@@ -15,6 +15,8 @@ struct ProcessStat {
     ProcessId parentPid{0};
     std::int64_t cpuTicks{0};
     std::int64_t startTicks{0}; // since the start of the machine
+    ProcessId sessionLeader{0};
+    bool hasTerminal{false};
 
     friend bool operator==(const ProcessStat&, const ProcessStat&) = default;
 };

@@ -1,0 +1,39 @@
+// A process that was just started and may want to listen on a port.
+#pragma once
+
+#include "background_monitor/runtime_table.h"
+#include "background_monitor/wanted_port.h"
+#include "inventory/linux/file_descriptor.h"
+#include "inventory/process_tables.h"
+
+#include <chrono>
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace zenlot {
+
+// Since the start of the machine, its sleep included.
+using BootTime = std::chrono::milliseconds;
+
+struct Attempt {
+    ProcessId pid{0};
+    std::vector<ProcessId> ancestors; // the parent first
+    // The process on whose behalf it runs: the uppermost one below a terminal's own. A watcher that
+    // restarts its server stays the origin of all its attempts.
+    ProcessId origin{0};
+    BootTime startedAt{0};
+    const Runtime* runtime{nullptr};
+    WantedPort wanted;
+    std::size_t commandKey{0}; // the same for the same command in the same folder
+    // Where to look for ports that are written down, in memory only.
+    std::string workingDirectory;
+    std::string script;
+    std::string inlineSource;
+    std::string config;
+    // The program itself, when the user built it: `go run` removes its file as soon as it ends.
+    std::shared_ptr<const FileDescriptor> program;
+};
+
+} // namespace zenlot

@@ -1,0 +1,77 @@
+// The background monitor: publishes which ports are listened on, and notices when a development
+// server of the user could not have its port.
+//
+// Everything runs in the event loop of the thread that made it. It is woken by the kernel where
+// that is allowed, by a poll every few seconds, and by nothing else.
+//
+//     BackgroundMonitor monitor(directories, broadcasts, log);
+//     monitor.start();
+#pragma once
+
+#include "background_monitor/attempt_reader.h"
+#include "background_monitor/attempt_tracker.h"
+#include "background_monitor/conflict_publisher.h"
+#include "background_monitor/container_writer.h"
+#include "background_monitor/live_machine.h"
+#include "background_monitor/poll_pace.h"
+#include "background_monitor/port_publisher.h"
+#include "background_monitor/process_events.h"
+#include "background_monitor/runtime_table.h"
+#include "inventory/linux/linux_process_tables.h"
+#include "inventory/linux/unused_socket_watch.h"
+#include "inventory/port_scanner.h"
+#include "inventory/repeated_port_scan.h"
+#include "platform/broadcast_center.h"
+#include "platform/home_directories.h"
+#include "settings/app_log.h"
+
+#include <QObject>
+#include <QSocketNotifier>
+#include <QTimer>
+
+#include <memory>
+
+namespace zenlot {
+
+class BackgroundMonitor final : public QObject {
+  public:
+    // How processes are noticed: as well as the kernel allows, or by polling in any case.
+    enum class Noticing : std::uint8_t { best, polling };
+
+    // The references must outlive the object.
+    BackgroundMonitor(const ContainerWriter& container, const HomeDirectories& directories,
+                      BroadcastCenter& broadcasts, AppLog& log, Noticing noticing);
+    ~BackgroundMonitor() override;
+
+    void start();
+
+  private:
+    void poll();
+    void pollProcesses();
+    void noteDeadSockets();
+    void noteStart(ProcessId pid);
+    void look();
+    void planLook();
+    void hurry();
+
+    AppLog& log_;
+    RuntimeTable runtimes_;
+    AttemptReader attemptReader_;
+    LinuxProcessTables processTables_;
+    PortScanner scanner_;
+    RepeatedPortScan portScan_;
+    PortPublisher portPublisher_;
+    ConflictPublisher conflictPublisher_;
+    LiveMachine machine_;
+    UnusedSocketWatch deadSockets_;
+    std::unique_ptr<ProcessEvents> processEvents_;
+    AttemptTracker tracker_;
+    std::unique_ptr<QSocketNotifier> deadSocketNotifier_;
+    PollPace pace_;
+    BootTime lastProcessPoll_{0};
+    QTimer pollTimer_;
+    QTimer processPollTimer_;
+    QTimer lookTimer_;
+};
+
+} // namespace zenlot

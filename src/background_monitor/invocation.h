@@ -1,0 +1,39 @@
+// What a command line runs: the tool that its words are for, behind interpreters and their options.
+//
+//     python3 -m http.server 8123                   tool "http.server"
+//     node node_modules/.bin/vite --port 4000       tool "vite"
+//     /usr/bin/node server.js                       tool "node script", script "server.js"
+//     /home/ada/shop/target/debug/shop              tool "built program"
+//
+// Pure; nothing is read from the disk.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zenlot {
+
+// The generic tool of a program that the user built.
+inline constexpr std::string_view kBuiltProgram = "built program";
+
+struct Invocation {
+    std::string package;                // of the script, where its path tells
+    std::string tool;                   // what the table is asked for; see RuntimeTable
+    std::string genericTool;            // what to ask for when no row knows the tool; may be empty
+    std::vector<std::string> arguments; // of the tool
+    std::string script;                 // as it stands in the command line; empty without one
+    std::string inlineSource;           // of a program that stands in the command line itself
+
+    friend bool operator==(const Invocation&, const Invocation&) = default;
+};
+
+// None for shells and for programs that can't be a development server. `executable` is the path of
+// the program; one below `home` or the folder for temporary files counts as built by the user.
+std::optional<Invocation> identifyInvocation(std::span<const std::string> commandLine,
+                                             const std::string& executable,
+                                             const std::string& home);
+
+} // namespace zenlot

@@ -1,0 +1,61 @@
+// zenlot-monitor: the background monitor of one user, without a window.
+#include "background_monitor/background_monitor.h"
+#include "background_monitor/instance_lock.h"
+#include "platform/linux/session_bus.h"
+#include "platform/linux/session_bus_broadcast_center.h"
+#include "platform/linux/termination_signals.h"
+#include "platform/linux/xdg_home_directories.h"
+
+#include <QCoreApplication>
+
+#include <cstdio>
+#include <string_view>
+
+namespace zenlot {
+namespace {
+
+enum ExitStatus : int { stopped = 0, alreadyRunning = 1, badUsage = 2 };
+
+int run(int argc, char** argv, BackgroundMonitor::Noticing noticing) {
+    const QCoreApplication application(argc, argv);
+    const TerminationSignals termination([] { QCoreApplication::quit(); });
+    const HomeDirectories directories = xdgHomeDirectories();
+    const ContainerWriter container(directories.stateHome);
+    const InstanceLock lock(container.path(".monitor.lock"));
+    if (!lock.isOurs()) {
+        std::fputs("zenlot-monitor: another one is running for this user\n", stderr);
+        return alreadyRunning;
+    }
+    makeMonitorLogDirectory(directories.home);
+    AppLog log(monitorLogPath(directories.home), std::chrono::system_clock::now,
+               AppLog::Author::backgroundMonitor);
+    SessionBus bus;
+    SessionBusBroadcastCenter broadcasts(bus);
+    BackgroundMonitor monitor(container, directories, broadcasts, log, noticing);
+    monitor.start();
+    const int status = QCoreApplication::exec();
+    log.writeAppLog(QStringLiteral("background monitor stopped"));
+    return status;
+}
+
+} // namespace
+} // namespace zenlot
+
+int main(int argc, char** argv) {
+    using zenlot::BackgroundMonitor;
+    const std::string_view word = argc == 2 ? argv[1] : "";
+    if (argc == 1)
+        return zenlot::run(argc, argv, BackgroundMonitor::Noticing::best);
+    if (word == "--poll")
+        return zenlot::run(argc, argv, BackgroundMonitor::Noticing::polling);
+    if (word == "--version") {
+        std::puts("zenlot-monitor " ZENLOT_VERSION);
+        return zenlot::stopped;
+    }
+    std::FILE* output = word == "--help" ? stdout : stderr;
+    std::fputs("Usage: zenlot-monitor [--poll | --version | --help]\n"
+               "Publishes the listening ports and notices servers that can't have theirs.\n"
+               "  --poll  don't ask the kernel for process events\n",
+               output);
+    return word == "--help" ? zenlot::stopped : zenlot::badUsage;
+}

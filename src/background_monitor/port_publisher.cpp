@@ -1,0 +1,34 @@
+#include "background_monitor/port_publisher.h"
+
+#include "inventory/records_json.h"
+#include "monitoring/broadcast_names.h"
+#include "monitoring/shared_container.h"
+
+#include <algorithm>
+
+namespace zenlot {
+
+PortPublisher::PortPublisher(const ContainerWriter& container, BroadcastCenter& broadcasts)
+    : container_(container), broadcasts_(broadcasts) {}
+
+bool PortPublisher::publish(const std::vector<OccupiedPort>& ports) {
+    if (published_ == ports)
+        return false;
+    // A list that could not be written is tried again the next time.
+    if (!container_.replace(std::string(kPortsFile), encodeOccupiedPorts(ports)))
+        return false;
+    published_ = ports;
+    broadcasts_.post(kPortsUpdatedBroadcast);
+    return true;
+}
+
+ProcessId PortPublisher::ownerOf(std::uint16_t port) const {
+    if (!published_)
+        return 0;
+    const auto found =
+        std::ranges::lower_bound(*published_, std::int64_t{port}, {}, &OccupiedPort::port);
+    return found != published_->end() && found->port == port ? static_cast<ProcessId>(found->pid)
+                                                             : 0;
+}
+
+} // namespace zenlot

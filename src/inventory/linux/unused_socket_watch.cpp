@@ -1,0 +1,113 @@
+#include "inventory/linux/unused_socket_watch.h"
+
+#include <arpa/inet.h>
+#include <linux/filter.h>
+#include <linux/inet_diag.h>
+#include <linux/netlink.h>
+#include <linux/sock_diag.h>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+
+namespace zenlot {
+namespace {
+
+constexpr std::size_t kMessageStart = NLMSG_HDRLEN;
+constexpr std::uint16_t kFirstPortOfKernelsChoice = 32768;
+
+constexpr auto offsetInMessage(std::size_t offset) {
+    return static_cast<std::uint32_t>(kMessageStart + offset);
+}
+
+// Passes sockets without a local port, and those whose local address is ::1 and that have no peer.
+// The kernel's filter machine loads in network byte order, which is that of ports and addresses.
+constexpr std::array<sock_filter, 12> kFilter{{
+    BPF_STMT(BPF_LD | BPF_H | BPF_ABS, offsetInMessage(offsetof(inet_diag_msg, id.idiag_dport))),
+    BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, 0, 0, 9),
+    BPF_STMT(BPF_LD | BPF_H | BPF_ABS, offsetInMessage(offsetof(inet_diag_msg, id.idiag_sport))),
+    BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, 0, 6, 0),
+    BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetInMessage(offsetof(inet_diag_msg, id.idiag_src) + 12)),
+    BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, 1, 0, 5),
+    BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetInMessage(offsetof(inet_diag_msg, id.idiag_src) + 8)),
+    BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, 0, 0, 3),
+    BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetInMessage(offsetof(inet_diag_msg, id.idiag_src))),
+    BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, 0, 0, 1),
+    BPF_STMT(BPF_RET | BPF_K, 0xffffffff),
+    BPF_STMT(BPF_RET | BPF_K, 0),
+}};
+
+template <typename Value>
+Value load(std::span<const std::byte> bytes, std::size_t offset) {
+    Value value;
+    std::memcpy(&value, bytes.data() + offset, sizeof value);
+    return value;
+}
+
+bool join(int socket, int group) {
+    return ::setsockopt(socket, SOL_NETLINK, NETLINK_ADD_MEMBERSHIP, &group, sizeof group) == 0;
+}
+
+FileDescriptor watchSocket() {
+    FileDescriptor descriptor(
+        ::socket(AF_NETLINK, SOCK_RAW | SOCK_CLOEXEC | SOCK_NONBLOCK, NETLINK_SOCK_DIAG));
+    sockaddr_nl self{};
+    self.nl_family = AF_NETLINK;
+    auto filter = kFilter;
+    const sock_fprog program{static_cast<unsigned short>(filter.size()), filter.data()};
+    // The filter stands before the first message can come.
+    if (!descriptor ||
+        ::setsockopt(descriptor.get(), SOL_SOCKET, SO_ATTACH_FILTER, &program, sizeof program) !=
+            0 ||
+        ::bind(descriptor.get(), reinterpret_cast<const sockaddr*>(&self), sizeof self) != 0 ||
+        !join(descriptor.get(), SKNLGRP_INET_TCP_DESTROY) ||
+        !join(descriptor.get(), SKNLGRP_INET6_TCP_DESTROY))
+        return {};
+    return descriptor;
+}
+
+} // namespace
+
+std::optional<UnusedSocket> decodeUnusedSocket(std::span<const std::byte> datagram) {
+    if (datagram.size() < kMessageStart + sizeof(inet_diag_msg))
+        return std::nullopt;
+    const auto message = load<inet_diag_msg>(datagram, kMessageStart);
+    if (message.idiag_state != TCP_CLOSE || message.id.idiag_dport != 0)
+        return std::nullopt;
+    const AddressFamily family =
+        message.idiag_family == AF_INET6 ? AddressFamily::ipv6 : AddressFamily::ipv4;
+    if (message.id.idiag_sport == 0)
+        return UnusedSocket{UnusedSocket::Kind::unbound, family};
+    if (family == AddressFamily::ipv6 &&
+        std::memcmp(&message.id.idiag_src, &in6addr_loopback, sizeof in6addr_loopback) == 0 &&
+        ntohs(message.id.idiag_sport) >= kFirstPortOfKernelsChoice)
+        return UnusedSocket{UnusedSocket::Kind::addressProbe, family};
+    return std::nullopt;
+}
+
+UnusedSocketWatch::UnusedSocketWatch() : socket_(watchSocket()) {}
+
+void UnusedSocketWatch::read(const std::function<void(UnusedSocket)>& call) {
+    std::array<std::byte, 1024> buffer;
+    for (;;) {
+        sockaddr_nl sender{};
+        socklen_t senderLength = sizeof sender;
+        const ssize_t length = ::recvfrom(socket_.get(), buffer.data(), buffer.size(), 0,
+                                          reinterpret_cast<sockaddr*>(&sender), &senderLength);
+        // Lost messages are lost; what follows is as good as what came before.
+        if (length < 0 && (errno == EINTR || errno == ENOBUFS))
+            continue;
+        if (length <= 0)
+            return;
+        if (sender.nl_pid != 0)
+            continue;
+        if (const auto socket =
+                decodeUnusedSocket(std::span(buffer).first(static_cast<std::size_t>(length))))
+            call(*socket);
+    }
+}
+
+} // namespace zenlot

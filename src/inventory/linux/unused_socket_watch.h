@@ -1,0 +1,60 @@
+// Tells the moment in which a TCP socket dies that never got an address: the only trace that a
+// failed bind() leaves.
+//
+// A server whose port is taken makes a socket, is refused the port, and closes the socket. The
+// kernel announces the end of every socket to those who ask (the group that `ss --events` listens
+// to), without privileges and for all processes of the network namespace. A socket that was bound,
+// connected or refused a connection has a local port then; one whose bind() failed has none. A
+// filter in the kernel lets only those through, so a busy machine does not wake the program. Which
+// process the socket belonged to is not told.
+//
+// Some programs make a socket and drop it at once to learn whether the machine has a protocol. The
+// Go runtime does so before its first use of the network, and then binds two more sockets to IPv6
+// loopback addresses; those come as addressProbe, so that the unbound one before can be discounted.
+//
+//     UnusedSocketWatch watch;
+//     // whenever watch.descriptor() is readable:
+//     watch.read([](UnusedSocket socket) { ... });
+#pragma once
+
+#include "inventory/linux/file_descriptor.h"
+#include "inventory/process_tables.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <span>
+
+namespace zenlot {
+
+struct UnusedSocket {
+    enum class Kind : std::uint8_t {
+        unbound,
+        addressProbe, // was bound to ::1 on a port of the kernel's choice, and nothing else
+    };
+
+    Kind kind{Kind::unbound};
+    AddressFamily family{AddressFamily::ipv4};
+
+    friend bool operator==(const UnusedSocket&, const UnusedSocket&) = default;
+};
+
+// None for sockets that were used, and for what makes no sense.
+std::optional<UnusedSocket> decodeUnusedSocket(std::span<const std::byte> datagram);
+
+class UnusedSocketWatch {
+  public:
+    UnusedSocketWatch();
+
+    // To wait on for reading; -1 where the kernel does not tell.
+    int descriptor() const { return socket_.get(); }
+
+    // Hands over what has come, without waiting.
+    void read(const std::function<void(UnusedSocket)>& call);
+
+  private:
+    FileDescriptor socket_;
+};
+
+} // namespace zenlot

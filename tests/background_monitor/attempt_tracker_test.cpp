@@ -1,0 +1,327 @@
+#include "background_monitor/attempt_tracker.h"
+
+#include <gmock/gmock.h>
+
+namespace zenlot {
+namespace {
+
+using enum UnusedSocket::Kind;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr ProcessId kHolder = 100;
+constexpr ProcessId kServer = 200;
+constexpr std::uint64_t kHolderSocket = 7;
+constexpr std::uint64_t kOwnSocket = 8;
+
+class FakeMachine final : public Machine {
+  public:
+    std::vector<ListeningSocket> listening;
+    std::vector<std::uint16_t> written;
+    PortHolder holder{kHolder, BootTime(1000), {1}, "node", "Node"};
+    bool isServerRunning = true;
+
+    std::vector<ListeningSocket> listeningSockets() const override { return listening; }
+    bool isRunning(const Attempt&) const override { return isServerRunning; }
+    std::vector<std::uint64_t> socketsOfTree(ProcessId) const override { return {kOwnSocket}; }
+    std::optional<PortHolder> holderOf(const ListeningSocket&) const override { return holder; }
+    std::vector<std::uint16_t> writtenPorts(const Attempt&,
+                                            std::span<const std::uint16_t>) const override {
+        return written;
+    }
+};
+
+// A server that wants port 3000, which another process holds, and time that passes when it is told
+// to.
+class AttemptTrackerTest : public testing::Test {
+  protected:
+    AttemptTrackerTest() {
+        machine.listening.push_back({{}, false, 3000, 0, kHolderSocket});
+        attempt.pid = kServer;
+        attempt.ancestors = {150, 1};
+        attempt.origin = kServer;
+        attempt.startedAt = now;
+        attempt.runtime = &runtime;
+        attempt.wanted = {WantedPort::Source::argument, 3000, {}};
+        attempt.commandKey = 1;
+    }
+
+    void start() { tracker.processStarted(attempt, now); }
+    void socketDies(UnusedSocket::Kind kind = unbound, AddressFamily family = AddressFamily::ipv6) {
+        tracker.socketDied({kind, family}, now);
+    }
+    void end(ProcessEnd how = ProcessEnd::failed) {
+        machine.isServerRunning = false;
+        tracker.processEnded(attempt.pid, how, now);
+    }
+    void listenOn(std::uint16_t port) {
+        machine.listening.push_back({{}, false, port, 0, kOwnSocket});
+    }
+
+    // The ports of the verdicts of that time.
+    std::vector<int> pass(BootTime time) {
+        std::vector<int> ports;
+        const BootTime last = now + time;
+        while (tracker.nextLook() && *tracker.nextLook() <= last) {
+            now = std::max(now, *tracker.nextLook());
+            for (const Verdict& verdict : tracker.look(machine, now)) {
+                EXPECT_EQ(verdict.holder.pid, kHolder);
+                kinds.push_back(verdict.kind);
+                ports.push_back(verdict.port);
+            }
+        }
+        now = last;
+        return ports;
+    }
+
+    // One start that fails after 40 ms.
+    std::vector<int> fail() {
+        attempt.startedAt = now;
+        machine.isServerRunning = true;
+        start();
+        now += BootTime(40);
+        socketDies();
+        end();
+        return pass(BootTime(500));
+    }
+
+    FakeMachine machine;
+    Runtime runtime;
+    Attempt attempt;
+    AttemptTracker tracker;
+    BootTime now{50'000};
+    std::vector<Verdict::Kind> kinds;
+};
+
+TEST_F(AttemptTrackerTest, FailedStartNamesTheHolderAtOnce) {
+    start();
+    now += BootTime(40);
+    socketDies();
+    end();
+    EXPECT_THAT(pass(BootTime(30)), ElementsAre(3000));
+    EXPECT_THAT(kinds, ElementsAre(Verdict::Kind::failedStart));
+    EXPECT_TRUE(tracker.isIdle());
+}
+
+TEST_F(AttemptTrackerTest, WordOfTheSocketMayComeLast) {
+    start();
+    now += BootTime(40);
+    end();
+    pass(BootTime(30));
+    socketDies();
+    EXPECT_THAT(pass(BootTime(500)), ElementsAre(3000));
+}
+
+TEST_F(AttemptTrackerTest, OtherEndsAreNoConflict) {
+    const std::pair<const char*, std::function<void()>> cases[]{
+        {"crash without a dead socket", [&] { end(); }},
+        {"a socket that died long before the end",
+         [&] {
+             socketDies();
+             pass(BootTime(2500));
+             end();
+         }},
+        {"the Go runtime's probe",
+         [&] {
+             socketDies(unbound, AddressFamily::ipv4);
+             socketDies(addressProbe);
+             end();
+         }},
+        {"the same, told the other way round",
+         [&] {
+             socketDies(addressProbe);
+             socketDies(unbound, AddressFamily::ipv4);
+             end();
+         }},
+        {"the Java machine's probe",
+         [&] {
+             runtime.probesProtocols = true;
+             for (const AddressFamily family :
+                  {AddressFamily::ipv4, AddressFamily::ipv6, AddressFamily::ipv4})
+                 socketDies(unbound, family);
+             end();
+             pass(BootTime(1000));
+             runtime.probesProtocols = false;
+         }},
+        {"Ctrl-C",
+         [&] {
+             socketDies();
+             end(ProcessEnd::stopped);
+         }},
+        {"ended well",
+         [&] {
+             socketDies();
+             machine.isServerRunning = false;
+         }},
+        {"too late",
+         [&] {
+             pass(AttemptTracker::kFirstSeconds + BootTime(1));
+             socketDies();
+             end();
+         }},
+        {"port free",
+         [&] {
+             machine.listening.clear();
+             socketDies();
+             end();
+         }},
+        {"other address",
+         [&] {
+             machine.listening[0].address = *IpAddress::parse("127.0.0.2");
+             attempt.wanted.addresses = {*IpAddress::parse("127.0.0.1")};
+             attempt.commandKey = 2; // another program in the same process
+             start();
+             socketDies();
+             end();
+         }},
+        {"held by its parent",
+         [&] {
+             attempt.ancestors.push_back(kHolder);
+             attempt.commandKey = 2;
+             start();
+             socketDies();
+             end();
+         }},
+        {"held by its child",
+         [&] {
+             machine.holder.ancestors = {kServer, 1};
+             socketDies();
+             end();
+         }},
+        {"holder came later",
+         [&] {
+             machine.holder.startedAt = now + BootTime(10);
+             socketDies();
+             end();
+         }},
+        {"has the port",
+         [&] {
+             listenOn(3000);
+             socketDies();
+         }},
+        {"listens elsewhere without having been refused", [&] { listenOn(3001); }},
+    };
+    const FakeMachine fresh;
+    const Attempt original = attempt;
+    for (const auto& [what, happens] : cases) {
+        tracker = AttemptTracker();
+        machine.listening = {{{}, false, 3000, 0, kHolderSocket}};
+        machine.holder = fresh.holder;
+        machine.isServerRunning = true;
+        attempt = original;
+        attempt.startedAt = now;
+        start();
+        now += BootTime(40);
+        happens();
+        EXPECT_THAT(pass(BootTime(60'000)), IsEmpty()) << what;
+        EXPECT_TRUE(tracker.isIdle()) << what;
+    }
+}
+
+TEST_F(AttemptTrackerTest, DriftIsSeenWhereTheToolOrTheUserSaidWhichPort) {
+    start();
+    now += BootTime(300);
+    socketDies();
+    EXPECT_THAT(pass(BootTime(400)), IsEmpty());
+    listenOn(3817);
+    EXPECT_THAT(pass(BootTime(1000)), ElementsAre(3000));
+    EXPECT_THAT(kinds, ElementsAre(Verdict::Kind::drift));
+}
+
+TEST_F(AttemptTrackerTest, JavaServerIsToldFromItsProbe) {
+    runtime.probesProtocols = true;
+    start();
+    socketDies(unbound, AddressFamily::ipv6);
+    socketDies(unbound, AddressFamily::ipv4);
+    now += BootTime(100);
+    socketDies(unbound, AddressFamily::ipv6);
+    end();
+    EXPECT_THAT(pass(BootTime(500)), ElementsAre(3000));
+}
+
+TEST_F(AttemptTrackerTest, ServerThatGotHalfOfItsPortDrifts) {
+    start();
+    socketDies(unbound, AddressFamily::ipv4);
+    listenOn(3000);
+    machine.listening.back().address.family = AddressFamily::ipv6;
+    EXPECT_THAT(pass(BootTime(500)), ElementsAre(3000));
+}
+
+TEST_F(AttemptTrackerTest, ToolThatAsksGoesOn) {
+    runtime.goesOnWithoutPort = true;
+    start();
+    for (int retry = 0; retry < 5; ++retry) {
+        socketDies();
+        EXPECT_EQ(pass(BootTime(1000)).size(), retry == 0 ? 1 : 0);
+    }
+    EXPECT_THAT(kinds, ElementsAre(Verdict::Kind::goesOn));
+}
+
+TEST_F(AttemptTrackerTest, PortComesFromWhatIsWrittenThenFromEarlierRunsThenFromHabit) {
+    runtime.mayNamePortItself = true;
+    attempt.wanted = {WantedPort::Source::usual, 3000, {}};
+    EXPECT_THAT(fail(), ElementsAre(3000));
+
+    // It listens on 4000 now, and wants that again the next time.
+    machine.listening.clear();
+    listenOn(4000);
+    machine.isServerRunning = true;
+    start();
+    pass(BootTime(60'000));
+    machine.listening = {{{}, false, 3000, 0, kHolderSocket}};
+    EXPECT_THAT(fail(), IsEmpty());
+    machine.listening.push_back({{}, false, 4000, 0, kHolderSocket});
+    pass(BootTime(10'000));
+    EXPECT_THAT(fail(), ElementsAre(4000));
+    machine.written = {3000};
+    pass(BootTime(10'000));
+    EXPECT_THAT(fail(), ElementsAre(3000));
+}
+
+TEST_F(AttemptTrackerTest, LoopIsAnnouncedOnceAMinute) {
+    const auto failures = [&](BootTime pause, bool byWatcher) {
+        std::size_t announced = 0;
+        for (BootTime time{0}; time < BootTime(65'000); time += pause) {
+            attempt.pid += 1;
+            attempt.origin = byWatcher ? 42 : attempt.pid;
+            announced += fail().size();
+            pass(pause - BootTime(540));
+        }
+        return announced;
+    };
+    EXPECT_EQ(failures(BootTime(1000), false), 2U); // a fast loop, whoever runs it
+    pass(AttemptTracker::kLoopPause);
+    EXPECT_EQ(failures(BootTime(10'000), true), 2U);
+    pass(AttemptTracker::kLoopPause);
+    EXPECT_EQ(failures(BootTime(10'000), false), 7U); // somebody who tries again
+}
+
+TEST_F(AttemptTrackerTest, ChildrenOfOneCommandAreOneAttempt) {
+    start();
+    Attempt child = attempt;
+    child.pid = 201;
+    child.ancestors.insert(child.ancestors.begin(), kServer);
+    tracker.processStarted(child, now);
+    socketDies();
+    tracker.processEnded(201, ProcessEnd::failed, now);
+    tracker.processEnded(kServer, ProcessEnd::failed, now);
+    EXPECT_THAT(pass(BootTime(1000)), ElementsAre(3000));
+}
+
+TEST_F(AttemptTrackerTest, EndThatNobodyToldOfIsFound) {
+    tracker = AttemptTracker(AttemptTracker::DeadSockets::seen, AttemptTracker::Ends::unseen);
+    start();
+    socketDies();
+    machine.isServerRunning = false;
+    EXPECT_THAT(pass(BootTime(500)), ElementsAre(3000));
+}
+
+TEST_F(AttemptTrackerTest, WithoutWordOfSocketsAnEndIsEnough) {
+    tracker = AttemptTracker(AttemptTracker::DeadSockets::unseen);
+    start();
+    end();
+    EXPECT_THAT(pass(BootTime(500)), ElementsAre(3000));
+}
+
+} // namespace
+} // namespace zenlot

@@ -1,0 +1,135 @@
+// The program as a whole: a real server that can't have its port, told to the rest of the session.
+#include "monitoring/broadcast_names.h"
+#include "monitoring/conflict_record.h"
+#include "platform/linux/session_bus_broadcast_center.h"
+#include "support/listener.h"
+#include "support/temporary_folder.h"
+
+#include <QFileInfo>
+#include <QProcess>
+#include <QTest>
+#include <gmock/gmock.h>
+
+#include <sys/stat.h>
+
+namespace zenlot {
+namespace {
+
+using namespace Qt::StringLiterals;
+using testing::Contains;
+using testing::HasSubstr;
+
+constexpr int kPatienceMilliseconds = 20'000;
+const std::string kContainer = "state/group.dev.quorvane.zenlot/";
+const std::string kLog = "Library/Logs/zenlot-monitor.log";
+
+// With and without process events of the kernel.
+class BackgroundMonitorTest : public testing::TestWithParam<QStringList> {
+  protected:
+    void SetUp() override {
+        bus.start(u"dbus-daemon"_s, {u"--session"_s, u"--nofork"_s, u"--print-address"_s});
+        ASSERT_TRUE(QTest::qWaitFor([this] { return bus.canReadLine(); }));
+        const QString address = QString::fromUtf8(bus.readLine()).trimmed();
+        connection = QDBusConnection::connectToBus(address, u"observer"_s);
+        environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"HOME"_s, QString::fromStdString(home.path().string()));
+        environment.insert(u"XDG_STATE_HOME"_s,
+                           QString::fromStdString((home.path() / "state").string()));
+        environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, address);
+        environment.remove(u"PORT"_s);
+    }
+
+    void TearDown() override {
+        QDBusConnection::disconnectFromBus(u"observer"_s);
+        for (QProcess* process : {&server, &holder, &monitor, &bus}) {
+            process->kill();
+            process->waitForFinished();
+        }
+    }
+
+    void start(QProcess& process, const QString& program, const QStringList& arguments) {
+        process.setProcessEnvironment(environment);
+        process.setWorkingDirectory(QString::fromStdString(home.path().string()));
+        process.start(program, arguments);
+        ASSERT_TRUE(process.waitForStarted());
+    }
+
+    // Starts a server of the system's Python that says on which port it is.
+    void startHolder() {
+        start(holder, u"python3"_s,
+              {u"-u"_s, u"-m"_s, u"http.server"_s, u"-b"_s, u"127.0.0.1"_s, u"0"_s});
+        ASSERT_TRUE(waitFor([this] { return holder.canReadLine(); }));
+        port = QString::fromUtf8(holder.readLine()).section(u' ', 5, 5).toInt();
+    }
+
+    template <typename Condition>
+    static bool waitFor(Condition condition) {
+        return QTest::qWaitFor(condition, kPatienceMilliseconds);
+    }
+
+    std::vector<ConflictRecord> conflicts() const {
+        return decodeConflictRecords(home.read(kContainer + "conflicts.json"))
+            .value_or(std::vector<ConflictRecord>());
+    }
+
+    TemporaryFolder home;
+    QProcessEnvironment environment;
+    QProcess bus;
+    QProcess monitor;
+    QProcess holder;
+    QProcess server;
+    QDBusConnection connection{QString()};
+    int port = 0;
+};
+
+TEST_P(BackgroundMonitorTest, NamesWhoHoldsThePortThatAServerWanted) {
+    SessionBusBroadcastCenter broadcasts(connection);
+    QObject context;
+    std::vector<QString> heard;
+    ASSERT_NO_FATAL_FAILURE(startHolder());
+    for (const QString& name : {QString(kPortsUpdatedBroadcast), conflictBroadcast(port)})
+        broadcasts.observe(name, &context, [&](const QString& said) { heard.push_back(said); });
+
+    start(monitor, QStringLiteral(ZENLOT_MONITOR), GetParam());
+    ASSERT_TRUE(waitFor([&] { return home.read(kLog).find("started") != std::string::npos; }));
+    const std::string portEntry = "{\"port\":" + std::to_string(port) + ",";
+    ASSERT_TRUE(waitFor(
+        [&] { return home.read(kContainer + "ports.json").find(portEntry) != std::string::npos; }));
+
+    QProcess second;
+    start(second, QStringLiteral(ZENLOT_MONITOR), {});
+    ASSERT_TRUE(second.waitForFinished(kPatienceMilliseconds));
+    EXPECT_EQ(second.exitCode(), 1);
+    EXPECT_THAT(second.readAllStandardError().toStdString(), HasSubstr("another one is running"));
+
+    // A crash for another reason while the port is held, then the real thing.
+    const QString number = QString::number(port);
+    start(server, u"python3"_s, {u"-m"_s, u"http.server"_s, number, u"--no-such-option"_s});
+    ASSERT_TRUE(server.waitForFinished(kPatienceMilliseconds));
+    start(server, u"python3"_s, {u"-m"_s, u"http.server"_s, u"-b"_s, u"127.0.0.1"_s, number});
+    ASSERT_TRUE(waitFor([&] { return !conflicts().empty(); }));
+    EXPECT_EQ(conflicts().size(), 1U);
+    EXPECT_EQ(conflicts()[0].port, port);
+    EXPECT_EQ(conflicts()[0].pid, holder.processId());
+    EXPECT_THAT(conflicts()[0].processName, HasSubstr("python3"));
+    EXPECT_TRUE(waitFor([&] { return !heard.empty() && heard.back() == conflictBroadcast(port); }));
+    EXPECT_THAT(heard, Contains(QString(kPortsUpdatedBroadcast)));
+    EXPECT_THAT(home.read(kLog),
+                HasSubstr(" [zenlot-daemon] broadcasting port " + number.toStdString() + ", "));
+
+    monitor.terminate();
+    ASSERT_TRUE(monitor.waitForFinished(kPatienceMilliseconds));
+    EXPECT_EQ(monitor.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(monitor.exitCode(), 0);
+    EXPECT_THAT(home.read(kLog), HasSubstr("stopped\n"));
+    EXPECT_EQ(monitor.readAllStandardError().toStdString(), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(Noticing, BackgroundMonitorTest,
+                         testing::Values(QStringList(), QStringList(u"--poll"_s)),
+                         [](const auto& mode) {
+                             return mode.param.isEmpty() ? "AsTheKernelTells" : "ByPolling";
+                         });
+
+} // namespace
+} // namespace zenlot

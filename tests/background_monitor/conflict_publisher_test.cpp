@@ -1,0 +1,119 @@
+#include "background_monitor/conflict_publisher.h"
+#include "background_monitor/poll_pace.h"
+#include "background_monitor/port_publisher.h"
+#include "background_monitor/power_supply.h"
+#include "monitoring/shared_container.h"
+#include "platform/fake_broadcast_center.h"
+#include "support/temporary_folder.h"
+
+#include <QCoreApplication>
+#include <gmock/gmock.h>
+
+#include <sys/stat.h>
+
+namespace zenlot {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+class PublisherTest : public testing::Test {
+  protected:
+    PublisherTest() {
+        for (const char* name : {"portsUpdated", "conflictsUpdated", "conflict.3000"}) {
+            broadcasts.observe(
+                QStringLiteral("dev.quorvane.zenlot.%1").arg(QLatin1StringView(name)), &context,
+                [this](const QString& heard) {
+                    posted.push_back(heard.toStdString());
+                    // What is announced is there.
+                    fileAtPost = folder.read(kFolder + "conflicts.json");
+                });
+        }
+    }
+
+    const std::string kFolder = "state/group.dev.quorvane.zenlot/";
+    TemporaryFolder folder;
+    ContainerWriter container{QString::fromStdString((folder.path() / "state").string())};
+    FakeBroadcastCenter broadcasts;
+    QObject context;
+    std::vector<std::string> posted;
+    std::string fileAtPost;
+    AppLog log{QString::fromStdString((folder.path() / "log").string()),
+               std::chrono::system_clock::now, AppLog::Author::backgroundMonitor};
+    double time = 0;
+    ConflictPublisher::Clock clock = [this] { return fromReferenceSeconds(++time); };
+};
+
+TEST_F(PublisherTest, ConflictReachesFilesSignalsAndLog) {
+    ConflictPublisher publisher(container, broadcasts, log, clock);
+    publisher.publish({Verdict::Kind::drift, 3000, {42, {}, {}, "a, b (pid 1)", "A"}, 77});
+    const std::string record =
+        R"~({"port":3000,"pid":42,"processName":"a, b (pid 1)","displayName":"A","detectedAt":1.0})~";
+    EXPECT_EQ(folder.read(kFolder + "conflict-3000.json"), record);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(fileAtPost, "[" + record + "]");
+    EXPECT_THAT(posted, ElementsAre("dev.quorvane.zenlot.conflictsUpdated",
+                                    "dev.quorvane.zenlot.conflict.3000"));
+    EXPECT_THAT(folder.read("log"),
+                HasSubstr(" [zenlot-daemon] broadcasting port 3000, a_b_pid_1_ (pid 42)\n"));
+    struct stat status {};
+    ASSERT_EQ(::stat((folder.path() / kFolder).c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0700U);
+}
+
+TEST_F(PublisherTest, RecordsAreBoundedAndSurviveARestart) {
+    for (std::uint16_t port = 1; port <= ConflictPublisher::kMostRecords + 2; ++port)
+        ConflictPublisher(container, broadcasts, log, clock)
+            .publish({Verdict::Kind::failedStart, port, {}, 77});
+    const auto records = decodeConflictRecords(folder.read(kFolder + "conflicts.json")).value();
+    EXPECT_EQ(records.size(), ConflictPublisher::kMostRecords);
+    EXPECT_EQ(records.front().port, 3);
+    EXPECT_EQ(records.front().displayName, "Process");
+    // Two lists, and one file for each port that is still listed.
+    EXPECT_EQ(folder.names(kFolder).size(), ConflictPublisher::kMostRecords + 1);
+}
+
+TEST_F(PublisherTest, PortsArePublishedWhenTheyChange) {
+    PortPublisher publisher(container, broadcasts);
+    const std::vector<OccupiedPort> ports{{80, "TCP4", "a", "A", 7, "1", "/a"}};
+    EXPECT_TRUE(publisher.publish({}));
+    EXPECT_EQ(folder.read(kFolder + "ports.json"), "[]");
+    EXPECT_FALSE(publisher.publish({}));
+    EXPECT_TRUE(publisher.publish(ports));
+    EXPECT_EQ(publisher.ownerOf(80), 7);
+    EXPECT_EQ(publisher.ownerOf(81), 0);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(posted.size(), 2U);
+}
+
+TEST(PollPaceTest, SlowsDownWhileNothingHappensAndOnBattery) {
+    using enum PollPace::Power;
+    PollPace pace;
+    EXPECT_EQ(pace.next(mains), 2s);
+    EXPECT_EQ(pace.next(battery), 4s);
+    for (int poll = 0; poll < 100; ++poll)
+        pace.next(mains);
+    EXPECT_EQ(pace.next(mains), 8s);
+    EXPECT_EQ(pace.next(battery), 8s);
+    pace.noteChange();
+    EXPECT_EQ(pace.next(mains), 2s);
+}
+
+TEST(PowerSupplyTest, BatteryOfTheMachineCounts) {
+    const TemporaryFolder folder;
+    EXPECT_EQ(powerNow((folder.path() / "missing").string()), PollPace::Power::mains);
+    folder.write("mouse/type", "Battery\n");
+    folder.write("mouse/scope", "Device\n");
+    folder.write("mouse/status", "Discharging\n");
+    EXPECT_EQ(powerNow(folder.path().string()), PollPace::Power::mains);
+    folder.write("BAT0/type", "Battery\n");
+    folder.write("BAT0/status", "Discharging\n");
+    EXPECT_EQ(powerNow(folder.path().string()), PollPace::Power::battery);
+    folder.write("AC/type", "Mains\n");
+    folder.write("AC/online", "1\n");
+    EXPECT_EQ(powerNow(folder.path().string()), PollPace::Power::mains);
+}
+
+} // namespace
+} // namespace zenlot

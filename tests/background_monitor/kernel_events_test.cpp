@@ -1,0 +1,155 @@
+// What the kernel tells, and how it is read.
+#include "background_monitor/connector_process_events.h"
+#include "inventory/linux/control_group.h"
+#include "inventory/linux/listening_sockets.h"
+#include "inventory/linux/unused_socket_watch.h"
+#include "support/listener.h"
+#include "support/temporary_folder.h"
+
+#include <gmock/gmock.h>
+
+#include <poll.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+
+#include <cstring>
+
+namespace zenlot {
+namespace {
+
+using testing::Contains;
+
+TEST(OverlapTest, IsWhatTheKernelRefuses) {
+    struct Case {
+        const char* wanted;
+        const char* held;
+        bool isV6Only;
+        bool overlaps;
+    };
+    const Case cases[]{
+        {"127.0.0.1", "127.0.0.1", false, true},
+        {"127.0.0.1", "127.0.0.2", false, false},
+        {"127.0.0.1", "0.0.0.0", false, true},
+        {"0.0.0.0", "127.0.0.1", false, true},
+        {"127.0.0.1", "::", false, true},
+        {"127.0.0.1", "::", true, false},
+        {"::", "127.0.0.1", false, true},
+        {"::1", "127.0.0.1", false, false},
+        {"::1", "0.0.0.0", false, false},
+        {"[::1]", "::", true, true},
+        {"127.0.0.1", "::ffff:127.0.0.1", false, true},
+    };
+    for (const auto& [wanted, held, isV6Only, expected] : cases) {
+        const ListeningSocket holder{*IpAddress::parse(held), isV6Only, 80, 0, 0};
+        EXPECT_EQ(overlaps(*IpAddress::parse(wanted), holder), expected)
+            << wanted << " and " << held;
+    }
+    EXPECT_EQ(IpAddress::parse("localhost"), std::nullopt);
+}
+
+TEST(ListeningSocketsTest, HaveTheirAddresses) {
+    SockDiagTransport transport;
+    for (const int family : {AF_INET, AF_INET6}) {
+        const Listener listener(family);
+        const auto sockets = readListeningSockets(transport, listener.port());
+        ASSERT_EQ(sockets.size(), 1U);
+        EXPECT_EQ(sockets[0].address, IpAddress::parse(family == AF_INET ? "127.0.0.1" : "::1"));
+        EXPECT_EQ(sockets[0].port, listener.port());
+        EXPECT_NE(sockets[0].inode, 0U);
+    }
+    std::vector<ListeningSocket> none;
+    EXPECT_FALSE(decodeListeningSockets(std::vector<std::byte>(40), none));
+    EXPECT_TRUE(none.empty());
+}
+
+TEST(ControlGroupTest, IsFoundByTheNumberOfItsFolder) {
+    const TemporaryFolder folder;
+    folder.write("unified/system.slice/nginx.service/cgroup.procs", "42\n43\n");
+    struct stat status {};
+    ASSERT_EQ(::stat((folder.path() / "unified/system.slice/nginx.service").c_str(), &status), 0);
+    EXPECT_EQ(findControlGroup(status.st_ino, folder.path().string()),
+              (ControlGroup{"nginx.service", {42, 43}}));
+    EXPECT_EQ(findControlGroup(0, folder.path().string()), std::nullopt);
+}
+
+// Waits until the socket is readable; false when nothing comes.
+bool waitFor(int descriptor) {
+    pollfd readable{descriptor, POLLIN, 0};
+    return ::poll(&readable, 1, 10'000) == 1;
+}
+
+TEST(UnusedSocketWatchTest, SeesAFailedBindAndNoUseOfSockets) {
+    UnusedSocketWatch watch;
+    ASSERT_GE(watch.descriptor(), 0);
+    {
+        const Listener listener(AF_INET6); // which dies with a port
+        sockaddr_in6 address{};
+        address.sin6_family = AF_INET6;
+        address.sin6_addr = in6addr_loopback;
+        address.sin6_port = htons(listener.port());
+        const auto* generic = reinterpret_cast<const sockaddr*>(&address);
+        const FileDescriptor client(::socket(AF_INET6, SOCK_STREAM, 0));
+        EXPECT_EQ(::connect(client.get(), generic, sizeof address), 0);
+        const FileDescriptor second(::socket(AF_INET6, SOCK_STREAM, 0));
+        EXPECT_NE(::bind(second.get(), generic, sizeof address), 0);
+    }
+    const FileDescriptor last(::socket(AF_INET, SOCK_STREAM, 0));
+    FileDescriptor(::socket(AF_INET, SOCK_STREAM, 0)) = FileDescriptor();
+    std::vector<UnusedSocket> seen;
+    const UnusedSocket failed{UnusedSocket::Kind::unbound, AddressFamily::ipv6};
+    const UnusedSocket end{UnusedSocket::Kind::unbound, AddressFamily::ipv4};
+    // Others may leave such sockets at the same time.
+    while (std::ranges::find(seen, failed) == seen.end() ||
+           std::ranges::find(seen, end) == seen.end()) {
+        ASSERT_TRUE(waitFor(watch.descriptor()));
+        watch.read([&seen](UnusedSocket socket) { seen.push_back(socket); });
+    }
+}
+
+std::vector<std::byte> processEvent(std::uint32_t kind, std::uint32_t thread, std::uint32_t process,
+                                    std::uint32_t status) {
+    const std::uint32_t words[]{kind, 0, 0, 0, thread, process, status, 17, 1, 1};
+    std::vector<std::byte> datagram(36 + sizeof words);
+    std::memcpy(datagram.data() + 36, words, sizeof words);
+    return datagram;
+}
+
+TEST(ProcessConnectorTest, DecodesStartsAndEndsOfProcesses) {
+    EXPECT_EQ(decodeProcessEvent(processEvent(2, 42, 42, 0)),
+              (ProcessEvent{ProcessEvent::Kind::exec, 42, 0}));
+    EXPECT_EQ(decodeProcessEvent(processEvent(0x80000000, 42, 42, 256)),
+              (ProcessEvent{ProcessEvent::Kind::exit, 42, 256}));
+    EXPECT_EQ(decodeProcessEvent(processEvent(0x80000000, 43, 42, 256)), std::nullopt);
+    EXPECT_EQ(decodeProcessEvent(processEvent(1, 42, 42, 0)), std::nullopt);
+    const std::vector<std::byte> whole = processEvent(0x80000000, 42, 42, 256);
+    for (std::size_t length = 0; length < 64; ++length)
+        EXPECT_EQ(decodeProcessEvent(std::span(whole).first(length)), std::nullopt) << length;
+}
+
+TEST(ProcessConnectorTest, PeopleStopProgramsAndErrorsEndThem) {
+    for (const int status : {SIGINT, SIGTERM, 130 << 8, 143 << 8, 0})
+        EXPECT_EQ(processEndOf(status), ProcessEnd::stopped) << status;
+    for (const int status : {SIGABRT, SIGSEGV, 1 << 8, 98 << 8, 255 << 8})
+        EXPECT_EQ(processEndOf(status), ProcessEnd::failed) << status;
+}
+
+// Where the kernel refuses, as in most containers, there is nothing to hear.
+TEST(ProcessConnectorTest, HearsAChildFailWhereItIsOpen) {
+    ProcessConnector connector;
+    if (!connector.isOpen())
+        GTEST_SKIP() << "the kernel tells nothing here";
+    const ProcessId child = ::fork();
+    if (child == 0)
+        ::_exit(3);
+    int status = 0;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    std::vector<ProcessEvent> seen;
+    const ProcessEvent expected{ProcessEvent::Kind::exit, child, status};
+    while (std::ranges::find(seen, expected) == seen.end()) {
+        ASSERT_TRUE(waitFor(connector.descriptor()));
+        connector.read([&seen](const ProcessEvent& event) { seen.push_back(event); });
+    }
+}
+
+} // namespace
+} // namespace zenlot
