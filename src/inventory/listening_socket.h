@@ -29,7 +29,7 @@ struct ListeningSocket {
     bool isV6Only{false}; // an IPv6 wildcard that leaves IPv4 to others
     std::uint16_t port{0};
     UserId ownerUid{0};
-    std::uint64_t inode{0}; // what /proc/PID/fd shows as socket:[inode]; 0 for none
+    std::uint64_t inode{0};        // what /proc/PID/fd shows as socket:[inode]; 0 for none
     std::uint64_t controlGroup{0}; // the number of its control group; 0 when not known
 
     friend bool operator==(const ListeningSocket&, const ListeningSocket&) = default;

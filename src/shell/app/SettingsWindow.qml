@@ -14,7 +14,7 @@ ApplicationWindow {
     required property SettingsViewModel viewModel
 
     color: Theme.window
-    height: Math.min(view.implicitHeight, root.screen ? root.screen.desktopAvailableHeight - 80 : view.implicitHeight)
+    height: Math.min(view.implicitHeight, Screen.desktopAvailableHeight - 80)
     maximumHeight: root.height
     maximumWidth: root.width
     minimumHeight: root.height

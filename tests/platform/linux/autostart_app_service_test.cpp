@@ -11,8 +11,9 @@ using enum AppServiceStatus;
 
 const std::string kName = "autostart/dev.quorvane.zenlot.desktop";
 const std::string kGroup = "[Desktop Entry]\n";
-const std::string kKeys = "Type=Application\nName=Zenlot\nExec=\"/opt/Zenlot/zenlot\" --background\n"
-                          "Icon=dev.quorvane.zenlot\nTerminal=false\n";
+const std::string kKeys =
+    "Type=Application\nName=Zenlot\nExec=\"/opt/Zenlot/zenlot\" --background\n"
+    "Icon=dev.quorvane.zenlot\nTerminal=false\n";
 const std::string kOn = "X-GNOME-Autostart-enabled=true\n";
 
 class AutostartAppServiceTest : public testing::Test {

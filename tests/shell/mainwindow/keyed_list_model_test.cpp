@@ -1,5 +1,5 @@
-#include "support/model_operations.h"
 #include "shell/mainwindow/keyed_list_model.h"
+#include "support/model_operations.h"
 
 #include <QAbstractItemModelTester>
 #include <QString>

@@ -1,5 +1,5 @@
-#include "support/model_operations.h"
 #include "shell/mainwindow/sidebar_model.h"
+#include "support/model_operations.h"
 
 #include <QAbstractItemModelTester>
 #include <gtest/gtest.h>
