@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
-#include <ranges>
 #include <utility>
 
 namespace zenlot {
@@ -61,8 +60,7 @@ void PollingProcessEvents::poll() {
     std::ranges::set_difference(present, known_, std::back_inserter(started));
     known_ = std::move(present);
     // Who has just failed has not long to live, and was started lately.
-    for (const ProcessId pid : started | std::views::reverse)
-        handlers_.started(pid);
+    std::for_each(started.rbegin(), started.rend(), handlers_.started);
     // Between its start and its program a process looks like its parent.
     for (const ProcessId pid : young_)
         handlers_.started(pid);

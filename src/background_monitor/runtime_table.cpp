@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 std::vector<std::string> strings(const QJsonValue& value) {
     std::vector<std::string> result;
     const QJsonArray array = value.toArray();
-    for (const QJsonValue& entry : array)
+    for (const auto& entry : array)
         result.push_back(entry.toString().toStdString());
     return result;
 }
@@ -50,7 +50,7 @@ Runtime runtimeOf(const QJsonObject& row) {
 std::vector<Runtime> rowsOf(const QByteArray& json) {
     std::vector<Runtime> rows;
     const QJsonArray array = QJsonDocument::fromJson(json).array();
-    for (const QJsonValue& row : array)
+    for (const auto& row : array)
         rows.push_back(runtimeOf(row.toObject()));
     return rows;
 }
