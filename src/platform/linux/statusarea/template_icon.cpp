@@ -12,6 +12,10 @@ namespace {
 // What panels show, up to twice as fine displays.
 const QList<QSize> kSizes{{16, 16}, {22, 22}, {24, 24}, {32, 32}, {48, 48}};
 
+constexpr int kMiddleGrey = 128;
+const QColor kLightRim(255, 255, 255, 150);
+const QColor kDarkRim(0, 0, 0, 90);
+
 bool isInstalled(const QString& themeName) {
     return !QStandardPaths::locate(
                 QStandardPaths::GenericDataLocation,
@@ -28,12 +32,16 @@ class TemplateIconEngine final : public QIconEngine {
     QIconEngine* clone() const override { return new TemplateIconEngine(*this); }
 
     QPixmap pixmap(const QSize& size, QIcon::Mode /*mode*/, QIcon::State /*state*/) override {
+        // A panel does not tell how dark it is: a rim of the opposite shade is lost on a background
+        // that suits the picture, and saves it on one that does not.
+        const QPixmap rim =
+            silhouette(size, color_.lightness() < kMiddleGrey ? kLightRim : kDarkRim);
         QPixmap pixmap(size);
         pixmap.fill(Qt::transparent);
         QPainter painter(&pixmap);
-        QSvgRenderer(file_).render(&painter);
-        painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
-        painter.fillRect(pixmap.rect(), color_);
+        for (const QPoint shift : {QPoint(1, 0), QPoint(-1, 0), QPoint(0, 1), QPoint(0, -1)})
+            painter.drawPixmap(shift, rim);
+        painter.drawPixmap(0, 0, silhouette(size, color_));
         return pixmap;
     }
 
@@ -51,6 +59,16 @@ class TemplateIconEngine final : public QIconEngine {
 
   private:
     TemplateIconEngine(const TemplateIconEngine&) = default;
+
+    QPixmap silhouette(const QSize& size, const QColor& color) const {
+        QPixmap pixmap(size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        QSvgRenderer(file_).render(&painter);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        painter.fillRect(pixmap.rect(), color);
+        return pixmap;
+    }
 
     QString file_;
     QString name_;
