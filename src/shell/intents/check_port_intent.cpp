@@ -13,8 +13,21 @@ QString translated(const char* key) {
 
 } // namespace
 
+QString CheckPortIntent::perform(const PortLookup& lookup) const {
+    return checkPortDialog(portNumber, isValidPort(portNumber) ? lookup.processesOnPort(portNumber)
+                                                               : std::vector<PortProcess>());
+}
+
 QString CheckPortIntent::title() {
     return translated(QT_TRANSLATE_NOOP("CheckPortIntent", "Check Port"));
+}
+
+QString CheckPortIntent::portNumberTitle() {
+    return translated(QT_TRANSLATE_NOOP("CheckPortIntent", "Port Number"));
+}
+
+QString CheckPortIntent::portNumberDescription() {
+    return translated(QT_TRANSLATE_NOOP("CheckPortIntent", "A port number between 1 and 65535"));
 }
 
 QString CheckPortIntent::valueRequestDialog() {
@@ -43,6 +56,10 @@ QString checkPortDialog(std::int64_t portNumber, const std::vector<PortProcess>&
 
 QString ZenlotAppShortcuts::shortTitle() {
     return CheckPortIntent::title();
+}
+
+QString ZenlotAppShortcuts::systemImage() {
+    return QStringLiteral("network");
 }
 
 QStringList ZenlotAppShortcuts::phrases(const QString& applicationName) {

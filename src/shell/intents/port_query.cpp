@@ -7,7 +7,6 @@
 namespace zenlot {
 namespace {
 
-constexpr qsizetype kLongestQuery = 256;
 constexpr qsizetype kMostDigits = 9;
 
 bool isAsciiDigit(QChar character) {

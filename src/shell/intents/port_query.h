@@ -21,7 +21,10 @@ struct PortQuery {
     friend bool operator==(const PortQuery&, const PortQuery&) = default;
 };
 
-// None when the text is about something else. Numbers with more than nine digits are none.
+inline constexpr qsizetype kLongestQuery = 256;
+
+// None when the text is about something else, or longer than anybody's question. Numbers with more
+// than nine digits are none.
 std::optional<PortQuery> parsePortQuery(const QString& text, const QStringList& phrases);
 
 } // namespace zenlot
