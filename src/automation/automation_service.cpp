@@ -1,49 +1,39 @@
 #include "automation/automation_service.h"
 
+#include "automation/check_port_adaptor.h"
 #include "automation/krunner_runner.h"
 #include "automation/search_provider.h"
 #include "shell/intents/check_port_intent.h"
 
-#include <QDBusAbstractAdaptor>
 #include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QLoggingCategory>
 
 #include <utility>
 
 namespace zenlot {
 namespace {
 
-class AutomationAdaptor final : public QDBusAbstractAdaptor {
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "dev.quorvane.zenlot.Automation")
+using namespace Qt::StringLiterals;
 
-  public:
-    explicit AutomationAdaptor(AutomationService& service)
-        : QDBusAbstractAdaptor(&service), service_(service) {}
+Q_LOGGING_CATEGORY(automationLog, "zenlot.automation")
 
-  public Q_SLOTS:
-    // NOLINTNEXTLINE(readability-identifier-naming): a name on the bus
-    QString CheckPort(qlonglong portNumber, const QDBusMessage& call) {
-        service_.reply(call, PortQuery{portNumber},
-                       [](const QString& dialog) { return QVariant(dialog); });
-        return {};
-    }
-
-  private:
-    AutomationService& service_;
-};
+// Typing makes a handful; a program that asks without end must not fill the memory.
+constexpr int kMostOpenCalls = 1024;
 
 } // namespace
 
 AutomationService::AutomationService(QDBusConnection bus, PortAnswers& answers,
-                                     std::chrono::milliseconds idleTime)
-    : bus_(std::move(bus)), answers_(answers) {
+                                     AutomationTimes times)
+    : bus_(std::move(bus)), answers_(answers), times_(times) {
     // They belong to this object as adaptors do.
-    new AutomationAdaptor(*this);
+    new CheckPortAdaptor(*this);
     new SearchProvider(*this);
     new KRunnerRunner(*this);
-    idle_.setSingleShot(true);
-    idle_.setInterval(idleTime);
-    connect(&idle_, &QTimer::timeout, this, &AutomationService::becameIdle);
+    timer_.setSingleShot(true);
+    connect(&timer_, &QTimer::timeout, this, &AutomationService::handleTimeout);
+    bus_.connect(QString(), u"/org/freedesktop/DBus/Local"_s, u"org.freedesktop.DBus.Local"_s,
+                 u"Disconnected"_s, this, SIGNAL(finished()));
 }
 
 bool AutomationService::start() {
@@ -52,40 +42,99 @@ bool AutomationService::start() {
     return bus_.registerObject(kAutomationPath, this) && bus_.registerService(kAutomationBusName);
 }
 
-std::optional<PortQuery> AutomationService::queryFrom(const QString& text) const {
-    return parsePortQuery(text, ZenlotAppShortcuts::phrases(QStringLiteral("Zenlot")));
+QStringList AutomationService::phrases() {
+    return ZenlotAppShortcuts::phrases(u"Zenlot"_s);
 }
 
-void AutomationService::reply(const QDBusMessage& call, const PortQuery& query,
-                              std::function<QVariant(const QString& dialog)> resultFrom) {
+std::optional<PortQuery> AutomationService::queryFrom(const QString& text) {
+    return parsePortQuery(text, phrases());
+}
+
+std::optional<PortQuery> AutomationService::queryFrom(const QStringList& words) {
+    QString text;
+    for (const QString& word : words) {
+        if (text.size() + word.size() > kLongestQuery)
+            return std::nullopt;
+        text += word + u' ';
+    }
+    return queryFrom(text);
+}
+
+void AutomationService::reply(const QDBusMessage& call, const QList<PortQuery>& queries,
+                              std::function<QVariant(const QStringList& dialogs)> resultFrom) {
     noteUse();
     call.setDelayedReply(true);
-    const auto send = [bus = bus_, call,
-                       resultFrom = std::move(resultFrom)](const QString& dialog) {
-        bus.send(call.createReply(resultFrom(dialog)));
-    };
-    if (query.port)
-        answers_.answer(*query.port, this, send);
-    else
-        send(CheckPortIntent::valueRequestDialog());
+    if (!call.isReplyRequired())
+        return;
+    if (openCalls_ >= kMostOpenCalls) {
+        bus_.send(call.createErrorReply(QDBusError::LimitsExceeded,
+                                        u"There are too many questions at once"_s));
+        return;
+    }
+    beginCall();
+    answers_.answer(queries, this,
+                    [this, call, resultFrom = std::move(resultFrom)](const QStringList& dialogs) {
+                        bus_.send(call.createReply(resultFrom(dialogs)));
+                        endCall();
+                    });
 }
 
 void AutomationService::openMainWindow(const PortQuery& query, const QString& activationToken) {
     noteUse();
+    if (openCalls_ >= kMostOpenCalls)
+        return;
     QVariantMap platformData;
     if (!activationToken.isEmpty())
-        platformData.insert(QStringLiteral("activation-token"), activationToken);
+        platformData.insert(u"activation-token"_s, activationToken);
     const bool hasPort = query.port && isValidPort(*query.port);
+    // The bus starts the application where it does not run.
     QDBusMessage call = QDBusMessage::createMethodCall(
-        QStringLiteral("dev.quorvane.zenlot"), QStringLiteral("/dev/quorvane/zenlot"),
-        QStringLiteral("org.freedesktop.Application"),
-        hasPort ? QStringLiteral("ActivateAction") : QStringLiteral("Activate"));
+        u"dev.quorvane.zenlot"_s, u"/dev/quorvane/zenlot"_s, u"org.freedesktop.Application"_s,
+        hasPort ? u"ActivateAction"_s : u"Activate"_s);
     if (hasPort)
-        call << QStringLiteral("check-port") << QVariantList{QVariant::fromValue(*query.port)};
+        call << u"check-port"_s << QVariantList{qlonglong{*query.port}};
     call << platformData;
-    bus_.send(call);
+    beginCall(); // the bus forgets what somebody wanted who has left before the application came
+    auto* watcher = new QDBusPendingCallWatcher(bus_.asyncCall(call), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
+        watcher->deleteLater();
+        if (watcher->isError())
+            qCInfo(automationLog) << "Can't open the window:" << watcher->error().message();
+        endCall();
+    });
+}
+
+void AutomationService::noteUse() {
+    if (openCalls_ == 0)
+        timer_.start(isLeaving_ ? times_.farewell : times_.idle);
+}
+
+void AutomationService::beginCall() {
+    ++openCalls_;
+    timer_.stop();
+}
+
+void AutomationService::endCall() {
+    --openCalls_;
+    noteUse();
+}
+
+void AutomationService::handleTimeout() {
+    if (std::exchange(isLeaving_, true)) {
+        Q_EMIT finished();
+        return;
+    }
+    QDBusMessage release =
+        QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
+                                       u"org.freedesktop.DBus"_s, u"ReleaseName"_s);
+    release << QString(kAutomationBusName);
+    // What was sent to the name comes before the answer to this.
+    beginCall();
+    auto* watcher = new QDBusPendingCallWatcher(bus_.asyncCall(release), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
+        watcher->deleteLater();
+        endCall();
+    });
 }
 
 } // namespace zenlot
-
-#include "automation_service.moc"

@@ -1,5 +1,8 @@
 #include "automation/krunner_runner.h"
 
+#include "automation/result_identifier.h"
+#include "text/display_line.h"
+
 #include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusMetaType>
@@ -10,6 +13,7 @@ namespace zenlot {
 namespace {
 
 constexpr int kExactMatch = 100;
+constexpr qsizetype kLongestToken = 4096;
 
 } // namespace
 
@@ -53,12 +57,17 @@ KRunnerRunner::KRunnerRunner(AutomationService& service)
 
 QList<RunnerMatch> KRunnerRunner::Match(const QString& query, const QDBusMessage& call) {
     service_.noteUse();
-    const auto portQuery = service_.queryFrom(query);
+    const auto portQuery = AutomationService::queryFrom(query);
     if (!portQuery)
         return {};
-    service_.reply(call, *portQuery, [query](const QString& dialog) {
-        return QVariant::fromValue(QList<RunnerMatch>{
-            {query, dialog, QStringLiteral("dev.quorvane.zenlot"), kExactMatch, 1.0, {}}});
+    service_.reply(call, {*portQuery}, [portQuery](const QStringList& dialogs) {
+        return QVariant::fromValue(
+            QList<RunnerMatch>{{resultIdentifier(*portQuery),
+                                displayLine(dialogs.first(), kLongestAnswerLine),
+                                kAutomationIconName,
+                                kExactMatch,
+                                1.0,
+                                {}}});
     });
     return {};
 }
@@ -69,13 +78,19 @@ QList<RunnerAction> KRunnerRunner::Actions() {
 }
 
 void KRunnerRunner::Run(const QString& identifier, const QString& /*actionIdentifier*/) {
-    service_.openMainWindow(service_.queryFrom(identifier).value_or(PortQuery()),
-                            std::exchange(activationToken_, QString()));
+    service_.noteUse();
+    const QString token = std::exchange(activationToken_, QString());
+    if (const auto query = queryOfResult(identifier))
+        service_.openMainWindow(*query, token);
 }
 
 void KRunnerRunner::SetActivationToken(const QString& token) {
     service_.noteUse();
-    activationToken_ = token;
+    activationToken_ = token.size() <= kLongestToken ? token : QString();
+}
+
+void KRunnerRunner::Teardown() {
+    service_.noteUse();
 }
 
 } // namespace zenlot

@@ -1,4 +1,5 @@
-// The runner for the search of KDE: one match, whose text is the answer.
+// The runner for the search of KDE: one match, whose text is the answer. Texts of a single line are
+// plain there.
 #pragma once
 
 #include "automation/automation_service.h"
@@ -45,7 +46,8 @@ class KRunnerRunner final : public QDBusAbstractAdaptor {
     QList<zenlot::RunnerAction> Actions();
     void Run(const QString& identifier, const QString& actionIdentifier);
     void SetActivationToken(const QString& token);
-    // NOLINTEND(readability-identifier-naming)
+    void Teardown(); // the search is over; nothing was kept for it
+                     // NOLINTEND(readability-identifier-naming)
 
   private:
     AutomationService& service_;

@@ -9,7 +9,6 @@
 #include <QtConcurrentRun>
 
 #include <optional>
-#include <string>
 #include <utility>
 
 namespace zenlot {
@@ -17,25 +16,29 @@ namespace zenlot {
 PortAnswers::PortAnswers(const PortScanner& scanner, SharedContainer container)
     : scanner_(scanner), container_(std::move(container)) {}
 
-void PortAnswers::answer(std::int64_t portNumber, QObject* context, Receiver receiver) {
+void PortAnswers::answer(const QList<PortQuery>& queries, QObject* context, Receiver receiver) {
     // A future's own continuation may not outlive its context.
-    auto* watcher = new QFutureWatcher<QString>(context);
+    auto* watcher = new QFutureWatcher<QStringList>(context);
     QObject::connect(watcher, &QFutureWatcherBase::finished, context,
                      [watcher, receiver = std::move(receiver)] {
                          watcher->deleteLater();
                          receiver(watcher->result());
                      });
-    watcher->setFuture(QtConcurrent::run(&workers_, [this, portNumber] {
-        std::vector<PortProcess> owners;
-        if (isValidPort(portNumber)) {
-            SharedPortCache published;
-            const auto text = SharedContainer::read(container_.portsFileURL());
-            if (auto ports = text ? decodeOccupiedPorts(*text) : std::nullopt)
-                published.replace(*std::move(ports));
-            owners = PortLookup(scanner_, published).processesOnPort(portNumber);
-        }
-        return checkPortDialog(portNumber, owners);
-    }));
+    watcher->setFuture(
+        QtConcurrent::run(&workers_, [this, queries] { return dialogsFor(queries); }));
+}
+
+QStringList PortAnswers::dialogsFor(const QList<PortQuery>& queries) const {
+    SharedPortCache published;
+    const auto text = SharedContainer::read(container_.portsFileURL());
+    if (auto ports = text ? decodeOccupiedPorts(*text) : std::nullopt)
+        published.replace(*std::move(ports));
+    const PortLookup lookup(scanner_, published);
+    QStringList dialogs;
+    for (const PortQuery& query : queries)
+        dialogs.append(query.port ? CheckPortIntent{*query.port}.perform(lookup)
+                                  : CheckPortIntent::valueRequestDialog());
+    return dialogs;
 }
 
 } // namespace zenlot

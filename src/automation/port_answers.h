@@ -2,18 +2,19 @@
 // scripts. Each answer is that of the moment: a fresh lookup, merged with what the background
 // monitor published last.
 //
-//     answers.answer(3000, this, [](const QString& dialog) { reply(dialog); });
+//     answers.answer({PortQuery{3000}}, this, [](const QStringList& dialogs) { ... });
 //
 // Main thread only. The destructor waits for the lookups that are still open.
 #pragma once
 
 #include "inventory/port_scanner.h"
 #include "monitoring/shared_container.h"
+#include "shell/intents/port_query.h"
 
-#include <QString>
+#include <QList>
+#include <QStringList>
 #include <QThreadPool>
 
-#include <cstdint>
 #include <functional>
 
 QT_FORWARD_DECLARE_CLASS(QObject)
@@ -22,15 +23,18 @@ namespace zenlot {
 
 class PortAnswers final {
   public:
-    using Receiver = std::function<void(const QString& dialog)>;
+    // One sentence for each query, in their order.
+    using Receiver = std::function<void(const QStringList& dialogs)>;
 
     // `scanner` must outlive the object.
     PortAnswers(const PortScanner& scanner, SharedContainer container);
 
     // The receiver is called from the event loop, unless `context` is gone by then.
-    void answer(std::int64_t portNumber, QObject* context, Receiver receiver);
+    void answer(const QList<PortQuery>& queries, QObject* context, Receiver receiver);
 
   private:
+    QStringList dialogsFor(const QList<PortQuery>& queries) const;
+
     const PortScanner& scanner_;
     SharedContainer container_;
     QThreadPool workers_; // the last member, so that it ends before what its work uses

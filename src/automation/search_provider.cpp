@@ -1,16 +1,20 @@
 #include "automation/search_provider.h"
 
+#include "automation/result_identifier.h"
+#include "text/display_line.h"
+
 #include <QDBusMessage>
 #include <QDBusMetaType>
+
+#include <algorithm>
 
 namespace zenlot {
 namespace {
 
-const QString kRequest = QStringLiteral("request");
+using namespace Qt::StringLiterals;
 
-QString identifierOf(const PortQuery& query) {
-    return query.port ? QStringLiteral(":%1").arg(*query.port) : kRequest;
-}
+// A search never has more than one from us.
+constexpr qsizetype kMostResults = 16;
 
 } // namespace
 
@@ -21,8 +25,8 @@ SearchProvider::SearchProvider(AutomationService& service)
 
 QStringList SearchProvider::GetInitialResultSet(const QStringList& terms) {
     service_.noteUse();
-    const auto query = service_.queryFrom(terms.join(u' '));
-    return query ? QStringList(identifierOf(*query)) : QStringList();
+    const auto query = AutomationService::queryFrom(terms);
+    return query ? QStringList(resultIdentifier(*query)) : QStringList();
 }
 
 QStringList SearchProvider::GetSubsearchResultSet(const QStringList& /*previousResults*/,
@@ -33,27 +37,33 @@ QStringList SearchProvider::GetSubsearchResultSet(const QStringList& /*previousR
 QList<QVariantMap> SearchProvider::GetResultMetas(const QStringList& identifiers,
                                                   const QDBusMessage& call) {
     service_.noteUse();
-    // There is never more than one result.
-    const QString identifier = identifiers.value(0);
-    const auto query = identifier == kRequest ? PortQuery() : service_.queryFrom(identifier);
-    if (!query)
+    QList<PortQuery> queries;
+    for (const QString& identifier : identifiers.first(std::min(identifiers.size(), kMostResults)))
+        if (const auto query = queryOfResult(identifier))
+            queries.append(*query);
+    if (queries.isEmpty())
         return {};
-    service_.reply(call, *query, [identifier](const QString& dialog) {
-        return QVariant::fromValue(
-            QList<QVariantMap>{{{QStringLiteral("id"), identifier},
-                                {QStringLiteral("name"), dialog},
-                                {QStringLiteral("gicon"), QStringLiteral("dev.quorvane.zenlot")}}});
+    service_.reply(call, queries, [queries](const QStringList& dialogs) {
+        QList<QVariantMap> metas;
+        for (qsizetype index = 0; index < queries.size(); ++index)
+            metas.append({{u"id"_s, resultIdentifier(queries.at(index))},
+                          {u"name"_s, displayLine(dialogs.at(index), kLongestAnswerLine)},
+                          {u"gicon"_s, QString(kAutomationIconName)}});
+        return QVariant::fromValue(metas);
     });
     return {};
 }
 
 void SearchProvider::ActivateResult(const QString& identifier, const QStringList& /*terms*/,
                                     uint /*timestamp*/) {
-    service_.openMainWindow(service_.queryFrom(identifier).value_or(PortQuery()), QString());
+    service_.noteUse();
+    if (const auto query = queryOfResult(identifier))
+        service_.openMainWindow(*query, QString());
 }
 
+// The desktop wants the application itself, whatever it was looking for.
 void SearchProvider::LaunchSearch(const QStringList& terms, uint /*timestamp*/) {
-    service_.openMainWindow(service_.queryFrom(terms.join(u' ')).value_or(PortQuery()), QString());
+    service_.openMainWindow(AutomationService::queryFrom(terms).value_or(PortQuery()), QString());
 }
 
 } // namespace zenlot

@@ -1,13 +1,11 @@
-// The search provider of GNOME: one result, whose title is the answer.
-//
-// A result's identifier holds the query, since the desktop may ask for it long after the program
-// that found it has ended.
+// The search provider of GNOME: one result, whose title is the answer. Titles are plain text there.
 #pragma once
 
 #include "automation/automation_service.h"
 
 #include <QDBusAbstractAdaptor>
 #include <QStringList>
+#include <QVariantMap>
 
 namespace zenlot {
 

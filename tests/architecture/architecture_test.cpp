@@ -102,7 +102,7 @@ const std::map<std::string, Names> kPlan{
       "Qt6::Quick"}},
     {"ctl", {"zenlot_inventory", "ICU::uc"}},
     {"automation",
-     {"zenlot_inventory", "zenlot_monitoring", "zenlot_shell_intents", "Qt6::DBus",
+     {"zenlot_inventory", "zenlot_monitoring", "zenlot_shell_intents", "zenlot_text", "Qt6::DBus",
       "Qt6::Concurrent"}},
 };
 

@@ -1,4 +1,5 @@
-// A session bus of the test's own. It starts no services, whatever is installed.
+// A session bus of the test's own. It starts no services, whatever is installed, but those that the
+// test names.
 #pragma once
 
 #include "support/qt_temporary_folder.h"
@@ -12,12 +13,20 @@ namespace zenlot {
 
 class PrivateBus {
   public:
-    PrivateBus() {
+    // The service is a program that the bus starts for who calls that name.
+    explicit PrivateBus(const QByteArray& serviceName = {}, const QByteArray& program = {}) {
+        folder_.write(QStringLiteral("services/one.service"),
+                      "[D-BUS Service]\nName=" + serviceName + "\nExec=" + program + '\n');
+        const QByteArray services =
+            program.isEmpty()
+                ? QByteArray()
+                : "<servicedir>" + folder_.encoded(QStringLiteral("services")) + "</servicedir>";
         folder_.write(QStringLiteral("bus.conf"),
-                      "<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen>"
-                      "<limit name='max_replies_per_connection'>50000</limit>"
-                      "<policy context='default'><allow send_destination='*' eavesdrop='true'/>"
-                      "<allow eavesdrop='true'/><allow own='*'/></policy></busconfig>");
+                      "<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen>" +
+                          services +
+                          "<limit name='max_replies_per_connection'>50000</limit>"
+                          "<policy context='default'><allow send_destination='*' eavesdrop='true'/>"
+                          "<allow eavesdrop='true'/><allow own='*'/></policy></busconfig>");
         daemon_.start(
             QStringLiteral("dbus-daemon"),
             {QStringLiteral("--nofork"), QStringLiteral("--print-address"),
