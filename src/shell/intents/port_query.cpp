@@ -32,7 +32,7 @@ std::optional<PortQuery> parsePortQuery(const QString& text, const QStringList& 
     for (const QString& phrase : phrases) {
         if (query.compare(phrase, Qt::CaseInsensitive) == 0)
             return PortQuery{std::nullopt};
-        beginnings.append(phrase + u' ');
+        beginnings.append(phrase); // not every language has spaces
     }
     for (const QString& beginning : std::as_const(beginnings)) {
         if (!query.startsWith(beginning, Qt::CaseInsensitive))

@@ -36,7 +36,8 @@ TEST(CheckPortIntentTest, AnswersInOneSentence) {
 }
 
 TEST(PortQueryTest, KnowsWhatIsAboutPorts) {
-    const QStringList phrases = ZenlotAppShortcuts::phrases(QStringLiteral("Zenlot"));
+    const QStringList phrases = ZenlotAppShortcuts::phrases(QStringLiteral("Zenlot")) +
+                                QStringList(QStringLiteral("Zenlotでポートを確認"));
     const struct {
         const char* text;
         std::optional<PortQuery> query;
@@ -47,6 +48,7 @@ TEST(PortQueryTest, KnowsWhatIsAboutPorts) {
         {"check a port in zenlot 3000", PortQuery{3000}},
         {"What is using a port in Zenlot", PortQuery{}},
         {"Port lookup in Zenlot 99999", PortQuery{99999}},
+        {"zenlotでポートを確認3000", PortQuery{3000}},
         {":0", PortQuery{0}},
         {"70000", std::nullopt},
         {"port 30 00", std::nullopt},
