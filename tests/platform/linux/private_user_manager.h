@@ -86,7 +86,8 @@ class PrivateUserManager {
         {"default.target", "[Unit]\nRequires=dbus.service\n"},
         {"dbus.socket", "[Socket]\nListenStream=%t/bus\n"},
         {"dbus.service", "[Unit]\nRequires=dbus.socket\n[Service]\nType=notify\n"
-                         "ExecStart=dbus-daemon --session --address=systemd: --nofork\n"},
+                         "ExecStart=dbus-daemon --session --address=systemd: --nofork\n"
+                         "TimeoutStopSec=1s\n"}, // for what it has started, and won't hear of
         {"exit.target", "[Unit]\nDefaultDependencies=no\nRequires=leave.service\n"},
         {"leave.service", "[Unit]\nDefaultDependencies=no\nRequires=shutdown.target\n"
                           "After=shutdown.target\nSuccessAction=exit-force\n"

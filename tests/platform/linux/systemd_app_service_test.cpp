@@ -39,7 +39,7 @@ class SystemdAppServiceTest : public testing::Test {
     }
 
     PrivateUserManager manager;
-    SystemdAppService service{manager.bus(), kUnit};
+    SystemdAppService service{manager.bus(), kUnit, {20s, 20s}}; // a busy machine is no fault
 };
 
 TEST_F(SystemdAppServiceTest, RegistersAndUnregisters) {
