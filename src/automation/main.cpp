@@ -5,6 +5,7 @@
 #include "automation/automation_service.h"
 #include "inventory/linux/linux_process_tables.h"
 #include "inventory/linux/processors.h"
+#include "localization/translation.h"
 #include "platform/linux/xdg_home_directories.h"
 
 #include <QCommandLineParser>
@@ -36,6 +37,7 @@ int main(int argc, char** argv) {
         return 2;
     }
 
+    const Translation translation;
     const LinuxProcessTables tables;
     const PortScanner scanner(tables, isPortInUse, availableProcessors());
     PortAnswers answers(scanner, SharedContainer(xdgHomeDirectories().stateHome));

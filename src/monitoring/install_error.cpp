@@ -1,5 +1,7 @@
 #include "monitoring/install_error.h"
 
+#include <QCoreApplication>
+
 namespace zenlot {
 
 InstallError InstallError::other(const QString& domain, qint64 code, const QString& message) {
@@ -17,9 +19,11 @@ InstallError InstallError::requiresApproval() {
 
 QString InstallError::description() const {
     if (kind_ == Case::requiresApproval)
-        return QStringLiteral("Zenlot is blocked from running in the background. Open System "
-                              "Settings → General → Login Items & Extensions and turn Zenlot back "
-                              "on under \"Allow in the Background\", then click Re-check.");
+        return QCoreApplication::translate(
+            "InstallError",
+            "Zenlot is blocked from running in the background. Open System Settings → General → "
+            "Login Items & Extensions and turn Zenlot back on under \"Allow in the Background\", "
+            "then click Re-check.");
     return u'[' + domain_ + u' ' + QString::number(code_) + QStringLiteral("] ") + message_;
 }
 

@@ -25,6 +25,7 @@ const std::map<std::string, Names> kPlan{
     {"inventory/linux", {"zenlot_inventory"}},
     {"inventory/darwin", {"zenlot_inventory"}},
     {"text", {"Qt6::Core"}},
+    {"localization", {"Qt6::Core"}},
     {"platform", {"Qt6::Core"}},
     {"platform/linux",
      {"zenlot_platform", "zenlot_text", "nlohmann_json::nlohmann_json", "PkgConfig::Libplist",

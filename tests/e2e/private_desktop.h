@@ -22,7 +22,8 @@ class PrivateDesktop {
             std::filesystem::permissions(path, std::filesystem::perms::owner_all);
             set(name, QString::fromStdString(path.string()));
         }
-        for (const char* name : {"AT_SPI_BUS_ADDRESS", "NO_AT_BRIDGE", "QT_FATAL_WARNINGS"})
+        for (const char* name :
+             {"AT_SPI_BUS_ADDRESS", "LANGUAGE", "NO_AT_BRIDGE", "QT_FATAL_WARNINGS"})
             environment_.remove(QString::fromLatin1(name));
         folder_.write("XDG_CONFIG_HOME/dev.quorvane.zenlot/defaults.json",
                       R"({"hasCompletedOnboarding": true})");

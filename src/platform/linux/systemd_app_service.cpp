@@ -35,6 +35,10 @@ AppServiceError blockedError(const QString& message) {
     return {u"SMAppServiceErrorDomain"_s, 1, message};
 }
 
+AppServiceError errorOf(SystemdError code, const QString& message) {
+    return {u"dev.quorvane.zenlot.systemd"_s, static_cast<qint64>(code), message};
+}
+
 AppServiceError errorFrom(const QDBusMessage& reply) {
     const QString message = displayLine(reply.errorMessage());
     if (reply.errorName() == kUnitMasked)
@@ -105,7 +109,7 @@ std::optional<AppServiceError> SystemdAppService::registerService() {
         return errorFrom(reply);
     const bool canBeEnabled = reply.arguments().value(0).toBool();
     if (!canBeEnabled)
-        return errorOf(SystemdError::cannotBeEnabled, u"cannot be enabled"_s);
+        return errorOf(SystemdError::cannotBeEnabled, tr("%1 cannot be enabled").arg(unit_));
     // A failure shows in what follows.
     callManager(u"Reload"_s, {}, deadline);
     std::optional<AppServiceError> error = start(deadline);
@@ -134,7 +138,7 @@ QDBusMessage SystemdAppService::call(const QString& path, const QString& interfa
                                      QDeadlineTimer deadline) const {
     const qint64 remaining = deadline.remainingTime();
     if (remaining <= 0)
-        return QDBusMessage::createError(QDBusError::NoReply, u"systemd did not answer in time"_s);
+        return QDBusMessage::createError(QDBusError::NoReply, tr("systemd did not answer in time"));
     QDBusMessage message = QDBusMessage::createMethodCall(kSystemd, path, interface, method);
     message.setArguments(arguments);
     // Nothing but a session of systemd can start its manager; others would try in vain.
@@ -184,7 +188,7 @@ std::optional<AppServiceError> SystemdAppService::start(QDeadlineTimer deadline)
     if (isUnderWay)
         return std::nullopt;
     const QString reason = displayLine(result == "success"_L1 ? state : result);
-    return errorOf(SystemdError::didNotStart, u"did not start ("_s + reason + u')');
+    return errorOf(SystemdError::didNotStart, tr("%1 did not start (%2)").arg(unit_, reason));
 }
 
 std::optional<AppServiceError> SystemdAppService::withdraw(QDeadlineTimer deadline) const {
@@ -203,16 +207,12 @@ std::optional<AppServiceError> SystemdAppService::withdraw(QDeadlineTimer deadli
     // What systemd can't disable it passes over without an error.
     switch (status(deadline)) {
     case AppServiceStatus::enabled:
-        return errorOf(SystemdError::stillEnabled, u"is still enabled"_s);
+        return errorOf(SystemdError::stillEnabled, tr("%1 is still enabled").arg(unit_));
     case AppServiceStatus::requiresApproval:
-        return blockedError(unit_ + u" is masked"_s);
+        return blockedError(tr("%1 is masked").arg(unit_));
     default:
         return std::nullopt;
     }
-}
-
-AppServiceError SystemdAppService::errorOf(SystemdError code, const QString& predicate) const {
-    return {u"dev.quorvane.zenlot.systemd"_s, static_cast<qint64>(code), unit_ + u' ' + predicate};
 }
 
 } // namespace zenlot

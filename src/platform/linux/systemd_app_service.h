@@ -28,6 +28,7 @@
 
 #include "platform/app_service.h"
 
+#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDeadlineTimer>
@@ -52,6 +53,8 @@ struct SystemdPatience {
 };
 
 class SystemdAppService final : public AppService {
+    Q_DECLARE_TR_FUNCTIONS(zenlot::SystemdAppService)
+
   public:
     // Each call goes over the connection of the moment.
     SystemdAppService(const SessionBus& bus, QString unit, SystemdPatience patience = {});
@@ -75,7 +78,6 @@ class SystemdAppService final : public AppService {
     AppServiceStatus status(QDeadlineTimer deadline) const;
     std::optional<AppServiceError> start(QDeadlineTimer deadline) const;
     std::optional<AppServiceError> withdraw(QDeadlineTimer deadline) const;
-    AppServiceError errorOf(SystemdError code, const QString& predicate) const;
 
     std::function<QDBusConnection()> bus_;
     QString unit_;

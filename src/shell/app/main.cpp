@@ -3,6 +3,7 @@
 //     zenlot                  opens the main window
 //     zenlot port://8080      looks a port up
 //     zenlot --background     opens no window; what the login item does
+#include "localization/translation.h"
 #include "platform/linux/session_bus.h"
 #include "platform/linux/session_bus_application_instance.h"
 #include "platform/linux/termination_signals.h"
@@ -60,6 +61,7 @@ int main(int argc, char** argv) {
                          QIcon(QStringLiteral(":/zenlot/icons/application.svg"))));
     QQuickStyle::setStyle(QStringLiteral("Fusion"));
 
+    const Translation translation;
     ZenlotApp zenlot(bus, instance);
     const TerminationSignals termination([] { QCoreApplication::quit(); });
     zenlot.start(arguments.contains(QLatin1String(kBackgroundOption)) ? LaunchStyle::inBackground

@@ -1,6 +1,7 @@
 #include "shell/mainwindow/port_grouping.h"
 
 #include <QCollator>
+#include <QCoreApplication>
 
 #include <algorithm>
 #include <map>
@@ -47,8 +48,9 @@ QString groupDisplayName(const AppPortGroup& group) {
     if (group.ports.empty())
         return {};
     const OccupiedPort& first = group.ports.front();
-    return first.displayName.empty() ? QStringLiteral("Port %1").arg(first.port)
-                                     : QString::fromStdString(first.displayName);
+    return first.displayName.empty()
+               ? QCoreApplication::translate("AppPortGroup", "Port %1").arg(first.port)
+               : QString::fromStdString(first.displayName);
 }
 
 std::vector<AppPortGroup> groupPorts(const std::vector<OccupiedPort>& ports,

@@ -3,6 +3,7 @@
 #include "platform/linux/session_bus.h"
 #include "platform/linux/windowsystem/activation_acceptance.h"
 
+#include <QCoreApplication>
 #include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -77,9 +78,10 @@ class PortalSession final : public QObject, public GlobalShortcut::Monitor {
             qCInfo(shortcutLog) << "The desktop refuses a global shortcut.";
             return;
         }
-        const QList<WantedShortcut> wanted{{kShortcut,
-                                            {{u"description"_s, u"Open Zenlot"_s},
-                                             {u"preferred_trigger"_s, u"CTRL+ALT+SHIFT+p"_s}}}};
+        const QList<WantedShortcut> wanted{
+            {kShortcut,
+             {{u"description"_s, QCoreApplication::translate("GlobalShortcut", "Open Zenlot")},
+              {u"preferred_trigger"_s, u"CTRL+ALT+SHIFT+p"_s}}}};
         QDBusMessage message = callOfPortal(kInterface, u"BindShortcuts"_s);
         message << QVariant::fromValue(QDBusObjectPath(path("session"_L1)))
                 << QVariant::fromValue(wanted) << QString()
