@@ -13,18 +13,20 @@ RowLayout {
 
     spacing: 8
 
+    // On the line of the value, whatever the typeface of the user's language is.
     StyleText {
-        Layout.alignment: Qt.AlignTop
+        Layout.alignment: Qt.AlignBaseline
         Layout.maximumWidth: 80
         Layout.minimumWidth: 80
         color: Theme.secondaryLabel
         font: TextStyle.caption
         horizontalAlignment: Text.AlignRight
         text: root.label
+        wrapMode: Text.Wrap
     }
     SelectableText {
         Accessible.description: root.label
-        Layout.alignment: Qt.AlignTop
+        Layout.alignment: Qt.AlignBaseline
         Layout.fillWidth: true
         font: TextStyle.monospaced(TextStyle.caption)
         text: root.value

@@ -81,6 +81,8 @@ T.SplitView {
         spacing: 0
 
         RowLayout {
+            id: toolbar
+
             Layout.fillWidth: true
             Layout.leftMargin: 10
             Layout.preferredHeight: 44
@@ -88,6 +90,7 @@ T.SplitView {
             spacing: 8
 
             GlassButton {
+                room: detail.width - 20 - inspectorButton.width - 2 * toolbar.spacing
                 symbol: "xmark.octagon.fill"
                 text: qsTr("Force Quit")
                 toolTip: qsTr("Force-quit selected process")
@@ -99,6 +102,8 @@ T.SplitView {
                 Layout.fillWidth: true
             }
             IconButton {
+                id: inspectorButton
+
                 enabled: root.viewModel.canToggleInspector
                 symbol: "sidebar.right"
                 text: qsTr("Toggle Inspector")

@@ -30,6 +30,7 @@ ColumnLayout {
         color: Theme.secondaryLabel
         font: TextStyle.caption
         text: root.viewModel.resultsHeader
+        wrapMode: Text.Wrap
     }
     ListView {
         id: list

@@ -74,7 +74,7 @@ FocusScope {
             Layout.leftMargin: 36
             Layout.maximumHeight: problemText.implicitHeight
             Layout.minimumHeight: Math.min(problemText.implicitHeight, 40)
-            Layout.rightMargin: 36
+            Layout.rightMargin: 36 - scrollBar.width // which stands beside the words
             Layout.topMargin: 10
             boundsBehavior: Flickable.StopAtBounds
             clip: problem.contentHeight > problem.height
@@ -82,6 +82,7 @@ FocusScope {
             visible: root.viewModel.installError !== ""
 
             T.ScrollBar.vertical: StyleScrollBar {
+                id: scrollBar
             }
 
             SelectableText {
@@ -91,7 +92,7 @@ FocusScope {
                 font: TextStyle.caption
                 horizontalAlignment: Text.AlignHCenter
                 text: root.viewModel.installError
-                width: problem.width
+                width: problem.width - scrollBar.width
             }
         }
         Item {

@@ -1,6 +1,6 @@
 // A button on a capsule that lets a little of what lies below shine through. `tint` colours its
 // words and symbol, `prominent` fills it with the accent colour, `large` is for a page's main
-// action.
+// action. In less `room` than the words need, the symbol stands alone.
 pragma ComponentBehavior: Bound
 
 import QtQuick
@@ -12,6 +12,7 @@ T.AbstractButton {
 
     property bool large: false
     property bool prominent: false
+    property real room: Infinity
     property string symbol: ""
     property color tint: root.prominent ? Theme.accentText : Theme.label
     property string toolTip: ""
@@ -49,7 +50,7 @@ T.AbstractButton {
         color: root.tint
         font: root.font
         symbol: root.symbol
-        text: root.text
+        text: root.symbol !== "" && root.room < words.advanceWidth + words.font.pixelSize + 32 ? "" : root.text
     }
 
     Keys.onEnterPressed: root.clicked()
@@ -57,6 +58,12 @@ T.AbstractButton {
 
     FocusRing {
         radius: height / 2
+    }
+    TextMetrics {
+        id: words
+
+        font: root.font
+        text: root.text
     }
     StyleToolTip {
         text: root.toolTip

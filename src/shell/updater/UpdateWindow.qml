@@ -17,11 +17,12 @@ Window {
 
     color: Theme.window
     flags: Qt.Dialog | Qt.WindowTitleHint | Qt.WindowCloseButtonHint
-    // There is room for every answer, so that the window stays as it is when one comes.
-    height: 176
-    maximumHeight: 176
+    // There is room for every answer, so that the window stays as it is when one comes. Some
+    // languages need more.
+    height: Math.max(176, words.implicitHeight + words.anchors.topMargin + words.anchors.bottomMargin + buttons.height + buttons.anchors.bottomMargin)
+    maximumHeight: root.height
     maximumWidth: 440
-    minimumHeight: 176
+    minimumHeight: root.height
     minimumWidth: 440
     title: qsTr("Software Update")
     width: 440
@@ -51,6 +52,8 @@ Window {
         y: 22
     }
     ColumnLayout {
+        id: words
+
         // Read out when it changes, wherever the keyboard is.
         Accessible.name: root.viewModel.title
         Accessible.role: Accessible.AlertMessage
@@ -68,12 +71,12 @@ Window {
             Layout.fillWidth: true
             font: TextStyle.bold(TextStyle.title3)
             text: root.viewModel.title
+            wrapMode: Text.Wrap
         }
         StyleText {
             Layout.fillWidth: true
             color: Theme.secondaryLabel
             lineHeight: 1.15
-            maximumLineCount: 3
             text: root.viewModel.message
             wrapMode: Text.Wrap
         }

@@ -31,6 +31,7 @@ class SampleMachine final {
 
     const FakeRunningApplications& runningApplications() const { return applications_; }
     const FakeWorkspace& workspace() const { return workspace_; }
+    PortInventory& inventory() { return inventory_; }
     ContentViewModel& content() { return content_; }
     ProcessDetailViewModel& inspector() { return inspector_; }
 

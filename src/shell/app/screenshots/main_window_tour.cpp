@@ -1,0 +1,165 @@
+#include "shell/app/screenshots/sample_machine.h"
+#include "shell/app/screenshots/tour.h"
+#include "shell/processicon/process_icon_provider.h"
+
+#include <QDeadlineTimer>
+#include <QEventLoop>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QQmlApplicationEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QTimer>
+#include <QtQml/qqmlextensionplugin.h>
+
+#include <chrono>
+#include <stdexcept>
+
+Q_IMPORT_QML_PLUGIN(Zenlot_AppPlugin)
+Q_IMPORT_QML_PLUGIN(Zenlot_InspectorPlugin)
+Q_IMPORT_QML_PLUGIN(Zenlot_MainWindowPlugin)
+Q_IMPORT_QML_PLUGIN(Zenlot_ProcessIconPlugin)
+Q_IMPORT_QML_PLUGIN(Zenlot_StylePlugin)
+
+namespace zenlot {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto kPatience = 20s;
+
+// The window over a machine of its own.
+class Scene final {
+  public:
+    Scene() {
+        engine_.addImportPath(QStringLiteral(":/qt/qml"));
+        ProcessIconProvider::install(engine_, machine.runningApplications(), machine.workspace());
+    }
+
+    void open() {
+        engine_.setInitialProperties(
+            {{QStringLiteral("detailViewModel"), QVariant::fromValue(&machine.inspector())},
+             {QStringLiteral("viewModel"), QVariant::fromValue(&content())}});
+        engine_.load(QUrl(QStringLiteral("qrc:/qt/qml/Zenlot/App/MainWindow.qml")));
+        window_ = qobject_cast<QQuickWindow*>(engine_.rootObjects().value(0));
+        if (!window_)
+            throw std::runtime_error("the window can't be made");
+        window_->show();
+        window_->requestActivate();
+        waitFor([this] { return window_->isActive() && content().sidebar()->rowCount() > 0; });
+    }
+
+    // Types the number and waits for what is known of it.
+    void check(const QString& port) {
+        bool wasChecking = false;
+        const auto watch =
+            QObject::connect(&content(), &ContentViewModel::statusChanged, &content(),
+                             [&] { wasChecking = wasChecking || content().isChecking(); });
+        content().setPortInput(port);
+        waitFor([&] { return wasChecking && !content().isChecking(); });
+        QObject::disconnect(watch);
+    }
+
+    void openInspector() {
+        content().openRow(0);
+        waitFor([this] { return machine.inspector().hasDetails(); });
+    }
+
+    void press(int key, Qt::KeyboardModifiers modifiers = {}) {
+        QKeyEvent down(QEvent::KeyPress, key, modifiers);
+        QGuiApplication::sendEvent(window_, &down);
+        QKeyEvent up(QEvent::KeyRelease, key, modifiers);
+        QGuiApplication::sendEvent(window_, &up);
+    }
+
+    void resize(QSize size) {
+        window_->resize(size);
+        waitFor([&] { return window_->contentItem()->size() == size; });
+    }
+
+    QQuickWindow& window() { return *window_; }
+
+    ContentViewModel& content() { return machine.content(); }
+
+    SampleMachine machine;
+
+  private:
+    QQuickWindow* window_{nullptr};
+    QQmlApplicationEngine engine_; // the last member: what it shows must outlive it
+};
+
+void openSections(ProcessDetailViewModel& inspector) {
+    for (const char* section : {"identityExpanded", "resourceExpanded", "networkExpanded",
+                                "appExpanded", "commandExpanded"})
+        inspector.setProperty(section, true);
+}
+
+} // namespace
+
+void showMainWindow(Visitor& visitor) {
+    {
+        Scene scene;
+        scene.open();
+        visitor.see(scene.window(), u"empty"_qs);
+        scene.content().setPortInput(QStringLiteral("80"));
+        visitor.glanceAt(scene.window(), u"typing"_qs);
+        scene.check(QStringLiteral("3001"));
+        visitor.see(scene.window(), u"free"_qs);
+        scene.check(QStringLiteral("8080"));
+        visitor.see(scene.window(), u"one-owner"_qs);
+        scene.check(QStringLiteral("5432"));
+        visitor.see(scene.window(), u"two-owners"_qs);
+        scene.check(QStringLiteral("7070"));
+        scene.openInspector();
+        visitor.see(scene.window(), u"inspector"_qs);
+        scene.resize({580, 380});
+        visitor.see(scene.window(), u"smallest"_qs);
+        scene.resize({860, 560});
+        openSections(scene.machine.inspector());
+        visitor.see(scene.window(), u"inspector-open"_qs);
+        scene.content().requestForceQuit();
+        visitor.see(scene.window(), u"confirmation"_qs);
+        scene.content().cancelForceQuit();
+        scene.content().closeInspector();
+        SidebarModel& sidebar = *scene.content().sidebar();
+        for (int row = sidebar.rowCount(); row-- > 0;)
+            sidebar.setExpanded(row, true);
+        visitor.see(scene.window(), u"grouped"_qs);
+        scene.press(Qt::Key_Tab);
+        scene.press(Qt::Key_Tab);
+        visitor.see(scene.window(), u"focus"_qs);
+        scene.press(Qt::Key_Tab);
+        scene.press(Qt::Key_Tab);
+        visitor.see(scene.window(), u"focus-button"_qs);
+    }
+    Scene crowded;
+    crowded.machine.becomeCrowded(600);
+    crowded.open();
+    crowded.check(QStringLiteral("20400"));
+    visitor.see(crowded.window(), u"crowded"_qs);
+    Scene hostile;
+    hostile.machine.addProcess(
+        666, true, "/tmp/<b>two\nlines</b> \u202Ereversed " + std::string(4'000, 'z'), {6666});
+    hostile.open();
+    hostile.check(QStringLiteral("6666"));
+    hostile.openInspector();
+    visitor.see(hostile.window(), u"hostile"_qs);
+    hostile.content().requestForceQuit();
+    visitor.see(hostile.window(), u"hostile-confirmation"_qs);
+}
+
+void waitFor(const std::function<bool()>& isReached) {
+    const QDeadlineTimer patience(kPatience);
+    QEventLoop loop;
+    QTimer looks;
+    looks.callOnTimeout([&] {
+        if (isReached() || patience.hasExpired())
+            loop.quit();
+    });
+    looks.start(10ms);
+    loop.exec();
+    if (!isReached())
+        throw std::runtime_error("the window did not come so far");
+}
+
+} // namespace zenlot

@@ -1,0 +1,213 @@
+#include "platform/fake_application_windows.h"
+#include "platform/fake_background_items_settings.h"
+#include "platform/fake_global_shortcut.h"
+#include "platform/fake_status_bar.h"
+#include "platform/fake_system_log.h"
+#include "platform/fake_updater.h"
+#include "settings/window/settings_view_model.h"
+#include "shell/app/qml_window.h"
+#include "shell/app/screenshots/sample_machine.h"
+#include "shell/app/screenshots/tour.h"
+#include "shell/backgrounditems/background_items_window.h"
+#include "shell/logviewer/log_tab_view_model.h"
+#include "shell/menubar/app_delegate.h"
+#include "shell/onboarding/onboarding_window.h"
+#include "shell/updater/update_window.h"
+#include "updates/fake_release_feed.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QTemporaryDir>
+#include <QWidget>
+#include <QtQml/qqmlextensionplugin.h>
+
+#include <memory>
+#include <stdexcept>
+
+Q_IMPORT_QML_PLUGIN(Zenlot_BackgroundItemsPlugin)
+Q_IMPORT_QML_PLUGIN(Zenlot_LogViewerPlugin)
+Q_IMPORT_QML_PLUGIN(Zenlot_OnboardingPlugin)
+Q_IMPORT_QML_PLUGIN(Zenlot_SettingsWindowPlugin)
+Q_IMPORT_QML_PLUGIN(Zenlot_UpdaterPlugin)
+
+namespace zenlot {
+namespace {
+
+const QString kUnit = QStringLiteral("dev.quorvane.zenlot.monitor.service");
+
+// What the user has set, and a background monitor that may be forbidden.
+struct User {
+    FakeUserDefaults defaults;
+    FakeAppService loginItem;
+    FakeAppService monitor;
+    FakeSystemLog systemLog;
+    FakeBackgroundItemsSettings loginItems;
+    AppSettings settings{defaults, loginItem};
+    LaunchAgentInstaller installer{monitor, systemLog, QStringLiteral("/opt/zenlot")};
+
+    void forbidTheMonitor() { monitor.currentStatus = AppServiceStatus::requiresApproval; }
+};
+
+void openTab(QQuickWindow& window, int tab) {
+    for (QQuickItem* item : window.findChildren<QQuickItem*>()) {
+        if (item->property("selectedTab").isValid())
+            item->setProperty("selectedTab", tab);
+    }
+}
+
+void showSettings(QQmlEngine& engine, Visitor& visitor) {
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("zenlot-monitor.log")));
+    if (!file.open(QFile::WriteOnly))
+        throw std::runtime_error("can't write the log");
+    file.write("2026-03-05T09:07:31Z [zenlot-daemon] daemon started\n"
+               "2026-03-05T09:12:02Z [zenlot-daemon] CONFLICT port 3000 blocked by node (pid 42)\n"
+               "2026-03-05T09:12:03Z [zenlot-app] notification add failed: no server\n");
+    file.close();
+
+    User user;
+    user.settings.setMonitorIgnoredPorts({22, 8080});
+    user.settings.setConflictIgnoredApps({QStringLiteral("node")});
+    AppLog log(file.fileName());
+    QmlWindow settings(
+        [&]() -> QQmlEngine& { return engine; },
+        QUrl(QStringLiteral("qrc:/qt/qml/Zenlot/App/SettingsWindow.qml")),
+        [&](QObject& owner) -> QVariantMap {
+            return {{QStringLiteral("viewModel"),
+                     QVariant::fromValue(new SettingsViewModel(user.settings, user.installer,
+                                                               user.loginItems, &owner))},
+                    {QStringLiteral("logViewModel"),
+                     QVariant::fromValue(new LogTabViewModel(file.fileName(), log, &owner))}};
+        });
+    QQuickWindow* window = settings.open();
+    if (!window)
+        throw std::runtime_error("the settings can't be made");
+    window->show();
+    visitor.see(*window, u"settings-general"_qs);
+    openTab(*window, 1);
+    visitor.see(*window, u"settings-off"_qs);
+    user.forbidTheMonitor();
+    auto* viewModel = window->property("viewModel").value<SettingsViewModel*>();
+    viewModel->setConflictMonitoring(true);
+    visitor.see(*window, u"settings-blocked"_qs);
+    viewModel->recheckBackgroundApproval();
+    visitor.see(*window, u"settings-still-blocked"_qs);
+    user.monitor.currentStatus = AppServiceStatus::enabled;
+    viewModel->recheckBackgroundApproval();
+    user.settings.setPortMonitoringEnabled(true);
+    visitor.see(*window, u"settings-exceptions"_qs);
+    openTab(*window, 2);
+    visitor.see(*window, u"settings-log"_qs);
+    QFile::remove(file.fileName());
+    openTab(*window, 0);
+    openTab(*window, 2);
+    visitor.see(*window, u"settings-no-log"_qs);
+    window->hide();
+}
+
+void showOnboarding(Visitor& visitor) {
+    const auto open = [](User& user) {
+        auto window = std::make_unique<OnboardingWindow>(
+            OnboardingViewModel::Collaborators{user.settings, user.installer, user.loginItems,
+                                               user.systemLog},
+            std::function<void()>());
+        window->rootObject()->setProperty("movie", QUrl()); // which would never stand still
+        window->show();
+        return window;
+    };
+    User user;
+    const auto window = open(user);
+    visitor.see(*window, u"onboarding-welcome"_qs);
+    window->viewModel().advance();
+    visitor.see(*window, u"onboarding-monitor"_qs);
+    user.forbidTheMonitor();
+    window->viewModel().enableBackgroundMonitor();
+    waitFor([&] { return window->viewModel().needsApproval(); });
+    visitor.see(*window, u"onboarding-blocked"_qs);
+    window->viewModel().recheckApproval();
+    visitor.see(*window, u"onboarding-still-blocked"_qs);
+    User returning;
+    returning.monitor.currentStatus = AppServiceStatus::enabled;
+    const auto again = open(returning);
+    again->viewModel().advance();
+    visitor.see(*again, u"onboarding-enabled"_qs);
+}
+
+void showBackgroundItems(QQmlEngine& engine, Visitor& visitor) {
+    User user;
+    BackgroundItemsViewModel viewModel(
+        user.monitor, [] { return QStringLiteral("systemctl --user unmask ") + kUnit; }, kUnit);
+    BackgroundItemsWindow page([&]() -> QQmlEngine& { return engine; }, viewModel);
+    for (const auto& [status, state] :
+         {std::pair(AppServiceStatus::requiresApproval, "background-blocked"),
+          {AppServiceStatus::notRegistered, "background-off"},
+          {AppServiceStatus::notFound, "background-not-found"},
+          {AppServiceStatus::enabled, "background-allowed"}}) {
+        user.monitor.currentStatus = status;
+        page.openSystemSettingsLoginItems();
+        viewModel.recheck();
+        visitor.see(*page.window(), QString::fromLatin1(state));
+    }
+    page.window()->hide();
+}
+
+void showUpdates(QQmlEngine& engine, Visitor& visitor) {
+    const auto release = [](const char* version) {
+        return Release{*ReleaseVersion::fromText(QLatin1String(version)),
+                       QUrl(QStringLiteral("https://zenlot.example/releases/2.0")),
+                       QDate(2026, 3, 5)};
+    };
+    const std::pair<ReleaseAnswer, const char*> answers[] = {
+        {release("2.0"), "update-newer"},
+        {release("1.9"), "update-current"},
+        {ReleaseFeedFailure::noFeed, "update-no-feed"},
+        {ReleaseFeedFailure::unreachable, "update-unreachable"},
+    };
+    for (const auto& [answer, state] : answers) {
+        FakeReleaseFeed feed;
+        UpdateViewModel viewModel(feed, release("1.9").version, [](const QUrl&) { return false; });
+        UpdateWindow updates([&]() -> QQmlEngine& { return engine; }, viewModel);
+        updates.checkForUpdates();
+        feed.answer(answer);
+        waitFor([&] { return viewModel.state() != UpdateViewModel::State::Checking; });
+        visitor.see(*updates.window(), QString::fromLatin1(state));
+    }
+}
+
+} // namespace
+
+void showOtherWindows(Visitor& visitor) {
+    QQmlEngine engine;
+    engine.addImportPath(QStringLiteral(":/qt/qml"));
+    showSettings(engine, visitor);
+    showOnboarding(visitor);
+    showBackgroundItems(engine, visitor);
+    showUpdates(engine, visitor);
+}
+
+void showStatusMenu(Visitor& visitor) {
+    SampleMachine machine;
+    User user;
+    NotificationCenter notifications;
+    FakeStatusBar bar;
+    FakeGlobalShortcut shortcut;
+    FakeApplicationWindows windows;
+    FakeUpdater updater;
+    AppModel appModel;
+    AppDelegate delegate({machine.inventory(), notifications, bar, shortcut, windows, updater}, {});
+    delegate.configure(user.settings, appModel);
+    notifications.post(kConflictDetected, {{kPortKey, 3000},
+                                           {kPidKey, 42},
+                                           {kProcessNameKey, QStringLiteral("node")},
+                                           {kDisplayNameKey, QStringLiteral("Node")}});
+    bar.click(QRect(10, 0, 20, 20));
+    QWidget* menu = nullptr;
+    waitFor([&] { return (menu = QApplication::activePopupWidget()) != nullptr; });
+    visitor.see(*menu, u"status-menu"_qs);
+    menu->close();
+}
+
+} // namespace zenlot

@@ -1,0 +1,142 @@
+// Looks over every window, in languages that take much room, for texts and buttons that have not
+// enough of it.
+#include "localization/longer_texts.h"
+#include "localization/translation.h"
+#include "shell/app/screenshots/tour.h"
+
+#include <QCoreApplication>
+#include <QQuickItem>
+#include <QQuickStyle>
+#include <QQuickWindow>
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace zenlot {
+namespace {
+
+constexpr qreal kRounding = 1;
+
+// A text, or a button with one.
+struct Words {
+    QQuickItem* item;
+    QString text;
+    QRectF place; // in the window
+};
+
+// What the letters of an item take up of it.
+QRectF lettersOf(const QQuickItem& item) {
+    QRectF letters(0, 0, item.property("contentWidth").toReal(),
+                   item.property("contentHeight").toReal());
+    const int alignment = item.property("effectiveHorizontalAlignment").toInt();
+    if (alignment == Qt::AlignHCenter)
+        letters.moveLeft((item.width() - letters.width()) / 2);
+    if (alignment == Qt::AlignRight)
+        letters.moveRight(item.width());
+    if (item.property("verticalAlignment").toInt() == Qt::AlignVCenter)
+        letters.moveTop((item.height() - letters.height()) / 2);
+    return letters;
+}
+
+void collectWords(QQuickItem* item, QList<Words>& found) {
+    if (!item->isVisible() || item->opacity() < 1)
+        return;
+    const QString text = item->property("text").toString();
+    const bool isText = item->inherits("QQuickText");
+    if (!text.isEmpty() && (isText || item->inherits("QQuickAbstractButton"))) {
+        const QRectF place = isText ? lettersOf(*item) : QRectF({}, item->size());
+        const QMarginsF rounding(kRounding, kRounding, kRounding, kRounding);
+        found.append({item, text, item->mapRectToScene(place).marginsRemoved(rounding)});
+    }
+    for (QQuickItem* child : item->childItems())
+        collectWords(child, found);
+}
+
+// What stands around words: a button, whatever cuts off what does not fit, the window; at the sides
+// a layout, too. What scrolls has room enough below.
+bool isWithinItsRoom(const Words& words, const QQuickItem* window) {
+    for (const QQuickItem* around = words.item->parentItem(); around != nullptr;
+         around = around->parentItem()) {
+        const QRectF room = around->mapRectToScene({{}, around->size()});
+        const bool isRoom =
+            around == window || around->clip() || around->inherits("QQuickAbstractButton");
+        if ((isRoom || around->inherits("QQuickLayout")) &&
+            (words.place.left() < room.left() || words.place.right() > room.right()))
+            return false;
+        if (around->inherits("QQuickFlickable"))
+            return true;
+        if (isRoom && (words.place.top() < room.top() || words.place.bottom() > room.bottom()))
+            return false;
+    }
+    return true;
+}
+
+class Critic final : public Visitor {
+  public:
+    explicit Critic(const char* language) : language_(language) {}
+
+    void see(QQuickWindow& window, const QString& state) override {
+        if (state.startsWith(u"hostile")) // names that have room nowhere
+            return;
+        // What moves may be anywhere on its way.
+        EXPECT_TRUE(QTest::qWaitFor([&] { return misfitsIn(window).isEmpty(); }, 3'000))
+            << language_ << ", " << state.toStdString() << ":\n"
+            << misfitsIn(window).join(u'\n').toStdString();
+        ++statesSeen;
+    }
+    void see(QWidget& /*menu*/, const QString& /*state*/) override {}
+    void glanceAt(QQuickWindow& /*window*/, const QString& /*state*/) override {}
+
+    int statesSeen{0};
+
+  private:
+    static QStringList misfitsIn(QQuickWindow& window) {
+        window.grabWindow(); // lays everything out
+        QList<Words> all;
+        collectWords(window.contentItem(), all);
+        QStringList misfits;
+        for (qsizetype each = 0; each < all.size(); ++each) {
+            const Words& words = all[each];
+            if (words.item->property("truncated").toBool())
+                misfits.append(u"is cut off: "_qs + words.text);
+            if (!isWithinItsRoom(words, window.contentItem()))
+                misfits.append(u"is too large: "_qs + words.text);
+            for (qsizetype other = 0; other < each; ++other) {
+                if (all[other].item->parentItem() == words.item->parentItem() &&
+                    all[other].place.intersects(words.place))
+                    misfits.append(u"lies on another: "_qs + words.text);
+            }
+        }
+        return misfits;
+    }
+
+    const char* language_;
+};
+
+void lookAround(const char* language) {
+    Critic critic(language);
+    showMainWindow(critic);
+    showOtherWindows(critic);
+    EXPECT_GE(critic.statesSeen, 30) << language;
+}
+
+// Nothing is wrong but that windows drawn nowhere have no size hints.
+void judge(QtMsgType type, const QMessageLogContext& /*context*/, const QString& message) {
+    if (type != QtDebugMsg && !message.startsWith(u"This plugin does not support"))
+        ADD_FAILURE() << message.toStdString();
+}
+
+TEST(FittingTextsTest, EveryTextHasRoomInLongLanguages) {
+    qunsetenv("QT_FATAL_WARNINGS"); // which knows no exception
+    qInstallMessageHandler(judge);
+    QQuickStyle::setStyle(QStringLiteral("Fusion"));
+    for (const char* language : {"de", "hu"}) {
+        const Translation translation({QString::fromLatin1(language)});
+        lookAround(language);
+    }
+    LongerTexts longerTexts;
+    QCoreApplication::installTranslator(&longerTexts);
+    lookAround("half as long again");
+}
+
+} // namespace
+} // namespace zenlot
