@@ -23,7 +23,8 @@ struct Attempt {
     // The process on whose behalf it runs: the uppermost one below a terminal's own. A watcher that
     // restarts its server stays the origin of all its attempts.
     ProcessId origin{0};
-    BootTime startedAt{0};
+    BootTime processStartedAt{0}; // tells it from others that had or will have its id
+    BootTime startedAt{0};        // later, where a shell became the program after other work
     const Runtime* runtime{nullptr};
     WantedPort wanted;
     std::size_t commandKey{0}; // the same for the same command in the same folder

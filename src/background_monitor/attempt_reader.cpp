@@ -18,6 +18,7 @@ namespace zenlot {
 namespace {
 
 constexpr std::size_t kMostBytes = std::size_t{128} * 1024;
+constexpr std::size_t kMostSourceBytes = std::size_t{16} * 1024;
 constexpr int kMostAncestors = 32;
 
 // The first bytes of a file of the user's own processes; none for another user's.
@@ -97,9 +98,10 @@ std::optional<Attempt> AttemptReader::read(ProcessId pid) const {
     attempt.runtime = runtime;
     attempt.wanted = *wanted;
     attempt.workingDirectory = link(pid, "cwd");
-    attempt.script = invocation->script;
-    attempt.inlineSource = invocation->inlineSource;
-    attempt.config = namedConfig(*runtime, *invocation);
+    // Many attempts are kept at a time, and no path is longer than that.
+    attempt.script = invocation->script.substr(0, PATH_MAX);
+    attempt.inlineSource = invocation->inlineSource.substr(0, kMostSourceBytes);
+    attempt.config = namedConfig(*runtime, *invocation).substr(0, PATH_MAX);
     if (invocation->genericTool == kBuiltProgram && runtime->mayNamePortItself)
         attempt.program = std::make_shared<const FileDescriptor>(
             ::open((folder + "/exe").c_str(), O_RDONLY | O_CLOEXEC));
@@ -120,7 +122,7 @@ void AttemptReader::readFamily(Attempt& attempt) const {
         if (!stat)
             return;
         if (pid == attempt.pid)
-            attempt.startedAt = bootTimeOfTicks(stat->startTicks);
+            attempt.startedAt = attempt.processStartedAt = bootTimeOfTicks(stat->startTicks);
         else
             attempt.ancestors.push_back(pid);
         // The shell of a terminal, or the manager of the user's services, starts many things that

@@ -78,7 +78,7 @@ AttemptTracker::AttemptTracker(DeadSockets deadSockets, Ends ends)
 void AttemptTracker::processStarted(Attempt attempt, BootTime now) {
     const auto isKnown = [&attempt](const Tracked& tracked) {
         return tracked.attempt.pid == attempt.pid &&
-               tracked.attempt.startedAt == attempt.startedAt &&
+               tracked.attempt.processStartedAt == attempt.processStartedAt &&
                tracked.attempt.commandKey == attempt.commandKey;
     };
     if (std::ranges::any_of(attempts_, isKnown))
@@ -198,6 +198,8 @@ AttemptTracker::Outcome AttemptTracker::lookAtEnded(Tracked& tracked, const Mach
     const Attempt& attempt = tracked.attempt;
     const auto evidence = evidenceFor(tracked, now);
     const bool isUnseen = deadSocketsSeen_ == DeadSockets::unseen;
+    if (isUnseen && ends_ == Ends::unseen)
+        return Outcome::done;
     if (evidence == deadSockets_.end() && !isUnseen) {
         tracked.nextLook = *tracked.endedAt + kEventDelay;
         return now >= tracked.nextLook ? Outcome::done : Outcome::keepLooking;
@@ -229,7 +231,8 @@ AttemptTracker::Outcome AttemptTracker::lookAtRunning(Tracked& tracked, const Ma
 
     const bool isSettled = now - attempt.startedAt >= kSettled;
     const auto evidence = evidenceFor(tracked, now);
-    const bool mayJudge = evidence != deadSockets_.end() || attempt.runtime->probesByConnecting;
+    const bool mayJudge = evidence != deadSockets_.end() || attempt.runtime->probesByConnecting ||
+                          (deadSocketsSeen_ == DeadSockets::unseen && attempt.runtime->drifts);
     if (mayJudge) {
         const std::vector<std::uint16_t> wanted = wantedPorts(attempt, machine, foreign);
         const auto isWanted = [&wanted](const ListeningSocket& socket) {

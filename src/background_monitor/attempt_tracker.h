@@ -89,7 +89,9 @@ class AttemptTracker {
     static constexpr BootTime kFirstSeconds{20'000};
     static constexpr BootTime kLoopPause{60'000};
 
-    // On a machine that does not tell of dead sockets an end with an error is evidence enough.
+    // On a machine that does not tell of dead sockets an end with an error is evidence enough, as
+    // is another port that a tool took by itself. Where it tells of ends neither, an end says
+    // nothing.
     enum class DeadSockets : std::uint8_t { seen, unseen };
     // Where nobody tells how a process ends, an end that is only found counts as one with an error.
     enum class Ends : std::uint8_t { told, unseen };

@@ -5,6 +5,7 @@
 #include "background_monitor/power_supply.h"
 
 #include <algorithm>
+#include <ctime>
 #include <string>
 #include <utility>
 #include <vector>
@@ -15,8 +16,28 @@ namespace {
 // Dead sockets may come in bursts, and each makes the polling kind look at all processes.
 constexpr BootTime kPauseBetweenProcessPolls{25};
 
-// Times as long as a poll took.
+// How late word of a start may come on a busy machine.
+constexpr BootTime kLatestWord{1000};
+
+// Times as long as a poll worked.
 constexpr int kRestAfterPoll = 50;
+constexpr int kRestAfterProcessPoll = 25;
+constexpr BootTime kLongestRest{60'000};
+
+// To ask a battery how it is costs more than a whole poll on some machines.
+constexpr BootTime kPowerIsKnownFor{60'000};
+
+// The processor time that the program has used. What passes by the clock may be anything: other
+// programs have their turn, and the machine may sleep in the middle of a poll.
+std::chrono::nanoseconds timeWorked() {
+    timespec worked{};
+    ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &worked);
+    return std::chrono::seconds(worked.tv_sec) + std::chrono::nanoseconds(worked.tv_nsec);
+}
+
+BootTime restAfter(std::chrono::nanoseconds work, int times) {
+    return std::min(kLongestRest, std::chrono::duration_cast<BootTime>(work * times));
+}
 
 std::vector<std::string> programFolders() {
     std::vector<std::string> folders;
@@ -84,18 +105,30 @@ void BackgroundMonitor::start() {
 }
 
 void BackgroundMonitor::poll() {
-    const BootTime began = bootTimeNow();
+    const std::chrono::nanoseconds before = timeWorked();
     processEvents_->poll();
     if (portPublisher_.publish(*portScan_.listOccupiedPorts()) || !tracker_.isIdle())
         pace_.noteChange();
     // Where looking takes long, because many processes have to be walked, it happens less often.
-    const BootTime took = bootTimeNow() - began;
-    pollTimer_.start(std::max(pace_.next(powerNow()), took * kRestAfterPoll));
+    pollTimer_.start(
+        std::max(pace_.next(power()), restAfter(timeWorked() - before, kRestAfterPoll)));
 }
 
 void BackgroundMonitor::pollProcesses() {
-    lastProcessPoll_ = bootTimeNow();
+    const std::chrono::nanoseconds before = timeWorked();
     processEvents_->poll();
+    nextProcessPoll_ =
+        bootTimeNow() + std::max(kPauseBetweenProcessPolls,
+                                 restAfter(timeWorked() - before, kRestAfterProcessPoll));
+}
+
+PollPace::Power BackgroundMonitor::power() {
+    const BootTime now = bootTimeNow();
+    if (!powerAskedAt_ || now - *powerAskedAt_ >= kPowerIsKnownFor) {
+        power_ = powerNow();
+        powerAskedAt_ = now;
+    }
+    return power_;
 }
 
 void BackgroundMonitor::noteDeadSockets() {
@@ -110,16 +143,20 @@ void BackgroundMonitor::noteDeadSockets() {
     if (processEvents_->comesByItself() || processPollTimer_.isActive())
         return;
     // The process whose socket it was may be at its end, so this is the moment to look for it.
-    const BootTime since = bootTimeNow() - lastProcessPoll_;
-    if (since >= kPauseBetweenProcessPolls)
+    const BootTime wait = nextProcessPoll_ - bootTimeNow();
+    if (wait <= BootTime(0))
         pollProcesses();
     else
-        processPollTimer_.start(kPauseBetweenProcessPolls - since);
+        processPollTimer_.start(wait);
 }
 
 void BackgroundMonitor::noteStart(ProcessId pid) {
     if (auto attempt = attemptReader_.read(pid)) {
-        tracker_.processStarted(*std::move(attempt), bootTimeNow());
+        const BootTime now = bootTimeNow();
+        // A shell may have worked for long before it became the server.
+        if (processEvents_->comesByItself())
+            attempt->startedAt = std::max(attempt->startedAt, now - kLatestWord);
+        tracker_.processStarted(*std::move(attempt), now);
         planLook();
         hurry();
     }

@@ -30,6 +30,7 @@
 #include <QTimer>
 
 #include <memory>
+#include <optional>
 
 namespace zenlot {
 
@@ -48,6 +49,7 @@ class BackgroundMonitor final : public QObject {
   private:
     void poll();
     void pollProcesses();
+    PollPace::Power power();
     void noteDeadSockets();
     void noteStart(ProcessId pid);
     void look();
@@ -68,7 +70,9 @@ class BackgroundMonitor final : public QObject {
     AttemptTracker tracker_;
     std::unique_ptr<QSocketNotifier> deadSocketNotifier_;
     PollPace pace_;
-    BootTime lastProcessPoll_{0};
+    PollPace::Power power_{PollPace::Power::mains};
+    std::optional<BootTime> powerAskedAt_;
+    BootTime nextProcessPoll_{0};
     QTimer pollTimer_;
     QTimer processPollTimer_;
     QTimer lookTimer_;

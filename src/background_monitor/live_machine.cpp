@@ -34,7 +34,7 @@ bool LiveMachine::isRunning(const Attempt& attempt) const {
     const auto text = procFiles_.read(std::to_string(attempt.pid) + "/stat");
     const auto stat = text ? decodeProcessStat(*text) : std::nullopt;
     return stat && stat->state != ProcessState::zombie &&
-           bootTimeOfTicks(stat->startTicks) == attempt.startedAt;
+           bootTimeOfTicks(stat->startTicks) == attempt.processStartedAt;
 }
 
 std::vector<std::uint64_t> LiveMachine::socketsOfTree(ProcessId pid) const {
@@ -58,7 +58,9 @@ std::optional<PortHolder> LiveMachine::holderOf(const ListeningSocket& socket) c
         holder = *found;
     }
     // Workers got the socket from the process that started them; to end one of them frees nothing.
-    for (ProcessId parent = parentOf(holder); parent > 1 && holds(parent, socket.inode);
+    // Nobody is told to end the manager of the user's services, which opens sockets for them.
+    for (ProcessId parent = parentOf(holder);
+         parent > 1 && holds(parent, socket.inode) && !isServiceManager(parent);
          parent = parentOf(holder))
         holder = parent;
     return describe(holder);
@@ -102,7 +104,7 @@ std::vector<ProcessId> LiveMachine::treeOf(ProcessId pid) const {
              task.increment(error)) {
             const auto children = procFiles_.read(task->path().string().substr(6) + "/children");
             std::istringstream words(children.value_or(std::string()));
-            for (ProcessId child = 0; words >> child;)
+            for (ProcessId child = 0; tree.size() < kLargestTree && words >> child;)
                 tree.push_back(child);
         }
     }
@@ -122,6 +124,10 @@ ProcessId LiveMachine::parentOf(ProcessId pid) const {
     return stat ? stat->parentPid : 0;
 }
 
+bool LiveMachine::isServiceManager(ProcessId pid) const {
+    return processNameOf(procFiles_.executablePath(pid)) == "systemd";
+}
+
 std::optional<PortHolder> LiveMachine::describe(ProcessId pid) const {
     PortHolder holder;
     holder.pid = pid;
@@ -139,7 +145,8 @@ std::optional<PortHolder> LiveMachine::describe(ProcessId pid) const {
             holder.ancestors.push_back(pid);
         pid = stat->parentPid;
     }
-    return holder;
+    // A process that ended meanwhile holds nothing any more.
+    return holder.startedAt != BootTime(0) ? std::optional(holder) : std::nullopt;
 }
 
 } // namespace zenlot

@@ -30,6 +30,7 @@ class LiveMachine final : public Machine {
     std::vector<ProcessId> treeOf(ProcessId pid) const;
     bool holds(ProcessId pid, std::uint64_t inode) const;
     ProcessId parentOf(ProcessId pid) const;
+    bool isServiceManager(ProcessId pid) const;
     PortHolder describeUnseen(const ListeningSocket& socket) const;
     std::optional<PortHolder> describe(ProcessId pid) const;
 

@@ -5,8 +5,8 @@
 namespace zenlot {
 namespace {
 
-// A minute at the fastest pace, then two minutes at half of it.
-constexpr int kPollsUntilSlower = 30;
+// Twenty seconds at the fastest pace, then forty at half of it.
+constexpr int kPollsUntilSlower = 10;
 
 } // namespace
 

@@ -22,20 +22,14 @@ constexpr BootTime kUntilItRuns{12};
 // However many are opened.
 constexpr BootTime kPauseBetweenPolls{80};
 
-FileDescriptor watchPrograms(const std::vector<std::string>& folders) {
-    FileDescriptor watch(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
-    for (const std::string& folder : folders) {
-        for (const char* program : kPrograms)
-            ::inotify_add_watch(watch.get(), (folder + "/" + program).c_str(), IN_OPEN);
-    }
-    return watch;
-}
+constexpr BootTime kPauseBetweenWatches{60'000};
 
 } // namespace
 
-PollingProcessEvents::PollingProcessEvents(const std::vector<std::string>& programFolders,
+PollingProcessEvents::PollingProcessEvents(std::vector<std::string> programFolders,
                                            const std::string& procRoot)
-    : procFiles_(procRoot), programs_(watchPrograms(programFolders)) {
+    : procFiles_(procRoot), programFolders_(std::move(programFolders)),
+      programs_(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {
     pollSoon_.setSingleShot(true);
     pollSoon_.setTimerType(Qt::PreciseTimer);
     QObject::connect(&pollSoon_, &QTimer::timeout, &pollSoon_, [this] { poll(); });
@@ -46,13 +40,26 @@ void PollingProcessEvents::start(Handlers handlers) {
     known_ = sortedPids();
     if (!programs_)
         return;
+    watchPrograms();
     programNotifier_ = std::make_unique<QSocketNotifier>(programs_.get(), QSocketNotifier::Read);
     QObject::connect(programNotifier_.get(), &QSocketNotifier::activated, &pollSoon_,
                      [this] { noteOpenedProgram(); });
 }
 
+// Again and again: an update puts another file in a program's place, and programs are installed.
+// What is watched already stays so.
+void PollingProcessEvents::watchPrograms() {
+    for (const std::string& folder : programFolders_) {
+        for (const char* program : kPrograms)
+            ::inotify_add_watch(programs_.get(), (folder + "/" + program).c_str(), IN_OPEN);
+    }
+    lastWatch_ = bootTimeNow();
+}
+
 void PollingProcessEvents::poll() {
     lastPoll_ = bootTimeNow();
+    if (programs_ && lastPoll_ - lastWatch_ >= kPauseBetweenWatches)
+        watchPrograms();
     std::vector<ProcessId> present = sortedPids();
     std::vector<ProcessId> ended;
     std::ranges::set_difference(known_, present, std::back_inserter(ended));

@@ -20,7 +20,7 @@ namespace zenlot {
 class PollingProcessEvents final : public ProcessEvents {
   public:
     // `programFolders` are where the programs to watch are looked for.
-    explicit PollingProcessEvents(const std::vector<std::string>& programFolders = {},
+    explicit PollingProcessEvents(std::vector<std::string> programFolders = {},
                                   const std::string& procRoot = "/proc");
 
     // Processes that are there already have not started.
@@ -30,16 +30,19 @@ class PollingProcessEvents final : public ProcessEvents {
 
   private:
     std::vector<ProcessId> sortedPids() const;
+    void watchPrograms();
     void noteOpenedProgram();
 
     ProcFiles procFiles_;
     Handlers handlers_;
     std::vector<ProcessId> known_;
     std::vector<ProcessId> young_; // that the last poll found
+    std::vector<std::string> programFolders_;
     FileDescriptor programs_;
     std::unique_ptr<QSocketNotifier> programNotifier_;
     QTimer pollSoon_;
     BootTime lastPoll_{0};
+    BootTime lastWatch_{0};
 };
 
 } // namespace zenlot

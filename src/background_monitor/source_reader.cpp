@@ -4,11 +4,11 @@
 #include "inventory/linux/file_descriptor.h"
 
 #include <fcntl.h>
-#include <sys/mman.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
-#include <array>
+#include <cerrno>
 #include <filesystem>
 #include <optional>
 #include <set>
@@ -23,48 +23,82 @@ namespace fs = std::filesystem;
 constexpr off_t kLargestText = off_t{512} * 1024;
 constexpr off_t kLargestProgram = off_t{64} * 1024 * 1024;
 constexpr std::size_t kMostFiles = 16;
+constexpr std::size_t kPiece = std::size_t{1024} * 1024;
+// More than the longest thing that is looked for.
+constexpr std::size_t kOverlap = 16;
 
-// O_NONBLOCK: opening a pipe would otherwise wait for its writer.
-FileDescriptor opened(const fs::path& path) {
-    return FileDescriptor(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+bool isDigit(char character) {
+    return character >= '0' && character <= '9';
 }
 
-// A regular file, mapped rather than copied: a program may be large.
-class MappedFile {
-  public:
-    explicit MappedFile(const FileDescriptor& file) {
-        struct stat status {};
-        if (!file || ::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode) ||
-            status.st_size <= 0 || status.st_size > kLargestProgram)
-            return;
-        const auto size = static_cast<std::size_t>(status.st_size);
-        void* start = ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE, file.get(), 0);
-        if (start != MAP_FAILED)
-            content_ = {static_cast<const char*>(start), size};
+// Only a regular file is opened: opening a device may do something, and a terminal may become the
+// program's own. It may have become another one since it was looked at.
+FileDescriptor opened(const fs::path& path) {
+    std::error_code error;
+    if (!fs::is_regular_file(path, error))
+        return {};
+    return FileDescriptor(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+}
+
+// Up to `length` bytes from that place on; fewer at the end of the file.
+std::size_t readAt(const FileDescriptor& file, off_t place, char* start, std::size_t length) {
+    std::size_t filled = 0;
+    while (filled < length) {
+        const ssize_t count = ::pread(file.get(), start + filled, length - filled,
+                                      place + static_cast<off_t>(filled));
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count <= 0)
+            break;
+        filled += static_cast<std::size_t>(count);
     }
-    MappedFile(const MappedFile&) = delete;
-    MappedFile& operator=(const MappedFile&) = delete;
-    ~MappedFile() {
-        if (!content_.empty())
-            ::munmap(const_cast<char*>(content_.data()), content_.size());
-    }
+    return filled;
+}
 
-    std::string_view content() const { return content_; }
-
-  private:
-    std::string_view content_;
-};
-
-std::optional<std::string> readText(const fs::path& path) {
-    // A text may be edited right now, and a mapping of a file that shrinks would end the program.
-    const FileDescriptor file = opened(path);
+// The size of a regular file; none for other things and for larger ones.
+std::optional<off_t> sizeOf(const FileDescriptor& file, off_t largest) {
     struct stat status {};
     if (!file || ::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode) ||
-        status.st_size > kLargestText)
+        status.st_size > largest)
         return std::nullopt;
-    std::string text(static_cast<std::size_t>(status.st_size), '\0');
-    const ssize_t length = ::read(file.get(), text.data(), text.size());
-    text.resize(length > 0 ? static_cast<std::size_t>(length) : 0);
+    return status.st_size;
+}
+
+// Piece by piece, since a program may be large. It is not mapped into memory: whoever builds it
+// anew may make it shorter meanwhile, which would end this program.
+std::vector<std::uint16_t> portsInBuilt(const FileDescriptor& file, BinaryKind kind,
+                                        std::span<const std::uint16_t> held) {
+    const off_t size = sizeOf(file, kLargestProgram).value_or(0);
+    std::string piece;
+    std::vector<std::uint16_t> open(held.begin(), held.end());
+    std::vector<std::uint16_t> found;
+    for (off_t place = 0; place < size && !open.empty();) {
+        piece.resize(kPiece);
+        piece.resize(readAt(file, place, piece.data(), kPiece));
+        const bool isLast = piece.size() < kPiece;
+        // No number is cut in two, and what may have been cut is in the next piece as well.
+        std::size_t end = piece.size();
+        while (!isLast && end > kPiece - kOverlap && isDigit(piece[end - 1]))
+            --end;
+        for (const std::uint16_t port :
+             portsInBinary(std::string_view(piece).substr(0, end), kind, open)) {
+            found.push_back(port);
+            std::erase(open, port);
+        }
+        if (isLast)
+            break;
+        place += static_cast<off_t>(end - kOverlap);
+    }
+    return found;
+}
+
+std::optional<std::string> readText(const fs::path& path) {
+    const FileDescriptor file = opened(path);
+    const auto size = sizeOf(file, kLargestText);
+    if (!size)
+        return std::nullopt;
+    std::string text(static_cast<std::size_t>(*size), '\0');
+    text.resize(readAt(file, 0, text.data(), text.size()));
     // What holds a zero is no text.
     if (text.find('\0') != std::string::npos)
         return std::nullopt;
@@ -134,7 +168,7 @@ std::vector<std::uint16_t> portsInFilesOf(const Attempt& attempt,
             append(ports, portsInText(*text));
     }
     if (ports.empty() && attempt.program)
-        return portsInBinary(MappedFile(*attempt.program).content(), BinaryKind::program, held);
+        return portsInBuilt(*attempt.program, BinaryKind::program, held);
     if (!attempt.runtime->mayNamePortItself || attempt.script.empty())
         return likeliest(ports);
 
@@ -142,7 +176,7 @@ std::vector<std::uint16_t> portsInFilesOf(const Attempt& attempt,
     if (const auto file = importedFile(script.parent_path(), script.filename()))
         script = *file;
     if (script.extension() == ".class")
-        return portsInBinary(MappedFile(opened(script)).content(), BinaryKind::bytecode, held);
+        return portsInBuilt(opened(script), BinaryKind::bytecode, held);
     append(ports, portsInScripts(script));
     return likeliest(ports);
 }

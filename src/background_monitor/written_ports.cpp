@@ -4,6 +4,7 @@
 #include <array>
 #include <cctype>
 #include <charconv>
+#include <optional>
 
 namespace zenlot {
 namespace {
@@ -15,6 +16,7 @@ constexpr std::array<std::string_view, 15> kOthers{
     ".connect", "target", "connect(", "fetch(", "axios", "db_",   "memcache"};
 constexpr std::size_t kLongestLine = 2000;
 constexpr std::size_t kMostImports = 24;
+constexpr std::size_t kMostPorts = 256;
 
 bool isWordCharacter(char character) {
     return std::isalnum(static_cast<unsigned char>(character)) != 0 || character == '_';
@@ -45,14 +47,29 @@ std::string prepared(std::string_view line) {
     return text;
 }
 
-// How likely a line speaks of a port to listen on; 0 for not at all.
-int likelihood(std::string_view line, char beforeNumber) {
+// What a line speaks of.
+enum class Subject : std::uint8_t { nothing, others, naming, serving };
+
+Subject subjectOf(std::string_view line) {
     if (mentions(line, kOthers))
-        return 0;
+        return Subject::others;
     if (mentions(line, kServing))
+        return Subject::serving;
+    return mentions(line, kNaming) ? Subject::naming : Subject::nothing;
+}
+
+// How likely it is that a number is a port to listen on; 0 for not at all.
+int likelihood(Subject subject, char beforeNumber) {
+    switch (subject) {
+    case Subject::others:
+        return 0;
+    case Subject::serving:
         return 3;
-    if (mentions(line, kNaming))
+    case Subject::naming:
         return 2;
+    case Subject::nothing:
+        break;
+    }
     return beforeNumber == ':' ? 1 : 0;
 }
 
@@ -78,14 +95,17 @@ void forEachPort(std::string_view line, Call&& call) {
     }
 }
 
-bool holds(std::string_view binary, std::string_view needle, bool endsNumber) {
-    for (std::size_t place = binary.find(needle); place != std::string_view::npos;
-         place = binary.find(needle, place + 1)) {
-        const std::size_t end = place + needle.size();
-        if (!endsNumber || end >= binary.size() || binary[end] < '0' || binary[end] > '9')
-            return true;
+// Calls back with every number behind a colon.
+template <typename Call>
+void forEachColonNumber(std::string_view binary, Call&& call) {
+    for (std::size_t colon = binary.find(':'); colon != std::string_view::npos;
+         colon = binary.find(':', colon + 1)) {
+        std::uint16_t number{0};
+        const auto [last, error] =
+            std::from_chars(binary.data() + colon + 1, binary.data() + binary.size(), number);
+        if (error == std::errc() && binary[colon + 1] != '0')
+            call(number);
     }
-    return false;
 }
 
 } // namespace
@@ -96,12 +116,15 @@ std::vector<WrittenPort> portsInText(std::string_view text) {
         const std::string_view raw = text.substr(0, text.find('\n'));
         text.remove_prefix(std::min(text.size(), raw.size() + 1));
         const std::string line = prepared(raw);
+        std::optional<Subject> subject; // of a line without numbers nobody asks
         forEachPort(line, [&](std::uint16_t port, char before) {
-            const int found = likelihood(line, before);
+            if (!subject)
+                subject = subjectOf(line);
+            const int found = likelihood(*subject, before);
             const auto known = std::ranges::find(ports, port, &WrittenPort::port);
             if (known != ports.end())
                 known->likelihood = std::max(known->likelihood, found);
-            else if (found != 0)
+            else if (found != 0 && ports.size() < kMostPorts)
                 ports.push_back({port, found});
         });
     }
@@ -111,19 +134,25 @@ std::vector<WrittenPort> portsInText(std::string_view text) {
 std::vector<std::uint16_t> portsInBinary(std::string_view binary, BinaryKind kind,
                                          std::span<const std::uint16_t> ports) {
     std::vector<std::uint16_t> found;
+    if (kind == BinaryKind::program) {
+        forEachColonNumber(binary, [&](std::uint16_t number) {
+            if (std::ranges::find(ports, number) != ports.end() &&
+                std::ranges::find(found, number) == found.end())
+                found.push_back(number);
+        });
+        return found;
+    }
     for (const std::uint16_t port : ports) {
-        if (kind == BinaryKind::program) {
-            if (holds(binary, ":" + std::to_string(port), true))
-                found.push_back(port);
-            continue;
-        }
         // sipush, the instruction for a number of two bytes; larger ones are four-byte constants.
         const char high = static_cast<char>(port >> 8);
         const char low = static_cast<char>(port & 0xff);
         const std::array<char, 5> constant{3, 0, 0, high, low};
         const std::array<char, 3> instruction{0x11, high, low};
-        if (port > 32767 ? holds(binary, {constant.data(), constant.size()}, false)
-                         : holds(binary, {instruction.data(), instruction.size()}, false))
+        const auto holds = [binary](const auto& bytes) {
+            return binary.find(std::string_view(bytes.data(), bytes.size())) !=
+                   std::string_view::npos;
+        };
+        if (port > 32767 ? holds(constant) : holds(instruction))
             found.push_back(port);
     }
     return found;

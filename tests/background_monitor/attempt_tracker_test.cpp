@@ -321,6 +321,20 @@ TEST_F(AttemptTrackerTest, WithoutWordOfSocketsAnEndIsEnough) {
     start();
     end();
     EXPECT_THAT(pass(BootTime(500)), ElementsAre(3000));
+
+    // A tool that takes the next port by itself says enough.
+    runtime.drifts = true;
+    attempt.commandKey = 2;
+    machine.isServerRunning = true;
+    start();
+    listenOn(3001);
+    EXPECT_THAT(pass(BootTime(5000)), ElementsAre(3000));
+
+    // Where nobody tells how it ended either, nothing is known.
+    tracker = AttemptTracker(AttemptTracker::DeadSockets::unseen, AttemptTracker::Ends::unseen);
+    start();
+    end();
+    EXPECT_THAT(pass(BootTime(500)), IsEmpty());
 }
 
 } // namespace

@@ -18,6 +18,7 @@ namespace {
 using namespace Qt::StringLiterals;
 using testing::Contains;
 using testing::HasSubstr;
+using testing::Not;
 
 constexpr int kPatienceMilliseconds = 20'000;
 const std::string kContainer = "state/group.dev.quorvane.zenlot/";
@@ -37,6 +38,7 @@ class BackgroundMonitorTest : public testing::TestWithParam<QStringList> {
                            QString::fromStdString((home.path() / "state").string()));
         environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, address);
         environment.remove(u"PORT"_s);
+        environment.insert(u"TOKEN"_s, u"never-to-be-written"_s);
     }
 
     void TearDown() override {
@@ -116,6 +118,15 @@ TEST_P(BackgroundMonitorTest, NamesWhoHoldsThePortThatAServerWanted) {
     EXPECT_THAT(heard, Contains(QString(kPortsUpdatedBroadcast)));
     EXPECT_THAT(home.read(kLog),
                 HasSubstr(" [zenlot-daemon] broadcasting port " + number.toStdString() + ", "));
+
+    for (const auto& file : std::filesystem::recursive_directory_iterator(home.path())) {
+        if (file.is_regular_file()) {
+            const std::string content =
+                home.read(std::filesystem::relative(file.path(), home.path()).string());
+            EXPECT_THAT(content, Not(HasSubstr("never-to-be-written"))) << file.path();
+            EXPECT_THAT(content, Not(HasSubstr("http.server"))) << file.path();
+        }
+    }
 
     monitor.terminate();
     ASSERT_TRUE(monitor.waitForFinished(kPatienceMilliseconds));

@@ -4,6 +4,9 @@
 
 #include <gmock/gmock.h>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+
 namespace zenlot {
 namespace {
 
@@ -61,6 +64,25 @@ TEST(SourceReaderTest, FollowsWhatAScriptLoadsFromItsOwnFolder) {
     EXPECT_THAT(ports("missing.js"), IsEmpty());
     runtime.configs = {"vite.config.js"};
     EXPECT_THAT(ports(""), ElementsAre(4300));
+    // Nobody writes into it, so whoever opened it to read would wait.
+    ASSERT_EQ(::mkfifo((folder.path() / "app/pipe.js").c_str(), 0600), 0);
+    EXPECT_THAT(ports("pipe.js"), ElementsAre(4300));
+}
+
+TEST(SourceReaderTest, ReadsLargeProgramsWholly) {
+    const TemporaryFolder folder;
+    Runtime runtime;
+    Attempt attempt;
+    attempt.runtime = &runtime;
+    const std::uint16_t held[]{8080, 1808};
+    // Wherever it lies, and not as a part of another number.
+    for (const std::size_t place : {0, 1'048'572, 1'048'574, 1'048'576, 2'097'150}) {
+        folder.write("server", std::string(place, '\x7f') + ":18080 :8080" +
+                                   std::string(2'097'152 - place, '\x7f'));
+        attempt.program = std::make_shared<const FileDescriptor>(
+            ::open((folder.path() / "server").c_str(), O_RDONLY | O_CLOEXEC));
+        EXPECT_THAT(portsInFilesOf(attempt, held), ElementsAre(8080)) << place;
+    }
 }
 
 } // namespace

@@ -1,10 +1,8 @@
 // Conflicts and new listeners reach the user as alerts of a real notification server, and its
 // buttons do what they say.
-#include "e2e/accessible_tree.h"
+#include "e2e/alert_screen.h"
 #include "e2e/private_desktop.h"
 
-#include <QDBusConnectionInterface>
-#include <QSettings>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
@@ -26,25 +24,6 @@ class AlertsTest : public testing::Test {
         QProcess* process;
         int port;
     };
-
-    AlertsTest() {
-        // Alerts stay until they are answered, however slow the machine is.
-        desktop.files().write("XDG_CONFIG_HOME/xfce4/xfconf/xfce-perchannel-xml/xfce4-notifyd.xml",
-                              R"(<channel name="xfce4-notifyd" version="1.0">)"
-                              R"(<property name="expire-timeout" type="int" value="-1"/>)"
-                              R"(</channel>)");
-        // The bus would start any of the notification servers that are installed.
-        const QSettings service(
-            u"/usr/share/dbus-1/services/org.xfce.xfce4-notifyd.Notifications.service"_s,
-            QSettings::IniFormat);
-        desktop.start(service.value("D-BUS Service/Exec").toString(), {});
-        EXPECT_TRUE(QTest::qWaitFor(
-            [this] {
-                return bus.interface()->isServiceRegistered(u"org.freedesktop.Notifications"_s);
-            },
-            kPatience));
-    }
-    ~AlertsTest() override { QDBusConnection::disconnectFromBus(bus.name()); }
 
     void startZenlot(const json& settings, const std::string& readyLine) {
         desktop.files().write(kSettings, settings.dump());
@@ -75,7 +54,7 @@ class AlertsTest : public testing::Test {
     void broadcast(const QString& name) {
         QDBusMessage signal = QDBusMessage::createSignal(
             u"/dev/quorvane/zenlot/broadcast"_s, u"dev.quorvane.zenlot.Broadcast"_s, u"Posted"_s);
-        bus.send(signal << name);
+        alerts.bus().send(signal << name);
     }
 
     std::string log() const { return desktop.files().read(kLog); }
@@ -92,19 +71,7 @@ class AlertsTest : public testing::Test {
 
     // Looks at an alert as a user does, and answers it with a click.
     void answer(const QString& title, const QString& body, const QString& button) {
-        const auto label = tree.find("label", title);
-        ASSERT_TRUE(label) << title.toStdString() << "\n" << log();
-        EXPECT_EQ(label->name.toStdString(), title.toStdString());
-        const auto text = tree.findNear(*label, "label", body);
-        ASSERT_TRUE(text) << body.toStdString();
-        EXPECT_EQ(text->name.toStdString(), body.toStdString());
-        const auto pressed = tree.findNear(*label, "push button", button);
-        ASSERT_TRUE(pressed);
-        const QPoint centre = tree.centre(*pressed);
-        QProcess& click =
-            desktop.start(u"xdotool"_s, {u"mousemove"_s, QString::number(centre.x()),
-                                         QString::number(centre.y()), u"click"_s, u"1"_s});
-        ASSERT_TRUE(click.waitForFinished());
+        ASSERT_EQ(alerts.answer(title, body, button), "") << log();
     }
 
     static constexpr int kPatience = 60000;
@@ -112,8 +79,7 @@ class AlertsTest : public testing::Test {
     static constexpr const char* kLog = "HOME/Library/Logs/zenlot-monitor.log";
 
     PrivateDesktop desktop;
-    AccessibleTree tree{desktop.sessionBus()};
-    QDBusConnection bus = QDBusConnection::connectToBus(desktop.sessionBus(), u"e2e alerts"_s);
+    AlertScreen alerts{desktop};
     json conflicts = json::array();
 };
 

@@ -43,7 +43,8 @@ class ProcessConnector {
     bool isOpen() const { return static_cast<bool>(socket_); }
     int descriptor() const { return socket_.get(); }
 
-    // Hands over what has come, without waiting. False when the kernel had to drop events.
+    // Hands over what has come, without waiting; of a flood only a part, and the descriptor is then
+    // still readable. False when the kernel had to drop events; those after them come as before.
     bool read(const std::function<void(const ProcessEvent&)>& call);
 
   private:

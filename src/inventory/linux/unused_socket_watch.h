@@ -50,7 +50,8 @@ class UnusedSocketWatch {
     // To wait on for reading; -1 where the kernel does not tell.
     int descriptor() const { return socket_.get(); }
 
-    // Hands over what has come, without waiting.
+    // Hands over what has come, without waiting; of a flood only a part, and the descriptor is then
+    // still readable.
     void read(const std::function<void(UnusedSocket)>& call);
 
   private:

@@ -1,0 +1,75 @@
+// A server can't have its port; an alert says who holds it, its button ends the holder, and the
+// server starts.
+#include "e2e/alert_screen.h"
+#include "e2e/private_desktop.h"
+
+#include <gmock/gmock.h>
+
+#include <csignal>
+
+namespace zenlot {
+namespace {
+
+using namespace Qt::StringLiterals;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+constexpr int kPatience = 60000;
+constexpr const char* kLog = "HOME/Library/Logs/zenlot-monitor.log";
+const QString kHolder = u"R&D <b>web"_s;
+
+// With and without process events of the kernel.
+class ConflictTest : public testing::TestWithParam<QStringList> {
+  protected:
+    std::string log() const { return desktop.files().read(kLog); }
+    bool waitForLog(const std::string& text) const {
+        return QTest::qWaitFor([&] { return log().find(text) != std::string::npos; }, kPatience);
+    }
+    QProcess& serve(const QString& port) {
+        return desktop.start(u"python3"_s,
+                             {u"-u"_s, u"-m"_s, u"http.server"_s, u"-b"_s, u"127.0.0.1"_s, port});
+    }
+
+    PrivateDesktop desktop;
+    AlertScreen alerts{desktop};
+};
+
+TEST_P(ConflictTest, AlertNamesTheHolderAndItsButtonFreesThePort) {
+    QProcess& holder = desktop.startServer(kHolder);
+    const QString port = PrivateDesktop::portOf(holder);
+    desktop.start(QStringLiteral(ZENLOT_MONITOR), GetParam());
+    ASSERT_TRUE(waitForLog("background monitor started"));
+    if (GetParam().isEmpty() && log().find("told of processes by the kernel") == std::string::npos)
+        GTEST_SKIP() << "the kernel does not tell of processes here";
+    desktop.files().write("XDG_CONFIG_HOME/dev.quorvane.zenlot/defaults.json",
+                          R"({"conflictMonitoringEnabled": true, "hasCompletedOnboarding": true,)"
+                          R"( "portMonitoringEnabled": false})");
+    desktop.start(QStringLiteral(ZENLOT_PROGRAM), {u"--background"_s});
+    ASSERT_TRUE(waitForLog("conflict listener started"));
+    ASSERT_TRUE(waitForLog("notification setup granted=true"));
+
+    QProcess& refused = serve(port);
+    EXPECT_TRUE(refused.state() == QProcess::NotRunning || refused.waitForFinished(kPatience));
+    EXPECT_EQ(refused.exitCode(), 1);
+    ASSERT_EQ(
+        alerts.answer(u"Port %1 is already in use"_s.arg(port),
+                      u"%1 (PID %2) is blocking port %3 — kill it to free the port."_s.arg(kHolder)
+                          .arg(holder.processId())
+                          .arg(port),
+                      u"Kill Process"_s),
+        "")
+        << log();
+    EXPECT_TRUE(holder.state() == QProcess::NotRunning || holder.waitForFinished(kPatience));
+    EXPECT_EQ(holder.exitCode(), SIGKILL);
+    EXPECT_THAT(PrivateDesktop::firstLine(serve(port)).toStdString(), StartsWith("Serving HTTP"));
+    EXPECT_THAT(log(), HasSubstr("[zenlot-daemon] broadcasting port " + port.toStdString() + ","));
+}
+
+INSTANTIATE_TEST_SUITE_P(Noticing, ConflictTest,
+                         testing::Values(QStringList(), QStringList(u"--poll"_s)),
+                         [](const auto& mode) {
+                             return mode.param.isEmpty() ? "AsTheKernelTells" : "ByPolling";
+                         });
+
+} // namespace
+} // namespace zenlot
