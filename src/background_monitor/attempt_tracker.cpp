@@ -35,6 +35,12 @@ constexpr BootTime kFasterThanPeople{3000};
 constexpr BootTime kSameAttempt{2000};
 constexpr BootTime kLookForConnecting{500};
 constexpr int kNextPorts = 10;
+// Looks that are in no hurry are taken together.
+constexpr BootTime kTogether{250};
+
+BootTime notBefore(BootTime time) {
+    return (time + kTogether - BootTime(1)) / kTogether * kTogether;
+}
 
 bool contains(const auto& range, const auto& value) {
     return std::ranges::find(range, value) != std::ranges::end(range);
@@ -102,8 +108,8 @@ void AttemptTracker::processStarted(Attempt attempt, BootTime now) {
         attempts_.erase(attempts_.begin());
     Tracked tracked;
     tracked.attempt = std::move(attempt);
-    tracked.nextLook =
-        now + (tracked.attempt.runtime->probesByConnecting ? kLookForConnecting : kSettled);
+    tracked.nextLook = tracked.attempt.runtime->probesByConnecting ? now + kLookForConnecting
+                                                                   : notBefore(now + kSettled);
     // A process that was found only now may have failed already.
     for (const DeadSocket& dead : deadSockets_) {
         if (dead.at >= tracked.attempt.startedAt && tracked.evidenceAt == BootTime(0)) {
@@ -189,7 +195,7 @@ AttemptTracker::Outcome AttemptTracker::lookAt(Tracked& tracked, const Machine& 
     // Word of its failure may still be on its way; without one it ended well.
     if (!tracked.vanishedAt)
         tracked.vanishedAt = now;
-    tracked.nextLook = now + kUnseenEndGrace;
+    tracked.nextLook = notBefore(now + kUnseenEndGrace);
     return now - *tracked.vanishedAt >= kUnseenEndGrace ? Outcome::done : Outcome::keepLooking;
 }
 

@@ -16,6 +16,10 @@ namespace {
 // Dead sockets may come in bursts, and each makes the polling kind look at all processes.
 constexpr BootTime kPauseBetweenProcessPolls{25};
 
+// To walk all descriptors costs as much as some minutes of polls, and the holder of a port that is
+// announced is looked up anyway.
+constexpr std::chrono::minutes kLookAtAllEvery{5};
+
 // How late word of a start may come on a busy machine.
 constexpr BootTime kLatestWord{1000};
 
@@ -64,8 +68,9 @@ BackgroundMonitor::BackgroundMonitor(const ContainerWriter& container,
                                      const HomeDirectories& directories,
                                      BroadcastCenter& broadcasts, AppLog& log, Noticing noticing)
     : log_(log), attemptReader_(runtimes_, directories.home.toStdString()),
-      scanner_(processTables_), portScan_(scanner_), portPublisher_(container, broadcasts),
-      conflictPublisher_(container, broadcasts, log),
+      scanner_(processTables_),
+      portScan_(scanner_, std::chrono::steady_clock::now, kLookAtAllEvery),
+      portPublisher_(container, broadcasts), conflictPublisher_(container, broadcasts, log),
       machine_([this](std::uint16_t port) { return portPublisher_.ownerOf(port); }),
       processEvents_(makeProcessEvents(noticing)),
       tracker_(deadSockets_.descriptor() < 0 ? AttemptTracker::DeadSockets::unseen

@@ -36,8 +36,9 @@ PortSet changedPorts(std::span<const TcpTableEntry> before, std::span<const TcpT
 
 } // namespace
 
-RepeatedPortScan::RepeatedPortScan(const PortScanner& scanner, Clock clock)
-    : scanner_(scanner), clock_(std::move(clock)),
+RepeatedPortScan::RepeatedPortScan(const PortScanner& scanner, Clock clock,
+                                   std::chrono::seconds longestReuse)
+    : scanner_(scanner), clock_(std::move(clock)), longestReuse_(longestReuse),
       ports_(std::make_shared<const std::vector<OccupiedPort>>()) {}
 
 SharedPorts RepeatedPortScan::listOccupiedPorts() {
@@ -49,7 +50,7 @@ SharedPorts RepeatedPortScan::listOccupiedPorts() {
     noteProcesses(PortScanner::listAllPids(*snapshot), now);
 
     PortSet ports;
-    if (allLookedUpAt_ && now - *allLookedUpAt_ <= kLongestReuse) {
+    if (allLookedUpAt_ && now - *allLookedUpAt_ <= longestReuse_) {
         ports = portsToLookUp(*snapshot, table);
     } else {
         ports.set();

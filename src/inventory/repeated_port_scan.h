@@ -7,7 +7,7 @@
 //   - other sockets listen on it than before,
 //   - the process that owned it has ended,
 //   - a young process owns it, or holds a socket that listens on it, or
-//   - the last look at all of the ports is more than kLongestReuse ago.
+//   - the last look at all of the ports is longer ago than the caller wants to reuse it.
 //
 // A process is young until it has been known for kSettlingTime and was looked at once more after
 // that. Right after its start it may hold what it is about to drop, or not yet what it is about to
@@ -53,7 +53,8 @@ class RepeatedPortScan {
 
     // `scanner` must outlive the object.
     explicit RepeatedPortScan(const PortScanner& scanner,
-                              Clock clock = std::chrono::steady_clock::now);
+                              Clock clock = std::chrono::steady_clock::now,
+                              std::chrono::seconds longestReuse = kLongestReuse);
 
     // Every listening port, in ascending order; never null.
     SharedPorts listOccupiedPorts();
@@ -68,6 +69,7 @@ class RepeatedPortScan {
 
     const PortScanner& scanner_;
     Clock clock_;
+    std::chrono::seconds longestReuse_;
 
     std::mutex mutex_;                 // for all that follows
     Table table_;                      // of the last scan, in ascending order of port
