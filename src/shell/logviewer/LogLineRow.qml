@@ -1,8 +1,8 @@
-// One line of the log with its mark.
+// One line of the log with its mark. There are as many as fit into a window, made all at once when
+// the log is opened: they are kept plain.
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Layouts
 import QtQuick.Templates as T
 import Zenlot.LogViewer
 import Zenlot.Style
@@ -10,8 +10,8 @@ import Zenlot.Style
 T.ItemDelegate {
     id: root
 
+    property real drawingOffset: 0
     required property int index
-    required property bool isCurrent
     required property bool isMarked
     required property string lineText
     required property int tint
@@ -31,6 +31,7 @@ T.ItemDelegate {
     }
 
     signal contextMenuRequested
+    signal copyRequested
     signal toggleMark
 
     Accessible.name: root.lineText
@@ -40,57 +41,71 @@ T.ItemDelegate {
     Accessible.onPressAction: root.toggleMark()
     bottomPadding: 2
     focusPolicy: Qt.NoFocus
-    implicitHeight: implicitContentHeight + topPadding + bottomPadding
+    implicitHeight: line.contentHeight + topPadding + bottomPadding
     leftPadding: 5
     rightPadding: 5
     topPadding: 2
 
     onClicked: root.toggleMark()
 
-    background: Rectangle {
+    Rectangle {
         color: root.isMarked ? Qt.alpha(Theme.yellow, 0.16) : "transparent"
+        height: root.height
         radius: 4
+        width: root.width
+        y: root.drawingOffset
 
-        FocusRing {
-            anchors.margins: 0
-            radius: 4
-            visible: root.isCurrent
+        // In the button itself it would make a right click one that counts as a click, too.
+        TapHandler {
+            acceptedButtons: Qt.RightButton
+
+            onTapped: root.contextMenuRequested()
         }
     }
-    contentItem: RowLayout {
-        spacing: 6
-
-        Item {
-            Layout.alignment: Qt.AlignTop
-            implicitHeight: 15
-            implicitWidth: 14
-
-            SymbolIcon {
-                anchors.centerIn: parent
-                color: root.isMarked ? Theme.yellow : Theme.tertiaryLabel
-                name: root.isMarked ? "bookmark.fill" : "bookmark"
-                size: 10
-            }
-        }
-        SelectableText {
-            Accessible.ignored: true
-            Layout.fillWidth: true
-            activeFocusOnTab: false
-            color: root.textColor
-            font: TextStyle.monospaced(TextStyle.sized(11, Font.Normal))
-            text: root.lineText
-            wrapMode: TextEdit.WrapAnywhere
-
-            // The text takes clicks for its selection, so the row does not hear of them.
-            TapHandler {
-                onTapped: root.toggleMark()
-            }
-        }
+    SymbolIcon {
+        color: root.isMarked ? Theme.yellow : Theme.tertiaryLabel
+        name: root.isMarked ? "bookmark.fill" : "bookmark"
+        size: 10
+        x: root.leftPadding + (14 - width) / 2
+        y: line.y + Math.round((line.contentHeight / line.lineCount - height) / 2)
     }
+    TextEdit {
+        id: line
 
-    TapHandler {
-        acceptedButtons: Qt.RightButton
+        Accessible.ignored: true
+        color: root.textColor
+        font: TextStyle.monospaced(TextStyle.sized(11, Font.Normal))
+        horizontalAlignment: TextEdit.AlignLeft
+        readOnly: true
+        selectByMouse: true
+        selectedTextColor: Theme.accentText
+        selectionColor: Theme.accent
+        text: root.lineText
+        textFormat: TextEdit.PlainText
+        width: root.width - x - root.rightPadding
+        wrapMode: TextEdit.Wrap
+        x: root.leftPadding + 14 + 6
+        y: root.topPadding + root.drawingOffset
 
-        onTapped: root.contextMenuRequested()
+        Keys.onPressed: event => {
+            if (event.matches(StandardKey.Copy) && line.selectedText === "") {
+                event.accepted = true;
+                root.copyRequested();
+            }
+        }
+        onActiveFocusChanged: {
+            if (!line.activeFocus) {
+                line.deselect();
+                line.focus = false; // the row itself is what the keyboard comes back to
+            }
+        }
+
+        // The text takes clicks for its selection, so the row does not hear of them.
+        TapHandler {
+            onTapped: root.toggleMark()
+        }
+        HoverHandler {
+            cursorShape: Qt.IBeamCursor
+        }
     }
 }

@@ -3,7 +3,6 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Layouts
-import QtQuick.Templates as T
 import Zenlot.LogViewer
 import Zenlot.Style
 
@@ -11,28 +10,16 @@ FocusScope {
     id: root
 
     required property LogTabViewModel viewModel
-    property bool isAtFirstLook: true
 
-    // The first time at once, then over no more than what fits into the view.
-    function scrollToEnd() {
-        scrolling.stop();
-        list.forceLayout();
-        const start = list.contentY;
-        list.positionViewAtEnd();
-        if (list.contentHeight + list.topMargin > list.height)
-            list.contentY += list.bottomMargin; // which the view leaves out
-        if (!root.isAtFirstLook) {
-            scrolling.to = list.contentY;
-            scrolling.from = Math.max(start, list.contentY - list.height);
-            scrolling.start();
-        }
-        root.isAtFirstLook = false;
+    function appear() {
+        root.viewModel.appear();
+        lines.scrollToEnd();
     }
 
-    onVisibleChanged: root.visible ? root.viewModel.appear() : root.viewModel.disappear()
+    onVisibleChanged: root.visible ? root.appear() : root.viewModel.disappear()
     Component.onCompleted: {
         if (root.visible)
-            root.viewModel.appear();
+            root.appear();
     }
     Component.onDestruction: root.viewModel.disappear()
 
@@ -81,7 +68,7 @@ FocusScope {
             ColumnLayout {
                 anchors.centerIn: parent
                 spacing: 8
-                visible: !root.viewModel.hasLines
+                visible: !root.viewModel.hasLines && !root.viewModel.isReading
 
                 SymbolIcon {
                     Layout.alignment: Qt.AlignHCenter
@@ -95,84 +82,37 @@ FocusScope {
                     text: qsTr("No log entries yet")
                 }
             }
-            ListView {
-                id: list
+            // Only where the disk is slow.
+            SmallProgressIndicator {
+                id: progress
 
-                Accessible.name: qsTr("Log")
-                Accessible.role: Accessible.List
-                activeFocusOnTab: true
-                anchors.fill: parent
-                bottomMargin: 10
-                boundsBehavior: Flickable.StopAtBounds
-                clip: true
-                focus: true
-                highlightFollowsCurrentItem: false
-                leftMargin: 10
-                model: root.viewModel.lines
-                objectName: "logLines"
-                rightMargin: 10
-                spacing: 1
-                topMargin: 10
-                visible: root.viewModel.hasLines
+                anchors.centerIn: parent
+                running: progress.visible
+                visible: !root.viewModel.hasLines && root.viewModel.isReading
 
-                T.ScrollBar.vertical: StyleScrollBar {}
-                delegate: LogLineRow {
-                    id: row
+                SequentialAnimation on opacity {
+                    running: progress.visible
 
-                    isCurrent: row.index === list.currentIndex && list.activeFocus
-                    width: list.width - list.leftMargin - list.rightMargin
-
-                    onContextMenuRequested: menu.popupFor(row.index, row.isMarked)
-                    onToggleMark: root.viewModel.toggleMark(row.index)
-                }
-                Keys.onMenuPressed: {
-                    if (list.currentItem)
-                        menu.popupFor(list.currentIndex, (list.currentItem as LogLineRow).isMarked);
-                }
-                Keys.onPressed: event => {
-                    if (event.matches(StandardKey.Copy)) {
-                        event.accepted = true;
-                        root.viewModel.copyLine(list.currentIndex);
+                    PropertyAction {
+                        value: 0
+                    }
+                    PauseAnimation {
+                        duration: 400
+                    }
+                    NumberAnimation {
+                        duration: 150
+                        to: 1
                     }
                 }
-                onCurrentIndexChanged: list.positionViewAtIndex(list.currentIndex, ListView.Contain)
+            }
+            LogLines {
+                id: lines
+
+                anchors.fill: parent
+                focus: true
+                viewModel: root.viewModel
+                visible: root.viewModel.hasLines
             }
         }
-    }
-    StyleMenu {
-        id: menu
-
-        property bool isMarked: false
-        property int row: -1
-
-        function popupFor(row: int, isMarked: bool) {
-            menu.row = row;
-            menu.isMarked = isMarked;
-            menu.popup();
-        }
-
-        StyleMenuItem {
-            text: menu.isMarked ? qsTr("Unmark Row") : qsTr("Mark Row")
-
-            onTriggered: root.viewModel.toggleMark(menu.row)
-        }
-    }
-    Connections {
-        function onLineCountChanged() {
-            if (list.count === 0)
-                root.isAtFirstLook = true;
-            else
-                root.scrollToEnd();
-        }
-
-        target: root.viewModel
-    }
-    NumberAnimation {
-        id: scrolling
-
-        duration: 250
-        easing.type: Easing.InOutQuad
-        property: "contentY"
-        target: list
     }
 }

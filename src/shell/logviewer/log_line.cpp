@@ -31,7 +31,7 @@ LogLineTint lineColor(QByteArrayView text) {
     return holdsAny(kEnds) ? LogLineTint::Teal : LogLineTint::Plain;
 }
 
-QString logLineId(qint64 index, QByteArrayView text) {
+QString LogLine::id() const {
     return QString::number(index) + u':' + QString::fromUtf8(text);
 }
 

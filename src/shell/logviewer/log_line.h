@@ -1,4 +1,4 @@
-// What is known of one line of the log besides its text.
+// One line of the log, and its colour.
 #pragma once
 
 #include <QByteArrayView>
@@ -19,11 +19,18 @@ Q_ENUM_NS(Tint)
 
 using LogLineTint = log_line::Tint;
 
+struct LogLine {
+    qint64 index{0};     // among the lines that are not empty, from 0
+    QByteArrayView text; // without its line feed, as long as the text that it is cut from is there
+
+    // Two lines have the same identity when they are equal and stand at the same place.
+    QString id() const;
+
+    friend bool operator==(const LogLine&, const LogLine&) = default;
+};
+
 // By words that it holds, in either case and also inside of longer words: errors before conflicts,
 // those before starts, those before ends.
 LogLineTint lineColor(QByteArrayView text);
-
-// Two lines have the same identity when they are equal and stand at the same place.
-QString logLineId(qint64 index, QByteArrayView text);
 
 } // namespace zenlot

@@ -1,10 +1,8 @@
 #include "shell/logviewer/log_line_model.h"
 
-#include "shell/logviewer/log_line.h"
 #include "text/display_line.h"
 
 #include <algorithm>
-#include <limits>
 #include <utility>
 
 namespace zenlot {
@@ -17,9 +15,11 @@ QString shownText(QByteArrayView line) {
     if (line.endsWith('\r'))
         line.chop(1);
     // A character takes at most four bytes; one that is cut in two is beyond what is shown.
-    return displayLine(
-        QString::fromUtf8(line.first(std::min(line.size(), 4 * (kLongestShownLine + 2)))),
-        kLongestShownLine);
+    QString text =
+        QString::fromUtf8(line.first(std::min(line.size(), 4 * (kLongestShownLine + 2))));
+    // The one control character that people put into lines to be looked at.
+    text.replace(u'\t', QStringLiteral("    "));
+    return displayLine(text, kLongestShownLine);
 }
 
 } // namespace
@@ -34,9 +34,9 @@ QVariant LogLineModel::data(const QModelIndex& index, int role) const {
     switch (role) {
     case Qt::DisplayRole:
     case LineTextRole:
-        return shownText(text_->line(index.row()));
+        return shownText(text_->line(index.row()).text);
     case TintRole:
-        return static_cast<int>(lineColor(text_->line(index.row())));
+        return static_cast<int>(text_->tint(index.row()));
     case IsMarkedRole:
         return marks_.contains(index.row());
     default:
@@ -49,13 +49,15 @@ QHash<int, QByteArray> LogLineModel::roleNames() const {
 }
 
 void LogLineModel::setText(std::shared_ptr<const LogText> text, qint64 equalLines) {
-    const int kept = static_cast<int>(std::min<qint64>(equalLines, rowCount_));
-    const int wanted =
-        static_cast<int>(std::min<qint64>(text->lineCount(), std::numeric_limits<int>::max()));
-    const bool losesMarks = !marks_.empty() && *marks_.rbegin() >= kept;
+    const int equal = static_cast<int>(equalLines);
+    const int wanted = static_cast<int>(text->lineCount());
+    const int kept = std::min(rowCount_, wanted);
+    // Some hundred at the most: people set them by hand.
+    const auto lost = std::erase_if(marks_, [&](int row) {
+        return row >= equal && (row >= wanted || text->line(row) != text_->line(row));
+    });
     if (kept < rowCount_) {
         beginRemoveRows({}, kept, rowCount_ - 1);
-        marks_.erase(marks_.lower_bound(kept), marks_.end());
         rowCount_ = kept;
         endRemoveRows();
     }
@@ -67,7 +69,9 @@ void LogLineModel::setText(std::shared_ptr<const LogText> text, qint64 equalLine
     } else {
         text_ = std::move(text);
     }
-    if (losesMarks)
+    if (equal < kept)
+        Q_EMIT dataChanged(index(equal), index(kept - 1));
+    if (lost > 0)
         Q_EMIT marksChanged();
 }
 
@@ -88,10 +92,10 @@ void LogLineModel::unmarkAll() {
         Q_EMIT marksChanged();
 }
 
-QStringList LogLineModel::markedLineIds() const {
+QStringList LogLineModel::markedLineIDs() const {
     QStringList identities;
     for (const int row : marks_)
-        identities.append(logLineId(row, text_->line(row)));
+        identities.append(text_->line(row).id());
     return identities;
 }
 

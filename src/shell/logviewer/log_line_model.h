@@ -1,8 +1,9 @@
-// The lines of the log and the marks that the user has set, for a list. A line that stays where it
-// was keeps its row, and only rows that are shown are ever made into text.
+// The lines of the log and the marks that the user has set, for a list. Only rows that are shown
+// are ever made into text. Lines that are appended are rows that are inserted, and the view keeps
+// its place when others are exchanged.
 //
-// A mark belongs to a line at its place: when that changes, the mark goes. Marks live as long as
-// the model.
+// A mark belongs to a line at its place, which is what its identity says: when another line stands
+// there, the mark goes. Marks live as long as the model.
 #pragma once
 
 #include "shell/logviewer/log_text.h"
@@ -38,14 +39,14 @@ class LogLineModel : public QAbstractListModel {
     void toggleMark(int row);
     void unmarkAll();
     bool hasMarks() const { return !marks_.empty(); }
-    QStringList markedLineIds() const;
+    QStringList markedLineIDs() const;
 
   Q_SIGNALS:
     void marksChanged();
 
   private:
     std::shared_ptr<const LogText> text_{std::make_shared<LogText>()};
-    int rowCount_{0};     // more than this many lines are not shown
+    int rowCount_{0};
     std::set<int> marks_; // rows
 };
 

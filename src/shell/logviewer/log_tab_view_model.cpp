@@ -14,18 +14,24 @@ namespace {
 
 using Text = std::shared_ptr<const LogText>;
 
-// A reading and what it has been compared with, since comparing takes long too.
+// A reading and how it compares with what was shown before, since comparing takes long too.
 struct Reading {
     Text text;
-    Text before;
     qint64 equalLines{0};
 };
 
-Reading readAgain(const QString& path, const Text& before) {
-    std::optional<LogText> text = readLogText(path);
+Reading readAgain(const QString& path, const Text& before, const std::atomic<bool>& isStopped) {
+    std::optional<LogText> text = readLogText(path, *before, isStopped);
     auto read = std::make_shared<const LogText>(text ? *std::move(text) : LogText());
     const qint64 equalLines = read->countOfEqualLines(*before);
-    return {std::move(read), before, equalLines};
+    return {std::move(read), equalLines};
+}
+
+// Giving back some hundred megabytes takes its time, which nobody waits for: not even whoever
+// closes the window.
+void discard(Text text) {
+    QThreadPool::globalInstance()->start(
+        [garbage = std::move(text)]() mutable { garbage.reset(); });
 }
 
 } // namespace
@@ -38,7 +44,16 @@ LogTabViewModel::LogTabViewModel(QString path, AppLog& log, QObject* parent)
     connect(&lines_, &LogLineModel::marksChanged, this, &LogTabViewModel::hasMarksChanged);
 }
 
+LogTabViewModel::~LogTabViewModel() {
+    isStopped_ = true;
+    Text shown = lines_.text();
+    lines_.setText(std::make_shared<const LogText>(), 0);
+    discard(std::move(shown));
+}
+
 void LogTabViewModel::appear() {
+    if (!std::exchange(isReading_, true))
+        Q_EMIT isReadingChanged();
     reloadLog();
     timer_.start();
 }
@@ -61,19 +76,27 @@ void LogTabViewModel::runOnWorker(Work work, Apply apply) {
 }
 
 void LogTabViewModel::reloadLog() {
-    ++readings_;
-    runOnWorker([path = path_, before = lines_.text()] { return readAgain(path, before); },
-                [this](const Reading& reading) {
-                    --readings_;
-                    // Another text may have come in between.
-                    const bool isComparable = reading.before == lines_.text();
-                    show(reading.text, isComparable ? reading.equalLines : 0);
+    // Each reading is compared with the one before, which has to be there.
+    if (std::exchange(isReloading_, true)) {
+        isReloadDue_ = true;
+        return;
+    }
+    runOnWorker([path = path_, before = lines_.text(),
+                 this] { return readAgain(path, before, isStopped_); },
+                [this, number = textNumber_](const Reading& reading) {
+                    isReloading_ = false;
+                    // The log may have been cleared in between.
+                    show(reading.text, number == textNumber_ ? reading.equalLines : 0);
+                    if (std::exchange(isReloadDue_, false))
+                        reloadLog();
+                    else if (std::exchange(isReading_, false))
+                        Q_EMIT isReadingChanged();
                 });
 }
 
 void LogTabViewModel::pollLogSize() {
     // Where the disk is slow, a reading takes longer than the interval.
-    if (readings_ > 0 || std::exchange(isPolling_, true))
+    if (isReloading_ || std::exchange(isPolling_, true))
         return;
     runOnWorker([path = path_] { return logFileSize(path); },
                 [this](std::optional<qint64> size) {
@@ -85,28 +108,35 @@ void LogTabViewModel::pollLogSize() {
 
 void LogTabViewModel::clearLog() {
     runOnWorker(
-        [path = path_, &log = log_] {
-            const std::optional<QString> error = clearLogFile(path);
-            log.writeAppLog(error ? QStringLiteral("log clear failed: ") + *error
-                                  : QStringLiteral("log cleared"));
-            return !error;
+        [path = path_, &log = log_, this]() -> std::optional<Reading> {
+            if (const std::optional<QString> error = clearLogFile(path)) {
+                log.writeAppLog(QStringLiteral("log clear failed: ") + *error);
+                return std::nullopt;
+            }
+            log.writeAppLog(QStringLiteral("log cleared"));
+            return readAgain(path, std::make_shared<const LogText>(), isStopped_);
         },
-        [this](bool isCleared) {
-            if (!isCleared)
+        [this](const std::optional<Reading>& cleared) {
+            if (!cleared)
                 return;
+            // Empty first, which no mark outlives; nobody sees that, because the next comes at
+            // once.
             show(std::make_shared<const LogText>(), 0);
-            reloadLog();
+            show(cleared->text, 0);
         });
 }
 
-void LogTabViewModel::show(Text text, qint64 equalLines) {
+void LogTabViewModel::show(const Text& text, qint64 equalLines) {
     const int before = lines_.rowCount();
-    lines_.setText(std::move(text), equalLines);
+    Text shownBefore = lines_.text();
+    lines_.setText(text, equalLines);
+    ++textNumber_;
     const int after = lines_.rowCount();
     if ((before > 0) != (after > 0))
         Q_EMIT hasLinesChanged();
     if (before != after)
         Q_EMIT lineCountChanged();
+    discard(std::move(shownBefore));
 }
 
 void LogTabViewModel::toggleMark(int row) {
@@ -119,7 +149,7 @@ void LogTabViewModel::unmarkAll() {
 
 void LogTabViewModel::copyLine(int row) const {
     if (row >= 0 && row < lines_.rowCount())
-        QGuiApplication::clipboard()->setText(QString::fromUtf8(lines_.text()->line(row)));
+        QGuiApplication::clipboard()->setText(QString::fromUtf8(lines_.text()->line(row).text));
 }
 
 void LogTabViewModel::copyPath() const {

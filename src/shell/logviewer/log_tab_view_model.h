@@ -4,7 +4,7 @@
 // While the tab is shown the size of the file is looked at every two seconds, and the file is read
 // again when that has changed; otherwise nothing happens. A file that can't be read shows no lines
 // and is no error. Main thread only; the disk is touched on a worker thread, one thing after the
-// other. The destructor waits for what is under way there.
+// other. The destructor stops a reading that is under way there, and waits for a clearing.
 //
 //     LogTabViewModel viewModel(monitorLogPath(home), log);
 //     viewModel.appear();
@@ -20,6 +20,7 @@
 #include <QTimer>
 #include <QtQml/qqmlregistration.h>
 
+#include <atomic>
 #include <chrono>
 #include <memory>
 
@@ -33,6 +34,7 @@ class LogTabViewModel : public QObject {
     Q_PROPERTY(QString path READ path CONSTANT)
     Q_PROPERTY(zenlot::LogLineModel* lines READ lines CONSTANT)
     Q_PROPERTY(bool hasLines READ hasLines NOTIFY hasLinesChanged)
+    Q_PROPERTY(bool isReading READ isReading NOTIFY isReadingChanged)
     Q_PROPERTY(bool hasMarks READ hasMarks NOTIFY hasMarksChanged)
 
   public:
@@ -40,11 +42,15 @@ class LogTabViewModel : public QObject {
 
     // `log` must outlive the object.
     LogTabViewModel(QString path, AppLog& log, QObject* parent = nullptr);
+    ~LogTabViewModel() override;
 
     QString path() const { return path_; }
     LogLineModel* lines() { return &lines_; }
     bool hasLines() const { return lines_.rowCount() > 0; }
     bool hasMarks() const { return lines_.hasMarks(); }
+    // For the first time since the tab is shown. At the very first nothing is known of the log yet,
+    // not even that it is empty.
+    bool isReading() const { return isReading_; }
     qint64 lastSize() const { return lines_.text()->size(); }
 
     // The tab is shown, or not any more.
@@ -64,6 +70,7 @@ class LogTabViewModel : public QObject {
   Q_SIGNALS:
     void hasLinesChanged();
     void hasMarksChanged();
+    void isReadingChanged();
 
     // The number of lines is another one now.
     void lineCountChanged();
@@ -72,14 +79,18 @@ class LogTabViewModel : public QObject {
     // Runs the work behind all that was asked for before, and `apply` with its result here.
     template <typename Work, typename Apply>
     void runOnWorker(Work work, Apply apply);
-    void show(std::shared_ptr<const LogText> text, qint64 equalLines);
+    void show(const std::shared_ptr<const LogText>& text, qint64 equalLines);
 
     QString path_;
     AppLog& log_;
     LogLineModel lines_;
     QTimer timer_;
     bool isPolling_{false};
-    int readings_{0};    // under way
+    bool isReading_{false};
+    bool isReloading_{false};
+    bool isReloadDue_{false};
+    int textNumber_{0}; // which of all that have been shown it is that is shown now
+    std::atomic<bool> isStopped_{false};
     QThreadPool worker_; // the last member: its end waits for what uses the others
 };
 

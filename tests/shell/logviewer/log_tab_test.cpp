@@ -4,6 +4,9 @@
 #include "support/qt_temporary_folder.h"
 
 #include <QAbstractItemModelTester>
+#include <QAccessible>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickView>
@@ -11,8 +14,15 @@
 #include <QtQml/qqmlextensionplugin.h>
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <atomic>
 #include <filesystem>
+#include <fstream>
 #include <functional>
+#include <random>
 
 Q_IMPORT_QML_PLUGIN(Zenlot_LogViewerPlugin)
 Q_IMPORT_QML_PLUGIN(Zenlot_StylePlugin)
@@ -51,14 +61,23 @@ class LogTabTest : public testing::Test {
         return QTest::qWaitFor(condition, 20'000);
     }
 
-    // Reads the file until the tab shows this.
-    void expectShown(const QByteArray& text, const QStringList& lines) {
-        folder.write(QStringLiteral("log"), text);
-        viewModel.reloadLog();
-        EXPECT_TRUE(waitFor([&] { return shown() == lines; })) << shown().join(u'|').toStdString();
+    // As when the tab is shown, until the file is read.
+    void read() {
+        viewModel.appear();
+        viewModel.disappear();
+        ASSERT_TRUE(waitFor([&] { return !viewModel.isReading(); }));
     }
 
+    void expectShown(const QByteArray& text, const QStringList& lines) {
+        folder.write(QStringLiteral("log"), text);
+        read();
+        EXPECT_EQ(shown(), lines) << shown().join(u'|').left(1000).toStdString();
+    }
+
+    void poll() { viewModel.pollLogSize(); }
+
     QtTemporaryFolder folder;
+    std::filesystem::path file{folder.path(QStringLiteral("log")).toStdString()};
     AppLog log{folder.path(QStringLiteral("log"))};
     LogTabViewModel viewModel{folder.path(QStringLiteral("log")), log};
     LogLineModel& model = *viewModel.lines();
@@ -66,30 +85,121 @@ class LogTabTest : public testing::Test {
 };
 
 TEST_F(LogTabTest, ReadsWhateverTheFileHolds) {
-    expectShown("a\n\nb\n", {u"a"_qs, u"b"_qs});
-    EXPECT_EQ(viewModel.lastSize(), 5);
-    ModelOperations operations(model);
-    expectShown("a\n\nb\r\nc", {u"a"_qs, u"b"_qs, u"c"_qs});
-    EXPECT_EQ(operations.take(), QStringList({u"remove 1-1"_qs, u"insert 1-2"_qs}));
-    expectShown("a\n\nb\r\nc\nd\n", {u"a"_qs, u"b"_qs, u"c"_qs, u"d"_qs});
-    EXPECT_EQ(operations.take(), QStringList(u"insert 3-3"_qs));
-    expectShown("a\n", {u"a"_qs});
-    EXPECT_EQ(operations.take(), QStringList(u"remove 1-3"_qs));
-    expectShown("a\n\xC3", {});
-    EXPECT_EQ(viewModel.lastSize(), 0);
-    expectShown("\n\n\n", {});
-    EXPECT_TRUE(waitFor([&] { return viewModel.lastSize() == 3; }));
-    expectShown("back", {u"back"_qs});
-    std::filesystem::remove(folder.path(QStringLiteral("log")).toStdString());
-    viewModel.reloadLog();
-    EXPECT_TRUE(waitFor([&] { return !viewModel.hasLines(); }));
+    const QByteArray manyBytes(10'000'000, 'x');
+    const struct {
+        QByteArray text;
+        QStringList lines;
+    } cases[] = {
+        {"a\n\nb\n", {u"a"_qs, u"b"_qs}},
+        {"a\n\nb\r\nc", {u"a"_qs, u"b"_qs, u"c"_qs}},
+        {"a\tb\x1B[31m", {u"a    b\uFFFD[31m"_qs}},
+        {QByteArrayLiteral("a\0b\n\xE2\x80\xAE"), {u"a\uFFFDb"_qs, u"\uFFFD"_qs}},
+        {"a\n\xC3", {}}, // not UTF-8
+        {"back", {u"back"_qs}},
+        {"\n\n\n", {}},
+        // Nobody can look at ten megabytes in a row, and a list can't lay them out.
+        {manyBytes + "\nafter", {QString(4000, u'x') + u'\u2026', u"after"_qs}},
+        {manyBytes + '\xC3', {}},
+    };
+    for (const auto& [text, lines] : cases)
+        expectShown(text, lines);
 
-    // Nobody can look at ten megabytes in a row, and a list can't lay them out.
-    folder.write(QStringLiteral("log"), QByteArray(10'000'000, 'x') + "\n\xE2\x80\xAE");
-    viewModel.reloadLog();
-    ASSERT_TRUE(waitFor([&] { return model.rowCount() == 2; }));
-    EXPECT_LT(shown().at(0).size(), 5000);
-    EXPECT_EQ(shown().at(1), u"\uFFFD"_qs);
+    folder.write(u"log"_qs, QByteArray(70'000, ' ') + "FATAL\nstarted\n");
+    read();
+    ASSERT_EQ(model.rowCount(), 2);
+    EXPECT_EQ(model.index(0).data(LogLineModel::TintRole), int(LogLineTint::Red));
+    EXPECT_EQ(model.index(1).data(LogLineModel::TintRole), int(LogLineTint::Green));
+
+    // Who may read everything is shown this one too.
+    std::filesystem::permissions(file, std::filesystem::perms::none);
+    viewModel.toggleMark(0);
+    read();
+    EXPECT_EQ(viewModel.hasLines(), ::geteuid() == 0);
+    EXPECT_EQ(viewModel.hasMarks(), ::geteuid() == 0);
+}
+
+TEST_F(LogTabTest, PollSeesWhatHappensToTheFile) {
+    const auto put = [this](const QByteArray& text) { // at once
+        folder.write(u"new"_qs, text);
+        std::filesystem::remove_all(file);
+        std::filesystem::rename(file.parent_path() / "new", file);
+    };
+    const auto append = [this](const char* text) { std::ofstream(file, std::ios::app) << text; };
+    const struct {
+        const char* name;
+        std::function<void()> happens;
+        QStringList operations; // on the lines a and b
+    } cases[] = {
+        {"appended", [&] { append("\nc\nd"); }, {u"insert 2-3"_qs}},
+        {"last line goes on", [&] { append("+"); }, {u"change 1"_qs}},
+        {"truncated", [&] { std::filesystem::resize_file(file, 2); }, {u"remove 1-1"_qs}},
+        {"emptied", [&] { std::filesystem::resize_file(file, 0); }, {u"remove 0-1"_qs}},
+        {"replaced", [&] { put("x\nb\nc"); }, {u"insert 2-2"_qs, u"change 0"_qs}},
+        {"same size", [&] { put("x\ny"), poll(), put("a\nb\nc"); }, {u"insert 2-2"_qs}},
+        {"deleted",
+         [&] { std::filesystem::remove(file), poll(), put("a\nb\nc"); },
+         {u"insert 2-2"_qs}},
+        {"folder",
+         [&] { std::filesystem::remove(file), std::filesystem::create_directory(file); },
+         {u"remove 0-1"_qs}},
+        {"pipe",
+         [&] { std::filesystem::remove(file), ::mkfifo(file.c_str(), 0600); },
+         {u"remove 0-1"_qs}},
+        {"device",
+         [&] { std::filesystem::remove(file), std::filesystem::create_symlink("/dev/zero", file); },
+         {u"remove 0-1"_qs}},
+    };
+    for (const auto& [name, happens, expected] : cases) {
+        put("a\nb");
+        read();
+        ASSERT_EQ(shown(), QStringList({u"a"_qs, u"b"_qs})) << name;
+        ModelOperations operations(model);
+        happens();
+        QStringList noted;
+        EXPECT_TRUE(waitFor([&] {
+            viewModel.pollLogSize();
+            noted += operations.take();
+            return noted.size() >= expected.size();
+        })) << name;
+        EXPECT_EQ(noted, expected) << name << ": " << noted.join(u'|').toStdString();
+    }
+}
+
+// Many a text, each compared with what it was before, and cut at any place.
+TEST(LogTextTest, LinesAreThoseOfTheFileWhateverWasReadBefore) {
+    const QtTemporaryFolder folder;
+    const std::atomic<bool> isStopped{false};
+    std::mt19937 random(7); // NOLINT(cert-msc51-cpp): the same texts in every run
+    const auto upTo = [&](int most) { return std::uniform_int_distribution(0, most)(random); };
+    QByteArray bytes;
+    LogText before;
+    QByteArrayList linesBefore;
+    for (int round = 0; round < 150; ++round) {
+        if (upTo(3) == 0)
+            bytes.truncate(upTo(static_cast<int>(bytes.size())));
+        if (upTo(5) == 0 && !bytes.isEmpty())
+            bytes[upTo(static_cast<int>(bytes.size()) - 1)] = upTo(1) == 0 ? '\n' : 'z';
+        for (int line = upTo(400); line > 0; --line)
+            bytes +=
+                QByteArray(upTo(60) == 0 ? upTo(150'000) : upTo(90), char('a' + upTo(9))) + '\n';
+        bytes += QByteArray(upTo(20), 'e');
+        folder.write(u"log"_qs, bytes);
+
+        const std::optional<LogText> text = readLogText(folder.path(u"log"_qs), before, isStopped);
+        ASSERT_TRUE(text);
+        QByteArrayList lines = bytes.split('\n');
+        lines.removeAll(QByteArray());
+        ASSERT_EQ(text->lineCount(), lines.size());
+        for (int look = 0; look < 50 && !lines.isEmpty(); ++look) {
+            const int index = look == 0 ? int(lines.size()) - 1 : upTo(int(lines.size()) - 1);
+            ASSERT_EQ(text->line(index), (LogLine{index, lines.at(index)})) << round;
+        }
+        const auto difference =
+            std::mismatch(lines.begin(), lines.end(), linesBefore.begin(), linesBefore.end());
+        ASSERT_EQ(text->countOfEqualLines(before), difference.first - lines.begin()) << round;
+        before = *text;
+        linesBefore = lines;
+    }
 }
 
 TEST_F(LogTabTest, MarksBelongToALineAtItsPlace) {
@@ -99,13 +209,17 @@ TEST_F(LogTabTest, MarksBelongToALineAtItsPlace) {
     viewModel.toggleMark(0);
     viewModel.toggleMark(0);
     viewModel.toggleMark(3);
-    EXPECT_EQ(model.markedLineIds(), QStringList({u"1:same"_qs, u"2:last"_qs}));
+    EXPECT_EQ(model.markedLineIDs(), QStringList({u"1:same"_qs, u"2:last"_qs}));
     expectShown("same\nsame\nother\n", {u"same"_qs, u"same"_qs, u"other"_qs});
-    EXPECT_EQ(model.markedLineIds(), QStringList(u"1:same"_qs));
+    EXPECT_EQ(model.markedLineIDs(), QStringList(u"1:same"_qs));
     viewModel.unmarkAll();
     EXPECT_FALSE(viewModel.hasMarks());
     viewModel.toggleMark(1);
-    expectShown("new\nsame\nsame\n", {u"new"_qs, u"same"_qs, u"same"_qs});
+    viewModel.toggleMark(2);
+    // With a line before them one still has its equal at its place.
+    expectShown("new\nsame\nsame\nother\n", {u"new"_qs, u"same"_qs, u"same"_qs, u"other"_qs});
+    EXPECT_EQ(model.markedLineIDs(), QStringList(u"1:same"_qs));
+    expectShown("same\n", {u"same"_qs});
     EXPECT_FALSE(viewModel.hasMarks());
 }
 
@@ -151,15 +265,71 @@ TEST_F(LogTabTest, FollowsTheFileWhileItIsShown) {
     folder.write(u"log"_qs, text + "one more\n");
     ASSERT_TRUE(waitFor([&] { return model.rowCount() == 2001 && isAtEnd(); }));
 
-    // The last row by keyboard, and by a click on its text.
-    list->forceActiveFocus();
-    list->setProperty("currentIndex", 2000);
+    // By keyboard, from the line that was the last one; whole pages and back are the way to 1999.
+    list->forceActiveFocus(Qt::TabFocusReason);
+    const auto current = [list] { return list->property("currentIndex").toInt(); };
+    const struct {
+        Qt::Key key;
+        int row;
+    } keys[] = {{Qt::Key_Up, 1998},   {Qt::Key_Down, 1999}, {Qt::Key_Down, 2000},
+                {Qt::Key_Down, 2000}, {Qt::Key_Home, 0},    {Qt::Key_Up, 0},
+                {Qt::Key_PageUp, 0},  {Qt::Key_End, 2000},  {Qt::Key_PageDown, 2000}};
+    for (const auto& [key, row] : keys) {
+        QTest::keyClick(&view, key);
+        EXPECT_EQ(current(), row) << key;
+    }
+    QTest::keyClick(&view, Qt::Key_PageUp);
+    const int aPageUp = current();
+    EXPECT_LT(aPageUp, 1990);
+    EXPECT_GT(aPageUp, 1970);
+    QTest::keyClick(&view, Qt::Key_PageDown);
+    EXPECT_GT(current(), aPageUp);
+    QTest::keyClick(&view, Qt::Key_End);
+    QTest::keyClick(&view, Qt::Key_Return);
+    EXPECT_EQ(model.markedLineIDs(), QStringList(u"2000:one more"_qs));
     QTest::keyClick(&view, Qt::Key_Space);
-    EXPECT_EQ(model.markedLineIds(), QStringList(u"2000:one more"_qs));
-    ASSERT_TRUE(waitFor([&] { return list->property("currentItem").value<QQuickItem*>(); }));
+    EXPECT_FALSE(viewModel.hasMarks());
+    QTest::keyClick(&view, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"one more"_qs);
+
+    // By mouse on its text, which can also be selected; that is no click.
     auto* row = list->property("currentItem").value<QQuickItem*>();
-    QTest::mouseClick(&view, Qt::LeftButton, {}, row->mapToScene({60, 8}).toPoint());
+    ASSERT_NE(row, nullptr);
+    const auto at = [row](int x) { return row->mapToScene({double(x), 8}).toPoint(); };
+    QTest::mouseClick(&view, Qt::LeftButton, {}, at(60));
+    EXPECT_EQ(model.markedLineIDs(), QStringList(u"2000:one more"_qs));
+    QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(row);
+    EXPECT_EQ(accessible->text(QAccessible::Name), u"one more"_qs);
+    EXPECT_EQ(accessible->role(), QAccessible::ListItem);
+    EXPECT_TRUE(accessible->state().checked);
+    QTest::mousePress(&view, Qt::LeftButton, {}, at(26));
+    for (int x = 26; x < 200; x += 10)
+        QTest::mouseMove(&view, at(x));
+    QTest::mouseRelease(&view, Qt::LeftButton, {}, at(200));
+    EXPECT_TRUE(viewModel.hasMarks());
+    QGuiApplication::clipboard()->clear();
+    QTest::keyClick(&view, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"one more"_qs);
+    QTest::keyClick(&view, Qt::Key_Up); // the text has the focus, and the keys still go by rows
+    EXPECT_EQ(current(), 1999);
+
+    QTest::mouseClick(&view, Qt::RightButton, {}, at(60));
+    EXPECT_TRUE(viewModel.hasMarks());
+    QTest::keyClick(&view, Qt::Key_Down);
+    QTest::keyClick(&view, Qt::Key_Return);
     EXPECT_TRUE(waitFor([&] { return !viewModel.hasMarks(); }));
+
+    EXPECT_TRUE(waitFor([&] { return list->property("activeFocus").toBool(); }));
+    QTest::keyClick(&view, Qt::Key_Menu); // and for the row with the keyboard
+    QTest::keyClick(&view, Qt::Key_Down);
+    QTest::keyClick(&view, Qt::Key_Return);
+    EXPECT_TRUE(waitFor([&] { return viewModel.hasMarks(); }));
+
+    // Whoever comes back to the tab sees the end at once.
+    QTest::keyClick(&view, Qt::Key_Home);
+    view.rootObject()->setVisible(false);
+    view.rootObject()->setVisible(true);
+    EXPECT_TRUE(isAtEnd());
 }
 
 } // namespace
