@@ -8,129 +8,30 @@
 // The exit status is 1 when a figure is above its limit, and 2 when nothing could be measured.
 #include "platform/linux/session_bus.h"
 #include "platform/linux/session_bus_application_instance.h"
+#include "probe.h"
 #include "shell/app/zenlot_app.h"
 
 #include <QApplication>
-#include <QDeadlineTimer>
 #include <QElapsedTimer>
-#include <QEventLoop>
-#include <QFile>
 #include <QQuickItem>
 #include <QQuickStyle>
 #include <QQuickWindow>
 #include <QTcpServer>
 #include <QTimer>
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <ctime>
-#include <functional>
 #include <memory>
-#include <string>
 #include <vector>
 
 namespace zenlot {
 namespace {
 
 using namespace std::chrono_literals;
-using Milliseconds = std::chrono::duration<double, std::milli>;
-
-constexpr auto kPatience = 30s;
 // What a refresh sets off, such as icons that are found later, counts as part of it.
 constexpr auto kAftermath = 150ms;
 constexpr int kListeners = 50;
-
-// Since this process was started. The kernel notes that moment in ticks, of which the beginning is
-// taken: the answer is up to one tick, mostly 10 ms, too long.
-Milliseconds age() {
-    QFile file(QStringLiteral("/proc/self/stat"));
-    if (!file.open(QIODevice::ReadOnly))
-        return Milliseconds(0);
-    const QByteArray stat = file.readAll();
-    // The fields after the name start with the third; the 22nd is wanted.
-    const double ticks = stat.mid(stat.lastIndexOf(')') + 2).split(' ').value(19).toDouble();
-    timespec now{};
-    clock_gettime(CLOCK_BOOTTIME, &now);
-    return std::chrono::seconds(now.tv_sec) + std::chrono::nanoseconds(now.tv_nsec) -
-           std::chrono::duration<double>(ticks / static_cast<double>(sysconf(_SC_CLK_TCK)));
-}
-
-double proportionalMiB() {
-    QFile file(QStringLiteral("/proc/self/smaps_rollup"));
-    if (!file.open(QIODevice::ReadOnly))
-        return 0;
-    for (const QByteArray& line : file.readAll().split('\n')) {
-        if (line.startsWith("Pss:"))
-            return line.simplified().split(' ').value(1).toDouble() / 1024;
-    }
-    return 0;
-}
-
-Milliseconds threadTime() {
-    timespec time{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
-}
-
-struct Gap {
-    Milliseconds wall{0};
-    Milliseconds computing{0}; // the rest of it the thread had to wait
-};
-
-// Beats every millisecond while the event loop turns, and knows the longest time without a beat.
-class Heartbeat final {
-  public:
-    Heartbeat() {
-        timer_.setTimerType(Qt::PreciseTimer);
-        timer_.callOnTimeout([this] { beat(); });
-        timer_.start(1ms);
-        sinceBeat_.start();
-    }
-
-    // The longest gap since the last call.
-    Gap takeLongest() {
-        beat();
-        return std::exchange(longest_, Gap());
-    }
-
-  private:
-    void beat() {
-        const Milliseconds computing = threadTime();
-        const Milliseconds gap = std::chrono::nanoseconds(sinceBeat_.nsecsElapsed());
-        if (gap > longest_.wall)
-            longest_ = {gap, computing - computingAtBeat_};
-        computingAtBeat_ = computing;
-        sinceBeat_.start();
-    }
-
-    QTimer timer_;
-    QElapsedTimer sinceBeat_;
-    Milliseconds computingAtBeat_{threadTime()};
-    Gap longest_;
-};
-
-bool waitUntil(const std::function<bool()>& isReached) {
-    // A loop of its own, because whatever is to be deleted later waits for a real one.
-    const QDeadlineTimer patience(kPatience);
-    QEventLoop loop;
-    QTimer looks;
-    looks.setTimerType(Qt::PreciseTimer);
-    looks.callOnTimeout([&] {
-        if (isReached() || patience.hasExpired())
-            loop.quit();
-    });
-    looks.start(1ms);
-    loop.exec();
-    return isReached();
-}
-
-void turnFor(std::chrono::milliseconds time) {
-    const QDeadlineTimer end(time);
-    waitUntil([&] { return end.hasExpired(); });
-}
 
 QQuickItem* viewOf(QQuickItem* root, const QAbstractItemModel* model) {
     if (root->inherits("QQuickListView") && root->property("model").value<QObject*>() == model)
@@ -173,14 +74,14 @@ class Probe final {
                 return false;
             turnFor(kAftermath);
             if (round == 1 || round == kWarmRounds || round == rounds)
-                report(
+                report_.add(
                     qPrintable(QStringLiteral("proportional set size after round %1").arg(round)),
                     proportionalMiB(), "MiB");
         }
         return true;
     }
 
-    bool isWithinLimits() const { return isWithinLimits_; }
+    bool isWithinLimits() const { return report_.isWithinLimits(); }
 
   private:
     static constexpr int kWarmRounds = 20; // until caches are full
@@ -195,35 +96,19 @@ class Probe final {
         return waitUntil([&] { return frames_ > before; });
     }
 
-    void report(const char* what, double figure, const char* unit, double limit = 0) {
-        std::printf("%-44s %8.1f %s", what, figure, unit);
-        if (limit > 0)
-            std::printf("  (at most %.0f)", limit);
-        if (limit > 0 && figure > limit) {
-            std::printf("  MISSED");
-            isWithinLimits_ = false;
-        }
-        std::printf("\n");
-    }
-
-    void reportGap(const char* what, const Gap& gap, double limit = 0) {
-        report(what, gap.wall.count(), "ms", limit);
-        report("    of it computing", gap.computing.count(), "ms");
-    }
-
     bool measureStart() {
         if (!waitForFrame())
             return false;
         QApplication::processEvents();
-        report("start to a window that answers", age().count(), "ms", 500);
+        report_.add("start to a window that answers", age().count(), "ms", 500);
         if (!waitUntil([this] { return isListed(); }) || !waitForFrame())
             return false;
-        report("start to the full list in the window", age().count(), "ms", 1'500);
-        reportGap("longest gap from the loaded program to there", heartbeat_.takeLongest());
+        report_.add("start to the full list in the window", age().count(), "ms", 1'500);
+        report_.addGap("longest gap from the loaded program to there", heartbeat_.takeLongest());
         turnFor(kAftermath);
-        reportGap("longest gap after it", heartbeat_.takeLongest(), 50);
-        report("rows of the sidebar", app_.contentViewModel()->sidebar()->rowCount(), "");
-        report("proportional set size", proportionalMiB(), "MiB", 80);
+        report_.addGap("longest gap after it", heartbeat_.takeLongest(), 50);
+        report_.add("rows of the sidebar", app_.contentViewModel()->sidebar()->rowCount(), "");
+        report_.add("proportional set size", proportionalMiB(), "MiB", 80);
         return true;
     }
 
@@ -254,8 +139,8 @@ class Probe final {
                 std::max(longest, heartbeat_.takeLongest(),
                          [](const Gap& one, const Gap& other) { return one.wall < other.wall; });
         }
-        report("refresh, on average", together.count() / count, "ms");
-        reportGap("longest gap in a refresh", longest, 50);
+        report_.add("refresh, on average", together.count() / count, "ms");
+        report_.addGap("longest gap in a refresh", longest, 50);
         return true;
     }
 
@@ -281,16 +166,16 @@ class Probe final {
             most = std::max(most, content->childItems().size());
         }
         turnFor(kAftermath);
-        report("frames of a scroll from end to end", frames_ - framesBefore, "");
-        reportGap("longest gap in the scroll", heartbeat_.takeLongest(), 50);
-        report("rows that exist at most", static_cast<double>(most), "");
-        report("proportional set size at the end", proportionalMiB(), "MiB", 80);
+        report_.add("frames of a scroll from end to end", frames_ - framesBefore, "");
+        report_.addGap("longest gap in the scroll", heartbeat_.takeLongest(), 50);
+        report_.add("rows that exist at most", static_cast<double>(most), "");
+        report_.add("proportional set size at the end", proportionalMiB(), "MiB", 80);
         return true;
     }
 
     Heartbeat heartbeat_;
     int frames_{0};
-    bool isWithinLimits_{true};
+    Report report_;
     SessionBus bus_;
     SessionBusApplicationInstance instance_{bus_};
     ZenlotApp app_{bus_, instance_};

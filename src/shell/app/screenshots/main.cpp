@@ -88,6 +88,7 @@ void photograph(const QDir& folder, const QString& look) {
     Photographer photographer(folder, look);
     showMainWindow(photographer);
     showOtherWindows(photographer);
+    showLogTab(photographer);
     showStatusMenu(photographer);
 }
 

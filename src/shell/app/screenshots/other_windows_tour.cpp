@@ -1,12 +1,11 @@
 #include "platform/fake_application_windows.h"
-#include "platform/fake_background_items_settings.h"
 #include "platform/fake_global_shortcut.h"
 #include "platform/fake_status_bar.h"
-#include "platform/fake_system_log.h"
 #include "platform/fake_updater.h"
 #include "settings/window/settings_view_model.h"
 #include "shell/app/qml_window.h"
 #include "shell/app/screenshots/sample_machine.h"
+#include "shell/app/screenshots/sample_user.h"
 #include "shell/app/screenshots/tour.h"
 #include "shell/backgrounditems/background_items_window.h"
 #include "shell/logviewer/log_tab_view_model.h"
@@ -38,19 +37,6 @@ namespace {
 
 const QString kUnit = QStringLiteral("dev.quorvane.zenlot.monitor.service");
 
-// What the user has set, and a background monitor that may be forbidden.
-struct User {
-    FakeUserDefaults defaults;
-    FakeAppService loginItem;
-    FakeAppService monitor;
-    FakeSystemLog systemLog;
-    FakeBackgroundItemsSettings loginItems;
-    AppSettings settings{defaults, loginItem};
-    LaunchAgentInstaller installer{monitor, systemLog, QStringLiteral("/opt/zenlot")};
-
-    void forbidTheMonitor() { monitor.currentStatus = AppServiceStatus::requiresApproval; }
-};
-
 void openTab(QQuickWindow& window, int tab) {
     for (QQuickItem* item : window.findChildren<QQuickItem*>()) {
         if (item->property("selectedTab").isValid())
@@ -68,7 +54,7 @@ void showSettings(QQmlEngine& engine, Visitor& visitor) {
                "2026-03-05T09:12:03Z [zenlot-app] notification add failed: no server\n");
     file.close();
 
-    User user;
+    SampleUser user;
     user.settings.setMonitorIgnoredPorts({22, 8080});
     user.settings.setConflictIgnoredApps({QStringLiteral("node")});
     AppLog log(file.fileName());
@@ -109,7 +95,7 @@ void showSettings(QQmlEngine& engine, Visitor& visitor) {
 }
 
 void showOnboarding(Visitor& visitor) {
-    const auto open = [](User& user) {
+    const auto open = [](SampleUser& user) {
         auto window = std::make_unique<OnboardingWindow>(
             OnboardingViewModel::Collaborators{user.settings, user.installer, user.loginItems,
                                                user.systemLog},
@@ -118,7 +104,7 @@ void showOnboarding(Visitor& visitor) {
         window->show();
         return window;
     };
-    User user;
+    SampleUser user;
     const auto window = open(user);
     visitor.see(*window, u"onboarding-welcome"_qs);
     window->viewModel().advance();
@@ -129,7 +115,7 @@ void showOnboarding(Visitor& visitor) {
     visitor.see(*window, u"onboarding-blocked"_qs);
     window->viewModel().recheckApproval();
     visitor.see(*window, u"onboarding-still-blocked"_qs);
-    User returning;
+    SampleUser returning;
     returning.monitor.currentStatus = AppServiceStatus::enabled;
     const auto again = open(returning);
     again->viewModel().advance();
@@ -137,7 +123,7 @@ void showOnboarding(Visitor& visitor) {
 }
 
 void showBackgroundItems(QQmlEngine& engine, Visitor& visitor) {
-    User user;
+    SampleUser user;
     BackgroundItemsViewModel viewModel(
         user.monitor, [] { return QStringLiteral("systemctl --user unmask ") + kUnit; }, kUnit);
     BackgroundItemsWindow page([&]() -> QQmlEngine& { return engine; }, viewModel);
@@ -190,7 +176,7 @@ void showOtherWindows(Visitor& visitor) {
 
 void showStatusMenu(Visitor& visitor) {
     SampleMachine machine;
-    User user;
+    SampleUser user;
     NotificationCenter notifications;
     FakeStatusBar bar;
     FakeGlobalShortcut shortcut;

@@ -38,6 +38,9 @@ void showMainWindow(Visitor& visitor);
 // The settings, the first run, the page for background items, the update check.
 void showOtherWindows(Visitor& visitor);
 
+// Of the settings, over logs of all kinds, one of them very large.
+void showLogTab(Visitor& visitor);
+
 void showStatusMenu(Visitor& visitor);
 
 // Runs the event loop until then.
