@@ -56,7 +56,9 @@ T.AbstractButton {
     Keys.onEnterPressed: root.clicked()
     Keys.onReturnPressed: root.clicked()
 
+    // At some distance where the button has the colour of the ring.
     FocusRing {
+        anchors.margins: root.prominent ? -4 : -2
         radius: height / 2
     }
     TextMetrics {

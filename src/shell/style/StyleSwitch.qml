@@ -1,6 +1,7 @@
 // A switch at the end of its words: a title and, below it, a caption that may be empty.
 //
 // What is switched says whether it is on; a press only asks: bind `isOn` and answer `requested`.
+// A check box by type, since screen readers are told the role of the type, whatever is written here.
 pragma ComponentBehavior: Bound
 
 import QtQuick
@@ -8,7 +9,7 @@ import QtQuick.Layouts
 import QtQuick.Templates as T
 import Zenlot.Style
 
-T.AbstractButton {
+T.CheckBox {
     id: root
 
     property string caption: ""
@@ -23,10 +24,12 @@ T.AbstractButton {
     Accessible.role: Accessible.CheckBox
     Accessible.onPressAction: root.requested(!root.isOn)
     Accessible.onToggleAction: root.requested(!root.isOn)
+    checked: root.isOn
     font: TextStyle.body
     implicitHeight: Math.max(38, implicitContentHeight + topPadding + bottomPadding)
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     horizontalPadding: 12
+    nextCheckState: () => root.checkState
     opacity: root.enabled ? 1 : 0.4
     verticalPadding: 9
 
@@ -83,8 +86,10 @@ T.AbstractButton {
                     }
                 }
             }
+            // At some distance: when it is on it has the colour of the ring.
             FocusRing {
-                radius: 12
+                anchors.margins: -4
+                radius: 14
                 visible: root.visualFocus
             }
         }
