@@ -29,7 +29,12 @@ ColumnLayout {
 
     function removeSelected() {
         const row = list.currentIndex;
+        if (row < 0)
+            return;
+        // Neither the row nor the button that may have been pressed can keep the keyboard.
+        list.currentItem.focus = false;
         list.currentIndex = -1;
+        list.forceActiveFocus();
         root.items.removeEntry(row);
     }
 
@@ -55,115 +60,129 @@ ColumnLayout {
             anchors.margins: 1
             spacing: 0
 
-            ListView {
-                id: list
+            // The entries, and below the last of them the one that is being typed.
+            Item {
+                id: rows
 
+                readonly property int draftHeight: root.isAdding ? rows.rowHeight : 0
                 readonly property int rowHeight: 24
 
-                Accessible.name: root.title
-                Accessible.role: Accessible.List
                 Layout.fillWidth: true
-                Layout.preferredHeight: Math.max(48, Math.min(140 - (root.isAdding ? list.rowHeight : 0), list.count * list.rowHeight))
-                activeFocusOnTab: true
-                boundsBehavior: Flickable.StopAtBounds
-                clip: true
-                currentIndex: -1
-                highlightFollowsCurrentItem: false
-                model: root.items
+                Layout.preferredHeight: Math.max(48, Math.min(140, list.count * rows.rowHeight + rows.draftHeight))
 
-                T.ScrollBar.vertical: StyleScrollBar {}
-                delegate: T.ItemDelegate {
-                    id: row
+                ListView {
+                    id: list
 
-                    required property string entry
-                    required property int index
-                    required property bool isNumeric
-                    readonly property bool isSelected: row.index === list.currentIndex
+                    Accessible.name: root.title
+                    Accessible.role: Accessible.List
+                    activeFocusOnTab: true
+                    boundsBehavior: Flickable.StopAtBounds
+                    clip: true
+                    currentIndex: -1
+                    height: root.isAdding ? Math.min(list.count * rows.rowHeight, rows.height - rows.draftHeight) : rows.height
+                    highlightFollowsCurrentItem: false
+                    model: root.items
+                    width: rows.width
 
-                    Accessible.name: row.entry
-                    Accessible.role: Accessible.ListItem
-                    Accessible.selected: row.isSelected
-                    Accessible.onPressAction: row.clicked()
-                    focusPolicy: Qt.NoFocus
-                    height: list.rowHeight
-                    leftPadding: 8
-                    rightPadding: 8
-                    width: list.width
+                    T.ScrollBar.vertical: StyleScrollBar {}
+                    delegate: T.ItemDelegate {
+                        id: row
 
-                    background: Rectangle {
-                        color: row.isSelected ? Theme.selection : row.index % 2 === 1 ? Theme.quaternaryFill : "transparent"
+                        required property string entry
+                        required property int index
+                        required property bool isNumeric
+                        readonly property bool isSelected: row.index === list.currentIndex
+
+                        Accessible.name: row.entry
+                        Accessible.role: Accessible.ListItem
+                        Accessible.selected: row.isSelected
+                        Accessible.onPressAction: row.clicked()
+                        focusPolicy: Qt.NoFocus
+                        height: rows.rowHeight
+                        leftPadding: 8
+                        rightPadding: 8
+                        width: list.width
+
+                        background: Rectangle {
+                            color: row.isSelected ? Theme.selection : row.index % 2 === 1 ? Theme.quaternaryFill : "transparent"
+                        }
+                        contentItem: StyleText {
+                            Accessible.ignored: true
+                            font: row.isNumeric ? TextStyle.monospaced(TextStyle.callout) : TextStyle.callout
+                            text: row.entry
+                            verticalAlignment: Text.AlignVCenter
+                        }
+
+                        onClicked: {
+                            list.forceActiveFocus();
+                            list.currentIndex = row.index;
+                        }
                     }
-                    contentItem: StyleText {
-                        Accessible.ignored: true
-                        font: row.isNumeric ? TextStyle.monospaced(TextStyle.callout) : TextStyle.callout
-                        text: row.entry
-                        verticalAlignment: Text.AlignVCenter
+
+                    Keys.onDeletePressed: root.removeSelected()
+                    onCountChanged: {
+                        if (list.currentIndex >= list.count)
+                            list.currentIndex = -1;
                     }
-
-                    onClicked: {
-                        list.forceActiveFocus();
-                        list.currentIndex = row.index;
-                    }
-                }
-
-                Keys.onDeletePressed: root.removeSelected()
-                onCountChanged: {
-                    if (list.currentIndex >= list.count)
-                        list.currentIndex = -1;
-                }
-
-                FocusRing {
-                    anchors.margins: 1
-                    radius: 5
-                    visible: list.activeFocus && !root.isAdding
-                }
-            }
-            T.TextField {
-                id: draft
-
-                Accessible.name: root.title
-                Accessible.role: Accessible.EditableText
-                Layout.fillWidth: true
-                color: Theme.label
-                font: TextStyle.callout
-                implicitHeight: list.rowHeight
-                leftPadding: 8
-                maximumLength: 1000
-                placeholderText: root.placeholder
-                placeholderTextColor: Theme.tertiaryLabel
-                rightPadding: 8
-                selectByMouse: true
-                selectedTextColor: Theme.accentText
-                selectionColor: Theme.accent
-                verticalAlignment: Text.AlignVCenter
-                visible: root.isAdding
-
-                background: Rectangle {
-                    color: Theme.selection
+                    onCurrentIndexChanged: list.positionViewAtIndex(list.currentIndex, ListView.Contain)
 
                     FocusRing {
-                        anchors.margins: 0
-                        radius: 2
-                        visible: draft.activeFocus
+                        anchors.margins: 1
+                        radius: 5
+                        visible: list.activeFocus && !root.isAdding
                     }
                 }
+                T.TextField {
+                    id: draft
 
-                Keys.onEscapePressed: root.endAdding()
-                onAccepted: {
-                    const typed = draft.text;
-                    root.endAdding();
-                    root.items.commit(typed);
-                }
-
-                StyleText {
-                    Accessible.ignored: true
-                    anchors.fill: parent
-                    anchors.leftMargin: draft.leftPadding
-                    color: draft.placeholderTextColor
-                    font: draft.font
-                    text: draft.placeholderText
+                    Accessible.description: root.placeholder
+                    Accessible.name: root.title
+                    Accessible.role: Accessible.EditableText
+                    color: Theme.label
+                    font: TextStyle.callout
+                    height: rows.rowHeight
+                    leftPadding: 8
+                    maximumLength: 1000
+                    placeholderText: root.placeholder
+                    placeholderTextColor: Theme.tertiaryLabel
+                    rightPadding: 8
+                    selectByMouse: true
+                    selectedTextColor: Theme.accentText
+                    selectionColor: Theme.accent
                     verticalAlignment: Text.AlignVCenter
-                    visible: draft.length === 0 && draft.preeditText === ""
+                    visible: root.isAdding
+                    width: rows.width
+                    y: list.height
+
+                    background: Rectangle {
+                        color: Theme.selection
+
+                        FocusRing {
+                            anchors.margins: 0
+                            radius: 2
+                            visible: draft.activeFocus
+                        }
+                    }
+
+                    Keys.onEscapePressed: root.endAdding()
+                    // Elsewhere the key closes the window.
+                    Keys.onShortcutOverride: event => event.accepted = event.key === Qt.Key_Escape
+                    onAccepted: {
+                        const typed = draft.text;
+                        root.endAdding();
+                        root.items.commit(typed);
+                    }
+
+                    StyleText {
+                        Accessible.ignored: true
+                        anchors.fill: parent
+                        anchors.leftMargin: draft.leftPadding
+                        color: draft.placeholderTextColor
+                        font: draft.font
+                        text: draft.placeholderText
+                        verticalAlignment: Text.AlignVCenter
+                        visible: draft.length === 0 && draft.preeditText === ""
+                    }
                 }
             }
             Divider {

@@ -1,4 +1,5 @@
-// A page of a form, as high as what is on it, and scrolled when there is no room for that.
+// A page of a form, as high as what is on it, and scrolled when there is no room for that. What gets
+// the keyboard comes into view.
 pragma ComponentBehavior: Bound
 
 import QtQuick
@@ -8,8 +9,20 @@ import Zenlot.Style
 Flickable {
     id: root
 
-    default property alias page: holder.data
+    readonly property Item focusItem: root.Window.activeFocusItem
     readonly property real margin: 20
+    default property alias page: holder.data
+
+    function reveal(item: Item) {
+        let ancestor = item;
+        while (ancestor && ancestor !== holder)
+            ancestor = ancestor.parent;
+        if (!ancestor)
+            return;
+        const top = item.mapToItem(holder, 0, 0).y;
+        const bottom = top + item.height + 2 * root.margin;
+        root.contentY = Math.max(0, Math.min(top, Math.max(root.contentY, bottom - root.height)));
+    }
 
     boundsBehavior: Flickable.StopAtBounds
     clip: true
@@ -19,6 +32,8 @@ Flickable {
     implicitWidth: 440
 
     T.ScrollBar.vertical: StyleScrollBar {}
+
+    onFocusItemChanged: root.reveal(root.focusItem)
 
     Item {
         id: holder

@@ -26,6 +26,7 @@ ColumnLayout {
         Divider {
             Layout.fillWidth: true
             Layout.leftMargin: 12
+            Layout.rightMargin: 12
         }
         StyleSwitch {
             Layout.fillWidth: true
@@ -37,6 +38,7 @@ ColumnLayout {
         Divider {
             Layout.fillWidth: true
             Layout.leftMargin: 12
+            Layout.rightMargin: 12
         }
         StyleSwitch {
             Layout.fillWidth: true

@@ -32,8 +32,11 @@ ColumnLayout {
         Divider {
             Layout.fillWidth: true
             Layout.leftMargin: 12
+            Layout.rightMargin: 12
         }
         StyleSwitch {
+            id: conflictSwitch
+
             Layout.fillWidth: true
             caption: qsTr("Monitors dev runtimes in the background and notifies you when a port conflict is detected. Runs automatically at login.")
             isOn: root.viewModel.settings.conflictMonitoringEnabled
@@ -75,7 +78,13 @@ ColumnLayout {
 
                     text: qsTr("I've enabled it — re-check")
 
-                    onClicked: root.viewModel.recheckBackgroundApproval()
+                    onClicked: {
+                        const reason = recheckButton.visualFocus ? Qt.TabFocusReason : Qt.OtherFocusReason;
+                        root.viewModel.recheckBackgroundApproval();
+                        // The button goes with the problem.
+                        if (!root.viewModel.needsApproval)
+                            conflictSwitch.forceActiveFocus(reason);
+                    }
                 }
             }
         }

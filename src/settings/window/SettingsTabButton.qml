@@ -1,4 +1,5 @@
-// One tab: a symbol above its label.
+// One tab: a symbol above its label. Of the tabs only the one in front is a stop of the Tab key; the
+// arrow keys lead to the others.
 pragma ComponentBehavior: Bound
 
 import QtQuick
@@ -16,6 +17,7 @@ T.TabButton {
     Accessible.role: Accessible.PageTab
     Accessible.selected: root.checked
     Accessible.onPressAction: root.checked = true
+    focusPolicy: root.checked || root.activeFocus ? Qt.StrongFocus : Qt.ClickFocus
     font: TextStyle.sized(11, Font.Medium)
     hoverEnabled: true
     horizontalPadding: 12

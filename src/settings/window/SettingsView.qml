@@ -19,6 +19,16 @@ FocusScope {
     implicitHeight: header.implicitHeight + root.shownTab.implicitHeight
     implicitWidth: root.shownTab.implicitWidth
 
+    Shortcut {
+        sequences: ["Ctrl+PgUp", "Ctrl+Shift+Tab"]
+
+        onActivated: tabs.turnTo(tabs.currentIndex - 1)
+    }
+    Shortcut {
+        sequences: ["Ctrl+PgDown", "Ctrl+Tab"]
+
+        onActivated: tabs.turnTo(tabs.currentIndex + 1)
+    }
     Rectangle {
         id: header
 
@@ -30,6 +40,12 @@ FocusScope {
 
         T.TabBar {
             id: tabs
+
+            // By a key, with which the keyboard goes to that tab.
+            function turnTo(index: int) {
+                tabs.currentIndex = Math.max(0, Math.min(tabs.count - 1, index));
+                tabs.currentItem.forceActiveFocus(Qt.TabFocusReason);
+            }
 
             Accessible.name: qsTr("Settings")
             Accessible.role: Accessible.PageTabList
@@ -48,7 +64,11 @@ FocusScope {
                 }
             }
 
+            Keys.onLeftPressed: tabs.turnTo(tabs.currentIndex - 1)
+            Keys.onRightPressed: tabs.turnTo(tabs.currentIndex + 1)
+
             SettingsTabButton {
+                focus: true
                 symbol: "gearshape"
                 text: qsTr("General")
             }

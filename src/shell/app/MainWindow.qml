@@ -32,6 +32,12 @@ ApplicationWindow {
             onDismissed: root.viewModel.closeInspector()
         }
     }
+    // As in the menu of the status item, which is not there on every desktop.
+    Shortcut {
+        sequence: "Ctrl+,"
+
+        onActivated: root.viewModel.openSettings()
+    }
     Shortcut {
         sequence: "Ctrl+W"
 

@@ -52,8 +52,8 @@ int main(int argc, char** argv) {
     QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
 
     QApplication application(argc, argv);
+    // No display name: Qt would put it behind every window's title.
     QApplication::setApplicationName(QStringLiteral("zenlot"));
-    QApplication::setApplicationDisplayName(QStringLiteral("Zenlot"));
     QApplication::setApplicationVersion(QStringLiteral(ZENLOT_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("dev.quorvane.zenlot"));
     QApplication::setWindowIcon(

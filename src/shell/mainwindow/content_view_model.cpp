@@ -134,6 +134,10 @@ void ContentViewModel::takeSettingsRequest() {
     if (!with_.appModel.openSettingsRequested())
         return;
     with_.appModel.setOpenSettingsRequested(false);
+    openSettings();
+}
+
+void ContentViewModel::openSettings() {
     if (actions_.openSettings)
         actions_.openSettings();
 }

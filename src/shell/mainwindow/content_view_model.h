@@ -115,6 +115,8 @@ class ContentViewModel : public QObject {
     // Gives the port field the keyboard.
     void focusPortField() { Q_EMIT portFieldFocusRequested(); }
 
+    Q_INVOKABLE void openSettings();
+
     // Looks the port in the field up at once. Does nothing when the field holds no port number.
     Q_INVOKABLE void performCheck();
 

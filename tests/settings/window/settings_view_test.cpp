@@ -155,6 +155,41 @@ TEST_F(SettingsViewTest, ListsTakeWhatCanBeAnEntryInOrder) {
     EXPECT_EQ(settings.monitorIgnoredPorts(), QList<qint64>{22});
 }
 
+TEST_F(SettingsViewTest, KeyboardReachesEverythingAndBringsItIntoView) {
+    settings.setPortMonitoringEnabled(true);
+    settings.setMonitorIgnoredPorts({22, 80});
+    view.setResizeMode(QQuickView::SizeRootObjectToView);
+    view.resize(440, 300); // less than the form needs
+    view.rootObject()->forceActiveFocus();
+    const std::pair<Qt::Key, QString> steps[] = {
+        {Qt::Key_Right, u"Port Monitoring"_qs},
+        {Qt::Key_Tab, u"Notify on all port activity"_qs},
+        {Qt::Key_Tab, u"Conflict Monitoring"_qs},
+        {Qt::Key_Tab, u"Ignored ports"_qs},
+        {Qt::Key_Down, u"22"_qs},
+        {Qt::Key_Tab, kAdd + u"ports"_qs},
+        {Qt::Key_Tab, u"Remove from Ignored ports"_qs},
+        {Qt::Key_Return, u"Ignored ports"_qs}, // the button has nothing to remove any more
+        {Qt::Key_Tab, kAdd + u"ports"_qs},
+        {Qt::Key_Tab, u"Ignored processes"_qs},
+        {Qt::Key_Tab, kAdd + u"processes"_qs},
+        {Qt::Key_Tab, u"Port Monitoring"_qs},
+        {Qt::Key_Backtab, kAdd + u"processes"_qs},
+        {Qt::Key_Tab, u"Port Monitoring"_qs},
+        {Qt::Key_Left, u"General"_qs},
+        {Qt::Key_Tab, u"Show in menu bar"_qs},
+    };
+    for (const auto& [key, name] : steps) {
+        QTest::keyClick(&view, key);
+        const QQuickItem* item = view.activeFocusItem();
+        QAccessibleInterface* shown = QAccessible::queryAccessibleInterface(view.activeFocusItem());
+        EXPECT_EQ(shown->text(QAccessible::Name).toStdString(), name.toStdString());
+        EXPECT_TRUE(QRectF(0, 0, 440, 300).contains(item->mapRectToScene(item->boundingRect())))
+            << name.toStdString();
+    }
+    EXPECT_EQ(settings.monitorIgnoredPorts(), QList<qint64>{80});
+}
+
 TEST_F(SettingsViewTest, ConflictSwitchIsOnOnlyWhenTheMonitorIs) {
     const QString conflicts = u"Conflict Monitoring"_qs;
     const QString recheck = u"I've enabled it — re-check"_qs;
