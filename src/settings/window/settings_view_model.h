@@ -2,7 +2,7 @@
 // background monitor, and the lists of exceptions.
 //
 // The switch for conflicts never says more than is true: it is on only once the monitor could be
-// registered. Problems stay visible until the next attempt, and are forgotten with the window.
+// registered. Problems stay visible until the next attempt, and are forgotten with the object.
 // Main thread only; the registration is synchronous.
 #pragma once
 
@@ -48,9 +48,6 @@ class SettingsViewModel : public QObject {
     Q_INVOKABLE void recheckBackgroundApproval();
     Q_INVOKABLE void syncConflictMonitoringWithAgent();
     Q_INVOKABLE void openLoginItems();
-
-    // The window was closed.
-    Q_INVOKABLE void forgetProblems();
 
   Q_SIGNALS:
     void installErrorChanged();

@@ -1,5 +1,6 @@
 #include "shell/backgrounditems/background_items_window.h"
 
+#include <QGuiApplication>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickWindow>
@@ -27,6 +28,9 @@ void BackgroundItemsWindow::openSystemSettingsLoginItems() {
         }
         QQmlEngine::setObjectOwnership(window_.get(), QQmlEngine::CppOwnership);
     }
+    // It stands before the window that it was asked for in, which gets the keyboard back from it.
+    if (QWindow* const asking = QGuiApplication::focusWindow(); asking != window_.get())
+        window_->setTransientParent(asking);
     window_->show();
     window_->requestActivate();
 }

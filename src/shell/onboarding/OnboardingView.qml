@@ -32,6 +32,11 @@ Rectangle {
         }
     }
 
+    Shortcut {
+        sequences: ["Ctrl+W", "Esc"]
+
+        onActivated: root.Window.window.close()
+    }
     // The window can be moved by whatever is not for something else.
     Item {
         anchors.fill: parent

@@ -79,6 +79,8 @@ void OnboardingViewModel::recheckApproval() {
                &OnboardingViewModel::installErrorChanged);
         return;
     }
+    // Whoever allows a service here has not started it. Whatever comes of it, it is enabled.
+    [[maybe_unused]] const auto ignored = with_.installer.install();
     change(daemonInstalled_, true, &OnboardingViewModel::daemonInstalledChanged);
     change(needsApproval_, false, &OnboardingViewModel::needsApprovalChanged);
     change(installError_, QString(), &OnboardingViewModel::installErrorChanged);

@@ -130,6 +130,7 @@ TEST(OnboardingViewModelTest, EveryWayOutAndEveryFailure) {
         model.advance();
         EXPECT_EQ(model.page(), 1);
         model.enableBackgroundMonitor();
+        desktop.agent.whileRegistering = nullptr;
         desktop.agent.fake.currentStatus = test.after;
         if (test.last)
             (model.*test.last)();
@@ -216,6 +217,7 @@ TEST_F(OnboardingWindowTest, ReturnLeadsThroughToTheApproval) {
     press(Qt::Key_Return);
     EXPECT_TRUE(QTest::qWaitFor([&] { return !window; }, 10'000));
     EXPECT_EQ(desktop.closings, 1);
+    EXPECT_EQ(desktop.agent.fake.registerCalls, 2) << "what was allowed is not started by that";
     EXPECT_TRUE(desktop.settings.hasCompletedOnboarding());
 }
 
