@@ -16,7 +16,7 @@ namespace zenlot {
 class AccessibleTree {
   public:
     // Bits of the protocol.
-    enum class State : int { active = 1, focused = 12, visible = 30 };
+    enum class State : int { active = 1, checked = 4, focused = 12, visible = 30 };
 
     struct Node {
         QString service;
@@ -59,15 +59,34 @@ class AccessibleTree {
         return found;
     }
 
+    bool has(const Node& node, State state) const {
+        const auto bits = qdbus_cast<QList<uint>>(ask(node, kAccessible, "GetState"));
+        return ((bits.value(0) >> static_cast<int>(state)) & 1U) != 0;
+    }
+
+    // Waits until a check box is seen like that.
+    bool isChecked(const QString& name, bool expected) const {
+        return wait([&] {
+            const auto box = findBelow(kRoot, "check box", name, State::visible);
+            return box && has(*box, State::checked) == expected;
+        });
+    }
+
+    // Without waiting.
+    bool isActive(const QString& window) const {
+        return findBelow(kRoot, "frame", window, State::active).has_value();
+    }
+
     // On the screen.
-    QPoint centre(const Node& node) const {
+    QRect extents(const Node& node) const {
         QRect extents;
         const auto reply =
             ask(node, "org.a11y.atspi.Component", "GetExtents", {0U}).value<QDBusArgument>();
         if (reply.currentType() == QDBusArgument::StructureType)
             reply >> extents;
-        return extents.center();
+        return extents;
     }
+    QPoint centre(const Node& node) const { return extents(node).center(); }
 
     // Waits until the window is seen without such a node.
     bool isGone(const char* role, const QString& name) const {
@@ -84,11 +103,16 @@ class AccessibleTree {
         return wait([&] {
             if (findBelow(kRoot, broughtRole, broughtName, State::visible))
                 return true;
-            const auto node = findBelow(kRoot, role, name, State::visible);
-            if (node && ask(*node, kAction, "GetName", {0}) == QLatin1String("Press"))
-                ask(*node, kAction, "DoAction", {0});
+            if (const auto node = findBelow(kRoot, role, name, State::visible))
+                press(*node);
             return false;
         });
+    }
+
+    // The same, once: for what is not the same when it is pressed again.
+    bool pressOnce(const char* role, const QString& name) const {
+        const auto node = find(role, name);
+        return node && press(*node);
     }
 
   private:
@@ -100,7 +124,7 @@ class AccessibleTree {
 
     template <typename Condition>
     static bool wait(Condition condition) {
-        return QTest::qWaitFor(condition, 20000);
+        return QTest::qWaitFor(condition, 60000);
     }
 
     // Invalid when the node has vanished meanwhile.
@@ -111,6 +135,14 @@ class AccessibleTree {
         message.setArguments(arguments);
         const QDBusMessage reply = bus_.call(message);
         return reply.type() == QDBusMessage::ReplyMessage ? reply.arguments().value(0) : QVariant();
+    }
+
+    bool press(const Node& node) const {
+        for (int action = 0; action < 4; ++action) {
+            if (ask(node, kAction, "GetName", {action}) == QLatin1String("Press"))
+                return ask(node, kAction, "DoAction", {action}).toBool();
+        }
+        return false;
     }
 
     QVariant property(const Node& node, const char* name) const {
@@ -130,15 +162,16 @@ class AccessibleTree {
         return node;
     }
 
-    bool fits(Node& node, const char* role, const QString& name, State state) const {
-        if (ask(node, kAccessible, "GetRoleName") != QLatin1String(role))
-            return false;
+    bool fits(Node& node, const QString& name, State state) const {
         node.name = property(node, "Name").toString();
-        const auto bits = qdbus_cast<QList<uint>>(ask(node, kAccessible, "GetState"));
-        const auto has = [&](State bit) {
-            return ((bits.value(0) >> static_cast<int>(bit)) & 1U) != 0;
-        };
-        return has(State::visible) && has(state) && node.name.startsWith(name);
+        return node.name.startsWith(name) && has(node, State::visible) && has(node, state);
+    }
+
+    // There are many rows with nothing but words in them, and each question takes its time.
+    static bool mayHold(const QString& role, const char* wanted) {
+        if (role == QLatin1String("frame"))
+            return role != QLatin1String(wanted);
+        return role != QLatin1String("list item") || qstrcmp(wanted, "label") == 0;
     }
 
     std::optional<Node> findBelow(const Node& parent, const char* role, const QString& name,
@@ -149,8 +182,11 @@ class AccessibleTree {
         const auto list = children.value<QDBusArgument>();
         for (list.beginArray(); !list.atEnd();) {
             Node node = nodeFrom(list);
-            if (fits(node, role, name, state))
+            const QString nodeRole = ask(node, kAccessible, "GetRoleName").toString();
+            if (nodeRole == QLatin1String(role) && fits(node, name, state))
                 return node;
+            if (!mayHold(nodeRole, role))
+                continue;
             if (std::optional<Node> found = findBelow(node, role, name, state))
                 return found;
         }

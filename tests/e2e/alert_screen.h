@@ -53,14 +53,11 @@ class AlertScreen {
         if (!pressed)
             return "no button " + button.toStdString();
         const QPoint centre = tree_.centre(*pressed);
-        QProcess& click = desktop_.start(QStringLiteral("xdotool"),
-                                         {QStringLiteral("mousemove"), QString::number(centre.x()),
-                                          QString::number(centre.y()), QStringLiteral("click"),
-                                          QStringLiteral("1")});
-        return click.waitForFinished() ? "" : "no click";
+        const QStringList click{QStringLiteral("mousemove"), QString::number(centre.x()),
+                                QString::number(centre.y()), QStringLiteral("click"),
+                                QStringLiteral("1")};
+        return desktop_.input(click) == 0 ? "" : "no click";
     }
-
-    QDBusConnection& bus() { return bus_; }
 
   private:
     PrivateDesktop& desktop_;

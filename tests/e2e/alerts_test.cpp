@@ -2,11 +2,11 @@
 // buttons do what they say.
 #include "e2e/alert_screen.h"
 #include "e2e/private_desktop.h"
+#include "e2e/stand_in_monitor.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include <chrono>
 #include <csignal>
 
 namespace zenlot {
@@ -37,24 +37,8 @@ class AlertsTest : public testing::Test {
         return {&process, PrivateDesktop::portOf(process).toInt()};
     }
 
-    // The background monitor's part: another conflict in the list.
     void addConflict(const Server& server) {
-        using namespace std::chrono;
-        const auto time = system_clock::now() - sys_days(2001y / January / 1);
-        conflicts.push_back({{"port", server.port},
-                             {"pid", server.process->processId()},
-                             {"processName", kProgram.toStdString()},
-                             {"displayName", kHolder.toStdString()},
-                             {"detectedAt", duration<double>(time).count()}});
-        const std::string name = "XDG_STATE_HOME/group.dev.quorvane.zenlot/conflicts.json";
-        desktop.files().write(name + ".new", conflicts.dump());
-        std::filesystem::rename(desktop.folder() / (name + ".new"), desktop.folder() / name);
-    }
-
-    void broadcast(const QString& name) {
-        QDBusMessage signal = QDBusMessage::createSignal(
-            u"/dev/quorvane/zenlot/broadcast"_s, u"dev.quorvane.zenlot.Broadcast"_s, u"Posted"_s);
-        alerts.bus().send(signal << name);
+        monitor.addConflict(server.port, server.process->processId(), kProgram, kHolder);
     }
 
     std::string log() const { return desktop.files().read(kLog); }
@@ -80,7 +64,7 @@ class AlertsTest : public testing::Test {
 
     PrivateDesktop desktop;
     AlertScreen alerts{desktop};
-    json conflicts = json::array();
+    StandInMonitor monitor{desktop};
 };
 
 QString conflictTitle(int port) {
@@ -121,12 +105,13 @@ TEST_F(AlertsTest, ConflictIsAnnouncedOnceAndIgnoredFromThenOn) {
         std::ofstream(desktop.folder() / kLog, std::ios::app)
             << "[zenlot-daemon] broadcasting conflict port 1, none (pid " << round << ")\n";
         addConflict(announced);
-        broadcast(u"dev.quorvane.zenlot.conflictsUpdated"_s);
+        monitor.broadcast("dev.quorvane.zenlot.conflictsUpdated");
         const std::string end =
             "legacy daemon log conflict port=1 pid=" + std::to_string(round) + ' ';
         ASSERT_TRUE(waitForLog(end));
-        isHeard = count(log().substr(0, log().find(end)),
-                        "records loaded count=" + std::to_string(conflicts.size()) + ' ') > 1;
+        isHeard =
+            count(log().substr(0, log().find(end)),
+                  "records loaded count=" + std::to_string(monitor.conflictCount()) + ' ') > 1;
     }
     EXPECT_TRUE(isHeard) << log();
     ASSERT_NO_FATAL_FAILURE(answer(conflictTitle(announced.port),
@@ -140,7 +125,7 @@ TEST_F(AlertsTest, ConflictIsAnnouncedOnceAndIgnoredFromThenOn) {
         },
         kPatience))
         << settings();
-    EXPECT_EQ(count(log(), "posting notification"), std::ssize(conflicts)) << log();
+    EXPECT_EQ(std::size_t(count(log(), "posting notification")), monitor.conflictCount()) << log();
 }
 
 TEST_F(AlertsTest, NewListenerIsAnnouncedAndKilled) {

@@ -33,12 +33,6 @@ class EndToEndTest : public testing::Test {
         ASSERT_TRUE(tree.find("list item", port + QLatin1Char(' ')));
     }
 
-    // To whatever has the keyboard.
-    void keyboard(const char* what, const QString& keys) {
-        EXPECT_TRUE(desktop.start(QStringLiteral("xdotool"), {QString::fromLatin1(what), keys})
-                        .waitForFinished());
-    }
-
     bool hasKeyboard(const char* role, const QString& name) const {
         return tree.find(role, name, State::focused).has_value();
     }
@@ -67,26 +61,26 @@ TEST_F(EndToEndTest, KeyboardFindsLooksAtAndStopsAServer) {
     ASSERT_NO_FATAL_FAILURE(open(QStringLiteral("Sampled")));
     const QString results = QStringLiteral("1 process on port ") + port;
 
-    keyboard("type", port);
+    desktop.input({QStringLiteral("type"), port});
     ASSERT_TRUE(tree.find("list item", row));
     ASSERT_TRUE(hasKeyboard("list", results));
-    keyboard("key", QStringLiteral("Return"));
+    desktop.press("Return");
     EXPECT_TRUE(tree.find("label", pid + QLatin1Char(' ')));
 
     // Cancel has the keyboard first, and keeps the server alive.
-    keyboard("key", QStringLiteral("Delete"));
+    desktop.press("Delete");
     ASSERT_TRUE(hasKeyboard("push button", QStringLiteral("Cancel")));
     EXPECT_TRUE(tree.find("label", kDialogTitle));
-    keyboard("key", QStringLiteral("Return"));
+    desktop.press("Return");
     ASSERT_TRUE(tree.isGone("label", kDialogTitle));
     EXPECT_EQ(server->state(), QProcess::Running);
 
     ASSERT_TRUE(hasKeyboard("list", results));
-    keyboard("key", QStringLiteral("Delete"));
+    desktop.press("Delete");
     ASSERT_TRUE(hasKeyboard("push button", QStringLiteral("Cancel")));
-    keyboard("key", QStringLiteral("shift+Tab"));
+    desktop.press("shift+Tab");
     ASSERT_TRUE(hasKeyboard("push button", QStringLiteral("Force Quit Sampled")));
-    keyboard("key", QStringLiteral("Return"));
+    desktop.press("Return");
     expectServerIsGone();
 }
 

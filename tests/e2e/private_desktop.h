@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QProcess>
 
+#include <functional>
 #include <memory>
 #include <stdexcept>
 
@@ -14,7 +15,11 @@ namespace zenlot {
 
 class PrivateDesktop {
   public:
-    PrivateDesktop() {
+    // Starts the session in an environment and gives the address of its bus.
+    using StartSession = std::function<QString(const QProcessEnvironment&)>;
+
+    // Without anything to start the session it is a bus and nothing else.
+    explicit PrivateDesktop(const StartSession& startSession = {}) {
         for (const char* name : {"HOME", "XDG_CACHE_HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME",
                                  "XDG_RUNTIME_DIR", "XDG_STATE_HOME"}) {
             const std::filesystem::path path = folder_.path() / name;
@@ -36,7 +41,9 @@ class PrivateDesktop {
         set("DISPLAY", QLatin1Char(':') +
                            firstLine(start("Xvfb -noreset -displayfd 1 -screen 0 900x4000x24")));
         set("DBUS_SESSION_BUS_ADDRESS",
-            firstLine(start("dbus-daemon --session --nofork --nopidfile --print-address=1")));
+            startSession
+                ? startSession(environment_)
+                : firstLine(start("dbus-daemon --session --nofork --nopidfile --print-address=1")));
         start("openbox");
     }
     PrivateDesktop(const PrivateDesktop&) = delete;
@@ -50,6 +57,13 @@ class PrivateDesktop {
             programs_.back()->waitForFinished();
         }
     }
+
+    // What a user does with keyboard and mouse, in the words of xdotool. Its exit code.
+    int input(const QStringList& words) {
+        QProcess& process = start(QStringLiteral("xdotool"), words);
+        return process.waitForFinished() ? process.exitCode() : -1;
+    }
+    void press(const char* key) { input({QStringLiteral("key"), QLatin1String(key)}); }
 
     // A command line without quotes, or a program of any name with its arguments.
     QProcess& start(const char* command) {
@@ -93,6 +107,7 @@ class PrivateDesktop {
     QString sessionBus() const {
         return environment_.value(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"));
     }
+    QString display() const { return environment_.value(QStringLiteral("DISPLAY")); }
 
   private:
     void set(const char* name, const QString& value) {

@@ -1,11 +1,10 @@
 // The program in the status area of a real panel: found there, asked there and ended there.
 #include "e2e/accessible_tree.h"
 #include "e2e/private_desktop.h"
+#include "e2e/stand_in_monitor.h"
 
 #include <gmock/gmock.h>
-#include <nlohmann/json.hpp>
 
-#include <chrono>
 #include <csignal>
 
 namespace zenlot {
@@ -101,12 +100,6 @@ class StatusAreaTest : public testing::Test {
             {numbers[title], u"clicked"_s, QVariant::fromValue(QDBusVariant(0)), 0U});
     }
 
-    // Its exit code.
-    int input(const QStringList& words) {
-        QProcess& process = desktop.start(u"xdotool"_s, words);
-        return process.waitForFinished() ? process.exitCode() : -1;
-    }
-
     void expectEnd(QProcess& process, int code = 0) {
         ASSERT_TRUE(process.state() == QProcess::NotRunning || process.waitForFinished());
         EXPECT_EQ(process.exitCode(), code) << process.readAllStandardError().toStdString();
@@ -153,14 +146,16 @@ TEST_F(StatusAreaTest, PortTypedAfterAClickIsLookedUpInTheWindow) {
     // the accessible tree.
     bool isOpen = false;
     for (int attempt = 0; attempt < 20 && !isOpen; ++attempt) {
-        input(u"mousemove 16 15 click 1"_s.split(u' '));
+        desktop.input(u"mousemove 16 15 click 1"_s.split(u' '));
         isOpen = QTest::qWaitFor(
-            [this] { return input(u"search --onlyvisible --class ^zenlot$"_s.split(u' ')) == 0; },
+            [this] {
+                return desktop.input(u"search --onlyvisible --class ^zenlot$"_s.split(u' ')) == 0;
+            },
             5000);
     }
     ASSERT_TRUE(isOpen);
-    input({u"type"_s, QString(port).insert(2, u'a')});
-    input({u"key"_s, u"Return"_s});
+    desktop.input({u"type"_s, QString(port).insert(2, u'a')});
+    desktop.input({u"key"_s, u"Return"_s});
     EXPECT_TRUE(tree.find("frame", u"Zenlot"_s, AccessibleTree::State::active));
     EXPECT_TRUE(tree.find("list item", row));
 
@@ -170,19 +165,9 @@ TEST_F(StatusAreaTest, PortTypedAfterAClickIsLookedUpInTheWindow) {
 
 TEST_F(StatusAreaTest, ConflictIsShownAndKilledInTheMenu) {
     expectMenu(kAlways());
-    const auto time =
-        std::chrono::system_clock::now() - std::chrono::sys_days(std::chrono::year(2001) / 1 / 1);
-    const nlohmann::json conflicts = {
-        {{"port", port.toInt()},
-         {"pid", server->processId()},
-         {"processName", "Sampled"},
-         {"displayName", "Sampled Server"},
-         {"detectedAt", std::chrono::duration<double>(time).count()}}};
-    desktop.files().write("XDG_STATE_HOME/group.dev.quorvane.zenlot/conflicts.json",
-                          conflicts.dump());
-    bus.send(QDBusMessage::createSignal(u"/dev/quorvane/zenlot/broadcast"_s,
-                                        u"dev.quorvane.zenlot.Broadcast"_s, u"Posted"_s)
-             << u"dev.quorvane.zenlot.conflictsUpdated"_s);
+    StandInMonitor monitor(desktop);
+    monitor.addConflict(port.toInt(), server->processId(), u"Sampled"_s, u"Sampled Server"_s);
+    monitor.broadcast("dev.quorvane.zenlot.conflictsUpdated");
     expectMenu(ElementsAre("Port number\u2026",
                            "Port " + port.toStdString() + " blocked by Sampled Server",
                            "Kill Sampled Server", "Ignore Port " + port.toStdString(),
@@ -200,7 +185,8 @@ TEST_F(StatusAreaTest, LaterStartLooksItsPortUpInTheRunningProgram) {
     for (const char* nonsense : {"port://0", "port://70000", "port://x", "http://8080"}) {
         expectEnd(desktop.start(QStringLiteral(ZENLOT_PROGRAM), {QString::fromLatin1(nonsense)}));
         expectMenu(kAlways()); // what was asked before this has been answered
-        EXPECT_NE(input(u"search --onlyvisible --class ^zenlot$"_s.split(u' ')), 0) << nonsense;
+        EXPECT_NE(desktop.input(u"search --onlyvisible --class ^zenlot$"_s.split(u' ')), 0)
+            << nonsense;
     }
     expectEnd(desktop.start(QStringLiteral(ZENLOT_PROGRAM), {u"port://"_s + port}));
     EXPECT_TRUE(tree.find("list item", row));

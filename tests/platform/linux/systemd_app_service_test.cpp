@@ -1,6 +1,6 @@
 #include "platform/linux/systemd_app_service.h"
-#include "private_user_manager.h"
 #include "support/private_bus.h"
+#include "support/private_user_manager.h"
 
 #include <QElapsedTimer>
 #include <gtest/gtest.h>

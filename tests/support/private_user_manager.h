@@ -1,6 +1,6 @@
-// A systemd of the test's own, as a user's session has one, with its bus. It reads units from its
-// own folder only and ends with all that it started; nothing of it meets the session of whoever
-// runs the test.
+// A systemd of the test's own, as a user's session has one, with its bus. It reads units from the
+// folders of its user only and ends with all that it started; nothing of it meets the session of
+// whoever runs the test.
 #pragma once
 
 #include "support/temporary_folder.h"
@@ -18,21 +18,29 @@ namespace zenlot {
 
 class PrivateUserManager {
   public:
-    PrivateUserManager() {
+    // Its user has one folder for everything.
+    PrivateUserManager() : PrivateUserManager(QProcessEnvironment()) {}
+    // What it starts gets this environment, which names the folders of its user.
+    explicit PrivateUserManager(QProcessEnvironment environment) {
         for (const auto& [name, text] : kUnits)
             writeUnit(name, text);
-        const std::string folder = folder_.path();
-        QProcessEnvironment environment;
-        const std::pair<const char*, std::string> variables[] = {
-            {"HOME", folder},
-            {"XDG_CONFIG_HOME", folder + "/config"},
-            {"XDG_DATA_HOME", folder + "/data"},
-            {"XDG_RUNTIME_DIR", folder},
-            {"SYSTEMD_LOG_TARGET", "console"},
-            {"SYSTEMD_UNIT_PATH",
-             folder + "/config/systemd/user:" + folder + "/systemd/user:" + folder + "/units"}};
-        for (const auto& [name, value] : variables)
-            environment.insert(QLatin1String(name), QString::fromStdString(value));
+        const QString folder = QString::fromStdString(folder_.path().string());
+        const auto set = [&environment](const char* name, const QString& value) {
+            environment.insert(QLatin1String(name), value);
+        };
+        if (environment.isEmpty()) {
+            set("HOME", folder);
+            set("XDG_CONFIG_HOME", folder + QLatin1String("/config"));
+            set("XDG_DATA_HOME", folder + QLatin1String("/data"));
+            set("XDG_RUNTIME_DIR", folder);
+        }
+        QString unitFolders;
+        for (const char* name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_RUNTIME_DIR"})
+            unitFolders += environment.value(QLatin1String(name)) + QLatin1String("/systemd/user:");
+        set("SYSTEMD_UNIT_PATH", unitFolders + folder + QLatin1String("/units"));
+        set("SYSTEMD_LOG_TARGET", QStringLiteral("console"));
+        address_ = QLatin1String("unix:path=") +
+                   environment.value(QLatin1String("XDG_RUNTIME_DIR")) + QLatin1String("/bus");
         systemd_.setProcessEnvironment(environment);
         systemd_.setProcessChannelMode(QProcess::MergedChannels);
         // Should the test crash, this must not outlive it.
@@ -60,6 +68,7 @@ class PrivateUserManager {
     bool isRunning() const { return isRunning_; }
     // Why it does not run, in its own words.
     std::string output() { return systemd_.readAll().toStdString(); }
+    QString busAddress() const { return address_; }
     QDBusConnection bus() const { return bus_; }
     pid_t processId() const { return static_cast<pid_t>(systemd_.processId()); }
 
@@ -97,15 +106,14 @@ class PrivateUserManager {
     bool isOnBus() {
         if (!bus_.isConnected()) {
             QDBusConnection::disconnectFromBus(kConnection);
-            bus_ = QDBusConnection::connectToBus(
-                QString::fromStdString("unix:path=" + folder_.path().string() + "/bus"),
-                kConnection);
+            bus_ = QDBusConnection::connectToBus(address_, kConnection);
         }
         return bus_.isConnected() &&
                bus_.interface()->isServiceRegistered(QStringLiteral("org.freedesktop.systemd1"));
     }
 
     TemporaryFolder folder_;
+    QString address_;
     QProcess systemd_;
     QDBusConnection bus_{QString()};
     bool isRunning_{false};

@@ -1,0 +1,375 @@
+// The first run and the settings on a desktop whose sessions are run by systemd: what the user
+// allows there, the real service manager does.
+#include "e2e/accessible_tree.h"
+#include "e2e/private_desktop.h"
+#include "e2e/screen_grabber.h"
+#include "support/private_user_manager.h"
+
+#include <QRegularExpression>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <map>
+#include <optional>
+
+namespace zenlot {
+namespace {
+
+using namespace Qt::StringLiterals;
+using nlohmann::json;
+using State = AccessibleTree::State;
+
+constexpr int kPatience = 60000;
+constexpr const char* kSettings = "XDG_CONFIG_HOME/dev.quorvane.zenlot/defaults.json";
+constexpr const char* kLog = "HOME/Library/Logs/zenlot-monitor.log";
+constexpr const char* kUnit = "dev.quorvane.zenlot.monitor.service";
+
+const QString kWelcome = u"Welcome to Zenlot"_s;
+const QString kSkip = u"Skip for now"_s;
+const QString kEnable = u"Enable"_s;
+const QString kConflicts = u"Conflict Monitoring"_s;
+const QString kLoginItems = u"Login Items"_s;
+const QString kRecheck = u"I've enabled it — re-check"_s;
+const QString kBlocked =
+    u"Zenlot is blocked from running in the background. Open System Settings → General → Login "
+    "Items & Extensions and turn Zenlot back on under \"Allow in the Background\", then click "
+    "Re-check."_s;
+const QString kStillBlocked =
+    u"Zenlot is still blocked. Toggle \"Allow in the Background\" on for Zenlot in System Settings "
+    "→ General → Login Items & Extensions."_s;
+
+// The button of the first page, which has the keyboard: as the program has it, or as its English
+// table has it. Empty when it does not come.
+QString continueButton(const AccessibleTree& tree) {
+    const auto button = tree.find("push button", QString(), State::focused);
+    const bool isIt = button && (button->name == u"Folytatás"_s || button->name == u"Continue"_s);
+    return isIt ? button->name : QString();
+}
+
+json storedSettings(const PrivateDesktop& desktop) {
+    return json::parse(desktop.files().read(kSettings), nullptr, false);
+}
+
+void forgetSettings(const PrivateDesktop& desktop) {
+    std::filesystem::remove_all(std::filesystem::path(desktop.folder() / kSettings).parent_path());
+}
+
+class UserManagerTest : public testing::Test {
+  protected:
+    UserManagerTest() {
+        const std::filesystem::path units = desktop.folder() / "XDG_DATA_HOME/systemd/user";
+        std::filesystem::create_directories(units);
+        std::filesystem::copy(ZENLOT_MONITOR_UNIT, units);
+    }
+
+    void SetUp() override {
+        if (!manager->isRunning())
+            GTEST_SKIP() << "no systemd can be run here: " << manager->output();
+        tree.emplace(desktop.sessionBus());
+    }
+
+    // The verb may bring options.
+    std::string systemctl(const QString& verb) const {
+        return manager->run(u"systemctl --user "_s + verb + u' ' + QLatin1String(kUnit));
+    }
+    std::string state() const {
+        return systemctl(u"is-enabled"_s) + ' ' + systemctl(u"is-active"_s);
+    }
+    bool comesTo(const std::string& wanted) const {
+        return QTest::qWaitFor([&] { return state() == wanted; }, kPatience);
+    }
+    bool isStored(const char* key, bool value) const {
+        return QTest::qWaitFor(
+            [&] {
+                const json settings = storedSettings(desktop);
+                return settings.is_object() && settings.value(key, !value) == value;
+            },
+            kPatience);
+    }
+
+    bool sees(const char* role, const QString& name, State state = State::visible) const {
+        return tree->find(role, name, state).has_value();
+    }
+    // Whether the key brings the keyboard there.
+    bool leadsTo(const char* key, const char* role, const QString& name) {
+        desktop.press(key);
+        return sees(role, name, State::focused);
+    }
+
+    void open() {
+        zenlot = &desktop.start(QStringLiteral(ZENLOT_PROGRAM), {});
+        ASSERT_TRUE(sees("frame", u"Zenlot"_s));
+    }
+    void openWelcome() {
+        forgetSettings(desktop);
+        open();
+        ASSERT_TRUE(sees("frame", kWelcome, State::active));
+        ASSERT_FALSE(continueButton(*tree).isEmpty());
+    }
+    // The first tab of the settings; the keyboard is there.
+    void openSettings() {
+        open();
+        ASSERT_TRUE(sees("text", u"Port"_s, State::focused));
+        desktop.press("ctrl+comma");
+        ASSERT_TRUE(sees("frame", u"Settings"_s, State::active));
+        ASSERT_TRUE(sees("page tab", u"General"_s, State::focused));
+    }
+    // As the window for login items has it for a terminal.
+    void runShownCommand() {
+        const auto command = tree->find("text", u"systemctl "_s);
+        ASSERT_TRUE(command);
+        manager->run(command->name);
+    }
+
+    void leaveLoginItems() {
+        desktop.press("Escape");
+        // Its tree lives on, hidden.
+        ASSERT_TRUE(QTest::qWaitFor(
+            [&] {
+                return desktop.input(u"search --onlyvisible --name"_s.split(u' ') +
+                                     QStringList(u"^Login Items$"_s)) != 0;
+            },
+            kPatience));
+        // The window manager at times leaves the keyboard with nobody when a window closes.
+        ASSERT_TRUE(QTest::qWaitFor(
+            [&] {
+                return desktop.input(u"search --name ^Settings$ windowactivate"_s.split(u' ')) ==
+                           0 &&
+                       tree->isActive(u"Settings"_s);
+            },
+            kPatience));
+    }
+
+    std::optional<PrivateUserManager> manager;
+    PrivateDesktop desktop{[this](const QProcessEnvironment& environment) {
+        manager.emplace(environment);
+        return manager->busAddress();
+    }};
+    std::optional<AccessibleTree> tree;
+    QProcess* zenlot = nullptr;
+};
+
+TEST_F(UserManagerTest, SettingsAskForApprovalByKeyboard) {
+    ASSERT_NO_FATAL_FAILURE(openSettings());
+    EXPECT_TRUE(leadsTo("Right", "page tab", u"Port Monitoring"_s));
+    EXPECT_TRUE(leadsTo("Tab", "check box", u"Notify on all port activity"_s));
+    EXPECT_TRUE(leadsTo("Tab", "check box", kConflicts));
+    EXPECT_TRUE(tree->isChecked(kConflicts, false));
+    systemctl(u"mask"_s);
+    desktop.press("space");
+    ASSERT_TRUE(sees("frame", kLoginItems, State::active));
+    EXPECT_TRUE(sees("text", kBlocked));
+    EXPECT_TRUE(tree->isChecked(kConflicts, false));
+
+    ASSERT_NO_FATAL_FAILURE(leaveLoginItems());
+    EXPECT_TRUE(leadsTo("Tab", "text", kBlocked));
+    EXPECT_TRUE(leadsTo("Tab", "push button", u"Open Login Items"_s));
+    EXPECT_TRUE(leadsTo("Tab", "push button", kRecheck));
+    desktop.press("Return");
+    ASSERT_TRUE(sees("text", kStillBlocked));
+    EXPECT_TRUE(tree->isChecked(kConflicts, false));
+
+    EXPECT_TRUE(leadsTo("shift+Tab", "push button", u"Open Login Items"_s));
+    desktop.press("Return");
+    ASSERT_TRUE(sees("push button", u"Re-check"_s, State::focused));
+    ASSERT_NO_FATAL_FAILURE(runShownCommand());
+    desktop.press("Return");
+    ASSERT_TRUE(sees("push button", u"Turn On"_s));
+    EXPECT_TRUE(leadsTo("shift+Tab", "push button", u"Turn On"_s));
+    desktop.press("Return");
+    EXPECT_TRUE(comesTo("enabled active"));
+    ASSERT_NO_FATAL_FAILURE(leaveLoginItems());
+    EXPECT_TRUE(leadsTo("Tab", "push button", kRecheck));
+    desktop.press("space");
+    EXPECT_TRUE(tree->isChecked(kConflicts, true));
+    EXPECT_TRUE(tree->isGone("push button", kRecheck));
+    EXPECT_TRUE(isStored("conflictMonitoringEnabled", true));
+
+    // Escape in the field of an exception list is for the field.
+    EXPECT_TRUE(sees("check box", kConflicts, State::focused));
+    EXPECT_TRUE(leadsTo("Tab", "list", u"Ignored ports"_s));
+    EXPECT_TRUE(leadsTo("Tab", "push button", u"Add to Ignored ports"_s));
+    desktop.press("space");
+    EXPECT_TRUE(sees("text", u"Ignored ports"_s, State::focused));
+    desktop.input({u"type"_s, u"81"_s});
+    EXPECT_TRUE(leadsTo("Escape", "list", u"Ignored ports"_s));
+    EXPECT_TRUE(sees("frame", u"Settings"_s, State::active));
+
+    EXPECT_TRUE(leadsTo("shift+Tab", "check box", kConflicts));
+    desktop.press("space");
+    EXPECT_TRUE(comesTo("disabled inactive"));
+    EXPECT_TRUE(tree->isChecked(kConflicts, false));
+    EXPECT_TRUE(isStored("conflictMonitoringEnabled", false));
+    desktop.press("Escape");
+    EXPECT_TRUE(tree->isGone("frame", u"Settings"_s));
+}
+
+TEST_F(UserManagerTest, SettingsAskForApprovalOfAScreenReader) {
+    systemctl(u"enable"_s);
+    systemctl(u"mask"_s);
+    ASSERT_NO_FATAL_FAILURE(openSettings());
+    ASSERT_TRUE(tree->pressOnce("page tab", u"Port Monitoring"_s));
+    EXPECT_TRUE(tree->isChecked(kConflicts, true)) << "registered, if not allowed";
+    EXPECT_TRUE(isStored("conflictMonitoringEnabled", true));
+    ASSERT_TRUE(tree->pressOnce("check box", kConflicts));
+    EXPECT_TRUE(tree->isChecked(kConflicts, false));
+
+    ASSERT_TRUE(tree->pressOnce("check box", kConflicts));
+    ASSERT_TRUE(sees("frame", kLoginItems, State::active));
+    EXPECT_TRUE(sees("text", kBlocked));
+    EXPECT_TRUE(tree->isChecked(kConflicts, false));
+    EXPECT_TRUE(isStored("conflictMonitoringEnabled", false));
+    ASSERT_TRUE(tree->pressOnce("push button", kRecheck));
+    EXPECT_TRUE(sees("text", kStillBlocked));
+
+    ASSERT_NO_FATAL_FAILURE(runShownCommand());
+    EXPECT_EQ(state(), "enabled inactive");
+    ASSERT_TRUE(tree->pressOnce("push button", kRecheck));
+    EXPECT_TRUE(tree->isChecked(kConflicts, true));
+    EXPECT_TRUE(tree->isGone("push button", kRecheck));
+    EXPECT_TRUE(tree->isGone("text", kStillBlocked));
+    EXPECT_TRUE(comesTo("enabled active"));
+    EXPECT_TRUE(isStored("conflictMonitoringEnabled", true));
+
+    ASSERT_TRUE(tree->pressOnce("check box", kConflicts));
+    EXPECT_TRUE(comesTo("disabled inactive"));
+    EXPECT_TRUE(isStored("conflictMonitoringEnabled", false));
+}
+
+TEST_F(UserManagerTest, FirstRunEnablesTheMonitorByKeyboard) {
+    ASSERT_NO_FATAL_FAILURE(openWelcome());
+    desktop.press("Return");
+    ASSERT_TRUE(sees("push button", kEnable, State::focused));
+    const auto window = tree->find("frame", kWelcome);
+    const auto enable = tree->find("push button", kEnable);
+    ASSERT_TRUE(window && enable);
+    // The page is there once it has slid in.
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return tree->extents(*enable).left() == tree->extents(*window).left() + 36; },
+        kPatience));
+    const QRect clip(tree->extents(*window).topLeft() + QPoint(0, 28), QSize(440, 150));
+    const ScreenGrabber screen(desktop.display());
+    QByteArray before = screen.grab(clip);
+    ASSERT_FALSE(before.isEmpty());
+    for (int change = 1; change <= 3; ++change) {
+        QByteArray now;
+        EXPECT_TRUE(QTest::qWaitFor([&] { return (now = screen.grab(clip)) != before; }, kPatience))
+            << change;
+        before = now;
+    }
+
+    EXPECT_TRUE(leadsTo("Tab", "push button", kSkip));
+    EXPECT_TRUE(leadsTo("shift+Tab", "push button", kEnable));
+    desktop.press("Return");
+    EXPECT_TRUE(tree->isGone("frame", kWelcome));
+    EXPECT_TRUE(comesTo("enabled active"));
+    EXPECT_TRUE(isStored("hasCompletedOnboarding", true));
+}
+
+TEST_F(UserManagerTest, FirstRunAsksForApproval) {
+    systemctl(u"mask"_s);
+    ASSERT_NO_FATAL_FAILURE(openWelcome());
+    ASSERT_TRUE(tree->press("push button", continueButton(*tree), "push button", kEnable));
+    ASSERT_TRUE(tree->press("push button", kEnable, "push button", kRecheck));
+    ASSERT_TRUE(sees("frame", kLoginItems, State::active));
+    EXPECT_TRUE(sees("text", kBlocked));
+    EXPECT_TRUE(sees("push button", u"Open Login Items"_s));
+    EXPECT_TRUE(sees("push button", kSkip));
+    ASSERT_TRUE(tree->press("push button", kRecheck, "text", kStillBlocked));
+
+    ASSERT_NO_FATAL_FAILURE(runShownCommand());
+    ASSERT_TRUE(tree->press("push button", u"Re-check"_s, "push button", u"Turn On"_s));
+    ASSERT_TRUE(tree->pressOnce("push button", u"Turn On"_s));
+    EXPECT_TRUE(comesTo("enabled active"));
+    ASSERT_TRUE(tree->pressOnce("push button", kRecheck));
+    EXPECT_TRUE(tree->isGone("frame", kWelcome));
+    EXPECT_TRUE(isStored("hasCompletedOnboarding", true));
+}
+
+// ---- What is left behind ----
+
+struct FileState {
+    std::string content;
+    std::filesystem::file_time_type changed;
+    bool operator==(const FileState&) const = default;
+};
+
+// Every file of the user's folders, but for those of the desktop itself: the window manager's, and
+// a cache that the library for fonts makes where the system has none.
+std::map<std::string, FileState> userFiles(const PrivateDesktop& desktop) {
+    std::map<std::string, FileState> files;
+    for (const char* folder :
+         {"HOME", "XDG_CACHE_HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME"}) {
+        for (const auto& entry :
+             std::filesystem::recursive_directory_iterator(desktop.folder() / folder)) {
+            const std::string name =
+                std::filesystem::relative(entry.path(), desktop.folder()).string();
+            if (entry.is_regular_file() && !name.starts_with("XDG_CACHE_HOME/openbox/") &&
+                !name.starts_with("XDG_CACHE_HOME/fontconfig/"))
+                files[name] = {desktop.files().read(name), entry.last_write_time()};
+        }
+    }
+    return files;
+}
+
+std::set<std::string> names(const std::map<std::string, FileState>& files) {
+    std::set<std::string> names;
+    for (const auto& [name, state] : files)
+        names.insert(name);
+    return names;
+}
+
+TEST(FirstStartTest, WritesWhatItMustAndTheNextOneNothing) {
+    PrivateDesktop desktop;
+    forgetSettings(desktop);
+    ASSERT_TRUE(userFiles(desktop).empty());
+    const AccessibleTree tree(desktop.sessionBus());
+    // Until it has shown its window and has done what a start does.
+    const auto startAndEnd = [&](const QString& window, const QString& pressed) {
+        const std::string logBefore = userFiles(desktop)[kLog].content;
+        QProcess& zenlot = desktop.start(QStringLiteral(ZENLOT_PROGRAM), {});
+        EXPECT_TRUE(tree.find("frame", window, State::active));
+        std::string log;
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] {
+                log = desktop.files().read(kLog);
+                return log.find("notification setup", logBefore.size()) != log.npos;
+            },
+            kPatience));
+        EXPECT_TRUE(log.starts_with(logBefore));
+        if (!pressed.isEmpty()) {
+            EXPECT_TRUE(tree.press("push button", continueButton(tree), "push button", pressed));
+            EXPECT_TRUE(tree.pressOnce("push button", pressed));
+            EXPECT_TRUE(tree.isGone("frame", window));
+        }
+        zenlot.terminate();
+        EXPECT_TRUE(zenlot.waitForFinished());
+        EXPECT_EQ(zenlot.exitCode(), 0) << zenlot.readAllStandardError().toStdString();
+        // A start is told with these two lines, each with its time.
+        static const QRegularExpression lines(
+            u"^\\S+ \\[zenlot-app\\] conflict listener started\n"
+            "\\S+ \\[zenlot-app\\] notification setup [^\n]*\n$"_s);
+        const QString added = QString::fromStdString(desktop.files().read(kLog))
+                                  .mid(QString::fromStdString(logBefore).size());
+        EXPECT_TRUE(lines.match(added).hasMatch()) << added.toStdString();
+    };
+
+    // The log, which has a line for each start, and nothing else.
+    startAndEnd(kWelcome, {});
+    EXPECT_EQ(names(userFiles(desktop)), std::set<std::string>{kLog});
+    // And the answer to the welcome.
+    startAndEnd(kWelcome, kSkip);
+    auto before = userFiles(desktop);
+    EXPECT_EQ(names(before), (std::set<std::string>{kLog, kSettings}));
+    EXPECT_EQ(storedSettings(desktop), json({{"hasCompletedOnboarding", true}}));
+
+    startAndEnd(u"Zenlot"_s, {});
+    auto after = userFiles(desktop);
+    before.erase(kLog);
+    after.erase(kLog);
+    EXPECT_EQ(names(after), names(before));
+    EXPECT_TRUE(after == before) << "something was written again";
+}
+
+} // namespace
+} // namespace zenlot
