@@ -217,6 +217,21 @@
     </message>
 </context>
 <context>
+    <name>LogLines</name>
+    <message>
+        <source>Log</source>
+        <translation>Protokoll</translation>
+    </message>
+    <message>
+        <source>Unmark Row</source>
+        <translation>Zeilenmarkierung aufheben</translation>
+    </message>
+    <message>
+        <source>Mark Row</source>
+        <translation>Zeile markieren</translation>
+    </message>
+</context>
+<context>
     <name>LogTabView</name>
     <message>
         <source>Clear</source>
@@ -237,18 +252,6 @@
     <message>
         <source>No log entries yet</source>
         <translation>Noch keine Protokolleinträge</translation>
-    </message>
-    <message>
-        <source>Log</source>
-        <translation>Protokoll</translation>
-    </message>
-    <message>
-        <source>Unmark Row</source>
-        <translation>Zeilenmarkierung aufheben</translation>
-    </message>
-    <message>
-        <source>Mark Row</source>
-        <translation>Zeile markieren</translation>
     </message>
 </context>
 <context>

@@ -217,6 +217,21 @@
     </message>
 </context>
 <context>
+    <name>LogLines</name>
+    <message>
+        <source>Log</source>
+        <translation>Registro</translation>
+    </message>
+    <message>
+        <source>Unmark Row</source>
+        <translation>Quitar la marca de la línea</translation>
+    </message>
+    <message>
+        <source>Mark Row</source>
+        <translation>Marcar la línea</translation>
+    </message>
+</context>
+<context>
     <name>LogTabView</name>
     <message>
         <source>Clear</source>
@@ -237,18 +252,6 @@
     <message>
         <source>No log entries yet</source>
         <translation>Aún no hay entradas en el registro</translation>
-    </message>
-    <message>
-        <source>Log</source>
-        <translation>Registro</translation>
-    </message>
-    <message>
-        <source>Unmark Row</source>
-        <translation>Quitar la marca de la línea</translation>
-    </message>
-    <message>
-        <source>Mark Row</source>
-        <translation>Marcar la línea</translation>
     </message>
 </context>
 <context>

@@ -217,6 +217,21 @@
     </message>
 </context>
 <context>
+    <name>LogLines</name>
+    <message>
+        <source>Log</source>
+        <translation>Journal</translation>
+    </message>
+    <message>
+        <source>Unmark Row</source>
+        <translation>Retirer la marque de la ligne</translation>
+    </message>
+    <message>
+        <source>Mark Row</source>
+        <translation>Marquer la ligne</translation>
+    </message>
+</context>
+<context>
     <name>LogTabView</name>
     <message>
         <source>Clear</source>
@@ -237,18 +252,6 @@
     <message>
         <source>No log entries yet</source>
         <translation>Aucune entrée dans le journal</translation>
-    </message>
-    <message>
-        <source>Log</source>
-        <translation>Journal</translation>
-    </message>
-    <message>
-        <source>Unmark Row</source>
-        <translation>Retirer la marque de la ligne</translation>
-    </message>
-    <message>
-        <source>Mark Row</source>
-        <translation>Marquer la ligne</translation>
     </message>
 </context>
 <context>

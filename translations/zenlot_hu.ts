@@ -217,6 +217,21 @@
     </message>
 </context>
 <context>
+    <name>LogLines</name>
+    <message>
+        <source>Log</source>
+        <translation>Napló</translation>
+    </message>
+    <message>
+        <source>Unmark Row</source>
+        <translation>Sor jelölésének törlése</translation>
+    </message>
+    <message>
+        <source>Mark Row</source>
+        <translation>Sor megjelölése</translation>
+    </message>
+</context>
+<context>
     <name>LogTabView</name>
     <message>
         <source>Clear</source>
@@ -237,18 +252,6 @@
     <message>
         <source>No log entries yet</source>
         <translation>Még nincsenek naplóbejegyzések</translation>
-    </message>
-    <message>
-        <source>Log</source>
-        <translation>Napló</translation>
-    </message>
-    <message>
-        <source>Unmark Row</source>
-        <translation>Sor jelölésének törlése</translation>
-    </message>
-    <message>
-        <source>Mark Row</source>
-        <translation>Sor megjelölése</translation>
     </message>
 </context>
 <context>

@@ -217,6 +217,21 @@
     </message>
 </context>
 <context>
+    <name>LogLines</name>
+    <message>
+        <source>Log</source>
+        <translation>ログ</translation>
+    </message>
+    <message>
+        <source>Unmark Row</source>
+        <translation>行のマークを外す</translation>
+    </message>
+    <message>
+        <source>Mark Row</source>
+        <translation>行をマーク</translation>
+    </message>
+</context>
+<context>
     <name>LogTabView</name>
     <message>
         <source>Clear</source>
@@ -237,18 +252,6 @@
     <message>
         <source>No log entries yet</source>
         <translation>ログはまだありません</translation>
-    </message>
-    <message>
-        <source>Log</source>
-        <translation>ログ</translation>
-    </message>
-    <message>
-        <source>Unmark Row</source>
-        <translation>行のマークを外す</translation>
-    </message>
-    <message>
-        <source>Mark Row</source>
-        <translation>行をマーク</translation>
     </message>
 </context>
 <context>

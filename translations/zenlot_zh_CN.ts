@@ -217,6 +217,21 @@
     </message>
 </context>
 <context>
+    <name>LogLines</name>
+    <message>
+        <source>Log</source>
+        <translation>日志</translation>
+    </message>
+    <message>
+        <source>Unmark Row</source>
+        <translation>取消标记此行</translation>
+    </message>
+    <message>
+        <source>Mark Row</source>
+        <translation>标记此行</translation>
+    </message>
+</context>
+<context>
     <name>LogTabView</name>
     <message>
         <source>Clear</source>
@@ -237,18 +252,6 @@
     <message>
         <source>No log entries yet</source>
         <translation>暂无日志条目</translation>
-    </message>
-    <message>
-        <source>Log</source>
-        <translation>日志</translation>
-    </message>
-    <message>
-        <source>Unmark Row</source>
-        <translation>取消标记此行</translation>
-    </message>
-    <message>
-        <source>Mark Row</source>
-        <translation>标记此行</translation>
     </message>
 </context>
 <context>

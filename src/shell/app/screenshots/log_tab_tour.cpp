@@ -4,8 +4,6 @@
 #include "shell/logviewer/log_tab_view_model.h"
 
 #include <QFile>
-#include <QGuiApplication>
-#include <QKeyEvent>
 #include <QQmlApplicationEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -66,13 +64,6 @@ class LogTabScene final {
         waitFor([&] { return log.lines()->rowCount() == lines; });
     }
 
-    void press(int key) {
-        QKeyEvent down(QEvent::KeyPress, key, {});
-        QGuiApplication::sendEvent(window_, &down);
-        QKeyEvent up(QEvent::KeyRelease, key, {});
-        QGuiApplication::sendEvent(window_, &up);
-    }
-
     QQuickWindow& window() { return *window_; }
 
   private:
@@ -106,7 +97,7 @@ void showLogTab(Visitor& visitor) {
     scene.window()
         .findChild<QQuickItem*>(QStringLiteral("logLines"))
         ->forceActiveFocus(Qt::TabFocusReason);
-    scene.press(Qt::Key_Up);
+    press(scene.window(), Qt::Key_Up);
     see("log-keyboard");
     scene.write(QByteArray(kMorning) +
                     "2026-03-05T09:40:00Z [zenlot-daemon] environment of next-server: " +

@@ -65,13 +65,6 @@ class Scene final {
         waitFor([this] { return machine.inspector().hasDetails(); });
     }
 
-    void press(int key, Qt::KeyboardModifiers modifiers = {}) {
-        QKeyEvent down(QEvent::KeyPress, key, modifiers);
-        QGuiApplication::sendEvent(window_, &down);
-        QKeyEvent up(QEvent::KeyRelease, key, modifiers);
-        QGuiApplication::sendEvent(window_, &up);
-    }
-
     void resize(QSize size) {
         window_->resize(size);
         waitFor([&] { return window_->contentItem()->size() == size; });
@@ -125,11 +118,11 @@ void showMainWindow(Visitor& visitor) {
         for (int row = sidebar.rowCount(); row-- > 0;)
             sidebar.setExpanded(row, true);
         visitor.see(scene.window(), u"grouped"_qs);
-        scene.press(Qt::Key_Tab);
-        scene.press(Qt::Key_Tab);
+        press(scene.window(), Qt::Key_Tab);
+        press(scene.window(), Qt::Key_Tab);
         visitor.see(scene.window(), u"focus"_qs);
-        scene.press(Qt::Key_Tab);
-        scene.press(Qt::Key_Tab);
+        press(scene.window(), Qt::Key_Tab);
+        press(scene.window(), Qt::Key_Tab);
         visitor.see(scene.window(), u"focus-button"_qs);
     }
     Scene crowded;
@@ -146,6 +139,13 @@ void showMainWindow(Visitor& visitor) {
     visitor.see(hostile.window(), u"hostile"_qs);
     hostile.content().requestForceQuit();
     visitor.see(hostile.window(), u"hostile-confirmation"_qs);
+}
+
+void press(QQuickWindow& window, int key, Qt::KeyboardModifiers modifiers) {
+    QKeyEvent down(QEvent::KeyPress, key, modifiers);
+    QGuiApplication::sendEvent(&window, &down);
+    QKeyEvent up(QEvent::KeyRelease, key, modifiers);
+    QGuiApplication::sendEvent(&window, &up);
 }
 
 void waitFor(const std::function<bool()>& isReached) {

@@ -36,6 +36,8 @@ namespace zenlot {
 namespace {
 
 const QString kUnit = QStringLiteral("dev.quorvane.zenlot.monitor.service");
+const AppServiceError kRefusal{QStringLiteral("org.freedesktop.systemd1.NoSuchUnit"), 0,
+                               QStringLiteral("Unit %1 not found.").arg(kUnit)};
 
 void openTab(QQuickWindow& window, int tab) {
     for (QQuickItem* item : window.findChildren<QQuickItem*>()) {
@@ -56,6 +58,10 @@ void showSettings(QQmlEngine& engine, Visitor& visitor) {
 
     SampleUser user;
     user.settings.setMonitorIgnoredPorts({22, 8080});
+    user.settings.setMonitorIgnoredApps({QStringLiteral("Google Chrome"), QStringLiteral("node"),
+                                         QStringLiteral("python3"), QStringLiteral("ruby"),
+                                         QStringLiteral("sshd"), QStringLiteral("steam"),
+                                         QStringLiteral("42")});
     user.settings.setConflictIgnoredApps({QStringLiteral("node")});
     AppLog log(file.fileName());
     QmlWindow settings(
@@ -72,11 +78,17 @@ void showSettings(QQmlEngine& engine, Visitor& visitor) {
     if (!window)
         throw std::runtime_error("the settings can't be made");
     window->show();
+    window->requestActivate();
+    waitFor([&] { return window->isActive(); });
     visitor.see(*window, u"settings-general"_qs);
-    openTab(*window, 1);
+    press(*window, Qt::Key_Right);
     visitor.see(*window, u"settings-off"_qs);
-    user.forbidTheMonitor();
     auto* viewModel = window->property("viewModel").value<SettingsViewModel*>();
+    user.monitor.refusal = kRefusal;
+    viewModel->setConflictMonitoring(true);
+    visitor.see(*window, u"settings-failed"_qs);
+    user.monitor.refusal.reset();
+    user.forbidTheMonitor();
     viewModel->setConflictMonitoring(true);
     visitor.see(*window, u"settings-blocked"_qs);
     viewModel->recheckBackgroundApproval();
@@ -85,6 +97,13 @@ void showSettings(QQmlEngine& engine, Visitor& visitor) {
     viewModel->recheckBackgroundApproval();
     user.settings.setPortMonitoringEnabled(true);
     visitor.see(*window, u"settings-exceptions"_qs);
+    for (const int key : {Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Down})
+        press(*window, key);
+    visitor.see(*window, u"settings-selected"_qs);
+    press(*window, Qt::Key_Tab);
+    press(*window, Qt::Key_Return);
+    visitor.see(*window, u"settings-adding"_qs);
+    press(*window, Qt::Key_Escape);
     openTab(*window, 2);
     visitor.see(*window, u"settings-log"_qs);
     QFile::remove(file.fileName());
@@ -109,6 +128,11 @@ void showOnboarding(Visitor& visitor) {
     visitor.see(*window, u"onboarding-welcome"_qs);
     window->viewModel().advance();
     visitor.see(*window, u"onboarding-monitor"_qs);
+    user.monitor.refusal = kRefusal;
+    window->viewModel().enableBackgroundMonitor();
+    waitFor([&] { return !window->viewModel().installError().isEmpty(); });
+    visitor.see(*window, u"onboarding-failed"_qs);
+    user.monitor.refusal.reset();
     user.forbidTheMonitor();
     window->viewModel().enableBackgroundMonitor();
     waitFor([&] { return window->viewModel().needsApproval(); });

@@ -43,6 +43,9 @@ void showLogTab(Visitor& visitor);
 
 void showStatusMenu(Visitor& visitor);
 
+// As a user of the keyboard does.
+void press(QQuickWindow& window, int key, Qt::KeyboardModifiers modifiers = {});
+
 // Runs the event loop until then.
 void waitFor(const std::function<bool()>& isReached);
 
