@@ -102,9 +102,14 @@ T.ItemDelegate {
         }
     }
 
-    TapHandler {
-        acceptedButtons: Qt.RightButton
+    // In the button itself it would make a right click one that counts as a click, too.
+    Item {
+        anchors.fill: parent
 
-        onTapped: root.contextMenuRequested()
+        TapHandler {
+            acceptedButtons: Qt.RightButton
+
+            onTapped: root.contextMenuRequested()
+        }
     }
 }

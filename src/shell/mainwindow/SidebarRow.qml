@@ -98,10 +98,15 @@ T.ItemDelegate {
             visible: root.port >= 0
         }
     }
-    TapHandler {
-        acceptedButtons: Qt.RightButton
-        enabled: root.port >= 0
+    // In the button itself it would make a right click one that counts as a click, too.
+    Item {
+        anchors.fill: parent
 
-        onTapped: root.contextMenuRequested()
+        TapHandler {
+            acceptedButtons: Qt.RightButton
+            enabled: root.port >= 0
+
+            onTapped: root.contextMenuRequested()
+        }
     }
 }

@@ -69,8 +69,8 @@ class ContentViewTest : public testing::Test {
         QTest::keyClick(&view, static_cast<Qt::Key>(key), modifiers);
     }
 
-    void click(const QQuickItem* item) {
-        QTest::mouseClick(&view, Qt::LeftButton, {},
+    void click(const QQuickItem* item, Qt::MouseButton button = Qt::LeftButton) {
+        QTest::mouseClick(&view, button, {},
                           item->mapToScene({item->width() / 2, item->height() / 2}).toPoint());
     }
 
@@ -126,6 +126,11 @@ TEST_F(ContentViewTest, SidebarIsReachedByClickAndByKey) {
     ASSERT_NE(row, nullptr);
     EXPECT_LT(row->height(), 50);
     EXPECT_LE(row->width(), 240);
+    click(row, Qt::RightButton);
+    ASSERT_NE(waitForItem(u"Copy Port"_qs), nullptr);
+    press(Qt::Key_Escape);
+    ASSERT_TRUE(waitForNoItem(u"Copy Port"_qs));
+    EXPECT_EQ(model.portInput(), QString()) << "only the menu was asked for";
     click(row);
     EXPECT_NE(waitForItem(u"1 process on port 22"_qs), nullptr);
     EXPECT_EQ(model.portInput(), u"22"_qs);
