@@ -286,6 +286,21 @@ TEST_F(UserManagerTest, FirstRunAsksForApproval) {
     EXPECT_TRUE(isStored("hasCompletedOnboarding", true));
 }
 
+// A start registers the monitor anew, which takes half a second.
+TEST_F(UserManagerTest, WhoQuitsAtOnceKeepsTheMonitor) {
+    systemctl(u"--now enable"_s);
+    desktop.files().write(
+        kSettings,
+        json({{"conflictMonitoringEnabled", true}, {"hasCompletedOnboarding", true}}).dump());
+    zenlot = &desktop.start(QStringLiteral(ZENLOT_PROGRAM), {});
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return desktop.files().read(kLog).find("notification setup") != std::string::npos; },
+        kPatience));
+    zenlot->terminate();
+    ASSERT_TRUE(zenlot->waitForFinished());
+    EXPECT_TRUE(comesTo("enabled active"));
+}
+
 // ---- What is left behind ----
 
 struct FileState {

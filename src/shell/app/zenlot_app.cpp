@@ -14,7 +14,6 @@
 #include "updates/release_feed_address.h"
 
 #include <QCoroFuture>
-#include <QCoroTimer>
 #include <QDesktopServices>
 #include <QGuiApplication>
 #include <QQuickWindow>
@@ -111,7 +110,11 @@ ZenlotApp::ZenlotApp(SessionBus& bus, ApplicationInstance& instance)
                },
            .terminate = &QCoreApplication::quit}) {}
 
-ZenlotApp::~ZenlotApp() = default;
+// Who quits at once has not given up the monitor.
+ZenlotApp::~ZenlotApp() {
+    if (reinstallTimer_.isActive())
+        reinstallMonitor();
+}
 
 void ZenlotApp::start(LaunchStyle style) {
     // Without a window there may still be a status item, alerts, or a later start to open one.
@@ -120,6 +123,8 @@ void ZenlotApp::start(LaunchStyle style) {
     appDelegate_.setOpenMainWindow([this] { openMainWindow(); });
     appDelegate_.setOpenSettingsAction([this] { openSettings(); });
     followSettings();
+    reinstallTimer_.setSingleShot(true);
+    QObject::connect(&reinstallTimer_, &QTimer::timeout, &context_, [this] { reinstallMonitor(); });
     for (const QmlWindow* window : {&mainWindow_, &settingsWindow_})
         QObject::connect(window, &QmlWindow::closed, &context_, [this] { quitIfNothingIsLeft(); });
     if (style == LaunchStyle::withWindow)
@@ -185,22 +190,22 @@ QCoro::Task<> ZenlotApp::finishStartupSequence() {
     refreshMonitorRegistration(RunningMonitor::restart);
 }
 
-QCoro::Task<> ZenlotApp::refreshMonitorRegistration(RunningMonitor whenRunning) {
+void ZenlotApp::refreshMonitorRegistration(RunningMonitor whenRunning) {
     if (!settings_.portMonitoringEnabled() && !settings_.conflictMonitoringEnabled())
-        co_return;
+        return;
     const bool isInstalled = launchAgentInstaller_.isInstalled();
     if (whenRunning == RunningMonitor::restart && isInstalled && !didRefreshMonitorThisLaunch_) {
         didRefreshMonitorThisLaunch_ = true;
         // What goes wrong here shows in the settings, where the monitor can be registered again.
         [[maybe_unused]] const auto refused = launchAgentInstaller_.uninstall();
-        const QPointer<QObject> context(&context_);
-        co_await QCoro::sleepFor(kPauseBeforeReinstall);
-        if (!context)
-            co_return;
-        [[maybe_unused]] const auto failed = launchAgentInstaller_.install();
-    } else if (!isInstalled) {
-        [[maybe_unused]] const auto failed = launchAgentInstaller_.install();
+        reinstallTimer_.start(kPauseBeforeReinstall);
+    } else if (!isInstalled && !reinstallTimer_.isActive()) {
+        reinstallMonitor();
     }
+}
+
+void ZenlotApp::reinstallMonitor() {
+    [[maybe_unused]] const auto failed = launchAgentInstaller_.install();
 }
 
 void ZenlotApp::followSettings() {

@@ -54,6 +54,7 @@
 #include <QObject>
 #include <QPointer>
 #include <QQmlEngine>
+#include <QTimer>
 
 #include <memory>
 
@@ -94,7 +95,8 @@ class ZenlotApp final {
     void startInBackground();
     void runStartupSequence();
     QCoro::Task<> finishStartupSequence();
-    QCoro::Task<> refreshMonitorRegistration(RunningMonitor whenRunning);
+    void refreshMonitorRegistration(RunningMonitor whenRunning);
+    void reinstallMonitor();
     QCoro::Task<> alertAboutOwner(int port);
     void followSettings();
     void followInstance();
@@ -137,6 +139,7 @@ class ZenlotApp final {
     ConflictListener conflictListener_;
     PortMonitor portMonitor_;
     bool didRefreshMonitorThisLaunch_{false};
+    QTimer reinstallTimer_;
 
     AppModel appModel_;
     BundleKeyCache bundleKeys_;
