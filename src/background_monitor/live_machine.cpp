@@ -58,12 +58,18 @@ std::optional<PortHolder> LiveMachine::holderOf(const ListeningSocket& socket) c
         holder = *found;
     }
     // Workers got the socket from the process that started them; to end one of them frees nothing.
-    // Nobody is told to end the manager of the user's services, which opens sockets for them.
     for (ProcessId parent = parentOf(holder);
          parent > 1 && holds(parent, socket.inode) && !isServiceManager(parent);
          parent = parentOf(holder))
         holder = parent;
-    return describe(holder);
+    std::optional<PortHolder> described = describe(holder);
+    // The manager of the user's services opens sockets for them. Nobody is offered to end it, which
+    // would end the session with everything in it.
+    if (described && isServiceManager(holder)) {
+        described->pid = 0;
+        described->ancestors.clear();
+    }
+    return described;
 }
 
 // Another user's processes may not be looked into. Of a service it is known what it is called, and

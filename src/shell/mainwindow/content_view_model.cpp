@@ -137,7 +137,7 @@ void ContentViewModel::takeSettingsRequest() {
     openSettings();
 }
 
-void ContentViewModel::openSettings() {
+void ContentViewModel::openSettings() const {
     if (actions_.openSettings)
         actions_.openSettings();
 }

@@ -115,7 +115,7 @@ class ContentViewModel : public QObject {
     // Gives the port field the keyboard.
     void focusPortField() { Q_EMIT portFieldFocusRequested(); }
 
-    Q_INVOKABLE void openSettings();
+    Q_INVOKABLE void openSettings() const;
 
     // Looks the port in the field up at once. Does nothing when the field holds no port number.
     Q_INVOKABLE void performCheck();
