@@ -60,7 +60,7 @@ class ZenlotAutomationTest : public testing::Test {
     QString checkPort(qint64 number) {
         return call(u"dev.quorvane.zenlot.Automation"_s, u"CheckPort"_s, {number}).toString();
     }
-    bool waitForCalls(qsizetype count) {
+    bool waitForCalls(qsizetype count) const {
         return QTest::qWaitFor([&] { return application.calls.size() == count; }, kPatience);
     }
 

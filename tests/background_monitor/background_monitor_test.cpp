@@ -77,6 +77,21 @@ class BackgroundMonitorTest : public testing::TestWithParam<QStringList> {
         return records;
     }
 
+    // Starts a server on the port that is held, and waits until that was noticed. By polling, one
+    // that is gone at once can be missed on a busy machine.
+    bool isNoticed() {
+        for (int starts = GetParam().isEmpty() ? 1 : 20; starts > 0; --starts) {
+            start(server, u"python3"_s,
+                  {u"-m"_s, u"http.server"_s, u"-b"_s, u"127.0.0.1"_s, QString::number(port)});
+            if (!server.waitForFinished(kPatienceMilliseconds))
+                return false;
+            if (QTest::qWaitFor([this] { return !conflicts().empty(); },
+                                GetParam().isEmpty() ? kPatienceMilliseconds : 3000))
+                return true;
+        }
+        return false;
+    }
+
     TemporaryFolder home;
     QProcessEnvironment environment;
     QProcess bus;
@@ -111,8 +126,7 @@ TEST_P(BackgroundMonitorTest, NamesWhoHoldsThePortThatAServerWanted) {
     const QString number = QString::number(port);
     start(server, u"python3"_s, {u"-m"_s, u"http.server"_s, number, u"--no-such-option"_s});
     ASSERT_TRUE(server.waitForFinished(kPatienceMilliseconds));
-    start(server, u"python3"_s, {u"-m"_s, u"http.server"_s, u"-b"_s, u"127.0.0.1"_s, number});
-    ASSERT_TRUE(waitFor([&] { return !conflicts().empty(); }));
+    ASSERT_TRUE(isNoticed());
     EXPECT_EQ(conflicts().size(), 1U);
     EXPECT_EQ(conflicts()[0].pid, holder.processId());
     EXPECT_THAT(conflicts()[0].processName, HasSubstr("python3"));
@@ -147,9 +161,7 @@ TEST_P(BackgroundMonitorTest, NobodyIsOfferedToEndTheServiceManager) {
     environment.remove(u"PYTHONHOME"_s);
     start(monitor, QStringLiteral(ZENLOT_MONITOR), GetParam());
     ASSERT_TRUE(waitFor([&] { return home.read(kLog).find("started") != std::string::npos; }));
-    start(server, u"python3"_s,
-          {u"-m"_s, u"http.server"_s, u"-b"_s, u"127.0.0.1"_s, QString::number(port)});
-    ASSERT_TRUE(waitFor([&] { return !conflicts().empty(); }));
+    ASSERT_TRUE(isNoticed());
     EXPECT_EQ(conflicts()[0].pid, 0);
     EXPECT_EQ(conflicts()[0].processName, "systemd");
 }

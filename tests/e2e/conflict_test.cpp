@@ -22,8 +22,8 @@ const QString kHolder = u"R&D <b>web"_s;
 class ConflictTest : public testing::TestWithParam<QStringList> {
   protected:
     std::string log() const { return desktop.files().read(kLog); }
-    bool waitForLog(const std::string& text) const {
-        return QTest::qWaitFor([&] { return log().find(text) != std::string::npos; }, kPatience);
+    bool waitForLog(const std::string& text, int milliseconds = kPatience) const {
+        return QTest::qWaitFor([&] { return log().find(text) != std::string::npos; }, milliseconds);
     }
     QProcess& serve(const QString& port) {
         return desktop.start(u"python3"_s,
@@ -48,9 +48,15 @@ TEST_P(ConflictTest, AlertNamesTheHolderAndItsButtonFreesThePort) {
     ASSERT_TRUE(waitForLog("conflict listener started"));
     ASSERT_TRUE(waitForLog("notification setup granted=true"));
 
-    QProcess& refused = serve(port);
-    EXPECT_TRUE(refused.state() == QProcess::NotRunning || refused.waitForFinished(kPatience));
-    EXPECT_EQ(refused.exitCode(), 1);
+    // By polling, a server that is gone at once can be missed on a busy machine; people try again.
+    const std::string announced = "[zenlot-daemon] broadcasting port " + port.toStdString() + ",";
+    for (int starts = GetParam().isEmpty() ? 1 : 20; starts > 0; --starts) {
+        QProcess& refused = serve(port);
+        EXPECT_TRUE(refused.state() == QProcess::NotRunning || refused.waitForFinished(kPatience));
+        EXPECT_EQ(refused.exitCode(), 1);
+        if (waitForLog(announced, kPatience / 20))
+            break;
+    }
     ASSERT_EQ(
         alerts.answer(u"Port %1 is already in use"_s.arg(port),
                       u"%1 (PID %2) is blocking port %3 — kill it to free the port."_s.arg(kHolder)
@@ -62,7 +68,7 @@ TEST_P(ConflictTest, AlertNamesTheHolderAndItsButtonFreesThePort) {
     EXPECT_TRUE(holder.state() == QProcess::NotRunning || holder.waitForFinished(kPatience));
     EXPECT_EQ(holder.exitCode(), SIGKILL);
     EXPECT_THAT(PrivateDesktop::firstLine(serve(port)).toStdString(), StartsWith("Serving HTTP"));
-    EXPECT_THAT(log(), HasSubstr("[zenlot-daemon] broadcasting port " + port.toStdString() + ","));
+    EXPECT_THAT(log(), HasSubstr(announced));
 }
 
 INSTANTIATE_TEST_SUITE_P(Noticing, ConflictTest,

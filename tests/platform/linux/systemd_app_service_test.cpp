@@ -46,7 +46,11 @@ TEST_F(SystemdAppServiceTest, RegistersAndUnregisters) {
     EXPECT_EQ(service.unregisterService(), std::nullopt);
     EXPECT_EQ(service.status(), notRegistered);
     for (const std::string description : {"before", "after"}) {
-        writeUnit("[Unit]\nDescription=" + description + '\n' + kSleep + kInstall);
+        writeUnit(std::string("[Unit]\nDescription=")
+                      .append(description)
+                      .append("\n")
+                      .append(kSleep)
+                      .append(kInstall));
         EXPECT_EQ(service.registerService(), std::nullopt);
         EXPECT_EQ(service.status(), enabled);
         EXPECT_EQ(systemctl(u"is-active"_s), "active");

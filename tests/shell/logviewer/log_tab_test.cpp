@@ -156,10 +156,10 @@ TEST_F(LogTabTest, PollSeesWhatHappensToTheFile) {
         ModelOperations operations(model);
         happens();
         QStringList noted;
-        EXPECT_TRUE(waitFor([&] {
+        EXPECT_TRUE(waitFor([&, count = expected.size()] {
             viewModel.pollLogSize();
             noted += operations.take();
-            return noted.size() >= expected.size();
+            return noted.size() >= count;
         })) << name;
         EXPECT_EQ(noted, expected) << name << ": " << noted.join(u'|').toStdString();
     }
