@@ -6,7 +6,7 @@
 #include "inventory/linux/socket_index.h"
 #include "inventory/port_merge.h"
 #include "inventory/port_scanner.h"
-#include "inventory/process_identity.h"
+#include "inventory/process_names.h"
 #include "inventory/process_tables.h"
 #include "inventory/records_json.h"
 

@@ -1,7 +1,6 @@
 #include "background_monitor/attempt_reader.h"
 
 #include "background_monitor/invocation.h"
-#include "inventory/linux/proc_stat.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -117,8 +116,7 @@ void AttemptReader::readFamily(Attempt& attempt) const {
     bool isBelowTerminal = true;
     attempt.origin = pid;
     for (int distance = 0; distance <= kMostAncestors && pid > 1; ++distance) {
-        const auto text = procFiles_.read(std::to_string(pid) + "/stat");
-        const auto stat = text ? decodeProcessStat(*text) : std::nullopt;
+        const auto stat = procFiles_.stat(pid);
         if (!stat)
             return;
         if (pid == attempt.pid)

@@ -4,8 +4,7 @@
 #include "background_monitor/source_reader.h"
 #include "inventory/linux/control_group.h"
 #include "inventory/linux/listening_sockets.h"
-#include "inventory/linux/proc_stat.h"
-#include "inventory/process_identity.h"
+#include "inventory/process_names.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -31,8 +30,7 @@ std::vector<ListeningSocket> LiveMachine::listeningSockets() const {
 }
 
 bool LiveMachine::isRunning(const Attempt& attempt) const {
-    const auto text = procFiles_.read(std::to_string(attempt.pid) + "/stat");
-    const auto stat = text ? decodeProcessStat(*text) : std::nullopt;
+    const auto stat = procFiles_.stat(attempt.pid);
     return stat && stat->state != ProcessState::zombie &&
            bootTimeOfTicks(stat->startTicks) == attempt.processStartedAt;
 }
@@ -125,8 +123,7 @@ bool LiveMachine::holds(ProcessId pid, std::uint64_t inode) const {
 }
 
 ProcessId LiveMachine::parentOf(ProcessId pid) const {
-    const auto text = procFiles_.read(std::to_string(pid) + "/stat");
-    const auto stat = text ? decodeProcessStat(*text) : std::nullopt;
+    const auto stat = procFiles_.stat(pid);
     return stat ? stat->parentPid : 0;
 }
 
@@ -141,8 +138,7 @@ std::optional<PortHolder> LiveMachine::describe(ProcessId pid) const {
     holder.processName = processNameOf(path);
     holder.displayName = makeDisplayName(path, holder.processName);
     for (int distance = 0; distance <= kMostAncestors && pid > 1; ++distance) {
-        const auto text = procFiles_.read(std::to_string(pid) + "/stat");
-        const auto stat = text ? decodeProcessStat(*text) : std::nullopt;
+        const auto stat = procFiles_.stat(pid);
         if (!stat)
             break;
         if (pid == holder.pid)

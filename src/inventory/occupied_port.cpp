@@ -1,6 +1,6 @@
 #include "inventory/occupied_port.h"
 
-#include "inventory/process_identity.h"
+#include "inventory/process_names.h"
 
 #include <unistd.h>
 

@@ -1,6 +1,6 @@
 #include "inventory/port_process.h"
 
-#include "inventory/process_identity.h"
+#include "inventory/process_names.h"
 
 namespace zenlot {
 

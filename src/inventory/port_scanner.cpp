@@ -1,6 +1,6 @@
 #include "inventory/port_scanner.h"
 
-#include "inventory/process_identity.h"
+#include "inventory/process_names.h"
 
 #include <algorithm>
 #include <atomic>

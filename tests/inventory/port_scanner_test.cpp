@@ -1,6 +1,6 @@
 #include "inventory/fake_process_tables.h"
 #include "inventory/port_scanner.h"
-#include "inventory/process_identity.h"
+#include "inventory/process_names.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

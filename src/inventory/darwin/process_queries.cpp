@@ -2,7 +2,7 @@
 
 #include "inventory/darwin/kernel_records.h"
 #include "inventory/darwin/process_records.h"
-#include "inventory/process_identity.h"
+#include "inventory/process_names.h"
 
 #include <algorithm>
 #include <array>

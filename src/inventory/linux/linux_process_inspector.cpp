@@ -3,7 +3,7 @@
 #include "inventory/linux/proc_stat.h"
 #include "inventory/linux/socket_index.h"
 #include "inventory/linux/tcp_socket_table.h"
-#include "inventory/process_identity.h"
+#include "inventory/process_names.h"
 
 #include <unistd.h>
 
@@ -58,8 +58,7 @@ std::uint64_t LinuxProcessInspector::physicalMemoryBytes() const {
 
 std::optional<TaskInfo> LinuxProcessInspector::taskInfo(ProcessId pid) const {
     const std::string folder = std::to_string(pid);
-    const auto statText = procFiles_.read(folder + "/stat");
-    const auto stat = statText ? decodeProcessStat(*statText) : std::nullopt;
+    const auto stat = procFiles_.stat(pid);
     if (!stat)
         return std::nullopt;
     const auto memoryText = procFiles_.read(folder + "/statm");

@@ -3,7 +3,7 @@
 #include "inventory/linux/socket_index.h"
 #include "inventory/linux/tcp_socket_table.h"
 #include "inventory/occupied_port.h"
-#include "inventory/process_identity.h"
+#include "inventory/process_names.h"
 
 #include <algorithm>
 #include <utility>

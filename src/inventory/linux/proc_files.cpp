@@ -143,6 +143,11 @@ std::optional<ProcessStatus> ProcFiles::status(ProcessId pid) const {
     return text ? decodeProcessStatus(*text) : std::nullopt;
 }
 
+std::optional<ProcessStat> ProcFiles::stat(ProcessId pid) const {
+    const auto text = read(pathOf(pid, "stat").data());
+    return text ? decodeProcessStat(*text) : std::nullopt;
+}
+
 std::string ProcFiles::executablePath(ProcessId pid) const {
     constexpr std::string_view kDeleted = " (deleted)";
     std::array<char, PATH_MAX> link;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "inventory/linux/file_descriptor.h"
+#include "inventory/linux/proc_stat.h"
 #include "inventory/process_tables.h"
 
 #include <cstdint>
@@ -39,6 +40,10 @@ class ProcFiles {
                                     const std::function<void(std::uint64_t)>& call) const;
 
     std::optional<ProcessStatus> status(ProcessId pid) const;
+
+    // Of every process, other users' included, as long as it has a folder: also when it has ended
+    // and its parent has not yet asked how.
+    std::optional<ProcessStat> stat(ProcessId pid) const;
 
     // The path of the program as the kernel gives it, bytes and all; empty when unknown. The mark
     // that the kernel adds for a deleted program is taken off.

@@ -1,6 +1,6 @@
 #include "shell/inspector/process_details_collector.h"
 
-#include "inventory/process_identity.h"
+#include "inventory/process_names.h"
 #include "shell/inspector/process_details_text.h"
 
 #include <QDateTime>

@@ -1,6 +1,6 @@
 #include "shell/mainwindow/process_list_model.h"
 
-#include "inventory/process_identity.h"
+#include "inventory/process_names.h"
 #include "text/display_line.h"
 
 #include <QStringList>

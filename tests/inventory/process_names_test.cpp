@@ -1,4 +1,4 @@
-#include "inventory/process_identity.h"
+#include "inventory/process_names.h"
 #include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "inventory/process_identity.h"
+#include "inventory/process_names.h"
 
 #include <unicode/brkiter.h>
 #include <unicode/bytestream.h>
