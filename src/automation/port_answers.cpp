@@ -1,8 +1,8 @@
 #include "automation/port_answers.h"
 
 #include "inventory/port_lookup.h"
-#include "inventory/records_json.h"
 #include "inventory/shared_port_cache.h"
+#include "monitoring/published_ports.h"
 #include "shell/intents/check_port_intent.h"
 
 #include <QFutureWatcher>
@@ -30,8 +30,7 @@ void PortAnswers::answer(const QList<PortQuery>& queries, QObject* context, Rece
 
 QStringList PortAnswers::dialogsFor(const QList<PortQuery>& queries) const {
     SharedPortCache published;
-    const auto text = SharedContainer::read(container_.portsFileURL());
-    if (auto ports = text ? decodeOccupiedPorts(*text) : std::nullopt)
+    if (auto ports = readPublishedPorts(container_))
         published.replace(*std::move(ports));
     const PortLookup lookup(scanner_, published);
     QStringList dialogs;

@@ -137,6 +137,8 @@ void AttemptTracker::processEnded(ProcessId pid, ProcessEnd end, BootTime now) {
 }
 
 void AttemptTracker::socketDied(UnusedSocket socket, BootTime now) {
+    if (socket.kind == UnusedSocket::Kind::bound)
+        return;
     if (socket.kind == UnusedSocket::Kind::addressProbe) {
         // The probe begins with a socket that is not even bound.
         const auto probe =

@@ -4,6 +4,8 @@
 #include "background_monitor/polling_process_events.h"
 #include "background_monitor/power_supply.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <ctime>
 #include <string>
@@ -19,6 +21,24 @@ constexpr BootTime kPauseBetweenProcessPolls{25};
 // To walk all descriptors costs as much as some minutes of polls, and the holder of a port that is
 // announced is looked up anyway.
 constexpr std::chrono::minutes kLookAtAllEvery{5};
+
+// What polls may cost that come before their time. Listeners end one by one, and somebody waits for
+// the word; processes start all the time, and most of them listen on nothing.
+constexpr int kRestAfterEnds = 20;
+constexpr std::chrono::milliseconds kEndsAtOnce{50};
+constexpr int kRestAfterStarts = 1000;
+constexpr std::chrono::milliseconds kStartsAtOnce{20};
+
+// Ends come in company, and so do the sockets of one process.
+constexpr BootTime kTogether{5};
+
+// The first look after a start; the following ones each wait a third longer, so that a server which
+// takes its time to listen is found a little later than one which is quick.
+constexpr BootTime kFirstPauseAfterStart{30};
+
+BootTime pauseAfter(BootTime pause) {
+    return pause * 4 / 3;
+}
 
 // How late word of a start may come on a busy machine.
 constexpr BootTime kLatestWord{1000};
@@ -64,19 +84,22 @@ std::unique_ptr<ProcessEvents> makeProcessEvents(BackgroundMonitor::Noticing not
 
 } // namespace
 
-BackgroundMonitor::BackgroundMonitor(const ContainerWriter& container,
-                                     const HomeDirectories& directories,
+BackgroundMonitor::BackgroundMonitor(ContainerKeeper& container, const HomeDirectories& directories,
                                      BroadcastCenter& broadcasts, AppLog& log, Noticing noticing)
-    : log_(log), attemptReader_(runtimes_, directories.home.toStdString()),
-      scanner_(processTables_),
+    : container_(container), broadcasts_(broadcasts), log_(log),
+      attemptReader_(runtimes_, directories.home.toStdString()), scanner_(processTables_),
       portScan_(scanner_, std::chrono::steady_clock::now, kLookAtAllEvery),
-      portPublisher_(container, broadcasts), conflictPublisher_(container, broadcasts, log),
+      portPublisher_(container.writer(), broadcasts),
+      conflictPublisher_(container.writer(), broadcasts, log),
       machine_([this](std::uint16_t port) { return portPublisher_.ownerOf(port); }),
       processEvents_(makeProcessEvents(noticing)),
       tracker_(deadSockets_.descriptor() < 0 ? AttemptTracker::DeadSockets::unseen
                                              : AttemptTracker::DeadSockets::seen,
                processEvents_->comesByItself() ? AttemptTracker::Ends::told
-                                               : AttemptTracker::Ends::unseen) {
+                                               : AttemptTracker::Ends::unseen),
+      ends_{WorkBudget(kRestAfterEnds, kEndsAtOnce)}, starts_{WorkBudget(kRestAfterStarts,
+                                                                         kStartsAtOnce)},
+      pauseAfterStart_(PollPace::kFastest) {
     pollTimer_.setSingleShot(true);
     processPollTimer_.setSingleShot(true);
     lookTimer_.setSingleShot(true);
@@ -95,6 +118,14 @@ void BackgroundMonitor::start() {
         QObject::connect(deadSocketNotifier_.get(), &QSocketNotifier::activated, this,
                          [this] { noteDeadSockets(); });
     }
+    if (owners_.descriptor() >= 0) {
+        ownerNotifier_ =
+            std::make_unique<QSocketNotifier>(owners_.descriptor(), QSocketNotifier::Read);
+        QObject::connect(ownerNotifier_.get(), &QSocketNotifier::activated, this,
+                         [this] { noteEndedOwners(); });
+    }
+    container_.start({.remade = [this] { publishAnew(); },
+                      .lost = [] { QCoreApplication::exit(kAnotherRuns); }});
     processEvents_->start({[this](ProcessId pid) { noteStart(pid); },
                            [this](ProcessId pid, ProcessEnd end) {
                                tracker_.processEnded(pid, end, bootTimeNow());
@@ -109,14 +140,48 @@ void BackgroundMonitor::start() {
     poll();
 }
 
+void BackgroundMonitor::stop() {
+    pollTimer_.stop();
+    if (!container_.isOurs())
+        return;
+    portPublisher_.withdraw();
+    broadcasts_.settle();
+}
+
 void BackgroundMonitor::poll() {
     const std::chrono::nanoseconds before = timeWorked();
+    container_.check();
     processEvents_->poll();
-    if (portPublisher_.publish(*portScan_.listOccupiedPorts()) || !tracker_.isIdle())
+    if (portPublisher_.publish(*portScan_.listOccupiedPorts())) {
+        owners_.assign(portPublisher_.owners());
         pace_.noteChange();
+    } else if (!tracker_.isIdle()) {
+        pace_.noteChange();
+    }
+    const std::chrono::nanoseconds work = timeWorked() - before;
+    for (Prompting* reason : {&ends_, &starts_}) {
+        if (std::exchange(reason->isPending, false))
+            reason->budget.spend(work, bootTimeNow());
+    }
     // Where looking takes long, because many processes have to be walked, it happens less often.
-    pollTimer_.start(
-        std::max(pace_.next(power()), restAfter(timeWorked() - before, kRestAfterPoll)));
+    pollTimer_.start(std::max(pace_.next(power()), restAfter(work, kRestAfterPoll)));
+    if (pauseAfterStart_ < PollPace::kFastest)
+        pollSoon(starts_, std::exchange(pauseAfterStart_, pauseAfter(pauseAfterStart_)));
+}
+
+void BackgroundMonitor::pollSoon(Prompting& reason, BootTime delay) {
+    reason.isPending = true;
+    const BootTime wait = std::max(delay, reason.budget.wait(bootTimeNow()));
+    if (!pollTimer_.isActive() || pollTimer_.remainingTimeAsDuration() > wait)
+        pollTimer_.start(wait);
+}
+
+// The container has lost what was in it.
+void BackgroundMonitor::publishAnew() {
+    log_.writeAppLog(QStringLiteral("shared container restored"));
+    portPublisher_.forget();
+    portPublisher_.publish(*portScan_.listOccupiedPorts());
+    conflictPublisher_.restore();
 }
 
 void BackgroundMonitor::pollProcesses() {
@@ -139,6 +204,10 @@ PollPace::Power BackgroundMonitor::power() {
 void BackgroundMonitor::noteDeadSockets() {
     bool hasNews = false;
     deadSockets_.read([this, &hasNews](UnusedSocket socket) {
+        if (socket.port != 0 && portPublisher_.lists(socket.port))
+            pollSoon(ends_, kTogether);
+        if (socket.kind == UnusedSocket::Kind::bound)
+            return;
         tracker_.socketDied(socket, bootTimeNow());
         hasNews = true;
     });
@@ -155,7 +224,15 @@ void BackgroundMonitor::noteDeadSockets() {
         processPollTimer_.start(wait);
 }
 
+// Its sockets may live on in another process, which is the owner now.
+void BackgroundMonitor::noteEndedOwners() {
+    if (!owners_.takeEnded().empty())
+        pollSoon(ends_, kTogether);
+}
+
 void BackgroundMonitor::noteStart(ProcessId pid) {
+    pauseAfterStart_ = pauseAfter(kFirstPauseAfterStart);
+    pollSoon(starts_, kFirstPauseAfterStart);
     if (auto attempt = attemptReader_.read(pid)) {
         const BootTime now = bootTimeNow();
         // A shell may have worked for long before it became the server.

@@ -2,22 +2,28 @@
 // server of the user could not have its port.
 //
 // Everything runs in the event loop of the thread that made it. It is woken by the kernel where
-// that is allowed, by a poll every few seconds, and by nothing else.
+// that is allowed, by a poll every few seconds, and by nothing else. The end of a listener or of
+// its owner is published at once, a new listener soon after the start of its process, as far as the
+// share of the processor's time allows that is left for each of both.
 //
-//     BackgroundMonitor monitor(directories, broadcasts, log);
+//     BackgroundMonitor monitor(container, directories, broadcasts, log, Noticing::best);
 //     monitor.start();
+//     ...
+//     monitor.stop();
 #pragma once
 
 #include "background_monitor/attempt_reader.h"
 #include "background_monitor/attempt_tracker.h"
 #include "background_monitor/conflict_publisher.h"
-#include "background_monitor/container_writer.h"
+#include "background_monitor/container_keeper.h"
 #include "background_monitor/live_machine.h"
 #include "background_monitor/poll_pace.h"
 #include "background_monitor/port_publisher.h"
 #include "background_monitor/process_events.h"
 #include "background_monitor/runtime_table.h"
+#include "background_monitor/work_budget.h"
 #include "inventory/linux/linux_process_tables.h"
+#include "inventory/linux/pidfd_set.h"
 #include "inventory/linux/unused_socket_watch.h"
 #include "inventory/port_scanner.h"
 #include "inventory/repeated_port_scan.h"
@@ -36,26 +42,43 @@ namespace zenlot {
 
 class BackgroundMonitor final : public QObject {
   public:
+    // What the event loop returns when another monitor has taken over the container.
+    static constexpr int kAnotherRuns = 1;
+
     // How processes are noticed: as well as the kernel allows, or by polling in any case.
     enum class Noticing : std::uint8_t { best, polling };
 
     // The references must outlive the object.
-    BackgroundMonitor(const ContainerWriter& container, const HomeDirectories& directories,
+    BackgroundMonitor(ContainerKeeper& container, const HomeDirectories& directories,
                       BroadcastCenter& broadcasts, AppLog& log, Noticing noticing);
     ~BackgroundMonitor() override;
 
     void start();
 
+    // Withdraws the list of ports, unless the container has become another monitor's.
+    void stop();
+
   private:
+    // Why a poll comes before its time, and what that may cost.
+    struct Prompting {
+        WorkBudget budget;
+        bool isPending{false};
+    };
+
     void poll();
+    void pollSoon(Prompting& reason, BootTime delay);
+    void publishAnew();
     void pollProcesses();
     PollPace::Power power();
     void noteDeadSockets();
+    void noteEndedOwners();
     void noteStart(ProcessId pid);
     void look();
     void planLook();
     void hurry();
 
+    ContainerKeeper& container_;
+    BroadcastCenter& broadcasts_;
     AppLog& log_;
     RuntimeTable runtimes_;
     AttemptReader attemptReader_;
@@ -69,6 +92,11 @@ class BackgroundMonitor final : public QObject {
     std::unique_ptr<ProcessEvents> processEvents_;
     AttemptTracker tracker_;
     std::unique_ptr<QSocketNotifier> deadSocketNotifier_;
+    PidfdSet owners_;
+    std::unique_ptr<QSocketNotifier> ownerNotifier_;
+    Prompting ends_;
+    Prompting starts_;
+    BootTime pauseAfterStart_; // grows from start to start
     PollPace pace_;
     PollPace::Power power_{PollPace::Power::mains};
     std::optional<BootTime> powerAskedAt_;

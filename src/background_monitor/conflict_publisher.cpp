@@ -58,4 +58,12 @@ void ConflictPublisher::publish(const Verdict& verdict) {
     broadcasts_.post(conflictBroadcast(record.port));
 }
 
+void ConflictPublisher::restore() {
+    if (records_.empty())
+        return;
+    for (const ConflictRecord& record : records_)
+        container_.replace(portFile(record.port), encodeConflictRecord(record));
+    container_.replace(std::string(kConflictsFile), encodeConflictRecords(records_));
+}
+
 } // namespace zenlot

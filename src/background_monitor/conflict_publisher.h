@@ -27,6 +27,9 @@ class ConflictPublisher {
 
     void publish(const Verdict& verdict);
 
+    // Writes the files once more, where they have gone.
+    void restore();
+
   private:
     const ContainerWriter& container_;
     BroadcastCenter& broadcasts_;

@@ -12,9 +12,15 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
+#include <system_error>
 
 namespace zenlot {
 namespace {
+
+// In the names of files that are being written: what stands before it is the name of the file that
+// they will be.
+constexpr std::string_view kTemporaryMark = ".json.";
 
 bool writeWhole(int descriptor, std::string_view content) {
     while (!content.empty()) {
@@ -30,8 +36,22 @@ bool writeWhole(int descriptor, std::string_view content) {
 
 ContainerWriter::ContainerWriter(const QString& stateHome)
     : folder_(QFile::encodeName(stateHome).toStdString() + "/" + std::string(kContainerFolder)) {
+    make();
+}
+
+void ContainerWriter::make() const {
     makePrivateDirectories(QFile::decodeName(folder_.c_str()));
     ::chmod(folder_.c_str(), S_IRWXU);
+}
+
+void ContainerWriter::sweep() const {
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(folder_, error), end; !error && entry != end;
+         entry.increment(error)) {
+        const std::string name = entry->path().filename().string();
+        if (name.starts_with('.') && name.find(kTemporaryMark) != std::string::npos)
+            remove(name);
+    }
 }
 
 bool ContainerWriter::replace(const std::string& name, std::string_view content) const {

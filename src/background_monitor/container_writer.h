@@ -14,10 +14,17 @@ class ContainerWriter {
     // Makes the container where it is missing.
     explicit ContainerWriter(const QString& stateHome);
 
+    void make() const;
+
+    // Removes what was half written by a writer that was killed. Nobody else may be writing.
+    void sweep() const;
+
     // False when the file could not be written; the old one is then still there.
     bool replace(const std::string& name, std::string_view content) const;
 
     void remove(const std::string& name) const;
+
+    const std::string& folder() const { return folder_; }
 
     // Of all files in the container.
     std::string path(const std::string& name) const { return folder_ + "/" + name; }

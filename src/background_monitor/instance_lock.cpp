@@ -5,11 +5,35 @@
 #include <sys/stat.h>
 
 #include <cerrno>
+#include <utility>
 
 namespace zenlot {
+namespace {
 
-InstanceLock::InstanceLock(const std::string& path)
-    : file_(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR)),
-      isOurs_(!file_ || ::flock(file_.get(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) {}
+bool isRefused(int result) {
+    return result != 0 && (errno == EWOULDBLOCK || errno == EAGAIN || errno == EACCES);
+}
+
+bool lock(const FileDescriptor& file) {
+    struct flock whole {};
+    whole.l_type = F_WRLCK;
+    whole.l_whence = SEEK_SET;
+    return !isRefused(::flock(file.get(), LOCK_EX | LOCK_NB)) &&
+           !isRefused(::fcntl(file.get(), F_OFD_SETLK, &whole));
+}
+
+} // namespace
+
+InstanceLock::InstanceLock(std::string path)
+    : path_(std::move(path)),
+      file_(::open(path_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR)),
+      isOurs_(!file_ || lock(file_)) {}
+
+bool InstanceLock::isInPlace() const {
+    struct stat held {};
+    struct stat there {};
+    return file_ && ::fstat(file_.get(), &held) == 0 && ::lstat(path_.c_str(), &there) == 0 &&
+           held.st_dev == there.st_dev && held.st_ino == there.st_ino;
+}
 
 } // namespace zenlot

@@ -1,6 +1,6 @@
 // zenlot-monitor: the background monitor of one user, without a window.
 #include "background_monitor/background_monitor.h"
-#include "background_monitor/instance_lock.h"
+#include "background_monitor/container_keeper.h"
 #include "platform/linux/session_bus.h"
 #include "platform/linux/session_bus_broadcast_center.h"
 #include "platform/linux/termination_signals.h"
@@ -14,15 +14,18 @@
 namespace zenlot {
 namespace {
 
-enum ExitStatus : int { stopped = 0, alreadyRunning = 1, badUsage = 2 };
+enum ExitStatus : int {
+    stopped = 0,
+    alreadyRunning = BackgroundMonitor::kAnotherRuns,
+    badUsage = 2
+};
 
 int run(int argc, char** argv, BackgroundMonitor::Noticing noticing) {
     const QCoreApplication application(argc, argv);
     const TerminationSignals termination([] { QCoreApplication::quit(); });
     const HomeDirectories directories = xdgHomeDirectories();
-    const ContainerWriter container(directories.stateHome);
-    const InstanceLock lock(container.path(".monitor.lock"));
-    if (!lock.isOurs()) {
+    ContainerKeeper container(directories.stateHome);
+    if (!container.isOurs()) {
         std::fputs("zenlot-monitor: another one is running for this user\n", stderr);
         return alreadyRunning;
     }
@@ -34,6 +37,7 @@ int run(int argc, char** argv, BackgroundMonitor::Noticing noticing) {
     BackgroundMonitor monitor(container, directories, broadcasts, log, noticing);
     monitor.start();
     const int status = QCoreApplication::exec();
+    monitor.stop();
     log.writeAppLog(QStringLiteral("background monitor stopped"));
     return status;
 }

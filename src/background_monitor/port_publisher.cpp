@@ -22,13 +22,31 @@ bool PortPublisher::publish(const std::vector<OccupiedPort>& ports) {
     return true;
 }
 
+void PortPublisher::withdraw() {
+    forget();
+    publish({});
+}
+
 ProcessId PortPublisher::ownerOf(std::uint16_t port) const {
+    const OccupiedPort* record = find(port);
+    return record ? static_cast<ProcessId>(record->pid) : 0;
+}
+
+std::vector<ProcessId> PortPublisher::owners() const {
+    std::vector<ProcessId> owners;
+    for (const OccupiedPort& record : published_.value_or(std::vector<OccupiedPort>())) {
+        if (record.pid != 0)
+            owners.push_back(static_cast<ProcessId>(record.pid));
+    }
+    return owners;
+}
+
+const OccupiedPort* PortPublisher::find(std::uint16_t port) const {
     if (!published_)
-        return 0;
+        return nullptr;
     const auto found =
         std::ranges::lower_bound(*published_, std::int64_t{port}, {}, &OccupiedPort::port);
-    return found != published_->end() && found->port == port ? static_cast<ProcessId>(found->pid)
-                                                             : 0;
+    return found != published_->end() && found->port == port ? &*found : nullptr;
 }
 
 } // namespace zenlot

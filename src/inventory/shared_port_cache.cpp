@@ -4,9 +4,15 @@
 
 namespace zenlot {
 
+SharedPortCache::SharedPortCache(MinderQuery isMinded) : isMinded_(std::move(isMinded)) {}
+
 SharedPorts SharedPortCache::list() const {
-    const std::lock_guard lock(mutex_);
-    return ports_;
+    SharedPorts ports;
+    {
+        const std::lock_guard lock(mutex_);
+        ports = ports_;
+    }
+    return ports->empty() || !isMinded_ || isMinded_() ? ports : nothing_;
 }
 
 void SharedPortCache::replace(std::vector<OccupiedPort> ports) {

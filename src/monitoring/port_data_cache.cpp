@@ -1,12 +1,11 @@
 #include "monitoring/port_data_cache.h"
 
-#include "inventory/records_json.h"
 #include "monitoring/broadcast_names.h"
+#include "monitoring/published_ports.h"
 
 #include <QThread>
 #include <QtConcurrent>
 
-#include <string>
 #include <utility>
 
 namespace zenlot {
@@ -43,10 +42,8 @@ void PortDataCache::loadPorts() {
 void PortDataCache::beginLoad() {
     phase_ = Phase::loading;
     // The task has a container of its own, so it may outlive this object.
-    load_.setFuture(QtConcurrent::run([container = container_]() -> Ports {
-        const std::optional<std::string> text = SharedContainer::read(container.portsFileURL());
-        return text ? decodeOccupiedPorts(*text) : std::nullopt;
-    }));
+    load_.setFuture(
+        QtConcurrent::run([container = container_] { return readPublishedPorts(container); }));
 }
 
 void PortDataCache::finishLoad() {

@@ -73,6 +73,10 @@ std::optional<std::filesystem::path> SharedContainer::conflictFileURL(std::int64
     return fileURL("conflict-" + std::to_string(port) + ".json");
 }
 
+std::optional<std::filesystem::path> SharedContainer::lockFileURL() const {
+    return fileURL(kMonitorLockFile);
+}
+
 std::optional<std::string> SharedContainer::read(const std::optional<std::filesystem::path>& file) {
     if (!file)
         return std::nullopt;

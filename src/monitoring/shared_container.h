@@ -26,6 +26,8 @@ namespace zenlot {
 inline constexpr std::string_view kContainerFolder = "group.dev.quorvane.zenlot";
 inline constexpr std::string_view kPortsFile = "ports.json";
 inline constexpr std::string_view kConflictsFile = "conflicts.json";
+// Locked by the background monitor for as long as it minds the list of ports.
+inline constexpr std::string_view kMonitorLockFile = ".monitor.lock";
 
 class SharedContainer {
   public:
@@ -41,6 +43,9 @@ class SharedContainer {
     std::optional<std::filesystem::path> portsFileURL() const;
     std::optional<std::filesystem::path> conflictsFileURL() const;
     std::optional<std::filesystem::path> conflictFileURL(std::int64_t port) const;
+
+    // Where the monitor's lock lies, none without a container.
+    std::optional<std::filesystem::path> lockFileURL() const;
 
     // The content of a file, none when there is no location or no such file, when it is no regular
     // file, may not be read, is larger than a record file may be (kMaxJsonBytes), or changes its

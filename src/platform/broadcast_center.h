@@ -35,6 +35,9 @@ class BroadcastCenter {
     virtual void observe(const QString& name, QObject* context, Handler handler) = 0;
 
     virtual void post(const QString& name) = 0;
+
+    // Waits until what was posted has left the program, for half a second at the most. For its end.
+    virtual void settle() = 0;
 };
 
 } // namespace zenlot

@@ -26,6 +26,8 @@ class FakeBroadcastCenter final : public BroadcastCenter {
             QCoreApplication::postEvent(observation, new QEvent(QEvent::User));
     }
 
+    void settle() override {}
+
     std::size_t observerCount(const QString& name) const { return observationsOf(name).size(); }
 
   private:

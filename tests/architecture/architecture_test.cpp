@@ -20,8 +20,10 @@ using Names = std::set<std::string>;
 // Each room with everything that it may link, from the ground floor up. Rooms on one floor do not
 // know each other; only the programs on top see the rooms of a platform.
 const std::map<std::string, Names> kPlan{
+    {"posix", {}},
     {"inventory",
-     {"nlohmann_json::nlohmann_json", "ICU::uc", "PkgConfig::Uuid", "Threads::Threads"}},
+     {"zenlot_posix", "nlohmann_json::nlohmann_json", "ICU::uc", "PkgConfig::Uuid",
+      "Threads::Threads"}},
     {"inventory/linux", {"zenlot_inventory"}},
     {"inventory/darwin", {"zenlot_inventory"}},
     {"text", {"Qt6::Core"}},

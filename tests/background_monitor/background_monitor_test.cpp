@@ -5,6 +5,7 @@
 #include "support/listener.h"
 #include "support/temporary_folder.h"
 
+#include <QDBusMessage>
 #include <QFileInfo>
 #include <QProcess>
 #include <QTest>
@@ -43,7 +44,7 @@ class BackgroundMonitorTest : public testing::TestWithParam<QStringList> {
 
     void TearDown() override {
         QDBusConnection::disconnectFromBus(u"observer"_s);
-        for (QProcess* process : {&server, &holder, &monitor, &bus}) {
+        for (QProcess* process : {&server, &holder, &automation, &monitor, &bus}) {
             process->kill();
             process->waitForFinished();
         }
@@ -92,10 +93,51 @@ class BackgroundMonitorTest : public testing::TestWithParam<QStringList> {
         return false;
     }
 
+    // Starts the monitor beside a server, and waits until both are there.
+    void startMonitor() {
+        start(monitor, QStringLiteral(ZENLOT_MONITOR), GetParam());
+        ASSERT_TRUE(waitFor([this] { return isPublished(); }));
+    }
+
+    std::string published() const { return home.read(kContainer + "ports.json"); }
+    bool isPublished() const {
+        return published().find("{\"port\":" + std::to_string(port) + ",") != std::string::npos;
+    }
+
+    static void end(QProcess& process) {
+        process.kill();
+        ASSERT_TRUE(process.waitForFinished(kPatienceMilliseconds));
+    }
+
+    // What the desktop's search and the terminal say of the port.
+    std::vector<std::string> answers() {
+        if (automation.state() == QProcess::NotRunning)
+            start(automation, QStringLiteral(ZENLOT_AUTOMATION), {});
+        const QString name = u"dev.quorvane.zenlot.Automation"_s;
+        QDBusMessage question = QDBusMessage::createMethodCall(
+            name, u"/dev/quorvane/zenlot/Automation"_s, name, u"CheckPort"_s);
+        question.setArguments({QVariant(qlonglong{port})});
+        QDBusMessage answer;
+        waitFor([&] {
+            answer = connection.call(question);
+            return answer.type() == QDBusMessage::ReplyMessage;
+        });
+        QProcess terminal;
+        start(terminal, QStringLiteral(ZENLOTCTL), {u"check"_s, QString::number(port)});
+        terminal.waitForFinished();
+        return {answer.arguments().value(0).toString().toStdString(),
+                QString::fromUtf8(terminal.readAllStandardOutput()).trimmed().toStdString()};
+    }
+
+    testing::Matcher<std::vector<std::string>> sayFree() const {
+        return testing::Each("Port " + std::to_string(port) + " is free — nothing is using it.");
+    }
+
     TemporaryFolder home;
     QProcessEnvironment environment;
     QProcess bus;
     QProcess monitor;
+    QProcess automation;
     QProcess holder;
     QProcess server;
     QDBusConnection connection{QString()};
@@ -150,6 +192,58 @@ TEST_P(BackgroundMonitorTest, NamesWhoHoldsThePortThatAServerWanted) {
     EXPECT_EQ(monitor.exitCode(), 0);
     EXPECT_THAT(home.read(kLog), HasSubstr("stopped\n"));
     EXPECT_EQ(monitor.readAllStandardError().toStdString(), "");
+}
+
+// Regular polls come every two seconds at the most, so that six servers in a row that are gone from
+// the list within one would be a wonder without word of their ends.
+TEST_P(BackgroundMonitorTest, KilledServersAreGoneFromEveryAnswerAtOnce) {
+    for (int round = 0; round < 6; ++round) {
+        ASSERT_NO_FATAL_FAILURE(startHolder());
+        if (round == 0) {
+            ASSERT_NO_FATAL_FAILURE(startMonitor());
+        }
+        ASSERT_TRUE(waitFor([this] { return isPublished(); }));
+        ASSERT_NO_FATAL_FAILURE(end(holder));
+        EXPECT_TRUE(QTest::qWaitFor([this] { return !isPublished(); }, 1000)) << round;
+        EXPECT_THAT(answers(), sayFree());
+    }
+}
+
+// A list is withdrawn by a monitor that ends, and nobody's when it was killed.
+TEST_P(BackgroundMonitorTest, NothingIsBelievedOfAMonitorThatIsGone) {
+    SessionBusBroadcastCenter broadcasts(connection);
+    QObject context;
+    std::string listAtLastWord;
+    broadcasts.observe(kPortsUpdatedBroadcast, &context,
+                       [&](const QString&) { listAtLastWord = published(); });
+    ASSERT_NO_FATAL_FAILURE(startHolder());
+    ASSERT_NO_FATAL_FAILURE(startMonitor());
+    EXPECT_THAT(answers(), testing::Each(HasSubstr("is used by: ")));
+    monitor.terminate();
+    ASSERT_TRUE(monitor.waitForFinished(kPatienceMilliseconds));
+    EXPECT_EQ(published(), "[]");
+    EXPECT_TRUE(waitFor([&] { return listAtLastWord == "[]"; }));
+
+    ASSERT_NO_FATAL_FAILURE(startMonitor());
+    ASSERT_NO_FATAL_FAILURE(end(monitor));
+    ASSERT_NO_FATAL_FAILURE(end(holder));
+    EXPECT_TRUE(isPublished());
+    EXPECT_THAT(answers(), sayFree());
+}
+
+TEST_P(BackgroundMonitorTest, ARemovedContainerIsMadeAnewAndStaysOneMonitors) {
+    ASSERT_NO_FATAL_FAILURE(startHolder());
+    ASSERT_NO_FATAL_FAILURE(startMonitor());
+    std::filesystem::remove_all(home.path() / kContainer);
+    ASSERT_TRUE(waitFor([this] { return isPublished(); }));
+    QProcess second;
+    start(second, QStringLiteral(ZENLOT_MONITOR), {});
+    ASSERT_TRUE(second.waitForFinished(kPatienceMilliseconds));
+    EXPECT_EQ(second.exitCode(), 1);
+    ASSERT_TRUE(isNoticed());
+    EXPECT_EQ(conflicts().size(), 1U);
+    ASSERT_NO_FATAL_FAILURE(end(holder));
+    EXPECT_TRUE(waitFor([this] { return !isPublished(); }));
 }
 
 // It opens the sockets of the user's services for them, and the session ends with it.

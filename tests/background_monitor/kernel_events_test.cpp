@@ -2,6 +2,7 @@
 #include "background_monitor/connector_process_events.h"
 #include "inventory/linux/control_group.h"
 #include "inventory/linux/listening_sockets.h"
+#include "inventory/linux/pidfd_set.h"
 #include "inventory/linux/unused_socket_watch.h"
 #include "support/listener.h"
 #include "support/temporary_folder.h"
@@ -12,6 +13,7 @@
 #include <sys/stat.h>
 #include <sys/wait.h>
 
+#include <csignal>
 #include <cstring>
 
 namespace zenlot {
@@ -78,11 +80,14 @@ bool waitFor(int descriptor) {
     return ::poll(&readable, 1, 10'000) == 1;
 }
 
-TEST(UnusedSocketWatchTest, SeesAFailedBindAndNoUseOfSockets) {
+TEST(UnusedSocketWatchTest, SeesAFailedBindAndTheEndOfAListenerButNoConnections) {
     UnusedSocketWatch watch;
     ASSERT_GE(watch.descriptor(), 0);
+    std::uint16_t port = 0;
+    std::uint16_t clientPort = 0;
     {
-        const Listener listener(AF_INET6); // which dies with a port
+        const Listener listener(AF_INET6);
+        port = listener.port();
         sockaddr_in6 address{};
         address.sin6_family = AF_INET6;
         address.sin6_addr = in6addr_loopback;
@@ -90,20 +95,57 @@ TEST(UnusedSocketWatchTest, SeesAFailedBindAndNoUseOfSockets) {
         const auto* generic = reinterpret_cast<const sockaddr*>(&address);
         const FileDescriptor client(::socket(AF_INET6, SOCK_STREAM, 0));
         EXPECT_EQ(::connect(client.get(), generic, sizeof address), 0);
+        sockaddr_in6 own{};
+        socklen_t length = sizeof own;
+        ::getsockname(client.get(), reinterpret_cast<sockaddr*>(&own), &length);
+        clientPort = ntohs(own.sin6_port);
         const FileDescriptor second(::socket(AF_INET6, SOCK_STREAM, 0));
         EXPECT_NE(::bind(second.get(), generic, sizeof address), 0);
     }
     const FileDescriptor last(::socket(AF_INET, SOCK_STREAM, 0));
     FileDescriptor(::socket(AF_INET, SOCK_STREAM, 0)) = FileDescriptor();
     std::vector<UnusedSocket> seen;
-    const UnusedSocket failed{UnusedSocket::Kind::unbound, AddressFamily::ipv6};
-    const UnusedSocket end{UnusedSocket::Kind::unbound, AddressFamily::ipv4};
+    const UnusedSocket failed{UnusedSocket::Kind::unbound, AddressFamily::ipv6, 0};
+    const UnusedSocket end{UnusedSocket::Kind::unbound, AddressFamily::ipv4, 0};
+    const auto isOn = [](std::uint16_t number) {
+        return [number](const UnusedSocket& socket) { return socket.port == number; };
+    };
     // Others may leave such sockets at the same time.
     while (std::ranges::find(seen, failed) == seen.end() ||
            std::ranges::find(seen, end) == seen.end()) {
         ASSERT_TRUE(waitFor(watch.descriptor()));
         watch.read([&seen](UnusedSocket socket) { seen.push_back(socket); });
     }
+    // A connection that nobody has accepted loses its peer and dies with the listener.
+    EXPECT_TRUE(std::ranges::any_of(seen, isOn(port)));
+    EXPECT_FALSE(std::ranges::any_of(seen, isOn(clientPort)));
+}
+
+TEST(PidfdSetTest, TellsOfEachEndOnceAndOnlyOfThoseThatAreWatched) {
+    const auto fork = [] {
+        const ProcessId child = ::fork();
+        if (child == 0) {
+            ::pause();
+            ::_exit(0);
+        }
+        return child;
+    };
+    const auto end = [](ProcessId child) {
+        ::kill(child, SIGKILL);
+        ::waitpid(child, nullptr, 0);
+    };
+    const ProcessId first = fork();
+    const ProcessId second = fork();
+    PidfdSet set;
+    set.assign({first, second, first});
+    EXPECT_TRUE(set.takeEnded().empty());
+    end(first);
+    ASSERT_TRUE(waitFor(set.descriptor()));
+    EXPECT_EQ(set.takeEnded(), std::vector{first});
+    EXPECT_TRUE(set.takeEnded().empty());
+    set.assign({});
+    end(second);
+    EXPECT_TRUE(set.takeEnded().empty());
 }
 
 std::vector<std::byte> processEvent(std::uint32_t kind, std::uint32_t thread, std::uint32_t process,

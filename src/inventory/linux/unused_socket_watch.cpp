@@ -26,18 +26,9 @@ constexpr auto offsetInMessage(std::size_t offset) {
     return static_cast<std::uint32_t>(kMessageStart + offset);
 }
 
-// Passes sockets without a local port, and those whose local address is ::1 and that have no peer.
-// The kernel's filter machine loads in network byte order, which is that of ports and addresses.
-constexpr std::array<sock_filter, 12> kFilter{{
+// Passes sockets without a peer.
+constexpr std::array<sock_filter, 4> kFilter{{
     BPF_STMT(BPF_LD | BPF_H | BPF_ABS, offsetInMessage(offsetof(inet_diag_msg, id.idiag_dport))),
-    BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, 0, 0, 9),
-    BPF_STMT(BPF_LD | BPF_H | BPF_ABS, offsetInMessage(offsetof(inet_diag_msg, id.idiag_sport))),
-    BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, 0, 6, 0),
-    BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetInMessage(offsetof(inet_diag_msg, id.idiag_src) + 12)),
-    BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, 1, 0, 5),
-    BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetInMessage(offsetof(inet_diag_msg, id.idiag_src) + 8)),
-    BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, 0, 0, 3),
-    BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetInMessage(offsetof(inet_diag_msg, id.idiag_src))),
     BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, 0, 0, 1),
     BPF_STMT(BPF_RET | BPF_K, 0xffffffff),
     BPF_STMT(BPF_RET | BPF_K, 0),
@@ -82,13 +73,14 @@ std::optional<UnusedSocket> decodeUnusedSocket(std::span<const std::byte> datagr
         return std::nullopt;
     const AddressFamily family =
         message.idiag_family == AF_INET6 ? AddressFamily::ipv6 : AddressFamily::ipv4;
-    if (message.id.idiag_sport == 0)
-        return UnusedSocket{UnusedSocket::Kind::unbound, family};
-    if (family == AddressFamily::ipv6 &&
-        std::memcmp(&message.id.idiag_src, &in6addr_loopback, sizeof in6addr_loopback) == 0 &&
-        ntohs(message.id.idiag_sport) >= kFirstPortOfKernelsChoice)
-        return UnusedSocket{UnusedSocket::Kind::addressProbe, family};
-    return std::nullopt;
+    const std::uint16_t port = ntohs(message.id.idiag_sport);
+    if (port == 0)
+        return UnusedSocket{UnusedSocket::Kind::unbound, family, 0};
+    const bool isProbe =
+        family == AddressFamily::ipv6 && port >= kFirstPortOfKernelsChoice &&
+        std::memcmp(&message.id.idiag_src, &in6addr_loopback, sizeof in6addr_loopback) == 0;
+    return UnusedSocket{isProbe ? UnusedSocket::Kind::addressProbe : UnusedSocket::Kind::bound,
+                        family, port};
 }
 
 UnusedSocketWatch::UnusedSocketWatch() : socket_(watchSocket()) {}

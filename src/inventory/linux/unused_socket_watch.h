@@ -1,12 +1,12 @@
-// Tells the moment in which a TCP socket dies that never got an address: the only trace that a
-// failed bind() leaves.
+// Tells the moment in which a TCP socket dies that never had a peer: that of a listener, and one
+// that never got an address, which is the only trace that a failed bind() leaves.
 //
 // A server whose port is taken makes a socket, is refused the port, and closes the socket. The
 // kernel announces the end of every socket to those who ask (the group that `ss --events` listens
-// to), without privileges and for all processes of the network namespace. A socket that was bound,
-// connected or refused a connection has a local port then; one whose bind() failed has none. A
-// filter in the kernel lets only those through, so a busy machine does not wake the program. Which
-// process the socket belonged to is not told.
+// to), without privileges and for all processes of the network namespace. A socket that was bound
+// still has its local port then; one whose bind() failed has none. A filter in the kernel keeps the
+// sockets of connections away, so a busy machine does not wake the program. Which process the
+// socket belonged to is not told.
 //
 // Some programs make a socket and drop it at once to learn whether the machine has a protocol. The
 // Go runtime does so before its first use of the network, and then binds two more sockets to IPv6
@@ -32,15 +32,17 @@ struct UnusedSocket {
     enum class Kind : std::uint8_t {
         unbound,
         addressProbe, // was bound to ::1 on a port of the kernel's choice, and nothing else
+        bound,        // to any other address and port: mostly a socket that was listened on
     };
 
     Kind kind{Kind::unbound};
     AddressFamily family{AddressFamily::ipv4};
+    std::uint16_t port{0}; // that it was bound to; 0 for none
 
     friend bool operator==(const UnusedSocket&, const UnusedSocket&) = default;
 };
 
-// None for sockets that were used, and for what makes no sense.
+// None for sockets that had a peer, and for what makes no sense.
 std::optional<UnusedSocket> decodeUnusedSocket(std::span<const std::byte> datagram);
 
 class UnusedSocketWatch {

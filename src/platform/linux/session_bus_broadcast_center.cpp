@@ -76,6 +76,15 @@ void SessionBusBroadcastCenter::post(const QString& name) {
     bus_.send(signal);
 }
 
+// The bus takes messages in their order: once it has answered it has the earlier ones.
+void SessionBusBroadcastCenter::settle() {
+    constexpr int kPatienceMilliseconds = 500;
+    const QString bus = u"org.freedesktop.DBus"_s;
+    if (bus_.isConnected())
+        bus_.call(QDBusMessage::createMethodCall(bus, u"/org/freedesktop/DBus"_s, bus, u"GetId"_s),
+                  QDBus::Block, kPatienceMilliseconds);
+}
+
 void SessionBusBroadcastCenter::moveTo(const QDBusConnection& bus) {
     bus_ = bus;
     for (QObject* child : observations_.children()) {

@@ -32,6 +32,7 @@ class SessionBusBroadcastCenter final : public BroadcastCenter {
 
     void observe(const QString& name, QObject* context, Handler handler) override;
     void post(const QString& name) override;
+    void settle() override;
 
   private:
     void moveTo(const QDBusConnection& bus);

@@ -1,6 +1,7 @@
 #include "shell/app/zenlot_app.h"
 
 #include "inventory/linux/processors.h"
+#include "monitoring/published_ports.h"
 #include "platform/linux/windowsystem/activation_acceptance.h"
 #include "platform/linux/windowsystem/portal_global_shortcut.h"
 #include "platform/linux/windowsystem/x11_global_shortcut.h"
@@ -69,6 +70,9 @@ ZenlotApp::ZenlotApp(SessionBus& bus, ApplicationInstance& instance)
       systemLog_("zenlot"),
       runningApplications_(xdgDataDirectories(directories_), programDirectories()),
       workspace_(directories_.home, xdgDataDirectories(directories_), propertyLists_),
+      sharedPortCache_([container = SharedContainer(directories_.stateHome)] {
+          return isPortListMinded(container);
+      }),
       scanner_(processTables_, isPortInUse, availableProcessors()),
       lookup_(scanner_, sharedPortCache_),
       inventory_(scanner_, lookup_, sharedPortCache_, processPinner_), broadcasts_(bus_),

@@ -2,6 +2,7 @@
 #include "background_monitor/poll_pace.h"
 #include "background_monitor/port_publisher.h"
 #include "background_monitor/power_supply.h"
+#include "background_monitor/work_budget.h"
 #include "monitoring/shared_container.h"
 #include "platform/fake_broadcast_center.h"
 #include "support/temporary_folder.h"
@@ -85,6 +86,29 @@ TEST_F(PublisherTest, PortsArePublishedWhenTheyChange) {
     EXPECT_EQ(publisher.ownerOf(81), 0);
     QCoreApplication::processEvents();
     EXPECT_EQ(posted.size(), 2U);
+
+    publisher.withdraw();
+    EXPECT_EQ(folder.read(kFolder + "ports.json"), "[]");
+    EXPECT_FALSE(publisher.lists(80));
+    publisher.forget();
+    EXPECT_TRUE(publisher.publish({})) << "a list that is lost is published again";
+    QCoreApplication::processEvents();
+    EXPECT_EQ(posted.size(), 4U);
+}
+
+TEST(WorkBudgetTest, LetsALittleBeDoneAtOnceAndTheRestInItsShareOfTheTime) {
+    WorkBudget budget(100, 20ms);
+    const BootTime start{5000};
+    EXPECT_EQ(budget.wait(start), 0ms);
+    budget.spend(15ms, start);
+    EXPECT_EQ(budget.wait(start), 0ms) << "something is left";
+    budget.spend(8ms, start);
+    EXPECT_EQ(budget.wait(start), 300ms);
+    EXPECT_EQ(budget.wait(start + 200ms), 100ms);
+    EXPECT_EQ(budget.wait(start + 300ms), 0ms);
+    // A pause of any length gives no more than what may be done at once.
+    budget.spend(25ms, start + 1h);
+    EXPECT_EQ(budget.wait(start + 1h), 500ms);
 }
 
 TEST(PollPaceTest, SlowsDownWhileNothingHappensAndOnBattery) {

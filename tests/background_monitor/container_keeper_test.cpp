@@ -1,0 +1,131 @@
+#include "background_monitor/container_keeper.h"
+#include "monitoring/published_ports.h"
+#include "support/temporary_folder.h"
+
+#include <QTest>
+#include <gmock/gmock.h>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <filesystem>
+#include <optional>
+
+namespace zenlot {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::UnorderedElementsAre;
+
+class ContainerKeeperTest : public testing::Test {
+  protected:
+    ContainerKeeperTest() { keeper.emplace(stateHome()); }
+
+    QString stateHome() const { return QString::fromStdString(folder.path().string()); }
+    void start() {
+        keeper->writer().replace("ports.json", "[]");
+        keeper->start({.remade =
+                           [this] {
+                               ++remade;
+                               keeper->writer().replace("ports.json", "[]");
+                           },
+                       .lost = [this] { ++lost; }});
+    }
+    bool isMinded() const { return isPortListMinded(SharedContainer(stateHome())); }
+
+    const std::string kContainer{kContainerFolder};
+    TemporaryFolder folder;
+    fs::path container = folder.path() / kContainer;
+    std::optional<ContainerKeeper> keeper;
+    int remade = 0;
+    int lost = 0;
+};
+
+TEST_F(ContainerKeeperTest, IsOneMonitorsForAsLongAsItLives) {
+    ASSERT_TRUE(keeper->isOurs());
+    start();
+    EXPECT_FALSE(ContainerKeeper(stateHome()).isOurs());
+    EXPECT_TRUE(keeper->isOurs());
+    keeper.reset();
+    EXPECT_TRUE(ContainerKeeper(stateHome()).isOurs());
+}
+
+TEST_F(ContainerKeeperTest, ClearsAwayWhatAKilledOneLeftAndNothingElse) {
+    keeper.reset();
+    for (const char* name : {"ports.json", ".ports.json.a1B2c3", ".conflict-80.json.zzzzzz",
+                             "conflicts.json", ".somebody's"})
+        folder.write(kContainer + "/" + name, "[1]");
+    keeper.emplace(stateHome());
+    EXPECT_THAT(folder.names(kContainer), UnorderedElementsAre(".monitor.lock", ".somebody's",
+                                                               "conflicts.json", "ports.json"));
+    EXPECT_EQ(folder.read(kContainer + "/ports.json"), "[]");
+}
+
+TEST_F(ContainerKeeperTest, IsMadeAnewWhenItIsRemovedMovedOrReplaced) {
+    start();
+    const auto expectRestored = [this](int times) {
+        EXPECT_TRUE(QTest::qWaitFor([&] { return remade == times; }, 20'000));
+        EXPECT_TRUE(isMinded());
+        EXPECT_FALSE(ContainerKeeper(stateHome()).isOurs());
+    };
+    fs::remove_all(container);
+    expectRestored(1);
+    fs::rename(container, folder.path() / "elsewhere");
+    expectRestored(2);
+    fs::rename(container, folder.path() / "aside");
+    fs::create_directory(container);
+    expectRestored(3);
+    fs::remove(container / "ports.json");
+    expectRestored(4);
+    EXPECT_EQ(lost, 0);
+}
+
+TEST_F(ContainerKeeperTest, IsLeftToAnotherMonitorThatWasQuicker) {
+    start();
+    fs::rename(container, folder.path() / "aside");
+    const ContainerKeeper other(stateHome());
+    ASSERT_TRUE(other.isOurs());
+    keeper->check();
+    EXPECT_EQ(lost, 1);
+    EXPECT_FALSE(keeper->isOurs());
+    EXPECT_EQ(remade, 0);
+}
+
+// Lists of other writers have no lock, and are believed unless they are older than the machine
+// runs.
+TEST_F(ContainerKeeperTest, TheListIsMindedByWhoHoldsTheLock) {
+    keeper.reset();
+    EXPECT_FALSE(isMinded()) << "a lock, but no list";
+    folder.write(kContainer + "/ports.json", "[]");
+    EXPECT_FALSE(isMinded()) << "a lock that nobody holds";
+    fs::remove(container / ".monitor.lock");
+    EXPECT_TRUE(isMinded()) << "no lock";
+    fs::last_write_time(container / "ports.json",
+                        fs::file_time_type::clock::now() - std::chrono::years(30));
+    EXPECT_FALSE(isMinded()) << "no lock, and a list of long ago";
+
+    // The lock goes with its process, however that ends.
+    int ready[2]{};
+    ASSERT_EQ(::pipe(ready), 0);
+    const pid_t child = ::fork();
+    if (child == 0) {
+        const InstanceLock lock((container / ".monitor.lock").string());
+        const bool isOurs = lock.isOurs();
+        [[maybe_unused]] const ssize_t written = ::write(ready[1], &isOurs, 1);
+        ::pause();
+        ::_exit(0);
+    }
+    char isOurs = 0;
+    ASSERT_EQ(::read(ready[0], &isOurs, 1), 1);
+    EXPECT_TRUE(isOurs);
+    EXPECT_TRUE(isMinded()) << "held";
+    ::kill(child, SIGKILL);
+    ::waitpid(child, nullptr, 0);
+    EXPECT_FALSE(isMinded()) << "its holder was killed";
+    ::close(ready[0]);
+    ::close(ready[1]);
+}
+
+} // namespace
+} // namespace zenlot
