@@ -1,12 +1,14 @@
 // zenlot-monitor: the background monitor of one user, without a window.
 #include "background_monitor/background_monitor.h"
 #include "background_monitor/container_keeper.h"
+#include "monitoring/broadcast_names.h"
 #include "platform/linux/session_bus.h"
 #include "platform/linux/session_bus_broadcast_center.h"
 #include "platform/linux/termination_signals.h"
 #include "platform/linux/xdg_home_directories.h"
 
 #include <QCoreApplication>
+#include <QDBusMessage>
 
 #include <cstdio>
 #include <string_view>
@@ -19,6 +21,17 @@ enum ExitStatus : int {
     alreadyRunning = BackgroundMonitor::kAnotherRuns,
     badUsage = 2
 };
+
+// The signals of others about single ports then count for nothing. Nobody waits for the answer:
+// while another program has the name the monitor does without.
+void takeName(const SessionBus& bus) {
+    constexpr uint kDoNotQueue = 4;
+    const QString service = QStringLiteral("org.freedesktop.DBus");
+    bus.connection().send(QDBusMessage::createMethodCall(service,
+                                                         QStringLiteral("/org/freedesktop/DBus"),
+                                                         service, QStringLiteral("RequestName"))
+                          << QString(kMonitorBusName) << kDoNotQueue);
+}
 
 int run(int argc, char** argv, BackgroundMonitor::Noticing noticing) {
     const QCoreApplication application(argc, argv);
@@ -33,6 +46,8 @@ int run(int argc, char** argv, BackgroundMonitor::Noticing noticing) {
     AppLog log(monitorLogPath(directories.home), std::chrono::system_clock::now,
                AppLog::Author::backgroundMonitor);
     SessionBus bus;
+    takeName(bus);
+    QObject::connect(&bus, &SessionBus::connected, &bus, [&bus] { takeName(bus); });
     SessionBusBroadcastCenter broadcasts(bus);
     BackgroundMonitor monitor(container, directories, broadcasts, log, noticing);
     monitor.start();

@@ -9,6 +9,9 @@
 
 namespace zenlot {
 
+// The background monitor owns this name on the session bus for as long as it runs.
+inline constexpr QLatin1StringView kMonitorBusName{"dev.quorvane.zenlot.Monitor"};
+
 // The list of ports was rewritten.
 inline constexpr QLatin1StringView kPortsUpdatedBroadcast{"dev.quorvane.zenlot.portsUpdated"};
 

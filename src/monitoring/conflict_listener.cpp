@@ -93,18 +93,19 @@ void ConflictListener::start(AppSettings& settings) {
     startedAt_ = with_.clock();
     isStarted_ = true;
     log(QStringLiteral("conflict listener started"));
-    observe(kConflictsUpdatedBroadcast, pauses_.afterList);
+    observe(kConflictsUpdatedBroadcast, BroadcastCenter::Meaning::readAnew, pauses_.afterList);
     for (const std::int64_t port : watchedConflictPorts)
-        observe(conflictBroadcast(port), pauses_.afterPort);
+        observe(conflictBroadcast(port), BroadcastCenter::Meaning::event, pauses_.afterPort);
     poll();
 }
 
-void ConflictListener::observe(const QString& name, std::chrono::milliseconds pause) {
+void ConflictListener::observe(const QString& name, BroadcastCenter::Meaning meaning,
+                               std::chrono::milliseconds pause) {
     QTimer& timer = bursts_[name].pause;
     timer.setSingleShot(true);
     timer.setInterval(pause);
     connect(&timer, &QTimer::timeout, this, [this, name] { finishPause(name); });
-    with_.broadcasts.observe(name, this, [this](const QString& heard) { hear(heard); });
+    with_.broadcasts.observe(name, meaning, this, [this](const QString& heard) { hear(heard); });
 }
 
 bool ConflictListener::isSwitchedOn() const {

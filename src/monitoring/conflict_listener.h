@@ -146,7 +146,8 @@ class ConflictListener final : public QObject {
     bool isSwitchedOn() const;
     QCoro::Task<> poll();
 
-    void observe(const QString& name, std::chrono::milliseconds pause);
+    void observe(const QString& name, BroadcastCenter::Meaning meaning,
+                 std::chrono::milliseconds pause);
     void hear(const QString& name);
     QCoro::Task<> answer(QString name, Turn turn);
     void finishPause(const QString& name);

@@ -25,8 +25,10 @@ void PortDataCache::start() {
     if (isStarted_)
         return;
     isStarted_ = true;
-    broadcasts_.observe(kPortsUpdatedBroadcast, this, [this](const QString&) { loadPorts(); });
-    broadcasts_.observe(kConflictsUpdatedBroadcast, this,
+    using enum BroadcastCenter::Meaning;
+    broadcasts_.observe(kPortsUpdatedBroadcast, readAnew, this,
+                        [this](const QString&) { loadPorts(); });
+    broadcasts_.observe(kConflictsUpdatedBroadcast, readAnew, this,
                         [this](const QString&) { notifications_.post(kConflictsUpdated); });
     loadPorts();
 }

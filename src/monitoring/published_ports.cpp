@@ -65,9 +65,9 @@ bool isPortListMinded(const SharedContainer& container) {
 }
 
 std::optional<std::vector<OccupiedPort>> readPublishedPorts(const SharedContainer& container) {
-    if (!isPortListMinded(container))
-        return std::nullopt;
     const std::optional<std::string> text = SharedContainer::read(container.portsFileURL());
+    if (text && !isPortListMinded(container))
+        return std::vector<OccupiedPort>();
     return text ? decodeOccupiedPorts(*text) : std::nullopt;
 }
 

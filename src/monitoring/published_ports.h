@@ -19,8 +19,8 @@ namespace zenlot {
 
 bool isPortListMinded(const SharedContainer& container);
 
-// What the list says now; none when there is none, when it can't be read whole, or when nobody
-// minds it.
+// What the list says now: nothing while nobody minds it. None when there is no list, or when it
+// can't be read whole.
 std::optional<std::vector<OccupiedPort>> readPublishedPorts(const SharedContainer& container);
 
 } // namespace zenlot

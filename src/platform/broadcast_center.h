@@ -7,14 +7,20 @@
 // every later post of this program; for those of others it begins a moment later, so an observer
 // looks once by itself. Without a service nothing is delivered and nothing complains.
 //
-//     broadcasts.observe(name, this, [this](const QString&) { reload(); });
+//     broadcasts.observe(name, Meaning::readAnew, this, [this](const QString&) { reload(); });
 //     broadcasts.post(name);
+//
+// A name means one of two things. Most say that something is to be read anew: whoever posts one
+// does no more than make others look, so anybody may. Some are events, which are all there is to
+// know: those count only when they come from the program that they are the business of, as long as
+// that runs at all, and one that was missed is past.
 //
 // Names consist of ASCII letters, digits, dots, hyphens and underscores.
 #pragma once
 
 #include <QString>
 
+#include <cstdint>
 #include <functional>
 
 QT_FORWARD_DECLARE_CLASS(QObject)
@@ -25,14 +31,18 @@ class BroadcastCenter {
   public:
     using Handler = std::function<void(const QString& name)>;
 
+    enum class Meaning : std::uint8_t { readAnew, event };
+
     BroadcastCenter() = default;
     BroadcastCenter(const BroadcastCenter&) = delete;
     BroadcastCenter& operator=(const BroadcastCenter&) = delete;
     virtual ~BroadcastCenter() = default;
 
-    // Calls the handler for every post of exactly this name. The registration ends with `context`
-    // or with the center, whichever goes first.
-    virtual void observe(const QString& name, QObject* context, Handler handler) = 0;
+    // Calls the handler for every post of exactly this name; for one that means to read anew, also
+    // when posts may have been missed. The registration ends with `context` or with the center,
+    // whichever goes first.
+    virtual void observe(const QString& name, Meaning meaning, QObject* context,
+                         Handler handler) = 0;
 
     virtual void post(const QString& name) = 0;
 

@@ -15,7 +15,8 @@ namespace zenlot {
 
 class FakeBroadcastCenter final : public BroadcastCenter {
   public:
-    void observe(const QString& name, QObject* context, Handler handler) override {
+    void observe(const QString& name, Meaning /*meaning*/, QObject* context,
+                 Handler handler) override {
         auto* observation = new Observation(name, std::move(handler), &observations_);
         QObject::connect(context, &QObject::destroyed, observation,
                          [observation] { delete observation; });

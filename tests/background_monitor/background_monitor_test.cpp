@@ -150,7 +150,8 @@ TEST_P(BackgroundMonitorTest, NamesWhoHoldsThePortThatAServerWanted) {
     std::vector<QString> heard;
     ASSERT_NO_FATAL_FAILURE(startHolder());
     for (const QString& name : {QString(kPortsUpdatedBroadcast), conflictBroadcast(port)})
-        broadcasts.observe(name, &context, [&](const QString& said) { heard.push_back(said); });
+        broadcasts.observe(name, BroadcastCenter::Meaning::readAnew, &context,
+                           [&](const QString& said) { heard.push_back(said); });
 
     start(monitor, QStringLiteral(ZENLOT_MONITOR), GetParam());
     ASSERT_TRUE(waitFor([&] { return home.read(kLog).find("started") != std::string::npos; }));
@@ -214,7 +215,7 @@ TEST_P(BackgroundMonitorTest, NothingIsBelievedOfAMonitorThatIsGone) {
     SessionBusBroadcastCenter broadcasts(connection);
     QObject context;
     std::string listAtLastWord;
-    broadcasts.observe(kPortsUpdatedBroadcast, &context,
+    broadcasts.observe(kPortsUpdatedBroadcast, BroadcastCenter::Meaning::readAnew, &context,
                        [&](const QString&) { listAtLastWord = published(); });
     ASSERT_NO_FATAL_FAILURE(startHolder());
     ASSERT_NO_FATAL_FAILURE(startMonitor());

@@ -24,8 +24,8 @@ class PublisherTest : public testing::Test {
     PublisherTest() {
         for (const char* name : {"portsUpdated", "conflictsUpdated", "conflict.3000"}) {
             broadcasts.observe(
-                QStringLiteral("dev.quorvane.zenlot.%1").arg(QLatin1StringView(name)), &context,
-                [this](const QString& heard) {
+                QStringLiteral("dev.quorvane.zenlot.%1").arg(QLatin1StringView(name)),
+                BroadcastCenter::Meaning::readAnew, &context, [this](const QString& heard) {
                     posted.push_back(heard.toStdString());
                     // What is announced is there.
                     fileAtPost = folder.read(kFolder + "conflicts.json");

@@ -22,13 +22,17 @@ class Observation final : public QObject {
     Q_OBJECT
 
   public:
-    Observation(QString name, BroadcastCenter::Handler handler, QObject* parent)
-        : QObject(parent), name_(std::move(name)), handler_(std::move(handler)) {}
+    Observation(QString name, BroadcastCenter::Meaning meaning, BroadcastCenter::Handler handler,
+                const BusNameOwner& eventSource, QObject* parent)
+        : QObject(parent), name_(std::move(name)), meaning_(meaning), handler_(std::move(handler)),
+          eventSource_(eventSource) {}
+
+    BroadcastCenter::Meaning meaning() const { return meaning_; }
 
     // Other signatures than one string are dropped before they reach the observation.
     void subscribe(QDBusConnection bus) {
         bus.connect(QString(), kPath, kInterface, kMember, {name_}, u"s"_s, this,
-                    SLOT(deliver(QString)));
+                    SLOT(receive(QString, QDBusMessage)));
     }
 
     // From the event loop, unless the observation has ended by then.
@@ -38,30 +42,49 @@ class Observation final : public QObject {
     }
 
   public Q_SLOTS:
+    void receive(const QString& name, const QDBusMessage& signal) {
+        const QString& source = eventSource_.owner();
+        if (meaning_ == BroadcastCenter::Meaning::readAnew || source.isEmpty() ||
+            signal.service() == source)
+            deliver(name);
+    }
+
+  private:
     void deliver(const QString& name) {
         // The handler may end this very observation, so what runs is a copy.
         const BroadcastCenter::Handler handler = handler_;
         handler(QString(name));
     }
 
-  private:
     QString name_;
+    BroadcastCenter::Meaning meaning_;
     BroadcastCenter::Handler handler_;
+    const BusNameOwner& eventSource_;
 };
 
 } // namespace
 
-SessionBusBroadcastCenter::SessionBusBroadcastCenter(QDBusConnection bus) : bus_(std::move(bus)) {}
+SessionBusBroadcastCenter::SessionBusBroadcastCenter(QDBusConnection bus,
+                                                     const QString& eventSource)
+    : bus_(std::move(bus)), eventSource_(eventSource) {
+    QObject::connect(&eventSource_, &BusNameOwner::changed, &observations_,
+                     [this] { callReadersLater(); });
+    if (!eventSource.isEmpty())
+        eventSource_.follow(bus_);
+}
 
-SessionBusBroadcastCenter::SessionBusBroadcastCenter(SessionBus& bus) : bus_(bus.connection()) {
+SessionBusBroadcastCenter::SessionBusBroadcastCenter(SessionBus& bus, const QString& eventSource)
+    : SessionBusBroadcastCenter(bus.connection(), eventSource) {
     QObject::connect(&bus, &SessionBus::connected, &observations_,
                      [this, &bus] { moveTo(bus.connection()); });
 }
 
-void SessionBusBroadcastCenter::observe(const QString& name, QObject* context, Handler handler) {
+void SessionBusBroadcastCenter::observe(const QString& name, Meaning meaning, QObject* context,
+                                        Handler handler) {
     Q_ASSERT(QThread::currentThread() == observations_.thread());
     Q_ASSERT(context->thread() == observations_.thread());
-    auto* observation = new Observation(name, std::move(handler), &observations_);
+    auto* observation =
+        new Observation(name, meaning, std::move(handler), eventSource_, &observations_);
     QObject::connect(context, &QObject::destroyed, observation,
                      [observation] { delete observation; });
     observation->subscribe(bus_);
@@ -87,10 +110,18 @@ void SessionBusBroadcastCenter::settle() {
 
 void SessionBusBroadcastCenter::moveTo(const QDBusConnection& bus) {
     bus_ = bus;
+    if (!eventSource_.name().isEmpty())
+        eventSource_.follow(bus_);
+    for (QObject* child : observations_.children())
+        static_cast<Observation*>(child)->subscribe(bus_);
+    callReadersLater();
+}
+
+void SessionBusBroadcastCenter::callReadersLater() {
     for (QObject* child : observations_.children()) {
         auto* observation = static_cast<Observation*>(child);
-        observation->subscribe(bus_);
-        observation->deliverLater();
+        if (observation->meaning() == Meaning::readAnew)
+            observation->deliverLater();
     }
 }
 

@@ -1,6 +1,7 @@
 #include "shell/app/zenlot_app.h"
 
 #include "inventory/linux/processors.h"
+#include "monitoring/broadcast_names.h"
 #include "monitoring/published_ports.h"
 #include "platform/linux/windowsystem/activation_acceptance.h"
 #include "platform/linux/windowsystem/portal_global_shortcut.h"
@@ -75,8 +76,8 @@ ZenlotApp::ZenlotApp(SessionBus& bus, ApplicationInstance& instance)
       }),
       scanner_(processTables_, isPortInUse, availableProcessors()),
       lookup_(scanner_, sharedPortCache_),
-      inventory_(scanner_, lookup_, sharedPortCache_, processPinner_), broadcasts_(bus_),
-      alerts_(bus_), monitorService_(bus_, kMonitorUnit),
+      inventory_(scanner_, lookup_, sharedPortCache_, processPinner_),
+      broadcasts_(bus_, kMonitorBusName), alerts_(bus_), monitorService_(bus_, kMonitorUnit),
       launchAgentInstaller_(monitorService_, systemLog_, QCoreApplication::applicationDirPath()),
       portDataCache_(SharedContainer(directories_.stateHome), sharedPortCache_, broadcasts_,
                      notifications_),

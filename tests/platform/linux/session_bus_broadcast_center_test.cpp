@@ -12,6 +12,7 @@ namespace zenlot {
 namespace {
 
 using namespace Qt::StringLiterals;
+using enum BroadcastCenter::Meaning;
 
 const QString kName = u"dev.quorvane.zenlot.portsUpdated"_s;
 const QString kLast = u"dev.quorvane.zenlot.conflict.3000"_s;
@@ -40,12 +41,12 @@ TEST_F(BroadcastCenterTest, ReachesEveryObserverOfTheNameUntilItsContextEnds) {
     for (BroadcastCenter* center : std::initializer_list<BroadcastCenter*>{&real, &fake}) {
         heard.clear();
         auto* brief = new QObject(&context);
-        center->observe(kName, brief, [this, brief](const QString& name) {
+        center->observe(kName, readAnew, brief, [this, brief](const QString& name) {
             delete brief;
             heard.append(name);
         });
-        center->observe(kName, &context, record);
-        center->observe(kLast, &context, record);
+        center->observe(kName, readAnew, &context, record);
+        center->observe(kLast, readAnew, &context, record);
         for (const QString& name : {kName, kName + u"x"_s, kName, kLast})
             center->post(name);
         EXPECT_TRUE(heard.isEmpty()) << "post() must not call handlers itself";
@@ -56,8 +57,8 @@ TEST_F(BroadcastCenterTest, ReachesEveryObserverOfTheNameUntilItsContextEnds) {
 
 TEST_F(BroadcastCenterTest, HearsOthersInTheAgreedFormAndNoOther) {
     SessionBusBroadcastCenter center(receiver);
-    center.observe(kName, &context, record);
-    center.observe(kLast, &context, record);
+    center.observe(kName, readAnew, &context, record);
+    center.observe(kLast, readAnew, &context, record);
     // The bus has worked on the rules before it answers.
     receiver.call(QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/"_s,
                                                  u"org.freedesktop.DBus"_s, u"GetId"_s));
@@ -74,13 +75,44 @@ TEST_F(BroadcastCenterTest, HearsOthersInTheAgreedFormAndNoOther) {
     EXPECT_EQ(heard, (QStringList{kName, kName, kLast}));
 }
 
+// Whoever may make alerts with a button that ends a process.
+TEST_F(BroadcastCenterTest, EventsCountFromTheOwnerOfTheNameAlone) {
+    const QString source = u"dev.quorvane.zenlot.Monitor"_s;
+    const QString event = u"dev.quorvane.zenlot.conflict.8080"_s;
+    SessionBusBroadcastCenter center(receiver, source);
+    center.observe(event, BroadcastCenter::Meaning::event, &context, record);
+    center.observe(kLast, readAnew, &context, record);
+    QDBusConnection monitor = bus.connect(u"monitor"_s);
+    const auto post = [](QDBusConnection& from, const QString& name) {
+        from.send(QDBusMessage::createSignal(kPath, kInterface, u"Posted"_s) << name);
+    };
+    // Nobody has the name, so anybody may be the monitor.
+    post(sender, event);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !heard.isEmpty(); }));
+    EXPECT_EQ(heard, QStringList{event});
+
+    heard.clear();
+    ASSERT_TRUE(monitor.registerService(source));
+    ASSERT_TRUE(waitForLast()) << "what is to be read anew is read when the monitor comes";
+    post(sender, event);
+    post(sender, kLast);
+    post(monitor, event);
+    post(monitor, event);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return heard.count(event) >= 2; }));
+    EXPECT_EQ(heard, (QStringList{kLast, kLast, event, event}));
+
+    heard.clear();
+    ASSERT_TRUE(monitor.unregisterService(source));
+    ASSERT_TRUE(waitForLast()) << "and when it goes";
+}
+
 TEST_F(BroadcastCenterTest, NeverWaitsForABusAndNeedsNone) {
     SessionBusBroadcastCenter nowhere(QDBusConnection(u"none"_s));
-    nowhere.observe(kLast, &context, record);
+    nowhere.observe(kLast, readAnew, &context, record);
     nowhere.post(kLast);
     SessionBusBroadcastCenter center(receiver);
     ::kill(bus.processId(), SIGSTOP);
-    center.observe(kLast, &context, record);
+    center.observe(kLast, readAnew, &context, record);
     ::kill(bus.processId(), SIGCONT);
     center.post(kLast);
     EXPECT_TRUE(waitForLast());

@@ -1,5 +1,6 @@
 #include "platform/linux/windowsystem/portal_global_shortcut.h"
 
+#include "platform/linux/bus_name_owner.h"
 #include "platform/linux/session_bus.h"
 #include "platform/linux/windowsystem/activation_acceptance.h"
 
@@ -60,6 +61,7 @@ class PortalSession final : public QObject, public GlobalShortcut::Monitor {
         qDBusRegisterMetaType<QDBusObjectPath>();
         qDBusRegisterMetaType<WantedShortcut>();
         qDBusRegisterMetaType<QList<WantedShortcut>>();
+        connect(&portal_, &BusNameOwner::changed, this, &PortalSession::handlePortalOwner);
         connect(&bus_, &SessionBus::connected, this, &PortalSession::followBus);
         followBus();
     }
@@ -73,7 +75,9 @@ class PortalSession final : public QObject, public GlobalShortcut::Monitor {
     }
 
   private Q_SLOTS:
-    void bind(uint refusal, const QVariantMap& /*results*/) {
+    void bind(uint refusal, const QVariantMap& /*results*/, const QDBusMessage& signal) {
+        if (!isFromPortal(signal))
+            return;
         if (refusal != 0) {
             qCInfo(shortcutLog) << "The desktop refuses a global shortcut.";
             return;
@@ -90,9 +94,10 @@ class PortalSession final : public QObject, public GlobalShortcut::Monitor {
     }
 
     void handlePress(const QDBusObjectPath& session, const QString& shortcut,
-                     qulonglong /*milliseconds*/, const QVariantMap& options) {
-        if (session.path() != path("session"_L1) || shortcut != kShortcut ||
-            QGuiApplication::focusWindow())
+                     qulonglong /*milliseconds*/, const QVariantMap& options,
+                     const QDBusMessage& signal) {
+        if (!isFromPortal(signal) || session.path() != path("session"_L1) ||
+            shortcut != kShortcut || QGuiApplication::focusWindow())
             return;
         acceptActivation({{}, options.value(u"activation_token"_s).toString()});
         // The handler may end this very session, so what runs is a copy.
@@ -100,15 +105,19 @@ class PortalSession final : public QObject, public GlobalShortcut::Monitor {
         handler();
     }
 
-    void handlePortalOwner(const QString& /*name*/, const QString& /*before*/,
-                           const QString& owner) {
-        if (owner.isEmpty())
+    void handlePortalOwner() {
+        if (portal_.owner().isEmpty())
             isLost_ = true;
         else if (isLost_)
             begin();
     }
 
   private:
+    // Every program on the bus may send such signals.
+    bool isFromPortal(const QDBusMessage& signal) const {
+        return !portal_.owner().isEmpty() && signal.service() == portal_.owner();
+    }
+
     static QDBusMessage callOfPortal(const QString& interface, const QString& method) {
         return QDBusMessage::createMethodCall(kPortal, kPortalPath, interface, method);
     }
@@ -126,11 +135,10 @@ class PortalSession final : public QObject, public GlobalShortcut::Monitor {
         QDBusConnection bus = bus_.connection();
         if (!bus.isConnected())
             return;
-        bus.connect(QString(), kPortalPath, kInterface, u"Activated"_s, this,
-                    SLOT(handlePress(QDBusObjectPath, QString, qulonglong, QVariantMap)));
-        bus.connect(QString(), u"/org/freedesktop/DBus"_s, u"org.freedesktop.DBus"_s,
-                    u"NameOwnerChanged"_s, {kPortal}, u"sss"_s, this,
-                    SLOT(handlePortalOwner(QString, QString, QString)));
+        portal_.follow(bus);
+        bus.connect(
+            QString(), kPortalPath, kInterface, u"Activated"_s, this,
+            SLOT(handlePress(QDBusObjectPath, QString, qulonglong, QVariantMap, QDBusMessage)));
         begin();
     }
 
@@ -145,7 +153,7 @@ class PortalSession final : public QObject, public GlobalShortcut::Monitor {
         bus.send(registration);
 
         bus.connect(QString(), path("request"_L1), u"org.freedesktop.portal.Request"_s,
-                    u"Response"_s, this, SLOT(bind(uint, QVariantMap)));
+                    u"Response"_s, this, SLOT(bind(uint, QVariantMap, QDBusMessage)));
         QDBusMessage message = callOfPortal(kInterface, u"CreateSession"_s);
         message << QVariantMap{{u"handle_token"_s, token()}, {u"session_handle_token"_s, token()}};
         auto* answer = new QDBusPendingCallWatcher(bus.asyncCall(message), this);
@@ -156,6 +164,7 @@ class PortalSession final : public QObject, public GlobalShortcut::Monitor {
     }
 
     SessionBus& bus_;
+    BusNameOwner portal_{kPortal};
     int& sessions_; // of all monitors, so that no two share a name
     int session_{0};
     GlobalShortcut::Handler handler_;

@@ -81,6 +81,14 @@ TEST(PortalGlobalShortcutTest, WishesForTheCombinationAndHearsItsPresses) {
     list >> identifier >> properties;
     EXPECT_EQ(properties.value(u"preferred_trigger"_s), u"CTRL+ALT+SHIFT+p"_s);
 
+    // A stranger may say the same.
+    const QString stranger = u"stranger"_s;
+    auto forged = QDBusMessage::createSignal(kPath, kShortcuts, u"Activated"_s);
+    forged << QVariant::fromValue(QDBusObjectPath(portal.session)) << identifier << 1ULL
+           << QVariantMap();
+    QDBusConnection::connectToBus(SessionBus::addressOfSession(), stranger).send(forged);
+    QDBusConnection(stranger).interface()->isServiceRegistered(kPortal);
+    QDBusConnection::disconnectFromBus(stranger);
     portal.press(portal.session + u'x', identifier);
     portal.press(portal.session, identifier + u'x');
     portal.press(portal.session, identifier, {{u"activation_token"_s, u"a token"_s}});

@@ -1,0 +1,52 @@
+#include "platform/linux/bus_name_owner.h"
+
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+
+#include <utility>
+
+namespace zenlot {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+constexpr QLatin1StringView kBus{"org.freedesktop.DBus"};
+constexpr QLatin1StringView kPath{"/org/freedesktop/DBus"};
+
+} // namespace
+
+BusNameOwner::BusNameOwner(QString name, QObject* parent)
+    : QObject(parent), name_(std::move(name)) {}
+
+void BusNameOwner::follow(const QDBusConnection& bus) {
+    QDBusConnection connection = bus;
+    const int number = ++connections_;
+    assign(QString());
+    // First the changes, then the state: what comes in between is told twice rather than never.
+    connection.connect(kBus, kPath, kBus, u"NameOwnerChanged"_s, {name_}, u"sss"_s, this,
+                       SLOT(noteChange(QString, QString, QString)));
+    const QDBusMessage question =
+        QDBusMessage::createMethodCall(kBus, kPath, kBus, u"GetNameOwner"_s) << name_;
+    auto* watcher = new QDBusPendingCallWatcher(connection.asyncCall(question), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, number] {
+        watcher->deleteLater();
+        const QDBusPendingReply<QString> reply = *watcher;
+        if (!reply.isError() && number == connections_)
+            assign(reply.value());
+    });
+}
+
+void BusNameOwner::noteChange(const QString& /*name*/, const QString& /*before*/,
+                              const QString& owner) {
+    assign(owner);
+}
+
+void BusNameOwner::assign(const QString& owner) {
+    if (owner == owner_)
+        return;
+    owner_ = owner;
+    Q_EMIT changed();
+}
+
+} // namespace zenlot
