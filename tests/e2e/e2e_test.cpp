@@ -3,6 +3,7 @@
 #include "e2e/accessible_tree.h"
 #include "e2e/private_desktop.h"
 
+#include <QTest>
 #include <gtest/gtest.h>
 
 #include <csignal>
@@ -11,15 +12,20 @@ namespace zenlot {
 namespace {
 
 using State = AccessibleTree::State;
+constexpr int kPatience = 60000;
+constexpr int kUntilEverythingWasAskedAgain = 1500;
 const QString kDialogTitle = QStringLiteral("Force Quit Process?");
 const QString kForceQuit = QStringLiteral("Force Quit");
 
 class EndToEndTest : public testing::Test {
   protected:
-    // Starts a web server by a program with the given name, and then the application.
+    // Starts a web server by a program with the given name, the background monitor, and when that
+    // has published the server, the application.
     void open(const QString& name) {
         server = &desktop.startServer(name);
         port = PrivateDesktop::portOf(*server);
+        desktop.start(QStringLiteral(ZENLOT_MONITOR), {});
+        ASSERT_TRUE(QTest::qWaitFor([this] { return isPublished(); }, kPatience));
         pid = QStringLiteral("PID %1").arg(server->processId());
         // What would turn the direction of a line is shown as a mark.
         shownName = QString(name).replace(QChar(0x202E), QChar(0xFFFD));
@@ -33,6 +39,12 @@ class EndToEndTest : public testing::Test {
         ASSERT_TRUE(tree.find("list item", port + QLatin1Char(' ')));
     }
 
+    bool isPublished() const {
+        return desktop.files()
+                   .read("XDG_STATE_HOME/group.dev.quorvane.zenlot/ports.json")
+                   .find("{\"port\":" + port.toStdString() + ",") != std::string::npos;
+    }
+
     bool hasKeyboard(const char* role, const QString& name) const {
         return tree.find(role, name, State::focused).has_value();
     }
@@ -41,6 +53,13 @@ class EndToEndTest : public testing::Test {
         EXPECT_TRUE(server->state() == QProcess::NotRunning || server->waitForFinished());
         EXPECT_EQ(server->exitStatus(), QProcess::CrashExit);
         EXPECT_EQ(server->exitCode(), SIGKILL);
+        EXPECT_TRUE(tree.isGone("list item", row));
+        EXPECT_TRUE(tree.isGone("list item", port + QLatin1Char(' ')));
+        EXPECT_TRUE(tree.find("label", QStringLiteral("Port %1 is free").arg(port)));
+        // The window checks again after a moment, and the monitor publishes: neither may bring the
+        // server back.
+        EXPECT_TRUE(QTest::qWaitFor([this] { return !isPublished(); }, kPatience));
+        QTest::qWait(kUntilEverythingWasAskedAgain);
         EXPECT_TRUE(tree.isGone("list item", row));
         EXPECT_TRUE(tree.isGone("list item", port + QLatin1Char(' ')));
         EXPECT_TRUE(tree.find("label", QStringLiteral("Port %1 is free").arg(port)));
