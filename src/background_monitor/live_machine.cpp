@@ -26,7 +26,7 @@ constexpr std::string_view kServiceEnding = ".service";
 LiveMachine::LiveMachine(OwnerHint ownerHint) : ownerHint_(std::move(ownerHint)) {}
 
 std::vector<ListeningSocket> LiveMachine::listeningSockets() const {
-    return readListeningSockets(transport_);
+    return readListeningSockets(procFiles_, transport_);
 }
 
 bool LiveMachine::isRunning(const Attempt& attempt) const {

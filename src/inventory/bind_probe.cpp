@@ -9,6 +9,13 @@
 namespace zenlot {
 namespace {
 
+// A child that another thread starts meanwhile must not inherit the port.
+#ifdef SOCK_CLOEXEC
+constexpr int kSocketType = SOCK_STREAM | SOCK_CLOEXEC;
+#else
+constexpr int kSocketType = SOCK_STREAM;
+#endif
+
 template <typename Address>
 int bindTo(int descriptor, const Address& address) {
     return ::bind(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address);
@@ -19,7 +26,7 @@ int bindTo(int descriptor, const Address& address) {
 // No socket option is set: SO_REUSEADDR would let the bind succeed where a server's would not.
 bool isPortInUse(std::uint16_t port, AddressFamily family) {
     const bool ipv6 = family == AddressFamily::ipv6;
-    const int descriptor = ::socket(ipv6 ? AF_INET6 : AF_INET, SOCK_STREAM, 0);
+    const int descriptor = ::socket(ipv6 ? AF_INET6 : AF_INET, kSocketType, 0);
     if (descriptor < 0)
         return false;
 

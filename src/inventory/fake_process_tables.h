@@ -23,6 +23,8 @@ class FakeProcessTables final : public ProcessTables {
     std::vector<FakeProcess> processes;
     // Whether the fake system knows beforehand which ports its processes listen on.
     bool knowsAttributablePorts{true};
+    // Of whose sockets the fake system does not tell. The table should have none of them then.
+    std::vector<AddressFamily> silentFamilies;
     // How often the sockets of a process were asked for.
     mutable std::atomic<int> looks{0};
 
@@ -43,6 +45,10 @@ class FakeProcessTables final : public ProcessTables {
         }
 
         const std::vector<TcpTableEntry>& tcpTable() const override { return table_; }
+
+        std::vector<AddressFamily> silentFamilies() const override {
+            return tables_.silentFamilies;
+        }
 
         std::optional<std::vector<std::uint16_t>> attributablePorts() const override {
             if (!tables_.knowsAttributablePorts)

@@ -144,9 +144,12 @@ std::vector<OccupiedPort> PortScanner::listOccupiedPorts() const {
 
 std::vector<OccupiedPort>
 PortScanner::scanListeningSockets(std::optional<std::int64_t> portFilter) const {
-    std::vector<OccupiedPort> result =
-        scanSnapshot(*tables_.beginSnapshot(portFilter), portsThatPass(portFilter));
-    return result.empty() ? probePortsByBinding(portFilter) : result;
+    const auto snapshot = tables_.beginSnapshot(portFilter);
+    std::vector<OccupiedPort> result = scanSnapshot(*snapshot, portsThatPass(portFilter));
+    const std::vector<AddressFamily> silentFamilies = snapshot->silentFamilies();
+    return result.empty() && !silentFamilies.empty()
+               ? probePortsByBinding(portFilter, silentFamilies)
+               : result;
 }
 
 std::vector<OccupiedPort> PortScanner::scanSnapshot(const ProcessSnapshot& snapshot,
@@ -228,9 +231,10 @@ std::map<std::int64_t, OccupiedPort> PortScanner::walkProcesses(const ProcessSna
 }
 
 std::vector<OccupiedPort>
-PortScanner::probePortsByBinding(std::optional<std::int64_t> portFilter) const {
-    const auto probe = [this](std::uint16_t port) -> std::optional<OccupiedPort> {
-        for (const AddressFamily family : {AddressFamily::ipv4, AddressFamily::ipv6}) {
+PortScanner::probePortsByBinding(std::optional<std::int64_t> portFilter,
+                                 const std::vector<AddressFamily>& families) const {
+    const auto probe = [this, &families](std::uint16_t port) -> std::optional<OccupiedPort> {
+        for (const AddressFamily family : families) {
             if (bindProbe_(port, family))
                 return recordWithoutOwner(port, family);
         }

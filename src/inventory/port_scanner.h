@@ -2,7 +2,9 @@
 //
 // Two sources are combined: the kernel's table of TCP sockets, which knows every socket but no
 // process, and a walk over the processes and their descriptors, which knows the owners but only of
-// processes that the current user may inspect. When both are silent, ports are probed by binding.
+// processes that the current user may inspect. What the kernel answers stands, also when nothing
+// listens: a port that can't be bound may be that of a connection, alive or just ended. Only where
+// the table can't be read, and the walk finds nothing, are ports probed by binding.
 //
 // A scan never fails; what can't be read is missing from its result. It holds no state, may run
 // several times at once, and takes from milliseconds to a tenth of a second: keep it off the
@@ -41,7 +43,7 @@ class PortScanner {
     // finds nothing.
     std::vector<OccupiedPort> scanListeningSockets(std::optional<std::int64_t> portFilter) const;
 
-    // The same for some ports of a snapshot, but without probing: empty when the kernel is silent.
+    // The same for some ports of a snapshot, but without probing.
     // The fewer ports, the sooner the walk over the processes may end.
     std::vector<OccupiedPort> scanSnapshot(const ProcessSnapshot& snapshot,
                                            const PortSet& ports) const;
@@ -53,8 +55,12 @@ class PortScanner {
     // The processes to walk: all but the kernel (0) and the init process (1).
     static std::vector<ProcessId> listAllPids(const ProcessSnapshot& snapshot);
 
-    // Records without an owner for the ports that can't be bound, in ascending order.
-    std::vector<OccupiedPort> probePortsByBinding(std::optional<std::int64_t> portFilter) const;
+    // Records without an owner for the ports that can't be bound in one of the families, in
+    // ascending order. The first of the families that is refused gives its name.
+    std::vector<OccupiedPort> probePortsByBinding(std::optional<std::int64_t> portFilter,
+                                                  const std::vector<AddressFamily>& families = {
+                                                      AddressFamily::ipv4,
+                                                      AddressFamily::ipv6}) const;
 
     const ProcessTables& tables() const { return tables_; }
 

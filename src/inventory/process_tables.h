@@ -71,8 +71,12 @@ class ProcessSnapshot {
     virtual ~ProcessSnapshot() = default;
 
     // The kernel's table, in its own order. An implementation may leave out sockets that have a
-    // peer and, in a snapshot for one port, sockets on other ports. Empty when it can't be read.
+    // peer and, in a snapshot for one port, sockets on other ports.
     virtual const std::vector<TcpTableEntry>& tcpTable() const = 0;
+
+    // The families whose sockets the kernel did not tell of, so that their absence from tcpTable()
+    // means nothing. A family that the kernel doesn't have is not among them: that is an answer.
+    virtual std::vector<AddressFamily> silentFamilies() const = 0;
 
     // The ports for which appendTcpSockets can still report a listening socket, ascending and
     // without duplicates, or none when that is not known beforehand. It lets a walk over the

@@ -3,7 +3,9 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstdio>
 #include <exception>
 #include <iterator>
 #include <limits>
@@ -210,6 +212,27 @@ bool isPlain(const std::string& text) {
     });
 }
 
+// The same JSON with DEL and the C1 controls escaped. It may hold them as they are, but a terminal
+// that shows it would obey.
+std::string withoutTerminalControls(const std::string& json) {
+    std::string result;
+    for (std::size_t place = 0; place < json.size(); ++place) {
+        // C1 controls are two bytes of UTF-8, the second of which is their number.
+        const bool isC1 = json[place] == '\xC2' && json[place + 1] < '\xA0';
+        if (isC1)
+            ++place;
+        if (isC1 || json[place] == '\x7F') {
+            std::array<char, 7> escape{};
+            std::snprintf(escape.data(), escape.size(), "\\u%04x",
+                          unsigned{static_cast<unsigned char>(json[place])});
+            result += escape.data();
+        } else {
+            result += json[place];
+        }
+    }
+    return result;
+}
+
 void appendKey(std::string& json, std::string_view key) {
     if (json.back() != '{')
         json += ',';
@@ -245,7 +268,8 @@ void appendMember(std::string& json, std::string_view key, const std::string& va
         json += value;
         json += '"';
     } else {
-        json += Json(value).dump(-1, ' ', false, Json::error_handler_t::replace);
+        json += withoutTerminalControls(
+            Json(value).dump(-1, ' ', false, Json::error_handler_t::replace));
     }
 }
 

@@ -124,7 +124,7 @@ std::optional<Record> decodeRecord(std::string_view text,
 }
 
 // Writes compact JSON with the keys in the order of the table. Ill-formed UTF-8 becomes U+FFFD; a
-// number that JSON can't express is left out.
+// number that JSON can't express is left out. What a terminal could take for a command is escaped.
 template <class Record>
 std::string encodeRecord(const Record& record, std::span<const JsonField<Record>> fields) {
     std::string json;

@@ -41,7 +41,7 @@ RepeatedPortScan::RepeatedPortScan(const PortScanner& scanner, Clock clock,
     : scanner_(scanner), clock_(std::move(clock)), longestReuse_(longestReuse),
       ports_(std::make_shared<const std::vector<OccupiedPort>>()) {}
 
-SharedPorts RepeatedPortScan::listOccupiedPorts() {
+PolledPorts RepeatedPortScan::poll() {
     const std::lock_guard lock(mutex_);
     const Time now = clock_();
     const auto snapshot = scanner_.tables().beginSnapshot(std::nullopt);
@@ -63,7 +63,7 @@ SharedPorts RepeatedPortScan::listOccupiedPorts() {
     table_ = std::move(table);
     std::erase_if(young_,
                   [now](const auto& process) { return now - process.second >= kSettlingTime; });
-    return ports_;
+    return {ports_, snapshot->silentFamilies()};
 }
 
 // Processes that start after this listing are new in the next one, also when the walk saw them.

@@ -19,8 +19,8 @@
 // processes of others it does not change which ports are theirs, save for sockets that somebody
 // else has opened.
 //
-// Nothing is probed by binding: the list is empty when the kernel is silent. Where the system does
-// not tell sockets apart, every port is looked up every time.
+// Nothing is probed by binding; a poll says of which families the kernel was silent. Where the
+// system does not tell sockets apart, every port is looked up every time.
 //
 // May be used by several threads at once; they wait for each other, and a scan that had to wait
 // begins after that. Without a change it costs the table of sockets and the list of processes. The
@@ -43,6 +43,12 @@
 
 namespace zenlot {
 
+// What one poll has found.
+struct PolledPorts {
+    SharedPorts ports;                         // in ascending order; never null
+    std::vector<AddressFamily> silentFamilies; // see ProcessSnapshot
+};
+
 class RepeatedPortScan {
   public:
     using Clock = std::function<std::chrono::steady_clock::time_point()>;
@@ -56,8 +62,10 @@ class RepeatedPortScan {
                               Clock clock = std::chrono::steady_clock::now,
                               std::chrono::seconds longestReuse = kLongestReuse);
 
-    // Every listening port, in ascending order; never null.
-    SharedPorts listOccupiedPorts();
+    PolledPorts poll();
+
+    // The ports alone.
+    SharedPorts listOccupiedPorts() { return poll().ports; }
 
   private:
     using Time = std::chrono::steady_clock::time_point;

@@ -28,17 +28,19 @@ QFuture<SharedPorts> PortInventory::pollPortsOfCurrentUser() {
 }
 
 SharedPorts PortInventory::portsOfCurrentUser() {
-    const SharedPorts scanned = repeatedScan_.listOccupiedPorts();
+    const PolledPorts poll = repeatedScan_.poll();
+    const SharedPorts& scanned = poll.ports;
     const SharedPorts published = sharedPortCache_.list();
-    // An empty list says nothing about what probing would find.
-    if (!scanned->empty()) {
+    // What probing would find may change while the list stays empty.
+    const bool isProbing = scanned->empty() && !poll.silentFamilies.empty();
+    if (!isProbing) {
         const std::lock_guard lock(lastPollMutex_);
         if (lastPoll_.scanned == scanned && lastPoll_.published == published)
             return lastPoll_.ofCurrentUser;
     }
 
-    std::vector<OccupiedPort> merged =
-        mergeWithCache(scanned->empty() ? probePublishedPorts(*published) : *scanned, *published);
+    std::vector<OccupiedPort> merged = mergeWithCache(
+        isProbing ? probePublishedPorts(*published, poll.silentFamilies) : *scanned, *published);
     const UserId currentUser = currentUserId();
     std::erase_if(merged, [currentUser](const OccupiedPort& record) {
         return !record.isCurrentUser(currentUser);
@@ -52,13 +54,14 @@ SharedPorts PortInventory::portsOfCurrentUser() {
 // Ports that are found by binding have no owner. Of the current user's ports they can only change
 // what becomes of published ones, so it would be a waste to probe the others.
 std::vector<OccupiedPort>
-PortInventory::probePublishedPorts(const std::vector<OccupiedPort>& published) const {
+PortInventory::probePublishedPorts(const std::vector<OccupiedPort>& published,
+                                   const std::vector<AddressFamily>& families) const {
     std::set<std::int64_t> ports;
     for (const OccupiedPort& record : published)
         ports.insert(record.port);
     std::vector<OccupiedPort> found;
     for (const std::int64_t port : ports)
-        std::ranges::move(scanner_.probePortsByBinding(port), std::back_inserter(found));
+        std::ranges::move(scanner_.probePortsByBinding(port, families), std::back_inserter(found));
     return found;
 }
 

@@ -49,7 +49,8 @@ class PortInventory final {
     };
 
     SharedPorts portsOfCurrentUser();
-    std::vector<OccupiedPort> probePublishedPorts(const std::vector<OccupiedPort>& published) const;
+    std::vector<OccupiedPort> probePublishedPorts(const std::vector<OccupiedPort>& published,
+                                                  const std::vector<AddressFamily>& families) const;
 
     const PortScanner& scanner_;
     const PortLookup& lookup_;

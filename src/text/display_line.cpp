@@ -5,8 +5,6 @@
 namespace zenlot {
 namespace {
 
-constexpr qsizetype kLongestText = 16384; // a path has 4096 at the most
-
 bool isDisruptive(QChar character) {
     switch (character.category()) {
     case QChar::Other_Control:
@@ -49,10 +47,6 @@ QString displayLine(const QString& text, qsizetype longest) {
             character = QChar::ReplacementCharacter;
     }
     return line;
-}
-
-QString displayText(const QString& text) {
-    return bounded(text, kLongestText);
 }
 
 } // namespace zenlot

@@ -12,7 +12,4 @@ inline constexpr qsizetype kLongestLine = 256; // a file name has 255 bytes at t
 // reads, or that a sentence around it can bear.
 QString displayLine(const QString& text, qsizetype longest = kLongestLine);
 
-// The same for a text that may take several lines: cut off only.
-QString displayText(const QString& text);
-
 } // namespace zenlot

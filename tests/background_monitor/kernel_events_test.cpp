@@ -1,9 +1,9 @@
 // What the kernel tells, and how it is read.
 #include "background_monitor/connector_process_events.h"
 #include "inventory/linux/control_group.h"
-#include "inventory/linux/listening_sockets.h"
 #include "inventory/linux/pidfd_set.h"
 #include "inventory/linux/unused_socket_watch.h"
+#include "inventory/listening_socket.h"
 #include "support/listener.h"
 #include "support/temporary_folder.h"
 
@@ -47,21 +47,6 @@ TEST(OverlapTest, IsWhatTheKernelRefuses) {
             << wanted << " and " << held;
     }
     EXPECT_EQ(IpAddress::parse("localhost"), std::nullopt);
-}
-
-TEST(ListeningSocketsTest, HaveTheirAddresses) {
-    SockDiagTransport transport;
-    for (const int family : {AF_INET, AF_INET6}) {
-        const Listener listener(family);
-        const auto sockets = readListeningSockets(transport, listener.port());
-        ASSERT_EQ(sockets.size(), 1U);
-        EXPECT_EQ(sockets[0].address, IpAddress::parse(family == AF_INET ? "127.0.0.1" : "::1"));
-        EXPECT_EQ(sockets[0].port, listener.port());
-        EXPECT_NE(sockets[0].inode, 0U);
-    }
-    std::vector<ListeningSocket> none;
-    EXPECT_FALSE(decodeListeningSockets(std::vector<std::byte>(40), none));
-    EXPECT_TRUE(none.empty());
 }
 
 TEST(ControlGroupTest, IsFoundByTheNumberOfItsFolder) {

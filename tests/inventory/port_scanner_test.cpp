@@ -82,6 +82,7 @@ TEST(PortScannerTest, ParallelWalkGivesWhatTheSequentialOneGives) {
 class MockSnapshot : public ProcessSnapshot {
   public:
     MOCK_METHOD(const std::vector<TcpTableEntry>&, tcpTable, (), (const override));
+    MOCK_METHOD(std::vector<AddressFamily>, silentFamilies, (), (const override));
     MOCK_METHOD(Ports, attributablePorts, (), (const override));
     MOCK_METHOD(std::vector<ProcessId>, pids, (), (const override));
     MOCK_METHOD(void, appendTcpSockets, (ProcessId, std::vector<TcpSocket>&), (const override));
@@ -118,8 +119,9 @@ TEST(PortScannerTest, WalkEndsWhereNothingCanChangeAnyMore) {
     }
 }
 
-TEST(PortScannerTest, ProbesOnlyWhenNothingIsKnown) {
+TEST(PortScannerTest, ProbesOnlyWhereTheKernelIsSilent) {
     FakeProcessTables tables;
+    tables.silentFamilies = {ipv4, ipv6};
     std::atomic<int> probes{0};
     const PortScanner scanner(tables, [&probes](std::uint16_t port, AddressFamily family) {
         ++probes;
@@ -132,8 +134,15 @@ TEST(PortScannerTest, ProbesOnlyWhenNothingIsKnown) {
     EXPECT_EQ(probes.exchange(0), 2 * 65535 - 1 + 2);
     for (const std::int64_t port : {-1, 0, 65536, 65536 + 1})
         EXPECT_TRUE(scanner.scanListeningSockets(port).empty()) << port;
-    tables.table = {{22, 0, ipv6, 0}};
+    tables.silentFamilies = {ipv4}; // the other one has answered that nothing listens
+    EXPECT_TRUE(scanner.scanListeningSockets(1).empty());
+    EXPECT_EQ(probes.exchange(0), 1);
+    tables.table = {{22, 0, ipv6, 0}}; // something is known
     EXPECT_EQ(scanner.listOccupiedPorts().size(), 1U);
+    tables.table.clear();
+    tables.silentFamilies.clear();
+    for (const PortFilter filter : {PortFilter(), PortFilter(1), PortFilter(65535)})
+        EXPECT_TRUE(scanner.scanListeningSockets(filter).empty());
     EXPECT_EQ(probes, 0);
 }
 

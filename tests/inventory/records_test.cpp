@@ -50,10 +50,11 @@ TEST(SharedPortCacheTest, ReadersSeeWholeListsOnly) {
     writer.join();
 }
 
-const std::vector<OccupiedPort> kPorts{
-    {3000, "TCP4", "node", "Node", 4312, "501", "/usr/bin/node"},
-    {std::numeric_limits<std::int64_t>::max(), "", R"(a"  b \ /)", "\n\t\x01\x7F",
-     std::numeric_limits<std::int64_t>::min(), "\0"s, "/\u00E9\U0001F680\uFFFE"}};
+const std::vector<OccupiedPort> kPorts{{3000, "TCP4", "node", "Node", 4312, "501", "/usr/bin/node"},
+                                       {std::numeric_limits<std::int64_t>::max(), "",
+                                        R"(a"  b \ /)", "\n\t\x01\x7F\u0080\u009F\u00A0\u00C2",
+                                        std::numeric_limits<std::int64_t>::min(), "\0"s,
+                                        "/\u00E9\U0001F680\uFFFE"}};
 
 // The text of the first port with one part replaced.
 std::string changed(const std::string& from, const std::string& to) {
@@ -72,6 +73,14 @@ TEST(RecordsJsonTest, WritesEveryKeyInOrderAndReadsThemBack) {
               R"("pid":4312,"user":"501","executablePath":"/usr/bin/node"},{"port":0,"proto":"",)"
               R"("processName":"a�z","displayName":"","pid":0,"user":"","executablePath":""}])");
     EXPECT_EQ(decodeOccupiedPorts(encodeOccupiedPorts(kPorts)), kPorts);
+}
+
+TEST(RecordsJsonTest, HoldsNothingThatATerminalWouldObey) {
+    const std::string json = encodeOccupiedPorts(kPorts);
+    EXPECT_NE(json.find(R"("\n\t\u0001\u007f\u0080\u009f)"
+                        "\u00A0\u00C2\""),
+              std::string::npos)
+        << json;
 }
 
 TEST(RecordsJsonTest, AcceptsWhateverIsNotItsBusiness) {

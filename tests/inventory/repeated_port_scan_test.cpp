@@ -157,6 +157,12 @@ TEST_F(RepeatedPortScanTest, FindsTheOwnerOfANewPortWithoutAFullWalk) {
     EXPECT_EQ(ports->size(), 501U);
 }
 
+TEST_F(RepeatedPortScanTest, SaysOfWhomTheKernelWasSilent) {
+    EXPECT_TRUE(scan.poll().silentFamilies.empty());
+    tables.silentFamilies = {ipv6};
+    EXPECT_EQ(scan.poll().silentFamilies, std::vector{ipv6});
+}
+
 TEST_F(RepeatedPortScanTest, ServesSeveralThreads) {
     addProcess(10, {{ipv4, TcpState::listen, 80, 0}});
     tables.table = {{80, 0, ipv4, 1000, 1}};

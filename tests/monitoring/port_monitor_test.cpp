@@ -26,6 +26,7 @@ using testing::IsEmpty;
 class ChangingTables final : public ProcessTables {
   public:
     mutable QSemaphore snapshotsTaken;
+    std::atomic<bool> isSilent{false};
 
     void listen(std::uint16_t port, const std::string& program, UserId user = currentUserId()) {
         const std::lock_guard lock(mutex_);
@@ -44,6 +45,8 @@ class ChangingTables final : public ProcessTables {
             tables->table.push_back({number, 0, {}, *program.realUid});
             tables->processes.push_back(program);
         }
+        if (isSilent)
+            tables->silentFamilies = {AddressFamily::ipv4, AddressFamily::ipv6};
         snapshotsTaken.release();
         return tables->beginSnapshot(port);
     }
@@ -222,6 +225,7 @@ TEST_F(PortMonitorTest, PollsFindTheSameOwnPortsAsAFullList) {
         tables.close(4);
         if (round % 2 == 0)
             tables.listen(static_cast<std::uint16_t>(3 + below(2)), "listening", anybody());
+        tables.isSilent = below(2) == 0;
         inUse = {below(8)};
         std::vector<OccupiedPort> list;
         while (below(8) != 0) {

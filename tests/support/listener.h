@@ -35,6 +35,7 @@ class Listener {
     ~Listener() { ::close(descriptor_); }
 
     std::uint16_t port() const { return port_; }
+    int descriptor() const { return descriptor_; }
 
   private:
     int descriptor_;

@@ -1,9 +1,9 @@
 #include "inventory/darwin/darwin_process_inspector.h"
 
 #include "inventory/darwin/kernel_records.h"
-#include "inventory/darwin/load.h"
 #include "inventory/darwin/process_queries.h"
 #include "inventory/darwin/process_records.h"
+#include "inventory/load.h"
 
 #include <array>
 #include <span>

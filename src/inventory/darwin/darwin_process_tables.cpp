@@ -7,6 +7,7 @@
 #include "inventory/darwin/tcp_pcb_list.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace zenlot {
 
@@ -46,12 +47,21 @@ class DarwinProcessSnapshot final : public ProcessSnapshot {
         const auto call = [&calls](void* buffer, std::size_t* length) {
             return calls.sysctlbyname(kTcpPcbListName, buffer, length);
         };
-        tcpTable_ = decodeTcpPcbList(readTable(call, kMinimumTcpTableSize, 1), currentUser);
+        auto table = decodeTcpPcbList(readTable(call, kMinimumTcpTableSize, 1), currentUser);
+        isSilent_ = !table;
+        tcpTable_ = std::move(table).value_or(std::vector<TcpTableEntry>());
         std::erase_if(tcpTable_,
                       [this](const TcpTableEntry& entry) { return !matches(entry.localPort); });
     }
 
     const std::vector<TcpTableEntry>& tcpTable() const override { return tcpTable_; }
+
+    // Both families are in one table.
+    std::vector<AddressFamily> silentFamilies() const override {
+        if (!isSilent_)
+            return {};
+        return {AddressFamily::ipv4, AddressFamily::ipv6};
+    }
 
     std::optional<std::vector<std::uint16_t>> attributablePorts() const override {
         return std::nullopt;
@@ -97,6 +107,7 @@ class DarwinProcessSnapshot final : public ProcessSnapshot {
     std::optional<std::int64_t> port_;
     bool hasSockets_; // false for a port that no socket can have
     std::vector<TcpTableEntry> tcpTable_;
+    bool isSilent_{false}; // the table could not be read
 };
 
 } // namespace

@@ -1,7 +1,7 @@
 #include "inventory/darwin/tcp_pcb_list.h"
 
 #include "inventory/darwin/kernel_records.h"
-#include "inventory/darwin/load.h"
+#include "inventory/load.h"
 
 #include <arpa/inet.h>
 
@@ -40,14 +40,15 @@ TcpTableEntry decodeEntry(std::span<const std::byte> bytes, UserId currentUser) 
 
 } // namespace
 
-std::vector<TcpTableEntry> decodeTcpPcbList(std::span<const std::byte> table, UserId currentUser) {
-    std::vector<TcpTableEntry> entries;
+std::optional<std::vector<TcpTableEntry>> decodeTcpPcbList(std::span<const std::byte> table,
+                                                           UserId currentUser) {
     if (table.size() < sizeof(std::uint32_t))
-        return entries;
+        return std::nullopt;
     const std::size_t headLength = loadAt<std::uint32_t>(table);
     if (headLength < sizeof(std::uint32_t) || headLength >= table.size())
-        return entries;
+        return std::nullopt;
 
+    std::vector<TcpTableEntry> entries;
     std::span<const std::byte> rest = table.subspan(headLength);
     while (rest.size() >= kHeadLength) {
         const std::size_t length = loadAt<std::uint32_t>(rest);

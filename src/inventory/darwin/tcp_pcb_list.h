@@ -15,13 +15,16 @@
 #include "inventory/process_tables.h"
 
 #include <cstddef>
+#include <optional>
 #include <span>
 #include <vector>
 
 namespace zenlot {
 
-// The entries in table order, connections included. An entry too short to name its family counts as
-// IPv4, and one too short to name its owner as owned by `currentUser`.
-std::vector<TcpTableEntry> decodeTcpPcbList(std::span<const std::byte> table, UserId currentUser);
+// The entries in table order, connections included; none of them when there is no head to begin
+// with. An entry too short to name its family counts as IPv4, and one too short to name its owner
+// as owned by `currentUser`.
+std::optional<std::vector<TcpTableEntry>> decodeTcpPcbList(std::span<const std::byte> table,
+                                                           UserId currentUser);
 
 } // namespace zenlot

@@ -43,7 +43,7 @@ ProcessFacts LinuxProcessInspector::inspect(ProcessId pid) const {
     if (inodes.empty())
         return facts;
     const SocketIndex index(
-        readTcpSockets(procFiles_, *transport_, SocketScope::held, std::nullopt));
+        readTcpSockets(procFiles_, *transport_, SocketScope::held, std::nullopt).sockets);
     for (const std::uint64_t inode : inodes) {
         if (const TcpSocket* socket = index.find(inode))
             facts.tcpSockets.push_back(*socket);

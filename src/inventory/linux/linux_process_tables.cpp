@@ -13,10 +13,10 @@ namespace {
 
 class LinuxProcessSnapshot final : public ProcessSnapshot {
   public:
-    LinuxProcessSnapshot(const ProcFiles& procFiles, const std::vector<KernelTcpSocket>& sockets)
-        : procFiles_(procFiles), index_(sockets) {
-        table_.reserve(sockets.size());
-        for (const KernelTcpSocket& socket : sockets) {
+    LinuxProcessSnapshot(const ProcFiles& procFiles, const TcpSocketTable& table)
+        : procFiles_(procFiles), index_(table.sockets), silentFamilies_(table.silentFamilies) {
+        table_.reserve(table.sockets.size());
+        for (const KernelTcpSocket& socket : table.sockets) {
             table_.push_back({socket.socket.localPort, socket.socket.foreignPort,
                               socket.socket.family, socket.ownerUid, socket.inode});
             if (socket.inode != 0)
@@ -28,6 +28,8 @@ class LinuxProcessSnapshot final : public ProcessSnapshot {
     }
 
     const std::vector<TcpTableEntry>& tcpTable() const override { return table_; }
+
+    std::vector<AddressFamily> silentFamilies() const override { return silentFamilies_; }
 
     std::optional<std::vector<std::uint16_t>> attributablePorts() const override {
         return attributablePorts_;
@@ -54,6 +56,7 @@ class LinuxProcessSnapshot final : public ProcessSnapshot {
   private:
     const ProcFiles& procFiles_;
     SocketIndex index_;
+    std::vector<AddressFamily> silentFamilies_;
     std::vector<TcpTableEntry> table_;
     std::vector<std::uint16_t> attributablePorts_;
 };
@@ -66,13 +69,13 @@ LinuxProcessTables::LinuxProcessTables(const std::string& procRoot,
 
 std::unique_ptr<ProcessSnapshot>
 LinuxProcessTables::beginSnapshot(std::optional<std::int64_t> port) const {
-    std::vector<KernelTcpSocket> sockets;
+    TcpSocketTable table;
     if (!port)
-        sockets = readTcpSockets(procFiles_, *transport_, SocketScope::listening, std::nullopt);
+        table = readTcpSockets(procFiles_, *transport_, SocketScope::listening, std::nullopt);
     else if (isValidPort(*port))
-        sockets = readTcpSockets(procFiles_, *transport_, SocketScope::listening,
-                                 static_cast<std::uint16_t>(*port));
-    return std::make_unique<LinuxProcessSnapshot>(procFiles_, sockets);
+        table = readTcpSockets(procFiles_, *transport_, SocketScope::listening,
+                               static_cast<std::uint16_t>(*port));
+    return std::make_unique<LinuxProcessSnapshot>(procFiles_, table);
 }
 
 } // namespace zenlot

@@ -3,23 +3,19 @@
 #pragma once
 
 #include "inventory/linux/netlink_transport.h"
+#include "inventory/linux/proc_files.h"
 #include "inventory/listening_socket.h"
 
-#include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <span>
 #include <vector>
 
 namespace zenlot {
 
-// Appends what one datagram of a dump holds. False at the end of the dump, and for a datagram that
-// makes no sense.
-bool decodeListeningSockets(std::span<const std::byte> datagram,
-                            std::vector<ListeningSocket>& sockets);
-
-// On one port or on all, of both families. Empty where the kernel has no socket diagnostics.
-std::vector<ListeningSocket> readListeningSockets(NetlinkTransport& transport,
+// On one port or on all, of both families, through the socket diagnostics or out of /proc/net where
+// they fail: there neither the control groups are known nor whether a socket leaves IPv4 to others.
+std::vector<ListeningSocket> readListeningSockets(const ProcFiles& procFiles,
+                                                  NetlinkTransport& transport,
                                                   std::optional<std::uint16_t> port = std::nullopt);
 
 } // namespace zenlot

@@ -167,4 +167,8 @@ std::optional<std::string> ProcFiles::read(const std::string& name) const {
     return file ? readAll(file) : std::nullopt;
 }
 
+bool ProcFiles::isMissing(const std::string& name) const {
+    return ::faccessat(root_.get(), name.c_str(), F_OK, 0) != 0 && errno == ENOENT;
+}
+
 } // namespace zenlot

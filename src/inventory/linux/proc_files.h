@@ -52,6 +52,9 @@ class ProcFiles {
     // A whole file, named from the root; none when it can't be read.
     std::optional<std::string> read(const std::string& name) const;
 
+    // Whether there is no such file, rather than one that can't be reached.
+    bool isMissing(const std::string& name) const;
+
   private:
     FileDescriptor root_;
 };

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <optional>
 
 namespace zenlot {
@@ -51,10 +52,16 @@ bool split(std::string_view line, std::array<std::string_view, columnCount>& col
     return true;
 }
 
-} // namespace
+// What is of use in a line; the state is in the language of the problem.
+struct Line {
+    std::string_view localAddress; // with its port
+    TcpSocket socket;
+    UserId ownerUid{0};
+    std::uint64_t inode{0};
+};
 
-void decodeProcNetTcp(std::string_view text, AddressFamily family, SocketScope scope,
-                      std::vector<KernelTcpSocket>& sockets) {
+template <typename Call>
+void forEachLine(std::string_view text, AddressFamily family, const Call& call) {
     while (!text.empty()) {
         const std::string_view line = text.substr(0, text.find('\n'));
         text.remove_prefix(std::min(text.size(), line.size() + 1));
@@ -67,13 +74,50 @@ void decodeProcNetTcp(std::string_view text, AddressFamily family, SocketScope s
         const auto stateNumber = parse<unsigned>(columns[state], 16);
         const auto ownerUid = parse<UserId>(columns[uid], 10);
         const auto inodeNumber = parse<std::uint64_t>(columns[inode], 10);
-        if (!localPort || !foreignPort || !stateNumber || !ownerUid || !inodeNumber)
-            continue;
-        const TcpState socketState = tcpStateFromKernel(*stateNumber);
-        if (isInScope(scope, socketState))
-            sockets.push_back(
-                {{family, socketState, *localPort, *foreignPort}, *ownerUid, *inodeNumber});
+        if (localPort && foreignPort && stateNumber && ownerUid && inodeNumber)
+            call(Line{columns[localAddress],
+                      {family, tcpStateFromKernel(*stateNumber), *localPort, *foreignPort},
+                      *ownerUid,
+                      *inodeNumber});
     }
+}
+
+// The address is written as numbers of 32 bits, whose bytes in memory are those of the address.
+std::optional<IpAddress> addressOf(std::string_view addressAndPort, AddressFamily family) {
+    constexpr std::size_t kDigits = 8;
+    const std::string_view digits = addressAndPort.substr(0, addressAndPort.rfind(':'));
+    IpAddress address;
+    address.family = family;
+    const std::size_t length = family == AddressFamily::ipv6 ? 16 : 4;
+    if (digits.size() != 2 * length)
+        return std::nullopt;
+    for (std::size_t place = 0; place < length; place += sizeof(std::uint32_t)) {
+        const auto word = parse<std::uint32_t>(digits.substr(2 * place, kDigits), 16);
+        if (!word)
+            return std::nullopt;
+        std::memcpy(address.bytes.data() + place, &*word, sizeof *word);
+    }
+    return address;
+}
+
+} // namespace
+
+void decodeProcNetTcp(std::string_view text, AddressFamily family, SocketScope scope,
+                      std::vector<KernelTcpSocket>& sockets) {
+    forEachLine(text, family, [scope, &sockets](const Line& line) {
+        if (isInScope(scope, line.socket.state))
+            sockets.push_back({line.socket, line.ownerUid, line.inode});
+    });
+}
+
+void decodeProcNetTcp(std::string_view text, AddressFamily family,
+                      std::vector<ListeningSocket>& sockets) {
+    forEachLine(text, family, [family, &sockets](const Line& line) {
+        const auto address = addressOf(line.localAddress, family);
+        if (address && isInScope(SocketScope::listening, line.socket.state))
+            sockets.push_back(
+                {*address, false, line.socket.localPort, line.ownerUid, line.inode, 0});
+    });
 }
 
 } // namespace zenlot

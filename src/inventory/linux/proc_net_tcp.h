@@ -3,6 +3,7 @@
 #pragma once
 
 #include "inventory/linux/kernel_tcp_socket.h"
+#include "inventory/listening_socket.h"
 
 #include <string_view>
 #include <vector>
@@ -13,5 +14,10 @@ namespace zenlot {
 // sense are skipped.
 void decodeProcNetTcp(std::string_view text, AddressFamily family, SocketScope scope,
                       std::vector<KernelTcpSocket>& sockets);
+
+// The same of those that listen, with their addresses; the file tells nothing of their control
+// groups and options.
+void decodeProcNetTcp(std::string_view text, AddressFamily family,
+                      std::vector<ListeningSocket>& sockets);
 
 } // namespace zenlot

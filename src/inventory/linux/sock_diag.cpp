@@ -1,17 +1,21 @@
 #include "inventory/linux/sock_diag.h"
 
+#include "inventory/linux/netlink_dump.h"
+#include "inventory/load.h"
+
 #include <arpa/inet.h>
 #include <linux/inet_diag.h>
 #include <linux/netlink.h>
+#include <linux/rtnetlink.h>
 #include <linux/sock_diag.h>
 #include <netinet/tcp.h>
 
+#include <algorithm>
 #include <cstring>
+#include <span>
 
 namespace zenlot {
 namespace {
-
-constexpr int kDumpAttempts = 4;
 
 struct DumpRequest {
     nlmsghdr header;
@@ -19,18 +23,8 @@ struct DumpRequest {
 };
 static_assert(sizeof(DumpRequest) == NLMSG_LENGTH(sizeof(inet_diag_req_v2)));
 
-// Netlink messages are aligned to four bytes only, and the buffer they lie in to one.
-template <typename Value>
-Value load(std::span<const std::byte> bytes, std::size_t offset) {
-    Value value;
-    std::memcpy(&value, bytes.data() + offset, sizeof value);
-    return value;
-}
-
-} // namespace
-
-std::vector<std::byte> tcpDumpRequest(AddressFamily family, SocketScope scope,
-                                      std::optional<std::uint16_t> port) {
+DumpRequest dumpRequest(AddressFamily family, SocketScope scope,
+                        std::optional<std::uint16_t> port) {
     DumpRequest request{};
     request.header.nlmsg_len = sizeof request;
     request.header.nlmsg_type = SOCK_DIAG_BY_FAMILY;
@@ -43,62 +37,80 @@ std::vector<std::byte> tcpDumpRequest(AddressFamily family, SocketScope scope,
     request.body.idiag_states =
         scope == SocketScope::listening ? 1U << TCP_LISTEN : ~(1U << TCP_TIME_WAIT);
     request.body.id.idiag_sport = htons(port.value_or(0));
-
-    std::vector<std::byte> bytes(sizeof request);
-    std::memcpy(bytes.data(), &request, sizeof request);
-    return bytes;
+    return request;
 }
 
-DumpProgress decodeSockDiag(std::span<const std::byte> datagram, bool& wasInterrupted,
-                            std::vector<KernelTcpSocket>& sockets) {
-    while (datagram.size() >= sizeof(nlmsghdr)) {
-        const auto header = load<nlmsghdr>(datagram, 0);
-        if (header.nlmsg_len < sizeof header || header.nlmsg_len > datagram.size())
-            return DumpProgress::failed;
-        if ((header.nlmsg_flags & NLM_F_DUMP_INTR) != 0)
-            wasInterrupted = true;
-        if (header.nlmsg_type == NLMSG_DONE)
-            return wasInterrupted ? DumpProgress::interrupted : DumpProgress::done;
-        if (header.nlmsg_type == NLMSG_ERROR)
-            return DumpProgress::failed;
-        if (header.nlmsg_type == SOCK_DIAG_BY_FAMILY) {
-            if (header.nlmsg_len < NLMSG_LENGTH(sizeof(inet_diag_msg)))
-                return DumpProgress::failed;
-            const auto message = load<inet_diag_msg>(datagram, NLMSG_HDRLEN);
-            KernelTcpSocket& socket = sockets.emplace_back();
-            socket.socket.family =
-                message.idiag_family == AF_INET6 ? AddressFamily::ipv6 : AddressFamily::ipv4;
-            socket.socket.state = tcpStateFromKernel(message.idiag_state);
-            socket.socket.localPort = ntohs(message.id.idiag_sport);
-            socket.socket.foreignPort = ntohs(message.id.idiag_dport);
-            socket.ownerUid = message.idiag_uid;
-            socket.inode = message.idiag_inode;
-        }
-        datagram =
-            datagram.subspan(std::min<std::size_t>(NLMSG_ALIGN(header.nlmsg_len), datagram.size()));
+AddressFamily familyOf(const inet_diag_msg& message) {
+    return message.idiag_family == AF_INET6 ? AddressFamily::ipv6 : AddressFamily::ipv4;
+}
+
+KernelTcpSocket tcpSocketOf(std::span<const std::byte> content) {
+    const auto message = loadAt<inet_diag_msg>(content);
+    return {{familyOf(message), tcpStateFromKernel(message.idiag_state),
+             ntohs(message.id.idiag_sport), ntohs(message.id.idiag_dport)},
+            message.idiag_uid,
+            message.idiag_inode};
+}
+
+// The value of an attribute; none when it is missing or shorter.
+template <typename Value>
+std::optional<Value> attribute(std::span<const std::byte> attributes, unsigned short type) {
+    while (attributes.size() >= sizeof(rtattr)) {
+        const auto header = loadAt<rtattr>(attributes);
+        if (header.rta_len < sizeof header || header.rta_len > attributes.size())
+            return std::nullopt;
+        if (header.rta_type == type && header.rta_len >= sizeof header + sizeof(Value))
+            return loadAt<Value>(attributes, sizeof header);
+        attributes =
+            attributes.subspan(std::min<std::size_t>(RTA_ALIGN(header.rta_len), attributes.size()));
     }
-    return datagram.empty() ? DumpProgress::more : DumpProgress::failed;
+    return std::nullopt;
 }
+
+ListeningSocket listeningSocketOf(std::span<const std::byte> content) {
+    const auto message = loadAt<inet_diag_msg>(content);
+    ListeningSocket socket;
+    socket.address.family = familyOf(message);
+    const std::size_t length = socket.address.family == AddressFamily::ipv6 ? 16 : 4;
+    std::memcpy(socket.address.bytes.data(), &message.id.idiag_src, length);
+    socket.port = ntohs(message.id.idiag_sport);
+    socket.ownerUid = message.idiag_uid;
+    socket.inode = message.idiag_inode;
+    const auto attributes = content.subspan(sizeof message);
+    socket.isV6Only = attribute<std::uint8_t>(attributes, INET_DIAG_SKV6ONLY).value_or(0) != 0;
+    socket.controlGroup = attribute<std::uint64_t>(attributes, INET_DIAG_CGROUP_ID).value_or(0);
+    return socket;
+}
+
+template <typename Socket>
+std::optional<std::vector<Socket>> dump(NetlinkTransport& transport, const DumpRequest& request,
+                                        Socket (*socketOf)(std::span<const std::byte>)) {
+    std::vector<Socket> sockets;
+    const bool isWhole = readNetlinkDump(
+        transport, std::as_bytes(std::span(&request, 1)), [&sockets] { sockets.clear(); },
+        [&sockets, socketOf](std::uint16_t type, std::span<const std::byte> content) {
+            if (type != SOCK_DIAG_BY_FAMILY)
+                return true;
+            if (content.size() < sizeof(inet_diag_msg))
+                return false;
+            sockets.push_back(socketOf(content));
+            return true;
+        });
+    return isWhole ? std::optional(std::move(sockets)) : std::nullopt;
+}
+
+} // namespace
 
 std::optional<std::vector<KernelTcpSocket>> dumpTcpSockets(NetlinkTransport& transport,
                                                            AddressFamily family, SocketScope scope,
                                                            std::optional<std::uint16_t> port) {
-    const std::vector<std::byte> request = tcpDumpRequest(family, scope, port);
-    std::vector<KernelTcpSocket> sockets;
-    for (int attempt = 0; attempt < kDumpAttempts; ++attempt) {
-        sockets.clear();
-        bool wasInterrupted = false;
-        DumpProgress progress = DumpProgress::more;
-        const bool answered = transport.dump(request, [&](std::span<const std::byte> datagram) {
-            progress = decodeSockDiag(datagram, wasInterrupted, sockets);
-            return progress == DumpProgress::more;
-        });
-        if (!answered || progress == DumpProgress::failed)
-            return std::nullopt;
-        if (progress == DumpProgress::done)
-            break;
-    }
-    return sockets;
+    return dump(transport, dumpRequest(family, scope, port), tcpSocketOf);
+}
+
+std::optional<std::vector<ListeningSocket>>
+dumpListeningSockets(NetlinkTransport& transport, AddressFamily family,
+                     std::optional<std::uint16_t> port) {
+    return dump(transport, dumpRequest(family, SocketScope::listening, port), listeningSocketOf);
 }
 
 } // namespace zenlot

@@ -1,5 +1,5 @@
 // The kernel's TCP sockets of both families: through its socket diagnostics, or out of /proc/net
-// where it has none.
+// where they fail.
 #pragma once
 
 #include "inventory/linux/kernel_tcp_socket.h"
@@ -12,8 +12,13 @@
 
 namespace zenlot {
 
-// On one local port or on all, the IPv4 sockets first. Empty when the kernel gives nothing.
-std::vector<KernelTcpSocket> readTcpSockets(const ProcFiles& procFiles, NetlinkTransport& transport,
-                                            SocketScope scope, std::optional<std::uint16_t> port);
+struct TcpSocketTable {
+    std::vector<KernelTcpSocket> sockets;      // the IPv4 sockets first
+    std::vector<AddressFamily> silentFamilies; // of which neither source told
+};
+
+// On one local port or on all. A kernel without IPv6 has told that there are no such sockets.
+TcpSocketTable readTcpSockets(const ProcFiles& procFiles, NetlinkTransport& transport,
+                              SocketScope scope, std::optional<std::uint16_t> port);
 
 } // namespace zenlot

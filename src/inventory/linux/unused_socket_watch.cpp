@@ -1,5 +1,7 @@
 #include "inventory/linux/unused_socket_watch.h"
 
+#include "inventory/load.h"
+
 #include <arpa/inet.h>
 #include <linux/filter.h>
 #include <linux/inet_diag.h>
@@ -34,13 +36,6 @@ constexpr std::array<sock_filter, 4> kFilter{{
     BPF_STMT(BPF_RET | BPF_K, 0),
 }};
 
-template <typename Value>
-Value load(std::span<const std::byte> bytes, std::size_t offset) {
-    Value value;
-    std::memcpy(&value, bytes.data() + offset, sizeof value);
-    return value;
-}
-
 bool join(int socket, int group) {
     return ::setsockopt(socket, SOL_NETLINK, NETLINK_ADD_MEMBERSHIP, &group, sizeof group) == 0;
 }
@@ -68,7 +63,7 @@ FileDescriptor watchSocket() {
 std::optional<UnusedSocket> decodeUnusedSocket(std::span<const std::byte> datagram) {
     if (datagram.size() < kMessageStart + sizeof(inet_diag_msg))
         return std::nullopt;
-    const auto message = load<inet_diag_msg>(datagram, kMessageStart);
+    const auto message = loadAt<inet_diag_msg>(datagram, kMessageStart);
     if (message.idiag_state != TCP_CLOSE || message.id.idiag_dport != 0)
         return std::nullopt;
     const AddressFamily family =

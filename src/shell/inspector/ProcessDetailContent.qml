@@ -110,10 +110,19 @@ Flickable {
             onToggled: root.viewModel.commandExpanded = !root.viewModel.commandExpanded
 
             SelectableText {
+                id: command
+
                 Layout.fillWidth: true
                 color: Theme.secondaryLabel
                 font: TextStyle.monospaced(TextStyle.caption)
                 text: root.viewModel.commandText
+
+                Keys.onPressed: event => {
+                    if (event.matches(StandardKey.Copy) && command.selectedText !== "") {
+                        root.viewModel.copyCommand(command.selectionStart, command.selectionEnd);
+                        event.accepted = true;
+                    }
+                }
             }
         }
     }

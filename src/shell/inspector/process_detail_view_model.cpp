@@ -2,6 +2,8 @@
 
 #include "text/display_line.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QtConcurrentRun>
 
 #include <string>
@@ -9,6 +11,8 @@
 
 namespace zenlot {
 namespace {
+
+constexpr qsizetype kLongestCommand = 16384; // a path has 4096 bytes at the most
 
 QString lineOf(const std::string& text) {
     return displayLine(QString::fromStdString(text));
@@ -128,10 +132,20 @@ QString ProcessDetailViewModel::networkTitle() const {
 }
 
 QString ProcessDetailViewModel::commandText() const {
+    return displayLine(command(), kLongestCommand);
+}
+
+QString ProcessDetailViewModel::command() const {
     if (!process_)
         return {};
-    return displayText(QString::fromStdString(
-        process_->fullCommand.empty() ? process_->name : process_->fullCommand));
+    return QString::fromStdString(process_->fullCommand.empty() ? process_->name
+                                                                : process_->fullCommand);
+}
+
+// What is shown has the length of the command itself, save for its end where that is cut off.
+void ProcessDetailViewModel::copyCommand(int start, int end) const {
+    const bool includesEnd = end >= commandText().size();
+    QGuiApplication::clipboard()->setText(command().mid(start, includesEnd ? -1 : end - start));
 }
 
 void ProcessDetailViewModel::fillRows() {

@@ -91,6 +91,9 @@ class ProcessDetailViewModel : public QObject {
     NetworkConnectionModel* networkConnections() { return &networkConnections_; }
     QString networkTitle() const;
     QString commandText() const;
+    // Puts a part of the command as it really is into the clipboard; the places are those of the
+    // text that is shown for it.
+    Q_INVOKABLE void copyCommand(int start, int end) const;
 
   Q_SIGNALS:
     void shownChanged();
@@ -106,6 +109,7 @@ class ProcessDetailViewModel : public QObject {
     QList<DetailRow> identityRowList() const;
     QList<DetailRow> resourceRowList() const;
     QList<DetailRow> applicationRowList() const;
+    QString command() const;
 
     const ProcessDetailsLoader& loader_;
     std::optional<PortProcess> process_;

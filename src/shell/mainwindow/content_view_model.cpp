@@ -257,17 +257,18 @@ void ContentViewModel::loadOccupiedPorts() {
 }
 
 QCoro::Task<> ContentViewModel::loadSidebar() {
+    const quint64 number = ++newestSidebarLoad_;
     assignIsLoadingSidebar(true);
     const QPointer<ContentViewModel> self(this);
     const QFuture<std::vector<OccupiedPort>> scan = with_.inventory.listMergedPorts();
     std::vector<OccupiedPort> ports = co_await scan;
-    if (!self)
+    if (!self || number != newestSidebarLoad_)
         co_return;
     const QFuture<SidebarContent> grouping =
         QtConcurrent::run(&workers_, makeContent, std::move(ports),
                           std::cref(with_.runningApplications), std::ref(with_.bundleKeys));
     SidebarContent content = co_await grouping;
-    if (!self)
+    if (!self || number != newestSidebarLoad_)
         co_return;
     sidebar_.setContent(std::move(content));
     assignIsLoadingSidebar(false);
@@ -353,7 +354,8 @@ QCoro::Task<> ContentViewModel::forceQuit(PortProcess process) {
         select(std::nullopt);
     Q_EMIT selectionChanged();
     Q_EMIT statusChanged();
-    co_await loadSidebar();
+    const QCoro::Task<> loading = loadSidebar();
+    co_await loading;
     if (!self)
         co_return;
     QTimer pause;

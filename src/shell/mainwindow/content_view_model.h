@@ -184,8 +184,10 @@ class ContentViewModel : public QObject {
     bool isChecking_{false};
     bool isLoadingSidebar_{false};
     bool hasSearched_{false};
-    quint64 newestCheck_{0}; // the answer to an older one is dropped
-    QThreadPool workers_;    // the last member, so that it ends before what its work uses
+    // Answers to older questions are dropped.
+    quint64 newestCheck_{0};
+    quint64 newestSidebarLoad_{0};
+    QThreadPool workers_; // the last member, so that it ends before what its work uses
 };
 
 } // namespace zenlot

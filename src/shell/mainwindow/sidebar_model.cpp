@@ -118,7 +118,7 @@ void SidebarModel::appendPart(std::vector<SidebarRow>& rows, const QString& key,
         const bool isExpanded = expandedBundles_.contains(bundle);
         rows.push_back({groupKey,
                         RowKind::group,
-                        groupDisplayName(group),
+                        displayLine(groupDisplayName(group)),
                         isExpanded,
                         static_cast<int>(group.ports.size()),
                         bundle,

@@ -59,6 +59,7 @@ TEST_F(DarwinProcessesTest, SysctlTablesAreReadInTwoCalls) {
         calls.tcpPcbList.contents = joined({tableHead(648), entry, entry});
         calls.allProcesses.contents = joined({processRecord(1), processRecord(2), entry});
         EXPECT_THAT(snapshot()->tcpTable(), SizeIs(records > 1 ? records - 1 : 0));
+        EXPECT_THAT(snapshot()->silentFamilies(), SizeIs(records > 0 ? 0 : 2));
         EXPECT_THAT(snapshot()->pids(), SizeIs(records));
     }
 }
@@ -108,6 +109,7 @@ TEST_F(DarwinProcessesTest, AScanOverTheTables) {
     for (const std::int64_t asked : {3000, 65536 + 3000, 0}) {
         port = asked;
         EXPECT_THAT(snapshot()->tcpTable(), SizeIs(asked == 3000 ? 1 : 0)) << asked;
+        EXPECT_THAT(snapshot()->silentFamilies(), SizeIs(0)) << asked;
         EXPECT_THAT(socketsOf(30), SizeIs(asked == 3000 ? 1 : 0)) << asked;
     }
     node.path.assign(5000, 'a'); // no zero byte within the buffer

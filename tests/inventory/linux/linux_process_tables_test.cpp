@@ -1,11 +1,16 @@
 #include "inventory/linux/linux_process_tables.h"
+#include "inventory/linux/listening_sockets.h"
+#include "inventory/linux/processors.h"
 #include "inventory/linux/socket_index.h"
 #include "inventory/port_scanner.h"
-#include "support/listener.h"
+#include "support/connection.h"
 #include "support/temporary_folder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <sched.h>
+#include <sys/wait.h>
 
 namespace zenlot {
 namespace {
@@ -58,6 +63,149 @@ TEST(LinuxProcessTablesTest, ReadsACopyOfProc) {
     EXPECT_EQ(tables.beginSnapshot({})->attributablePorts(), std::vector<std::uint16_t>{80});
     EXPECT_TRUE(tables.beginSnapshot(65536 + 80)->tcpTable().empty());
     EXPECT_EQ(tables.beginSnapshot(80)->tcpTable().back().identity, 101U);
+}
+
+// The families of which neither source told, of copies of /proc with these files.
+TEST(LinuxProcessTablesTest, SilenceIsNotAnEmptyTable) {
+    using Families = std::vector<AddressFamily>;
+    const auto silentFamilies = [](std::initializer_list<const char*> files) {
+        const TemporaryFolder folder;
+        for (const char* file : files)
+            folder.write(file, "heading\n");
+        const LinuxProcessTables tables(folder.path().string(), std::make_unique<NoTransport>());
+        return tables.beginSnapshot(80)->silentFamilies();
+    };
+    const Families both{AddressFamily::ipv4, AddressFamily::ipv6};
+    EXPECT_EQ(silentFamilies({"net/tcp", "net/tcp6"}), Families());
+    EXPECT_EQ(silentFamilies({"net/tcp"}), Families()) << "a kernel without IPv6";
+    EXPECT_EQ(silentFamilies({"net/tcp6"}), Families{AddressFamily::ipv4});
+    EXPECT_EQ(silentFamilies({"net/tcp", "net/tcp6/is a folder"}), Families{AddressFamily::ipv6});
+    EXPECT_EQ(silentFamilies({"net/tcp/is a folder"}), Families{AddressFamily::ipv4});
+    EXPECT_EQ(silentFamilies({}), both);
+    const LinuxProcessTables nowhere("/nonexistent", std::make_unique<NoTransport>());
+    EXPECT_EQ(nowhere.beginSnapshot({})->silentFamilies(), both);
+    EXPECT_EQ(nowhere.beginSnapshot(65536)->silentFamilies(), Families());
+}
+
+TEST(ListeningSocketsTest, HaveTheirAddressesBothWays) {
+    const ProcFiles procFiles;
+    SockDiagTransport diagnostics;
+    NoTransport none;
+    for (const int family : {AF_INET, AF_INET6}) {
+        const Listener listener(family);
+        for (NetlinkTransport* transport :
+             std::initializer_list<NetlinkTransport*>{&diagnostics, &none}) {
+            const auto sockets = readListeningSockets(procFiles, *transport, listener.port());
+            ASSERT_EQ(sockets.size(), 1U);
+            EXPECT_EQ(sockets[0].address,
+                      IpAddress::parse(family == AF_INET ? "127.0.0.1" : "::1"));
+            EXPECT_EQ(sockets[0].ownerUid, ::getuid());
+            EXPECT_NE(sockets[0].inode, 0U);
+        }
+    }
+}
+
+// What the kernel says itself, with no probe that could add to it.
+class ListenersOnlyTest : public testing::Test {
+  protected:
+    ListenersOnlyTest() {
+        scanners.emplace_back(diagnostics, probe);
+        scanners.emplace_back(text, probe);
+    }
+    void expectFree(std::uint16_t port) {
+        for (const PortScanner& scanner : scanners)
+            EXPECT_TRUE(scanner.scanListeningSockets(port).empty());
+        EXPECT_EQ(probes, 0);
+    }
+
+    int probes{0};
+    BindProbe probe{[this](std::uint16_t, AddressFamily) { return ++probes > 0; }};
+    LinuxProcessTables diagnostics{"/proc", std::make_unique<SockDiagTransport>()};
+    LinuxProcessTables text{"/proc", std::make_unique<NoTransport>()};
+    std::vector<PortScanner> scanners;
+};
+
+TEST_F(ListenersOnlyTest, PortsOfConnectionsAreFree) {
+    std::optional<Listener> server(std::in_place);
+    const std::uint16_t port = server->port();
+    std::optional<Connection> connection(std::in_place, *server);
+    EXPECT_TRUE(isPortInUse(connection->clientPort(), AddressFamily::ipv4)) << "proves nothing";
+    expectFree(connection->clientPort());
+
+    server.reset();
+    connection->closeServerSide();
+    EXPECT_TRUE(isPortInUse(port, AddressFamily::ipv4)) << "proves nothing";
+    expectFree(port); // the client has not yet said good-bye
+    connection.reset();
+    EXPECT_TRUE(isPortInUse(port, AddressFamily::ipv4)) << "proves nothing";
+    expectFree(port); // the kernel waits for stray packets
+}
+
+TEST_F(ListenersOnlyTest, NothingIsBoundWhereNothingListens) {
+    const pid_t child = ::fork();
+    if (child == 0) {
+        if (::unshare(CLONE_NEWUSER | CLONE_NEWNET) != 0)
+            ::_exit(2);
+        bool isEmpty = true;
+        for (const PortScanner& scanner : scanners)
+            isEmpty = isEmpty && scanner.listOccupiedPorts().empty();
+        ::_exit(isEmpty && probes == 0 ? 0 : 1);
+    }
+    int status = 0;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    ASSERT_TRUE(WIFEXITED(status));
+    if (WEXITSTATUS(status) == 2)
+        GTEST_SKIP() << "no network namespace may be made here";
+    EXPECT_EQ(WEXITSTATUS(status), 0);
+}
+
+TEST(ProcessorsTest, TheSmallestQuotaCounts) {
+    using Files = std::vector<std::pair<const char*, const char*>>;
+    const std::tuple<const char*, Files, std::optional<unsigned>> cases[] = {
+        {"no groups", {}, {}},
+        {"no limit",
+         {{"proc/self/cgroup", "0::/a\n"}, {"sys/fs/cgroup/a/cpu.max", "max 100000\n"}},
+         {}},
+        {"own group, rounded up",
+         {{"proc/self/cgroup", "0::/a/b\n"}, {"sys/fs/cgroup/a/b/cpu.max", "150000 100000\n"}},
+         2},
+        {"less than one",
+         {{"proc/self/cgroup", "0::/\n"}, {"sys/fs/cgroup/cpu.max", "1000 100000\n"}},
+         1},
+        {"a group around it",
+         {{"proc/self/cgroup", "0::/a/b/c\n"},
+          {"sys/fs/cgroup/a/cpu.max", "300000 100000\n"},
+          {"sys/fs/cgroup/a/b/cpu.max", "max 100000\n"},
+          {"sys/fs/cgroup/a/b/c/cpu.max", "400000 100000\n"}},
+         3},
+        {"the path of outside in a container",
+         {{"proc/self/cgroup", "0::/docker/77\n"}, {"sys/fs/cgroup/cpu.max", "500000 100000\n"}},
+         5},
+        {"two hierarchies",
+         {{"proc/self/cgroup", "5:cpuset:/x\n4:cpu,cpuacct:/a\n0::/b\n"},
+          {"sys/fs/cgroup/cpuset/x/cpu.cfs_quota_us", "100000"},
+          {"sys/fs/cgroup/cpuset/x/cpu.cfs_period_us", "100000"},
+          {"sys/fs/cgroup/cpu,cpuacct/a/cpu.cfs_quota_us", "-1\n"},
+          {"sys/fs/cgroup/cpu,cpuacct/a/cpu.cfs_period_us", "100000\n"},
+          {"sys/fs/cgroup/cpu,cpuacct/cpu.cfs_quota_us", "400000\n"},
+          {"sys/fs/cgroup/cpu,cpuacct/cpu.cfs_period_us", "200000\n"},
+          {"sys/fs/cgroup/unified/b/cpu.max", "900000 100000\n"}},
+         2},
+        {"nonsense",
+         {{"proc/self/cgroup", "0:\nx\n\n0::/../a\n"},
+          {"sys/fs/cgroup/cpu.max", "1 0\n"},
+          {"sys/fs/cgroup/a/cpu.max", "-5 x\n"}},
+         {}},
+    };
+    for (const auto& [name, files, expected] : cases) {
+        const TemporaryFolder folder;
+        for (const auto& [file, content] : files)
+            folder.write(file, content);
+        EXPECT_EQ(processorQuota(folder.path().string()), expected) << name;
+        const unsigned available = availableProcessors(folder.path().string());
+        EXPECT_GE(available, 1U) << name;
+        EXPECT_LE(available, expected.value_or(8)) << name;
+    }
 }
 
 TEST(SocketIndexTest, FindsEverySocketAndNothingElse) {

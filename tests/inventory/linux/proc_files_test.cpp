@@ -60,6 +60,17 @@ TEST(ProcNetTcpTest, KeepsTheListenersAndSkipsLinesThatMakeNoSense) {
         {{AddressFamily::ipv6, TcpState::listen, 8080, 0}, 1000, 31337},
         {{AddressFamily::ipv6, TcpState::listen, 80, 0}, 33, 5}};
     EXPECT_EQ(sockets, expected);
+    const std::string ipv6 = "1: 0000000000000000FFFF00000100007F:1F90 F:0 0A 0 0 0 1000 0 31337\n"
+                             "2: 00000000000000000000000000000000:1F91 F:0 01 0 0 0 1000 0 31338\n"
+                             "3: 0000000000000000FFFF00000100007:1F92 F:0 0A 0 0 0 1000 0 31339\n"
+                             "4: 0000000000000000FFFF00000100007x:1F93 F:0 0A 0 0 0 1000 0 31340\n";
+    std::vector<ListeningSocket> listening;
+    decodeProcNetTcp(text, AddressFamily::ipv4, listening);
+    decodeProcNetTcp(ipv6, AddressFamily::ipv6, listening);
+    const std::vector<ListeningSocket> addresses{
+        {*IpAddress::parse("127.0.0.1"), false, 8080, 1000, 31337, 0},
+        {*IpAddress::parse("::ffff:127.0.0.1"), false, 8080, 1000, 31337, 0}};
+    EXPECT_EQ(listening, addresses);
     for (std::size_t length = 0; length < text.size(); ++length)
         decodeProcNetTcp(text.substr(0, length), AddressFamily::ipv4, SocketScope::listening,
                          sockets);

@@ -124,15 +124,34 @@ TEST_F(ProcessDetailPanelTest, TextIsPlainAndCanBeCopied) {
             return;
         ++texts;
         EXPECT_EQ(format.toInt(), Qt::PlainText) << item->property("text").toString().toStdString();
+        const QString text = item->property("text").toString();
+        EXPECT_FALSE(text.contains(u'\n')) << text.toStdString();
         // Only what the system itself wrapped takes several lines.
-        EXPECT_TRUE(item->property("lineCount").toInt() <= 1 ||
-                    item->property("text").toString() == viewModel.commandText());
+        EXPECT_TRUE(item->property("lineCount").toInt() <= 1 || text == viewModel.commandText());
     });
     EXPECT_GT(texts, 20);
     ASSERT_NE(tabTo(u"<b>par\uFFFD\uFFFDent (1)"_qs), nullptr);
     QTest::keySequence(&view, QKeySequence::SelectAll);
     QTest::keySequence(&view, QKeySequence::Copy);
     EXPECT_EQ(QGuiApplication::clipboard()->text(), u"<b>par\uFFFD\uFFFDent (1)"_qs);
+}
+
+TEST_F(ProcessDetailPanelTest, CommandIsShownHarmlessAndCopiedAsItIs) {
+    const QString longest(16'384, u'x');
+    const std::tuple<QString, QString> cases[]{
+        {u"/opt/a\nb\u202E\u009B/server"_qs, u"/opt/a\uFFFDb\uFFFD\uFFFD/server"_qs},
+        {longest + u"\ny"_qs, longest + u'\u2026'},
+    };
+    for (const auto& [command, isShown] : cases) {
+        show(row(7, command.toStdString()));
+        EXPECT_EQ(viewModel.commandText(), isShown);
+        ASSERT_NE(tabTo(isShown), nullptr);
+        QTest::keySequence(&view, QKeySequence::SelectAll);
+        QTest::keySequence(&view, QKeySequence::Copy);
+        EXPECT_EQ(QGuiApplication::clipboard()->text(), command);
+        viewModel.copyCommand(4, 7);
+        EXPECT_EQ(QGuiApplication::clipboard()->text(), command.mid(4, 3));
+    }
 }
 
 TEST_F(ProcessDetailPanelTest, WhatGetsTheFocusComesIntoSight) {

@@ -62,7 +62,6 @@ TEST(ProcessDetailsTextTest, LinesOfOthersStayLines) {
         {QString(255, u'x') + u"\U0001F600"_qs, QString(255, u'x') + u"\u2026"_qs}};
     for (const auto& [text, expected] : cases)
         EXPECT_EQ(displayLine(text), expected);
-    EXPECT_EQ(displayText(u"a\nb"_qs), u"a\nb"_qs);
 }
 
 class ProcessDetailsCollectorTest : public testing::Test {

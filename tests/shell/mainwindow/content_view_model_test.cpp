@@ -209,6 +209,23 @@ TEST_F(ContentViewModelTest, SidebarFollowsThePublishedListAndCorrectsPaths) {
               u"/opt/Real.app/real"_qs);
 }
 
+TEST_F(ContentViewModelTest, SidebarKeepsTheNewestOfTwoLists) {
+    fixture->tables.holdNextList();
+    model.loadOccupiedPorts();
+    ASSERT_TRUE(waitFor([this] { return fixture->tables.isListHeld(); }));
+    fixture->tables.addListener(5000, 50, currentUserId(), "/bin/newer");
+    model.loadOccupiedPorts();
+    ASSERT_TRUE(waitFor([this] { return !model.isLoadingSidebar(); })) << "the newest ends it";
+    EXPECT_GE(model.sidebar()->rowOfPort(5000), 0);
+    QSignalSpy removals(model.sidebar(), &QAbstractItemModel::rowsRemoved);
+    fixture->tables.letListGo();
+    for (int later = 0; later < 5; ++later) { // time for what becomes of the first
+        model.loadOccupiedPorts();
+        ASSERT_TRUE(waitFor([this] { return !model.isLoadingSidebar(); }));
+    }
+    EXPECT_TRUE(removals.empty());
+}
+
 TEST_F(ContentViewModelTest, MayEndWhileQuestionsAreOpen) {
     auto gated = std::make_unique<MainWindowFixture>();
     gated->tables.closeGate(8080);

@@ -48,6 +48,21 @@ class GatedTables final : public ProcessTables {
         opened_.notify_all();
     }
 
+    // The next list of all ports is that of this moment, and takes until it is let go.
+    void holdNextList() {
+        const std::lock_guard lock(mutex_);
+        listHold_ = ListHold::wanted;
+    }
+    bool isListHeld() {
+        const std::lock_guard lock(mutex_);
+        return listHold_ == ListHold::held;
+    }
+    void letListGo() {
+        const std::lock_guard lock(mutex_);
+        listHold_ = ListHold::none;
+        opened_.notify_all();
+    }
+
     int lookups(std::int64_t port) {
         const std::lock_guard lock(mutex_);
         return lookups_[port];
@@ -59,15 +74,26 @@ class GatedTables final : public ProcessTables {
         if (port) {
             ++lookups_[*port];
             opened_.wait(lock, [&] { return !closed_.contains(*port); });
+        } else if (listHold_ == ListHold::wanted) {
+            listHold_ = ListHold::held;
+            before_ = std::make_unique<FakeProcessTables>();
+            before_->table = tables.table;
+            before_->processes = tables.processes;
+            opened_.wait(lock, [&] { return listHold_ == ListHold::none; });
+            return before_->beginSnapshot(port);
         }
         return tables.beginSnapshot(port);
     }
 
   private:
+    enum class ListHold : std::uint8_t { none, wanted, held };
+
     mutable std::mutex mutex_;
     mutable std::condition_variable opened_;
     mutable std::map<std::int64_t, int> lookups_;
     std::set<std::int64_t> closed_;
+    mutable ListHold listHold_{ListHold::none};
+    mutable std::unique_ptr<FakeProcessTables> before_;
 };
 
 // Ends processes of the fake tables.
