@@ -28,6 +28,8 @@ constexpr int kRestAfterEnds = 20;
 constexpr std::chrono::milliseconds kEndsAtOnce{50};
 constexpr int kRestAfterStarts = 1000;
 constexpr std::chrono::milliseconds kStartsAtOnce{20};
+constexpr int kRestAfterAttempts = 400;
+constexpr std::chrono::milliseconds kAttemptsAtOnce{40};
 
 // Ends come in company, and so do the sockets of one process.
 constexpr BootTime kTogether{5};
@@ -97,9 +99,9 @@ BackgroundMonitor::BackgroundMonitor(ContainerKeeper& container, const HomeDirec
                                              : AttemptTracker::DeadSockets::seen,
                processEvents_->comesByItself() ? AttemptTracker::Ends::told
                                                : AttemptTracker::Ends::unseen),
-      ends_{WorkBudget(kRestAfterEnds, kEndsAtOnce)}, starts_{WorkBudget(kRestAfterStarts,
-                                                                         kStartsAtOnce)},
-      pauseAfterStart_(PollPace::kFastest) {
+      ends_{WorkBudget(kRestAfterEnds, kEndsAtOnce)},
+      starts_{WorkBudget(kRestAfterStarts, kStartsAtOnce)}, attempts_{WorkBudget(kRestAfterAttempts,
+                                                                                 kAttemptsAtOnce)} {
     pollTimer_.setSingleShot(true);
     processPollTimer_.setSingleShot(true);
     lookTimer_.setSingleShot(true);
@@ -159,14 +161,21 @@ void BackgroundMonitor::poll() {
         pace_.noteChange();
     }
     const std::chrono::nanoseconds work = timeWorked() - before;
-    for (Prompting* reason : {&ends_, &starts_}) {
+    for (Prompting* reason : {&ends_, &starts_, &attempts_}) {
         if (std::exchange(reason->isPending, false))
             reason->budget.spend(work, bootTimeNow());
     }
     // Where looking takes long, because many processes have to be walked, it happens less often.
     pollTimer_.start(std::max(pace_.next(power()), restAfter(work, kRestAfterPoll)));
-    if (pauseAfterStart_ < PollPace::kFastest)
-        pollSoon(starts_, std::exchange(pauseAfterStart_, pauseAfter(pauseAfterStart_)));
+    for (Prompting* reason : {&starts_, &attempts_}) {
+        if (reason->pause < PollPace::kFastest)
+            pollSoon(*reason, std::exchange(reason->pause, pauseAfter(reason->pause)));
+    }
+}
+
+void BackgroundMonitor::pollAgainAndAgain(Prompting& reason) {
+    reason.pause = pauseAfter(kFirstPauseAfterStart);
+    pollSoon(reason, kFirstPauseAfterStart);
 }
 
 void BackgroundMonitor::pollSoon(Prompting& reason, BootTime delay) {
@@ -231,8 +240,7 @@ void BackgroundMonitor::noteEndedOwners() {
 }
 
 void BackgroundMonitor::noteStart(ProcessId pid) {
-    pauseAfterStart_ = pauseAfter(kFirstPauseAfterStart);
-    pollSoon(starts_, kFirstPauseAfterStart);
+    pollAgainAndAgain(starts_);
     if (auto attempt = attemptReader_.read(pid)) {
         const BootTime now = bootTimeNow();
         // A shell may have worked for long before it became the server.
@@ -240,6 +248,7 @@ void BackgroundMonitor::noteStart(ProcessId pid) {
             attempt->startedAt = std::max(attempt->startedAt, now - kLatestWord);
         tracker_.processStarted(*std::move(attempt), now);
         planLook();
+        pollAgainAndAgain(attempts_);
         hurry();
     }
 }

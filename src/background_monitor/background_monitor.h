@@ -63,10 +63,13 @@ class BackgroundMonitor final : public QObject {
     struct Prompting {
         WorkBudget budget;
         bool isPending{false};
+        // Of the next poll for the same reason, while there is to be another one; it grows.
+        BootTime pause{PollPace::kFastest};
     };
 
     void poll();
     void pollSoon(Prompting& reason, BootTime delay);
+    void pollAgainAndAgain(Prompting& reason);
     void publishAnew();
     void pollProcesses();
     PollPace::Power power();
@@ -95,8 +98,8 @@ class BackgroundMonitor final : public QObject {
     PidfdSet owners_;
     std::unique_ptr<QSocketNotifier> ownerNotifier_;
     Prompting ends_;
-    Prompting starts_;
-    BootTime pauseAfterStart_; // grows from start to start
+    Prompting starts_;   // of any process
+    Prompting attempts_; // of what may be a server
     PollPace pace_;
     PollPace::Power power_{PollPace::Power::mains};
     std::optional<BootTime> powerAskedAt_;
