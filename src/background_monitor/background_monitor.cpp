@@ -6,6 +6,8 @@
 
 #include <QCoreApplication>
 
+#include <systemd/sd-daemon.h>
+
 #include <algorithm>
 #include <ctime>
 #include <string>
@@ -22,7 +24,7 @@ constexpr BootTime kPauseBetweenProcessPolls{25};
 // announced is looked up anyway.
 constexpr std::chrono::minutes kLookAtAllEvery{5};
 
-// What polls may cost that come before their time. Listeners end one by one, and somebody waits for
+// What may be done before its time. Listeners end one by one, and somebody waits for
 // the word; processes start all the time, and most of them listen on nothing.
 constexpr int kRestAfterEnds = 20;
 constexpr std::chrono::milliseconds kEndsAtOnce{50};
@@ -99,14 +101,16 @@ BackgroundMonitor::BackgroundMonitor(ContainerKeeper& container, const HomeDirec
                                              : AttemptTracker::DeadSockets::seen,
                processEvents_->comesByItself() ? AttemptTracker::Ends::told
                                                : AttemptTracker::Ends::unseen),
-      ends_{WorkBudget(kRestAfterEnds, kEndsAtOnce)},
-      starts_{WorkBudget(kRestAfterStarts, kStartsAtOnce)}, attempts_{WorkBudget(kRestAfterAttempts,
-                                                                                 kAttemptsAtOnce)} {
+      ends_(kRestAfterEnds, kEndsAtOnce), starts_{WorkBudget(kRestAfterStarts, kStartsAtOnce)},
+      attempts_{WorkBudget(kRestAfterAttempts, kAttemptsAtOnce)} {
     pollTimer_.setSingleShot(true);
     processPollTimer_.setSingleShot(true);
+    endsTimer_.setSingleShot(true);
+    endsTimer_.setTimerType(Qt::PreciseTimer);
     lookTimer_.setSingleShot(true);
     lookTimer_.setTimerType(Qt::PreciseTimer);
     QObject::connect(&pollTimer_, &QTimer::timeout, this, [this] { poll(); });
+    QObject::connect(&endsTimer_, &QTimer::timeout, this, [this] { publishEnds(); });
     QObject::connect(&processPollTimer_, &QTimer::timeout, this, [this] { pollProcesses(); });
     QObject::connect(&lookTimer_, &QTimer::timeout, this, [this] { look(); });
 }
@@ -144,6 +148,7 @@ void BackgroundMonitor::start() {
 
 void BackgroundMonitor::stop() {
     pollTimer_.stop();
+    endsTimer_.stop();
     if (!container_.isOurs())
         return;
     portPublisher_.withdraw();
@@ -152,16 +157,14 @@ void BackgroundMonitor::stop() {
 
 void BackgroundMonitor::poll() {
     const std::chrono::nanoseconds before = timeWorked();
+    ::sd_notify(0, "WATCHDOG=1");
     container_.check();
     processEvents_->poll();
-    if (portPublisher_.publish(*portScan_.listOccupiedPorts())) {
-        owners_.assign(portPublisher_.owners());
+    publish(*portScan_.listOccupiedPorts());
+    if (!tracker_.isIdle())
         pace_.noteChange();
-    } else if (!tracker_.isIdle()) {
-        pace_.noteChange();
-    }
     const std::chrono::nanoseconds work = timeWorked() - before;
-    for (Prompting* reason : {&ends_, &starts_, &attempts_}) {
+    for (Prompting* reason : {&starts_, &attempts_}) {
         if (std::exchange(reason->isPending, false))
             reason->budget.spend(work, bootTimeNow());
     }
@@ -178,6 +181,24 @@ void BackgroundMonitor::pollAgainAndAgain(Prompting& reason) {
     pollSoon(reason, kFirstPauseAfterStart);
 }
 
+void BackgroundMonitor::publish(const std::vector<OccupiedPort>& ports) {
+    if (!portPublisher_.publish(ports))
+        return;
+    owners_.assign(portPublisher_.owners());
+    pace_.noteChange();
+}
+
+void BackgroundMonitor::publishEndsSoon() {
+    if (!endsTimer_.isActive())
+        endsTimer_.start(std::max(kTogether, ends_.wait(bootTimeNow())));
+}
+
+void BackgroundMonitor::publishEnds() {
+    const std::chrono::nanoseconds before = timeWorked();
+    publish(*portScan_.dropClosedPorts());
+    ends_.spend(timeWorked() - before, bootTimeNow());
+}
+
 void BackgroundMonitor::pollSoon(Prompting& reason, BootTime delay) {
     reason.isPending = true;
     const BootTime wait = std::max(delay, reason.budget.wait(bootTimeNow()));
@@ -189,7 +210,7 @@ void BackgroundMonitor::pollSoon(Prompting& reason, BootTime delay) {
 void BackgroundMonitor::publishAnew() {
     log_.writeAppLog(QStringLiteral("shared container restored"));
     portPublisher_.forget();
-    portPublisher_.publish(*portScan_.listOccupiedPorts());
+    publish(*portScan_.listOccupiedPorts());
     conflictPublisher_.restore();
 }
 
@@ -214,7 +235,7 @@ void BackgroundMonitor::noteDeadSockets() {
     bool hasNews = false;
     deadSockets_.read([this, &hasNews](UnusedSocket socket) {
         if (socket.port != 0 && portPublisher_.lists(socket.port))
-            pollSoon(ends_, kTogether);
+            publishEndsSoon();
         if (socket.kind == UnusedSocket::Kind::bound)
             return;
         tracker_.socketDied(socket, bootTimeNow());
@@ -235,8 +256,10 @@ void BackgroundMonitor::noteDeadSockets() {
 
 // Its sockets may live on in another process, which is the owner now.
 void BackgroundMonitor::noteEndedOwners() {
-    if (!owners_.takeEnded().empty())
-        pollSoon(ends_, kTogether);
+    if (owners_.takeEnded().empty())
+        return;
+    publishEndsSoon();
+    pollSoon(attempts_, kTogether);
 }
 
 void BackgroundMonitor::noteStart(ProcessId pid) {

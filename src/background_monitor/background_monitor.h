@@ -75,6 +75,9 @@ class BackgroundMonitor final : public QObject {
     PollPace::Power power();
     void noteDeadSockets();
     void noteEndedOwners();
+    void publishEndsSoon();
+    void publishEnds();
+    void publish(const std::vector<OccupiedPort>& ports);
     void noteStart(ProcessId pid);
     void look();
     void planLook();
@@ -97,7 +100,7 @@ class BackgroundMonitor final : public QObject {
     std::unique_ptr<QSocketNotifier> deadSocketNotifier_;
     PidfdSet owners_;
     std::unique_ptr<QSocketNotifier> ownerNotifier_;
-    Prompting ends_;
+    WorkBudget ends_;
     Prompting starts_;   // of any process
     Prompting attempts_; // of what may be a server
     PollPace pace_;
@@ -105,6 +108,7 @@ class BackgroundMonitor final : public QObject {
     std::optional<BootTime> powerAskedAt_;
     BootTime nextProcessPoll_{0};
     QTimer pollTimer_;
+    QTimer endsTimer_;
     QTimer processPollTimer_;
     QTimer lookTimer_;
 };

@@ -9,7 +9,8 @@
 
 namespace zenlot {
 
-ContainerKeeper::ContainerKeeper(const QString& stateHome) : writer_(stateHome), lock_(lockPath()) {
+ContainerKeeper::ContainerKeeper(const QString& stateHome, InstanceLock::Patience patience)
+    : writer_(stateHome), lock_(lockPath(), patience) {
     if (!isOurs())
         return;
     writer_.sweep();

@@ -28,7 +28,8 @@ class ContainerKeeper {
     };
 
     // A list of ports that is there already is nobody's, and is emptied.
-    explicit ContainerKeeper(const QString& stateHome);
+    explicit ContainerKeeper(const QString& stateHome,
+                             InstanceLock::Patience patience = InstanceLock::Patience::none);
 
     bool isOurs() const { return lock_.isOurs(); }
     const ContainerWriter& writer() const { return writer_; }

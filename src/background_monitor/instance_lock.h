@@ -8,13 +8,17 @@
 
 #include "posix/file_descriptor.h"
 
+#include <cstdint>
 #include <string>
 
 namespace zenlot {
 
 class InstanceLock {
   public:
-    explicit InstanceLock(std::string path);
+    // What to do while another process holds the lock: give up, or wait until it ends.
+    enum class Patience : std::uint8_t { none, endless };
+
+    explicit InstanceLock(std::string path, Patience patience = Patience::none);
 
     // False while another process holds the lock. A file that can't be made locks nobody out.
     bool isOurs() const { return isOurs_; }

@@ -10,7 +10,9 @@
 #include <QCoreApplication>
 #include <QDBusMessage>
 
+#include <cstddef>
 #include <cstdio>
+#include <span>
 #include <string_view>
 
 namespace zenlot {
@@ -33,11 +35,17 @@ void takeName(const SessionBus& bus) {
                           << QString(kMonitorBusName) << kDoNotQueue);
 }
 
-int run(int argc, char** argv, BackgroundMonitor::Noticing noticing) {
+struct Options {
+    BackgroundMonitor::Noticing noticing{BackgroundMonitor::Noticing::best};
+    InstanceLock::Patience patience{InstanceLock::Patience::none};
+};
+
+int run(int argc, char** argv, const Options& options) {
     const QCoreApplication application(argc, argv);
-    const TerminationSignals termination([] { QCoreApplication::quit(); });
     const HomeDirectories directories = xdgHomeDirectories();
-    ContainerKeeper container(directories.stateHome);
+    // Before the signals are handled, so that they can end the wait.
+    ContainerKeeper container(directories.stateHome, options.patience);
+    const TerminationSignals termination([] { QCoreApplication::quit(); });
     if (!container.isOurs()) {
         std::fputs("zenlot-monitor: another one is running for this user\n", stderr);
         return alreadyRunning;
@@ -49,7 +57,7 @@ int run(int argc, char** argv, BackgroundMonitor::Noticing noticing) {
     takeName(bus);
     QObject::connect(&bus, &SessionBus::connected, &bus, [&bus] { takeName(bus); });
     SessionBusBroadcastCenter broadcasts(bus);
-    BackgroundMonitor monitor(container, directories, broadcasts, log, noticing);
+    BackgroundMonitor monitor(container, directories, broadcasts, log, options.noticing);
     monitor.start();
     const int status = QCoreApplication::exec();
     monitor.stop();
@@ -61,20 +69,24 @@ int run(int argc, char** argv, BackgroundMonitor::Noticing noticing) {
 } // namespace zenlot
 
 int main(int argc, char** argv) {
-    using zenlot::BackgroundMonitor;
-    const std::string_view word = argc == 2 ? argv[1] : "";
-    if (argc == 1)
-        return zenlot::run(argc, argv, BackgroundMonitor::Noticing::best);
-    if (word == "--poll")
-        return zenlot::run(argc, argv, BackgroundMonitor::Noticing::polling);
-    if (word == "--version") {
-        std::puts("zenlot-monitor " ZENLOT_VERSION);
-        return zenlot::stopped;
+    zenlot::Options options;
+    for (const std::string_view word : std::span(argv, static_cast<std::size_t>(argc)).subspan(1)) {
+        if (word == "--poll") {
+            options.noticing = zenlot::BackgroundMonitor::Noticing::polling;
+        } else if (word == "--wait") {
+            options.patience = zenlot::InstanceLock::Patience::endless;
+        } else if (word == "--version" && argc == 2) {
+            std::puts("zenlot-monitor " ZENLOT_VERSION);
+            return zenlot::stopped;
+        } else {
+            const bool isAsked = word == "--help" && argc == 2;
+            std::fputs("Usage: zenlot-monitor [--poll] [--wait] | --version | --help\n"
+                       "Publishes the listening ports and notices servers that can't have theirs.\n"
+                       "  --poll  don't ask the kernel for process events\n"
+                       "  --wait  while another one is running, wait until it ends\n",
+                       isAsked ? stdout : stderr);
+            return isAsked ? zenlot::stopped : zenlot::badUsage;
+        }
     }
-    std::FILE* output = word == "--help" ? stdout : stderr;
-    std::fputs("Usage: zenlot-monitor [--poll | --version | --help]\n"
-               "Publishes the listening ports and notices servers that can't have theirs.\n"
-               "  --poll  don't ask the kernel for process events\n",
-               output);
-    return word == "--help" ? zenlot::stopped : zenlot::badUsage;
+    return zenlot::run(argc, argv, options);
 }

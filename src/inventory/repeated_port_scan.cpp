@@ -66,6 +66,24 @@ PolledPorts RepeatedPortScan::poll() {
     return {ports_, snapshot->silentFamilies()};
 }
 
+SharedPorts RepeatedPortScan::dropClosedPorts() {
+    const std::lock_guard lock(mutex_);
+    const auto snapshot = scanner_.tables().beginSnapshot(std::nullopt);
+    PortSet open;
+    for (const TcpTableEntry& entry : snapshot->tcpTable())
+        open.set(entry.localPort);
+    const auto isClosed = [&open](const OccupiedPort& record) {
+        return !open[static_cast<std::size_t>(record.port)];
+    };
+    // Ports of a family that the kernel says nothing of may be open.
+    if (snapshot->silentFamilies().empty() && std::ranges::any_of(*ports_, isClosed)) {
+        std::vector<OccupiedPort> list = *ports_;
+        std::erase_if(list, isClosed);
+        ports_ = std::make_shared<const std::vector<OccupiedPort>>(std::move(list));
+    }
+    return ports_;
+}
+
 // Processes that start after this listing are new in the next one, also when the walk saw them.
 void RepeatedPortScan::noteProcesses(std::vector<ProcessId> pids, Time now) {
     std::ranges::sort(pids);

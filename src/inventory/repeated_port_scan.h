@@ -67,6 +67,10 @@ class RepeatedPortScan {
     // The ports alone.
     SharedPorts listOccupiedPorts() { return poll().ports; }
 
+    // The list of last time without the ports that nobody listens on any more. Costs the table of
+    // sockets: no process is looked at, and new listeners have to wait for the next scan.
+    SharedPorts dropClosedPorts();
+
   private:
     using Time = std::chrono::steady_clock::time_point;
     using Table = std::vector<TcpTableEntry>;

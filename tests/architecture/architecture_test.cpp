@@ -44,7 +44,7 @@ const std::map<std::string, Names> kPlan{
       "QCoro6::Core"}},
     {"background_monitor",
      {"zenlot_inventory", "zenlot_inventory_linux", "zenlot_monitoring", "zenlot_platform",
-      "zenlot_platform_linux", "zenlot_settings", "Qt6::Core", "Qt6::DBus"}},
+      "zenlot_platform_linux", "zenlot_settings", "PkgConfig::Systemd", "Qt6::Core", "Qt6::DBus"}},
     {"shell/style", {"Qt6::Quick", "Qt6::Svg"}},
     {"settings/window",
      {"zenlot_monitoring", "zenlot_platform", "zenlot_settings", "zenlot_shell_style",

@@ -164,6 +164,7 @@ TEST_P(BackgroundMonitorTest, NamesWhoHoldsThePortThatAServerWanted) {
     ASSERT_TRUE(second.waitForFinished(kPatienceMilliseconds));
     EXPECT_EQ(second.exitCode(), 1);
     EXPECT_THAT(second.readAllStandardError().toStdString(), HasSubstr("another one is running"));
+    start(second, QStringLiteral(ZENLOT_MONITOR), {u"--wait"_s});
 
     // A crash for another reason while the port is held, then the real thing.
     const QString number = QString::number(port);
@@ -193,6 +194,13 @@ TEST_P(BackgroundMonitorTest, NamesWhoHoldsThePortThatAServerWanted) {
     EXPECT_EQ(monitor.exitCode(), 0);
     EXPECT_THAT(home.read(kLog), HasSubstr("stopped\n"));
     EXPECT_EQ(monitor.readAllStandardError().toStdString(), "");
+
+    // The one that waited takes over, and can be ended like any other.
+    ASSERT_TRUE(waitFor([this] { return isPublished(); }));
+    second.terminate();
+    ASSERT_TRUE(second.waitForFinished(kPatienceMilliseconds));
+    EXPECT_EQ(second.exitCode(), 0);
+    EXPECT_EQ(published(), "[]");
 }
 
 // Regular polls come every two seconds at the most, so that six servers in a row that are gone from

@@ -157,6 +157,23 @@ TEST_F(RepeatedPortScanTest, FindsTheOwnerOfANewPortWithoutAFullWalk) {
     EXPECT_EQ(ports->size(), 501U);
 }
 
+TEST_F(RepeatedPortScanTest, DropsClosedPortsWithoutALookAtProcesses) {
+    addProcess(10, {{ipv4, TcpState::listen, 81, 0}});
+    tables.table = {{80, 0, ipv4, 1000, 1}, {81, 0, ipv4, 1000, 2}};
+    polls(3);
+    tables.table = {{81, 0, ipv4, 1000, 2}, {90, 0, ipv4, 1000, 3}};
+    tables.silentFamilies = {ipv6};
+    EXPECT_EQ(scan.dropClosedPorts()->size(), 2U) << "what the kernel is silent about may be open";
+    tables.silentFamilies.clear();
+    tables.looks = 0;
+    const SharedPorts left = scan.dropClosedPorts();
+    ASSERT_EQ(left->size(), 1U);
+    EXPECT_EQ(left->front().port, 81);
+    EXPECT_EQ(scan.dropClosedPorts(), left) << "the very same list, while nothing changes";
+    EXPECT_EQ(tables.looks, 0);
+    EXPECT_EQ(scan.listOccupiedPorts()->size(), 2U) << "the new one is found by the next scan";
+}
+
 TEST_F(RepeatedPortScanTest, SaysOfWhomTheKernelWasSilent) {
     EXPECT_TRUE(scan.poll().silentFamilies.empty());
     tables.silentFamilies = {ipv6};
