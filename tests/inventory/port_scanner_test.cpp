@@ -85,6 +85,7 @@ class MockSnapshot : public ProcessSnapshot {
     MOCK_METHOD(Ports, attributablePorts, (), (const override));
     MOCK_METHOD(std::vector<ProcessId>, pids, (), (const override));
     MOCK_METHOD(void, appendTcpSockets, (ProcessId, std::vector<TcpSocket>&), (const override));
+    MOCK_METHOD(std::optional<std::int64_t>, startTime, (ProcessId), (const override));
     MOCK_METHOD(std::optional<UserId>, realUid, (ProcessId), (const override));
     MOCK_METHOD(std::string, executablePath, (ProcessId), (const override));
 };

@@ -122,9 +122,11 @@ TEST_F(DarwinProcessesTest, OnlyAProcessWhoseEffectiveUserIsTheCurrentOneIsKille
     const DarwinProcessPinner pinner(calls);
     for (const int pid : {0, -10, 11, 12, 13}) {
         EXPECT_EQ(pinner.pin(pid) != nullptr, pid == 11) << pid;
-        EXPECT_FALSE(forceQuitProcess(pinner, pid, kCurrentUser)) << pid;
+        EXPECT_FALSE(forceQuitProcess(pinner, {{pid, 0}}, kCurrentUser)) << pid;
     }
-    EXPECT_TRUE(forceQuitProcess(pinner, 10, kCurrentUser));
+    EXPECT_FALSE(forceQuitProcess(pinner, {{10, 1}}, kCurrentUser));
+    const ProcessSighting seen = lookAtProcess(pinner, {{10}}, kCurrentUser);
+    EXPECT_TRUE(forceQuitProcess(pinner, {seen.process}, kCurrentUser));
     EXPECT_THAT(calls.signals, ElementsAre(std::pair(10, 9)));
 }
 

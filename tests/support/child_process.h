@@ -1,0 +1,73 @@
+// A process that does nothing until it is ended, and is collected by then.
+#pragma once
+
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <fstream>
+#include <optional>
+
+namespace zenlot {
+
+class ChildProcess {
+  public:
+    // A copy of this process, which first does something: it ends when that returns false.
+    template <typename Preparation>
+    explicit ChildProcess(Preparation prepare) : pid_(::fork()) {
+        if (pid_ == 0) {
+            ::prctl(PR_SET_PDEATHSIG, SIGKILL); // should the test crash
+            ::_exit(prepare() ? ::pause() : 1);
+        }
+    }
+    ChildProcess() : ChildProcess([] { return true; }) {}
+    ChildProcess(ChildProcess&& other) noexcept : pid_(other.pid_) { other.pid_ = 0; }
+    ChildProcess(const ChildProcess&) = delete;
+    ChildProcess& operator=(const ChildProcess&) = delete;
+    ChildProcess& operator=(ChildProcess&&) = delete;
+    ~ChildProcess() { end(); }
+
+    // A process with the id of one that has ended; none where the kernel does not let the test
+    // choose, or when others are always quicker.
+    static std::optional<ChildProcess> withId(pid_t wanted) {
+        for (int attempt = 0; attempt < 2000; ++attempt) {
+            std::ofstream last("/proc/sys/kernel/ns_last_pid");
+            last << wanted - 1 << std::flush;
+            if (!last)
+                return std::nullopt;
+            if (ChildProcess child; child.pid() == wanted)
+                return child;
+        }
+        return std::nullopt;
+    }
+
+    pid_t pid() const { return pid_; }
+
+    bool isRunning() const {
+        siginfo_t info{};
+        return ::waitid(P_PID, static_cast<id_t>(pid_), &info, WEXITED | WNOWAIT | WNOHANG) == 0 &&
+               info.si_pid == 0;
+    }
+
+    // The signal that has ended it, once it has; 0 for another end. It is not collected by that.
+    int waitForSignal() const {
+        siginfo_t info{};
+        ::waitid(P_PID, static_cast<id_t>(pid_), &info, WEXITED | WNOWAIT);
+        return info.si_code == CLD_KILLED ? info.si_status : 0;
+    }
+
+    // Its id is free then.
+    void end() {
+        if (pid_ <= 0)
+            return;
+        ::kill(pid_, SIGKILL);
+        ::waitpid(pid_, nullptr, 0);
+        pid_ = 0;
+    }
+
+  private:
+    pid_t pid_;
+};
+
+} // namespace zenlot
