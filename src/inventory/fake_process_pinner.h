@@ -9,9 +9,9 @@
 
 #include "inventory/force_quit.h"
 
+#include <algorithm>
 #include <map>
 #include <mutex>
-#include <set>
 #include <utility>
 #include <vector>
 
@@ -20,7 +20,7 @@ namespace zenlot {
 struct FakePinnedState {
     std::optional<std::int64_t> startTime{1};
     std::optional<UserId> effectiveUid{currentUserId()};
-    std::set<std::uint16_t> ports{};
+    std::vector<std::uint16_t> ports{};
     std::optional<std::chrono::system_clock::time_point> startedAt{};
     bool isServiceManager{false};
     bool hasEnded{false};
@@ -67,7 +67,9 @@ class FakeProcessPinner final : public ProcessPinner {
             return state_.startedAt;
         }
         bool isServiceManager() const override { return state_.isServiceManager; }
-        bool listensOn(std::uint16_t port) const override { return state_.ports.contains(port); }
+        bool listensOn(std::uint16_t port) const override {
+            return std::ranges::count(state_.ports, port) > 0;
+        }
         bool kill() override {
             const std::lock_guard lock(pinner_.mutex_);
             pinner_.killed_.push_back(pid_);

@@ -8,6 +8,7 @@
 #include <csignal>
 #include <fstream>
 #include <optional>
+#include <string>
 
 namespace zenlot {
 
@@ -57,6 +58,14 @@ class ChildProcess {
         return info.si_code == CLD_KILLED ? info.si_status : 0;
     }
 
+    // Ends it when processes that start from now on have another start: the kernel tells it by the
+    // hundredth of a second.
+    void endAndLetTimePass() {
+        for (const std::string mine = start(); ChildProcess().start() == mine;)
+            continue;
+        end();
+    }
+
     // Its id is free then.
     void end() {
         if (pid_ <= 0)
@@ -67,6 +76,15 @@ class ChildProcess {
     }
 
   private:
+    // Behind the name, which nobody has changed here.
+    std::string start() const {
+        std::ifstream stat("/proc/" + std::to_string(pid_) + "/stat");
+        std::string word;
+        for (int place = 0; place < 22; ++place)
+            stat >> word;
+        return word;
+    }
+
     pid_t pid_;
 };
 

@@ -114,24 +114,14 @@ TEST(LinuxProcessPinnerTest, DoesWithoutPidfdsWhereTheyAreForbidden) {
     EXPECT_TRUE(other.isRunning());
 }
 
-// Starts are told by the hundredth of a second.
-void waitForTick(const ProcessPinner& pinner, const ProcessIdentity& process) {
-    for (;;) {
-        const ChildProcess later;
-        if (pinner.pin(later.pid())->startTime() != process.startTime)
-            return;
-    }
-}
-
 // The number was shown as that of a process which has ended since.
 TEST(LinuxProcessPinnerTest, AStrangerWithTheIdLives) {
     const LinuxProcessPinner pinner;
-    std::optional<ChildProcess> meant(std::in_place);
-    const pid_t pid = meant->pid();
+    ChildProcess meant;
+    const pid_t pid = meant.pid();
     const ProcessIdentity shown = lookAtProcess(pinner, {{pid}}).process;
     const auto held = pinner.pin(pid);
-    waitForTick(pinner, shown);
-    meant.reset();
+    meant.endAndLetTimePass();
     const auto stranger = ChildProcess::withId(pid);
     if (!stranger)
         GTEST_SKIP() << "the kernel does not give an id again at will here";
