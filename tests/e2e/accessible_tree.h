@@ -16,7 +16,7 @@ namespace zenlot {
 class AccessibleTree {
   public:
     // Bits of the protocol.
-    enum class State : int { active = 1, checked = 4, focused = 12, visible = 30 };
+    enum class State : int { active = 1, checked = 4, enabled = 8, focused = 12, visible = 30 };
 
     struct Node {
         QString service;
@@ -75,6 +75,10 @@ class AccessibleTree {
     // Without waiting.
     bool isActive(const QString& window) const {
         return findBelow(kRoot, "frame", window, State::active).has_value();
+    }
+
+    bool isThere(const char* role, const QString& name) const {
+        return findBelow(kRoot, role, name, State::visible).has_value();
     }
 
     // On the screen.

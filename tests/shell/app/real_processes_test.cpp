@@ -2,6 +2,7 @@
 // neither one that got its id since nor the manager of the user's services.
 #include "inventory/linux/linux_process_pinner.h"
 #include "inventory/linux/linux_process_tables.h"
+#include "monitoring/port_notification_manager.h"
 #include "platform/fake_app_service.h"
 #include "platform/fake_application_windows.h"
 #include "platform/fake_global_shortcut.h"
@@ -12,6 +13,7 @@
 #include "platform/fake_updater.h"
 #include "platform/fake_user_defaults.h"
 #include "platform/fake_user_notification_center.h"
+#include "settings/app_log.h"
 #include "shell/mainwindow/content_view_model.h"
 #include "shell/menubar/app_delegate.h"
 #include "shell/model/app_model.h"
@@ -173,12 +175,12 @@ TEST(ServiceManagerTest, IsOfferedNowhereAndNeverEnded) {
 
     Program program;
     EXPECT_FALSE(program.show(port));
-    const std::vector<PortProcess> rows = QCoro::waitFor(program.processes().processesOnPort(port));
+    const std::vector<PortProcess> rows = program.processes().processesOnPort(port).result();
     ASSERT_EQ(rows.size(), 1U);
     EXPECT_EQ(rows.front().pid, manager.processId());
     EXPECT_EQ(rows.front().obstacle, ForceQuitObstacle::serviceManager);
     program.endInAlert();
-    EXPECT_FALSE(QCoro::waitFor(program.processes().forceQuitProcess(rows.front().target())));
+    EXPECT_FALSE(program.processes().forceQuitProcess(rows.front().target()).result());
     EXPECT_EQ(manager.run(u"systemctl --user is-active held.socket"_s), "active");
 }
 
