@@ -16,7 +16,7 @@ namespace zenlot {
 class AccessibleTree {
   public:
     // Bits of the protocol.
-    enum class State : int { active = 1, checked = 4, enabled = 8, focused = 12, visible = 30 };
+    enum class State : int { active = 1, checked = 4, focused = 12, visible = 30 };
 
     struct Node {
         QString service;

@@ -110,6 +110,7 @@ class StatusAreaTest : public testing::Test {
     static constexpr int kWait = 60000;
     static constexpr const char* kLog = "HOME/Library/Logs/zenlot-monitor.log";
     PrivateDesktop desktop;
+    AlertScreen alerts{desktop}; // or the program would start another server
     AccessibleTree tree{desktop.sessionBus()};
     QDBusConnection bus = QDBusConnection::connectToBus(desktop.sessionBus(), u"e2e status"_s);
     QProcess* zenlot = nullptr;
@@ -185,9 +186,9 @@ TEST_F(StatusAreaTest, ConflictIsShownAndKilledInTheMenu) {
 
 TEST_F(StatusAreaTest, ConflictGoesWithItsHolderFromMenuAndScreen) {
     expectMenu(kAlways());
-    AlertScreen alerts(desktop);
     StandInMonitor monitor(desktop);
-    monitor.addConflict(port.toInt(), server->processId(), u"Sampled"_s, u"Sampled Server"_s);
+    const qint64 holder = server->processId();
+    monitor.addConflict(port.toInt(), holder, u"Sampled"_s, u"Sampled Server"_s);
     monitor.broadcast("dev.quorvane.zenlot.conflictsUpdated");
     expectMenu(testing::Contains("Kill Sampled Server"));
     const QString title = u"Port %1 is already in use"_s.arg(port);
@@ -199,7 +200,7 @@ TEST_F(StatusAreaTest, ConflictGoesWithItsHolderFromMenuAndScreen) {
     EXPECT_TRUE(alerts.hides(title));
 
     // What has ended by the time it is read blocks nobody.
-    monitor.addConflict(port.toInt(), server->processId(), u"Sampled"_s, u"Sampled Server"_s);
+    monitor.addConflict(port.toInt(), holder, u"Sampled"_s, u"Sampled Server"_s);
     monitor.broadcast("dev.quorvane.zenlot.conflictsUpdated");
     EXPECT_TRUE(QTest::qWaitFor(
         [this] {
@@ -212,7 +213,6 @@ TEST_F(StatusAreaTest, ConflictGoesWithItsHolderFromMenuAndScreen) {
 
 TEST_F(StatusAreaTest, ClearedConflictTakesItsAlertAlong) {
     expectMenu(kAlways());
-    AlertScreen alerts(desktop);
     StandInMonitor monitor(desktop);
     monitor.addConflict(port.toInt(), server->processId(), u"Sampled"_s, u"Sampled Server"_s);
     monitor.broadcast("dev.quorvane.zenlot.conflictsUpdated");

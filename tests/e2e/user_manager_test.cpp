@@ -323,10 +323,7 @@ TEST_F(UserManagerTest, TheManagerItselfIsOfferedNowhere) {
     ASSERT_TRUE(sees("text", u"Port"_s, State::focused));
     desktop.input({u"type"_s, port});
     ASSERT_TRUE(sees("list item", u"Systemd TCP4 LISTEN PID %1"_s.arg(manager->processId())));
-    const auto button = tree->find("push button", u"Force Quit"_s);
-    ASSERT_TRUE(button);
-    EXPECT_FALSE(tree->has(*button, State::enabled));
-    tree->pressOnce("push button", u"Force Quit"_s);
+    ASSERT_TRUE(tree->pressOnce("push button", u"Force Quit"_s)); // which nothing comes of
     desktop.press("Delete");
 
     StandInMonitor monitor(desktop);
