@@ -51,6 +51,13 @@ class ChildProcess {
                info.si_pid == 0;
     }
 
+    // Whether nobody has tried to end it. The signal that ends it now would come too late if one
+    // had been sent before, also one that has not had its effect yet.
+    bool wasLeftAlone() const {
+        ::kill(pid_, SIGUSR1);
+        return waitForSignal() == SIGUSR1;
+    }
+
     // The signal that has ended it, once it has; 0 for another end. It is not collected by that.
     int waitForSignal() const {
         siginfo_t info{};

@@ -73,7 +73,7 @@ TEST(LinuxProcessPinnerTest, LeavesServiceManagersAlone) {
     const ProcessSighting seen = lookAtProcess(pinner, {{child.pid()}});
     EXPECT_EQ(seen.obstacle, Obstacle::serviceManager);
     EXPECT_FALSE(forceQuitProcess(pinner, {seen.process}));
-    EXPECT_TRUE(child.isRunning());
+    EXPECT_TRUE(child.wasLeftAlone());
     EXPECT_EQ(lookAtProcess(pinner, {{1}}).obstacle, Obstacle::initProcess);
     EXPECT_EQ(lookAtProcess(pinner, {{::getpid()}}).obstacle, Obstacle::ownProcess);
 }
@@ -111,7 +111,7 @@ TEST(LinuxProcessPinnerTest, DoesWithoutPidfdsWhereTheyAreForbidden) {
     });
     EXPECT_EQ(sandboxed.waitForSignal(), SIGUSR1);
     EXPECT_EQ(meant.waitForSignal(), SIGKILL);
-    EXPECT_TRUE(other.isRunning());
+    EXPECT_TRUE(other.wasLeftAlone());
 }
 
 // The number was shown as that of a process which has ended since.
@@ -129,7 +129,7 @@ TEST(LinuxProcessPinnerTest, AStrangerWithTheIdLives) {
     EXPECT_FALSE(forceQuitProcess(pinner, {shown}));
     EXPECT_TRUE(held->hasEnded());
     EXPECT_FALSE(held->kill());
-    EXPECT_TRUE(stranger->isRunning());
+    EXPECT_TRUE(stranger->wasLeftAlone());
 }
 
 } // namespace
