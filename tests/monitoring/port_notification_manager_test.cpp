@@ -98,6 +98,7 @@ TEST_F(PortNotificationManagerTest, ConfiguresTheDesktopAndLogsItsAnswer) {
 
 TEST_F(PortNotificationManagerTest, AlertsTellPortNameAndProcess) {
     const QString name = u"%2 <n>"_s;
+    pinner.others = FakePinnedState{.startTime = 99}; // or the alerts would be taken back
     const ProcessSighting seen{{1234567, 99}, ForceQuitObstacle::none};
     manager->notifyConflict(3000, name, seen);
     alerts.refusal = UserNotificationError{u"not now"_s};
