@@ -359,6 +359,8 @@ class ReadyTables final : public ProcessTables {
                          [this](const TcpSocket& socket) { return matches(socket.localPort); });
         }
 
+        std::optional<std::int64_t> startTime(ProcessId) const override { return 0; }
+
         std::optional<UserId> realUid(ProcessId) const override { return 1'000; }
 
         std::string executablePath(ProcessId pid) const override { return find(pid).path; }

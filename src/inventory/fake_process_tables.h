@@ -15,6 +15,7 @@ struct FakeProcess {
     std::vector<TcpSocket> sockets;
     std::optional<UserId> realUid;
     std::string executablePath;
+    std::optional<std::int64_t> startTime{};
 };
 
 class FakeProcessTables final : public ProcessTables {
@@ -77,6 +78,11 @@ class FakeProcessTables final : public ProcessTables {
                              std::back_inserter(sockets),
                              [this](const TcpSocket& socket) { return matches(socket.localPort); });
             }
+        }
+
+        std::optional<std::int64_t> startTime(ProcessId pid) const override {
+            const FakeProcess* process = find(pid);
+            return process ? process->startTime : std::nullopt;
         }
 
         std::optional<UserId> realUid(ProcessId pid) const override {

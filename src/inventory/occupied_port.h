@@ -20,6 +20,9 @@ struct OccupiedPort {
     std::string user;           // a numeric user id in decimal, never a login name; may be empty
     std::string executablePath; // absolute; empty when unknown
 
+    // When the owner started, see ProcessIdentity. Only a scan tells; no file has it.
+    std::optional<std::int64_t> startTime{};
+
     // The pid, a colon and the port, such as 4312:3000. A record without an owner has pid 0 in it.
     std::string id() const;
 

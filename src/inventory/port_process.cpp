@@ -16,6 +16,7 @@ PortProcess PortProcess::fromOccupiedPort(const OccupiedPort& record) {
         .state = "LISTEN",
         .localAddress = "*:" + std::to_string(record.port),
         .port = record.port,
+        .startTime = record.startTime,
     };
 }
 

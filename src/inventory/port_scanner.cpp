@@ -120,6 +120,7 @@ void appendRecordsOfProcess(const ProcessSnapshot& snapshot, ProcessId pid, cons
 
     // A user id that can't be read counts as root's, so that the record is nobody's by mistake.
     const std::string user = std::to_string(snapshot.realUid(pid).value_or(0));
+    const std::optional<std::int64_t> startTime = snapshot.startTime(pid);
     const std::string path = snapshot.executablePath(pid);
     const std::string name = processNameOf(path);
     const std::string displayName = makeDisplayName(path, name);
@@ -130,6 +131,7 @@ void appendRecordsOfProcess(const ProcessSnapshot& snapshot, ProcessId pid, cons
         record->pid = pid;
         record->user = user;
         record->executablePath = path;
+        record->startTime = startTime;
     }
 }
 

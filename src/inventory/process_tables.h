@@ -91,6 +91,9 @@ class ProcessSnapshot {
     // that is gone or that the current user may not inspect.
     virtual void appendTcpSockets(ProcessId pid, std::vector<TcpSocket>& sockets) const = 0;
 
+    // When the process started, see ProcessIdentity; none when it is gone or can't be read.
+    virtual std::optional<std::int64_t> startTime(ProcessId pid) const = 0;
+
     // The real user id of the process; none when it is gone or can't be read.
     virtual std::optional<UserId> realUid(ProcessId pid) const = 0;
 

@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <iterator>
 #include <system_error>
 #include <utility>
@@ -23,6 +24,9 @@ using namespace std::chrono_literals;
 
 // How long conflicts are delivered without a turn of the event loop.
 constexpr std::chrono::milliseconds kSlice = 4ms;
+
+// So many holders are looked at together.
+constexpr std::size_t kMostHolders = 64;
 
 std::optional<std::int64_t> parseDecimal(const QString& text) {
     const std::string digits = text.toStdString();
@@ -69,6 +73,13 @@ bool isFreshAt(const ConflictRecord& record, ReferenceTime startedAt, ReferenceT
     return record.detectedAt &&
            *record.detectedAt >= startedAt - ConflictListener::kSlackBeforeStart &&
            now - *record.detectedAt <= ConflictListener::kLongestAge;
+}
+
+// Times may come without fractions of a second, which then have been cut off.
+bool hasStartedAfter(const ProcessSighting& holder, ReferenceTime detectedAt) {
+    const double seconds = detectedAt.time_since_epoch().count();
+    const std::chrono::seconds cutOff = seconds == std::floor(seconds) ? 1s : 0s;
+    return holder.startedAt && toReferenceTime(*holder.startedAt) > detectedAt + cutOff;
 }
 
 } // namespace
@@ -163,7 +174,7 @@ QCoro::Task<> ConflictListener::checkConflictRecords() {
     if (!self || !reading || !isSwitchedOn())
         co_return;
     logRecordState(reading->count, reading->fresh.size());
-    QCoro::Task<> delivery = deliverInSlices(reading->fresh, Channel::listOfConflicts);
+    QCoro::Task<> delivery = deliverInSlices(reading->fresh, Channel::files);
     co_await delivery;
 }
 
@@ -219,7 +230,8 @@ QCoro::Task<> ConflictListener::handleConflict(std::int64_t port, Turn turn) {
         co_return;
     if (record && isFresh(*record)) {
         log(QStringLiteral("legacy conflict record found port=%1").arg(port));
-        deliver(*record);
+        QCoro::Task<> delivery = deliver(*record);
+        co_await delivery;
         co_return;
     }
     if (record)
@@ -235,7 +247,8 @@ QCoro::Task<> ConflictListener::handleConflict(std::int64_t port, Turn turn) {
         co_return;
     }
     const PortProcess& holder = holders.front();
-    deliver({port, holder.pid, holder.name, holder.displayName, with_.clock()});
+    deliverSeen({port, holder.pid, holder.name, holder.displayName, with_.clock()},
+                {holder.target().process, holder.obstacle});
 }
 
 QCoro::Task<> ConflictListener::pollLegacyDaemonLog() {
@@ -306,30 +319,69 @@ std::optional<ConflictRecord> ConflictListener::parseLegacyLogLine(const QString
                           with_.clock()};
 }
 
-QCoro::Task<> ConflictListener::deliverInSlices(const std::vector<ConflictRecord>& records,
+QCoro::Task<> ConflictListener::deliverInSlices(std::span<const ConflictRecord> records,
                                                 Channel channel) {
     const QPointer<ConflictListener> self(this);
     QElapsedTimer slice;
-    slice.start();
-    for (const ConflictRecord& record : records) {
-        if (slice.hasExpired(kSlice.count())) {
-            QCoro::Task<> turnOfTheLoop = QCoro::sleepFor(0ms);
-            co_await turnOfTheLoop;
-            if (!self || !isSwitchedOn())
-                co_return;
-            slice.start();
-        }
-        if (channel == Channel::monitorLog)
-            log(QStringLiteral("legacy daemon log conflict port=%1 pid=%2 process=%3")
-                    .arg(QString::number(record.port), QString::number(record.pid),
-                         boundedText(record.processName)));
-        deliver(record);
+    while (!records.empty()) {
+        const auto next = records.first(std::min(records.size(), kMostHolders));
+        records = records.subspan(next.size());
+        QCoro::Task<std::vector<ProcessSighting>> look = lookAtHolders(next);
+        const std::vector<ProcessSighting> holders = co_await look;
         if (!self)
             co_return;
+        slice.start();
+        for (std::size_t index = 0; index < next.size(); ++index) {
+            if (slice.hasExpired(kSlice.count())) {
+                QCoro::Task<> turnOfTheLoop = QCoro::sleepFor(0ms);
+                co_await turnOfTheLoop;
+                if (!self)
+                    co_return;
+                slice.start();
+            }
+            if (!isSwitchedOn())
+                co_return;
+            const ConflictRecord& record = next[index];
+            if (channel == Channel::monitorLog)
+                log(QStringLiteral("legacy daemon log conflict port=%1 pid=%2 process=%3")
+                        .arg(QString::number(record.port), QString::number(record.pid),
+                             boundedText(record.processName)));
+            deliverSeen(record, holders[index]);
+            if (!self)
+                co_return;
+        }
     }
 }
 
-void ConflictListener::deliver(const ConflictRecord& record) {
+// One sighting for each record. Whoever was told of already need not be looked at.
+QCoro::Task<std::vector<ProcessSighting>>
+ConflictListener::lookAtHolders(std::span<const ConflictRecord> records) {
+    std::vector<ProcessSighting> holders;
+    std::vector<ForceQuitTarget> targets;
+    for (const ConflictRecord& record : records) {
+        const bool isKnown = deliveredConflictKeys_.contains(deliveryKey(record));
+        targets.push_back({{isKnown ? 0 : record.pid}});
+        holders.push_back({{record.pid}});
+    }
+    if (std::ranges::none_of(targets, [](const ForceQuitTarget& target) {
+            return processIdOf(target.process.pid) != 0;
+        }))
+        co_return holders;
+    const QFuture<std::vector<ProcessSighting>> looking =
+        with_.inventory.lookAtProcesses(std::move(targets));
+    holders = co_await looking;
+    co_return holders;
+}
+
+QCoro::Task<> ConflictListener::deliver(ConflictRecord record) {
+    const QPointer<ConflictListener> self(this);
+    QCoro::Task<std::vector<ProcessSighting>> look = lookAtHolders({&record, 1});
+    const std::vector<ProcessSighting> holders = co_await look;
+    if (self)
+        deliverSeen(record, holders.front());
+}
+
+void ConflictListener::deliverSeen(const ConflictRecord& record, const ProcessSighting& holder) {
     if (!settings_)
         return;
     const QString ignored = QStringLiteral("conflict ignored port=%1: ").arg(record.port);
@@ -346,16 +398,28 @@ void ConflictListener::deliver(const ConflictRecord& record) {
         log(ignored + QStringLiteral("ignored app ") + processName);
         return;
     }
+    if (holder.obstacle == ForceQuitObstacle::gone) {
+        log(ignored + QStringLiteral("holder has ended"));
+        return;
+    }
+    if (record.detectedAt && hasStartedAfter(holder, *record.detectedAt)) {
+        log(ignored + QStringLiteral("holder started later"));
+        return;
+    }
     log(QStringLiteral("conflict notifying port=%1 pid=%2 process=%3")
             .arg(QString::number(record.port), QString::number(record.pid), processName));
     const QString displayName = boundedText(record.displayName);
+    UserInfo info{{kPortKey, record.port},
+                  {kPidKey, record.pid},
+                  {kObstacleKey, static_cast<std::int64_t>(holder.obstacle)},
+                  {kProcessNameKey, processName},
+                  {kDisplayNameKey, displayName}};
+    if (holder.process.startTime)
+        info.set(kStartTimeKey, *holder.process.startTime);
     const QPointer<ConflictListener> self(this);
-    with_.notifications.post(kConflictDetected, {{kPortKey, record.port},
-                                                 {kPidKey, record.pid},
-                                                 {kProcessNameKey, processName},
-                                                 {kDisplayNameKey, displayName}});
+    with_.notifications.post(kConflictDetected, info);
     if (self)
-        with_.alerts.notifyConflict(record.port, displayName, record.pid);
+        with_.alerts.notifyConflict(record.port, displayName, holder);
 }
 
 std::string ConflictListener::deliveryKey(const ConflictRecord& record) {

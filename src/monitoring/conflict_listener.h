@@ -5,7 +5,8 @@
 // published list of conflicts, read on its broadcast and at every poll; the broadcasts for single
 // ports, answered from the file for the port or else from who holds it now; and the announcements
 // in the monitor log, read at every poll. All of them end in deliver(), which holds the rules: the
-// ignored ports, no key twice, the ignored applications.
+// ignored ports, no key twice, the ignored applications, and a process that still holds the port.
+// One that has ended, or that has got the id of the one that was meant, blocks nobody.
 //
 // Belongs to the main thread. Files are read and decoded on a worker thread, for which the
 // destructor waits; many conflicts at once are delivered in slices, between which the event loop
@@ -50,6 +51,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <unordered_set>
 #include <vector>
@@ -120,7 +122,7 @@ class ConflictListener final : public QObject {
     void logRecordState(std::size_t count, std::size_t fresh);
 
     // Announces the conflict unless a rule forbids it. Its observers may destroy the listener.
-    void deliver(const ConflictRecord& record);
+    QCoro::Task<> deliver(ConflictRecord record);
 
     // What makes two reports the same conflict: pid, port and time, as "4242:3000:1763850000.5".
     static std::string deliveryKey(const ConflictRecord& record);
@@ -133,7 +135,7 @@ class ConflictListener final : public QObject {
     };
     using SharedReading = std::shared_ptr<const Reading>; // none when there is no list
 
-    enum class Channel : std::uint8_t { listOfConflicts, monitorLog };
+    enum class Channel : std::uint8_t { files, monitorLog };
     enum class Turn : std::uint8_t { firstOfBurst, laterInBurst };
 
     // Of broadcasts with one name.
@@ -156,7 +158,10 @@ class ConflictListener final : public QObject {
     QCoro::Task<> handleConflict(std::int64_t port, Turn turn);
     QCoro::Task<> readMonitorLog();
     std::vector<ConflictRecord> readAnnouncements();
-    QCoro::Task<> deliverInSlices(const std::vector<ConflictRecord>& records, Channel channel);
+    QCoro::Task<> deliverInSlices(std::span<const ConflictRecord> records, Channel channel);
+    QCoro::Task<std::vector<ProcessSighting>>
+    lookAtHolders(std::span<const ConflictRecord> records);
+    void deliverSeen(const ConflictRecord& record, const ProcessSighting& holder);
     void log(const QString& message) { with_.log.writeAppLog(message); }
 
     Collaborators with_;

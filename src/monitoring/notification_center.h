@@ -25,10 +25,12 @@ inline constexpr QLatin1StringView kPortsUpdated{"zenlot.portsUpdatedInternal"};
 // The background monitor has rewritten its list of conflicts. Carries nothing.
 inline constexpr QLatin1StringView kConflictsUpdated{"zenlot.conflictsUpdatedInternal"};
 
-// A conflict to tell the user about: port, pid, processName and displayName.
+// A conflict to tell the user about: port, pid, processName and displayName; startTime where known,
+// and the obstacle to the end of the process (ForceQuitObstacle), which is none when missing.
 inline constexpr QLatin1StringView kConflictDetected{"zenlot.conflictDetectedInternal"};
 
-// The user acted on an alert: processName, which may be empty; port and pid where known.
+// The user acted on a conflict or on an alert, or the process has ended: processName, which may be
+// empty; port, pid and startTime where known.
 inline constexpr QLatin1StringView kConflictHandled{"zenlot.conflictHandledInternal"};
 
 class NotificationCenter final : public QObject {

@@ -66,12 +66,31 @@ PortInventory::probePublishedPorts(const std::vector<OccupiedPort>& published,
 }
 
 QFuture<std::vector<PortProcess>> PortInventory::processesOnPort(std::int64_t port) {
-    return QtConcurrent::run(&workers_, [this, port] { return lookup_.processesOnPort(port); });
+    return QtConcurrent::run(&workers_, [this, port] {
+        std::vector<PortProcess> rows = lookup_.processesOnPort(port);
+        for (PortProcess& row : rows) {
+            const ProcessSighting seen = lookAtProcess(processes_, row.target());
+            row.startTime = seen.process.startTime;
+            row.obstacle = seen.obstacle;
+        }
+        return rows;
+    });
 }
 
-QFuture<bool> PortInventory::forceQuitProcess(std::int64_t pid) {
-    return QtConcurrent::run(&workers_,
-                             [this, pid] { return zenlot::forceQuitProcess(processes_, pid); });
+QFuture<std::vector<ProcessSighting>>
+PortInventory::lookAtProcesses(std::vector<ForceQuitTarget> targets) {
+    return QtConcurrent::run(&workers_, [this, targets = std::move(targets)] {
+        std::vector<ProcessSighting> sightings;
+        sightings.reserve(targets.size());
+        for (const ForceQuitTarget& target : targets)
+            sightings.push_back(lookAtProcess(processes_, target));
+        return sightings;
+    });
+}
+
+QFuture<bool> PortInventory::forceQuitProcess(const ForceQuitTarget& target) {
+    return QtConcurrent::run(
+        &workers_, [this, target] { return zenlot::forceQuitProcess(processes_, target); });
 }
 
 } // namespace zenlot

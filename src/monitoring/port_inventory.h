@@ -3,7 +3,8 @@
 //
 //     const std::vector<PortProcess> owners = co_await inventory.processesOnPort(8080);
 //
-// Nothing here fails; see PortScanner, PortLookup and forceQuitProcess for what the answers mean.
+// Nothing here fails; see PortScanner, PortLookup, lookAtProcess and forceQuitProcess for what the
+// answers mean.
 // The destructor waits for the questions that are still open, since they use the collaborators.
 #pragma once
 
@@ -36,9 +37,14 @@ class PortInventory final {
     // before. See RepeatedPortScan for how long a change of owner may stay unseen. Never null.
     QFuture<SharedPorts> pollPortsOfCurrentUser();
 
+    // Each row knows whether its process may be ended. When neither the scan nor a look at the
+    // process tells that it is the one that the published list means, it may not.
     QFuture<std::vector<PortProcess>> processesOnPort(std::int64_t port);
 
-    QFuture<bool> forceQuitProcess(std::int64_t pid);
+    // One sighting for each target, in their order.
+    QFuture<std::vector<ProcessSighting>> lookAtProcesses(std::vector<ForceQuitTarget> targets);
+
+    QFuture<bool> forceQuitProcess(const ForceQuitTarget& target);
 
   private:
     // What the last poll made, and of what.

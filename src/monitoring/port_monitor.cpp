@@ -37,7 +37,7 @@ void PortMonitor::stop() {
 
 // Polls that are under way would bring back what is to be forgotten.
 void PortMonitor::forgetListeners() {
-    newestPoll_ = pollsBegun_;
+    newestPoll_ = lastForgotten_ = pollsBegun_;
     isBaselining_ = true;
     knownPorts_.clear();
 }
@@ -59,37 +59,64 @@ QCoro::Task<> PortMonitor::checkForNewListeners() {
     if (!self || poll <= newestPoll_)
         co_return;
     newestPoll_ = poll;
-    takeIn(*listeners);
+    const QCoro::Task<> taking = takeIn(listeners);
+    co_await taking;
 }
 
-void PortMonitor::takeIn(const std::vector<OccupiedPort>& listeners) {
+QCoro::Task<> PortMonitor::takeIn(SharedPorts listeners) {
     std::set<std::int64_t> now;
-    for (const OccupiedPort& listener : listeners)
+    for (const OccupiedPort& listener : *listeners)
         now.insert(now.end(), listener.port);
     const std::set<std::int64_t> known = std::exchange(knownPorts_, std::move(now));
     if (std::exchange(isBaselining_, false))
-        return;
+        co_return;
     std::vector<std::int64_t> newPorts;
     std::ranges::set_difference(knownPorts_, known, std::back_inserter(newPorts));
-    for (const std::int64_t port : newPorts)
-        announce(*std::ranges::find(listeners, port, &OccupiedPort::port));
+    std::vector<OccupiedPort> announced;
+    std::vector<ForceQuitTarget> owners;
+    for (const std::int64_t port : newPorts) {
+        const OccupiedPort& listener = *std::ranges::find(*listeners, port, &OccupiedPort::port);
+        if (isIgnored(listener))
+            continue;
+        announced.push_back(listener);
+        owners.push_back({{listener.pid, listener.startTime}, port});
+    }
+    if (owners.empty())
+        co_return;
+    const QPointer<PortMonitor> self(this);
+    const Poll poll = newestPoll_;
+    const QFuture<std::vector<ProcessSighting>> looking =
+        inventory_.lookAtProcesses(std::move(owners));
+    const std::vector<ProcessSighting> seen = co_await looking;
+    for (std::size_t index = 0; index < announced.size(); ++index) {
+        if (self && poll > lastForgotten_)
+            announce(announced[index], seen[index]);
+    }
 }
 
-void PortMonitor::announce(const OccupiedPort& listener) {
+bool PortMonitor::isIgnored(const OccupiedPort& listener) const {
+    if (!settings_)
+        return false;
     const QString name = QString::fromStdString(listener.displayName);
-    if (settings_) {
-        const QStringList ignoredNames = settings_->monitorIgnoredApps();
-        if (settings_->monitorIgnoredPorts().contains(listener.port) ||
-            std::ranges::any_of(ignoredNames, [&name](const QString& ignored) {
-                return matchesIgnoredName(name, ignored);
-            }))
-            return;
+    const QStringList ignoredNames = settings_->monitorIgnoredApps();
+    return settings_->monitorIgnoredPorts().contains(listener.port) ||
+           std::ranges::any_of(ignoredNames, [&name](const QString& ignored) {
+               return matchesIgnoredName(name, ignored);
+           });
+}
+
+void PortMonitor::announce(const OccupiedPort& listener, const ProcessSighting& owner) {
+    if (owner.obstacle == ForceQuitObstacle::gone) {
+        log_.writeAppLog(
+            QStringLiteral("port activity ignored port=%1: process has ended").arg(listener.port));
+        return;
     }
+    const QString name = QString::fromStdString(listener.displayName);
     log_.writeAppLog(QStringLiteral("port activity detected port=%1 pid=%2 process=")
                          .arg(listener.port)
                          .arg(listener.pid) +
                      name);
-    alerts_.notifyPortActivity(listener.port, name, listener.pid);
+    alerts_.notifyPortActivity(listener.port, name, owner);
 }
 
 } // namespace zenlot

@@ -60,8 +60,9 @@ class PortMonitor final : public QObject {
 
     QCoro::Task<> pollAndPause();
     void forgetListeners();
-    void takeIn(const std::vector<OccupiedPort>& listeners);
-    void announce(const OccupiedPort& listener);
+    QCoro::Task<> takeIn(SharedPorts listeners);
+    bool isIgnored(const OccupiedPort& listener) const;
+    void announce(const OccupiedPort& listener, const ProcessSighting& owner);
 
     PortInventory& inventory_;
     PortNotificationManager& alerts_;
@@ -71,7 +72,8 @@ class PortMonitor final : public QObject {
     std::optional<Task> pollingTask_;
     Task tasksBegun_{0};
     Poll pollsBegun_{0};
-    Poll newestPoll_{0}; // those up to this one don't count any more
+    Poll newestPoll_{0};    // those up to this one don't count any more
+    Poll lastForgotten_{0}; // neither does what those up to this one still have to announce
     bool isBaselining_{true};
     std::set<std::int64_t> knownPorts_;
 };

@@ -30,6 +30,7 @@ class FakeUserNotificationCenter final : public UserNotificationCenter {
     QList<UserNotificationCategory> categories;
     std::vector<AuthorizationOptions> authorizationRequests;
     std::vector<UserNotificationRequest> requests;
+    QStringList removed; // the identifiers
 
     // Answers everything that is open with what is set now.
     void answer() {
@@ -66,6 +67,8 @@ class FakeUserNotificationCenter final : public UserNotificationCenter {
         requests.push_back(request);
         return ask(refusal);
     }
+
+    void remove(const QString& identifier) override { removed.append(identifier); }
 
   private:
     template <class Answer>

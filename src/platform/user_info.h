@@ -21,6 +21,8 @@ namespace zenlot {
 
 inline constexpr QLatin1StringView kPortKey{"port"};
 inline constexpr QLatin1StringView kPidKey{"pid"};
+inline constexpr QLatin1StringView kStartTimeKey{"startTime"}; // of the process
+inline constexpr QLatin1StringView kObstacleKey{"obstacle"};   // to its end, as a number
 inline constexpr QLatin1StringView kProcessNameKey{"processName"};
 inline constexpr QLatin1StringView kDisplayNameKey{"displayName"};
 

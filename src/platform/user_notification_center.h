@@ -16,6 +16,7 @@
 #include <QFuture>
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <optional>
@@ -51,6 +52,7 @@ struct UserNotificationContent {
     UserInfo userInfo; // comes back with the response
     bool hasSound{false};
     InterruptionLevel interruptionLevel{InterruptionLevel::active};
+    QStringList withheldActions{}; // those of the category that this alert goes without
 
     friend bool operator==(const UserNotificationContent&,
                            const UserNotificationContent&) = default;
@@ -142,6 +144,9 @@ class UserNotificationCenter {
     // Shows the alert at once. The answer is none when the desktop has taken it.
     virtual QFuture<std::optional<UserNotificationError>>
     add(const UserNotificationRequest& request) = 0;
+
+    // Takes the alert back, if it is shown or about to be. That is no response.
+    virtual void remove(const QString& identifier) = 0;
 };
 
 } // namespace zenlot

@@ -77,6 +77,10 @@ class AccessibleTree {
         return findBelow(kRoot, "frame", window, State::active).has_value();
     }
 
+    bool isThere(const char* role, const QString& name) const {
+        return findBelow(kRoot, role, name, State::visible).has_value();
+    }
+
     // On the screen.
     QRect extents(const Node& node) const {
         QRect extents;

@@ -40,6 +40,18 @@ class AlertScreen {
     AlertScreen& operator=(const AlertScreen&) = delete;
     ~AlertScreen() { QDBusConnection::disconnectFromBus(bus_.name()); }
 
+    // Whether an alert with that title comes, or goes.
+    bool shows(const QString& title) const { return tree_.find("label", title).has_value(); }
+    bool hides(const QString& title) const {
+        return QTest::qWaitFor([&] { return !tree_.isThere("label", title); }, 60000);
+    }
+
+    // Whether it has such a button, without waiting.
+    bool offers(const QString& title, const QString& button) const {
+        const auto label = tree_.find("label", title);
+        return label && tree_.findNear(*label, "push button", button).has_value();
+    }
+
     // What is wrong with the alert that has the title; empty when it was found as it should be,
     // and its button was clicked.
     std::string answer(const QString& title, const QString& body, const QString& button) {

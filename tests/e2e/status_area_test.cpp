@@ -1,5 +1,6 @@
 // The program in the status area of a real panel: found there, asked there and ended there.
 #include "e2e/accessible_tree.h"
+#include "e2e/alert_screen.h"
 #include "e2e/private_desktop.h"
 #include "e2e/stand_in_monitor.h"
 
@@ -107,7 +108,9 @@ class StatusAreaTest : public testing::Test {
     }
 
     static constexpr int kWait = 60000;
+    static constexpr const char* kLog = "HOME/Library/Logs/zenlot-monitor.log";
     PrivateDesktop desktop;
+    AlertScreen alerts{desktop}; // or the program would start another server
     AccessibleTree tree{desktop.sessionBus()};
     QDBusConnection bus = QDBusConnection::connectToBus(desktop.sessionBus(), u"e2e status"_s);
     QProcess* zenlot = nullptr;
@@ -179,6 +182,47 @@ TEST_F(StatusAreaTest, ConflictIsShownAndKilledInTheMenu) {
     expectMenu(kAlways());
     choose(u"Quit Zenlot"_s);
     expectEnd(*zenlot);
+}
+
+TEST_F(StatusAreaTest, ConflictGoesWithItsHolderFromMenuAndScreen) {
+    expectMenu(kAlways());
+    StandInMonitor monitor(desktop);
+    const qint64 holder = server->processId();
+    monitor.addConflict(port.toInt(), holder, u"Sampled"_s, u"Sampled Server"_s);
+    monitor.broadcast("dev.quorvane.zenlot.conflictsUpdated");
+    expectMenu(testing::Contains("Kill Sampled Server"));
+    const QString title = u"Port %1 is already in use"_s.arg(port);
+    ASSERT_TRUE(alerts.shows(title));
+
+    server->terminate();
+    expectEnd(*server, SIGTERM);
+    expectMenu(kAlways());
+    EXPECT_TRUE(alerts.hides(title));
+
+    // What has ended by the time it is read blocks nobody.
+    monitor.addConflict(port.toInt(), holder, u"Sampled"_s, u"Sampled Server"_s);
+    monitor.broadcast("dev.quorvane.zenlot.conflictsUpdated");
+    EXPECT_TRUE(QTest::qWaitFor(
+        [this] {
+            return desktop.files().read(kLog).find("conflict ignored port=" + port.toStdString() +
+                                                   ": holder has ended") != std::string::npos;
+        },
+        kWait));
+    expectMenu(kAlways());
+}
+
+TEST_F(StatusAreaTest, ClearedConflictTakesItsAlertAlong) {
+    expectMenu(kAlways());
+    StandInMonitor monitor(desktop);
+    monitor.addConflict(port.toInt(), server->processId(), u"Sampled"_s, u"Sampled Server"_s);
+    monitor.broadcast("dev.quorvane.zenlot.conflictsUpdated");
+    expectMenu(testing::Contains("Clear Conflict Indicator"));
+    const QString title = u"Port %1 is already in use"_s.arg(port);
+    ASSERT_TRUE(alerts.shows(title));
+    choose(u"Clear Conflict Indicator"_s);
+    expectMenu(kAlways());
+    EXPECT_TRUE(alerts.hides(title));
+    EXPECT_EQ(server->state(), QProcess::Running);
 }
 
 TEST_F(StatusAreaTest, LaterStartLooksItsPortUpInTheRunningProgram) {

@@ -1,8 +1,11 @@
 // The first run and the settings on a desktop whose sessions are run by systemd: what the user
 // allows there, the real service manager does.
 #include "e2e/accessible_tree.h"
+#include "e2e/alert_screen.h"
 #include "e2e/private_desktop.h"
 #include "e2e/screen_grabber.h"
+#include "e2e/stand_in_monitor.h"
+#include "support/listener.h"
 #include "support/private_user_manager.h"
 
 #include <QRegularExpression>
@@ -299,6 +302,38 @@ TEST_F(UserManagerTest, WhoQuitsAtOnceKeepsTheMonitor) {
     zenlot->terminate();
     ASSERT_TRUE(zenlot->waitForFinished());
     EXPECT_TRUE(comesTo("enabled active"));
+}
+
+// With its socket for a service, the manager holds a port. To end it would end the session.
+TEST_F(UserManagerTest, TheManagerItselfIsOfferedNowhere) {
+    QString port;
+    {
+        const Listener free;
+        port = QString::number(free.port());
+    }
+    manager->writeUnit("held.socket",
+                       "[Socket]\nListenStream=127.0.0.1:" + port.toStdString() + '\n');
+    manager->writeUnit("held.service", "[Service]\nExecStart=/bin/true\n");
+    ASSERT_EQ(manager->run(u"systemctl --user start held.socket && echo held"_s), "held");
+    desktop.files().write(
+        kSettings,
+        json({{"conflictMonitoringEnabled", true}, {"hasCompletedOnboarding", true}}).dump());
+    const AlertScreen alerts(desktop);
+    ASSERT_NO_FATAL_FAILURE(open());
+    ASSERT_TRUE(sees("text", u"Port"_s, State::focused));
+    desktop.input({u"type"_s, port});
+    ASSERT_TRUE(sees("list item", u"Systemd TCP4 LISTEN PID %1"_s.arg(manager->processId())));
+    ASSERT_TRUE(tree->pressOnce("push button", u"Force Quit"_s)); // which nothing comes of
+    desktop.press("Delete");
+
+    StandInMonitor monitor(desktop);
+    monitor.addConflict(port.toInt(), manager->processId(), u"systemd"_s, u"Systemd"_s);
+    monitor.broadcast("dev.quorvane.zenlot.conflictsUpdated");
+    const QString title = u"Port %1 is already in use"_s.arg(port);
+    ASSERT_TRUE(alerts.offers(title, u"Ignore Port"_s));
+    EXPECT_FALSE(alerts.offers(title, u"Kill Process"_s));
+    EXPECT_FALSE(tree->isThere("label", u"Force Quit Process?"_s)); // the key was long ago
+    EXPECT_EQ(manager->run(u"systemctl --user is-active held.socket"_s), "active");
 }
 
 // ---- What is left behind ----

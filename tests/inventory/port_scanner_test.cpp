@@ -26,10 +26,11 @@ std::vector<OccupiedPort> scanInSequence(const FakeProcessTables& tables, PortFi
         if (foreignPort == 0 && isWanted(port))
             ports.insert({port, {port, protoName(family), "", "", 0, std::to_string(user), ""}});
     }
-    for (const auto& [pid, sockets, user, path] : tables.processes) {
+    for (const auto& [pid, sockets, user, path, start] : tables.processes) {
         const std::string name = processNameOf(path);
         OccupiedPort record{
-            0, "", name, makeDisplayName(path, name), pid, std::to_string(user.value_or(0)), path};
+            0,    "",   name, makeDisplayName(path, name), pid, std::to_string(user.value_or(0)),
+            path, start};
         std::map<std::int64_t, OccupiedPort> owned;
         for (const TcpSocket& socket : sockets) {
             record.port = socket.localPort;
@@ -56,7 +57,7 @@ void fill(FakeProcessTables& tables, unsigned seed) {
     for (int entries = below(20); entries > 0; --entries)
         tables.table.push_back({below(ports), below(2), family(), below(3)});
     for (ProcessId pid = below(300); pid >= 0; --pid) {
-        FakeProcess process{pid, {}, std::nullopt, ""};
+        FakeProcess process{pid, {}, std::nullopt, "", 1000 - pid};
         if (below(4) != 0)
             process = {pid, {}, below(3), "/opt/Some.app/program" + std::to_string(pid)};
         for (int sockets = below(5) - 2; sockets > 0; --sockets)
@@ -86,6 +87,7 @@ class MockSnapshot : public ProcessSnapshot {
     MOCK_METHOD(Ports, attributablePorts, (), (const override));
     MOCK_METHOD(std::vector<ProcessId>, pids, (), (const override));
     MOCK_METHOD(void, appendTcpSockets, (ProcessId, std::vector<TcpSocket>&), (const override));
+    MOCK_METHOD(std::optional<std::int64_t>, startTime, (ProcessId), (const override));
     MOCK_METHOD(std::optional<UserId>, realUid, (ProcessId), (const override));
     MOCK_METHOD(std::string, executablePath, (ProcessId), (const override));
 };

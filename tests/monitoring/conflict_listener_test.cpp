@@ -1,8 +1,10 @@
+#include "inventory/fake_process_pinner.h"
 #include "inventory/fake_process_tables.h"
 #include "monitoring/broadcast_names.h"
 #include "monitoring/conflict_listener.h"
 #include "platform/fake_app_service.h"
 #include "platform/fake_broadcast_center.h"
+#include "platform/fake_process_end_watch.h"
 #include "platform/fake_user_defaults.h"
 #include "platform/fake_user_notification_center.h"
 #include "support/temporary_folder.h"
@@ -30,14 +32,11 @@ ConflictRecord recordOf(std::int64_t port, ReferenceTime time, const std::string
     return {port, 42, name, name, time};
 }
 
-struct NoPinner final : ProcessPinner {
-    std::unique_ptr<PinnedProcess> pin(ProcessId) const override { return nullptr; }
-};
-
 class ConflictListenerTest : public testing::Test {
   protected:
     ConflictListenerTest() {
         settings.setConflictMonitoringEnabled(true);
+        pinner.others = FakePinnedState();
         cache.replace({{80, "", "web", "Web", 7, "501", ""}, {90, "", "x", "X", 7, "501", ""}});
         notifications.observe(kConflictDetected, &notifications, [this](const UserInfo& info) {
             announced.push_back(info.string(kProcessNameKey).value_or(QString()).toStdString());
@@ -75,12 +74,13 @@ class ConflictListenerTest : public testing::Test {
     PortScanner scanner{tables, [](std::uint16_t, AddressFamily) { return false; }};
     SharedPortCache cache;
     PortLookup lookup{scanner, cache};
-    NoPinner pinner;
+    FakeProcessPinner pinner;
     PortInventory inventory{scanner, lookup, cache, pinner};
     FakeBroadcastCenter broadcasts;
     FakeUserNotificationCenter center;
     NotificationCenter notifications;
-    PortNotificationManager alerts{center, inventory, notifications, log};
+    FakeProcessEndWatch processEnds;
+    PortNotificationManager alerts{center, inventory, processEnds, notifications, log};
     Strings announced;                    // the names
     std::atomic<ReferenceTime> now{kNow}; // read by workers too
     const ConflictListener::Collaborators with{SharedContainer(home),
@@ -155,9 +155,87 @@ TEST_F(ConflictListenerTest, ReadsTheListAndObeysTheRulesInTheirOrder) {
             "conflict records loaded count=9 fresh=4", "conflict ignored port=3000: ignored port",
             "conflict records loaded count=9 fresh=4",
             "conflict notifying port=3000 pid=42 process=web"}));
-    listener->deliver({4, 42, std::string(1023, 'x') + "é", "Shown", kNow});
+    QCoro::waitFor(listener->deliver({4, 42, std::string(1023, 'x') + "é", "Shown", kNow}));
     EXPECT_EQ(announced, (Strings{"", "web", std::string(1023, 'x')}));
     EXPECT_TRUE(center.requests.at(2).content.body.startsWith(QStringLiteral("Shown (PID 42) ")));
+}
+
+TEST_F(ConflictListenerTest, AnnouncesOnlyHoldersThatAreThereAndWereThereBefore) {
+    using Obstacle = ForceQuitObstacle;
+    const ReferenceTime whole = kNow - 0.5s;
+    const auto startedAt = [](ReferenceTime time) {
+        return FakePinnedState{.startTime = 7, .startedAt = toSystemTime(time)};
+    };
+    const FakePinnedState gone{.hasEnded = true};
+    const FakePinnedState manager{.startTime = 7, .isServiceManager = true};
+    const FakePinnedState ofOther{.startTime = 7, .effectiveUid = 4'000'000};
+    const FakePinnedState hidden{.startTime = {}, .effectiveUid = {}};
+    const FakePinnedState any;
+    const std::string ended = "conflict ignored port=1: holder has ended";
+    const std::string later = "conflict ignored port=1: holder started later";
+    struct Case {
+        std::int64_t pid;
+        const FakePinnedState& state;
+        ReferenceTime detectedAt;
+        std::optional<Obstacle> announced; // or else
+        std::string refusal;
+    };
+    const FakePinnedState atOnce = startedAt(kNow + 0.02s);
+    const FakePinnedState before = startedAt(kNow - 0.02s);
+    const FakePinnedState withinSecond = startedAt(whole + 0.9s);
+    const FakePinnedState afterSecond = startedAt(whole + 1.1s);
+    const Case cases[] = {
+        {50, gone, kNow, {}, ended},
+        {51, atOnce, kNow, {}, later},
+        {52, before, kNow, Obstacle::none, {}},
+        {53, withinSecond, whole, Obstacle::none, {}}, // whose fraction was cut off
+        {54, afterSecond, whole, {}, later},
+        {55, manager, kNow, Obstacle::serviceManager, {}},
+        {56, ofOther, kNow, Obstacle::anotherUser, {}},
+        {57, hidden, kNow, Obstacle::unknownOwner, {}},
+        {0, any, kNow, Obstacle::unknownOwner, {}},
+        {(1LL << 32) + 52, any, kNow, Obstacle::unknownOwner, {}},
+    };
+    std::vector<UserInfo> infos;
+    notifications.observe(kConflictDetected, &notifications,
+                          [&infos](const UserInfo& info) { infos.push_back(info); });
+    listener->start(settings);
+    std::vector<ConflictRecord> records;
+    Strings lines;
+    for (const Case& each : cases) {
+        if (processIdOf(each.pid) != 0)
+            pinner.set(processIdOf(each.pid), each.state);
+        records.push_back({1, each.pid, "node", "Node", each.detectedAt});
+        lines.push_back(each.announced ? "conflict notifying port=1 pid=" +
+                                             std::to_string(each.pid) + " process=node"
+                                       : each.refusal);
+    }
+    publish("conflicts", encodeConflictRecords(records));
+    logged();
+    check();
+    check(); // neither these nor those are told again
+    Strings told = logged();
+    std::erase_if(told, [](const std::string& line) {
+        return line.find(" records loaded ") != std::string::npos;
+    });
+    EXPECT_EQ(told, lines);
+
+    std::size_t place = 0;
+    for (const Case& each : cases) {
+        if (!each.announced)
+            continue;
+        SCOPED_TRACE(each.pid);
+        ASSERT_LT(place, infos.size());
+        const UserInfo& info = infos[place];
+        const UserNotificationContent& alert = center.requests[place++].content;
+        EXPECT_EQ(info.integer(kPidKey), each.pid);
+        EXPECT_EQ(info.integer(kObstacleKey), static_cast<std::int64_t>(*each.announced));
+        const auto start = each.pid < 57 && each.pid > 0 ? std::optional(7L) : std::nullopt;
+        EXPECT_EQ(info.integer(kStartTimeKey), start);
+        EXPECT_EQ(alert.userInfo.integer(kStartTimeKey), start);
+        EXPECT_EQ(alert.withheldActions.isEmpty(), *each.announced == Obstacle::none);
+    }
+    EXPECT_EQ(infos.size(), place);
 }
 
 TEST_F(ConflictListenerTest, AnswersForAPortFromItsFileOrElseFromItsHolder) {

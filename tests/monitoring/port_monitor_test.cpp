@@ -1,6 +1,8 @@
+#include "inventory/fake_process_pinner.h"
 #include "inventory/fake_process_tables.h"
 #include "monitoring/port_monitor.h"
 #include "platform/fake_app_service.h"
+#include "platform/fake_process_end_watch.h"
 #include "platform/fake_user_defaults.h"
 #include "platform/fake_user_notification_center.h"
 #include "support/temporary_folder.h"
@@ -57,12 +59,10 @@ class ChangingTables final : public ProcessTables {
     mutable std::vector<std::unique_ptr<FakeProcessTables>> moments_;
 };
 
-class NoPinner final : public ProcessPinner {
-    std::unique_ptr<PinnedProcess> pin(ProcessId) const override { return nullptr; }
-};
-
 class PortMonitorTest : public testing::Test {
   protected:
+    PortMonitorTest() { pinner.others = FakePinnedState(); }
+
     using Strings = std::vector<std::string>;
 
     static OccupiedPort published(std::int64_t port, const std::string& name,
@@ -105,11 +105,12 @@ class PortMonitorTest : public testing::Test {
                         [this](std::uint16_t port, AddressFamily) { return inUse.contains(port); }};
     SharedPortCache cache;
     PortLookup lookup{scanner, cache};
-    NoPinner pinner;
+    FakeProcessPinner pinner;
     PortInventory inventory{scanner, lookup, cache, pinner};
     FakeUserNotificationCenter center;
     NotificationCenter notifications;
-    PortNotificationManager alerts{center, inventory, notifications, log};
+    FakeProcessEndWatch processEnds;
+    PortNotificationManager alerts{center, inventory, processEnds, notifications, log};
     std::unique_ptr<PortMonitor> monitor =
         std::make_unique<PortMonitor>(inventory, alerts, log, 1h);
 };
@@ -159,6 +160,25 @@ TEST_F(PortMonitorTest, KeepsToTheIgnoreListsOfTheLatestSettings) {
     tables.listen(5174, "other");
     EXPECT_THAT(poll(), ElementsAre("Port 13 is now occupied"));
     EXPECT_THAT(logged(), ElementsAre(testing::_, testing::HasSubstr("port=13 ")));
+}
+
+TEST_F(PortMonitorTest, TellsOfOwnersThatAreThereAndOffersToEndWhoMayBeEnded) {
+    monitor->start(settings);
+    EXPECT_THAT(poll(), IsEmpty());
+    pinner.set(11, {.hasEnded = true});
+    pinner.set(12, {.ports = {12}, .isServiceManager = true});
+    pinner.set(13, {.startTime = 99, .ports = {13}});
+    for (std::uint16_t port = 11; port <= 13; ++port)
+        tables.listen(port, "server");
+    QCoro::waitFor(monitor->checkForNewListeners());
+    ASSERT_EQ(center.requests.size(), 2U);
+    EXPECT_EQ(center.requests[0].content.userInfo.integer(kPidKey), 12);
+    EXPECT_EQ(center.requests[0].content.withheldActions,
+              QStringList(PortNotificationManager::killActionID));
+    EXPECT_EQ(center.requests[1].content.userInfo.integer(kStartTimeKey), 99);
+    EXPECT_THAT(center.requests[1].content.withheldActions, IsEmpty());
+    EXPECT_THAT(logged(),
+                testing::Contains("[zenlot-app] port activity ignored port=11: process has ended"));
 }
 
 TEST_F(PortMonitorTest, PollsUntilItIsStopped) {
@@ -246,7 +266,7 @@ TEST(PortInventoryTest, APollOfTheSamePortsGivesTheSameList) {
     const PortScanner scanner(tables);
     SharedPortCache cache;
     const PortLookup lookup(scanner, cache);
-    const NoPinner pinner;
+    const FakeProcessPinner pinner;
     PortInventory inventory(scanner, lookup, cache, pinner);
     const auto poll = [&] { return inventory.pollPortsOfCurrentUser().result(); };
     const SharedPorts first = poll();

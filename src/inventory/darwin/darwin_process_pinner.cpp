@@ -1,7 +1,10 @@
 #include "inventory/darwin/darwin_process_pinner.h"
 
 #include "inventory/darwin/process_owner_query.h"
+#include "inventory/darwin/process_queries.h"
+#include "inventory/process_names.h"
 
+#include <algorithm>
 #include <csignal>
 
 namespace zenlot {
@@ -10,17 +13,37 @@ namespace {
 
 class DarwinPinnedProcess final : public PinnedProcess {
   public:
-    DarwinPinnedProcess(const DarwinCalls& calls, ProcessId pid, UserId effectiveUid)
-        : calls_(calls), pid_(pid), effectiveUid_(effectiveUid) {}
+    DarwinPinnedProcess(const DarwinCalls& calls, ProcessId pid, const ProcessOwner& owner)
+        : calls_(calls), pid_(pid), owner_(owner) {}
 
-    std::optional<UserId> effectiveUid() const override { return effectiveUid_; }
+    bool hasEnded() const override { return !queryProcessOwner(calls_, pid_); }
+
+    std::optional<UserId> effectiveUid() const override { return owner_.effectiveUid; }
+
+    std::optional<std::int64_t> startTime() const override { return owner_.startTime.count(); }
+
+    std::optional<std::chrono::system_clock::time_point> startedAt() const override {
+        return std::chrono::system_clock::time_point(owner_.startTime);
+    }
+
+    bool isServiceManager() const override {
+        return processNameOf(queryExecutablePath(calls_, pid_)) == "launchd";
+    }
+
+    bool listensOn(std::uint16_t port) const override {
+        return std::ranges::any_of(queryTcpSockets(calls_, pid_, queryDescriptors(calls_, pid_)),
+                                   [port](const TcpSocket& socket) {
+                                       return socket.state == TcpState::listen &&
+                                              socket.localPort == port;
+                                   });
+    }
 
     bool kill() override { return calls_.kill(pid_, SIGKILL) == 0; }
 
   private:
     const DarwinCalls& calls_;
     ProcessId pid_;
-    UserId effectiveUid_;
+    ProcessOwner owner_;
 };
 
 } // namespace
@@ -34,7 +57,7 @@ std::unique_ptr<PinnedProcess> DarwinProcessPinner::pin(ProcessId pid) const {
     const std::optional<ProcessOwner> owner = queryProcessOwner(calls_, pid);
     if (!owner)
         return nullptr;
-    return std::make_unique<DarwinPinnedProcess>(calls_, pid, owner->effectiveUid);
+    return std::make_unique<DarwinPinnedProcess>(calls_, pid, *owner);
 }
 
 } // namespace zenlot

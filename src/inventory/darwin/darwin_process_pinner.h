@@ -1,8 +1,8 @@
 // Ends processes on macOS.
 //
 // The system has no handle that holds a process, so between the question who owns it and the signal
-// its id could in principle pass to another one; the pin keeps that time as short as it can be. The
-// user is the one of the moment of pinning.
+// its id could in principle pass to another one; the pin keeps that time as short as it can be.
+// Start and user are those of the moment of pinning.
 #pragma once
 
 #include "inventory/darwin/darwin_calls.h"

@@ -91,6 +91,11 @@ class DarwinProcessSnapshot final : public ProcessSnapshot {
         }
     }
 
+    std::optional<std::int64_t> startTime(ProcessId pid) const override {
+        const std::optional<ProcessOwner> owner = queryProcessOwner(calls_, pid);
+        return owner ? std::optional(owner->startTime.count()) : std::nullopt;
+    }
+
     std::optional<UserId> realUid(ProcessId pid) const override {
         const std::optional<ProcessOwner> owner = queryProcessOwner(calls_, pid);
         return owner ? std::optional(owner->realUid) : std::nullopt;

@@ -96,7 +96,7 @@ struct ProcBsdInfo {
     // nice value, 4 each.
     std::array<std::byte, 24> filesToNice;
     std::uint64_t pbi_start_tvsec; // since 1970
-    std::array<std::byte, 8> startMicroseconds;
+    std::uint64_t pbi_start_tvusec;
 };
 static_assert(sizeof(ProcBsdInfo) == 136);
 static_assert(offsetof(ProcBsdInfo, pbi_ppid) == 16);

@@ -78,7 +78,13 @@ std::optional<ProcessOwner> decodeProcessOwner(std::span<const std::byte> proces
     if (process.size() < sizeof(ProcBsdInfo))
         return std::nullopt;
     const auto info = loadAt<ProcBsdInfo>(process);
-    return ProcessOwner{.effectiveUid = info.pbi_uid, .realUid = info.pbi_ruid};
+    constexpr std::uint64_t kLatest = std::chrono::seconds(std::chrono::years(10'000)).count();
+    constexpr std::uint64_t kMicroseconds = 1'000'000;
+    return ProcessOwner{
+        .effectiveUid = info.pbi_uid,
+        .realUid = info.pbi_ruid,
+        .startTime = std::chrono::seconds(std::min(info.pbi_start_tvsec, kLatest)) +
+                     std::chrono::microseconds(std::min(info.pbi_start_tvusec, kMicroseconds))};
 }
 
 std::optional<TaskInfo> decodeTaskInfo(std::span<const std::byte> process) {

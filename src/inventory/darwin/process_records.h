@@ -13,10 +13,11 @@
 
 namespace zenlot {
 
-// The two users that a process has at a time.
+// The two users that a process has at a time, and when it started, since the beginning of 1970.
 struct ProcessOwner {
     UserId effectiveUid{0};
     UserId realUid{0};
+    std::chrono::microseconds startTime{0};
 };
 
 // The descriptors that are sockets of any kind, from an array of ProcFdInfo, in its order.

@@ -1,8 +1,12 @@
-// Holds a process through a pidfd, so that a signal reaches the process whose user was checked and
-// never one that got its id since. A kernel without pidfds leaves only kill().
+// Holds a process through a pidfd, so that a signal reaches the process that was looked at and
+// never one that got its id since. Where pidfds are missing or forbidden there is only kill().
+//
+// What is asked of the process is read from /proc by number. Should the number have passed to
+// another process in between, then the held one has ended, and the signal to it fails.
 #pragma once
 
 #include "inventory/force_quit.h"
+#include "inventory/linux/linux_process_tables.h"
 #include "inventory/linux/proc_files.h"
 
 #include <string>
@@ -17,6 +21,7 @@ class LinuxProcessPinner final : public ProcessPinner {
 
   private:
     ProcFiles procFiles_;
+    LinuxProcessTables tables_;
 };
 
 } // namespace zenlot

@@ -44,6 +44,11 @@ class LinuxProcessSnapshot final : public ProcessSnapshot {
         });
     }
 
+    std::optional<std::int64_t> startTime(ProcessId pid) const override {
+        const auto stat = procFiles_.stat(pid);
+        return stat ? std::optional(stat->startTicks) : std::nullopt;
+    }
+
     std::optional<UserId> realUid(ProcessId pid) const override {
         const auto status = procFiles_.status(pid);
         return status ? std::optional(status->realUid) : std::nullopt;

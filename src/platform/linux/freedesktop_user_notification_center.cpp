@@ -148,8 +148,15 @@ FreedesktopUserNotificationCenter::add(const UserNotificationRequest& request) {
         if (category.identifier == request.content.categoryIdentifier)
             actions = category.actions;
     }
+    actions.removeIf([&](const UserNotificationAction& action) {
+        return request.content.withheldActions.contains(action.identifier);
+    });
     server_->show({request, actions, presentation, answer});
     return future;
+}
+
+void FreedesktopUserNotificationCenter::remove(const QString& identifier) {
+    server_->withdraw(identifier);
 }
 
 void FreedesktopUserNotificationCenter::respond(const UserNotificationResponse& response) {

@@ -46,6 +46,7 @@ class FreedesktopUserNotificationCenter final : public QObject, public UserNotif
     QFuture<UserNotificationSettings> notificationSettings() override;
     QFuture<std::optional<UserNotificationError>>
     add(const UserNotificationRequest& request) override;
+    void remove(const QString& identifier) override;
 
   private Q_SLOTS:
     void followOwner(const QString& name, const QString& oldOwner, const QString& newOwner);

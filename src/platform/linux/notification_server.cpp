@@ -9,6 +9,7 @@
 #include <QVariantMap>
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 #include <utility>
 
@@ -190,6 +191,28 @@ void NotificationServer::send(const Alert& alert) {
     sent_.insert(watcher, alert);
 }
 
+void NotificationServer::withdraw(const QString& identifier) {
+    const auto isIt = [&](const auto& alert) { return alert.request.identifier == identifier; };
+    for (const Shown& shown : std::as_const(shown_)) {
+        if (isIt(shown))
+            close(shown.id);
+    }
+    shown_.removeIf(isIt);
+    for (Alert& alert : sent_)
+        alert.isWithdrawn = alert.isWithdrawn || isIt(alert);
+    std::vector<Alert> dropped;
+    std::ranges::copy_if(queued_, std::back_inserter(dropped), isIt);
+    std::erase_if(queued_, isIt);
+    // The answers may run code that ends this object.
+    for (const Alert& alert : dropped)
+        alert.answer->give(UserNotificationError{u"The alert was withdrawn"_s});
+}
+
+// What the service says of it from now on is about an alert that is not ours any more.
+void NotificationServer::close(uint id) {
+    call(u"CloseNotification"_s, {id});
+}
+
 bool NotificationServer::isOnItsWay(const QString& identifier) const {
     return std::ranges::any_of(
         sent_, [&](const Alert& alert) { return alert.request.identifier == identifier; });
@@ -204,9 +227,13 @@ void NotificationServer::receiveId(const QDBusPendingCallWatcher* watcher) {
         shown_.removeIf([&](const Shown& shown) {
             return shown.id == id || shown.request.identifier == alert.request.identifier;
         });
-        shown_.append({id, alert.request});
-        if (shown_.size() > kMost)
-            shown_.removeFirst();
+        if (alert.isWithdrawn) {
+            close(id);
+        } else {
+            shown_.append({id, alert.request});
+            if (shown_.size() > kMost)
+                shown_.removeFirst();
+        }
         std::ranges::copy_if(unmatched_, std::back_inserter(ofThisAlert),
                              [id](const Signal& signal) { return signal.id == id; });
         unmatched_.removeIf([id](const Signal& signal) { return signal.id == id; });

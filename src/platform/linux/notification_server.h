@@ -57,6 +57,7 @@ class NotificationServer final : public QObject {
         QList<UserNotificationAction> actions;
         PresentationOptions presentation;
         std::shared_ptr<AddAnswer> answer;
+        bool isWithdrawn{false}; // to be closed as soon as the service has numbered it
     };
 
     explicit NotificationServer(QDBusConnection bus);
@@ -73,6 +74,9 @@ class NotificationServer final : public QObject {
     void introduce(std::function<void(const Introduction&)> receive);
 
     void show(Alert alert);
+
+    // Closes the alert, or keeps it from being shown.
+    void withdraw(const QString& identifier);
 
   Q_SIGNALS:
     void actionChosen(const zenlot::UserNotificationResponse& response);
@@ -97,6 +101,7 @@ class NotificationServer final : public QObject {
     void sendQueued();
     void send(const Alert& alert);
     void receiveId(const QDBusPendingCallWatcher* watcher);
+    void close(uint id);
     void receive(const Signal& signal);
     void act(const Signal& signal);
     QList<Shown>::iterator find(uint id);

@@ -81,7 +81,7 @@ ZenlotApp::ZenlotApp(SessionBus& bus, ApplicationInstance& instance)
       launchAgentInstaller_(monitorService_, systemLog_, QCoreApplication::applicationDirPath()),
       portDataCache_(SharedContainer(directories_.stateHome), sharedPortCache_, broadcasts_,
                      notifications_),
-      notificationManager_(alerts_, inventory_, notifications_, log_),
+      notificationManager_(alerts_, inventory_, processEnds_, notifications_, log_),
       conflictListener_({SharedContainer(directories_.stateHome), inventory_, notificationManager_,
                          notifications_, broadcasts_, log_, monitorLogPath(directories_.home)}),
       portMonitor_(inventory_, notificationManager_, log_), bundleKeys_(propertyLists_),
@@ -280,9 +280,11 @@ QCoro::Task<> ZenlotApp::alertAboutOwner(int port) {
         co_return;
     QFuture<std::vector<PortProcess>> lookup = inventory_.processesOnPort(port);
     const std::vector<PortProcess> owners = co_await lookup;
-    if (context && !owners.empty())
-        notificationManager_.notifyConflict(
-            port, QString::fromStdString(owners.front().displayName), owners.front().pid);
+    if (!context || owners.empty() || owners.front().obstacle == ForceQuitObstacle::gone)
+        co_return;
+    const PortProcess& owner = owners.front();
+    notificationManager_.notifyConflict(port, QString::fromStdString(owner.displayName),
+                                        {owner.target().process, owner.obstacle});
 }
 
 QQmlEngine& ZenlotApp::engine() {

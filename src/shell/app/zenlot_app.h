@@ -30,6 +30,7 @@
 #include "platform/linux/journal_system_log.h"
 #include "platform/linux/json_user_defaults.h"
 #include "platform/linux/libplist_property_list_reader.h"
+#include "platform/linux/pidfd_process_end_watch.h"
 #include "platform/linux/session_bus.h"
 #include "platform/linux/session_bus_broadcast_center.h"
 #include "platform/linux/statusarea/tray_status_bar.h"
@@ -128,6 +129,7 @@ class ZenlotApp final {
     PortScanner scanner_;
     PortLookup lookup_;
     PortInventory inventory_;
+    PidfdProcessEndWatch processEnds_;
 
     NotificationCenter notifications_;
     SessionBusBroadcastCenter broadcasts_;

@@ -1,5 +1,6 @@
 #include "shell/inspector/process_detail_view_model.h"
 
+#include "inventory/process_identity.h"
 #include "text/display_line.h"
 
 #include <QClipboard>
@@ -104,8 +105,7 @@ QString ProcessDetailViewModel::subtitle() const {
 }
 
 int ProcessDetailViewModel::pid() const {
-    const qint64 pid = process_ ? process_->pid : 0;
-    return std::in_range<int>(pid) ? static_cast<int>(pid) : 0;
+    return process_ ? processIdOf(process_->pid) : 0;
 }
 
 bool ProcessDetailViewModel::showsResources() const {

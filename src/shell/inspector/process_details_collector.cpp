@@ -1,5 +1,6 @@
 #include "shell/inspector/process_details_collector.h"
 
+#include "inventory/process_identity.h"
 #include "inventory/process_names.h"
 #include "shell/inspector/process_details_text.h"
 
@@ -31,9 +32,10 @@ ProcessDetailsCollector::ProcessDetailsCollector(const ProcessInspector& inspect
 
 ProcessDetails ProcessDetailsCollector::collectProcessDetails(qint64 pid) const {
     ProcessDetails details;
-    if (!std::in_range<ProcessId>(pid))
+    const ProcessId process = processIdOf(pid);
+    if (process == 0)
         return details;
-    const ProcessFacts facts = inspector_.inspect(static_cast<ProcessId>(pid));
+    const ProcessFacts facts = inspector_.inspect(process);
     if (const std::optional<TaskInfo>& task = facts.task) {
         details.parentPID = task->parentPid;
         details.parentName = QString::fromStdString(processNameOf(facts.parentExecutablePath));

@@ -90,6 +90,7 @@ T.SplitView {
             spacing: 8
 
             GlassButton {
+                enabled: root.viewModel.canForceQuit
                 room: detail.width - 20 - inspectorButton.width - 2 * toolbar.spacing
                 symbol: "xmark.octagon.fill"
                 text: qsTr("Force Quit")

@@ -321,7 +321,7 @@ void ContentViewModel::showDetails(std::optional<PortProcess> process) {
 }
 
 void ContentViewModel::requestForceQuit() {
-    if (selectedProcess_)
+    if (canForceQuit())
         assignProcessToKill(selectedProcess_);
 }
 
@@ -345,7 +345,7 @@ void ContentViewModel::assignProcessToKill(std::optional<PortProcess> process) {
 
 QCoro::Task<> ContentViewModel::forceQuit(PortProcess process) {
     const QPointer<ContentViewModel> self(this);
-    const QFuture<bool> kill = with_.inventory.forceQuitProcess(process.pid);
+    const QFuture<bool> kill = with_.inventory.forceQuitProcess(process.target());
     const bool wasKilled = co_await kill;
     if (!self || !wasKilled)
         co_return;

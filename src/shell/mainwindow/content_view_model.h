@@ -50,6 +50,8 @@ class ContentViewModel : public QObject {
     // The row of the highlighted process, or -1.
     Q_PROPERTY(int selectedRow READ selectedRow NOTIFY selectionChanged)
     Q_PROPERTY(bool hasSelection READ hasSelection NOTIFY selectionChanged)
+    // Whether the highlighted process may be ended.
+    Q_PROPERTY(bool canForceQuit READ canForceQuit NOTIFY selectionChanged)
     Q_PROPERTY(bool isInspectorOpen READ isInspectorOpen NOTIFY detailProcessChanged)
     Q_PROPERTY(bool canToggleInspector READ canToggleInspector NOTIFY selectionChanged)
     Q_PROPERTY(bool isConfirming READ isConfirming NOTIFY confirmationChanged)
@@ -97,6 +99,9 @@ class ContentViewModel : public QObject {
 
     int selectedRow() const;
     bool hasSelection() const { return selectedProcess_.has_value(); }
+    bool canForceQuit() const {
+        return selectedProcess_ && selectedProcess_->obstacle == ForceQuitObstacle::none;
+    }
     const std::optional<PortProcess>& selectedProcess() const { return selectedProcess_; }
     const std::optional<PortProcess>& detailProcess() const { return detailProcess_; }
     bool isInspectorOpen() const { return detailProcess_.has_value(); }
@@ -132,7 +137,8 @@ class ContentViewModel : public QObject {
     Q_INVOKABLE void toggleInspector();
     Q_INVOKABLE void closeInspector();
 
-    // Asks whether the highlighted process shall be force-quit; then one of the answers is due.
+    // Asks whether the highlighted process shall be force-quit, if it may be; then one of the
+    // answers is due.
     Q_INVOKABLE void requestForceQuit();
     Q_INVOKABLE void confirmForceQuit();
     Q_INVOKABLE void cancelForceQuit();

@@ -80,7 +80,7 @@ QVariant ProcessListModel::data(const QModelIndex& index, int role) const {
     case stateTintRole:
         return stateTint(process.state);
     case pidRole:
-        return static_cast<int>(process.pid);
+        return processIdOf(process.pid);
     case pidTextRole:
         return pidText(process);
     case localAddressRole:

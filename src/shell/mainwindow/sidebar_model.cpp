@@ -1,5 +1,6 @@
 #include "shell/mainwindow/sidebar_model.h"
 
+#include "inventory/process_identity.h"
 #include "shell/mainwindow/port_grouping.h"
 #include "text/display_line.h"
 
@@ -158,7 +159,7 @@ QVariant SidebarModel::data(const QModelIndex& index, int role) const {
     case protoRole:
         return shown(row.port.proto);
     case pidRole:
-        return static_cast<int>(row.port.pid);
+        return processIdOf(row.port.pid);
     case executablePathRole:
         return QString::fromStdString(row.port.executablePath);
     case accessibleNameRole:

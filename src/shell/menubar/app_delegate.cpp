@@ -183,8 +183,9 @@ void AppDelegate::appendConflict(QList<StatusMenuEntry>& entries) {
     entries.append({.title = tr("Port %1 blocked by %2").arg(port, name),
                     .symbol = u"exclamationmark.triangle.fill"_s,
                     .symbolDescription = tr("Conflict")});
-    entries.append({.title = tr("Kill %1").arg(name),
-                    .run = concerning(&AppDelegate::killConflictingProcess)});
+    if (conflict.obstacle == ForceQuitObstacle::none)
+        entries.append({.title = tr("Kill %1").arg(name),
+                        .run = concerning(&AppDelegate::killConflictingProcess)});
     entries.append({.title = tr("Ignore Port %1").arg(port),
                     .run = concerning(&AppDelegate::ignoreConflictingPort)});
     entries.append({.title = tr("Ignore %1").arg(name),
@@ -234,8 +235,15 @@ void AppDelegate::handleConflictDetected(const UserInfo& info) {
     const auto displayName = info.string(kDisplayNameKey);
     if (!port || !pid || !processName || !displayName)
         return;
-    setActiveConflict(
-        MenuBarConflict{*port, *pid, processName->toStdString(), displayName->toStdString()});
+    const auto none = static_cast<std::int64_t>(ForceQuitObstacle::none);
+    setActiveConflict(MenuBarConflict{
+        .port = *port,
+        .pid = *pid,
+        .processName = processName->toStdString(),
+        .displayName = displayName->toStdString(),
+        .startTime = info.integer(kStartTimeKey),
+        .obstacle = static_cast<ForceQuitObstacle>(info.integer(kObstacleKey).value_or(none)),
+    });
 }
 
 void AppDelegate::handleConflictHandled(const UserInfo& info) {
@@ -248,6 +256,9 @@ void AppDelegate::handleConflictHandled(const UserInfo& info) {
     if (port && *port != active.port)
         return;
     if (pid && *pid != active.pid)
+        return;
+    const auto startTime = info.integer(kStartTimeKey);
+    if (startTime && active.startTime && startTime != active.startTime)
         return;
     if (name && !isSameName(active.processName, *name) && !isSameName(active.displayName, *name))
         return;
@@ -264,9 +275,23 @@ void AppDelegate::clearActiveConflict() {
     setActiveConflict(std::nullopt);
 }
 
+// The user is done with it, so its alert goes too.
+void AppDelegate::finishActiveConflict() {
+    if (!activeConflict_)
+        return;
+    const MenuBarConflict conflict = *activeConflict_;
+    clearActiveConflict();
+    UserInfo info{{kPortKey, conflict.port},
+                  {kPidKey, conflict.pid},
+                  {kProcessNameKey, QString::fromStdString(conflict.displayName)}};
+    if (conflict.startTime)
+        info.set(kStartTimeKey, *conflict.startTime);
+    with_.notifications.post(kConflictHandled, info);
+}
+
 // A conflict that came while the kill was under way stays.
 void AppDelegate::killConflictingProcess() {
-    if (!activeConflict_)
+    if (!activeConflict_ || activeConflict_->obstacle != ForceQuitObstacle::none)
         return;
     // A future's own continuation may not outlive its context.
     auto* answer = new QFutureWatcher<bool>(this);
@@ -274,27 +299,28 @@ void AppDelegate::killConflictingProcess() {
             [this, answer, conflict = *activeConflict_] {
                 answer->deleteLater();
                 if (activeConflict_ == conflict)
-                    clearActiveConflict();
+                    finishActiveConflict();
             });
-    answer->setFuture(with_.inventory.forceQuitProcess(activeConflict_->pid));
+    answer->setFuture(with_.inventory.forceQuitProcess(
+        {{activeConflict_->pid, activeConflict_->startTime}, activeConflict_->port}));
 }
 
 void AppDelegate::ignoreConflictingPort() {
     if (!activeConflict_ || !settings_)
         return;
     ignorePort(*settings_, activeConflict_->port);
-    clearActiveConflict();
+    finishActiveConflict();
 }
 
 void AppDelegate::ignoreConflictingProcess() {
     if (!activeConflict_ || !settings_ || activeConflict_->processName.empty())
         return;
     ignoreProcess(*settings_, QString::fromStdString(activeConflict_->processName));
-    clearActiveConflict();
+    finishActiveConflict();
 }
 
 void AppDelegate::clearConflictIndicator() {
-    clearActiveConflict();
+    finishActiveConflict();
 }
 
 // ---- The standing commands ----

@@ -3,9 +3,9 @@
 // welcomes new users.
 //
 // The icon is notified while there is an active conflict, which begins with "conflict detected" and
-// ends with a matching "conflict handled" or by the commands of the menu. The menu is made anew at
-// each change; one that is open stays as it is until it closes, and its commands then concern only
-// the conflict that they name.
+// ends with a matching "conflict handled" or by the commands of the menu, which tell so themselves.
+// The menu is made anew at each change; one that is open stays as it is until it closes, and its
+// commands then concern only the conflict that they name.
 //
 //     AppDelegate delegate({inventory, notifications, statusBar, shortcut, windows, updater},
 //                          {.makeOnboardingWindow = ..., .focusPortField = ..., .terminate = ...});
@@ -119,6 +119,7 @@ class AppDelegate final : public QObject {
     void handleConflictHandled(const UserInfo& info);
     void setActiveConflict(std::optional<MenuBarConflict> conflict);
     void clearActiveConflict();
+    void finishActiveConflict();
 
     void updateStatusIcon();
     void installMenu();

@@ -31,7 +31,8 @@ class DarwinProcessesTest : public testing::Test {
             process.descriptors = joined({process.descriptors, descriptor(number)});
             process.sockets[static_cast<int>(number)] = socketInfo(sockets[number]);
         }
-        process.bsdInfo = record(136, {{20, effectiveUid}, {28, 2000}});
+        process.bsdInfo =
+            record(136, {{20, effectiveUid}, {28, 2000}, {120, 17}, {124, 0}, {128, 5}, {132, 0}});
         process.path = std::move(path);
         calls.pids.push_back(pid);
         return process;
@@ -104,7 +105,8 @@ TEST_F(DarwinProcessesTest, AScanOverTheTables) {
     const auto nothingInUse = [](std::uint16_t, AddressFamily) { return false; };
     EXPECT_THAT(PortScanner(tables, nothingInUse).listOccupiedPorts(),
                 ElementsAre(OccupiedPort{22, "TCP6", "", "", 0, "777", ""},
-                            OccupiedPort{3000, "TCP4", "node", "Node", 30, "2000", "/n\uFFFD/node"},
+                            OccupiedPort{3000, "TCP4", "node", "Node", 30, "2000", "/n\uFFFD/node",
+                                         17'000'005},
                             OccupiedPort{9000, "TCP6", "", "", 20, "0", ""}));
     for (const std::int64_t asked : {3000, 65536 + 3000, 0}) {
         port = asked;
@@ -124,9 +126,11 @@ TEST_F(DarwinProcessesTest, OnlyAProcessWhoseEffectiveUserIsTheCurrentOneIsKille
     const DarwinProcessPinner pinner(calls);
     for (const int pid : {0, -10, 11, 12, 13}) {
         EXPECT_EQ(pinner.pin(pid) != nullptr, pid == 11) << pid;
-        EXPECT_FALSE(forceQuitProcess(pinner, pid, kCurrentUser)) << pid;
+        EXPECT_FALSE(forceQuitProcess(pinner, {{pid, 17'000'005}}, kCurrentUser)) << pid;
     }
-    EXPECT_TRUE(forceQuitProcess(pinner, 10, kCurrentUser));
+    EXPECT_FALSE(forceQuitProcess(pinner, {{10, 1}}, kCurrentUser));
+    const ProcessSighting seen = lookAtProcess(pinner, {{10}}, kCurrentUser);
+    EXPECT_TRUE(forceQuitProcess(pinner, {seen.process}, kCurrentUser));
     EXPECT_THAT(calls.signals, ElementsAre(std::pair(10, 9)));
 }
 

@@ -50,6 +50,7 @@ class ScriptedServer final : public QObject {
     int questions{0};
     uint lastId{0};
     QList<QVariantList> alerts; // the arguments of each
+    QList<uint> closed;
     QList<QDBusMessage> unanswered;
 
   public Q_SLOTS:
@@ -68,6 +69,11 @@ class ScriptedServer final : public QObject {
         if (!keyBeforeReply.isEmpty())
             invoke(id, keyBeforeReply);
         return id;
+    }
+
+    void CloseNotification(uint id) { // NOLINT
+        closed.append(id);
+        bus.send(QDBusMessage::createSignal(kPath, kService, u"NotificationClosed"_s) << id << 3U);
     }
 
   private:
@@ -132,6 +138,7 @@ class UserNotificationCenterTest : public testing::Test, public UserNotification
 
 TEST_F(UserNotificationCenterTest, AlertsSayWhatTheServiceUnderstands) {
     ScriptedServer server(bus.connect(u"server"_s));
+    QStringList withheld;
     const auto sent = [&](const QStringList& capabilities, const PresentationOptions& options) {
         FreedesktopUserNotificationCenter fresh(client);
         fresh.setDelegate(this);
@@ -139,9 +146,9 @@ TEST_F(UserNotificationCenterTest, AlertsSayWhatTheServiceUnderstands) {
             {{u"buttons"_s, {{u"KILL"_s, u"Kill"_s}, {u"B"_s, u"b"_s}}}, {u"other"_s, {}}});
         presentation = options;
         server.capabilities = capabilities;
-        return isShown(fresh.add(request(u"1"_s, u"<b>&\n\u2066\uFFFE"_s + QChar::Null)))
-                   ? server.alerts.takeLast()
-                   : QVariantList{};
+        UserNotificationRequest alert = request(u"1"_s, u"<b>&\n\u2066\uFFFE"_s + QChar::Null);
+        alert.content.withheldActions = withheld;
+        return isShown(fresh.add(alert)) ? server.alerts.takeLast() : QVariantList{};
     };
     const QVariantMap always{{u"desktop-entry"_s, u"dev.quorvane.zenlot"_s},
                              {u"urgency"_s, QVariant::fromValue<uchar>(1)}};
@@ -153,6 +160,9 @@ TEST_F(UserNotificationCenterTest, AlertsSayWhatTheServiceUnderstands) {
     hints.insert(u"sound-name"_s, u"dialog-information"_s);
     QVariantList rest{u"<b>&\uFFFD\uFFFD\uFFFD\uFFFD"_s,
                       QStringList{u"KILL"_s, u"Kill"_s, u"B"_s, u"b"_s}, hints, -1};
+    EXPECT_EQ(sent({u"actions"_s, u"sound"_s}, presentation).mid(4), rest);
+    rest[1] = QStringList{u"B"_s, u"b"_s};
+    withheld = {u"KILL"_s};
     EXPECT_EQ(sent({u"actions"_s, u"sound"_s}, presentation).mid(4), rest);
     hints = always;
     hints.insert({{u"suppress-sound"_s, true}, {u"transient"_s, true}});
@@ -195,6 +205,29 @@ TEST_F(UserNotificationCenterTest, ResponsesComeFromTheServiceAndForOurOpenAlert
     server.invoke(3, u"KEPT"_s);
     expectResponses({u"0 KEPT"_s});
     EXPECT_EQ(server.questions, 1);
+}
+
+TEST_F(UserNotificationCenterTest, AlertsAreTakenBackWhereverTheyAre) {
+    const QFuture<Error> queued = add(u"queued"_s);
+    center.remove(u"queued"_s); // before anybody has told whether there is a service
+    EXPECT_FALSE(isShown(queued));
+    EXPECT_FALSE(isShown(add(u"nobody"_s))); // which it is only now
+    ScriptedServer server(bus.connect(u"server"_s));
+    EXPECT_TRUE(isShown(add(u"shown"_s)) && isShown(add(u"kept"_s)));
+    center.remove(u"shown"_s);
+    center.remove(u"shown"_s);
+    center.remove(u"unheard of"_s);
+    server.isSilent = true;
+    const QFuture<Error> sent = add(u"sent"_s);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return server.alerts.size() == 3; }));
+    center.remove(u"sent"_s);
+    server.wakeUp();
+    EXPECT_TRUE(isShown(sent));
+    for (const uint id : {1U, 3U, 2U})
+        server.invoke(id, u"KEY"_s);
+    expectResponses({u"kept KEY"_s});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return server.closed.size() == 2; }));
+    EXPECT_EQ(server.closed, (QList<uint>{1, 3}));
 }
 
 TEST_F(UserNotificationCenterTest, FollowsTheServiceThroughItsLife) {

@@ -159,6 +159,43 @@ TEST_F(ContentViewModelTest, ForceQuitAsksKillsAndChecksAgain) {
     EXPECT_GE(model.sidebar()->rowOfPort(9000), 0);
 }
 
+TEST_F(ContentViewModelTest, EndsTheProcessThatWasShownAndNoOtherWithItsId) {
+    ASSERT_TRUE(check(u"8080"_qs));
+    model.requestForceQuit();
+    fixture->tables.replaceProcess(42);
+    model.confirmForceQuit();
+    // A lookup that begins behind the kill ends behind it.
+    ASSERT_TRUE(check(u"9000"_qs) && check(u"8080"_qs));
+    EXPECT_TRUE(fixture->tables.process(42));
+    EXPECT_EQ(model.processes()->rowCount(), 1);
+    // What is shown now is the other one, and it may be ended as well.
+    model.requestForceQuit();
+    model.confirmForceQuit();
+    EXPECT_TRUE(waitFor([this] { return !fixture->tables.process(42); }));
+}
+
+TEST_F(ContentViewModelTest, OffersToEndOnlyWhatMayBeEnded) {
+    fixture->tables.addListener(1000, 43, currentUserId(), "/systemd");
+    const std::string user = std::to_string(currentUserId());
+    fixture->cache.replace({{2000, "TCP4", "x", "X", 42, user, "/x"}, // holds another port
+                            {2001, "TCP4", "x", "X", 0, user, "/x"},
+                            {2002, "TCP4", "x", "X", (1LL << 32) + 42, user, "/x"},
+                            {8080, "TCP4", "x", "X", 42, user, "/x"}});
+    const std::pair<QString, bool> cases[] = {{u"8080"_qs, true},  {u"9000"_qs, false},
+                                              {u"1000"_qs, false}, {u"2000"_qs, false},
+                                              {u"2001"_qs, false}, {u"2002"_qs, false}};
+    for (const auto& [port, isOffered] : cases) {
+        SCOPED_TRACE(port.toStdString());
+        ASSERT_TRUE(check(port));
+        EXPECT_TRUE(model.hasSelection());
+        EXPECT_EQ(model.canForceQuit(), isOffered);
+        model.requestForceQuit();
+        EXPECT_EQ(model.isConfirming(), isOffered);
+        model.cancelForceQuit();
+    }
+    EXPECT_EQ(model.processes()->index(0).data(ProcessListModel::pidRole), 0);
+}
+
 TEST_F(ContentViewModelTest, HostileNamesLeaveTheQuestionWhole) {
     fixture->tables.addListener(666, 66, currentUserId(),
                                 "/bin/<b>\n\u202Ex" + std::string(4000, 'z'));

@@ -9,6 +9,7 @@
 #include "platform/fake_user_defaults.h"
 #include "shell/mainwindow/content_view_model.h"
 
+#include <algorithm>
 #include <condition_variable>
 #include <map>
 #include <mutex>
@@ -25,7 +26,23 @@ class GatedTables final : public ProcessTables {
         const std::lock_guard lock(mutex_);
         tables.table.push_back({port, 0, AddressFamily::ipv4, user});
         tables.processes.push_back(
-            {pid, {{AddressFamily::ipv4, TcpState::listen, port, 0}}, user, path});
+            {pid, {{AddressFamily::ipv4, TcpState::listen, port, 0}}, user, path, ++starts_});
+    }
+
+    // The process with that id ends, and another one gets it, with all that is known of the first
+    // but its start.
+    void replaceProcess(ProcessId pid) {
+        const std::lock_guard lock(mutex_);
+        for (FakeProcess& process : tables.processes) {
+            if (process.pid == pid)
+                process.startTime = ++starts_;
+        }
+    }
+
+    std::optional<FakeProcess> process(ProcessId pid) const {
+        const std::lock_guard lock(mutex_);
+        const auto found = std::ranges::find(tables.processes, pid, &FakeProcess::pid);
+        return found == tables.processes.end() ? std::nullopt : std::optional(*found);
     }
 
     void removeProcess(ProcessId pid) {
@@ -94,6 +111,7 @@ class GatedTables final : public ProcessTables {
     std::set<std::int64_t> closed_;
     mutable ListHold listHold_{ListHold::none};
     mutable std::unique_ptr<FakeProcessTables> before_;
+    std::int64_t starts_{0};
 };
 
 // Ends processes of the fake tables.
@@ -102,22 +120,33 @@ class FakePinner final : public ProcessPinner {
     explicit FakePinner(GatedTables& tables) : tables_(tables) {}
 
     std::unique_ptr<PinnedProcess> pin(ProcessId pid) const override {
-        return std::make_unique<Process>(tables_, pid);
+        std::optional<FakeProcess> process = tables_.process(pid);
+        return process ? std::make_unique<Process>(tables_, *std::move(process)) : nullptr;
     }
 
   private:
     class Process final : public PinnedProcess {
       public:
-        Process(GatedTables& tables, ProcessId pid) : tables_(tables), pid_(pid) {}
-        std::optional<UserId> effectiveUid() const override { return currentUserId(); }
+        Process(GatedTables& tables, FakeProcess process)
+            : tables_(tables), process_(std::move(process)) {}
+        bool hasEnded() const override { return false; }
+        std::optional<UserId> effectiveUid() const override { return process_.realUid; }
+        std::optional<std::int64_t> startTime() const override { return process_.startTime; }
+        std::optional<std::chrono::system_clock::time_point> startedAt() const override {
+            return std::nullopt;
+        }
+        bool isServiceManager() const override { return process_.executablePath == "/systemd"; }
+        bool listensOn(std::uint16_t port) const override {
+            return process_.sockets.front().localPort == port;
+        }
         bool kill() override {
-            tables_.removeProcess(pid_);
+            tables_.removeProcess(process_.pid);
             return true;
         }
 
       private:
         GatedTables& tables_;
-        ProcessId pid_;
+        FakeProcess process_;
     };
 
     GatedTables& tables_;

@@ -32,6 +32,7 @@ TEST(SidebarModelTest, ShowsPartsGroupsAndPorts) {
     EXPECT_EQ(shown(model), (QStringList{u"My Processes"_qs, u"A 2"_qs, u"3 X TCP4"_qs,
                                          u"System"_qs, u"22 Name TCP4"_qs}));
     EXPECT_EQ(model.rowOfPort(1), -1);
+    EXPECT_EQ(model.index(2).data(SidebarModel::pidRole), 9);
     model.setExpanded(1, true);
     EXPECT_EQ(model.rowOfPort(1), 2);
     EXPECT_EQ(model.index(3).data(SidebarModel::accessibleNameRole), u"2 TCP4"_qs);

@@ -1,3 +1,4 @@
+#include "inventory/fake_process_pinner.h"
 #include "inventory/fake_process_tables.h"
 #include "monitoring/notification_center.h"
 #include "monitoring/port_inventory.h"
@@ -29,20 +30,13 @@ namespace {
 using namespace Qt::StringLiterals;
 using testing::ElementsAre;
 
-// Refuses every kill and notes whom it was asked for.
-class RefusingPinner final : public ProcessPinner {
-  public:
-    mutable std::atomic<ProcessId> asked{0};
-
-    std::unique_ptr<PinnedProcess> pin(ProcessId pid) const override {
-        asked = pid;
-        return nullptr;
-    }
-};
-
 class AppDelegateTest : public testing::Test {
   public:
     AppDelegateTest() {
+        processes.processes[42] = {.ports = {3000}, .refusesSignals = true};
+        notifications.observe(kConflictHandled, &notifications, [this](const UserInfo& info) {
+            handled.push_back(info.integer(kPortKey).value_or(-1));
+        });
         delegate.setOpenMainWindow([this] { ++mainWindowOpened; });
         delegate.configure(settings, appModel);
     }
@@ -76,7 +70,7 @@ class AppDelegateTest : public testing::Test {
 
     FakeProcessTables tables;
     SharedPortCache cache;
-    RefusingPinner processes;
+    FakeProcessPinner processes;
     PortScanner scanner{tables, [](std::uint16_t, AddressFamily) { return false; }};
     PortLookup lookup{scanner, cache};
     PortInventory inventory{scanner, lookup, cache, processes};
@@ -90,6 +84,7 @@ class AppDelegateTest : public testing::Test {
     AppSettings settings{defaults, loginItem};
     AppModel appModel;
     QPointer<QWindow> onboarding;
+    std::vector<qint64> handled; // the ports
     int mainWindowOpened{0};
     int portFieldFocused{0};
     int terminated{0};
@@ -188,13 +183,14 @@ TEST_F(AppDelegateTest, AKillClearsItsConflictAlsoWhenItFailsButNoOther) {
     detect(3000, 42);
     choose(u"Kill Node"_s);
     EXPECT_TRUE(QTest::qWaitFor([this] { return !delegate.activeConflict(); }));
-    EXPECT_EQ(processes.asked, 42);
+    EXPECT_THAT(processes.killed(), ElementsAre(42));
+    EXPECT_THAT(handled, ElementsAre(3000)); // by which its alert goes
 
     detect(3000, 42);
     const QList<StatusMenuEntry> old = bar.menu;
     delegate.killConflictingProcess();
     detect(3000, 43); // before the answer has come
-    EXPECT_TRUE(QTest::qWaitFor([this] { return processes.asked == 42; }));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return processes.killed().size() == 2; }));
     // A menu that is still open names the conflict of before.
     for (const StatusMenuEntry& entry : old) {
         if (entry.title == u"Kill Node"_s || entry.title == u"Clear Conflict Indicator"_s)
@@ -203,7 +199,31 @@ TEST_F(AppDelegateTest, AKillClearsItsConflictAlsoWhenItFailsButNoOther) {
     QTest::qWait(0);
     ASSERT_TRUE(delegate.activeConflict());
     EXPECT_EQ(delegate.activeConflict()->pid, 43);
-    EXPECT_EQ(processes.asked, 42);
+    EXPECT_THAT(processes.killed(), ElementsAre(42, 42));
+    EXPECT_THAT(handled, ElementsAre(3000));
+}
+
+TEST_F(AppDelegateTest, AKillIsForTheProcessThatWasDetectedIfItMayBeEnded) {
+    UserInfo info = conflictInfo(3000, 42, u"node"_s, u"Node"_s);
+    info.set(kStartTimeKey, 7); // the process that has the id now started at 1
+    notifications.post(kConflictDetected, info);
+    choose(u"Kill Node"_s);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !delegate.activeConflict(); }));
+    EXPECT_THAT(processes.killed(), ElementsAre());
+
+    info.set(kObstacleKey, static_cast<std::int64_t>(ForceQuitObstacle::serviceManager));
+    info.set(kStartTimeKey, 1);
+    notifications.post(kConflictDetected, info);
+    EXPECT_FALSE(titles().contains(u"Kill Node"_s));
+    EXPECT_TRUE(titles().contains(u"Ignore Node"_s));
+    delegate.killConflictingProcess();
+    EXPECT_TRUE(delegate.activeConflict());
+    // One that was handled for an earlier process with that id is another conflict.
+    notifications.post(kConflictHandled, {{kPidKey, 42}, {kStartTimeKey, 7}});
+    EXPECT_TRUE(delegate.activeConflict());
+    notifications.post(kConflictHandled, {{kPidKey, 42}, {kStartTimeKey, 1}});
+    EXPECT_FALSE(delegate.activeConflict());
+    EXPECT_THAT(processes.killed(), ElementsAre());
 }
 
 TEST_F(AppDelegateTest, TheItemFollowsItsSettingAndKeepsTheConflict) {

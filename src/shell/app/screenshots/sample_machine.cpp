@@ -67,12 +67,15 @@ SampleMachine::SampleMachine()
     const std::string postgres = "/usr/lib/postgresql/15/bin/postgres";
     cache_.replace({{5432, "TCP4", "postgres", "Postgres", 4401, user, postgres},
                     {5432, "TCP6", "postgres", "Postgres", 4409, user, postgres}});
+    pinner_.processes[4401].ports = pinner_.processes[4409].ports = {5432};
 }
 
 void SampleMachine::addProcess(ProcessId pid, bool isOwn, const std::string& path,
                                const std::vector<std::uint16_t>& ports) {
     const UserId user = isOwn ? currentUserId() : kSystemUser;
-    FakeProcess process{pid, {}, user, path};
+    FakePinnedState& pinned = pinner_.processes[pid];
+    pinned = {.effectiveUid = user, .ports = {ports.begin(), ports.end()}};
+    FakeProcess process{pid, {}, user, path, pinned.startTime};
     for (const std::uint16_t port : ports) {
         process.sockets.push_back({AddressFamily::ipv4, TcpState::listen, port, 0});
         tables_.table.push_back({port, 0, AddressFamily::ipv4, user});

@@ -1,0 +1,188 @@
+// From each place where a process may be ended, with real processes: the one that was shown is, and
+// neither one that got its id since nor the manager of the user's services.
+#include "inventory/linux/linux_process_pinner.h"
+#include "inventory/linux/linux_process_tables.h"
+#include "monitoring/port_notification_manager.h"
+#include "platform/fake_app_service.h"
+#include "platform/fake_application_windows.h"
+#include "platform/fake_global_shortcut.h"
+#include "platform/fake_process_end_watch.h"
+#include "platform/fake_property_list.h"
+#include "platform/fake_running_applications.h"
+#include "platform/fake_status_bar.h"
+#include "platform/fake_updater.h"
+#include "platform/fake_user_defaults.h"
+#include "platform/fake_user_notification_center.h"
+#include "settings/app_log.h"
+#include "shell/mainwindow/content_view_model.h"
+#include "shell/menubar/app_delegate.h"
+#include "shell/model/app_model.h"
+#include "support/child_process.h"
+#include "support/listener.h"
+#include "support/private_user_manager.h"
+
+#include <QCoroTask>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+namespace zenlot {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+constexpr int kPatience = 60'000;
+
+// A process that listens on a port as the only one.
+struct Server {
+    std::uint16_t port;
+    ChildProcess process;
+};
+
+Server startServer() {
+    const Listener listener;
+    return {listener.port(), ChildProcess()};
+}
+
+// Everything that ends processes, over the machine as it is. Nobody is told of their ends, so that
+// what was shown stays. The end of the object waits for what it was asked to do.
+class Program {
+  public:
+    Program() {
+        delegate.configure(settings, appModel);
+        QCoro::waitFor(alerts.configure(settings));
+    }
+
+    // Shows whoever listens on the port: in the window with the question about it, in an alert and
+    // in the menu. True when each of them offers the end, false when none does.
+    bool show(std::uint16_t port) {
+        model.setPortInput(QString::number(port));
+        model.performCheck();
+        EXPECT_TRUE(QTest::qWaitFor([this] { return !model.isChecking(); }, kPatience));
+        EXPECT_TRUE(model.hasSelection());
+        model.requestForceQuit();
+        if (!model.hasSelection())
+            return false;
+        const PortProcess& row = *model.selectedProcess();
+        alerts.notifyConflict(port, u"node"_s, {row.target().process, row.obstacle});
+        UserInfo conflict = center.requests.back().content.userInfo;
+        conflict.set(kDisplayNameKey, u"node"_s);
+        conflict.set(kObstacleKey, static_cast<std::int64_t>(row.obstacle));
+        notifications.post(kConflictDetected, conflict);
+        const bool isInAlert = center.requests.back().content.withheldActions.isEmpty();
+        EXPECT_EQ(isInAlert, model.isConfirming());
+        EXPECT_EQ(isInAlert, commandInMenu() != nullptr);
+        return isInAlert;
+    }
+
+    // What the user may then say.
+    void endInWindow() { model.confirmForceQuit(); }
+    void endInAlert() {
+        center.respond(center.requests.back(), PortNotificationManager::killActionID);
+    }
+    void endInMenu() { commandInMenu()(); }
+
+    PortInventory& processes() { return inventory; }
+
+  private:
+    std::function<void()> commandInMenu() const {
+        for (const StatusMenuEntry& entry : bar.menu) {
+            if (entry.title == u"Kill node"_s)
+                return entry.run;
+        }
+        return nullptr;
+    }
+
+    FakeUserDefaults defaults;
+    FakeAppService loginItem;
+    AppSettings settings{defaults, loginItem};
+    TemporaryFolder folder;
+    AppLog log{QString::fromStdString((folder.path() / "log").string())};
+    LinuxProcessTables tables;
+    LinuxProcessPinner pinner;
+    SharedPortCache cache;
+    PortScanner scanner{tables};
+    PortLookup lookup{scanner, cache};
+    PortInventory inventory{scanner, lookup, cache, pinner};
+    NotificationCenter notifications;
+    FakeProcessEndWatch processEnds;
+    FakeUserNotificationCenter center;
+    PortNotificationManager alerts{center, inventory, processEnds, notifications, log};
+    FakeStatusBar bar;
+    FakeGlobalShortcut shortcut;
+    FakeApplicationWindows windows;
+    FakeUpdater updater;
+    AppModel appModel;
+    AppDelegate delegate{{inventory, notifications, bar, shortcut, windows, updater}, {}};
+    FakeRunningApplications applications;
+    FakePropertyListReader propertyLists;
+    BundleKeyCache bundleKeys{propertyLists};
+    ContentViewModel model{
+        {inventory, notifications, applications, bundleKeys, appModel, settings, defaults}, {}};
+};
+
+struct Place {
+    const char* name;
+    void (Program::*end)();
+};
+
+class RealProcessesTest : public testing::TestWithParam<Place> {
+  protected:
+    std::optional<Program> program{std::in_place};
+};
+
+TEST_P(RealProcessesTest, TheProcessThatWasShownIsEnded) {
+    const Server server = startServer();
+    ASSERT_TRUE(program->show(server.port));
+    ((*program).*GetParam().end)();
+    EXPECT_EQ(server.process.waitForSignal(), SIGKILL);
+}
+
+TEST_P(RealProcessesTest, AStrangerWithItsIdLives) {
+    Server server = startServer();
+    ASSERT_TRUE(program->show(server.port));
+    const pid_t pid = server.process.pid();
+    server.process.endAndLetTimePass();
+    const std::optional<ChildProcess> stranger = ChildProcess::withId(pid);
+    if (!stranger)
+        GTEST_SKIP() << "the kernel does not give an id again at will here";
+    ((*program).*GetParam().end)();
+    program.reset();
+    EXPECT_TRUE(stranger->wasLeftAlone());
+}
+
+INSTANTIATE_TEST_SUITE_P(From, RealProcessesTest,
+                         testing::Values(Place{"Window", &Program::endInWindow},
+                                         Place{"Alert", &Program::endInAlert},
+                                         Place{"Menu", &Program::endInMenu}),
+                         [](const auto& place) { return std::string(place.param.name); });
+
+// It listens in place of a service that is started when somebody connects.
+TEST(ServiceManagerTest, IsOfferedNowhereAndNeverEnded) {
+    PrivateUserManager manager;
+    if (!manager.isRunning())
+        GTEST_SKIP() << "no systemd can be run here: " << manager.output();
+    std::uint16_t port = 0;
+    {
+        const Listener free;
+        port = free.port();
+    }
+    manager.writeUnit("held.socket",
+                      "[Socket]\nListenStream=127.0.0.1:" + std::to_string(port) + "\n");
+    manager.writeUnit("held.service", "[Service]\nExecStart=/bin/true\n");
+    ASSERT_EQ(manager.run(u"systemctl --user start held.socket && echo held"_s), "held");
+
+    Program program;
+    EXPECT_FALSE(program.show(port));
+    const std::vector<PortProcess> rows = program.processes().processesOnPort(port).result();
+    ASSERT_EQ(rows.size(), 1U);
+    EXPECT_EQ(rows.front().pid, manager.processId());
+    EXPECT_EQ(rows.front().obstacle, ForceQuitObstacle::serviceManager);
+    program.endInAlert();
+    EXPECT_FALSE(program.processes().forceQuitProcess(rows.front().target()).result());
+    EXPECT_EQ(manager.run(u"systemctl --user is-active held.socket"_s), "active");
+}
+
+} // namespace
+} // namespace zenlot
