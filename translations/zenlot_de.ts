@@ -794,6 +794,10 @@
         <translation>%1 wurde nicht gestartet (%2)</translation>
     </message>
     <message>
+        <source>%1 has ended with a failure (%2)</source>
+        <translation>%1 ist mit einem Fehler beendet worden (%2)</translation>
+    </message>
+    <message>
         <source>%1 is still enabled</source>
         <translation>%1 ist weiterhin aktiviert</translation>
     </message>

@@ -794,6 +794,10 @@
         <translation>%1 no se ha iniciado (%2)</translation>
     </message>
     <message>
+        <source>%1 has ended with a failure (%2)</source>
+        <translation>%1 ha terminado con un error (%2)</translation>
+    </message>
+    <message>
         <source>%1 is still enabled</source>
         <translation>%1 sigue activado</translation>
     </message>

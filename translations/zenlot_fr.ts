@@ -794,6 +794,10 @@
         <translation>%1 n’a pas démarré (%2)</translation>
     </message>
     <message>
+        <source>%1 has ended with a failure (%2)</source>
+        <translation>%1 s’est terminé avec une erreur (%2)</translation>
+    </message>
+    <message>
         <source>%1 is still enabled</source>
         <translation>%1 est toujours activé</translation>
     </message>

@@ -794,6 +794,10 @@
         <translation>%1 nem indult el (%2)</translation>
     </message>
     <message>
+        <source>%1 has ended with a failure (%2)</source>
+        <translation>%1 hibával leállt (%2)</translation>
+    </message>
+    <message>
         <source>%1 is still enabled</source>
         <translation>%1 továbbra is engedélyezve van</translation>
     </message>

@@ -794,6 +794,10 @@
         <translation>%1が起動しませんでした（%2）</translation>
     </message>
     <message>
+        <source>%1 has ended with a failure (%2)</source>
+        <translation>%1はエラーで終了しました（%2）</translation>
+    </message>
+    <message>
         <source>%1 is still enabled</source>
         <translation>%1はまだ有効です</translation>
     </message>

@@ -794,6 +794,10 @@
         <translation>%1 未能启动 (%2)</translation>
     </message>
     <message>
+        <source>%1 has ended with a failure (%2)</source>
+        <translation>%1 因错误而结束 (%2)</translation>
+    </message>
+    <message>
         <source>%1 is still enabled</source>
         <translation>%1 仍处于启用状态</translation>
     </message>

@@ -248,7 +248,7 @@ QCoro::Task<> ConflictListener::handleConflict(std::int64_t port, Turn turn) {
     }
     const PortProcess& holder = holders.front();
     deliverSeen({port, holder.pid, holder.name, holder.displayName, with_.clock()},
-                {holder.target().process, holder.obstacle});
+                {holder.target().process, holder.obstacle}, Channel::files);
 }
 
 QCoro::Task<> ConflictListener::pollLegacyDaemonLog() {
@@ -346,7 +346,7 @@ QCoro::Task<> ConflictListener::deliverInSlices(std::span<const ConflictRecord> 
                 log(QStringLiteral("legacy daemon log conflict port=%1 pid=%2 process=%3")
                         .arg(QString::number(record.port), QString::number(record.pid),
                              boundedText(record.processName)));
-            deliverSeen(record, holders[index]);
+            deliverSeen(record, holders[index], channel);
             if (!self)
                 co_return;
         }
@@ -378,10 +378,21 @@ QCoro::Task<> ConflictListener::deliver(ConflictRecord record) {
     QCoro::Task<std::vector<ProcessSighting>> look = lookAtHolders({&record, 1});
     const std::vector<ProcessSighting> holders = co_await look;
     if (self)
-        deliverSeen(record, holders.front());
+        deliverSeen(record, holders.front(), Channel::files);
 }
 
-void ConflictListener::deliverSeen(const ConflictRecord& record, const ProcessSighting& holder) {
+bool ConflictListener::isToldElsewhere(const ConflictRecord& record, Channel channel) {
+    const ReferenceTime now = with_.clock();
+    std::erase_if(told_, [now](const auto& told) { return now - told.second.at > kSameConflict; });
+    const auto [told, isNew] = told_.try_emplace({record.pid, record.port}, Told{now, channel});
+    if (!isNew && told->second.channel != channel)
+        return true;
+    told->second.at = now;
+    return false;
+}
+
+void ConflictListener::deliverSeen(const ConflictRecord& record, const ProcessSighting& holder,
+                                   Channel channel) {
     if (!settings_)
         return;
     const QString ignored = QStringLiteral("conflict ignored port=%1: ").arg(record.port);
@@ -389,7 +400,8 @@ void ConflictListener::deliverSeen(const ConflictRecord& record, const ProcessSi
         log(ignored + QStringLiteral("ignored port"));
         return;
     }
-    if (!deliveredConflictKeys_.insert(deliveryKey(record)).second)
+    if (!deliveredConflictKeys_.insert(deliveryKey(record)).second ||
+        isToldElsewhere(record, channel))
         return;
     const QString processName = boundedText(record.processName);
     const QStringList ignoredApps = settings_->conflictIgnoredApps();

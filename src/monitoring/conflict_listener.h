@@ -5,8 +5,9 @@
 // published list of conflicts, read on its broadcast and at every poll; the broadcasts for single
 // ports, answered from the file for the port or else from who holds it now; and the announcements
 // in the monitor log, read at every poll. All of them end in deliver(), which holds the rules: the
-// ignored ports, no key twice, the ignored applications, and a process that still holds the port.
-// One that has ended, or that has got the id of the one that was meant, blocks nobody.
+// ignored ports, no key twice, no conflict by two channels, the ignored applications, and a process
+// that still holds the port. One that has ended, or that has got the id of the one that was meant,
+// blocks nobody.
 //
 // Belongs to the main thread. Files are read and decoded on a worker thread, for which the
 // destructor waits; many conflicts at once are delivered in slices, between which the event loop
@@ -54,6 +55,7 @@
 #include <span>
 #include <string>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 namespace zenlot {
@@ -77,6 +79,10 @@ class ConflictListener final : public QObject {
     // one that is older than kLongestAge.
     static constexpr std::chrono::seconds kSlackBeforeStart{5};
     static constexpr std::chrono::seconds kLongestAge{60};
+
+    // A monitor tells a conflict by a record and by a line of its log, each with a time of its own.
+    // What one of them says within this time of the other is the same conflict.
+    static constexpr std::chrono::seconds kSameConflict{10};
 
     // Of a name that another process chose, in bytes. What exceeds it is cut off.
     static constexpr std::size_t kLongestName = 1024;
@@ -136,6 +142,14 @@ class ConflictListener final : public QObject {
     using SharedReading = std::shared_ptr<const Reading>; // none when there is no list
 
     enum class Channel : std::uint8_t { files, monitorLog };
+
+    // A holder and the port that it holds.
+    using HeldPort = std::pair<std::int64_t, std::int64_t>;
+
+    struct Told {
+        ReferenceTime at;
+        Channel channel{Channel::files};
+    };
     enum class Turn : std::uint8_t { firstOfBurst, laterInBurst };
 
     // Of broadcasts with one name.
@@ -161,7 +175,8 @@ class ConflictListener final : public QObject {
     QCoro::Task<> deliverInSlices(std::span<const ConflictRecord> records, Channel channel);
     QCoro::Task<std::vector<ProcessSighting>>
     lookAtHolders(std::span<const ConflictRecord> records);
-    void deliverSeen(const ConflictRecord& record, const ProcessSighting& holder);
+    void deliverSeen(const ConflictRecord& record, const ProcessSighting& holder, Channel channel);
+    bool isToldElsewhere(const ConflictRecord& record, Channel channel);
     void log(const QString& message) { with_.log.writeAppLog(message); }
 
     Collaborators with_;
@@ -170,6 +185,7 @@ class ConflictListener final : public QObject {
     bool isStarted_{false};
     ReferenceTime startedAt_{ReferenceTime::min()};
     std::unordered_set<std::string> deliveredConflictKeys_; // grows with what is delivered
+    std::map<HeldPort, Told> told_;                         // of the last moments
     std::optional<QString> lastLoggedConflictRecordState_;
     std::map<QString, Burst> bursts_; // of every name that is observed
     QFuture<void> endOfLogPoll_;      // of the newest

@@ -37,6 +37,12 @@ bool LaunchAgentInstaller::isInstalled() const {
     return service_.status() != AppServiceStatus::notRegistered;
 }
 
+std::optional<InstallError> LaunchAgentInstaller::failure() const {
+    const std::optional<AppServiceError> error = service_.failure();
+    return error ? std::optional(InstallError::other(error->domain, error->code, error->message))
+                 : std::nullopt;
+}
+
 std::optional<InstallError> LaunchAgentInstaller::install() {
     const AppServiceStatus before = service_.status();
     log_.write(QStringLiteral("[Zenlot] SMAppService status before register: ") +

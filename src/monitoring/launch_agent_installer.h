@@ -29,6 +29,9 @@ class LaunchAgentInstaller {
     // Also when it can't run: anything but not registered.
     bool isInstalled() const;
 
+    // Why an agent that is registered does not run; none while it may.
+    std::optional<InstallError> failure() const;
+
     // An agent that is registered is registered again.
     [[nodiscard]] std::optional<InstallError> install();
     // A failure is that of the service, unchanged.

@@ -43,6 +43,10 @@ class AppService {
     // Registering what is registered, and unregistering what is not, succeeds.
     [[nodiscard]] virtual std::optional<AppServiceError> registerService() = 0;
     [[nodiscard]] virtual std::optional<AppServiceError> unregisterService() = 0;
+
+    // Why what is registered has been given up by the desktop; none while it runs or may run.
+    // Registering it again is another try.
+    virtual std::optional<AppServiceError> failure() const { return std::nullopt; }
 };
 
 } // namespace zenlot

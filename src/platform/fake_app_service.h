@@ -10,10 +10,12 @@ class FakeAppService final : public AppService {
     AppServiceStatus currentStatus{AppServiceStatus::notRegistered};
     AppServiceStatus statusAfterRegistering{AppServiceStatus::enabled};
     std::optional<AppServiceError> refusal;
+    std::optional<AppServiceError> currentFailure;
     int registerCalls{0};
     int unregisterCalls{0};
 
     AppServiceStatus status() const override { return currentStatus; }
+    std::optional<AppServiceError> failure() const override { return currentFailure; }
 
     std::optional<AppServiceError> registerService() override {
         ++registerCalls;

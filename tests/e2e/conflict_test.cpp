@@ -15,6 +15,7 @@ using testing::HasSubstr;
 using testing::StartsWith;
 
 constexpr int kPatience = 60000;
+constexpr int kWatchedPort = 8088;
 constexpr const char* kLog = "HOME/Library/Logs/zenlot-monitor.log";
 const QString kHolder = u"R&D <b>web"_s;
 
@@ -25,9 +26,49 @@ class ConflictTest : public testing::TestWithParam<QStringList> {
     bool waitForLog(const std::string& text, int milliseconds = kPatience) const {
         return QTest::qWaitFor([&] { return log().find(text) != std::string::npos; }, milliseconds);
     }
+    std::ptrdiff_t countInLog(const std::string& text) const {
+        const std::string lines = log();
+        std::ptrdiff_t count = 0;
+        for (auto at = lines.find(text); at != lines.npos; at = lines.find(text, at + 1))
+            ++count;
+        return count;
+    }
     QProcess& serve(const QString& port) {
         return desktop.start(u"python3"_s,
                              {u"-u"_s, u"-m"_s, u"http.server"_s, u"-b"_s, u"127.0.0.1"_s, port});
+    }
+
+    void startMonitorAndZenlot() {
+        desktop.start(QStringLiteral(ZENLOT_MONITOR), GetParam());
+        ASSERT_TRUE(waitForLog("background monitor started"));
+        if (GetParam().isEmpty() &&
+            log().find("told of processes by the kernel") == std::string::npos)
+            GTEST_SKIP() << "the kernel does not tell of processes here";
+        desktop.files().write(
+            "XDG_CONFIG_HOME/dev.quorvane.zenlot/defaults.json",
+            R"({"conflictMonitoringEnabled": true, "hasCompletedOnboarding": true,)"
+            R"( "portMonitoringEnabled": false})");
+        desktop.start(QStringLiteral(ZENLOT_PROGRAM), {u"--background"_s});
+        ASSERT_TRUE(waitForLog("conflict listener started"));
+        ASSERT_TRUE(waitForLog("notification setup granted=true"));
+    }
+
+    // Starts a server that can't have the port until the monitor has noticed it. By polling, one
+    // that is gone at once can be missed on a busy machine; people try again.
+    void beRefused(const QString& port) {
+        const std::string announced = announcementOf(port);
+        for (int starts = GetParam().isEmpty() ? 1 : 20; starts > 0; --starts) {
+            QProcess& refused = serve(port);
+            EXPECT_TRUE(refused.state() == QProcess::NotRunning ||
+                        refused.waitForFinished(kPatience));
+            EXPECT_EQ(refused.exitCode(), 1);
+            if (waitForLog(announced, kPatience / 20))
+                return;
+        }
+    }
+
+    static std::string announcementOf(const QString& port) {
+        return "[zenlot-daemon] broadcasting port " + port.toStdString() + ",";
     }
 
     PrivateDesktop desktop;
@@ -37,26 +78,10 @@ class ConflictTest : public testing::TestWithParam<QStringList> {
 TEST_P(ConflictTest, AlertNamesTheHolderAndItsButtonFreesThePort) {
     QProcess& holder = desktop.startServer(kHolder);
     const QString port = PrivateDesktop::portOf(holder);
-    desktop.start(QStringLiteral(ZENLOT_MONITOR), GetParam());
-    ASSERT_TRUE(waitForLog("background monitor started"));
-    if (GetParam().isEmpty() && log().find("told of processes by the kernel") == std::string::npos)
-        GTEST_SKIP() << "the kernel does not tell of processes here";
-    desktop.files().write("XDG_CONFIG_HOME/dev.quorvane.zenlot/defaults.json",
-                          R"({"conflictMonitoringEnabled": true, "hasCompletedOnboarding": true,)"
-                          R"( "portMonitoringEnabled": false})");
-    desktop.start(QStringLiteral(ZENLOT_PROGRAM), {u"--background"_s});
-    ASSERT_TRUE(waitForLog("conflict listener started"));
-    ASSERT_TRUE(waitForLog("notification setup granted=true"));
-
-    // By polling, a server that is gone at once can be missed on a busy machine; people try again.
-    const std::string announced = "[zenlot-daemon] broadcasting port " + port.toStdString() + ",";
-    for (int starts = GetParam().isEmpty() ? 1 : 20; starts > 0; --starts) {
-        QProcess& refused = serve(port);
-        EXPECT_TRUE(refused.state() == QProcess::NotRunning || refused.waitForFinished(kPatience));
-        EXPECT_EQ(refused.exitCode(), 1);
-        if (waitForLog(announced, kPatience / 20))
-            break;
-    }
+    ASSERT_NO_FATAL_FAILURE(startMonitorAndZenlot());
+    if (IsSkipped())
+        return;
+    beRefused(port);
     ASSERT_EQ(
         alerts.answer(u"Port %1 is already in use"_s.arg(port),
                       u"%1 (PID %2) is blocking port %3 — kill it to free the port."_s.arg(kHolder)
@@ -68,7 +93,26 @@ TEST_P(ConflictTest, AlertNamesTheHolderAndItsButtonFreesThePort) {
     EXPECT_TRUE(holder.state() == QProcess::NotRunning || holder.waitForFinished(kPatience));
     EXPECT_EQ(holder.exitCode(), SIGKILL);
     EXPECT_THAT(PrivateDesktop::firstLine(serve(port)).toStdString(), StartsWith("Serving HTTP"));
-    EXPECT_THAT(log(), HasSubstr(announced));
+    EXPECT_THAT(log(), HasSubstr(announcementOf(port)));
+}
+
+// The monitor tells each conflict in a file, by signals and in its log; for the ports that are
+// watched by one more signal.
+TEST_P(ConflictTest, OneRefusedServerIsOneAlert) {
+    const QString anyPort = PrivateDesktop::portOf(desktop.startServer(kHolder));
+    desktop.startServer(kHolder, QString::number(kWatchedPort));
+    ASSERT_NO_FATAL_FAILURE(startMonitorAndZenlot());
+    if (IsSkipped())
+        return;
+    for (const QString& port : {anyPort, QString::number(kWatchedPort)}) {
+        beRefused(port);
+        const std::string alert = "posting notification id=zenlot-conflict-" + port.toStdString();
+        EXPECT_TRUE(waitForLog(alert)) << log();
+        // Two polls of everything that may tell of the conflict once more.
+        QTest::qWait(5000);
+        EXPECT_EQ(countInLog(alert), countInLog(announcementOf(port))) << log();
+        EXPECT_TRUE(!GetParam().isEmpty() || countInLog(alert) == 1) << log();
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Noticing, ConflictTest,

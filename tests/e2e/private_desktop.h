@@ -80,15 +80,16 @@ class PrivateDesktop {
         return process;
     }
 
-    // A web server on a port of the kernel's choice, by a program with that name.
-    QProcess& startServer(const QString& name) {
+    // A web server, by a program with that name; on a port of the kernel's choice when none is
+    // given.
+    QProcess& startServer(const QString& name, const QString& port = QStringLiteral("0")) {
         const QString program = QString::fromStdString(folder().string()) + QLatin1Char('/') + name;
         if (!QFile::exists(program))
             QFile::copy(firstLine(start(QStringLiteral("python3"),
                                         {QStringLiteral("-c"),
                                          QStringLiteral("import sys; print(sys.executable)")})),
                         program);
-        return start(program, QStringLiteral("-u -m http.server -b 127.0.0.1 0").split(u' '));
+        return start(program, QStringLiteral("-u -m http.server -b 127.0.0.1").split(u' ') << port);
     }
     static QString portOf(QProcess& server) { return firstLine(server).section(u' ', 5, 5); }
 

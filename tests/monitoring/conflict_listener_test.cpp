@@ -286,6 +286,34 @@ TEST_F(ConflictListenerTest, AnnouncesNothingTwiceInAFloodOfBroadcasts) {
     }));
 }
 
+// The background monitor writes a record and a line, in which the name may look otherwise.
+TEST_F(ConflictListenerTest, TakesTheRecordAndTheLineOfAConflictForOne) {
+    listener->start(settings);
+    pollLog({});
+    const auto publishNow = [this](const std::string& name) {
+        publish("conflicts", encodeConflictRecords(std::vector{recordOf(80, now, name)}));
+        check();
+    };
+    publishNow("a b");
+    pollLog(kLine + "80, a_b (pid 42)\n");
+    now = now.load() + 5s; // tried once more
+    publishNow("again");
+    pollLog(kLine + "80, again (pid 42)\n");
+    pollLog(kLine + "80, other (pid 43)\n" + kLine + "81, other_port (pid 42)\n");
+    EXPECT_EQ(std::exchange(announced, {}), (Strings{"a b", "again", "other", "other_port"}));
+    // The line may be read first.
+    now = now.load() + 11s;
+    pollLog(kLine + "80, line (pid 42)\n");
+    publishNow("record");
+    EXPECT_EQ(std::exchange(announced, {}), Strings{"line"});
+    // What an application's entry has silenced stays so.
+    settings.setConflictIgnoredApps({QStringLiteral("my tool")});
+    now = now.load() + 11s;
+    publishNow("my tool");
+    pollLog(kLine + "80, my_tool (pid 42)\n");
+    EXPECT_EQ(announced, Strings{});
+}
+
 TEST_F(ConflictListenerTest, AnnouncesWhatIsAppendedToTheLog) {
     pollLog(kLine + "1, before (pid 1)\n"); // there are no settings yet
     listener->start(settings);

@@ -110,8 +110,9 @@ std::optional<AppServiceError> SystemdAppService::registerService() {
     const bool canBeEnabled = reply.arguments().value(0).toBool();
     if (!canBeEnabled)
         return errorOf(SystemdError::cannotBeEnabled, tr("%1 cannot be enabled").arg(unit_));
-    // A failure shows in what follows.
+    // A failure shows in what follows. Earlier ones must not count against this try.
     callManager(u"Reload"_s, {}, deadline);
+    callManager(u"ResetFailedUnit"_s, {unit_}, deadline);
     std::optional<AppServiceError> error = start(deadline);
     if (error && !wasEnabled)
         withdraw(deadline);
@@ -120,6 +121,18 @@ std::optional<AppServiceError> SystemdAppService::registerService() {
 
 std::optional<AppServiceError> SystemdAppService::unregisterService() {
     return withdraw(QDeadlineTimer(patience_.forChange));
+}
+
+std::optional<AppServiceError> SystemdAppService::failure() const {
+    const QDeadlineTimer deadline(patience_.forStatus);
+    const QDBusMessage reply = callManager(u"GetUnit"_s, {unit_}, deadline);
+    const QString unitPath =
+        isError(reply) ? QString() : reply.arguments().value(0).value<QDBusObjectPath>().path();
+    if (unitProperty(unitPath, u"Unit"_s, u"ActiveState"_s, deadline) != "failed"_L1)
+        return std::nullopt;
+    const QString result = unitProperty(unitPath, u"Service"_s, u"Result"_s, deadline);
+    return errorOf(SystemdError::hasFailed,
+                   tr("%1 has ended with a failure (%2)").arg(unit_, displayLine(result)));
 }
 
 QString SystemdAppService::unmaskCommand() const {

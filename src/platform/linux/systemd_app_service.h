@@ -45,6 +45,7 @@ enum class SystemdError : int {
     didNotStart = 1,
     cannotBeEnabled = 2, // the unit has no [Install] section
     stillEnabled = 3,    // for all users, which a user cannot change
+    hasFailed = 4,       // as often as its unit allows
 };
 
 struct SystemdPatience {
@@ -64,6 +65,7 @@ class SystemdAppService final : public AppService {
     AppServiceStatus status() const override;
     std::optional<AppServiceError> registerService() override;
     std::optional<AppServiceError> unregisterService() override;
+    std::optional<AppServiceError> failure() const override;
 
     // The command with which the user, or the administrator, unmasks the unit where it is masked.
     QString unmaskCommand() const;

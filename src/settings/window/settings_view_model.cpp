@@ -54,8 +54,13 @@ void SettingsViewModel::recheckBackgroundApproval() {
 
 void SettingsViewModel::syncConflictMonitoringWithAgent() {
     const bool isInstalled = installer_.isInstalled();
-    if (isInstalled != settings_.conflictMonitoringEnabled())
-        settings_.setConflictMonitoringEnabled(isInstalled);
+    const std::optional<InstallError> failure =
+        isInstalled ? installer_.failure() : std::optional<InstallError>();
+    if (failure)
+        setProblem(failure->description(), false);
+    const bool isOn = isInstalled && !failure;
+    if (isOn != settings_.conflictMonitoringEnabled())
+        settings_.setConflictMonitoringEnabled(isOn);
 }
 
 void SettingsViewModel::openLoginItems() {

@@ -2,8 +2,8 @@
 // background monitor, and the lists of exceptions.
 //
 // The switch for conflicts never says more than is true: it is on only once the monitor could be
-// registered. Problems stay visible until the next attempt, and are forgotten with the object.
-// Main thread only; the registration is synchronous.
+// registered, and off when the desktop has given up on it. Problems stay visible until the next
+// attempt, and are forgotten with the object. Main thread only; the registration is synchronous.
 #pragma once
 
 #include "monitoring/launch_agent_installer.h"

@@ -94,6 +94,25 @@ TEST_F(SystemdAppServiceTest, TellsWhyAUnitCannotBeRegistered) {
     EXPECT_EQ(absent.unregisterService(), std::nullopt);
 }
 
+// systemd starts a unit again and again, and then no more.
+TEST_F(SystemdAppServiceTest, TellsThatAUnitWasGivenUpAndTriesItOnceMore) {
+    writeUnit("[Unit]\nStartLimitIntervalSec=1h\nStartLimitBurst=2\n" + kSleep +
+              "Restart=on-failure\nRestartSec=0\n" + kInstall);
+    EXPECT_EQ(service.failure(), std::nullopt) << "not even loaded";
+    EXPECT_EQ(service.registerService(), std::nullopt);
+    EXPECT_EQ(service.failure(), std::nullopt);
+    for (int end = 0; end < 2; ++end) {
+        EXPECT_TRUE(QTest::qWaitFor(
+            [this] { return systemctl(u"show -P ActiveState"_s) == "active"; }, 20'000));
+        systemctl(u"kill --signal=KILL"_s);
+    }
+    EXPECT_TRUE(QTest::qWaitFor([this] { return service.failure().has_value(); }, 20'000));
+    EXPECT_EQ(textOf(service.failure()), "dev.quorvane.zenlot.systemd 4");
+    EXPECT_EQ(service.status(), enabled);
+    EXPECT_EQ(service.registerService(), std::nullopt);
+    EXPECT_EQ(service.failure(), std::nullopt);
+}
+
 TEST_F(SystemdAppServiceTest, WaitsOnlySoLong) {
     ::kill(manager.processId(), SIGSTOP);
     QElapsedTimer clock;

@@ -229,6 +229,19 @@ TEST_F(SettingsViewTest, ConflictSwitchIsOnOnlyWhenTheMonitorIs) {
     agent.currentStatus = AppServiceStatus::requiresApproval;
     press(u"Port Monitoring"_qs);
     EXPECT_TRUE(settings.conflictMonitoringEnabled());
+
+    // A monitor that the desktop has given up on is not on, and can be tried once more.
+    press(u"General"_qs);
+    agent.currentStatus = AppServiceStatus::enabled;
+    agent.currentFailure = AppServiceError{u"org.x"_qs, 4, u"given up"_qs};
+    press(u"Port Monitoring"_qs);
+    EXPECT_FALSE(settings.conflictMonitoringEnabled());
+    EXPECT_EQ(itemsNamed(u"[org.x 4] given up"_qs).size(), 1);
+    agent.refusal.reset();
+    agent.currentFailure.reset();
+    press(conflicts);
+    EXPECT_TRUE(settings.conflictMonitoringEnabled());
+    EXPECT_TRUE(itemsNamed(u"[org.x 4] given up"_qs).isEmpty());
 }
 
 } // namespace
