@@ -20,6 +20,12 @@ constexpr BootTime kPauseBetweenProcessPolls{25};
 // announced is looked up anyway.
 constexpr std::chrono::minutes kLookAtAllEvery{5};
 
+// After a loss of events.
+constexpr BootTime kMissedStartsOf{10'000};
+
+// The counter of failed connections needs a fresh beginning for each attempt, more or less.
+constexpr BootTime kPauseBetweenCounts{250};
+
 // How late word of a start may come on a busy machine.
 constexpr BootTime kLatestWord{1000};
 
@@ -99,19 +105,22 @@ void BackgroundMonitor::start() {
                            [this](ProcessId pid, ProcessEnd end) {
                                tracker_.processEnded(pid, end, bootTimeNow());
                                planLook();
-                           }});
+                           },
+                           [this] { lookForMissedStarts(); }});
     log_.writeAppLog(
         QStringLiteral("background monitor started, %1, %2")
             .arg(processEvents_->comesByItself() ? QStringLiteral("told of processes by the kernel")
                                                  : QStringLiteral("looking for processes"),
                  deadSockets_.descriptor() >= 0 ? QStringLiteral("told of dead sockets")
                                                 : QStringLiteral("not told of dead sockets")));
+    lookWhoListens();
     poll();
 }
 
 void BackgroundMonitor::poll() {
     const std::chrono::nanoseconds before = timeWorked();
     processEvents_->poll();
+    conflictPublisher_.publishUnwritten();
     if (portPublisher_.publish(*portScan_.listOccupiedPorts()) || !tracker_.isIdle())
         pace_.noteChange();
     // Where looking takes long, because many processes have to be walked, it happens less often.
@@ -144,6 +153,7 @@ void BackgroundMonitor::noteDeadSockets() {
     });
     if (!hasNews)
         return;
+    noteFailedConnections();
     planLook();
     if (processEvents_->comesByItself() || processPollTimer_.isActive())
         return;
@@ -155,9 +165,37 @@ void BackgroundMonitor::noteDeadSockets() {
         processPollTimer_.start(wait);
 }
 
+// What the kernel counted before an attempt started belongs to others.
+void BackgroundMonitor::noteFailedConnections() {
+    connectionsCountedAt_ = bootTimeNow();
+    const std::uint64_t count = failedConnections_.sinceLastTime();
+    if (!tracker_.isIdle())
+        tracker_.connectionsFailed(count, connectionsCountedAt_);
+}
+
+// Events were lost: whoever started lately may be an attempt that nobody told of.
+void BackgroundMonitor::lookForMissedStarts() {
+    const BootTime now = bootTimeNow();
+    const std::vector<ProcessId> pids = procFiles_.pids();
+    for (const ProcessId pid : pids) {
+        const auto stat = procFiles_.stat(pid);
+        if (stat && now - bootTimeOfTicks(stat->startTicks) <= kMissedStartsOf)
+            noteStart(pid);
+    }
+}
+
+// What is served already is learned, and is known when the same command is started again.
+void BackgroundMonitor::lookWhoListens() {
+    const auto ports = portScan_.listOccupiedPorts();
+    for (const OccupiedPort& port : *ports)
+        noteStart(static_cast<ProcessId>(port.pid));
+}
+
 void BackgroundMonitor::noteStart(ProcessId pid) {
     if (auto attempt = attemptReader_.read(pid)) {
         const BootTime now = bootTimeNow();
+        if (now - connectionsCountedAt_ >= kPauseBetweenCounts)
+            noteFailedConnections();
         // A shell may have worked for long before it became the server.
         if (processEvents_->comesByItself())
             attempt->startedAt = std::max(attempt->startedAt, now - kLatestWord);

@@ -82,8 +82,15 @@ std::optional<UnusedSocket> decodeUnusedSocket(std::span<const std::byte> datagr
         return std::nullopt;
     const AddressFamily family =
         message.idiag_family == AF_INET6 ? AddressFamily::ipv6 : AddressFamily::ipv4;
-    if (message.id.idiag_sport == 0)
+    if (message.id.idiag_sport == 0) {
+        in6_addr destination{};
+        std::memcpy(&destination, &message.id.idiag_dst, sizeof destination);
+        if (IN6_IS_ADDR_V4MAPPED(&destination))
+            return UnusedSocket{UnusedSocket::Kind::failedConnection, AddressFamily::ipv4};
+        if (!IN6_IS_ADDR_UNSPECIFIED(&destination))
+            return UnusedSocket{UnusedSocket::Kind::failedConnection, family};
         return UnusedSocket{UnusedSocket::Kind::unbound, family};
+    }
     if (family == AddressFamily::ipv6 &&
         std::memcmp(&message.id.idiag_src, &in6addr_loopback, sizeof in6addr_loopback) == 0 &&
         ntohs(message.id.idiag_sport) >= kFirstPortOfKernelsChoice)
