@@ -284,7 +284,7 @@ AttemptTracker::Outcome AttemptTracker::lookAtVanished(Tracked& tracked, const P
 AttemptTracker::Outcome AttemptTracker::lookAtEnded(Tracked& tracked, const Present& present,
                                                     BootTime now, std::vector<Verdict>& verdicts) {
     const Attempt& attempt = tracked.attempt;
-    const Evidence evidence = evidenceFor(tracked, now);
+    const Evidence evidence = evidenceFor(tracked, present, now);
     const bool isUnseen = deadSocketsSeen_ == DeadSockets::unseen;
     if (isUnseen && (ends_ == Ends::unseen || tracked.hasEndedQuietly))
         return Outcome::done;
@@ -294,8 +294,9 @@ AttemptTracker::Outcome AttemptTracker::lookAtEnded(Tracked& tracked, const Pres
     }
     const auto answer = answerFor(attempt, present);
     const BootTime evidenceAt = isUnseen ? *tracked.endedAt : evidence->at;
-    if (!answer || ((isUnseen || tracked.hasEndedQuietly || mayBeOthers(tracked, evidenceAt)) &&
-                    isWeak(attempt, *answer)))
+    if (!answer ||
+        ((isUnseen || tracked.hasEndedQuietly || mayBeOthers(tracked, present, evidenceAt)) &&
+         isWeak(attempt, *answer)))
         return Outcome::done;
     if (auto verdict = judge(attempt, Verdict::Kind::failedStart, present, present.listening(),
                              *answer, evidenceAt))
@@ -316,7 +317,7 @@ AttemptTracker::Outcome AttemptTracker::lookAtRunning(Tracked& tracked, const Pr
     foreign.erase(firstOwn, foreign.end());
 
     const bool isSettled = now - attempt.startedAt >= kSettled;
-    const Evidence evidence = evidenceFor(tracked, now);
+    const Evidence evidence = evidenceFor(tracked, present, now);
     const bool hasEvidence = evidence != deadSockets_.end();
     const bool mayJudge = hasEvidence || attempt.runtime->probesByConnecting ||
                           (deadSocketsSeen_ == DeadSockets::unseen && attempt.runtime->drifts);
@@ -347,7 +348,7 @@ AttemptTracker::Outcome AttemptTracker::lookAtRunning(Tracked& tracked, const Pr
                                         (isExplicit(answer->source) && !isUnknown(attempt) &&
                                          now - tracked.evidenceAt >= kStaysWithoutPort));
         const bool isTooWeak =
-            isWeak(attempt, *answer) && (!hasEvidence || mayBeOthers(tracked, evidenceAt));
+            isWeak(attempt, *answer) && (!hasEvidence || mayBeOthers(tracked, present, evidenceAt));
         if ((goesOn || !own.empty()) && !isTooWeak)
             verdict = judge(attempt, goesOn ? Verdict::Kind::goesOn : Verdict::Kind::drift, present,
                             foreign, *answer, evidenceAt);
@@ -459,7 +460,8 @@ bool AttemptTracker::announce(const Attempt& attempt, const Verdict& verdict, Bo
     return true;
 }
 
-AttemptTracker::Evidence AttemptTracker::evidenceFor(const Tracked& tracked, BootTime now) {
+AttemptTracker::Evidence AttemptTracker::evidenceFor(const Tracked& tracked, const Present& present,
+                                                     BootTime now) {
     const BootTime latest = tracked.endedAt ? *tracked.endedAt + kEventDelay : now;
     const auto isProbe = [this, &tracked](Evidence dead) {
         const auto next = std::next(dead);
@@ -478,26 +480,40 @@ AttemptTracker::Evidence AttemptTracker::evidenceFor(const Tracked& tracked, Boo
         // An end that was only found happened some time before.
         const BootTime farewell = *tracked.endedAt - dead->at;
         const bool isLong = ends_ == Ends::unseen || tracked.attempt.runtime->publishesPorts ||
-                            !mayBeOthers(tracked, dead->at);
+                            !mayBeOthers(tracked, present, dead->at);
         return farewell <= (isLong ? kLongestFarewell : kFarewell) ? dead : deadSockets_.end();
     }
     return deadSockets_.end();
 }
 
 // Whether another process of the user was there that may have left the socket. One that has lived
-// for long has its sockets.
-bool AttemptTracker::mayBeOthers(const Tracked& tracked, BootTime diedAt) const {
+// for long has its sockets, and so has one that listens. What a server starts is a part of it, but
+// for something that only starts others.
+bool AttemptTracker::mayBeOthers(const Tracked& tracked, const Present& present,
+                                 BootTime diedAt) const {
     const Attempt& attempt = tracked.attempt;
-    const bool isSuspected = std::ranges::any_of(suspects_, [&](const Suspect& suspect) {
-        return suspect.pid != attempt.pid && !contains(attempt.ancestors, suspect.pid) &&
-               suspect.startedAt <= diedAt && diedAt <= suspect.endedAt + kEventDelay;
-    });
-    return isSuspected || std::ranges::any_of(attempts_, [&](const Tracked& other) {
-               return &other != &tracked && other.attempt.pid != attempt.pid &&
-                      !contains(attempt.ancestors, other.attempt.pid) &&
-                      other.attempt.startedAt <= diedAt &&
-                      diedAt - other.attempt.startedAt <= kLongestStartOfUnknown &&
-                      (!other.endedAt || diedAt <= *other.endedAt + kEventDelay);
+    const auto isOther = [&attempt, diedAt](ProcessId pid, const std::vector<ProcessId>& ancestors,
+                                            BootTime startedAt) {
+        return pid != attempt.pid && !contains(attempt.ancestors, pid) &&
+               (isUnknown(attempt) || !contains(ancestors, attempt.pid)) && startedAt <= diedAt &&
+               diedAt - startedAt <= kLongestStartOfUnknown;
+    };
+    const auto listens = [&present](ProcessId pid) {
+        const std::vector<std::uint64_t> inodes = present.machine.socketsOfTree(pid);
+        return std::ranges::any_of(present.listening(), [&inodes](const ListeningSocket& socket) {
+            return contains(inodes, socket.inode);
+        });
+    };
+    return std::ranges::any_of(suspects_,
+                               [&](const Suspect& other) {
+                                   return isOther(other.pid, other.ancestors, other.startedAt) &&
+                                          diedAt <= other.endedAt + kEventDelay;
+                               }) ||
+           std::ranges::any_of(attempts_, [&](const Tracked& other) {
+               return isOther(other.attempt.pid, other.attempt.ancestors,
+                              other.attempt.startedAt) &&
+                      (other.endedAt ? diedAt <= *other.endedAt + kEventDelay
+                                     : !listens(other.attempt.pid));
            });
 }
 
@@ -505,7 +521,8 @@ void AttemptTracker::suspect(const Tracked& tracked, BootTime now) {
     if (suspects_.size() >= kMostSuspects)
         suspects_.pop_front();
     const BootTime endedAt = tracked.endedAt ? *tracked.endedAt : tracked.vanishedAt.value_or(now);
-    suspects_.push_back({tracked.attempt.pid, tracked.attempt.startedAt, endedAt});
+    suspects_.push_back(
+        {tracked.attempt.pid, tracked.attempt.ancestors, tracked.attempt.startedAt, endedAt});
 }
 
 void AttemptTracker::remember(const Attempt& attempt, std::span<const ListeningSocket> own) {

@@ -142,6 +142,7 @@ class AttemptTracker {
     // A process that may have left a dead socket.
     struct Suspect {
         ProcessId pid;
+        std::vector<ProcessId> ancestors;
         BootTime startedAt;
         BootTime endedAt;
     };
@@ -173,8 +174,8 @@ class AttemptTracker {
     void conclude(const Tracked& tracked, Evidence evidence, Verdict verdict, BootTime now,
                   std::vector<Verdict>& verdicts);
     bool announce(const Attempt& attempt, const Verdict& verdict, BootTime now);
-    Evidence evidenceFor(const Tracked& tracked, BootTime now);
-    bool mayBeOthers(const Tracked& tracked, BootTime diedAt) const;
+    Evidence evidenceFor(const Tracked& tracked, const Present& present, BootTime now);
+    bool mayBeOthers(const Tracked& tracked, const Present& present, BootTime diedAt) const;
     void suspect(const Tracked& tracked, BootTime now);
     void remember(const Attempt& attempt, std::span<const ListeningSocket> own);
 

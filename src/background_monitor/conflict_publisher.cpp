@@ -32,9 +32,11 @@ ConflictPublisher::ConflictPublisher(const ContainerWriter& container, Broadcast
     : container_(container), broadcasts_(broadcasts), log_(log), clock_(std::move(clock)) {
     const auto text = SharedContainer::read(container.path(std::string(kConflictsFile)));
     records_ = decodeConflictRecords(text.value_or("[]")).value_or(std::vector<ConflictRecord>());
-    std::erase_if(records_, [now = clock_()](const ConflictRecord& record) {
-        return record.detectedAt && *record.detectedAt > now;
-    });
+    if (!records_.empty()) {
+        std::erase_if(records_, [now = clock_()](const ConflictRecord& record) {
+            return record.detectedAt && *record.detectedAt > now;
+        });
+    }
     if (records_.size() > kMostRecords)
         records_.erase(records_.begin(), records_.end() - kMostRecords);
 }

@@ -60,6 +60,9 @@ constexpr std::array<std::string_view, 12> kCarriers{
     "bundle",  "debugpy", "coverage",  "cProfile",    "profile", "pdb",
     "ts-node", "wrap",    "vite-node", "ddtrace-run", "pipenv",  "poetry"};
 
+// The other half of Python's debugger listens for editors, and for nobody else.
+constexpr std::string_view kDebuggersOwn = "debugpy/adapter";
+
 // Shells, what only starts or looks at others, clients, compilers, and what scripts call all day.
 constexpr std::string_view kNever =
     " sh bash dash zsh fish ksh csh tcsh env sudo su doas make ninja cmake cargo rustc go git gh "
@@ -264,7 +267,10 @@ std::string javaProgram(std::span<const std::string> words) {
 
 // What Erlang's machine is to run stands among its options, as an expression or as a script.
 void readErlang(Invocation& invocation) {
-    invocation.genericTool = "erlang script";
+    const bool runsFramework =
+        std::ranges::find(invocation.arguments, "phx.server") != invocation.arguments.end();
+    if (!runsFramework)
+        invocation.tool = invocation.genericTool = "erlang script";
     bool isExpression = false;
     for (const std::string& word : invocation.arguments) {
         if (isExpression)
@@ -317,7 +323,7 @@ std::optional<Invocation> identifyInvocation(std::span<const std::string> comman
         return std::nullopt;
     // What sets its own title writes it over its arguments: "nginx: master process nginx".
     const std::string& first = commandLine.front();
-    const std::string_view program = baseName(std::string_view(first).substr(0, first.find(": ")));
+    const std::string_view program = baseName(std::string_view(first).substr(0, first.find(':')));
     const std::string_view name = withoutVersion(program);
     if (isWordOf(kNever, name) || name.starts_with('-'))
         return std::nullopt;
@@ -326,7 +332,8 @@ std::optional<Invocation> identifyInvocation(std::span<const std::string> comman
         if (interpreter.name != name)
             continue;
         Invocation invocation = readInterpreted(interpreter, commandLine);
-        if (invocation.tool.empty() && invocation.inlineSource.empty())
+        const bool runsNothing = invocation.tool.empty() && invocation.inlineSource.empty();
+        if (runsNothing || invocation.script.ends_with(kDebuggersOwn))
             return std::nullopt;
         if (const auto carried = carriedCommand(invocation, commandLine.front()))
             return identifyInvocation(*carried, executable);

@@ -208,6 +208,7 @@ class FileSearch {
             all.push_back(std::move(answer));
         }
         all.push_back({PortSource::source, inBuilt_.ports});
+        all.push_back({PortSource::environmentFile, inVariableFiles()});
         addBuiltsVariables(all);
         if (attempt_.runtime->mayNamePortItself) {
             all.push_back({PortSource::mention, mentionedNearby()});
@@ -355,6 +356,18 @@ class FileSearch {
             }
         }
         all.push_back(std::move(answer));
+    }
+
+    // What a tool that reads such files by itself takes from them.
+    std::vector<std::uint16_t> inVariableFiles() const {
+        for (const std::string& name : attempt_.runtime->environment) {
+            const auto variable = std::ranges::find(variables_, name, &Setting::path);
+            if (variable == variables_.end() || !attempt_.runtime->readsEnvironmentFile)
+                continue;
+            if (const auto endpoint = parseEndpoint(variable->value))
+                return {endpoint->port};
+        }
+        return {};
     }
 
     void addSettings(const std::string& text, SettingsFormat format) {

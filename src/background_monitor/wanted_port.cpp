@@ -156,7 +156,9 @@ std::optional<WantedPort> wantedPort(const Runtime& runtime, const Invocation& i
         wanted.source = WantedPort::Source::usual;
         endpoint = Endpoint{*usual, {}};
     } else {
-        return runtime.mayNamePortItself ? std::optional(wanted) : std::nullopt;
+        const bool mayBeWritten =
+            runtime.mayNamePortItself || !runtime.configs.empty() || !runtime.configFlags.empty();
+        return mayBeWritten ? std::optional(wanted) : std::nullopt;
     }
     if (endpoint->port == 0)
         return std::nullopt;

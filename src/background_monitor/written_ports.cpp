@@ -36,6 +36,18 @@ bool mentions(std::string_view line, const std::array<std::string_view, Count>& 
         words, [line](std::string_view word) { return line.find(word) != std::string_view::npos; });
 }
 
+// Whether "//" stands between a variable with its sigil and what counts where that is not set.
+bool isPerlsOr(std::string_view line, std::size_t slashes) {
+    std::size_t end = slashes;
+    while (end > 0 && line[end - 1] == ' ')
+        --end;
+    std::size_t start = end;
+    while (start > 0 && (isWordCharacter(line[start - 1]) || line[start - 1] == '{' ||
+                         line[start - 1] == '}' || line[start - 1] == '\''))
+        --start;
+    return start < end && start > 0 && line[start - 1] == '$';
+}
+
 // A line without its comment.
 std::string_view withoutComment(std::string_view line) {
     line = line.substr(0, kLongestLine);
@@ -50,7 +62,8 @@ std::string_view withoutComment(std::string_view line) {
         return {};
     for (std::size_t slashes = line.find("//"); slashes != std::string_view::npos;
          slashes = line.find("//", slashes + 2)) {
-        if (slashes == 0 || line[slashes - 1] != ':')
+        const bool isUrl = slashes > 0 && line[slashes - 1] == ':';
+        if (!isUrl && !isPerlsOr(line, slashes))
             return line.substr(0, slashes);
     }
     const std::size_t hash = line.find(" # ");
@@ -61,12 +74,18 @@ std::string_view withoutComment(std::string_view line) {
 bool asksOthers(std::string_view line) {
     if (speaksOfOthers(line))
         return true;
-    for (const std::string_view word : kAsking) {
+    return std::ranges::any_of(kAsking, [line](std::string_view word) {
         const std::size_t place = line.find(word);
-        if (place != std::string_view::npos && (place < 4 || line.substr(place - 4, 4) != "env."))
-            return true;
-    }
-    return false;
+        if (place == std::string_view::npos)
+            return false;
+        // Ruby asks its environment so, and a server may call its own function like that.
+        const bool isEnvironment = place >= 4 && line.substr(place - 4, 4) == "env.";
+        const std::size_t end = line.find(')', place);
+        const std::size_t next =
+            end == std::string_view::npos ? end : line.find_first_not_of(' ', end + 1);
+        const bool isDefinition = next != std::string_view::npos && line[next] == '{';
+        return !isEnvironment && !isDefinition;
+    });
 }
 
 // Whether something on the line, in small letters, is called just "port".
