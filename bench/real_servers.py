@@ -356,6 +356,149 @@ add("BusyBox httpd", "busybox httpd -f -p 127.0.0.1:%P", {"x": ""})
 add("ncat", "ncat -l 127.0.0.1 %P", {"x": ""})
 
 
+# --- Chosen after the method was finished --------------------------------------------------------
+def untuned(name, command, files=None, **more):
+    if isinstance(command, str):
+        command = command.split()
+    UNTUNED.append(Server(name, command, files or {"x": ""}, untuned=True, **more))
+
+
+untuned("restify", "node main.js", {"main.js": "const s = require('restify').createServer();\ns.listen(%P);\n"})
+untuned("hapi", "node main.js",
+        {"main.js": "const Hapi = require('@hapi/hapi');\nconst server = Hapi.server({ port: %P, host: 'localhost' });\n"
+                    "server.start();\n"})
+untuned("polka", "node index.mjs",
+        {"index.mjs": "import polka from 'polka';\nconst { PORT = %P } = process.env;\npolka().listen(PORT);\n"})
+untuned("micro", "micro -l tcp://127.0.0.1:%P", {"index.js": "module.exports = () => 'ok';\n", "package.json": '{"main": "index.js"}\n'})
+untuned("socket.io", "node io.js",
+        {"io.js": "const { Server } = require('socket.io');\nconst io = new Server(%P, {});\n"})
+untuned("sirv", "sirv . --port %P --host 127.0.0.1", WEB)
+untuned("web-dev-server", "wds --port %P", WEB)
+untuned("json-server", "json-server --port %P db.json", {"db.json": '{"posts": []}\n'})
+untuned("browser-sync", "browser-sync start --server --no-open --no-ui --port %P", WEB)
+untuned("Eleventy", "eleventy --serve --port %P", {"index.md": "# x\n", "package.json": "{}"})
+untuned("esbuild", "esbuild --serve=127.0.0.1:%P --servedir=.", WEB)
+untuned("node, net, many ports named", "node chat.js",
+        {"chat.js": "const net = require('net');\nconst options = { metricsPort: %D, port: %P };\n"
+                    "net.createServer().listen(options.port);\n"}, second=True)
+untuned("node, cluster", "node cluster.js",
+        {"cluster.js": "const cluster = require('cluster');\nif (cluster.isPrimary) {\n  cluster.fork();\n"
+                       "  cluster.on('exit', () => process.exit(1));\n} else {\n  " + HTTP + ".listen(%P);\n}\n"})
+untuned("CherryPy", py("main.py"),
+        {"main.py": "import cherrypy\nclass R: pass\ncherrypy.config.update({'server.socket_port': %P})\n"
+                    "cherrypy.quickstart(R())\n"})
+untuned("Twisted, twistd", "twistd3 -n web --listen tcp:%P --path .")
+untuned("Twisted, reactor", py("main.py"),
+        {"main.py": "from twisted.internet import reactor, protocol\nreactor.listenTCP(%P, protocol.Factory())\n"
+                    "reactor.run()\n"})
+untuned("Hypercorn", "/usr/bin/hypercorn -b 127.0.0.1:%P app:app", ASGI)
+untuned("Quart", py("main.py"),
+        {"main.py": "from quart import Quart\napp = Quart(__name__)\napp.run(port=%P)\n"})
+untuned("Pyramid", py("main.py"),
+        {"main.py": "from wsgiref.simple_server import make_server\nfrom pyramid.config import Configurator\n"
+                    "with Configurator() as c:\n    app = c.make_wsgi_app()\nmake_server('0.0.0.0', %P, app).serve_forever()\n"})
+untuned("websockets", py("main.py"),
+        {"main.py": "import asyncio, websockets\nasync def main():\n    async with websockets.serve(None, 'localhost', %P):\n"
+                    "        await asyncio.Future()\nasyncio.run(main())\n"})
+untuned("gevent", py("main.py"),
+        {"main.py": "from gevent.pywsgi import WSGIServer\nWSGIServer(('127.0.0.1', %P), None).serve_forever()\n"})
+untuned("eventlet", py("main.py"),
+        {"main.py": "import eventlet\nfrom eventlet import wsgi\nwsgi.server(eventlet.listen(('127.0.0.1', %P)), None)\n"})
+untuned("aiosmtpd", py("-m aiosmtpd -n -l 127.0.0.1:%P"))
+untuned("websockify", py("-m websockify 127.0.0.1:%P 127.0.0.1:%D"), second=True)
+untuned("XML-RPC", py("rpc.py"),
+        {"rpc.py": "from xmlrpc.server import SimpleXMLRPCServer\nfrom settings import WHERE\n"
+                   "SimpleXMLRPCServer(WHERE).serve_forever()\n", "settings.py": "WHERE = ('localhost', %P)\n"})
+untuned("asyncio", py("main.py"),
+        {"main.py": "import asyncio\nfrom os import environ\nasync def main():\n"
+                    "    s = await asyncio.start_server(print, None, environ.get('CHAT_PORT', '%P'))\n"
+                    "    await s.serve_forever()\nasyncio.run(main())\n"})
+untuned("MkDocs", "mkdocs serve -a 127.0.0.1:%P", {"mkdocs.yml": "site_name: x\n", "docs/index.md": "x\n"})
+untuned("Jupyter", "jupyter-notebook --no-browser --port %P --allow-root")
+untuned("rack in a script", "ruby app.rb",
+        {"app.rb": "require 'rack'\nrequire 'webrick'\nrequire 'rack/handler/webrick'\n"
+                   "Rack::Handler::WEBrick.run(->(e) { [200, {}, []] }, Port: %P)\n"})
+untuned("DRb", "ruby drb.rb",
+        {"drb.rb": "require 'drb'\nrequire 'yaml'\nc = YAML.load_file('drb.yml')\n"
+                   "DRb.start_service(\"druby://localhost:#{c['port']}\", Object.new)\nDRb.thread.join\n",
+         "drb.yml": "port: %P\nsmtp:\n  port: %D\n"}, second=True)
+untuned("Dancer2", "perl app.pl",
+        {"app.pl": "use Dancer2;\nset port => %P;\nget '/' => sub { 'ok' };\nstart;\n"})
+untuned("HTTP::Server::Simple", "perl simple.pl",
+        {"simple.pl": "use HTTP::Server::Simple::CGI;\nHTTP::Server::Simple::CGI->new(%P)->run;\n"})
+untuned("Twiggy", "twiggy --listen 127.0.0.1:%P app.psgi", {"app.psgi": "sub { [200, [], ['ok']] };\n"})
+untuned("Elixir", "elixir server.exs",
+        {"server.exs": "{:ok, s} = :gen_tcp.listen(%P, [:binary])\n:gen_tcp.accept(s)\n"})
+untuned("Erlang, inets", ["erl", "-noshell", "-eval",
+                          "inets:start(), {ok, _} = inets:start(httpd, [{port, %P}, {server_name, \"x\"}, "
+                          "{server_root, \"/tmp\"}, {document_root, \"/tmp\"}])."])
+untuned("Guile", "guile server.scm",
+        {"server.scm": "(use-modules (web server))\n(run-server (lambda (r b) (values '() \"ok\")) 'http '(#:port %P))\n"})
+untuned("Prolog", "swipl server.pl",
+        {"server.pl": ":- use_module(library(socket)).\n:- initialization(main, main).\n"
+                      "main :- tcp_socket(S), tcp_bind(S, %P), tcp_listen(S, 5), tcp_accept(S, _, _).\n"})
+untuned("SBCL", "sbcl --script server.lisp",
+        {"server.lisp": "(require :sb-bsd-sockets)\n(let ((s (make-instance 'sb-bsd-sockets:inet-socket :type :stream "
+                        ":protocol :tcp)))\n  (sb-bsd-sockets:socket-bind s #(127 0 0 1) %P)\n"
+                        "  (sb-bsd-sockets:socket-listen s 5)\n  (sb-bsd-sockets:socket-accept s))\n"})
+untuned("OCaml", "ocaml -I +unix unix.cma server.ml",
+        {"server.ml": "let () =\n  let s = Unix.socket Unix.PF_INET Unix.SOCK_STREAM 0 in\n"
+                      "  Unix.bind s (Unix.ADDR_INET (Unix.inet_addr_loopback, %P));\n  Unix.listen s 5;\n"
+                      "  ignore (Unix.accept s)\n"})
+untuned("R, socket", "Rscript server.R", {"server.R": "s <- serverSocket(%P)\nsocketAccept(s, timeout = 99)\n"})
+untuned("lua 5.1", "lua5.1 main.lua",
+        {"main.lua": "local c = dofile('conf.lua')\nlocal s = assert(require('socket').bind('127.0.0.1', c.port))\ns:accept()\n",
+         "conf.lua": "return { port = %P, redis = { port = %D } }\n"}, second=True)
+untuned("Java, YAML by hand", "java -cp out shop.Main",
+        {"shop/Main.java": "package shop;\npublic class Main {\n  public static void main(String[] a) throws Exception {\n"
+                           "    String t = java.nio.file.Files.readString(java.nio.file.Path.of(\"config.yml\"));\n"
+                           "    int port = Integer.parseInt(t.replaceAll(\"(?s).*http:\\\\s+port: (\\\\d+).*\", \"$1\"));\n"
+                           "    new java.net.ServerSocket(port).accept();\n  }\n}\n",
+         "config.yml": "smtp:\n  port: %D\nhttp:\n  port: %P\n"},
+        build=["javac", "-d", "out", "shop/Main.java"], second=True)
+untuned("Java, nio", "java -cp out Nio",
+        {"Nio.java": "import java.nio.channels.*;\npublic class Nio {\n  static final int PORT = %P;\n"
+                     "  public static void main(String[] a) throws Exception {\n    ServerSocketChannel c = "
+                     "ServerSocketChannel.open();\n    c.bind(new java.net.InetSocketAddress(\"127.0.0.1\", PORT));\n"
+                     "    c.accept();\n  }\n}\n"}, build=["javac", "-d", "out", "Nio.java"])
+untuned("C, getopt", "./chat -v -p %P",
+        {"chat.c": C % "int port(int c, char** w) { int o, p = 0; while ((o = getopt(c, w, \"vp:\")) != -1) "
+                       "if (o == 'p') p = atoi(optarg); return p; }\n"}, build=["cc", "-o", "chat", "chat.c"])
+untuned("Go, INI", "./api", {"main.go": "package main\n\nimport (\n\t\"bufio\"\n\t\"log\"\n\t\"net\"\n\t\"os\"\n\t\"strings\"\n)\n\n"
+        "func main() {\n\tf, _ := os.Open(\"api.ini\")\n\tport := \"\"\n\ts := bufio.NewScanner(f)\n\tfor s.Scan() {\n"
+        "\t\tif strings.HasPrefix(s.Text(), \"http_port\") {\n\t\t\tport = strings.TrimSpace(strings.Split(s.Text(), \"=\")[1])\n"
+        "\t\t}\n\t}\n\tl, err := net.Listen(\"tcp\", \"127.0.0.1:\"+port)\n\tif err != nil {\n\t\tlog.Fatal(err)\n\t}\n\tl.Accept()\n}\n",
+        "api.ini": "[mysql]\nport = %D\n[web]\nhttp_port = %P\n"}, build=["go", "build", "-o", "api", "main.go"], second=True)
+untuned("HAProxy", "haproxy -db -f haproxy.cfg",
+        {"haproxy.cfg": "defaults\n  mode http\n  timeout connect 1s\n  timeout client 1s\n  timeout server 1s\n"
+                        "frontend web\n  bind 127.0.0.1:%P\n  default_backend api\nbackend api\n  server one 127.0.0.1:%D\n"},
+        second=True)
+untuned("Apache", "apache2 -X -f httpd.conf -d .",
+        {"httpd.conf": "LoadModule mpm_event_module /usr/lib/apache2/modules/mod_mpm_event.so\n"
+                       "LoadModule authz_core_module /usr/lib/apache2/modules/mod_authz_core.so\n"
+                       "ServerName localhost\nListen 127.0.0.1:%P\nPidFile apache.pid\nErrorLog error.log\n"})
+untuned("Prometheus", "prometheus --config.file=p.yml --web.listen-address=127.0.0.1:%P --storage.tsdb.path=data",
+        {"p.yml": "scrape_configs:\n  - job_name: x\n    static_configs:\n      - targets: ['localhost:%D']\n"}, second=True)
+untuned("node exporter", "prometheus-node-exporter --web.listen-address=127.0.0.1:%P")
+untuned("etcd", "etcd --listen-client-urls http://127.0.0.1:%P --advertise-client-urls http://127.0.0.1:%P "
+                "--listen-peer-urls http://127.0.0.1:4993")
+untuned("beanstalkd", "beanstalkd -l 127.0.0.1 -p %P")
+untuned("webfs", "webfsd -F -p %P -r .")
+untuned("mini-httpd", "mini_httpd -D -p %P -d .")
+untuned("stunnel", "stunnel4 stunnel.conf",
+        {"stunnel.conf": "foreground = yes\npid =\n[web]\nclient = yes\naccept = 127.0.0.1:%P\nconnect = 127.0.0.1:%D\n"},
+        second=True)
+untuned("tinyproxy", "tinyproxy -d -c tiny.conf", {"tiny.conf": "Port %P\nListen 127.0.0.1\nMaxClients 5\n"})
+untuned("Icecast", "icecast2 -c icecast.xml",
+        {"icecast.xml": "<icecast><limits/><authentication/><hostname>x</hostname><listen-socket><port>%P</port>"
+                        "</listen-socket><paths><logdir>.</logdir><webroot>.</webroot><adminroot>.</adminroot></paths>"
+                        "</icecast>\n"})
+untuned("aria2", "aria2c --enable-rpc --rpc-listen-port=%P")
+untuned("socat", "socat TCP-LISTEN:%P,bind=127.0.0.1 -")
+untuned("netcat", "nc -l 127.0.0.1 %P")
+untuned("Varnish", "varnishd -F -n %P -a 127.0.0.1:%P -b 127.0.0.1:%D", second=True)
+
+
 # --- What must give no alert ---------------------------------------------------------------------
 def crashes(port):
     """(name, command, files, port that is held) of programs that end without having asked for it, or
@@ -410,8 +553,8 @@ def crashes(port):
         "java": ("java Ask.java", "Ask.java", "public class Ask {\n  public static void main(String[] a) throws Exception {\n"
                  "    new java.net.Socket(\"%H\", %A);\n    new java.net.ServerSocket(%P).accept();\n  }\n}\n"),
     }
-    asked = [("refused, IPv4", "127.0.0.1", 1), ("refused, IPv6", "::1", 1), ("no route, IPv4", "255.255.255.255", 80),
-             ("no route, mapped", "::ffff:255.255.255.255", 80), ("no route, IPv6", "fe80::1", 80),
+    asked = [("refused, IPv4", "127.0.0.1", 1), ("refused, IPv6", "::1", 1), ("no route, IPv4", "198.51.100.7", 80),
+             ("no route, mapped", "::ffff:198.51.100.7", 80), ("no route, IPv6", "fe80::1", 80),
              ("unreachable, IPv6", "2001:db8::1", 80), ("unknown host", "no-such-host.invalid", 5432)]
     for language, (command, file, text) in asking.items():
         for what, host, there in asked:

@@ -246,7 +246,7 @@ std::vector<Verdict> AttemptTracker::look(const Machine& machine, BootTime now) 
     std::erase_if(attempts_, [&](Tracked& tracked) {
         if (tracked.nextLook > now || lookAt(tracked, present, now, verdicts) != Outcome::done)
             return false;
-        suspect(tracked, now);
+        suspect(tracked);
         return true;
     });
     return verdicts;
@@ -517,12 +517,15 @@ bool AttemptTracker::mayBeOthers(const Tracked& tracked, const Present& present,
            });
 }
 
-void AttemptTracker::suspect(const Tracked& tracked, BootTime now) {
+// What is done with because it listens has its sockets.
+void AttemptTracker::suspect(const Tracked& tracked) {
+    const auto endedAt = tracked.endedAt ? tracked.endedAt : tracked.vanishedAt;
+    if (!endedAt)
+        return;
     if (suspects_.size() >= kMostSuspects)
         suspects_.pop_front();
-    const BootTime endedAt = tracked.endedAt ? *tracked.endedAt : tracked.vanishedAt.value_or(now);
-    suspects_.push_back(
-        {tracked.attempt.pid, tracked.attempt.ancestors, tracked.attempt.startedAt, endedAt});
+    const Attempt& attempt = tracked.attempt;
+    suspects_.push_back({attempt.pid, attempt.ancestors, attempt.startedAt, *endedAt});
 }
 
 void AttemptTracker::remember(const Attempt& attempt, std::span<const ListeningSocket> own) {

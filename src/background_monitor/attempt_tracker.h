@@ -176,7 +176,7 @@ class AttemptTracker {
     bool announce(const Attempt& attempt, const Verdict& verdict, BootTime now);
     Evidence evidenceFor(const Tracked& tracked, const Present& present, BootTime now);
     bool mayBeOthers(const Tracked& tracked, const Present& present, BootTime diedAt) const;
-    void suspect(const Tracked& tracked, BootTime now);
+    void suspect(const Tracked& tracked);
     void remember(const Attempt& attempt, std::span<const ListeningSocket> own);
 
     DeadSockets deadSocketsSeen_;

@@ -324,7 +324,10 @@ std::optional<Invocation> identifyInvocation(std::span<const std::string> comman
     // What sets its own title writes it over its arguments: "nginx: master process nginx".
     const std::string& first = commandLine.front();
     const std::string_view program = baseName(std::string_view(first).substr(0, first.find(':')));
-    const std::string_view name = withoutVersion(program);
+    // Erlang's machine calls itself after the script that it runs.
+    constexpr std::string_view kErlang = "beam.smp";
+    const std::string_view name =
+        baseName(executable) == kErlang ? kErlang : withoutVersion(program);
     if (isWordOf(kNever, name) || name.starts_with('-'))
         return std::nullopt;
 
