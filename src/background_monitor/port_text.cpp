@@ -20,6 +20,9 @@ constexpr std::array<std::string_view, 46> kOthers{
 constexpr std::array<std::string_view, 6> kListening{"port", "listen", "addr",
                                                      "bind", "http",   "serve"};
 
+constexpr std::size_t kLongestName = 60;
+constexpr std::uint16_t kLowestPort = 80; // below it a number counts workers or seconds
+
 constexpr std::array<std::string_view, 7> kOtherSockets{
     "unix:", "unix@", "--uds", "--unix-socket", "--unixsocket", "fd://", "--fd"};
 
@@ -82,6 +85,26 @@ bool speaksOfOthers(std::string_view text) {
 
 bool speaksOfListening(std::string_view name) {
     return holdsAny(name, kListening);
+}
+
+std::optional<std::string_view> tellingValue(const std::vector<std::string>& arguments,
+                                             std::size_t place) {
+    const std::string_view word = arguments[place];
+    const std::size_t equals = word.find('=');
+    const std::string name = inSmallLetters(word.substr(0, equals));
+    // "--listen-client-urls" is about listening, whoever is to come.
+    const bool isPlain = name.find("listen") != std::string::npos;
+    if (name.size() > kLongestName || !speaksOfListening(name) ||
+        (speaksOfOthers(name) && !isPlain))
+        return std::nullopt;
+    std::string_view value;
+    if (equals != std::string_view::npos)
+        value = word.substr(equals + 1);
+    else if (word.starts_with('-') && place + 1 < arguments.size())
+        value = arguments[place + 1];
+    const auto endpoint = parseEndpoint(value);
+    const bool isPort = endpoint && (endpoint->port >= kLowestPort || name.ends_with("port"));
+    return isPort ? std::optional(value) : std::nullopt;
 }
 
 bool namesOtherSocket(std::string_view word) {

@@ -41,6 +41,12 @@ bool speaksOfOthers(std::string_view text);
 // where a server listens.
 bool speaksOfListening(std::string_view name);
 
+// The value of an option, a property or an assignment at that place of a command line, where its
+// name says that a server listens there: of --listen-port, -Dhttp.port= and port=. None where the
+// value can't be a port.
+std::optional<std::string_view> tellingValue(const std::vector<std::string>& arguments,
+                                             std::size_t place);
+
 // Whether a word of a command line leaves the network for a socket in the file system, or for one
 // that somebody else has opened.
 bool namesOtherSocket(std::string_view word);

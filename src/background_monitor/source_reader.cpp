@@ -478,7 +478,11 @@ class FileSearch {
                 std::ranges::find(found, port) == found.end())
                 found.push_back(port);
         };
-        for (const std::string& word : attempt_.arguments) {
+        const std::vector<std::string>& arguments = attempt_.arguments;
+        for (std::size_t place = 0; place < arguments.size(); ++place) {
+            const std::string& word = arguments[place];
+            if (const auto value = tellingValue(arguments, place))
+                add(parseEndpoint(*value)->port);
             if (word.find("://") == std::string::npos && !speaksOfOthers(inSmallLetters(word))) {
                 for (const std::uint16_t port : portsInValue(word))
                     add(port);

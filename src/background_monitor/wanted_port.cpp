@@ -9,9 +9,6 @@
 namespace zenlot {
 namespace {
 
-constexpr std::size_t kLongestName = 60;
-constexpr std::uint16_t kLowestPort = 80; // below it a number counts workers or seconds
-
 // Words that say of a command that it builds, tests or tidies, and serves nothing.
 constexpr std::array<std::string_view, 48> kNotServing{
     "lint",           "test",      "tests",      "install",
@@ -61,24 +58,18 @@ void forEachValue(const std::vector<std::string>& flags, const std::vector<std::
 }
 
 // Of a program that no row knows: an option, a property or an assignment whose name speaks of
-// listening, such as --listen-port, -Dhttp.port= and port=.
+// listening, such as --listen-port, -Dhttp.port= and port=. Of several that say different things
+// nobody knows which one counts.
 std::optional<Endpoint> endpointInTellingWords(const std::vector<std::string>& arguments) {
     std::optional<Endpoint> found;
     for (std::size_t place = 0; place < arguments.size(); ++place) {
-        const std::string_view word = arguments[place];
-        const std::size_t equals = word.find('=');
-        const std::string name = inSmallLetters(word.substr(0, equals));
-        if (name.size() > kLongestName || !speaksOfListening(name) || speaksOfOthers(name))
+        const auto value = tellingValue(arguments, place);
+        const auto endpoint = value ? parseEndpoint(*value) : std::nullopt;
+        if (!endpoint)
             continue;
-        std::string_view value;
-        if (equals != std::string_view::npos)
-            value = word.substr(equals + 1);
-        else if (word.starts_with('-') && place + 1 < arguments.size())
-            value = arguments[place + 1];
-        const auto endpoint = parseEndpoint(value);
-        const bool isPort = endpoint && (endpoint->port >= kLowestPort || name.ends_with("port"));
-        if (isPort)
-            found = endpoint;
+        if (found && found->port != endpoint->port)
+            return std::nullopt;
+        found = endpoint;
     }
     return found;
 }

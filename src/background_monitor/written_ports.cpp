@@ -145,6 +145,17 @@ bool isInUrl(std::string_view line, std::size_t place) {
            line.substr(scheme, place - scheme).find_first_of(" \t\"'`,") == std::string_view::npos;
 }
 
+// Whether what stands before the number at that place is called just "port".
+bool isValueOfPort(std::string_view line, std::size_t place) {
+    std::size_t end = place;
+    while (end > 0 && std::string_view(" :=>(\"'").find(line[end - 1]) != std::string_view::npos)
+        --end;
+    std::size_t start = end;
+    while (start > 0 && isWordCharacter(line[start - 1]))
+        --start;
+    return inSmallLetters(line.substr(start, end - start)) == "port";
+}
+
 template <typename Call>
 void forEachLine(std::string_view text, Call&& call) {
     while (!text.empty()) {
@@ -181,7 +192,15 @@ std::vector<PortSite> portSites(std::string_view text) {
         PortSite site;
         // Of a line without numbers and variables nobody asks what it is about.
         site.variables = variablesIn(line);
-        forEachPort(line, [&](std::uint16_t port, std::size_t) { addOnce(site.ports, port); });
+        std::vector<std::uint16_t> direct;
+        forEachPort(line, [&](std::uint16_t port, std::size_t place) {
+            addOnce(site.ports, port);
+            if (isValueOfPort(line, place))
+                addOnce(direct, port);
+        });
+        // Of several numbers those that are called "port" themselves.
+        if (!direct.empty())
+            site.ports = std::move(direct);
         const bool isAboutNothing = site.variables.empty() && site.ports.empty();
         const std::string small = inSmallLetters(line);
         site.readsArguments = mentions(small, kArguments);

@@ -138,6 +138,13 @@ const Case kCases[]{
     {"built program", "/opt/shop/server -http-port=8088 -Ddb.port=5432", "8088"},
     {"any program", "/usr/sbin/lighttpd -D -f lighttpd.conf", kUnknown},
     {"any program", "/usr/bin/grep -r 3000", kNothing},
+    {"any program",
+     "/usr/bin/etcd --listen-client-urls http://127.0.0.1:2381 --advertise-client-urls x",
+     "127.0.0.1:2381"},
+    {"any program",
+     "/usr/bin/etcd --listen-client-urls http://:2381 --listen-peer-urls http://:2382", kUnknown},
+    {"any program", "/usr/sbin/varnishd -a :8080 -b :8081", kUnknown},
+    {"Browsersync", "node node_modules/.bin/browser-sync start --port 3007", "3007"},
 };
 
 std::string text(const IpAddress& address) {

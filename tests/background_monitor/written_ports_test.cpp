@@ -21,6 +21,7 @@ TEST(WrittenPortsTest, LinesThatSayWhereToListen) {
         {"http.ListenAndServe(\":8080\", nil)", {{4, {}, {8080}, false}}},
         {"let port: u16 = 8081u16;", {{3, {}, {8081}, false}}},
         {"my $port = $ENV{WEB_PORT} // 3000;", {{3, {"ENV", "WEB_PORT"}, {3000}, false}}},
+        {"x({ metricsPort: 9100, port: 3006 })", {{3, {}, {3006}, false}}},
         {"METRICS_PORT = 9100", {{2, {}, {9100}, false}}},
         {"origin = 'http://localhost:8081'", {}},
         {"port = 5432 # postgres", {{3, {}, {5432}, false}}},
