@@ -574,7 +574,6 @@ def crashes(port):
         ("Flask, syntax error", py("-m flask --app broken run"), {"broken.py": "x = (\n"}, 5000),
         ("uvicorn, no such app", py("-m uvicorn missing:app"), {"x": ""}, 8000),
         ("gunicorn, broken config", "/usr/bin/gunicorn -c missing.py app:app", {"x": ""}, 8000),
-        ("gunicorn, no such app", "/usr/bin/gunicorn -b 127.0.0.1:%P missing:app", {"x": ""}),
         ("Django, no settings", py("manage.py runserver --settings missing"), DJANGO, 8000),
         ("aiohttp, missing module", py("missing.py"),
          {"missing.py": "import no_such_module\nfrom aiohttp import web\nweb.run_app(web.Application(), port=%P)\n"}),

@@ -169,7 +169,8 @@ bool LiveMachine::nameAfter(PortHolder& holder, std::span<const ProcessId> pids)
 
 std::vector<PortAnswer> LiveMachine::writtenPorts(const Attempt& attempt,
                                                   std::span<const std::uint16_t> held) const {
-    return answersInFilesOf(attempt, held);
+    return answersInFilesOf(attempt, held,
+                            [this](const IpAddress& address) { return hasAddress(address); });
 }
 
 bool LiveMachine::mayListenOn(std::uint16_t port) const {

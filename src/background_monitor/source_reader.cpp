@@ -38,6 +38,8 @@ constexpr std::size_t kMostProjectEntries = 4000;
 constexpr int kDeepestProjectFolder = 4;
 constexpr int kFarthestProjectRoot = 6;
 constexpr std::chrono::milliseconds kLongestSearch{400};
+// How likely a line has to say where to listen for its address to count.
+constexpr int kSurely = 3;
 constexpr std::size_t kPiece = std::size_t{1024} * 1024;
 // More than the longest thing that is looked for.
 constexpr std::size_t kOverlap = 64;
@@ -185,14 +187,18 @@ std::optional<fs::path> importedFile(const fs::path& folder, const std::string& 
 // One search through the files of one attempt.
 class FileSearch {
   public:
-    FileSearch(const Attempt& attempt, std::span<const std::uint16_t> held)
-        : attempt_(attempt), held_(held), folder_(attempt.workingDirectory),
+    FileSearch(const Attempt& attempt, std::span<const std::uint16_t> held,
+               const AddressQuestion& hasAddress)
+        : attempt_(attempt), held_(held), hasAddress_(hasAddress),
+          folder_(attempt.workingDirectory),
           deadline_(std::chrono::steady_clock::now() + kLongestSearch) {}
 
     std::vector<PortAnswer> answers() {
         readSources();
         readSettingsFiles();
         readVariableFiles();
+        if (std::ranges::any_of(sites_, [this](const PortSite& site) { return isElsewhere(site); }))
+            return {};
         std::vector<PortAnswer> all =
             answersOfSites(sites_, attempt_.environment, variables_, attempt_.arguments);
         std::vector<Setting> variables = attempt_.environment;
@@ -223,6 +229,11 @@ class FileSearch {
     }
 
   private:
+    bool isElsewhere(const PortSite& site) const {
+        return site.likelihood >= kSurely && !site.addresses.empty() &&
+               std::ranges::none_of(site.addresses, hasAddress_);
+    }
+
     bool hasTime() const { return std::chrono::steady_clock::now() < deadline_; }
 
     void readSources() {
@@ -600,6 +611,7 @@ class FileSearch {
 
     const Attempt& attempt_;
     std::span<const std::uint16_t> held_;
+    const AddressQuestion& hasAddress_;
     fs::path folder_;
     fs::path scriptFolder_;
     std::chrono::steady_clock::time_point deadline_;
@@ -617,13 +629,14 @@ class FileSearch {
 } // namespace
 
 std::vector<PortAnswer> answersInFilesOf(const Attempt& attempt,
-                                         std::span<const std::uint16_t> held) {
+                                         std::span<const std::uint16_t> held,
+                                         const AddressQuestion& hasAddress) {
     std::ifstream mounts("/proc/self/mountinfo");
     std::ostringstream mountInfo;
     mountInfo << mounts.rdbuf();
     if (liesOnNetwork(attempt.workingDirectory, mountInfo.str()))
         return {};
-    return FileSearch(attempt, held).answers();
+    return FileSearch(attempt, held, hasAddress).answers();
 }
 
 bool liesOnNetwork(const std::string& path, std::string_view mountInfo) {

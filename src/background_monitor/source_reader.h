@@ -11,15 +11,21 @@
 #include "background_monitor/port_question.h"
 
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
 #include <vector>
 
 namespace zenlot {
 
-// `held` are the ports about which it is asked whether built programs and the project mention them.
+using AddressQuestion = std::function<bool(const IpAddress& address)>;
+
+// `held` are the ports about which it is asked whether built programs and the project mention them;
+// `hasAddress` says whether an address is the machine's own. There is no answer for what would
+// listen elsewhere.
 std::vector<PortAnswer> answersInFilesOf(const Attempt& attempt,
-                                         std::span<const std::uint16_t> held);
+                                         std::span<const std::uint16_t> held,
+                                         const AddressQuestion& hasAddress);
 
 // Whether the path lies on a file system that may keep whoever touches it waiting, by the mounts of
 // a process as /proc/PID/mountinfo lists them.

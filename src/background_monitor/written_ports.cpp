@@ -145,6 +145,24 @@ bool isInUrl(std::string_view line, std::size_t place) {
            line.substr(scheme, place - scheme).find_first_of(" \t\"'`,") == std::string_view::npos;
 }
 
+// The addresses on a line that are written as numbers, with or without a port behind them.
+std::vector<IpAddress> addressesIn(std::string_view line) {
+    constexpr std::string_view kCharacters = "0123456789abcdefABCDEF:.";
+    std::vector<IpAddress> addresses;
+    for (std::size_t place = line.find_first_of(kCharacters); place != std::string_view::npos;) {
+        const std::size_t end = std::min(line.find_first_not_of(kCharacters, place), line.size());
+        std::string_view word = line.substr(place, end - place);
+        if (std::ranges::count(word, '.') == 3)
+            word = word.substr(0, word.find(':'));
+        if (std::ranges::count(word, '.') == 3 || std::ranges::count(word, ':') >= 2) {
+            if (const auto address = IpAddress::parse(word))
+                addresses.push_back(*address);
+        }
+        place = line.find_first_of(kCharacters, end);
+    }
+    return addresses;
+}
+
 // Whether what stands before the number at that place is called just "port".
 bool isValueOfPort(std::string_view line, std::size_t place) {
     std::size_t end = place;
@@ -207,6 +225,7 @@ std::vector<PortSite> portSites(std::string_view text) {
         if ((isAboutNothing && !site.readsArguments) || sites.size() >= kMostSites)
             return;
         site.likelihood = likelihoodOf(small);
+        site.addresses = addressesIn(line);
         if (site.likelihood != 0)
             sites.push_back(std::move(site));
     });

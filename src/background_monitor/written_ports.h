@@ -2,6 +2,8 @@
 // the files.
 #pragma once
 
+#include "inventory/listening_socket.h"
+
 #include <cstdint>
 #include <span>
 #include <string>
@@ -18,6 +20,7 @@ struct PortSite {
     std::vector<std::string> variables; // of the environment, in the order in which they are asked
     std::vector<std::uint16_t> ports;   // what stands there, or counts when no variable is set
     bool readsArguments{false};         // whether the command line is asked on that line
+    std::vector<IpAddress> addresses;   // that stand there as numbers
 
     friend bool operator==(const PortSite&, const PortSite&) = default;
 };

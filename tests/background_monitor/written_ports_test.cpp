@@ -13,18 +13,24 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
+const AddressQuestion isOurs = [](const IpAddress& address) {
+    return address == *IpAddress::parse("127.0.0.1");
+};
+
 TEST(WrittenPortsTest, LinesThatSayWhereToListen) {
     const std::pair<const char*, std::vector<PortSite>> cases[]{
-        {"app.listen(3000, () => {})", {{4, {}, {3000}, false}}},
-        {"const port = process.env.PORT || 4000 // not 5000", {{3, {"PORT"}, {4000}, false}}},
-        {"  server: { port: 3005 },", {{3, {}, {3005}, false}}},
-        {"http.ListenAndServe(\":8080\", nil)", {{4, {}, {8080}, false}}},
-        {"let port: u16 = 8081u16;", {{3, {}, {8081}, false}}},
-        {"my $port = $ENV{WEB_PORT} // 3000;", {{3, {"ENV", "WEB_PORT"}, {3000}, false}}},
-        {"x({ metricsPort: 9100, port: 3006 })", {{3, {}, {3006}, false}}},
-        {"METRICS_PORT = 9100", {{2, {}, {9100}, false}}},
+        {"app.listen(3000, () => {})", {{4, {}, {3000}, false, {}}}},
+        {"const port = process.env.PORT || 4000 // not 5000", {{3, {"PORT"}, {4000}, false, {}}}},
+        {"  server: { port: 3005 },", {{3, {}, {3005}, false, {}}}},
+        {"http.ListenAndServe(\":8080\", nil)", {{4, {}, {8080}, false, {}}}},
+        {"let port: u16 = 8081u16;", {{3, {}, {8081}, false, {}}}},
+        {"my $port = $ENV{WEB_PORT} // 3000;", {{3, {"ENV", "WEB_PORT"}, {3000}, false, {}}}},
+        {"listen(3000, '10.0.0.1') // ::1",
+         {{4, {}, {3000}, false, {*IpAddress::parse("10.0.0.1")}}}},
+        {"x({ metricsPort: 9100, port: 3006 })", {{3, {}, {3006}, false, {}}}},
+        {"METRICS_PORT = 9100", {{2, {}, {9100}, false, {}}}},
         {"origin = 'http://localhost:8081'", {}},
-        {"port = 5432 # postgres", {{3, {}, {5432}, false}}},
+        {"port = 5432 # postgres", {{3, {}, {5432}, false, {}}}},
         {"postgres_port = 5432", {}},
         {"proxy: { target: 'http://localhost:8080' }", {}},
         {"fetch('http://localhost:8080/port')", {}},
@@ -74,7 +80,7 @@ class SourceReaderTest : public testing::Test {
     }
 
     std::vector<std::uint16_t> ports() {
-        answer = decidingAnswer(answersInFilesOf(attempt, held));
+        answer = decidingAnswer(answersInFilesOf(attempt, held, isOurs));
         return answer ? answer->ports : std::vector<std::uint16_t>();
     }
     std::vector<std::uint16_t> ports(const std::string& script) {
@@ -98,6 +104,8 @@ TEST_F(SourceReaderTest, FollowsWhatAScriptLoadsFromItsOwnFolder) {
     EXPECT_THAT(ports("server"), ElementsAre(4100));
     EXPECT_THAT(ports((folder.path() / "app/own.py").string()), ElementsAre(4200));
     EXPECT_THAT(ports("missing.js"), IsEmpty());
+    folder.write("app/elsewhere.js", "listen(4300, '10.0.0.1')\n");
+    EXPECT_THAT(ports("elsewhere.js"), IsEmpty());
     runtime.configs = {"vite.config.js"};
     folder.write("app/vite.config.js", "export default { server: { port: 4300 } }");
     EXPECT_THAT(ports(""), ElementsAre(4300));
@@ -171,7 +179,7 @@ TEST(SourceReaderBoundsTest, ReadsLargeProgramsWholly) {
                                    std::string(2'097'152 - place, '\x7f'));
         attempt.program = std::make_shared<const FileDescriptor>(
             ::open((folder.path() / "server").c_str(), O_RDONLY | O_CLOEXEC));
-        EXPECT_EQ(decidingAnswer(answersInFilesOf(attempt, held)),
+        EXPECT_EQ(decidingAnswer(answersInFilesOf(attempt, held, isOurs)),
                   (PortAnswer{PortSource::source, {8080}}))
             << place;
     }
