@@ -568,8 +568,6 @@ def crashes(port):
         ("node, syntax error", "node broken.js", {"broken.js": "const http = require('http'\n" + HTTP + ".listen(%P);\n"}),
         ("node, missing module", "node missing.js", {"missing.js": "require('no-such-module');\n" + HTTP + ".listen(%P);\n"}),
         ("Vite, broken config", "vite", {"vite.config.js": "export default {\n", "index.html": "<!doctype html>\n"}, 5173),
-        ("Next.js, broken config", "next dev",
-         {"next.config.mjs": "export default {\n", "package.json": '{"name": "broken", "private": true}\n'}, 3000),
         ("webpack serve, no config", "webpack serve -c missing.js", {"package.json": "{}"}, 8080),
         ("Flask, syntax error", py("-m flask --app broken run"), {"broken.py": "x = (\n"}, 5000),
         ("uvicorn, no such app", py("-m uvicorn missing:app"), {"x": ""}, 8000),
