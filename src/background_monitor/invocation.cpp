@@ -354,6 +354,13 @@ std::optional<Invocation> identifyInvocation(std::span<const std::string> comman
     invocation.arguments = from(commandLine, 1);
     if (std::ranges::find(kPlain, name) != kPlain.end()) {
         invocation.tool = name;
+        const auto isOfBuild = [](const std::string& word) {
+            return word.find("org.gradle.") != std::string::npos ||
+                   word.find("plexus.classworlds") != std::string::npos;
+        };
+        // What builds starts the program that it has built as one of its own.
+        if (name == "java" && std::ranges::any_of(commandLine, isOfBuild))
+            return std::nullopt;
         if (name == "java")
             invocation.script = javaProgram(commandLine);
         else if (name == "beam.smp")

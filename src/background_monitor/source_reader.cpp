@@ -218,7 +218,8 @@ class FileSearch {
         addBuiltsVariables(all);
         if (attempt_.runtime->mayNamePortItself) {
             all.push_back({PortSource::mention, mentionedNearby()});
-            if (!decidingAnswer(all))
+            // What is merely installed has no project.
+            if (!isUnknown() && !decidingAnswer(all))
                 all.push_back({PortSource::project, mentionedInProject()});
             for (const auto& [library, port] : attempt_.runtime->libraries) {
                 if (usesLibrary(library))
@@ -232,6 +233,11 @@ class FileSearch {
     bool isElsewhere(const PortSite& site) const {
         return site.likelihood >= kSurely && !site.addresses.empty() &&
                std::ranges::none_of(site.addresses, hasAddress_);
+    }
+
+    bool isUnknown() const {
+        return std::ranges::find(attempt_.runtime->programs, kAnyProgram) !=
+               attempt_.runtime->programs.end();
     }
 
     bool hasTime() const { return std::chrono::steady_clock::now() < deadline_; }

@@ -130,7 +130,10 @@ std::optional<WantedPort> wantedPort(const Runtime& runtime, const Invocation& i
             return std::nullopt;
     }
     const bool isKnownToServe = !runtime.within.empty();
-    if (!isKnownToServe && (isNotServing(firstWord) || isNotServing(invocation.tool)))
+    // A script of the user's own may be called as it likes; a module is called by its name.
+    const bool isInstalled = invocation.genericTool.empty() || invocation.script == invocation.tool;
+    if (!isKnownToServe &&
+        (isNotServing(firstWord) || (isInstalled && isNotServing(invocation.tool))))
         return std::nullopt;
 
     WantedPort wanted;
