@@ -2,6 +2,7 @@
 #pragma once
 
 #include "background_monitor/runtime_table.h"
+#include "background_monitor/settings_text.h"
 #include "background_monitor/wanted_port.h"
 #include "inventory/linux/file_descriptor.h"
 #include "inventory/process_tables.h"
@@ -29,7 +30,12 @@ struct Attempt {
     WantedPort wanted;
     std::size_t commandKey{0}; // the same for the same command in the same folder
     // Where to look for ports that are written down, in memory only.
+    std::string home;
     std::string workingDirectory;
+    std::string executable;
+    std::vector<std::string> arguments;        // of the tool
+    std::vector<Setting> environment;          // the variables that hold a port
+    std::vector<std::string> environmentFiles; // that the arguments name
     std::string script;
     std::string inlineSource;
     std::string config;

@@ -1,6 +1,7 @@
 #include "background_monitor/attempt_reader.h"
 
 #include "background_monitor/invocation.h"
+#include "background_monitor/port_text.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -11,6 +12,7 @@
 #include <climits>
 #include <ctime>
 #include <functional>
+#include <string_view>
 #include <utility>
 
 namespace zenlot {
@@ -19,6 +21,10 @@ namespace {
 constexpr std::size_t kMostBytes = std::size_t{128} * 1024;
 constexpr std::size_t kMostSourceBytes = std::size_t{16} * 1024;
 constexpr int kMostAncestors = 32;
+constexpr std::size_t kMostArguments = 64;
+constexpr std::size_t kMostArgumentBytes = std::size_t{4} * 1024;
+constexpr std::size_t kMostVariables = 24;
+constexpr std::size_t kLongestVariable = 200;
 
 // The first bytes of a file of the user's own processes; none for another user's.
 std::optional<std::string> readOwned(const std::string& path, UserId user) {
@@ -57,6 +63,36 @@ std::string valueOf(const std::string& environment, const std::string& name) {
     return {};
 }
 
+// Many attempts are kept at a time.
+std::vector<std::string> bounded(const std::vector<std::string>& words) {
+    std::vector<std::string> kept;
+    std::size_t bytes = 0;
+    for (const std::string& word : words) {
+        bytes += word.size();
+        if (kept.size() >= kMostArguments || bytes > kMostArgumentBytes)
+            break;
+        kept.push_back(word);
+    }
+    return kept;
+}
+
+std::vector<Setting> variablesWithPorts(const std::string& environment) {
+    std::vector<Setting> variables;
+    for (std::size_t place = 0; place < environment.size();) {
+        const std::size_t end = std::min(environment.find('\0', place), environment.size());
+        const std::string_view variable = std::string_view(environment).substr(place, end - place);
+        place = end + 1;
+        const std::size_t equals = variable.find('=');
+        if (equals == std::string_view::npos || variable.size() > kLongestVariable)
+            continue;
+        const std::string_view value = variable.substr(equals + 1);
+        const auto endpoint = parseEndpoint(value);
+        if (endpoint && endpoint->port != 0 && variables.size() < kMostVariables)
+            variables.push_back({std::string(variable.substr(0, equals)), std::string(value)});
+    }
+    return variables;
+}
+
 std::size_t keyOf(const Invocation& invocation, const std::string& workingDirectory) {
     // What `go run` builds lies in another folder every time.
     std::string text = workingDirectory + '\0' + invocation.tool + '\0' +
@@ -80,7 +116,8 @@ std::optional<Attempt> AttemptReader::read(ProcessId pid) const {
     if (!commandLine || commandLine->empty())
         return std::nullopt;
     const std::vector<std::string> words = splitAtZeros(*commandLine);
-    const auto invocation = identifyInvocation(words, procFiles_.executablePath(pid), home_);
+    const std::string executable = procFiles_.executablePath(pid);
+    const auto invocation = identifyInvocation(words, executable);
     const Runtime* runtime = invocation ? table_.find(*invocation) : nullptr;
     if (!runtime)
         return std::nullopt;
@@ -96,7 +133,12 @@ std::optional<Attempt> AttemptReader::read(ProcessId pid) const {
     attempt.pid = pid;
     attempt.runtime = runtime;
     attempt.wanted = *wanted;
+    attempt.home = home_;
     attempt.workingDirectory = link(pid, "cwd");
+    attempt.executable = executable;
+    attempt.arguments = bounded(invocation->arguments);
+    attempt.environment = variablesWithPorts(environment);
+    attempt.environmentFiles = bounded(invocation->environmentFiles);
     // Many attempts are kept at a time, and no path is longer than that.
     attempt.script = invocation->script.substr(0, PATH_MAX);
     attempt.inlineSource = invocation->inlineSource.substr(0, kMostSourceBytes);

@@ -11,10 +11,20 @@ namespace {
 constexpr std::size_t kMostAttempts = 512;
 constexpr std::size_t kMostDeadSockets = 64;
 constexpr std::size_t kMostUsedPorts = 256;
+constexpr std::size_t kMostPortsOfCommand = 4;
+constexpr std::size_t kMostSuspects = 512;
 constexpr std::size_t kMostAnnouncements = 64;
 
-// A server that can't bind ends soon after, once it has said so and put its house in order.
+// A server that can't bind ends soon after, once it has said so and put its house in order: within
+// a quarter of a second on a busy machine. Where nobody else can have left the dead socket it may
+// take longer.
+constexpr BootTime kFarewell{400};
 constexpr BootTime kLongestFarewell{1500};
+// Who leaves so many dead sockets in that time, and is not known, may leave the next one as well.
+constexpr int kNoise = 6;
+constexpr BootTime kNoiseTime{3000};
+// So long a socket may live whose connection found no route.
+constexpr BootTime kLongestFailedConnection{1000};
 // Events of sockets and of processes take ways of their own.
 constexpr BootTime kEventDelay{120};
 constexpr BootTime kFirstLookAfterEnd{15};
@@ -29,6 +39,8 @@ constexpr std::array<BootTime, 9> kLooksAfterEvidence{
     BootTime(1100), BootTime(1500), BootTime(2000), BootTime(3000)};
 // After this long a tool that still listens nowhere has not simply taken the next port.
 constexpr BootTime kGoesOnAfter{300};
+// After this long one whose port was named is not just slow.
+constexpr BootTime kStaysWithoutPort{1500};
 // Restarts that follow faster than people do are a loop.
 constexpr BootTime kFasterThanPeople{3000};
 // Several processes of one attempt may fail one after the other.
@@ -67,16 +79,44 @@ bool isIpv4(const ListeningSocket& socket) {
 }
 
 // Whether listening there says that the wanted port could not be had.
-bool isDrift(const Attempt& attempt, std::uint16_t wanted,
+bool isDrift(const Attempt& attempt, const PortAnswer& answer, std::uint16_t wanted,
              const std::vector<ListeningSocket>& own) {
-    if (attempt.runtime->drifts || attempt.wanted.isExplicit())
+    if (attempt.runtime->drifts || isExplicit(answer.source))
         return !own.empty();
     return std::ranges::any_of(own, [wanted](const ListeningSocket& socket) {
         return socket.port > wanted && socket.port <= wanted + kNextPorts;
     });
 }
 
+// Whether only its command line tells that it may be a server.
+bool isUnknown(const Attempt& attempt) {
+    return contains(attempt.runtime->programs, kAnyProgram);
+}
+
+// Whether the answer is too weak where it is not certain that the attempt was refused anything.
+bool isWeak(const Attempt& attempt, const PortAnswer& answer) {
+    return answer.source == PortSource::project ||
+           (isUnknown(attempt) && !isExplicit(answer.source));
+}
+
 } // namespace
+
+// The machine during one round of looks, which asks it for its listening sockets once.
+class AttemptTracker::Present {
+  public:
+    explicit Present(const Machine& asked) : machine(asked) {}
+
+    const Machine& machine;
+
+    const std::vector<ListeningSocket>& listening() const {
+        if (!listening_)
+            listening_ = machine.listeningSockets();
+        return *listening_;
+    }
+
+  private:
+    mutable std::optional<std::vector<ListeningSocket>> listening_;
+};
 
 AttemptTracker::AttemptTracker(DeadSockets deadSockets, Ends ends)
     : deadSocketsSeen_(deadSockets), ends_(ends) {}
@@ -110,6 +150,11 @@ void AttemptTracker::processStarted(Attempt attempt, BootTime now) {
     tracked.attempt = std::move(attempt);
     tracked.nextLook = tracked.attempt.runtime->probesByConnecting ? now + kLookForConnecting
                                                                    : notBefore(now + kSettled);
+    tracked.startedAmidNoise =
+        kNoise <= std::ranges::count_if(deadSockets_, [&tracked](const DeadSocket& dead) {
+            const BootTime before = tracked.attempt.startedAt - dead.at;
+            return before > BootTime(0) && before <= kNoiseTime;
+        });
     // A process that was found only now may have failed already.
     for (const DeadSocket& dead : deadSockets_) {
         if (dead.at >= tracked.attempt.startedAt && tracked.evidenceAt == BootTime(0)) {
@@ -139,6 +184,12 @@ void AttemptTracker::processEnded(ProcessId pid, ProcessEnd end, BootTime now) {
 void AttemptTracker::socketDied(UnusedSocket socket, BootTime now) {
     if (socket.kind == UnusedSocket::Kind::bound)
         return;
+    if (socket.kind == UnusedSocket::Kind::failedConnection) {
+        // One over IPv4 through an IPv6 socket is counted with the others, and needs no taking
+        // back.
+        foundFailedConnections_ += socket.family == AddressFamily::ipv4 ? 1 : 0;
+        return;
+    }
     if (socket.kind == UnusedSocket::Kind::addressProbe) {
         // The probe begins with a socket that is not even bound.
         const auto probe =
@@ -155,6 +206,13 @@ void AttemptTracker::socketDied(UnusedSocket socket, BootTime now) {
         lastProbeAt_ = BootTime(-1'000'000);
         return;
     }
+    while (!failedConnections_.empty() &&
+           now - failedConnections_.front() > kLongestFailedConnection)
+        failedConnections_.pop_front();
+    if (socket.family == AddressFamily::ipv4 && !failedConnections_.empty()) {
+        failedConnections_.pop_front();
+        return;
+    }
     if (deadSockets_.size() >= kMostDeadSockets)
         deadSockets_.pop_front();
     deadSockets_.push_back({now, socket.family});
@@ -169,6 +227,20 @@ void AttemptTracker::socketDied(UnusedSocket socket, BootTime now) {
     }
 }
 
+void AttemptTracker::connectionsFailed(std::uint64_t count, BootTime now) {
+    count -= std::min(count, std::exchange(foundFailedConnections_, 0));
+    for (count = std::min<std::uint64_t>(count, kMostDeadSockets); count > 0; --count) {
+        const auto dead =
+            std::find_if(deadSockets_.rbegin(), deadSockets_.rend(), [now](const DeadSocket& each) {
+                return each.family == AddressFamily::ipv4 && now - each.at <= kEventDelay;
+            });
+        if (dead != deadSockets_.rend())
+            deadSockets_.erase(std::next(dead).base());
+        else if (failedConnections_.size() < kMostDeadSockets)
+            failedConnections_.push_back(now);
+    }
+}
+
 std::optional<BootTime> AttemptTracker::nextLook() const {
     const auto next = std::ranges::min_element(attempts_, {}, &Tracked::nextLook);
     return next == attempts_.end() ? std::nullopt : std::optional(next->nextLook);
@@ -177,60 +249,79 @@ std::optional<BootTime> AttemptTracker::nextLook() const {
 std::vector<Verdict> AttemptTracker::look(const Machine& machine, BootTime now) {
     while (!deadSockets_.empty() && now - deadSockets_.front().at > kLongestSearch)
         deadSockets_.pop_front();
+    while (!suspects_.empty() && now - suspects_.front().endedAt > kLongestSearch)
+        suspects_.pop_front();
+    const Present present(machine);
     std::vector<Verdict> verdicts;
     std::erase_if(attempts_, [&](Tracked& tracked) {
-        return tracked.nextLook <= now && lookAt(tracked, machine, now, verdicts) == Outcome::done;
+        if (tracked.nextLook > now || lookAt(tracked, present, now, verdicts) != Outcome::done)
+            return false;
+        suspect(tracked);
+        return true;
     });
     return verdicts;
 }
 
-AttemptTracker::Outcome AttemptTracker::lookAt(Tracked& tracked, const Machine& machine,
+AttemptTracker::Outcome AttemptTracker::lookAt(Tracked& tracked, const Present& present,
                                                BootTime now, std::vector<Verdict>& verdicts) {
     if (tracked.endedAt)
-        return lookAtEnded(tracked, machine, now, verdicts);
-    if (machine.isRunning(tracked.attempt))
-        return lookAtRunning(tracked, machine, now, verdicts);
-    if (ends_ == Ends::unseen) {
-        tracked.endedAt = now;
-        return lookAtEnded(tracked, machine, now, verdicts);
-    }
-    // Word of its failure may still be on its way; without one it ended well.
-    if (!tracked.vanishedAt)
-        tracked.vanishedAt = now;
-    tracked.nextLook = notBefore(now + kUnseenEndGrace);
-    return now - *tracked.vanishedAt >= kUnseenEndGrace ? Outcome::done : Outcome::keepLooking;
+        return lookAtEnded(tracked, present, now, verdicts);
+    if (present.machine.isRunning(tracked.attempt))
+        return lookAtRunning(tracked, present, now, verdicts);
+    return lookAtVanished(tracked, present, now, verdicts);
 }
 
-AttemptTracker::Outcome AttemptTracker::lookAtEnded(Tracked& tracked, const Machine& machine,
+AttemptTracker::Outcome AttemptTracker::lookAtVanished(Tracked& tracked, const Present& present,
+                                                       BootTime now,
+                                                       std::vector<Verdict>& verdicts) {
+    if (ends_ == Ends::unseen) {
+        tracked.endedAt = now;
+        return lookAtEnded(tracked, present, now, verdicts);
+    }
+    // Word of its failure, or of the signal that ended it, may still be on its way.
+    if (!tracked.vanishedAt)
+        tracked.vanishedAt = now;
+    if (now - *tracked.vanishedAt < kUnseenEndGrace) {
+        tracked.nextLook = notBefore(now + kUnseenEndGrace);
+        return Outcome::keepLooking;
+    }
+    // It said that all was well. Some servers say so when they were refused.
+    tracked.endedAt = tracked.vanishedAt;
+    tracked.hasEndedQuietly = true;
+    return lookAtEnded(tracked, present, now, verdicts);
+}
+
+AttemptTracker::Outcome AttemptTracker::lookAtEnded(Tracked& tracked, const Present& present,
                                                     BootTime now, std::vector<Verdict>& verdicts) {
     const Attempt& attempt = tracked.attempt;
-    const auto evidence = evidenceFor(tracked, now);
+    const Evidence evidence = evidenceFor(tracked, present, now);
     const bool isUnseen = deadSocketsSeen_ == DeadSockets::unseen;
-    if (isUnseen && ends_ == Ends::unseen)
+    if (isUnseen && (ends_ == Ends::unseen || tracked.hasEndedQuietly))
+        return Outcome::done;
+    if (tracked.startedAmidNoise)
         return Outcome::done;
     if (evidence == deadSockets_.end() && !isUnseen) {
         tracked.nextLook = *tracked.endedAt + kEventDelay;
         return now >= tracked.nextLook ? Outcome::done : Outcome::keepLooking;
     }
-    if (*tracked.endedAt - attempt.startedAt > kFirstSeconds)
+    const auto answer = answerFor(attempt, present);
+    const BootTime evidenceAt = isUnseen ? *tracked.endedAt : evidence->at;
+    if (!answer ||
+        ((isUnseen || tracked.hasEndedQuietly || mayBeOthers(tracked, present, evidenceAt)) &&
+         isWeak(attempt, *answer)))
         return Outcome::done;
-    const std::vector<ListeningSocket> listening = machine.listeningSockets();
-    const std::vector<std::uint16_t> wanted = wantedPorts(attempt, machine, listening);
-    if (auto verdict = judge(attempt, Verdict::Kind::failedStart, machine, listening, wanted)) {
-        if (!isUnseen)
-            deadSockets_.erase(evidence);
-        if (announce(attempt, *verdict, now))
-            verdicts.push_back(*std::move(verdict));
-    }
+    if (auto verdict = judge(attempt, Verdict::Kind::failedStart, present, present.listening(),
+                             *answer, evidenceAt))
+        conclude(tracked, evidence, *std::move(verdict), now, verdicts);
     return Outcome::done;
 }
 
-AttemptTracker::Outcome AttemptTracker::lookAtRunning(Tracked& tracked, const Machine& machine,
+AttemptTracker::Outcome AttemptTracker::lookAtRunning(Tracked& tracked, const Present& present,
                                                       BootTime now,
                                                       std::vector<Verdict>& verdicts) {
     const Attempt& attempt = tracked.attempt;
-    const std::vector<std::uint64_t> inodes = machine.socketsOfTree(attempt.pid);
-    std::vector<ListeningSocket> foreign = machine.listeningSockets();
+    const std::vector<std::uint64_t> inodes = present.machine.socketsOfTree(attempt.pid);
+    std::vector<ListeningSocket> foreign = present.listening();
     const auto firstOwn = std::stable_partition(
         foreign.begin(), foreign.end(),
         [&inodes](const ListeningSocket& socket) { return !contains(inodes, socket.inode); });
@@ -238,101 +329,124 @@ AttemptTracker::Outcome AttemptTracker::lookAtRunning(Tracked& tracked, const Ma
     foreign.erase(firstOwn, foreign.end());
 
     const bool isSettled = now - attempt.startedAt >= kSettled;
-    const auto evidence = evidenceFor(tracked, now);
-    const bool mayJudge = evidence != deadSockets_.end() || attempt.runtime->probesByConnecting ||
+    const Evidence evidence = evidenceFor(tracked, present, now);
+    const bool hasEvidence = evidence != deadSockets_.end();
+    const bool mayJudge = hasEvidence || attempt.runtime->probesByConnecting ||
                           (deadSocketsSeen_ == DeadSockets::unseen && attempt.runtime->drifts);
-    if (mayJudge) {
-        const std::vector<std::uint16_t> wanted = wantedPorts(attempt, machine, foreign);
-        const auto isWanted = [&wanted](const ListeningSocket& socket) {
-            return contains(wanted, socket.port);
+    const bool mayGoOn = own.empty() && hasEvidence && !tracked.startedAmidNoise &&
+                         now - tracked.evidenceAt >= kGoesOnAfter;
+    const auto answer =
+        mayJudge && (!own.empty() || mayGoOn) ? answerFor(attempt, present) : std::nullopt;
+    if (answer) {
+        const BootTime evidenceAt = hasEvidence ? evidence->at : now;
+        const auto isWanted = [&answer](const ListeningSocket& socket) {
+            return contains(answer->ports, socket.port);
         };
+        std::optional<Verdict> verdict;
         if (std::ranges::any_of(own, isWanted)) {
             // Some servers ask for the port twice, and go on with the half that they got.
-            const bool isHalf = evidence != deadSockets_.end() &&
-                                evidence->family == AddressFamily::ipv4 &&
+            const bool isHalf = hasEvidence && evidence->family == AddressFamily::ipv4 &&
                                 std::ranges::none_of(own, isIpv4);
             std::erase_if(foreign, std::not_fn(isIpv4));
-            auto verdict = isHalf ? judge(attempt, Verdict::Kind::drift, machine, foreign, wanted)
-                                  : std::nullopt;
-            if (verdict) {
-                deadSockets_.erase(evidence);
-                if (announce(attempt, *verdict, now))
-                    verdicts.push_back(*std::move(verdict));
-            }
+            if (isHalf)
+                verdict =
+                    judge(attempt, Verdict::Kind::drift, present, foreign, *answer, evidenceAt);
+            if (verdict)
+                conclude(tracked, evidence, *std::move(verdict), now, verdicts);
             remember(attempt, own);
             return Outcome::done;
         }
-        const bool goesOn = own.empty() && attempt.runtime->goesOnWithoutPort &&
-                            evidence != deadSockets_.end() &&
-                            now - tracked.evidenceAt >= kGoesOnAfter;
-        std::optional<Verdict> verdict;
-        if (goesOn || !own.empty())
-            verdict = judge(attempt, goesOn ? Verdict::Kind::goesOn : Verdict::Kind::drift, machine,
-                            foreign, wanted);
-        if (verdict && (goesOn || isDrift(attempt, verdict->port, own))) {
-            if (evidence != deadSockets_.end())
-                deadSockets_.erase(evidence);
-            if (announce(attempt, *verdict, now))
-                verdicts.push_back(*std::move(verdict));
+        // What is known to ask or to try again is believed sooner than what may only be slow.
+        const bool goesOn = mayGoOn && (attempt.runtime->goesOnWithoutPort ||
+                                        (isExplicit(answer->source) && !isUnknown(attempt) &&
+                                         now - tracked.evidenceAt >= kStaysWithoutPort));
+        const bool isTooWeak =
+            isWeak(attempt, *answer) && (!hasEvidence || mayBeOthers(tracked, present, evidenceAt));
+        if ((goesOn || !own.empty()) && !isTooWeak)
+            verdict = judge(attempt, goesOn ? Verdict::Kind::goesOn : Verdict::Kind::drift, present,
+                            foreign, *answer, evidenceAt);
+        if (verdict && (goesOn || isDrift(attempt, *answer, verdict->port, own))) {
+            conclude(tracked, evidence, *std::move(verdict), now, verdicts);
             return Outcome::done;
         }
     }
 
     if (!own.empty() && isSettled) {
-        remember(attempt, own);
+        if (!hasEvidence)
+            remember(attempt, own);
         return Outcome::done;
     }
-    if (now - attempt.startedAt > kFirstSeconds)
+    if (now - attempt.startedAt > (isUnknown(attempt) ? kLongestStartOfUnknown : kLongestStart))
         return Outcome::done;
+    planNextLook(tracked, now);
+    return Outcome::keepLooking;
+}
+
+void AttemptTracker::planNextLook(Tracked& tracked, BootTime now) const {
+    const BootTime age = now - tracked.attempt.startedAt;
+    tracked.nextLook = notBefore(now + std::max(kSettled, age / 4));
     const bool hasLooksLeft = tracked.evidenceAt != BootTime(0) &&
                               tracked.looksSinceEvidence + 1 < kLooksAfterEvidence.size();
-    tracked.nextLook = now + kSettled;
     if (hasLooksLeft) {
         const BootTime next =
             tracked.evidenceAt + kLooksAfterEvidence[++tracked.looksSinceEvidence];
         tracked.nextLook = std::max(next, now + kLooksAfterEvidence.front());
-    } else if (attempt.runtime->probesByConnecting && !isSettled) {
+    } else if (tracked.attempt.runtime->probesByConnecting && age < kSettled) {
         tracked.nextLook = now + kLookForConnecting;
     }
-    return Outcome::keepLooking;
 }
 
-std::vector<std::uint16_t>
-AttemptTracker::wantedPorts(const Attempt& attempt, const Machine& machine,
-                            const std::vector<ListeningSocket>& listening) const {
-    if (attempt.wanted.isExplicit())
-        return {attempt.wanted.port};
-    std::vector<std::uint16_t> ports;
-    if (attempt.runtime->mayNamePortItself || !attempt.runtime->configs.empty() ||
-        !attempt.config.empty())
-        ports = machine.writtenPorts(attempt, portsOf(listening));
-    // What is written now counts for more than what was so once.
+std::optional<PortAnswer> AttemptTracker::answerFor(const Attempt& attempt,
+                                                    const Present& present) const {
+    std::vector<PortAnswer> answers;
+    const WantedPort& wanted = attempt.wanted;
+    if (wanted.source == WantedPort::Source::argument)
+        return PortAnswer{PortSource::argument, {wanted.port}};
+    if (wanted.source == WantedPort::Source::environment)
+        return PortAnswer{PortSource::environment, {wanted.port}};
+    answers = present.machine.writtenPorts(attempt, portsOf(present.listening()));
     if (const auto used = usedPorts_.find(attempt.commandKey); used != usedPorts_.end())
-        ports.push_back(used->second);
-    if (!ports.empty())
-        return ports;
-    if (attempt.wanted.source == WantedPort::Source::usual)
-        return {attempt.wanted.port};
-    return {};
+        answers.push_back({PortSource::lastUse, used->second});
+    if (wanted.source == WantedPort::Source::usual)
+        answers.push_back({PortSource::habit, {wanted.port}});
+    return decidingAnswer(answers);
 }
 
+// Of all the ports that the answer names exactly one has to be held, or nothing is said.
 std::optional<Verdict> AttemptTracker::judge(const Attempt& attempt, Verdict::Kind kind,
-                                             const Machine& machine,
+                                             const Present& present,
                                              const std::vector<ListeningSocket>& foreign,
-                                             const std::vector<std::uint16_t>& wanted) const {
-    for (const std::uint16_t port : wanted) {
-        for (const ListeningSocket& socket : foreign) {
-            if (socket.port != port || !overlapsAny(attempt.wanted.addresses, socket))
-                continue;
-            std::optional<PortHolder> holder = machine.holderOf(socket);
-            if (!holder || holder->startedAt > attempt.startedAt || holder->pid == attempt.pid ||
-                contains(attempt.ancestors, holder->pid) ||
-                contains(holder->ancestors, attempt.pid))
-                continue;
-            return Verdict{kind, port, *std::move(holder), attempt.pid};
-        }
+                                             const PortAnswer& answer, BootTime evidenceAt) const {
+    const std::vector<IpAddress>& addresses = attempt.wanted.addresses;
+    const auto isMissing = [&present](const IpAddress& address) {
+        return !present.machine.hasAddress(address);
+    };
+    if (!addresses.empty() && std::ranges::all_of(addresses, isMissing))
+        return std::nullopt;
+    std::optional<Verdict> verdict;
+    for (const ListeningSocket& socket : foreign) {
+        const bool isSecond = verdict && verdict->port == socket.port;
+        if (!contains(answer.ports, socket.port) || isSecond || !overlapsAny(addresses, socket) ||
+            !present.machine.mayListenOn(socket.port))
+            continue;
+        std::optional<PortHolder> holder = present.machine.holderOf(socket);
+        // One that bound the port first may have been started later.
+        if (!holder || holder->startedAt > evidenceAt || holder->pid == attempt.pid ||
+            contains(attempt.ancestors, holder->pid) || contains(holder->ancestors, attempt.pid))
+            continue;
+        if (verdict)
+            return std::nullopt;
+        verdict = Verdict{kind, socket.port, *std::move(holder), attempt.pid};
     }
-    return std::nullopt;
+    return verdict;
+}
+
+void AttemptTracker::conclude(const Tracked& tracked, Evidence evidence, Verdict verdict,
+                              BootTime now, std::vector<Verdict>& verdicts) {
+    if (evidence != deadSockets_.end())
+        deadSockets_.erase(evidence);
+    if (announce(tracked.attempt, verdict, now))
+        verdicts.push_back(std::move(verdict));
 }
 
 bool AttemptTracker::announce(const Attempt& attempt, const Verdict& verdict, BootTime now) {
@@ -359,35 +473,82 @@ bool AttemptTracker::announce(const Attempt& attempt, const Verdict& verdict, Bo
     return true;
 }
 
-std::deque<AttemptTracker::DeadSocket>::iterator AttemptTracker::evidenceFor(const Tracked& tracked,
-                                                                             BootTime now) {
+AttemptTracker::Evidence AttemptTracker::evidenceFor(const Tracked& tracked, const Present& present,
+                                                     BootTime now) {
     const BootTime latest = tracked.endedAt ? *tracked.endedAt + kEventDelay : now;
-    const BootTime earliest =
-        std::max(tracked.attempt.startedAt,
-                 tracked.endedAt ? *tracked.endedAt - kLongestFarewell : now - kLongestSearch);
+    const auto isProbe = [this, &tracked](Evidence dead) {
+        const auto next = std::next(dead);
+        return tracked.attempt.runtime->probesProtocols &&
+               (dead->family == AddressFamily::ipv4 ||
+                (next != deadSockets_.end() && next->family == AddressFamily::ipv4 &&
+                 next->at - dead->at <= kLongestProbe));
+    };
     // The last one is the likeliest to be its own.
     for (auto dead = deadSockets_.end(); dead != deadSockets_.begin();) {
         --dead;
-        if (dead->at < earliest || dead->at > latest)
+        if (dead->at < tracked.attempt.startedAt || dead->at > latest || isProbe(dead))
             continue;
-        const auto next = std::next(dead);
-        const bool isProbe = tracked.attempt.runtime->probesProtocols &&
-                             (dead->family == AddressFamily::ipv4 ||
-                              (next != deadSockets_.end() && next->family == AddressFamily::ipv4 &&
-                               next->at - dead->at <= kLongestProbe));
-        if (!isProbe)
-            return dead;
+        if (!tracked.endedAt)
+            return now - dead->at <= kLongestSearch ? dead : deadSockets_.end();
+        // An end that was only found happened some time before.
+        const BootTime farewell = *tracked.endedAt - dead->at;
+        const bool isLong = ends_ == Ends::unseen || tracked.attempt.runtime->publishesPorts ||
+                            !mayBeOthers(tracked, present, dead->at);
+        return farewell <= (isLong ? kLongestFarewell : kFarewell) ? dead : deadSockets_.end();
     }
     return deadSockets_.end();
+}
+
+// Whether another process of the user was there that may have left the socket. One that has lived
+// for long has its sockets, and so has one that listens. What a server starts is a part of it, but
+// for something that only starts others.
+bool AttemptTracker::mayBeOthers(const Tracked& tracked, const Present& present,
+                                 BootTime diedAt) const {
+    const Attempt& attempt = tracked.attempt;
+    const auto isOther = [&attempt, diedAt](ProcessId pid, const std::vector<ProcessId>& ancestors,
+                                            BootTime startedAt) {
+        return pid != attempt.pid && !contains(attempt.ancestors, pid) &&
+               (isUnknown(attempt) || !contains(ancestors, attempt.pid)) && startedAt <= diedAt &&
+               diedAt - startedAt <= kLongestStartOfUnknown;
+    };
+    const auto listens = [&present](ProcessId pid) {
+        const std::vector<std::uint64_t> inodes = present.machine.socketsOfTree(pid);
+        return std::ranges::any_of(present.listening(), [&inodes](const ListeningSocket& socket) {
+            return contains(inodes, socket.inode);
+        });
+    };
+    return std::ranges::any_of(suspects_,
+                               [&](const Suspect& other) {
+                                   return isOther(other.pid, other.ancestors, other.startedAt) &&
+                                          diedAt <= other.endedAt + kEventDelay;
+                               }) ||
+           std::ranges::any_of(attempts_, [&](const Tracked& other) {
+               return isOther(other.attempt.pid, other.attempt.ancestors,
+                              other.attempt.startedAt) &&
+                      (other.endedAt ? diedAt <= *other.endedAt + kEventDelay
+                                     : !listens(other.attempt.pid));
+           });
+}
+
+// What is done with because it listens has its sockets.
+void AttemptTracker::suspect(const Tracked& tracked) {
+    const auto endedAt = tracked.endedAt ? tracked.endedAt : tracked.vanishedAt;
+    if (!endedAt)
+        return;
+    if (suspects_.size() >= kMostSuspects)
+        suspects_.pop_front();
+    const Attempt& attempt = tracked.attempt;
+    suspects_.push_back({attempt.pid, attempt.ancestors, attempt.startedAt, *endedAt});
 }
 
 void AttemptTracker::remember(const Attempt& attempt, std::span<const ListeningSocket> own) {
     if (own.empty() || attempt.wanted.isExplicit() || !attempt.runtime->mayNamePortItself)
         return;
-    if (usedPorts_.size() >= kMostUsedPorts)
+    if (usedPorts_.size() >= kMostUsedPorts && !usedPorts_.contains(attempt.commandKey))
         usedPorts_.erase(usedPorts_.begin());
-    usedPorts_[attempt.commandKey] =
-        std::ranges::min_element(own, {}, &ListeningSocket::port)->port;
+    std::vector<std::uint16_t> ports = portsOf({own.begin(), own.end()});
+    ports.resize(std::min(ports.size(), kMostPortsOfCommand));
+    usedPorts_[attempt.commandKey] = std::move(ports);
 }
 
 } // namespace zenlot

@@ -3,14 +3,19 @@
 // Pure: it is told of processes and of sockets as they come and go, with the time of each event; it
 // says when it wants to look, and looks through a Machine. The evidence is one of
 //
-//   - failed start: the process ended with an error, right after some TCP socket had died without
-//     ever getting an address;
+//   - failed start: the process ended right after some TCP socket had died without ever getting an
+//     address;
 //   - drift: after such a death the process, or one that it started, listens on another port;
-//   - going on: after such a death a tool that asks or tries again listens nowhere;
+//   - going on: after such a death it listens nowhere, though its port was named;
 //
-// and in each case the port that it wants is held by a process that was there before and that is
-// neither its ancestor nor its descendant. A crash for another reason leaves no dead socket, so it
-// is no conflict, even while somebody holds the port.
+// and in each case the port that it wants is held by a process that was there before the death and
+// that is neither its ancestor nor its descendant. A crash for another reason leaves no dead
+// socket, so it is no conflict, even while somebody holds the port. A connection that found no
+// route leaves one too; the kernel counts those, and each takes back one dead socket.
+//
+// Which port it wants is decided by precedence (PortQuestion), and where several held ones remain
+// nothing is said. To whom a dead socket belonged is not told: where others might have left it,
+// what merely some file of the project mentions does not count.
 //
 // Each attempt gives one verdict at most. A server that its watcher starts again and again gives
 // one a minute.
@@ -22,6 +27,7 @@
 #pragma once
 
 #include "background_monitor/attempt.h"
+#include "background_monitor/port_question.h"
 #include "inventory/linux/unused_socket_watch.h"
 #include "inventory/listening_socket.h"
 
@@ -62,10 +68,17 @@ class Machine {
     // None when nobody holds the socket any more.
     virtual std::optional<PortHolder> holderOf(const ListeningSocket& socket) const = 0;
 
-    // The likeliest ports of those that the attempt's own files name; `held` are those to look for
-    // in files that are no text.
-    virtual std::vector<std::uint16_t> writtenPorts(const Attempt& attempt,
-                                                    std::span<const std::uint16_t> held) const = 0;
+    // What the attempt's own files say; `held` are the ports to look for where a number alone says
+    // nothing.
+    virtual std::vector<PortAnswer> writtenPorts(const Attempt& attempt,
+                                                 std::span<const std::uint16_t> held) const = 0;
+
+    // Whether the user may listen on the port at all. Without the permission nobody is refused a
+    // port because another one has it.
+    virtual bool mayListenOn(std::uint16_t port) const = 0;
+
+    // Whether the address is the machine's own, or that of all addresses.
+    virtual bool hasAddress(const IpAddress& address) const = 0;
 };
 
 enum class ProcessEnd : std::uint8_t {
@@ -84,9 +97,10 @@ struct Verdict {
 
 class AttemptTracker {
   public:
-    // How long after its start a server can still be told to have failed to start. Large programs
-    // take their time before they ask for their port.
-    static constexpr BootTime kFirstSeconds{20'000};
+    // So long a server that has not listened yet may still ask for its port: some build themselves
+    // first. Of a program of which nothing is known less is expected.
+    static constexpr BootTime kLongestStart{600'000};
+    static constexpr BootTime kLongestStartOfUnknown{20'000};
     static constexpr BootTime kLoopPause{60'000};
 
     // On a machine that does not tell of dead sockets an end with an error is evidence enough, as
@@ -101,6 +115,8 @@ class AttemptTracker {
     void processStarted(Attempt attempt, BootTime now);
     void processEnded(ProcessId pid, ProcessEnd end, BootTime now);
     void socketDied(UnusedSocket socket, BootTime now);
+    // So many connections over IPv4 have found no route since the last time.
+    void connectionsFailed(std::uint64_t count, BootTime now);
 
     // When look() should be called next; none while there is nothing to look at.
     std::optional<BootTime> nextLook() const;
@@ -117,11 +133,22 @@ class AttemptTracker {
         std::size_t looksSinceEvidence{0};
         std::optional<BootTime> endedAt;
         std::optional<BootTime> vanishedAt;
+        bool hasEndedQuietly{false};
+        bool startedAmidNoise{false}; // somebody leaves dead sockets all the time
     };
     struct DeadSocket {
         BootTime at;
         AddressFamily family;
     };
+    // A process that may have left a dead socket.
+    struct Suspect {
+        ProcessId pid;
+        std::vector<ProcessId> ancestors;
+        BootTime startedAt;
+        BootTime endedAt;
+    };
+    class Present;
+    using Evidence = std::deque<DeadSocket>::iterator;
     struct Announcement {
         std::size_t commandKey;
         ProcessId origin;
@@ -132,28 +159,37 @@ class AttemptTracker {
     };
     enum class Outcome : std::uint8_t { keepLooking, done };
 
-    Outcome lookAt(Tracked& tracked, const Machine& machine, BootTime now,
+    Outcome lookAt(Tracked& tracked, const Present& present, BootTime now,
                    std::vector<Verdict>& verdicts);
-    Outcome lookAtEnded(Tracked& tracked, const Machine& machine, BootTime now,
+    Outcome lookAtVanished(Tracked& tracked, const Present& present, BootTime now,
+                           std::vector<Verdict>& verdicts);
+    Outcome lookAtEnded(Tracked& tracked, const Present& present, BootTime now,
                         std::vector<Verdict>& verdicts);
-    Outcome lookAtRunning(Tracked& tracked, const Machine& machine, BootTime now,
+    Outcome lookAtRunning(Tracked& tracked, const Present& present, BootTime now,
                           std::vector<Verdict>& verdicts);
-    std::vector<std::uint16_t> wantedPorts(const Attempt& attempt, const Machine& machine,
-                                           const std::vector<ListeningSocket>& listening) const;
-    std::optional<Verdict> judge(const Attempt& attempt, Verdict::Kind kind, const Machine& machine,
+    void planNextLook(Tracked& tracked, BootTime now) const;
+    std::optional<PortAnswer> answerFor(const Attempt& attempt, const Present& present) const;
+    std::optional<Verdict> judge(const Attempt& attempt, Verdict::Kind kind, const Present& present,
                                  const std::vector<ListeningSocket>& foreign,
-                                 const std::vector<std::uint16_t>& wanted) const;
+                                 const PortAnswer& answer, BootTime evidenceAt) const;
+    void conclude(const Tracked& tracked, Evidence evidence, Verdict verdict, BootTime now,
+                  std::vector<Verdict>& verdicts);
     bool announce(const Attempt& attempt, const Verdict& verdict, BootTime now);
-    std::deque<DeadSocket>::iterator evidenceFor(const Tracked& tracked, BootTime now);
+    Evidence evidenceFor(const Tracked& tracked, const Present& present, BootTime now);
+    bool mayBeOthers(const Tracked& tracked, const Present& present, BootTime diedAt) const;
+    void suspect(const Tracked& tracked);
     void remember(const Attempt& attempt, std::span<const ListeningSocket> own);
 
     DeadSockets deadSocketsSeen_;
     Ends ends_;
     std::vector<Tracked> attempts_;
     std::deque<DeadSocket> deadSockets_;
+    std::deque<BootTime> failedConnections_; // whose sockets have not died yet
+    std::uint64_t foundFailedConnections_{0};
+    std::deque<Suspect> suspects_;
     BootTime lastProbeAt_{-1'000'000};
     std::vector<Announcement> announcements_;
-    std::map<std::size_t, std::uint16_t> usedPorts_; // by command, of earlier runs
+    std::map<std::size_t, std::vector<std::uint16_t>> usedPorts_; // by command, of earlier runs
 };
 
 } // namespace zenlot

@@ -44,6 +44,12 @@ BootTime pauseAfter(BootTime pause) {
     return pause * 4 / 3;
 }
 
+// After a loss of events.
+constexpr BootTime kMissedStartsOf{10'000};
+
+// The counter of failed connections needs a fresh beginning for each attempt, more or less.
+constexpr BootTime kPauseBetweenCounts{250};
+
 // How late word of a start may come on a busy machine.
 constexpr BootTime kLatestWord{1000};
 
@@ -136,13 +142,15 @@ void BackgroundMonitor::start() {
                            [this](ProcessId pid, ProcessEnd end) {
                                tracker_.processEnded(pid, end, bootTimeNow());
                                planLook();
-                           }});
+                           },
+                           [this] { lookForMissedStarts(); }});
     log_.writeAppLog(
         QStringLiteral("background monitor started, %1, %2")
             .arg(processEvents_->comesByItself() ? QStringLiteral("told of processes by the kernel")
                                                  : QStringLiteral("looking for processes"),
                  deadSockets_.descriptor() >= 0 ? QStringLiteral("told of dead sockets")
                                                 : QStringLiteral("not told of dead sockets")));
+    lookWhoListens();
     poll();
 }
 
@@ -160,6 +168,7 @@ void BackgroundMonitor::poll() {
     ::sd_notify(0, "WATCHDOG=1");
     container_.check();
     processEvents_->poll();
+    conflictPublisher_.publishUnwritten();
     publish(*portScan_.listOccupiedPorts());
     if (!tracker_.isIdle())
         pace_.noteChange();
@@ -243,6 +252,7 @@ void BackgroundMonitor::noteDeadSockets() {
     });
     if (!hasNews)
         return;
+    noteFailedConnections();
     planLook();
     if (processEvents_->comesByItself() || processPollTimer_.isActive())
         return;
@@ -262,10 +272,38 @@ void BackgroundMonitor::noteEndedOwners() {
     pollSoon(attempts_, kTogether);
 }
 
+// What the kernel counted before an attempt started belongs to others.
+void BackgroundMonitor::noteFailedConnections() {
+    connectionsCountedAt_ = bootTimeNow();
+    const std::uint64_t count = failedConnections_.sinceLastTime();
+    if (!tracker_.isIdle())
+        tracker_.connectionsFailed(count, connectionsCountedAt_);
+}
+
+// Events were lost: whoever started lately may be an attempt that nobody told of.
+void BackgroundMonitor::lookForMissedStarts() {
+    const BootTime now = bootTimeNow();
+    const std::vector<ProcessId> pids = procFiles_.pids();
+    for (const ProcessId pid : pids) {
+        const auto stat = procFiles_.stat(pid);
+        if (stat && now - bootTimeOfTicks(stat->startTicks) <= kMissedStartsOf)
+            noteStart(pid);
+    }
+}
+
+// What is served already is learned, and is known when the same command is started again.
+void BackgroundMonitor::lookWhoListens() {
+    const auto ports = portScan_.listOccupiedPorts();
+    for (const OccupiedPort& port : *ports)
+        noteStart(static_cast<ProcessId>(port.pid));
+}
+
 void BackgroundMonitor::noteStart(ProcessId pid) {
     pollAgainAndAgain(starts_);
     if (auto attempt = attemptReader_.read(pid)) {
         const BootTime now = bootTimeNow();
+        if (now - connectionsCountedAt_ >= kPauseBetweenCounts)
+            noteFailedConnections();
         // A shell may have worked for long before it became the server.
         if (processEvents_->comesByItself())
             attempt->startedAt = std::max(attempt->startedAt, now - kLatestWord);

@@ -22,8 +22,10 @@
 #include "background_monitor/process_events.h"
 #include "background_monitor/runtime_table.h"
 #include "background_monitor/work_budget.h"
+#include "inventory/linux/failed_connections.h"
 #include "inventory/linux/linux_process_tables.h"
 #include "inventory/linux/pidfd_set.h"
+#include "inventory/linux/proc_files.h"
 #include "inventory/linux/unused_socket_watch.h"
 #include "inventory/port_scanner.h"
 #include "inventory/repeated_port_scan.h"
@@ -78,7 +80,10 @@ class BackgroundMonitor final : public QObject {
     void publishEndsSoon();
     void publishEnds();
     void publish(const std::vector<OccupiedPort>& ports);
+    void noteFailedConnections();
     void noteStart(ProcessId pid);
+    void lookForMissedStarts();
+    void lookWhoListens();
     void look();
     void planLook();
     void hurry();
@@ -88,6 +93,7 @@ class BackgroundMonitor final : public QObject {
     AppLog& log_;
     RuntimeTable runtimes_;
     AttemptReader attemptReader_;
+    ProcFiles procFiles_;
     LinuxProcessTables processTables_;
     PortScanner scanner_;
     RepeatedPortScan portScan_;
@@ -95,6 +101,8 @@ class BackgroundMonitor final : public QObject {
     ConflictPublisher conflictPublisher_;
     LiveMachine machine_;
     UnusedSocketWatch deadSockets_;
+    FailedConnections failedConnections_;
+    BootTime connectionsCountedAt_{0};
     std::unique_ptr<ProcessEvents> processEvents_;
     AttemptTracker tracker_;
     std::unique_ptr<QSocketNotifier> deadSocketNotifier_;

@@ -32,6 +32,13 @@ ConflictPublisher::ConflictPublisher(const ContainerWriter& container, Broadcast
     : container_(container), broadcasts_(broadcasts), log_(log), clock_(std::move(clock)) {
     const auto text = SharedContainer::read(container.path(std::string(kConflictsFile)));
     records_ = decodeConflictRecords(text.value_or("[]")).value_or(std::vector<ConflictRecord>());
+    if (!records_.empty()) {
+        std::erase_if(records_, [now = clock_()](const ConflictRecord& record) {
+            return record.detectedAt && *record.detectedAt > now;
+        });
+    }
+    if (records_.size() > kMostRecords)
+        records_.erase(records_.begin(), records_.end() - kMostRecords);
 }
 
 void ConflictPublisher::publish(const Verdict& verdict) {
@@ -48,14 +55,29 @@ void ConflictPublisher::publish(const Verdict& verdict) {
         if (std::ranges::find(records_, oldest, &ConflictRecord::port) == records_.end())
             container_.remove(portFile(oldest));
     }
-    // The files come before the broadcasts, which say "look again".
-    container_.replace(portFile(record.port), encodeConflictRecord(record));
-    container_.replace(std::string(kConflictsFile), encodeConflictRecords(records_));
+    if (!write(record)) {
+        unwritten_.push_back(std::move(record));
+        if (unwritten_.size() > kMostRecords)
+            unwritten_.erase(unwritten_.begin());
+    }
+}
+
+void ConflictPublisher::publishUnwritten() {
+    while (!unwritten_.empty() && write(unwritten_.front()))
+        unwritten_.erase(unwritten_.begin());
+}
+
+// The files come before the broadcasts, which say "look again".
+bool ConflictPublisher::write(const ConflictRecord& record) {
+    if (!container_.replace(portFile(record.port), encodeConflictRecord(record)) ||
+        !container_.replace(std::string(kConflictsFile), encodeConflictRecords(records_)))
+        return false;
     log_.writeAppLog(QStringLiteral("broadcasting port %1, %2 (pid %3)")
                          .arg(QString::number(record.port), nameInLine(record.processName),
                               QString::number(record.pid)));
     broadcasts_.post(kConflictsUpdatedBroadcast);
     broadcasts_.post(conflictBroadcast(record.port));
+    return true;
 }
 
 void ConflictPublisher::restore() {

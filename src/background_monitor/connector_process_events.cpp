@@ -32,7 +32,8 @@ ConnectorProcessEvents::ConnectorProcessEvents(std::unique_ptr<ProcessConnector>
     : connector_(std::move(connector)), notifier_(connector_->descriptor(), QSocketNotifier::Read) {
     notifier_.setEnabled(false);
     QObject::connect(&notifier_, &QSocketNotifier::activated, &notifier_, [this] {
-        connector_->read([this](const ProcessEvent& event) { handle(event); });
+        if (!connector_->read([this](const ProcessEvent& event) { handle(event); }))
+            handlers_.missed();
     });
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <string_view>
+#include <utility>
 
 namespace zenlot {
 namespace {
@@ -16,30 +17,80 @@ struct Interpreter {
     std::string_view subcommands;   // that may stand before the script
 };
 
-constexpr std::array<Interpreter, 9> kInterpreters{{
+constexpr std::array<Interpreter, 17> kInterpreters{{
     {"node",
      " -r --require --import --loader --experimental-loader -C --conditions --env-file "
+     "--env-file-if-exists "
      "--watch-path --title --icu-data-dir ",
      " -e --eval -p --print -pe ", "", ""},
     {"python", " -X -W --check-hash-based-pycs ", " -c ", "-m", ""},
     {"ruby", " -I -r -C -E -x ", " -e ", "", ""},
     {"php", " -c -d -z -t ", " -r ", "", ""},
-    {"deno", " -c --config --import-map --lock --location ", "", "", " run serve task "},
+    {"deno", " -c --config --import-map --lock --location --port --host ", "", "", " run serve "},
     {"bun", " -r --preload -c --config --cwd ", " -e --eval ", "", " run x "},
     {"tsx", " --tsconfig --import -r --require ", " -e --eval ", "", " watch "},
     {"ts-node", " -P --project -r --require -O ", " -e --eval ", "", ""},
     {"ts-node-dev", " -P --project -r --require -O ", "", "", ""},
+    {"perl", " -I ", " -e -E ", "", ""},
+    {"lua", " -l ", " -e ", "", ""},
+    {"luajit", " -l ", " -e ", "", ""},
+    {"tclsh", " -encoding ", "", "", ""},
+    {"Rscript", " -p ", " -e ", "", ""},
+    {"guile", " -L -C -l ", " -c ", "", ""},
+    {"swipl", " -g -t -x -p -l ", "", "", ""},
+    {"sbcl", " --core --load ", " --eval ", "", ""},
 }};
 
-constexpr std::array<std::string_view, 20> kNever{
-    "sh",   "bash",  "dash", "zsh", "fish", "ksh",  "csh", "tcsh",   "env",    "sudo",
-    "make", "cargo", "go",   "git", "ssh",  "tmux", "gdb", "strace", "docker", "systemd"};
+// What the table calls scripts of interpreters that are not their own namesakes.
+constexpr std::array<std::pair<std::string_view, std::string_view>, 10> kKindred{{
+    {"tsx", "node"},
+    {"ts-node", "node"},
+    {"ts-node-dev", "node"},
+    {"luajit", "lua"},
+    {"tclsh", "tcl"},
+    {"Rscript", "R"},
+    {"R", "R"},
+    {"guile", "lisp"},
+    {"sbcl", "lisp"},
+    {"swipl", "lisp"},
+}};
+
+// Tools that run, in their own process, the command that their words name.
+constexpr std::array<std::string_view, 12> kCarriers{
+    "bundle",  "debugpy", "coverage",  "cProfile",    "profile", "pdb",
+    "ts-node", "wrap",    "vite-node", "ddtrace-run", "pipenv",  "poetry"};
+
+// The other half of Python's debugger listens for editors, and for nobody else.
+constexpr std::string_view kDebuggersOwn = "debugpy/adapter";
+
+// Shells, what only starts or looks at others, clients, compilers, and what scripts call all day.
+constexpr std::string_view kNever =
+    " sh bash dash zsh fish ksh csh tcsh env sudo su doas make ninja cmake cargo rustc go git gh "
+    "hg "
+    "svn ssh scp sftp rsync tmux screen gdb lldb strace ltrace perf systemd systemctl journalctl "
+    "dbus-daemon dbus-send busctl gdbus curl wget http https xh ab wrk hey siege nmap telnet psql "
+    "pg_isready mysql mysqladmin redis-cli mongosh mongo sqlite3 dig host nslookup ping ss netstat "
+    "lsof fuser ip gcc g++ cc c++ cpp cc1 cc1plus clang clang++ as ld ld.lld collect2 ccache javac "
+    "ls cat grep egrep fgrep sed awk gawk mawk find xargs head tail sort uniq cut tr wc tee touch "
+    "mkdir rmdir rm cp mv ln chmod chown stat readlink realpath dirname basename date sleep true "
+    "false test [ expr echo printf seq which id whoami uname hostname tty stty tput clear less "
+    "more "
+    "man vi vim nvim nano emacs ps pgrep pkill kill killall top htop df du free mount tar gzip "
+    "gunzip xz zstd zip unzip md5sum sha256sum diff patch file timeout nice nohup setsid time "
+    "watch "
+    "apt apt-get dpkg rpm dnf pacman snap flatpak zenlot zenlotctl zenlot-monitor "
+    "zenlot-automation ";
 
 // Runtimes whose arguments are the tool's own.
 constexpr std::array<std::string_view, 3> kPlain{"java", "dotnet", "beam.smp"};
 
-constexpr std::array<std::string_view, 10> kScriptEndings{".js",  ".mjs", ".cjs", ".ts", ".mts",
-                                                          ".cts", ".tsx", ".py",  ".rb", ".php"};
+constexpr std::array<std::string_view, 18> kScriptEndings{
+    ".js",  ".mjs", ".cjs",  ".ts",  ".mts", ".cts", ".tsx", ".py",   ".rb",
+    ".php", ".pl",  ".psgi", ".lua", ".tcl", ".R",   ".scm", ".lisp", ".exs"};
+
+// Folders of programs that came with the system.
+constexpr std::array<std::string_view, 8> kSystemFolders{
+    "/usr/bin", "/usr/sbin", "/bin", "/sbin", "/usr/lib", "/usr/libexec", "/usr/games", "/lib"};
 
 bool isWordOf(std::string_view list, std::string_view word) {
     return !word.empty() && list.find(" " + std::string(word) + " ") != std::string_view::npos;
@@ -103,6 +154,14 @@ std::vector<std::string> from(std::span<const std::string> words, std::size_t fi
     return {words.begin(), words.end()};
 }
 
+std::string genericToolOf(std::string_view interpreter) {
+    if (interpreter == "deno" || interpreter == "bun")
+        return std::string(interpreter);
+    const auto kin = std::ranges::find(kKindred, interpreter,
+                                       &std::pair<std::string_view, std::string_view>::first);
+    return std::string(kin == kKindred.end() ? interpreter : kin->second) + " script";
+}
+
 void takeScript(Invocation& invocation, const Interpreter& interpreter,
                 std::span<const std::string> words, std::size_t place) {
     const std::string& script = words[place];
@@ -110,14 +169,21 @@ void takeScript(Invocation& invocation, const Interpreter& interpreter,
     invocation.package = packageOf(script);
     invocation.tool = withoutScriptEnding(baseName(script));
     invocation.arguments = from(words, place + 1);
-    if (!isInstalled(script)) {
-        const bool isNodeKin = interpreter.name.starts_with("ts") || interpreter.name == "node";
-        if (interpreter.name == "deno" || interpreter.name == "bun")
-            invocation.genericTool = interpreter.name;
-        else
-            invocation.genericTool =
-                (isNodeKin ? std::string("node") : std::string(interpreter.name)) + " script";
-    }
+    if (!isInstalled(script))
+        invocation.genericTool = genericToolOf(interpreter.name);
+    if (interpreter.name != "deno" && interpreter.name != "bun")
+        return;
+    // Their own options come before the script, and a package may stand in its place.
+    invocation.arguments = from(words, 1);
+    std::erase(invocation.arguments, script);
+    std::string_view package = script;
+    if (!package.starts_with("npm:") && !package.starts_with("jsr:"))
+        return;
+    package.remove_prefix(4);
+    package = package.substr(0, package.find('@', 1));
+    invocation.tool = baseName(package);
+    invocation.script.clear();
+    invocation.genericTool.clear();
 }
 
 // A word that begins with a short option and goes on with its value, such as -rjson.
@@ -132,10 +198,22 @@ Invocation readInterpreted(const Interpreter& interpreter, std::span<const std::
     for (std::size_t place = 1; place < words.size(); ++place) {
         const std::string& word = words[place];
         const bool hasNext = place + 1 < words.size();
-        if (word == interpreter.moduleOption && hasNext) {
+        if (!interpreter.moduleOption.empty() && word == interpreter.moduleOption && hasNext) {
             invocation.tool = words[place + 1];
             invocation.arguments = from(words, place + 2);
+            // A module of one's own is a script; an installed one has no file below the folder.
+            invocation.genericTool = genericToolOf(interpreter.name);
+            invocation.script = words[place + 1];
+            std::ranges::replace(invocation.script, '.', '/');
             return invocation;
+        }
+        constexpr std::string_view kEnvironmentFile = "--env-file";
+        if (word.starts_with(kEnvironmentFile)) {
+            const std::size_t equals = word.find('=');
+            if (equals != std::string::npos)
+                invocation.environmentFiles.push_back(word.substr(equals + 1));
+            else if (hasNext)
+                invocation.environmentFiles.push_back(words[place + 1]);
         }
         if (interpreter.name == "php" && word.starts_with("-S")) {
             invocation.tool = "php";
@@ -147,7 +225,7 @@ Invocation readInterpreted(const Interpreter& interpreter, std::span<const std::
                 invocation.tool = "un-" + words[place + 1];
             else
                 invocation.inlineSource = words[place + 1];
-            invocation.genericTool = std::string(interpreter.name) + " script";
+            invocation.genericTool = genericToolOf(interpreter.name);
             invocation.arguments = from(words, place + 2);
             return invocation;
         }
@@ -187,24 +265,81 @@ std::string javaProgram(std::span<const std::string> words) {
     return {};
 }
 
+// What Erlang's machine is to run stands among its options, as an expression or as a script.
+void readErlang(Invocation& invocation) {
+    const bool runsFramework =
+        std::ranges::find(invocation.arguments, "phx.server") != invocation.arguments.end();
+    if (!runsFramework)
+        invocation.tool = invocation.genericTool = "erlang script";
+    bool isExpression = false;
+    for (const std::string& word : invocation.arguments) {
+        if (isExpression)
+            invocation.inlineSource += word + "\n";
+        isExpression = word == "-eval" || word == "-e";
+        if (!word.starts_with('-') && (word.ends_with(".exs") || word.ends_with(".escript") ||
+                                       word.ends_with(".erl") || word.ends_with(".ex")))
+            invocation.script = word;
+    }
+}
+
+// The command that a carrier runs in its own process, behind the carrier's own options.
+std::optional<std::vector<std::string>> carriedCommand(const Invocation& carrier,
+                                                       const std::string& interpreter) {
+    if (std::ranges::find(kCarriers, carrier.tool) == kCarriers.end())
+        return std::nullopt;
+    const std::vector<std::string>& words = carrier.arguments;
+    std::size_t place = 0;
+    if (carrier.tool == "bundle") {
+        if (words.empty() || words.front() != "exec")
+            return std::nullopt;
+        place = 1;
+    } else if (carrier.tool == "wrap" && carrier.package != "ts-node-dev") {
+        return std::nullopt;
+    } else if (carrier.tool == "coverage") {
+        place = 1; // of `coverage run`
+    }
+    for (; place < words.size(); ++place) {
+        const std::string& word = words[place];
+        if (word == "-m" || !word.starts_with('-'))
+            break;
+        constexpr std::string_view kWithValue =
+            " --listen --connect --log-to --pid -o -s -c -P --project -r --require -O --config "
+            "--root --configure-subProcess ";
+        if (isWordOf(kWithValue, word))
+            ++place;
+    }
+    if (place >= words.size())
+        return std::nullopt;
+    std::vector<std::string> command{interpreter};
+    command.insert(command.end(), words.begin() + static_cast<std::ptrdiff_t>(place), words.end());
+    return command;
+}
+
 } // namespace
 
 std::optional<Invocation> identifyInvocation(std::span<const std::string> commandLine,
-                                             const std::string& executable,
-                                             const std::string& home) {
+                                             const std::string& executable) {
     if (commandLine.empty() || commandLine.front().empty())
         return std::nullopt;
-    const std::string_view program = baseName(commandLine.front());
-    const std::string_view name = withoutVersion(program);
-    if (std::ranges::find(kNever, name) != kNever.end() || name.starts_with('-'))
+    // What sets its own title writes it over its arguments: "nginx: master process nginx".
+    const std::string& first = commandLine.front();
+    const std::string_view program = baseName(std::string_view(first).substr(0, first.find(':')));
+    // Erlang's machine calls itself after the script that it runs.
+    constexpr std::string_view kErlang = "beam.smp";
+    const std::string_view name =
+        baseName(executable) == kErlang ? kErlang : withoutVersion(program);
+    if (isWordOf(kNever, name) || name.starts_with('-'))
         return std::nullopt;
 
     for (const Interpreter& interpreter : kInterpreters) {
         if (interpreter.name != name)
             continue;
         Invocation invocation = readInterpreted(interpreter, commandLine);
-        if (invocation.tool.empty() && invocation.inlineSource.empty())
+        const bool runsNothing = invocation.tool.empty() && invocation.inlineSource.empty();
+        if (runsNothing || invocation.script.ends_with(kDebuggersOwn))
             return std::nullopt;
+        if (const auto carried = carriedCommand(invocation, commandLine.front()))
+            return identifyInvocation(*carried, executable);
         // A runner of scripts is a script itself, and another process runs what it is given.
         const auto isRunner = [&invocation](const Interpreter& other) {
             return other.name == invocation.tool;
@@ -219,10 +354,26 @@ std::optional<Invocation> identifyInvocation(std::span<const std::string> comman
     invocation.arguments = from(commandLine, 1);
     if (std::ranges::find(kPlain, name) != kPlain.end()) {
         invocation.tool = name;
+        const auto isOfBuild = [](const std::string& word) {
+            return word.find("org.gradle.") != std::string::npos ||
+                   word.find("plexus.classworlds") != std::string::npos;
+        };
+        // What builds starts the program that it has built as one of its own.
+        if (name == "java" && std::ranges::any_of(commandLine, isOfBuild))
+            return std::nullopt;
         if (name == "java")
             invocation.script = javaProgram(commandLine);
-    } else if (isBelow(executable, home) || isBelow(executable, "/tmp") ||
-               isBelow(executable, "/var/tmp")) {
+        else if (name == "beam.smp")
+            readErlang(invocation);
+    } else if (name == "R") {
+        for (const std::string& word : invocation.arguments) {
+            if (word.starts_with("--file="))
+                invocation.script = word.substr(7);
+        }
+        invocation.genericTool = genericToolOf(name);
+    } else if (std::ranges::none_of(kSystemFolders, [&executable](std::string_view folder) {
+                   return isBelow(executable, folder);
+               })) {
         invocation.genericTool = kBuiltProgram;
     }
     return invocation;

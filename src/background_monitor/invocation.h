@@ -16,8 +16,11 @@
 
 namespace zenlot {
 
-// The generic tool of a program that the user built.
+// The generic tool of a program that lies outside of the system's folders, as one does that the
+// user built.
 inline constexpr std::string_view kBuiltProgram = "built program";
+// What stands in the table for every program that has no other row.
+inline constexpr std::string_view kAnyProgram = "any program";
 
 struct Invocation {
     std::string package;                // of the script, where its path tells
@@ -26,14 +29,14 @@ struct Invocation {
     std::vector<std::string> arguments; // of the tool
     std::string script;                 // as it stands in the command line; empty without one
     std::string inlineSource;           // of a program that stands in the command line itself
+    std::vector<std::string> environmentFiles; // that the interpreter is told to read
 
     friend bool operator==(const Invocation&, const Invocation&) = default;
 };
 
 // None for shells and for programs that can't be a development server. `executable` is the path of
-// the program; one below `home` or the folder for temporary files counts as built by the user.
+// the program.
 std::optional<Invocation> identifyInvocation(std::span<const std::string> commandLine,
-                                             const std::string& executable,
-                                             const std::string& home);
+                                             const std::string& executable);
 
 } // namespace zenlot

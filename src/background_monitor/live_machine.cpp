@@ -6,8 +6,16 @@
 #include "inventory/linux/listening_sockets.h"
 #include "inventory/process_names.h"
 
+#include <ifaddrs.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+
 #include <algorithm>
+#include <array>
+#include <cstring>
 #include <filesystem>
+#include <iterator>
+#include <memory>
 #include <set>
 #include <sstream>
 #include <string>
@@ -19,9 +27,45 @@ namespace {
 
 constexpr std::size_t kLargestTree = 256;
 constexpr int kMostAncestors = 32;
-constexpr std::string_view kServiceEnding = ".service";
+constexpr std::string_view kUsualUnprivilegedStart = "1024";
+constexpr std::size_t kShownDigits = 12; // of a container's number, as its own tools show it
+
+bool isServiceManagerName(std::string_view name) {
+    return name == "systemd" || name == "(sd-pam)";
+}
+
+bool isDigit(char character) {
+    return character >= '0' && character <= '9';
+}
 
 } // namespace
+
+std::string nameOfControlGroup(std::string_view folder) {
+    for (const std::string_view ending : {".service", ".socket"}) {
+        if (folder.ends_with(ending))
+            return std::string(folder.substr(0, folder.size() - ending.size()));
+    }
+    constexpr std::array<std::string_view, 4> kContainers{"docker-", "libpod-", "cri-containerd-",
+                                                          "crio-"};
+    for (const std::string_view container : kContainers) {
+        if (folder.starts_with(container) && folder.ends_with(".scope"))
+            return std::string(container) +
+                   std::string(folder.substr(container.size(), kShownDigits));
+    }
+    return {};
+}
+
+bool mentionsNumber(std::string_view commandLine, std::uint16_t number) {
+    const std::string digits = std::to_string(number);
+    for (std::size_t place = commandLine.find(digits); place != std::string_view::npos;
+         place = commandLine.find(digits, place + 1)) {
+        const std::size_t end = place + digits.size();
+        if ((place == 0 || !isDigit(commandLine[place - 1])) &&
+            (end == commandLine.size() || !isDigit(commandLine[end])))
+            return true;
+    }
+    return false;
+}
 
 LiveMachine::LiveMachine(OwnerHint ownerHint) : ownerHint_(std::move(ownerHint)) {}
 
@@ -70,33 +114,101 @@ std::optional<PortHolder> LiveMachine::holderOf(const ListeningSocket& socket) c
     return described;
 }
 
-// Another user's processes may not be looked into. Of a service it is known what it is called, and
-// of its processes what everybody may know.
+// Another user's processes may not be looked into, but everybody may know their names, users and
+// arguments, and which control group a socket belongs to.
 PortHolder LiveMachine::describeUnseen(const ListeningSocket& socket) const {
     PortHolder holder;
     const auto group = findControlGroup(socket.controlGroup);
-    if (!group)
-        return holder;
-    std::set<std::string> names;
-    for (const ProcessId pid : group->processes) {
-        const std::string name =
-            procFiles_.read(std::to_string(pid) + "/comm").value_or(std::string());
-        names.insert(name.substr(0, name.find('\n')));
-    }
-    if (names.size() == 1) {
-        holder.pid = std::ranges::min(group->processes);
-        holder.processName = sanitizedUtf8(*names.begin());
-    } else if (group->name.ends_with(kServiceEnding)) {
-        holder.processName =
-            sanitizedUtf8(group->name.substr(0, group->name.size() - kServiceEnding.size()));
-    }
+    const std::vector<ProcessId> members =
+        processesOf(socket.ownerUid, group ? group->processes : procFiles_.pids());
+    std::vector<ProcessId> mentioning;
+    std::ranges::copy_if(members, std::back_inserter(mentioning), [&](ProcessId pid) {
+        const auto commandLine = procFiles_.read(std::to_string(pid) + "/cmdline");
+        return commandLine && mentionsNumber(*commandLine, socket.port);
+    });
+    // All of a user's processes say nothing; those of one service do.
+    const bool isFound = (group && nameAfter(holder, members)) || nameAfter(holder, mentioning);
+    if (!isFound && group)
+        holder.processName = sanitizedUtf8(nameOfControlGroup(group->name));
     holder.displayName = makeDisplayName({}, holder.processName);
     return holder;
 }
 
-std::vector<std::uint16_t> LiveMachine::writtenPorts(const Attempt& attempt,
-                                                     std::span<const std::uint16_t> held) const {
-    return portsInFilesOf(attempt, held);
+std::vector<ProcessId> LiveMachine::processesOf(UserId user,
+                                                std::span<const ProcessId> among) const {
+    std::vector<ProcessId> found;
+    std::ranges::copy_if(among, std::back_inserter(found), [this, user](ProcessId pid) {
+        const auto status = procFiles_.status(pid);
+        return status && status->effectiveUid == user && !status->hasEnded;
+    });
+    return found;
+}
+
+// The oldest of several that are called the same started the others. Of different ones nobody knows
+// which it is.
+bool LiveMachine::nameAfter(PortHolder& holder, std::span<const ProcessId> pids) const {
+    std::set<std::string> names;
+    std::optional<std::pair<BootTime, ProcessId>> oldest;
+    for (const ProcessId pid : pids) {
+        const auto stat = procFiles_.stat(pid);
+        const std::string name =
+            procFiles_.read(std::to_string(pid) + "/comm").value_or(std::string());
+        if (!stat || name.empty() || isServiceManagerName(name.substr(0, name.find('\n'))))
+            continue;
+        names.insert(name.substr(0, name.find('\n')));
+        const std::pair candidate{bootTimeOfTicks(stat->startTicks), pid};
+        oldest = oldest ? std::min(*oldest, candidate) : candidate;
+    }
+    if (names.size() != 1 || !oldest)
+        return false;
+    holder.pid = oldest->second;
+    holder.startedAt = oldest->first;
+    holder.processName = sanitizedUtf8(*names.begin());
+    return true;
+}
+
+std::vector<PortAnswer> LiveMachine::writtenPorts(const Attempt& attempt,
+                                                  std::span<const std::uint16_t> held) const {
+    return answersInFilesOf(attempt, held,
+                            [this](const IpAddress& address) { return hasAddress(address); });
+}
+
+bool LiveMachine::mayListenOn(std::uint16_t port) const {
+    if (currentUserId() == 0)
+        return true;
+    std::istringstream text(procFiles_.read("sys/net/ipv4/ip_unprivileged_port_start")
+                                .value_or(std::string(kUsualUnprivilegedStart)));
+    int start = 0;
+    text >> start;
+    return port >= start;
+}
+
+bool LiveMachine::hasAddress(const IpAddress& address) const {
+    const bool isLoopback = address.family == AddressFamily::ipv4
+                                ? address.bytes[0] == IN_LOOPBACKNET
+                                : address == *IpAddress::parse("::1");
+    if (isLoopback || address.isWildcard())
+        return true;
+    ifaddrs* first = nullptr;
+    if (::getifaddrs(&first) != 0)
+        return true;
+    const std::unique_ptr<ifaddrs, decltype(&::freeifaddrs)> interfaces(first, ::freeifaddrs);
+    for (const ifaddrs* each = first; each != nullptr; each = each->ifa_next) {
+        if (each->ifa_addr == nullptr)
+            continue;
+        if (each->ifa_addr->sa_family == AF_INET && address.family == AddressFamily::ipv4) {
+            sockaddr_in own{};
+            std::memcpy(&own, each->ifa_addr, sizeof own);
+            if (std::memcmp(&own.sin_addr, address.bytes.data(), sizeof own.sin_addr) == 0)
+                return true;
+        } else if (each->ifa_addr->sa_family == AF_INET6 && address.family == AddressFamily::ipv6) {
+            sockaddr_in6 own{};
+            std::memcpy(&own, each->ifa_addr, sizeof own);
+            if (std::memcmp(&own.sin6_addr, address.bytes.data(), sizeof own.sin6_addr) == 0)
+                return true;
+        }
+    }
+    return false;
 }
 
 std::vector<ProcessId> LiveMachine::treeOf(ProcessId pid) const {
@@ -128,7 +240,7 @@ ProcessId LiveMachine::parentOf(ProcessId pid) const {
 }
 
 bool LiveMachine::isServiceManager(ProcessId pid) const {
-    return processNameOf(procFiles_.executablePath(pid)) == "systemd";
+    return isServiceManagerName(processNameOf(procFiles_.executablePath(pid)));
 }
 
 std::optional<PortHolder> LiveMachine::describe(ProcessId pid) const {

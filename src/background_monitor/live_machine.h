@@ -6,10 +6,22 @@
 #include "inventory/linux/proc_files.h"
 #include "inventory/occupied_port.h"
 
+#include <cstdint>
 #include <functional>
 #include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace zenlot {
+
+// What people call a control group, by the name of its folder: a unit without its ending, a
+// container with the first digits of its number. Empty for other groups.
+std::string nameOfControlGroup(std::string_view folder);
+
+// Whether a command line, as /proc has it, holds the number as a word or a part of one.
+bool mentionsNumber(std::string_view commandLine, std::uint16_t number);
 
 class LiveMachine final : public Machine {
   public:
@@ -23,8 +35,10 @@ class LiveMachine final : public Machine {
     bool isRunning(const Attempt& attempt) const override;
     std::vector<std::uint64_t> socketsOfTree(ProcessId pid) const override;
     std::optional<PortHolder> holderOf(const ListeningSocket& socket) const override;
-    std::vector<std::uint16_t> writtenPorts(const Attempt& attempt,
-                                            std::span<const std::uint16_t> held) const override;
+    std::vector<PortAnswer> writtenPorts(const Attempt& attempt,
+                                         std::span<const std::uint16_t> held) const override;
+    bool mayListenOn(std::uint16_t port) const override;
+    bool hasAddress(const IpAddress& address) const override;
 
   private:
     std::vector<ProcessId> treeOf(ProcessId pid) const;
@@ -32,6 +46,8 @@ class LiveMachine final : public Machine {
     ProcessId parentOf(ProcessId pid) const;
     bool isServiceManager(ProcessId pid) const;
     PortHolder describeUnseen(const ListeningSocket& socket) const;
+    std::vector<ProcessId> processesOf(UserId user, std::span<const ProcessId> among) const;
+    bool nameAfter(PortHolder& holder, std::span<const ProcessId> pids) const;
     std::optional<PortHolder> describe(ProcessId pid) const;
 
     OwnerHint ownerHint_;

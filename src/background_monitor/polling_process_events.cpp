@@ -13,9 +13,11 @@ namespace zenlot {
 namespace {
 
 // What runs servers, and is installed where it can be watched.
-constexpr std::array kPrograms{"node",  "nodejs",       "deno",  "bun",   "python3", "python",
-                               "ruby",  "php",          "java",  "hugo",  "dotnet",  "go",
-                               "cargo", "redis-server", "nginx", "caddy", "symfony"};
+constexpr std::array kPrograms{"node",      "nodejs",       "deno",    "bun",   "python3", "python",
+                               "ruby",      "php",          "perl",    "java",  "lua5.4",  "erl",
+                               "escript",   "elixir",       "Rscript", "hugo",  "dotnet",  "go",
+                               "cargo",     "redis-server", "nginx",   "caddy", "symfony", "docker",
+                               "memcached", "mosquitto"};
 
 // A program is opened before it is the process's own.
 constexpr BootTime kUntilItRuns{12};

@@ -16,6 +16,7 @@ class ProcessEvents {
     struct Handlers {
         std::function<void(ProcessId pid)> started;
         std::function<void(ProcessId pid, ProcessEnd end)> ended;
+        std::function<void()> missed; // some of both were lost on the way
     };
 
     ProcessEvents() = default;

@@ -38,11 +38,16 @@ Runtime runtimeOf(const QJsonObject& row) {
         runtime.defaultPorts.emplace(entry.key().toStdString(), portOf(*entry));
     if (const QJsonValue port = row["default"_L1]; !port.isUndefined())
         runtime.defaultPorts.emplace("", portOf(port));
+    const QJsonObject libraries = row["libraries"_L1].toObject();
+    for (auto entry = libraries.begin(); entry != libraries.end(); ++entry)
+        runtime.libraries.emplace(entry.key().toStdString(), portOf(*entry));
+    runtime.readsEnvironmentFile = row["dotenv"_L1].toBool();
     runtime.takesPositional = row["positional"_L1].toBool();
     runtime.mayNamePortItself = row["script"_L1].toBool();
     runtime.drifts = row["drifts"_L1].toBool();
     runtime.goesOnWithoutPort = row["asks"_L1].toBool();
     runtime.probesProtocols = row["probes"_L1].toBool();
+    runtime.publishesPorts = row["publishes"_L1].toBool();
     runtime.probesByConnecting = row["connects"_L1].toBool();
     return runtime;
 }
@@ -80,8 +85,8 @@ RuntimeTable::RuntimeTable(std::string_view json)
 
 const Runtime* RuntimeTable::find(const Invocation& invocation) const {
     const std::string& tool = invocation.tool;
-    for (const std::string& program :
-         {invocation.package + "/" + tool, tool, invocation.genericTool}) {
+    for (const std::string& program : {invocation.package + "/" + tool, tool,
+                                       invocation.genericTool, std::string(kAnyProgram)}) {
         if (const Runtime* row = findProgram(program))
             return row;
     }

@@ -13,11 +13,17 @@
 //     positional   whether a bare port or address with a port among the arguments counts
 //     configs      files, from the working directory, that may name the port
 //     configFlags  options whose value is such a file
-//     script       whether the program itself, a script or a built one, may name the port
+//     script       whether the program itself, a script or a built one, may name the port; its
+//                  variables count only where it asks for them
+//     libraries    by words of such a script, the port that the library takes
+//     dotenv       whether it reads ".env" without being told
 //     default      the port without all that; `defaults` by first word
 //     drifts       whether it takes another port by itself when it can't have the wanted one
 //     asks         whether it goes on without a port: asks what to do, or tries again and again
 //     connects     whether it finds out by connecting that a port is taken, and not by binding
+//     publishes    whether it only asks for ports of others: "8080:80" stands for the first of
+//     them,
+//                  and its end comes later than the refusal
 //     probes       whether it makes sockets at its start to see what the machine has: only an IPv6
 //                  one that no IPv4 one follows at once then says anything
 #pragma once
@@ -44,12 +50,15 @@ struct Runtime {
     std::vector<std::string> configs;
     std::vector<std::string> configFlags;
     std::map<std::string, std::uint16_t, std::less<>> defaultPorts; // "" for every other word
+    std::map<std::string, std::uint16_t, std::less<>> libraries;
     bool takesPositional{false};
     bool mayNamePortItself{false};
+    bool readsEnvironmentFile{false};
     bool drifts{false};
     bool goesOnWithoutPort{false};
     bool probesByConnecting{false};
     bool probesProtocols{false};
+    bool publishesPorts{false};
 
     std::optional<std::uint16_t> defaultPort(std::string_view firstWord) const;
 };
@@ -63,7 +72,8 @@ class RuntimeTable {
 
     const std::vector<Runtime>& rows() const { return rows_; }
 
-    // The row of the tool, else of its generic kind; null when there is none.
+    // The row of the tool, else of its generic kind, else that of any program; null when the table
+    // has none of them.
     const Runtime* find(const Invocation& invocation) const;
 
   private:

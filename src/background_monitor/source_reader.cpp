@@ -1,5 +1,7 @@
 #include "background_monitor/source_reader.h"
 
+#include "background_monitor/port_text.h"
+#include "background_monitor/settings_text.h"
 #include "background_monitor/written_ports.h"
 #include "inventory/linux/file_descriptor.h"
 
@@ -8,12 +10,18 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
+#include <chrono>
+#include <deque>
 #include <filesystem>
+#include <fstream>
 #include <optional>
 #include <set>
+#include <sstream>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace zenlot {
 namespace {
@@ -21,11 +29,60 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr off_t kLargestText = off_t{512} * 1024;
+constexpr off_t kLargestProjectFile = off_t{128} * 1024;
 constexpr off_t kLargestProgram = off_t{64} * 1024 * 1024;
-constexpr std::size_t kMostFiles = 16;
+constexpr std::size_t kMostImportedFiles = 24;
+constexpr std::size_t kMostSettingsFiles = 24;
+constexpr std::size_t kMostProjectFiles = 250;
+constexpr std::size_t kMostProjectEntries = 4000;
+constexpr int kDeepestProjectFolder = 4;
+constexpr int kFarthestProjectRoot = 6;
+constexpr std::chrono::milliseconds kLongestSearch{400};
+// How likely a line has to say where to listen for its address to count.
+constexpr int kSurely = 3;
 constexpr std::size_t kPiece = std::size_t{1024} * 1024;
 // More than the longest thing that is looked for.
-constexpr std::size_t kOverlap = 16;
+constexpr std::size_t kOverlap = 64;
+
+constexpr std::array<std::string_view, 18> kManifests{
+    ".git",         "package.json", "go.mod",           "Cargo.toml", "pyproject.toml",
+    "setup.py",     "setup.cfg",    "requirements.txt", "Gemfile",    "composer.json",
+    "pom.xml",      "build.gradle", "mix.exs",          "deno.json",  "CMakeLists.txt",
+    "rebar.config", "cpanfile",     "DESCRIPTION"};
+
+// Folders that hold what others wrote, what was built, or what is no part of the running program.
+constexpr std::array<std::string_view, 24> kSkippedFolders{
+    "node_modules", "vendor",   "target",     "dist",   "build",  "venv",   "env",  "__pycache__",
+    "test",         "tests",    "spec",       "docs",   "doc",    "e2e",    "logs", "coverage",
+    "examples",     "fixtures", "migrations", "public", "static", "assets", "deps", "_build"};
+
+// What is read of a project: sources, settings, and files that say how it is started.
+constexpr std::array<std::string_view, 46> kProjectEndings{
+    ".js",  ".mjs",   ".cjs", ".ts",    ".mts", ".cts", ".tsx",  ".jsx", ".py",  ".rb",
+    ".ru",  ".php",   ".pl",  ".psgi",  ".pm",  ".lua", ".erl",  ".hrl", ".ex",  ".exs",
+    ".R",   ".r",     ".go",  ".rs",    ".c",   ".cc",  ".cpp",  ".h",   ".hpp", ".java",
+    ".kt",  ".scala", ".clj", ".cs",    ".tcl", ".scm", ".lisp", ".pro", ".ml",  ".hs",
+    ".nim", ".cr",    ".zig", ".swift", ".d",   ".sh"};
+// Settings of other programs that happen to lie in the same folder.
+constexpr std::array<std::string_view, 9> kForeignFiles{
+    "docker-compose", "compose.y",  "package-lock", "tsconfig", "jest.config",
+    "vitest.config",  "playwright", "cypress",      "nginx"};
+
+// Sources that stand beside a program that was built from them.
+constexpr std::array<std::string_view, 13> kBuiltFrom{".go",  ".rs",    ".c",   ".cc", ".cpp",
+                                                      ".zig", ".nim",   ".cr",  ".ml", ".hs",
+                                                      ".d",   ".swift", ".java"};
+
+template <std::size_t Count>
+bool isOneOf(std::string_view word, const std::array<std::string_view, Count>& words) {
+    return std::ranges::find(words, word) != words.end();
+}
+
+template <std::size_t Count>
+bool endsWithAny(std::string_view name, const std::array<std::string_view, Count>& endings) {
+    return std::ranges::any_of(endings,
+                               [name](std::string_view ending) { return name.ends_with(ending); });
+}
 
 bool isDigit(char character) {
     return character >= '0' && character <= '9';
@@ -55,24 +112,30 @@ std::size_t readAt(const FileDescriptor& file, off_t place, char* start, std::si
     return filled;
 }
 
-// The size of a regular file; none for other things and for larger ones.
+// The size of a regular file of the user or the system; none for other things and larger ones.
 std::optional<off_t> sizeOf(const FileDescriptor& file, off_t largest) {
     struct stat status {};
     if (!file || ::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode) ||
-        status.st_size > largest)
+        status.st_size > largest || (status.st_uid != ::geteuid() && status.st_uid != 0))
         return std::nullopt;
     return status.st_size;
 }
 
+// What a built program holds of the ports and the words that are looked for.
+struct Found {
+    std::vector<std::uint16_t> ports;
+    std::set<std::string> words;
+};
+
 // Piece by piece, since a program may be large. It is not mapped into memory: whoever builds it
 // anew may make it shorter meanwhile, which would end this program.
-std::vector<std::uint16_t> portsInBuilt(const FileDescriptor& file, BinaryKind kind,
-                                        std::span<const std::uint16_t> held) {
+Found searchBuilt(const FileDescriptor& file, BinaryKind kind, std::span<const std::uint16_t> held,
+                  std::span<const std::string> words = {}) {
     const off_t size = sizeOf(file, kLargestProgram).value_or(0);
     std::string piece;
     std::vector<std::uint16_t> open(held.begin(), held.end());
-    std::vector<std::uint16_t> found;
-    for (off_t place = 0; place < size && !open.empty();) {
+    Found found;
+    for (off_t place = 0; place < size;) {
         piece.resize(kPiece);
         piece.resize(readAt(file, place, piece.data(), kPiece));
         const bool isLast = piece.size() < kPiece;
@@ -82,8 +145,12 @@ std::vector<std::uint16_t> portsInBuilt(const FileDescriptor& file, BinaryKind k
             --end;
         for (const std::uint16_t port :
              portsInBinary(std::string_view(piece).substr(0, end), kind, open)) {
-            found.push_back(port);
+            found.ports.push_back(port);
             std::erase(open, port);
+        }
+        for (const std::string& word : words) {
+            if (piece.find(word) != std::string::npos)
+                found.words.insert(word);
         }
         if (isLast)
             break;
@@ -92,9 +159,9 @@ std::vector<std::uint16_t> portsInBuilt(const FileDescriptor& file, BinaryKind k
     return found;
 }
 
-std::optional<std::string> readText(const fs::path& path) {
+std::optional<std::string> readText(const fs::path& path, off_t largest = kLargestText) {
     const FileDescriptor file = opened(path);
-    const auto size = sizeOf(file, kLargestText);
+    const auto size = sizeOf(file, largest);
     if (!size)
         return std::nullopt;
     std::string text(static_cast<std::size_t>(*size), '\0');
@@ -108,7 +175,7 @@ std::optional<std::string> readText(const fs::path& path) {
 // The file that a script means by the name, with the endings that it may leave out.
 std::optional<fs::path> importedFile(const fs::path& folder, const std::string& name) {
     for (const char* ending : {"", ".js", ".ts", ".mjs", ".cjs", ".py", ".rb", ".json", "/index.js",
-                               "/index.ts", "/__init__.py"}) {
+                               "/index.ts", "/__main__.py", "/__init__.py", ".lua", ".pm"}) {
         fs::path path = folder / (name + ending);
         std::error_code error;
         if (fs::is_regular_file(path, error))
@@ -117,68 +184,494 @@ std::optional<fs::path> importedFile(const fs::path& folder, const std::string& 
     return std::nullopt;
 }
 
-void append(std::vector<WrittenPort>& all, const std::vector<WrittenPort>& more) {
-    all.insert(all.end(), more.begin(), more.end());
-}
+// One search through the files of one attempt.
+class FileSearch {
+  public:
+    FileSearch(const Attempt& attempt, std::span<const std::uint16_t> held,
+               const AddressQuestion& hasAddress)
+        : attempt_(attempt), held_(held), hasAddress_(hasAddress),
+          folder_(attempt.workingDirectory),
+          deadline_(std::chrono::steady_clock::now() + kLongestSearch) {}
 
-// The script and what it loads, breadth first.
-std::vector<WrittenPort> portsInScripts(const fs::path& script) {
-    std::vector<WrittenPort> ports;
-    std::vector<fs::path> files{script};
-    std::set<fs::path> known{script};
-    for (std::size_t place = 0; place < files.size(); ++place) {
-        const fs::path file = files[place];
-        const auto text = readText(file);
-        if (!text)
-            continue;
-        append(ports, portsInText(*text));
-        for (const std::string& name : relativeImports(*text)) {
-            const auto imported = importedFile(file.parent_path(), name);
-            if (imported && files.size() < kMostFiles && known.insert(*imported).second)
-                files.push_back(*imported);
+    std::vector<PortAnswer> answers() {
+        readSources();
+        readSettingsFiles();
+        readVariableFiles();
+        if (std::ranges::any_of(sites_, [this](const PortSite& site) { return isElsewhere(site); }))
+            return {};
+        std::vector<PortAnswer> all =
+            answersOfSites(sites_, attempt_.environment, variables_, attempt_.arguments);
+        std::vector<Setting> variables = attempt_.environment;
+        variables.insert(variables.end(), variables_.begin(), variables_.end());
+        all.push_back({PortSource::settings, attempt_.runtime->publishesPorts
+                                                 ? publishedPorts()
+                                                 : portsOfSettings(settings_, variables)});
+        // A tool's own configuration may be a program; what counts there is as good as settings.
+        for (PortAnswer answer :
+             answersOfSites(configSites_, attempt_.environment, variables_, {})) {
+            if (answer.source == PortSource::source)
+                answer.source = PortSource::settings;
+            all.push_back(std::move(answer));
+        }
+        all.push_back({PortSource::source, inBuilt_.ports});
+        all.push_back({PortSource::environmentFile, inVariableFiles()});
+        addBuiltsVariables(all);
+        if (attempt_.runtime->mayNamePortItself) {
+            all.push_back({PortSource::mention, mentionedNearby()});
+            // What is merely installed has no project.
+            if (!isUnknown() && !decidingAnswer(all))
+                all.push_back({PortSource::project, mentionedInProject()});
+            for (const auto& [library, port] : attempt_.runtime->libraries) {
+                if (usesLibrary(library))
+                    all.push_back({PortSource::habit, {port}});
+            }
+        }
+        return all;
+    }
+
+  private:
+    bool isElsewhere(const PortSite& site) const {
+        return site.likelihood >= kSurely && !site.addresses.empty() &&
+               std::ranges::none_of(site.addresses, hasAddress_);
+    }
+
+    bool isUnknown() const {
+        return std::ranges::find(attempt_.runtime->programs, kAnyProgram) !=
+               attempt_.runtime->programs.end();
+    }
+
+    bool hasTime() const { return std::chrono::steady_clock::now() < deadline_; }
+
+    void readSources() {
+        addSource(attempt_.inlineSource, folder_);
+        if (!attempt_.runtime->mayNamePortItself)
+            return;
+        if (!attempt_.script.empty())
+            readScript();
+        if (attempt_.program) {
+            readBuiltFrom();
+            searchProgram();
         }
     }
-    return ports;
-}
 
-std::vector<std::uint16_t> likeliest(const std::vector<WrittenPort>& ports) {
-    std::vector<std::uint16_t> result;
-    if (ports.empty())
-        return result;
-    const int best = std::ranges::max_element(ports, {}, &WrittenPort::likelihood)->likelihood;
-    for (const WrittenPort& port : ports) {
-        if (port.likelihood == best && std::ranges::find(result, port.port) == result.end())
-            result.push_back(port.port);
+    // The script and what it loads, breadth first.
+    void readScript() {
+        fs::path script = folder_ / attempt_.script;
+        if (const auto file = importedFile(script.parent_path(), script.filename()))
+            script = *file;
+        scriptFolder_ = script.parent_path();
+        if (script.extension() == ".class") {
+            inBuilt_ = searchBuilt(opened(script), BinaryKind::bytecode, held_);
+            return;
+        }
+        std::deque<fs::path> files{script};
+        std::set<fs::path> known{script};
+        while (!files.empty() && hasTime()) {
+            const fs::path file = std::move(files.front());
+            files.pop_front();
+            const auto text = readText(file);
+            if (!text)
+                continue;
+            const auto format = settingsFormatOf(file.filename().string());
+            if (format) {
+                addSettings(*text, *format);
+                continue;
+            }
+            addSource(*text, file.parent_path());
+            for (const std::string& name : relativeImports(*text)) {
+                const auto imported = importedFile(file.parent_path(), name);
+                if (imported && known.size() < kMostImportedFiles && known.insert(*imported).second)
+                    files.push_back(*imported);
+            }
+        }
     }
-    return result;
-}
+
+    void addSource(const std::string& text, const fs::path& folder) {
+        for (PortSite& site : portSites(text))
+            sites_.push_back(std::move(site));
+        for (const std::string& name : namedSettings(text)) {
+            if (namedFiles_.size() < kMostSettingsFiles) {
+                namedFiles_.push_back(folder_ / name);
+                namedFiles_.push_back(folder / name);
+            }
+        }
+        sources_ += inSmallLetters(text);
+    }
+
+    // What a built program was built from, where that lies in its project.
+    void readBuiltFrom() {
+        std::size_t count = 0;
+        const fs::path root = projectRoot();
+        std::vector<fs::path> folders{root, root / "src", folder_, root / "cmd"};
+        std::error_code error;
+        for (fs::directory_iterator entry(root / "cmd", error), end; !error && entry != end;
+             entry.increment(error))
+            folders.push_back(entry->path());
+        std::set<fs::path> known;
+        for (const fs::path& folder : folders) {
+            std::error_code failure;
+            for (fs::directory_iterator entry(folder, failure), end; !failure && entry != end;
+                 entry.increment(failure)) {
+                const std::string name = entry->path().filename().string();
+                if (!endsWithAny(name, kBuiltFrom) || name.ends_with("_test.go") ||
+                    !known.insert(entry->path()).second)
+                    continue;
+                if (++count > kMostImportedFiles || !hasTime())
+                    return;
+                if (const auto text = readText(entry->path()))
+                    addSource(*text, folder);
+            }
+        }
+    }
+
+    // The settings beside a built program, or beside where it runs, that it knows by name; which
+    // variables it knows; and the addresses in it.
+    void searchProgram() {
+        std::vector<fs::path> files;
+        std::vector<std::string> words{".env"};
+        const fs::path beside = fs::path(attempt_.executable).parent_path();
+        for (const fs::path& folder : {folder_, folder_ / "config", folder_ / "conf",
+                                       folder_ / "configs", folder_ / "etc", beside}) {
+            std::error_code error;
+            for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
+                 entry.increment(error)) {
+                const std::string name = entry->path().filename().string();
+                if (files.size() < kMostSettingsFiles && settingsFormatOf(name) &&
+                    name.size() < kOverlap) {
+                    files.push_back(entry->path());
+                    words.push_back(name);
+                }
+            }
+        }
+        for (const Setting& variable : attempt_.environment) {
+            if (variable.path.size() < kOverlap)
+                words.push_back(variable.path);
+        }
+        inBuilt_ = searchBuilt(*attempt_.program, BinaryKind::program, held_, words);
+        for (const fs::path& file : files) {
+            if (inBuilt_.words.contains(file.filename().string()))
+                namedFiles_.push_back(file);
+        }
+        if (inBuilt_.words.contains(".env"))
+            sources_ += "dotenv";
+    }
+
+    // A built program whose source is not there: it knows the name of a variable that is set. What
+    // is written in it may still be what counts, so both are named.
+    void addBuiltsVariables(std::vector<PortAnswer>& all) const {
+        if (!attempt_.program || !sites_.empty())
+            return;
+        PortAnswer answer{PortSource::environment, {}};
+        for (const std::string& name : attempt_.runtime->environment) {
+            const auto variable = std::ranges::find(attempt_.environment, name, &Setting::path);
+            if (variable == attempt_.environment.end() || !inBuilt_.words.contains(name))
+                continue;
+            if (const auto endpoint = parseEndpoint(variable->value)) {
+                answer.ports = inBuilt_.ports;
+                answer.ports.push_back(endpoint->port);
+                break;
+            }
+        }
+        all.push_back(std::move(answer));
+    }
+
+    // What a tool that reads such files by itself takes from them.
+    std::vector<std::uint16_t> inVariableFiles() const {
+        for (const std::string& name : attempt_.runtime->environment) {
+            const auto variable = std::ranges::find(variables_, name, &Setting::path);
+            if (variable == variables_.end() || !attempt_.runtime->readsEnvironmentFile)
+                continue;
+            if (const auto endpoint = parseEndpoint(variable->value))
+                return {endpoint->port};
+        }
+        return {};
+    }
+
+    void addSettings(const std::string& text, SettingsFormat format) {
+        for (Setting& setting : readSettings(text, format))
+            settings_.push_back(std::move(setting));
+    }
+
+    void readConfig(const fs::path& file) {
+        const auto text = known_.insert(file).second && hasTime() ? readText(file) : std::nullopt;
+        if (!text)
+            return;
+        nearby_ += *text + "\n";
+        const std::string name = file.filename().string();
+        if (const auto format = settingsFormatOf(name)) {
+            addSettings(*text, *format);
+            return;
+        }
+        const bool isObject = file.extension().string().find('s') != std::string::npos &&
+                              file.extension() != ".exs"; // .js, .ts, .mjs, ...
+        if (isObject)
+            addSettings(*text, SettingsFormat::braces);
+        if (!isObject || settings_.empty()) {
+            for (PortSite& site : portSites(*text))
+                configSites_.push_back(std::move(site));
+        }
+    }
+
+    void readSettingsFiles() {
+        // What the arguments name comes before what lies there.
+        if (!attempt_.config.empty())
+            readConfig(folder_ / attempt_.config);
+        if (attempt_.runtime->mayNamePortItself || attempt_.runtime->configFlags.empty()) {
+            for (const std::string& word : attempt_.arguments) {
+                const std::string name = word.substr(word.find('=') + 1);
+                if (settingsFormatOf(name) && name.size() < 1000)
+                    readConfig(folder_ / name);
+            }
+        }
+        for (const fs::path& file : namedFiles_) {
+            if (!file.filename().string().starts_with(".env"))
+                readConfig(file);
+        }
+        if (!portsOfSettings(settings_, {}).empty() || !configSites_.empty())
+            return;
+        for (const std::string& config : attempt_.runtime->configs) {
+            readConfig(folder_ / config);
+            if (!scriptFolder_.empty())
+                readConfig(scriptFolder_ / config);
+        }
+    }
+
+    // As dotenv reads them: what comes first stays.
+    void readVariableFiles() {
+        std::vector<fs::path> files;
+        for (const std::string& name : attempt_.environmentFiles)
+            files.insert(files.begin(), folder_ / name);
+        for (const fs::path& file : namedFiles_) {
+            if (file.filename().string().starts_with(".env"))
+                files.push_back(file);
+        }
+        const bool loads = attempt_.runtime->readsEnvironmentFile ||
+                           sources_.find("dotenv") != std::string::npos ||
+                           sources_.find("environ.env") != std::string::npos ||
+                           sources_.find("decouple") != std::string::npos;
+        if (loads) {
+            for (const char* name : {".env.development.local", ".env.local", ".env.development",
+                                     ".flaskenv", ".env"}) {
+                files.push_back(folder_ / name);
+                if (!scriptFolder_.empty())
+                    files.push_back(scriptFolder_ / name);
+            }
+        }
+        for (const fs::path& file : files) {
+            const auto text = readText(file);
+            if (!text)
+                continue;
+            for (Setting& variable : readVariables(*text)) {
+                if (std::ranges::find(variables_, variable.path, &Setting::path) ==
+                    variables_.end())
+                    variables_.push_back(std::move(variable));
+            }
+        }
+    }
+
+    // Of the services in a file for containers, those that are mapped to ports of the machine.
+    std::vector<std::uint16_t> publishedPorts() const {
+        std::vector<std::uint16_t> ports;
+        for (const Setting& setting : settings_) {
+            const bool isShort = setting.path.ends_with(".ports");
+            if (!isShort && !setting.path.ends_with(".published"))
+                continue;
+            const std::string_view value = setting.value;
+            if (const auto endpoint = parseEndpoint(isShort ? publishedEndpoint(value) : value))
+                ports.push_back(endpoint->port);
+        }
+        return ports;
+    }
+
+    bool usesLibrary(const std::string& library) const {
+        return sources_.find(library) != std::string::npos;
+    }
+
+    // Of the held ports those that arguments, variables called like one and named files mention.
+    std::vector<std::uint16_t> mentionedNearby() const {
+        std::vector<std::uint16_t> found;
+        const auto add = [this, &found](std::uint16_t port) {
+            if (std::ranges::find(held_, port) != held_.end() &&
+                std::ranges::find(found, port) == found.end())
+                found.push_back(port);
+        };
+        const std::vector<std::string>& arguments = attempt_.arguments;
+        for (std::size_t place = 0; place < arguments.size(); ++place) {
+            const std::string& word = arguments[place];
+            if (const auto value = tellingValue(arguments, place))
+                add(parseEndpoint(*value)->port);
+            if (word.find("://") == std::string::npos && !speaksOfOthers(inSmallLetters(word))) {
+                for (const std::uint16_t port : portsInValue(word))
+                    add(port);
+            }
+        }
+        if (!found.empty())
+            return found;
+        for (const std::span<const Setting> variables :
+             {std::span<const Setting>(attempt_.environment),
+              std::span<const Setting>(variables_)}) {
+            for (const Setting& variable : variables) {
+                const std::string name = inSmallLetters(variable.path);
+                const auto endpoint = parseEndpoint(variable.value);
+                if (endpoint && !speaksOfOthers(name) && name.find("port") != std::string::npos &&
+                    sources_.find(name) != std::string::npos)
+                    add(endpoint->port);
+            }
+        }
+        if (!found.empty())
+            return found;
+        return mentionedPorts(nearby_, held_);
+    }
+
+    // The folder with a manifest or a repository, at or above the working directory or what is run;
+    // the folder itself where there is none.
+    fs::path projectRoot() const {
+        const fs::path script = (folder_ / attempt_.script).parent_path();
+        for (const fs::path& start :
+             {folder_, script.lexically_normal(), fs::path(attempt_.executable).parent_path()}) {
+            fs::path folder = start;
+            for (int distance = 0; distance < kFarthestProjectRoot; ++distance) {
+                if (folder.empty() || folder == folder.root_path() || folder == attempt_.home)
+                    break;
+                std::error_code error;
+                for (const std::string_view manifest : kManifests) {
+                    if (fs::exists(folder / manifest, error))
+                        return folder;
+                }
+                folder = folder.parent_path();
+            }
+        }
+        return folder_;
+    }
+
+    std::vector<std::uint16_t> mentionedInProject() const {
+        std::vector<std::uint16_t> found;
+        const fs::path root = projectRoot();
+        if (root.empty() || root == root.root_path() || root == attempt_.home || root == "/tmp")
+            return found;
+        std::deque<std::pair<fs::path, int>> folders{{root, 0}};
+        std::size_t files = 0;
+        std::size_t entries = 0;
+        while (!folders.empty() && hasTime()) {
+            const auto [folder, depth] = std::move(folders.front());
+            folders.pop_front();
+            std::error_code error;
+            for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
+                 entry.increment(error)) {
+                if (++entries > kMostProjectEntries || !hasTime())
+                    return {}; // half a search may have missed the right one
+                const std::string name = entry->path().filename().string();
+                std::error_code ignored;
+                if (entry->is_symlink(ignored))
+                    continue;
+                if (entry->is_directory(ignored)) {
+                    if (depth < kDeepestProjectFolder && !name.starts_with('.') &&
+                        !isOneOf(name, kSkippedFolders))
+                        folders.emplace_back(entry->path(), depth + 1);
+                    continue;
+                }
+                if (!isReadOfProject(name))
+                    continue;
+                if (++files > kMostProjectFiles)
+                    return {};
+                const auto text = readText(entry->path(), kLargestProjectFile);
+                if (!text)
+                    continue;
+                for (const std::uint16_t port : portsMentionedIn(*text, name)) {
+                    if (std::ranges::find(found, port) == found.end())
+                        found.push_back(port);
+                }
+            }
+        }
+        return found;
+    }
+
+    static bool isReadOfProject(const std::string& name) {
+        const auto isForeign = [&name](std::string_view beginning) {
+            return name.starts_with(beginning);
+        };
+        if (std::ranges::any_of(kForeignFiles, isForeign) || name.ends_with(".min.js") ||
+            name.ends_with(".d.ts") || name.find(".test.") != std::string::npos ||
+            name.find(".spec.") != std::string::npos || name.find("_test.") != std::string::npos)
+            return false;
+        return endsWithAny(name, kProjectEndings) || settingsFormatOf(name) ||
+               name.starts_with(".env") || name == "Procfile" || name == "Makefile";
+    }
+
+    // In settings the block counts as well.
+    std::vector<std::uint16_t> portsMentionedIn(const std::string& text,
+                                                const std::string& name) const {
+        const auto format = settingsFormatOf(name);
+        if (!format || name == "package.json")
+            return mentionedPorts(text, held_);
+        std::vector<std::uint16_t> found;
+        for (const Setting& setting : readSettings(text, *format)) {
+            if (speaksOfOthers(setting.path))
+                continue;
+            const std::string line = setting.path + " = " + setting.value;
+            for (const std::uint16_t port : mentionedPorts(line, held_))
+                found.push_back(port);
+        }
+        return found;
+    }
+
+    const Attempt& attempt_;
+    std::span<const std::uint16_t> held_;
+    const AddressQuestion& hasAddress_;
+    fs::path folder_;
+    fs::path scriptFolder_;
+    std::chrono::steady_clock::time_point deadline_;
+    std::vector<PortSite> sites_;
+    std::vector<PortSite> configSites_;
+    std::string sources_; // in small letters
+    std::string nearby_;  // the text of files that are named
+    std::vector<fs::path> namedFiles_;
+    std::set<fs::path> known_;
+    std::vector<Setting> settings_;
+    std::vector<Setting> variables_; // of files
+    Found inBuilt_;
+};
 
 } // namespace
 
-std::vector<std::uint16_t> portsInFilesOf(const Attempt& attempt,
-                                          std::span<const std::uint16_t> held) {
-    const fs::path folder = attempt.workingDirectory;
-    std::vector<WrittenPort> ports = portsInText(attempt.inlineSource);
-    for (const std::string& config : attempt.runtime->configs) {
-        if (const auto text = readText(folder / config))
-            append(ports, portsInText(*text));
-    }
-    if (!attempt.config.empty()) {
-        if (const auto text = readText(folder / attempt.config))
-            append(ports, portsInText(*text));
-    }
-    if (ports.empty() && attempt.program)
-        return portsInBuilt(*attempt.program, BinaryKind::program, held);
-    if (!attempt.runtime->mayNamePortItself || attempt.script.empty())
-        return likeliest(ports);
+std::vector<PortAnswer> answersInFilesOf(const Attempt& attempt,
+                                         std::span<const std::uint16_t> held,
+                                         const AddressQuestion& hasAddress) {
+    std::ifstream mounts("/proc/self/mountinfo");
+    std::ostringstream mountInfo;
+    mountInfo << mounts.rdbuf();
+    if (liesOnNetwork(attempt.workingDirectory, mountInfo.str()))
+        return {};
+    return FileSearch(attempt, held, hasAddress).answers();
+}
 
-    fs::path script = folder / attempt.script;
-    if (const auto file = importedFile(script.parent_path(), script.filename()))
-        script = *file;
-    if (script.extension() == ".class")
-        return portsInBuilt(opened(script), BinaryKind::bytecode, held);
-    append(ports, portsInScripts(script));
-    return likeliest(ports);
+bool liesOnNetwork(const std::string& path, std::string_view mountInfo) {
+    constexpr std::array<std::string_view, 11> kNetworks{
+        "nfs", "nfs4",  "cifs",   "smb3",       "smbfs",      "ceph",
+        "afs", "ncpfs", "autofs", "fuse.sshfs", "fuse.rclone"};
+    std::size_t longest = 0;
+    bool isNetwork = false;
+    std::istringstream lines{std::string(mountInfo)};
+    for (std::string line; std::getline(lines, line);) {
+        std::istringstream words(line);
+        std::string word;
+        for (int field = 0; field < 5 && words >> word; ++field) {
+        }
+        const std::string mountPoint = word;
+        const std::size_t separator = line.find(" - ");
+        if (separator == std::string::npos)
+            continue;
+        const std::string type =
+            line.substr(separator + 3, line.find(' ', separator + 3) - separator - 3);
+        const bool isBelow =
+            mountPoint == "/" || path == mountPoint || path.starts_with(mountPoint + "/");
+        // Of several on one place the last is on top.
+        if (isBelow && mountPoint.size() >= longest) {
+            longest = mountPoint.size();
+            isNetwork = isOneOf(type, kNetworks);
+        }
+    }
+    return isNetwork;
 }
 
 } // namespace zenlot

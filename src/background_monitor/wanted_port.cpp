@@ -1,51 +1,28 @@
 #include "background_monitor/wanted_port.h"
 
+#include "background_monitor/port_text.h"
+
 #include <algorithm>
-#include <charconv>
+#include <array>
 #include <string_view>
 
 namespace zenlot {
 namespace {
 
-// A port, and the address before it, where one is named.
-struct Endpoint {
-    std::uint16_t port{0};
-    std::string_view host;
-};
-
-std::optional<std::uint16_t> portNumber(std::string_view text) {
-    std::uint16_t port{0};
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), port);
-    if (error != std::errc() || end != text.data() + text.size() || text.empty())
-        return std::nullopt;
-    return port;
-}
-
-// "4000", ":4000", "localhost:4000", "[::1]:4000", "tcp://0.0.0.0:4000/path". Of several, which are
-// set apart by commas or semicolons, the first.
-std::optional<Endpoint> parseEndpoint(std::string_view text) {
-    text = text.substr(0, text.find_first_of(",;"));
-    if (const std::size_t scheme = text.find("://"); scheme != std::string_view::npos) {
-        if (text.starts_with("unix"))
-            return std::nullopt;
-        text.remove_prefix(scheme + 3);
-    }
-    text = text.substr(0, text.find_first_of("/?"));
-    const std::size_t colon = text.rfind(':');
-    const auto port = portNumber(colon == std::string_view::npos ? text : text.substr(colon + 1));
-    if (!port)
-        return std::nullopt;
-    return Endpoint{*port, colon == std::string_view::npos ? "" : text.substr(0, colon)};
-}
-
-std::vector<IpAddress> addressesOf(std::string_view host) {
-    if (host == "localhost")
-        return {*IpAddress::parse("127.0.0.1"), *IpAddress::parse("::1")};
-    if (host == "*" || host == "+")
-        return {*IpAddress::parse("::")};
-    const auto address = IpAddress::parse(host);
-    return address ? std::vector{*address} : std::vector<IpAddress>();
-}
+// Words that say of a command that it builds, tests or tidies, and serves nothing.
+constexpr std::array<std::string_view, 48> kNotServing{
+    "lint",           "test",      "tests",      "install",
+    "build",          "check",     "format",     "fmt",
+    "compile",        "clean",     "publish",    "migrate",
+    "makemigrations", "generate",  "init",       "create",
+    "typecheck",      "eslint",    "tsc",        "prettier",
+    "jest",           "vitest",    "mocha",      "ava",
+    "pytest",         "unittest",  "tox",        "mypy",
+    "ruff",           "black",     "flake8",     "pylint",
+    "rspec",          "rubocop",   "rake",       "phpunit",
+    "composer",       "pip",       "npm",        "npm-cli",
+    "npx-cli",        "yarn",      "pnpm",       "rollup",
+    "esbuild-build",  "stylelint", "playwright", "cypress"};
 
 bool contains(const std::vector<std::string>& list, std::string_view word) {
     return std::ranges::find(list, word) != list.end();
@@ -80,21 +57,40 @@ void forEachValue(const std::vector<std::string>& flags, const std::vector<std::
     }
 }
 
+// Of a program that no row knows: an option, a property or an assignment whose name speaks of
+// listening, such as --listen-port, -Dhttp.port= and port=. Of several that say different things
+// nobody knows which one counts.
+std::optional<Endpoint> endpointInTellingWords(const std::vector<std::string>& arguments) {
+    std::optional<Endpoint> found;
+    for (std::size_t place = 0; place < arguments.size(); ++place) {
+        const auto value = tellingValue(arguments, place);
+        const auto endpoint = value ? parseEndpoint(*value) : std::nullopt;
+        if (!endpoint)
+            continue;
+        if (found && found->port != endpoint->port)
+            return std::nullopt;
+        found = endpoint;
+    }
+    return found;
+}
+
 std::optional<Endpoint> endpointInArguments(const Runtime& runtime,
                                             const std::vector<std::string>& arguments) {
     std::optional<Endpoint> found;
     // What is said last counts, as with most tools.
-    forEachValue(runtime.flags, arguments, [&found](std::string_view value) {
+    forEachValue(runtime.flags, arguments, [&found, &runtime](std::string_view value) {
+        if (runtime.publishesPorts)
+            value = publishedEndpoint(value);
         if (const auto endpoint = parseEndpoint(value))
             found = endpoint;
     });
-    if (found || !runtime.takesPositional)
-        return found;
-    for (const std::string& word : arguments) {
-        if (const auto endpoint = parseEndpoint(word); endpoint && !word.starts_with('-'))
-            found = endpoint;
+    if (!found && runtime.takesPositional) {
+        for (const std::string& word : arguments) {
+            if (const auto endpoint = parseEndpoint(word); endpoint && !word.starts_with('-'))
+                found = endpoint;
+        }
     }
-    return found;
+    return found || !runtime.mayNamePortItself ? found : endpointInTellingWords(arguments);
 }
 
 std::optional<Endpoint> endpointInEnvironment(const Runtime& runtime,
@@ -106,6 +102,12 @@ std::optional<Endpoint> endpointInEnvironment(const Runtime& runtime,
             return endpoint;
     }
     return std::nullopt;
+}
+
+// "test:unit" is a test as well.
+bool isNotServing(std::string_view word) {
+    word = word.substr(0, word.find(':'));
+    return std::ranges::find(kNotServing, word) != kNotServing.end();
 }
 
 } // namespace
@@ -127,19 +129,30 @@ std::optional<WantedPort> wantedPort(const Runtime& runtime, const Invocation& i
         if (contains(arguments, question))
             return std::nullopt;
     }
+    const bool isKnownToServe = !runtime.within.empty();
+    // A script of the user's own may be called as it likes; a module is called by its name.
+    const bool isInstalled = invocation.genericTool.empty() || invocation.script == invocation.tool;
+    if (!isKnownToServe &&
+        (isNotServing(firstWord) || (isInstalled && isNotServing(invocation.tool))))
+        return std::nullopt;
 
     WantedPort wanted;
     std::string value; // what the endpoint's host may lie in
     auto endpoint = endpointInArguments(runtime, arguments);
     if (endpoint)
         wanted.source = WantedPort::Source::argument;
-    else if ((endpoint = endpointInEnvironment(runtime, environment, value)))
+    else if (std::ranges::any_of(arguments, namesOtherSocket))
+        return std::nullopt;
+    else if (!runtime.mayNamePortItself &&
+             (endpoint = endpointInEnvironment(runtime, environment, value)))
         wanted.source = WantedPort::Source::environment;
     else if (const auto usual = runtime.defaultPort(firstWord)) {
         wanted.source = WantedPort::Source::usual;
         endpoint = Endpoint{*usual, {}};
     } else {
-        return runtime.mayNamePortItself ? std::optional(wanted) : std::nullopt;
+        const bool mayBeWritten =
+            runtime.mayNamePortItself || !runtime.configs.empty() || !runtime.configFlags.empty();
+        return mayBeWritten ? std::optional(wanted) : std::nullopt;
     }
     if (endpoint->port == 0)
         return std::nullopt;

@@ -36,7 +36,9 @@ struct WantedPort {
 // The value of a variable; empty when it is not set.
 using EnvironmentQuery = std::function<std::string(const std::string& name)>;
 
-// None for a process that serves nothing, or that leaves the choice of the port to the kernel.
+// None for a process that serves nothing, that leaves the choice of the port to the kernel, or that
+// listens on a socket of another kind. Of a program that may name its port itself only the
+// arguments count here: which variables it asks for, its source tells.
 std::optional<WantedPort> wantedPort(const Runtime& runtime, const Invocation& invocation,
                                      const EnvironmentQuery& environment);
 

@@ -1,25 +1,33 @@
 #include "background_monitor/written_ports.h"
 
+#include "background_monitor/port_text.h"
+#include "background_monitor/settings_text.h"
+
 #include <algorithm>
 #include <array>
 #include <cctype>
 #include <charconv>
-#include <optional>
 
 namespace zenlot {
 namespace {
 
-constexpr std::array<std::string_view, 5> kServing{"listen", "serve", ".run", "httpd", "start"};
-constexpr std::array<std::string_view, 3> kNaming{"port", "bind", "addr"};
-constexpr std::array<std::string_view, 15> kOthers{
-    "postgres", "mysql",  "mongo",    "redis",  "amqp",  "kafka", "database", "proxy",
-    ".connect", "target", "connect(", "fetch(", "axios", "db_",   "memcache"};
+constexpr std::array<std::string_view, 7> kServing{"listen", "serve(",  "server(",    ".run",
+                                                   "httpd",  "run_app", "socket-bind"};
+constexpr std::array<std::string_view, 9> kNaming{"port", "bind",  "addr",   "listen", "serve",
+                                                  ".run", "httpd", "daemon", "start"};
+constexpr std::array<std::string_view, 4> kAsking{"fetch(", "curl", ".get(\"http", "open_uri"};
+constexpr std::array<std::string_view, 5> kArguments{"argv", "os.args", "flag.", "env::args",
+                                                     "commandargs"};
 constexpr std::size_t kLongestLine = 2000;
 constexpr std::size_t kMostImports = 24;
-constexpr std::size_t kMostPorts = 256;
+constexpr std::size_t kMostSites = 256;
 
 bool isWordCharacter(char character) {
     return std::isalnum(static_cast<unsigned char>(character)) != 0 || character == '_';
+}
+
+bool isCapital(char character) {
+    return character >= 'A' && character <= 'Z';
 }
 
 template <std::size_t Count>
@@ -28,52 +36,82 @@ bool mentions(std::string_view line, const std::array<std::string_view, Count>& 
         words, [line](std::string_view word) { return line.find(word) != std::string_view::npos; });
 }
 
-// A line without its comment, in small letters.
-std::string prepared(std::string_view line) {
-    std::string text(line.substr(0, kLongestLine));
-    std::ranges::transform(text, text.begin(), [](unsigned char character) {
-        return static_cast<char>(std::tolower(character));
-    });
-    const std::size_t first = text.find_first_not_of(" \t");
-    if (first != std::string::npos && text[first] == '#')
+// Whether "//" stands between a variable with its sigil and what counts where that is not set.
+bool isPerlsOr(std::string_view line, std::size_t slashes) {
+    std::size_t end = slashes;
+    while (end > 0 && line[end - 1] == ' ')
+        --end;
+    std::size_t start = end;
+    while (start > 0 && (isWordCharacter(line[start - 1]) || line[start - 1] == '{' ||
+                         line[start - 1] == '}' || line[start - 1] == '\''))
+        --start;
+    return start < end && start > 0 && line[start - 1] == '$';
+}
+
+// A line without its comment.
+std::string_view withoutComment(std::string_view line) {
+    line = line.substr(0, kLongestLine);
+    const std::size_t first = line.find_first_not_of(" \t");
+    if (first == std::string_view::npos)
         return {};
-    for (std::size_t slashes = text.find("//"); slashes != std::string::npos;
-         slashes = text.find("//", slashes + 2)) {
-        if (slashes == 0 || text[slashes - 1] != ':') {
-            text.resize(slashes);
-            break;
-        }
+    const std::string_view beginning = line.substr(first);
+    if ((beginning.front() == '#' && !beginning.starts_with("#:") &&
+         !beginning.starts_with("#define")) ||
+        beginning.starts_with("* ") || beginning.starts_with("-- ") ||
+        beginning.starts_with(";;") || beginning.starts_with("%%"))
+        return {};
+    for (std::size_t slashes = line.find("//"); slashes != std::string_view::npos;
+         slashes = line.find("//", slashes + 2)) {
+        const bool isUrl = slashes > 0 && line[slashes - 1] == ':';
+        if (!isUrl && !isPerlsOr(line, slashes))
+            return line.substr(0, slashes);
     }
-    return text;
+    const std::size_t hash = line.find(" # ");
+    return line.substr(0, hash);
 }
 
-// What a line speaks of.
-enum class Subject : std::uint8_t { nothing, others, naming, serving };
-
-Subject subjectOf(std::string_view line) {
-    if (mentions(line, kOthers))
-        return Subject::others;
-    if (mentions(line, kServing))
-        return Subject::serving;
-    return mentions(line, kNaming) ? Subject::naming : Subject::nothing;
+// Whether a line, in small letters, asks another server for something. Ruby's ENV.fetch does not.
+bool asksOthers(std::string_view line) {
+    if (speaksOfOthers(line))
+        return true;
+    return std::ranges::any_of(kAsking, [line](std::string_view word) {
+        const std::size_t place = line.find(word);
+        if (place == std::string_view::npos)
+            return false;
+        // Ruby asks its environment so, and a server may call its own function like that.
+        const bool isEnvironment = place >= 4 && line.substr(place - 4, 4) == "env.";
+        const std::size_t end = line.find(')', place);
+        const std::size_t next =
+            end == std::string_view::npos ? end : line.find_first_not_of(' ', end + 1);
+        const bool isDefinition = next != std::string_view::npos && line[next] == '{';
+        return !isEnvironment && !isDefinition;
+    });
 }
 
-// How likely it is that a number is a port to listen on; 0 for not at all.
-int likelihood(Subject subject, char beforeNumber) {
-    switch (subject) {
-    case Subject::others:
+// Whether something on the line, in small letters, is called just "port".
+bool namesPlainPort(std::string_view line) {
+    for (std::size_t place = line.find("port"); place != std::string_view::npos;
+         place = line.find("port", place + 1)) {
+        const bool begins = place == 0 || !isWordCharacter(line[place - 1]) ||
+                            (place >= 5 && line.substr(place - 5, 5) == "local");
+        const std::size_t end = place + 4;
+        if (begins && (end == line.size() || !isWordCharacter(line[end])))
+            return true;
+    }
+    return false;
+}
+
+int likelihoodOf(std::string_view line) {
+    if (asksOthers(line))
         return 0;
-    case Subject::serving:
+    if (mentions(line, kServing))
+        return 4;
+    if (namesPlainPort(line))
         return 3;
-    case Subject::naming:
-        return 2;
-    case Subject::nothing:
-        break;
-    }
-    return beforeNumber == ':' ? 1 : 0;
+    return mentions(line, kNaming) ? 2 : 0;
 }
 
-// Calls back with every number from 1 to 65535 that stands by itself, and the character before it.
+// Calls back with every number from 80 to 65535 that stands by itself, and where it stands.
 template <typename Call>
 void forEachPort(std::string_view line, Call&& call) {
     for (std::size_t place = 0; place < line.size();) {
@@ -86,12 +124,62 @@ void forEachPort(std::string_view line, Call&& call) {
             ++end;
         std::uint16_t number{0};
         const auto [last, error] = std::from_chars(line.data() + place, line.data() + end, number);
+        // Rust writes the type behind a number.
+        const std::string_view ending = line.substr(last - line.data(), line.data() + end - last);
+        const bool isWhole = ending.empty() || ending == "u16" || ending == "_u16" ||
+                             ending == "i32" || ending == "L";
         const bool isFraction =
             (place > 0 && line[place - 1] == '.') ||
-            (end + 1 < line.size() && line[end] == '.' && isWordCharacter(line[end + 1]));
-        if (error == std::errc() && last == line.data() + end && number >= 80 && !isFraction)
-            call(number, place > 0 ? line[place - 1] : ' ');
+            (end + 1 < line.size() && line[end] == '.' && isWordCharacter(line[end + 1]) &&
+             line[end + 1] >= '0' && line[end + 1] <= '9');
+        if (error == std::errc() && isWhole && number >= 80 && !isFraction)
+            call(number, place);
         place = end;
+    }
+}
+
+// Whether the number at that place is the port in somebody's URL.
+bool isInUrl(std::string_view line, std::size_t place) {
+    const std::size_t scheme = line.substr(0, place).rfind("://");
+    return scheme != std::string_view::npos &&
+           line.substr(scheme, place - scheme).find_first_of(" \t\"'`,") == std::string_view::npos;
+}
+
+// The addresses on a line that are written as numbers, with or without a port behind them.
+std::vector<IpAddress> addressesIn(std::string_view line) {
+    constexpr std::string_view kCharacters = "0123456789abcdefABCDEF:.";
+    std::vector<IpAddress> addresses;
+    for (std::size_t place = line.find_first_of(kCharacters); place != std::string_view::npos;) {
+        const std::size_t end = std::min(line.find_first_not_of(kCharacters, place), line.size());
+        std::string_view word = line.substr(place, end - place);
+        if (std::ranges::count(word, '.') == 3)
+            word = word.substr(0, word.find(':'));
+        if (std::ranges::count(word, '.') == 3 || std::ranges::count(word, ':') >= 2) {
+            if (const auto address = IpAddress::parse(word))
+                addresses.push_back(*address);
+        }
+        place = line.find_first_of(kCharacters, end);
+    }
+    return addresses;
+}
+
+// Whether what stands before the number at that place is called just "port".
+bool isValueOfPort(std::string_view line, std::size_t place) {
+    std::size_t end = place;
+    while (end > 0 && std::string_view(" :=>(\"'").find(line[end - 1]) != std::string_view::npos)
+        --end;
+    std::size_t start = end;
+    while (start > 0 && isWordCharacter(line[start - 1]))
+        --start;
+    return inSmallLetters(line.substr(start, end - start)) == "port";
+}
+
+template <typename Call>
+void forEachLine(std::string_view text, Call&& call) {
+    while (!text.empty()) {
+        const std::string_view line = text.substr(0, text.find('\n'));
+        text.remove_prefix(std::min(text.size(), line.size() + 1));
+        call(line);
     }
 }
 
@@ -108,26 +196,112 @@ void forEachColonNumber(std::string_view binary, Call&& call) {
     }
 }
 
+void addOnce(auto& list, const auto& value) {
+    if (std::ranges::find(list, value) == list.end())
+        list.push_back(value);
+}
+
 } // namespace
 
-std::vector<WrittenPort> portsInText(std::string_view text) {
-    std::vector<WrittenPort> ports;
-    while (!text.empty()) {
-        const std::string_view raw = text.substr(0, text.find('\n'));
-        text.remove_prefix(std::min(text.size(), raw.size() + 1));
-        const std::string line = prepared(raw);
-        std::optional<Subject> subject; // of a line without numbers nobody asks
-        forEachPort(line, [&](std::uint16_t port, char before) {
-            if (!subject)
-                subject = subjectOf(line);
-            const int found = likelihood(*subject, before);
-            const auto known = std::ranges::find(ports, port, &WrittenPort::port);
-            if (known != ports.end())
-                known->likelihood = std::max(known->likelihood, found);
-            else if (found != 0 && ports.size() < kMostPorts)
-                ports.push_back({port, found});
+std::vector<PortSite> portSites(std::string_view text) {
+    std::vector<PortSite> sites;
+    forEachLine(text, [&sites](std::string_view raw) {
+        const std::string_view line = withoutComment(raw);
+        PortSite site;
+        // Of a line without numbers and variables nobody asks what it is about.
+        site.variables = variablesIn(line);
+        std::vector<std::uint16_t> direct;
+        forEachPort(line, [&](std::uint16_t port, std::size_t place) {
+            addOnce(site.ports, port);
+            if (isValueOfPort(line, place))
+                addOnce(direct, port);
         });
+        // Of several numbers those that are called "port" themselves.
+        if (!direct.empty())
+            site.ports = std::move(direct);
+        const bool isAboutNothing = site.variables.empty() && site.ports.empty();
+        const std::string small = inSmallLetters(line);
+        site.readsArguments = mentions(small, kArguments);
+        if ((isAboutNothing && !site.readsArguments) || sites.size() >= kMostSites)
+            return;
+        site.likelihood = likelihoodOf(small);
+        site.addresses = addressesIn(line);
+        if (site.likelihood != 0)
+            sites.push_back(std::move(site));
+    });
+    return sites;
+}
+
+std::vector<std::uint16_t> mentionedPorts(std::string_view text,
+                                          std::span<const std::uint16_t> ports) {
+    std::vector<std::uint16_t> mentioned;
+    forEachLine(text, [&](std::string_view raw) {
+        const std::string_view line = withoutComment(raw);
+        std::string small; // of a line without such numbers nobody asks what it is about
+        forEachPort(line, [&](std::uint16_t port, std::size_t place) {
+            if (std::ranges::find(ports, port) == ports.end())
+                return;
+            if (small.empty())
+                small = inSmallLetters(line);
+            const bool isAddress = place > 0 && line[place - 1] == ':' && !isInUrl(line, place);
+            if (!asksOthers(small) && (isAddress || mentions(small, kNaming)) &&
+                (!isInUrl(line, place) || mentions(small, kServing)))
+                addOnce(mentioned, port);
+        });
+    });
+    return mentioned;
+}
+
+std::vector<std::string> variablesIn(std::string_view text) {
+    std::vector<std::string> names;
+    const auto take = [&](std::size_t start) {
+        std::size_t end = start;
+        while (end < text.size() && isWordCharacter(text[end]))
+            ++end;
+        const std::string_view name = text.substr(start, end - start);
+        const bool isVariable =
+            !name.empty() && isCapital(name.front()) &&
+            std::ranges::none_of(name, [](char letter) { return letter >= 'a' && letter <= 'z'; });
+        if (isVariable)
+            addOnce(names, std::string(name));
+        return end;
+    };
+    for (std::size_t place = 0; place + 1 < text.size(); ++place) {
+        if (text[place] == '$' && (text[place + 1] == '{' || isCapital(text[place + 1]))) {
+            take(place + (text[place + 1] == '{' ? 2 : 1));
+            continue;
+        }
+        // "env", "environ", "getenv", "ENV": the name of the variable follows behind letters, dots,
+        // brackets and quotes.
+        const char first = text[place];
+        if ((first != 'e' && first != 'E') || place + 3 > text.size() ||
+            (text[place + 1] != 'n' && text[place + 1] != 'N') ||
+            (text[place + 2] != 'v' && text[place + 2] != 'V'))
+            continue;
+        std::size_t start = place + 3;
+        while (start < text.size() && !isCapital(text[start]) &&
+               (isWordCharacter(text[start]) ||
+                std::string_view(".:([{!\"' ?$-").find(text[start]) != std::string_view::npos))
+            ++start;
+        // GetEnvironmentVariable and its like go on with a capital.
+        while (start + 1 < text.size() && isCapital(text[start]) && text[start + 1] >= 'a' &&
+               text[start + 1] <= 'z') {
+            while (start < text.size() && isWordCharacter(text[start]))
+                ++start;
+            while (start < text.size() && !isWordCharacter(text[start]) && text[start] != '\n' &&
+                   text[start] != ')' && text[start] != ',')
+                ++start;
+        }
+        if (start < text.size() && !isWordCharacter(text[start - 1]))
+            take(start);
+        place += 2;
     }
+    return names;
+}
+
+std::vector<std::uint16_t> portsInValue(std::string_view value) {
+    std::vector<std::uint16_t> ports;
+    forEachPort(value, [&ports](std::uint16_t port, std::size_t) { addOnce(ports, port); });
     return ports;
 }
 
@@ -189,6 +363,27 @@ std::vector<std::string> relativeImports(std::string_view text) {
             add(module);
         }
     }
+    return files;
+}
+
+std::vector<std::string> namedSettings(std::string_view text) {
+    std::vector<std::string> files;
+    forEachLine(text.substr(0, std::size_t{256} * 1024), [&files](std::string_view line) {
+        for (std::size_t begin = line.find_first_of("\"'`"); begin != std::string_view::npos;) {
+            const std::size_t end = line.find(line[begin], begin + 1);
+            if (end == std::string_view::npos)
+                return;
+            const std::string_view name = line.substr(begin + 1, end - begin - 1);
+            const std::string_view base = name.substr(name.rfind('/') + 1);
+            const bool isPlain =
+                name.size() < 200 && name.find_first_of(" *{}<>$:") == std::string_view::npos;
+            if (isPlain && files.size() < kMostImports &&
+                base.find('.') != std::string_view::npos &&
+                (settingsFormatOf(base) || base.starts_with(".env")) && base != "package.json")
+                addOnce(files, std::string(name));
+            begin = line.find_first_of("\"'`", end + 1);
+        }
+    });
     return files;
 }
 

@@ -17,7 +17,9 @@ constexpr std::uint64_t kOwnSocket = 8;
 class FakeMachine final : public Machine {
   public:
     std::vector<ListeningSocket> listening;
-    std::vector<std::uint16_t> written;
+    std::vector<PortAnswer> written;
+    bool isAllowed = true;
+    bool hasAddresses = true;
     PortHolder holder{kHolder, BootTime(1000), {1}, "node", "Node"};
     bool isServerRunning = true;
 
@@ -25,10 +27,12 @@ class FakeMachine final : public Machine {
     bool isRunning(const Attempt&) const override { return isServerRunning; }
     std::vector<std::uint64_t> socketsOfTree(ProcessId) const override { return {kOwnSocket}; }
     std::optional<PortHolder> holderOf(const ListeningSocket&) const override { return holder; }
-    std::vector<std::uint16_t> writtenPorts(const Attempt&,
-                                            std::span<const std::uint16_t>) const override {
+    std::vector<PortAnswer> writtenPorts(const Attempt&,
+                                         std::span<const std::uint16_t>) const override {
         return written;
     }
+    bool mayListenOn(std::uint16_t) const override { return isAllowed; }
+    bool hasAddress(const IpAddress&) const override { return hasAddresses; }
 };
 
 // A server that wants port 3000, which another process holds, and time that passes when it is told
@@ -143,19 +147,64 @@ TEST_F(AttemptTrackerTest, OtherEndsAreNoConflict) {
              pass(BootTime(1000));
              runtime.probesProtocols = false;
          }},
+        {"somebody leaves such sockets all the time",
+         [&] {
+             for (int socket = 0; socket < 6; ++socket) {
+                 socketDies();
+                 now += BootTime(400);
+             }
+             attempt.startedAt = now;
+             attempt.commandKey = 2;
+             start();
+             socketDies();
+             end();
+         }},
         {"Ctrl-C",
          [&] {
              socketDies();
              end(ProcessEnd::stopped);
          }},
-        {"ended well",
+        {"ended well, long after",
          [&] {
              socketDies();
+             pass(BootTime(2500));
              machine.isServerRunning = false;
+         }},
+        {"a connection over IPv6 that found no route",
+         [&] {
+             socketDies(failedConnection);
+             end();
+         }},
+        {"one over IPv4, counted before",
+         [&] {
+             tracker.connectionsFailed(1, now);
+             socketDies(unbound, AddressFamily::ipv4);
+             end();
+         }},
+        {"one over IPv4, counted after",
+         [&] {
+             socketDies(unbound, AddressFamily::ipv4);
+             tracker.connectionsFailed(1, now);
+             end();
          }},
         {"too late",
          [&] {
-             pass(AttemptTracker::kFirstSeconds + BootTime(1));
+             pass(AttemptTracker::kLongestStart * 2);
+             socketDies();
+             end();
+         }},
+        {"not allowed to whoever holds it",
+         [&] {
+             machine.isAllowed = false;
+             socketDies();
+             end();
+         }},
+        {"an address that is not here",
+         [&] {
+             machine.hasAddresses = false;
+             attempt.wanted.addresses = {*IpAddress::parse("0.0.0.0")};
+             attempt.commandKey = 2;
+             start();
              socketDies();
              end();
          }},
@@ -207,6 +256,7 @@ TEST_F(AttemptTrackerTest, OtherEndsAreNoConflict) {
         tracker = AttemptTracker();
         machine.listening = {{{}, false, 3000, 0, kHolderSocket}};
         machine.holder = fresh.holder;
+        machine.isAllowed = machine.hasAddresses = true;
         machine.isServerRunning = true;
         attempt = original;
         attempt.startedAt = now;
@@ -257,7 +307,7 @@ TEST_F(AttemptTrackerTest, ToolThatAsksGoesOn) {
     EXPECT_THAT(kinds, ElementsAre(Verdict::Kind::goesOn));
 }
 
-TEST_F(AttemptTrackerTest, PortComesFromWhatIsWrittenThenFromEarlierRunsThenFromHabit) {
+TEST_F(AttemptTrackerTest, PortComesFromTheHighestSourceThatNamesOne) {
     runtime.mayNamePortItself = true;
     attempt.wanted = {WantedPort::Source::usual, 3000, {}};
     EXPECT_THAT(fail(), ElementsAre(3000));
@@ -273,9 +323,72 @@ TEST_F(AttemptTrackerTest, PortComesFromWhatIsWrittenThenFromEarlierRunsThenFrom
     machine.listening.push_back({{}, false, 4000, 0, kHolderSocket});
     pass(BootTime(10'000));
     EXPECT_THAT(fail(), ElementsAre(4000));
-    machine.written = {3000};
-    pass(BootTime(10'000));
+
+    const std::pair<PortAnswer, std::vector<int>> cases[]{
+        {{PortSource::source, {3000}}, {4000}},   // what it did counts for more
+        {{PortSource::settings, {3000}}, {3000}}, // what was said counts for more still
+        {{PortSource::settings, {5000}}, {}},     // it wanted another one, which is free
+        {{PortSource::settings, {3000, 5000}}, {3000}},
+        {{PortSource::settings, {3000, 4000}}, {}}, // either
+    };
+    for (const auto& [written, ports] : cases) {
+        machine.written = {written};
+        pass(AttemptTracker::kLoopPause);
+        EXPECT_EQ(fail(), ports) << static_cast<int>(written.source) << ' ' << written.ports[0];
+    }
+}
+
+TEST_F(AttemptTrackerTest, WhatOnlyTheProjectMentionsNeedsASocketThatNobodyElseCanHaveLeft) {
+    runtime.mayNamePortItself = true;
+    attempt.wanted = {};
+    machine.written = {{PortSource::project, {3000}}};
     EXPECT_THAT(fail(), ElementsAre(3000));
+
+    pass(AttemptTracker::kLoopPause);
+    Attempt other = attempt;
+    other.pid = 300;
+    other.commandKey = 2;
+    other.startedAt = now;
+    tracker.processStarted(other, now);
+    EXPECT_THAT(fail(), IsEmpty());
+    machine.written = {{PortSource::source, {3000}}};
+    pass(AttemptTracker::kLoopPause);
+    EXPECT_THAT(fail(), ElementsAre(3000));
+}
+
+TEST_F(AttemptTrackerTest, EndsThatSayNothingAreFound) {
+    // It says that all went well.
+    start();
+    now += BootTime(40);
+    socketDies();
+    machine.isServerRunning = false;
+    EXPECT_THAT(pass(BootTime(2000)), ElementsAre(3000));
+
+    // It lives on, and its port was named.
+    attempt.commandKey = 2;
+    attempt.startedAt = now;
+    machine.isServerRunning = true;
+    start();
+    socketDies();
+    EXPECT_THAT(pass(BootTime(1000)), IsEmpty());
+    EXPECT_THAT(pass(BootTime(3000)), ElementsAre(3000));
+
+    // Its port is only a habit, so it may as well be slow.
+    attempt.commandKey = 3;
+    attempt.startedAt = now;
+    attempt.wanted = {WantedPort::Source::usual, 3000, {}};
+    start();
+    socketDies();
+    EXPECT_THAT(pass(BootTime(10'000)), IsEmpty());
+}
+
+TEST_F(AttemptTrackerTest, SlowServersAndFasterHoldersAreWaitedFor) {
+    start();
+    pass(BootTime(180'000));
+    machine.holder.startedAt = now - BootTime(1); // and bound the port first
+    socketDies();
+    end();
+    EXPECT_THAT(pass(BootTime(500)), ElementsAre(3000));
 }
 
 TEST_F(AttemptTrackerTest, LoopIsAnnouncedOnceAMinute) {

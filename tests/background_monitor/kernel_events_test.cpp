@@ -1,6 +1,8 @@
 // What the kernel tells, and how it is read.
 #include "background_monitor/connector_process_events.h"
+#include "background_monitor/live_machine.h"
 #include "inventory/linux/control_group.h"
+#include "inventory/linux/failed_connections.h"
 #include "inventory/linux/pidfd_set.h"
 #include "inventory/linux/unused_socket_watch.h"
 #include "inventory/listening_socket.h"
@@ -9,6 +11,11 @@
 
 #include <gmock/gmock.h>
 
+#include <arpa/inet.h>
+#include <linux/inet_diag.h>
+#include <linux/netlink.h>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
 #include <poll.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -57,6 +64,25 @@ TEST(ControlGroupTest, IsFoundByTheNumberOfItsFolder) {
     EXPECT_EQ(findControlGroup(status.st_ino, folder.path().string()),
               (ControlGroup{"nginx.service", {42, 43}}));
     EXPECT_EQ(findControlGroup(0, folder.path().string()), std::nullopt);
+}
+
+TEST(HolderOfAnotherUserTest, IsNamedByItsGroupOrByItsArguments) {
+    const std::pair<const char*, const char*> groups[]{
+        {"nginx.service", "nginx"},
+        {"docker-0123456789abcdef0123.scope", "docker-0123456789ab"},
+        {"session-2.scope", ""},
+    };
+    for (const auto& [folder, name] : groups)
+        EXPECT_EQ(nameOfControlGroup(folder), name);
+    using std::string_view_literals::operator""sv;
+    EXPECT_TRUE(mentionsNumber("docker-proxy\0-host-port\0"
+                               "8080"sv,
+                               8080));
+    EXPECT_TRUE(mentionsNumber("server\0--listen=:8080/x"sv, 8080));
+    EXPECT_FALSE(mentionsNumber("server\0"
+                                "18080\0"
+                                "80800"sv,
+                                8080));
 }
 
 // Waits until the socket is readable; false when nothing comes.
@@ -131,6 +157,41 @@ TEST(PidfdSetTest, TellsOfEachEndOnceAndOnlyOfThoseThatAreWatched) {
     set.assign({});
     end(second);
     EXPECT_TRUE(set.takeEnded().empty());
+}
+
+TEST(FailedConnectionsTest, CountsThoseThatFoundNoRoute) {
+    EXPECT_EQ(decodeOutNoRoutes("Ip: Forwarding OutNoRoutes X\nIp: 1 42 3\nIcmp: x\n"), 42U);
+    EXPECT_EQ(decodeOutNoRoutes("Ip: Forwarding OutNoRoutes\nIp: 1\n"), std::nullopt);
+    EXPECT_EQ(decodeOutNoRoutes(""), std::nullopt);
+
+    const TemporaryFolder folder;
+    const auto counts = [&folder](const char* count) {
+        folder.write("self/net/snmp", std::string("Ip: OutNoRoutes\nIp: ") + count + "\n");
+    };
+    counts("7");
+    FailedConnections failed(folder.path().string());
+    EXPECT_EQ(failed.sinceLastTime(), 0U);
+    counts("9");
+    EXPECT_EQ(failed.sinceLastTime(), 2U);
+    EXPECT_EQ(failed.sinceLastTime(), 0U);
+    counts("nothing");
+    EXPECT_EQ(failed.sinceLastTime(), 0U);
+}
+
+TEST(UnusedSocketWatchTest, ConnectionOverIpv6KeepsItsDestination) {
+    inet_diag_msg message{};
+    message.idiag_family = AF_INET6;
+    message.idiag_state = TCP_CLOSE;
+    const auto decoded = [&message](const char* destination) {
+        ::inet_pton(AF_INET6, destination, &message.id.idiag_dst);
+        std::vector<std::byte> datagram(NLMSG_HDRLEN + sizeof message);
+        std::memcpy(datagram.data() + NLMSG_HDRLEN, &message, sizeof message);
+        return decodeUnusedSocket(datagram);
+    };
+    using enum UnusedSocket::Kind;
+    EXPECT_EQ(decoded("::"), (UnusedSocket{unbound, AddressFamily::ipv6}));
+    EXPECT_EQ(decoded("2001:db8::1"), (UnusedSocket{failedConnection, AddressFamily::ipv6}));
+    EXPECT_EQ(decoded("::ffff:10.0.0.1"), (UnusedSocket{failedConnection, AddressFamily::ipv4}));
 }
 
 std::vector<std::byte> processEvent(std::uint32_t kind, std::uint32_t thread, std::uint32_t process,

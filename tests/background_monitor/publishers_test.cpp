@@ -75,6 +75,34 @@ TEST_F(PublisherTest, RecordsAreBoundedAndSurviveARestart) {
     EXPECT_EQ(folder.names(kFolder).size(), ConflictPublisher::kMostRecords + 1);
 }
 
+TEST_F(PublisherTest, NothingIsAnnouncedThatCouldNotBeWritten) {
+    ConflictPublisher publisher(container, broadcasts, log, clock);
+    // A folder in its place can't be replaced by a file, as little as a file on a full disk.
+    folder.write(kFolder + "conflicts.json/x", "");
+    publisher.publish({Verdict::Kind::drift, 3000, {42, {}, {}, "a", "A"}, 77});
+    publisher.publishUnwritten();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(posted.empty());
+    std::filesystem::remove_all(folder.path() / kFolder / "conflicts.json");
+    publisher.publishUnwritten();
+    publisher.publishUnwritten();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(posted.size(), 2U);
+    EXPECT_EQ(decodeConflictRecords(folder.read(kFolder + "conflicts.json")).value().size(), 1U);
+}
+
+TEST_F(PublisherTest, RecordsOfTheFutureAreDroppedAtTheStart) {
+    time = 1000;
+    ConflictPublisher(container, broadcasts, log, clock)
+        .publish({Verdict::Kind::drift, 3000, {42, {}, {}, "a", "A"}, 77});
+    time = 1; // the clock was set back
+    ConflictPublisher(container, broadcasts, log, clock)
+        .publish({Verdict::Kind::drift, 3001, {42, {}, {}, "a", "A"}, 77});
+    const auto records = decodeConflictRecords(folder.read(kFolder + "conflicts.json")).value();
+    ASSERT_EQ(records.size(), 1U);
+    EXPECT_EQ(records[0].port, 3001);
+}
+
 TEST_F(PublisherTest, PortsArePublishedWhenTheyChange) {
     PortPublisher publisher(container, broadcasts);
     const std::vector<OccupiedPort> ports{{80, "TCP4", "a", "A", 7, "1", "/a"}};

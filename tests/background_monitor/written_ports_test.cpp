@@ -13,22 +13,54 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST(WrittenPortsTest, NumbersWhereAPortToListenOnStands) {
-    const std::pair<const char*, std::vector<WrittenPort>> cases[]{
-        {"app.listen(3000, () => {})", {{3000, 3}}},
-        {"const port = process.env.PORT || 4000 // not 5000", {{4000, 2}}},
-        {"  server: { port: 3005 },", {{3005, 3}}},
-        {"http.ListenAndServe(\":8080\", nil)", {{8080, 3}}},
-        {"origin = 'http://localhost:8081'", {{8081, 1}}},
-        {"port = 5432 # postgres", {}},
+const AddressQuestion isOurs = [](const IpAddress& address) {
+    return address == *IpAddress::parse("127.0.0.1");
+};
+
+TEST(WrittenPortsTest, LinesThatSayWhereToListen) {
+    const std::pair<const char*, std::vector<PortSite>> cases[]{
+        {"app.listen(3000, () => {})", {{4, {}, {3000}, false, {}}}},
+        {"const port = process.env.PORT || 4000 // not 5000", {{3, {"PORT"}, {4000}, false, {}}}},
+        {"  server: { port: 3005 },", {{3, {}, {3005}, false, {}}}},
+        {"http.ListenAndServe(\":8080\", nil)", {{4, {}, {8080}, false, {}}}},
+        {"let port: u16 = 8081u16;", {{3, {}, {8081}, false, {}}}},
+        {"my $port = $ENV{WEB_PORT} // 3000;", {{3, {"ENV", "WEB_PORT"}, {3000}, false, {}}}},
+        {"listen(3000, '10.0.0.1') // ::1",
+         {{4, {}, {3000}, false, {*IpAddress::parse("10.0.0.1")}}}},
+        {"x({ metricsPort: 9100, port: 3006 })", {{3, {}, {3006}, false, {}}}},
+        {"METRICS_PORT = 9100", {{2, {}, {9100}, false, {}}}},
+        {"origin = 'http://localhost:8081'", {}},
+        {"port = 5432 # postgres", {{3, {}, {5432}, false, {}}}},
+        {"postgres_port = 5432", {}},
         {"proxy: { target: 'http://localhost:8080' }", {}},
-        {"# listen 3000\n// listen 3001", {}},
+        {"fetch('http://localhost:8080/port')", {}},
+        {"# listen 3000\n// listen 3001\n-- port 3002\n%% port 3003", {}},
         {"port 99999 port 12 port 1.3000 port v3000 port 3000px", {}},
         {"timeout(3000)", {}},
-        {"x = 'host:4000'\napp.run(port=4000)", {{4000, 3}}},
+    };
+    for (const auto& [text, sites] : cases)
+        EXPECT_EQ(portSites(text), sites) << text;
+}
+
+TEST(WrittenPortsTest, MentionsOfHeldPorts) {
+    const std::uint16_t held[]{3000, 8080};
+    const std::pair<const char*, std::vector<std::uint16_t>> cases[]{
+        {"start the thing on 3000", {3000}},
+        {"x = \"0.0.0.0:8080\"", {8080}},
+        {"url = 'http://localhost:8080'", {}},
+        {"listen 'http://localhost:8080'", {8080}},
+        {"redis port 3000", {}},
+        {"timeout = 3000", {}},
+        {"port 4000", {}},
     };
     for (const auto& [text, ports] : cases)
-        EXPECT_EQ(portsInText(text), ports) << text;
+        EXPECT_EQ(mentionedPorts(text, held), ports) << text;
+}
+
+TEST(WrittenPortsTest, SettingsThatASourceNames) {
+    EXPECT_THAT(
+        namedSettings("open('a/b.yaml', \"r\")\nread(`.env.test`) 'package.json' 'x y.json'"),
+        ElementsAre("a/b.yaml", ".env.test"));
 }
 
 TEST(WrittenPortsTest, NumbersInPrograms) {
@@ -39,39 +71,105 @@ TEST(WrittenPortsTest, NumbersInPrograms) {
         ElementsAre(8080, 40000));
 }
 
-TEST(SourceReaderTest, FollowsWhatAScriptLoadsFromItsOwnFolder) {
+class SourceReaderTest : public testing::Test {
+  protected:
+    SourceReaderTest() {
+        runtime.mayNamePortItself = true;
+        attempt.runtime = &runtime;
+        attempt.workingDirectory = (folder.path() / "app").string();
+    }
+
+    std::vector<std::uint16_t> ports() {
+        answer = decidingAnswer(answersInFilesOf(attempt, held, isOurs));
+        return answer ? answer->ports : std::vector<std::uint16_t>();
+    }
+    std::vector<std::uint16_t> ports(const std::string& script) {
+        attempt.script = script;
+        return ports();
+    }
+
     const TemporaryFolder folder;
+    std::vector<std::uint16_t> held{4300, 4400};
+    Runtime runtime;
+    Attempt attempt;
+    std::optional<PortAnswer> answer;
+};
+
+TEST_F(SourceReaderTest, FollowsWhatAScriptLoadsFromItsOwnFolder) {
     folder.write("app/server.js", "const app = require('./lib/app');\nimport x from 'left-pad'\n");
     folder.write("app/lib/app.js", "require('../server');\nconst c = require('../config');\n");
-    folder.write("app/config.json", R"({"port": 4100, "database": {"port": 5432}})"
-                                    "\n");
+    folder.write("app/config.json", R"({"port": 4100, "database": {"port": 5432}})");
     folder.write("app/own.py", "from pkg.web import app\n");
     folder.write("app/pkg/web.py", "app.run(port=4200)\n");
-    folder.write("app/vite.config.js", "export default { server: { port: 4300 } }");
-    Runtime runtime;
-    runtime.mayNamePortItself = true;
-    Attempt attempt;
-    attempt.runtime = &runtime;
-    attempt.workingDirectory = (folder.path() / "app").string();
-    const auto ports = [&](const std::string& script) {
-        attempt.script = script;
-        return portsInFilesOf(attempt, {});
-    };
-    EXPECT_THAT(ports("server"), IsEmpty()); // the port stands on a line with a database
-    folder.write("app/config.json", "{\n\"port\": 4100,\n\"database\": {\n\"url\": \"x:5432\"}}");
     EXPECT_THAT(ports("server"), ElementsAre(4100));
     EXPECT_THAT(ports((folder.path() / "app/own.py").string()), ElementsAre(4200));
     EXPECT_THAT(ports("missing.js"), IsEmpty());
+    folder.write("app/elsewhere.js", "listen(4300, '10.0.0.1')\n");
+    EXPECT_THAT(ports("elsewhere.js"), IsEmpty());
     runtime.configs = {"vite.config.js"};
+    folder.write("app/vite.config.js", "export default { server: { port: 4300 } }");
     EXPECT_THAT(ports(""), ElementsAre(4300));
     // Nobody writes into it, so whoever opened it to read would wait.
     ASSERT_EQ(::mkfifo((folder.path() / "app/pipe.js").c_str(), 0600), 0);
     EXPECT_THAT(ports("pipe.js"), ElementsAre(4300));
 }
 
-TEST(SourceReaderTest, ReadsLargeProgramsWholly) {
+TEST_F(SourceReaderTest, FilesWithVariablesAreReadOnlyByWhoLoadsThem) {
+    folder.write("app/.env", "PORT=4100\n");
+    folder.write("app/.env.local", "PORT=4101\n");
+    folder.write("app/own.env", "PORT=4102\n");
+    folder.write("app/plain.js", "listen(process.env.PORT || 4200)");
+    folder.write("app/loads.js", "require('dotenv').config()\nlisten(process.env.PORT || 4200)");
+    EXPECT_THAT(ports("plain.js"), ElementsAre(4200));
+    EXPECT_THAT(ports("loads.js"), ElementsAre(4101));
+    attempt.environmentFiles = {"own.env"};
+    EXPECT_THAT(ports("plain.js"), ElementsAre(4102));
+    attempt.environment = {{"PORT", "4103"}};
+    EXPECT_THAT(ports("plain.js"), ElementsAre(4103));
+}
+
+TEST_F(SourceReaderTest, HeldPortsThatTheProjectMentionsComeLast) {
+    folder.write("package.json", "{}");
+    folder.write("lib/settings.py", "WEB = dict(listen=4300)\nredis = 'localhost:4400'\n");
+    folder.write("docker-compose.yml", "ports:\n  - '4400:80'\n");
+    folder.write("node_modules/x/index.js", "listen(4400)\n");
+    folder.write("app/main.py", "import start\n");
+    EXPECT_THAT(ports("main.py"), ElementsAre(4300));
+    EXPECT_EQ(answer->source, PortSource::project);
+    attempt.arguments = {"serve", "4400"};
+    EXPECT_THAT(ports("main.py"), ElementsAre(4400));
+    EXPECT_EQ(answer->source, PortSource::mention);
+    // Half a search may have missed the right one.
+    attempt.arguments.clear();
+    for (int file = 0; file < 300; ++file)
+        folder.write("lib/many" + std::to_string(file) + ".py", "x\n");
+    EXPECT_THAT(ports("main.py"), IsEmpty());
+}
+
+TEST_F(SourceReaderTest, BuiltProgramReadsTheSettingsThatItKnowsByName) {
+    runtime.environment = {"PORT"};
+    folder.write("server", std::string("\x7f"
+                                       "config.toml\0:4400\0",
+                                       20));
+    folder.write("app/config.toml", "[server]\nport = 4300\n");
+    folder.write("app/other.toml", "port = 4400\n");
+    attempt.program = std::make_shared<const FileDescriptor>(
+        ::open((folder.path() / "server").c_str(), O_RDONLY | O_CLOEXEC));
+    EXPECT_THAT(ports(), ElementsAre(4300));
+}
+
+TEST(SourceReaderBoundsTest, NothingIsReadFromANetwork) {
+    const char* mounts = "1 0 8:1 / / rw - ext4 /dev/a rw\n"
+                         "2 1 0:5 / /home/ada/far rw shared:1 - nfs4 server:/x rw\n";
+    EXPECT_FALSE(liesOnNetwork("/home/ada/farm", mounts));
+    EXPECT_TRUE(liesOnNetwork("/home/ada/far/app", mounts));
+    EXPECT_FALSE(liesOnNetwork("/home/ada", ""));
+}
+
+TEST(SourceReaderBoundsTest, ReadsLargeProgramsWholly) {
     const TemporaryFolder folder;
     Runtime runtime;
+    runtime.mayNamePortItself = true;
     Attempt attempt;
     attempt.runtime = &runtime;
     const std::uint16_t held[]{8080, 1808};
@@ -81,7 +179,9 @@ TEST(SourceReaderTest, ReadsLargeProgramsWholly) {
                                    std::string(2'097'152 - place, '\x7f'));
         attempt.program = std::make_shared<const FileDescriptor>(
             ::open((folder.path() / "server").c_str(), O_RDONLY | O_CLOEXEC));
-        EXPECT_THAT(portsInFilesOf(attempt, held), ElementsAre(8080)) << place;
+        EXPECT_EQ(decidingAnswer(answersInFilesOf(attempt, held, isOurs)),
+                  (PortAnswer{PortSource::source, {8080}}))
+            << place;
     }
 }
 

@@ -69,8 +69,15 @@ std::optional<UnusedSocket> decodeUnusedSocket(std::span<const std::byte> datagr
     const AddressFamily family =
         message.idiag_family == AF_INET6 ? AddressFamily::ipv6 : AddressFamily::ipv4;
     const std::uint16_t port = ntohs(message.id.idiag_sport);
-    if (port == 0)
+    if (port == 0) {
+        in6_addr destination{};
+        std::memcpy(&destination, &message.id.idiag_dst, sizeof destination);
+        if (IN6_IS_ADDR_V4MAPPED(&destination))
+            return UnusedSocket{UnusedSocket::Kind::failedConnection, AddressFamily::ipv4, 0};
+        if (!IN6_IS_ADDR_UNSPECIFIED(&destination))
+            return UnusedSocket{UnusedSocket::Kind::failedConnection, family, 0};
         return UnusedSocket{UnusedSocket::Kind::unbound, family, 0};
+    }
     const bool isProbe =
         family == AddressFamily::ipv6 && port >= kFirstPortOfKernelsChoice &&
         std::memcmp(&message.id.idiag_src, &in6addr_loopback, sizeof in6addr_loopback) == 0;

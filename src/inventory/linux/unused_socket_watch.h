@@ -8,6 +8,9 @@
 // sockets of connections away, so a busy machine does not wake the program. Which process the
 // socket belonged to is not told.
 //
+// A connection that found no route leaves such a socket as well. Over IPv6 it keeps its
+// destination, and comes as failedConnection; over IPv4 it does not, see FailedConnections.
+//
 // Some programs make a socket and drop it at once to learn whether the machine has a protocol. The
 // Go runtime does so before its first use of the network, and then binds two more sockets to IPv6
 // loopback addresses; those come as addressProbe, so that the unbound one before can be discounted.
@@ -31,8 +34,9 @@ namespace zenlot {
 struct UnusedSocket {
     enum class Kind : std::uint8_t {
         unbound,
-        addressProbe, // was bound to ::1 on a port of the kernel's choice, and nothing else
-        bound,        // to any other address and port: mostly a socket that was listened on
+        failedConnection, // found no route; the family is that of its destination
+        addressProbe,     // was bound to ::1 on a port of the kernel's choice, and nothing else
+        bound,            // to any other address and port: mostly a socket that was listened on
     };
 
     Kind kind{Kind::unbound};

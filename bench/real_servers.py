@@ -1,0 +1,648 @@
+"""The servers that bench/real-servers starts: what they are, which files they need, and how they come
+to their port.
+
+"%P" is the port that the server wants, "%D" a second one that its files mention for something else
+and that is held as well. A server that was chosen after the method had been finished, and to which
+nothing was ever tuned, is marked `untuned`.
+"""
+from dataclasses import dataclass, field
+
+PYTHON = "/usr/bin/python3"
+
+
+@dataclass
+class Server:
+    name: str
+    command: list
+    files: dict = field(default_factory=dict)
+    port: int = 0            # 0: one that nobody else here uses
+    holder: str = "http.server"
+    environment: dict = field(default_factory=dict)
+    build: list = None       # a command that is run before, in the same folder
+    second: bool = False     # whether %D is held too
+    untuned: bool = False
+    needs: list = field(default_factory=list)  # further programs or files
+
+
+TUNED = []
+UNTUNED = []
+
+
+def add(name, command, files=None, **more):
+    if isinstance(command, str):
+        command = command.split()
+    TUNED.append(Server(name, command, files or {}, **more))
+
+
+HTTP = "require('http').createServer((q, s) => s.end('ok'))"
+EXPRESS = "const app = require('express')();\n"
+WSGI = {"app.py": "def app(environ, start):\n    start('200 OK', [])\n    return [b'ok']\n"}
+ASGI = {"app.py": "async def app(scope, receive, send):\n    assert scope['type'] == 'http'\n"
+                  "    await send({'type': 'http.response.start', 'status': 200, 'headers': []})\n"
+                  "    await send({'type': 'http.response.body', 'body': b'ok'})\n"}
+RACK = {"config.ru": "run ->(env) { [200, {}, ['ok']] }\n"}
+WEB = {"index.html": "<!doctype html><title>web</title><script type=module src=/main.js></script>\n",
+       "main.js": "document.title = 'on';\n",
+       "package.json": '{"name": "web", "type": "module"}\n'}
+
+# --- JavaScript ---------------------------------------------------------------------------------
+add("node, literal", "node server.js", {"server.js": HTTP + ".listen(%P);\n"})
+add("node, PORT", "node server.js",
+    {"server.js": "const port = process.env.PORT || 3999;\n" + HTTP + ".listen(port);\n"},
+    environment={"PORT": "%P"})
+add("node, loaded JSON", "node server.js",
+    {"server.js": "const app = require('./app');\napp.start();\n",
+     "app.js": "const config = require('./config.json');\n"
+               "exports.start = () => " + HTTP + ".listen(config.port);\n",
+     "config.json": '{"name": "split", "port": %P}\n'}, holder="redis")
+add("node -e", ["node", "-e", HTTP + ".listen(%P)"], holder="nginx")
+add("node --watch", "node --watch server.js", {"server.js": HTTP + ".listen(%P);\n"}, holder="node")
+add("node, dotenv", "node server.js",
+    {"server.js": "require('dotenv').config();\nconst port = process.env.PORT || 3000;\n" + HTTP +
+                  ".listen(port);\n", ".env": "# local\nPORT=%P\n"})
+add("node, --env-file", "node --env-file=settings.env server.js",
+    {"server.js": HTTP + ".listen(process.env.PORT ?? 3000);\n", "settings.env": "PORT=\"%P\"\n"})
+add("node, .env.local over .env", "node server.js",
+    {"server.js": "require('dotenv').config({path: ['.env.local', '.env']});\n" + HTTP +
+                  ".listen(process.env.PORT);\n", ".env": "PORT=%D\n", ".env.local": "PORT=%P\n"},
+    second=True)
+add("node, dotenv beside a default", "node server.js",
+    {"server.js": "require('dotenv').config();\nconst port = process.env.PORT || %D;\n" + HTTP +
+                  ".listen(port);\n", ".env": "PORT=%P\n"}, second=True)
+add("node, PORT that is ignored", "node server.js", {"server.js": HTTP + ".listen(%P);\n"},
+    environment={"PORT": "%D"}, second=True)
+add("node, variable of its own", "node server.js",
+    {"server.js": "const port = Number(process.env.API_PORT ?? %D);\n" + HTTP + ".listen(port);\n"},
+    environment={"API_PORT": "%P"}, second=True)
+add("node, target of a proxy", "node server.js",
+    {"server.js": "const TARGET = 'http://localhost:%D';\n" + HTTP + ".listen(%P);\n"}, second=True)
+add("node, address of an API", "node server.js",
+    {"server.js": "const api = 'http://localhost:%D';\nconst ask = () => fetch(`${api}/x`);\n" + HTTP +
+                  ".listen({ port: %P });\n"}, second=True)
+add("node, database beside it", "node server.js",
+    {"server.js": "const config = require('./config.json');\n" + HTTP + ".listen(config.http.port);\n",
+     "config.json": '{"redis": {"host": "localhost", "port": %D}, "http": {"port": %P}}\n'}, second=True)
+add("node, config/default.json", "node server.js",
+    {"server.js": "const fs = require('fs');\nconst c = JSON.parse(fs.readFileSync("
+                  "'config/default.json'));\n" + HTTP + ".listen(c.server.port);\n",
+     "config/default.json": '{"server": {"port": %P}}\n'})
+add("node, YAML", "node server.js",
+    {"server.js": "const yaml = require('js-yaml');\nconst c = yaml.load(require('fs').readFileSync("
+                  "'settings.yml', 'utf8'));\n" + HTTP + ".listen(c.server.port);\n",
+     "settings.yml": "database:\n  port: %D\nserver:\n  host: localhost\n  port: %P\n"}, second=True)
+add("node, argument", "node server.js %P",
+    {"server.js": "const port = process.argv[2] || 3000;\n" + HTTP + ".listen(port);\n"})
+add("node, logs and goes on", "node server.js",
+    {"server.js": "const s = " + HTTP + ";\ns.on('error', (e) => console.error(e.message));\n"
+                  "s.listen(%P);\nsetInterval(() => {}, 1000);\n"})
+add("node, tries again", "node server.js",
+    {"server.js": "const s = " + HTTP + ";\nconst go = () => s.listen(%P);\n"
+                  "s.on('error', () => setTimeout(go, 1000));\ngo();\n"})
+add("node, ends with 0", "node server.js",
+    {"server.js": "const s = " + HTTP + ";\ns.on('error', (e) => { console.log(e.message); "
+                  "process.exit(0); });\ns.listen(%P);\n"})
+add("node, asks late", "node server.js",
+    {"server.js": "setTimeout(() => " + HTTP + ".listen(%P), 24000);\n"})
+add("Express", "node express.js", {"express.js": EXPRESS + "app.listen(%P);\n"})
+add("Express, error swallowed", "node express.js",
+    {"express.js": EXPRESS + "app.listen(%P, (error) => { if (error) console.log('no'); });\n"})
+add("Fastify", "node server.js",
+    {"server.js": "const f = require('fastify')();\nf.listen({ port: %P }).catch(() => process.exit(1));\n"})
+add("Koa", "node server.js", {"server.js": "const K = require('koa');\nnew K().listen(%P);\n"})
+add("ws", "node server.js",
+    {"server.js": "const { WebSocketServer } = require('ws');\nnew WebSocketServer({ port: %P });\n"})
+add("npm start", "npm start",
+    {"server.js": HTTP + ".listen(%P);\n",
+     "package.json": '{"name": "own", "scripts": {"start": "node server.js"}}\n'})
+add("nodemon", "nodemon server.js", {"server.js": HTTP + ".listen(%P);\n"})
+TS = {"server.ts": "import { createServer } from 'http';\nconst port: number = %P;\n"
+                   "createServer().listen(port);\n",
+      "tsconfig.json": '{"compilerOptions": {"module": "commonjs", "types": ["node"], "skipLibCheck": true}}\n'}
+add("ts-node", "ts-node --transpile-only server.ts", TS)
+add("ts-node-dev", "ts-node-dev --transpile-only server.ts", TS)
+add("tsx", "tsx server.ts", TS)
+add("vite-node", "vite-node server.ts", TS)
+add("Vite", "vite", WEB, port=5173, holder="node")
+add("Vite, strict port", "vite --port %P --strictPort", WEB)
+add("Vite, config with a proxy", "vite",
+    {**WEB, "vite.config.js": "export default {\n  server: {\n    proxy: { '/api': { target: "
+                              "'http://localhost:%D' } },\n    port: %P,\n    strictPort: true,\n  },\n};\n"},
+    second=True)
+add("npm run dev (Vite, strict)", "npm run dev",
+    {**WEB, "package.json": '{"name": "web", "type": "module", "scripts": {"dev": '
+                            '"vite --port %P --strictPort"}}\n'}, holder="redis")
+add("npm run plain (Vite)", "npm run plain",
+    {**WEB, "package.json": '{"name": "web", "type": "module", "scripts": {"plain": "vite"}}\n'},
+    port=5173, holder="nginx")
+NEXT = {"package.json": '{"name": "next-web", "private": true}\n',
+        "pages/index.js": "export default function Home() { return 'ok'; }\n"}
+add("Next.js", "next dev", NEXT, port=3000, holder="node")
+add("Next.js, -p", "next dev -p %P", NEXT)
+PACK = {"webpack.config.js": "module.exports = {mode: 'development', entry: './main.js'};\n",
+        "main.js": "console.log(1);\n", "package.json": '{"name": "pack"}\n'}
+add("webpack-dev-server", "webpack serve", PACK, port=8080)
+add("webpack-dev-server, --port", "webpack serve --port %P", PACK, holder="node")
+add("Astro", "astro dev", {"package.json": '{"name": "astro-web", "type": "module"}\n',
+                           "src/pages/index.astro": "<html><body>ok</body></html>\n"}, port=4321)
+add("http-server", "http-server", WEB, port=8080, holder="nginx")
+add("serve", "serve", WEB, port=3000)
+add("live-server", "live-server --no-browser", WEB, port=8080)
+add("Parcel", "parcel index.html --port %P", WEB)
+add("Deno, serve", "deno serve --port %P main.ts",
+    {"main.ts": "export default { fetch() { return new Response('ok'); } };\n"})
+add("Deno, run", "deno run -A main.ts",
+    {"main.ts": "Deno.serve({ port: %P }, () => new Response('ok'));\n"})
+add("Bun", "bun run server.ts",
+    {"server.ts": "Bun.serve({ port: %P, fetch() { return new Response('ok'); } });\n"})
+
+# --- Python -------------------------------------------------------------------------------------
+py = lambda rest: PYTHON + " " + rest  # noqa: E731
+PYSERVER = ("from http.server import HTTPServer, BaseHTTPRequestHandler as H\n")
+add("http.server", py("-m http.server"), {"x": ""}, port=8000, holder="node")
+add("http.server, port", py("-m http.server %P"), {"x": ""}, holder="nginx")
+FLASK = {"app.py": "from flask import Flask\napp = Flask(__name__)\n"}
+add("Flask", py("-m flask run"), FLASK, port=5000, holder="node")
+add("Flask, debug", py("-m flask --debug run"), FLASK, port=5000, holder="redis")
+add("Flask, app.run", py("main.py"),
+    {"main.py": "from flask import Flask\napp = Flask(__name__)\nif __name__ == '__main__':\n"
+                "    app.run(port=%P)\n"})
+add("Flask, .flaskenv", py("-m flask run"), {**FLASK, ".flaskenv": "FLASK_RUN_PORT=%P\n"})
+add("Flask, debugpy", py("-m debugpy --listen 127.0.0.1:5699 -m flask run -p %P"), FLASK)
+DJANGO = {"manage.py": "import os, sys\nos.environ.setdefault('DJANGO_SETTINGS_MODULE', 'settings')\n"
+                       "from django.core.management import execute_from_command_line\n"
+                       "execute_from_command_line(sys.argv)\n",
+          "settings.py": "SECRET_KEY = 'x'\nDEBUG = True\nROOT_URLCONF = 'urls'\nALLOWED_HOSTS = ['*']\n"
+                         "MIDDLEWARE = []\nINSTALLED_APPS = []\nUSE_TZ = True\n",
+          "urls.py": "urlpatterns = []\n"}
+add("Django", py("manage.py runserver"), DJANGO, port=8000, holder="node")
+add("Django, no reload", py("manage.py runserver --noreload 127.0.0.1:%P"), DJANGO)
+add("uvicorn", py("-m uvicorn app:app"), ASGI, port=8000)
+add("uvicorn, reload", "/usr/bin/uvicorn app:app --reload --port %P", ASGI, holder="nginx")
+add("uvicorn.run", py("main.py"), {**ASGI, "main.py": "import uvicorn\nuvicorn.run('app:app', port=%P)\n"})
+add("gunicorn", "/usr/bin/gunicorn app:app", WSGI, port=8000)
+add("gunicorn, -b", "/usr/bin/gunicorn -b 0.0.0.0:%P app:app", WSGI, holder="redis")
+add("gunicorn, config", "/usr/bin/gunicorn -c conf.py app:app", {**WSGI, "conf.py": "bind = '127.0.0.1:%P'\n"})
+add("aiohttp", py("main.py"), {"main.py": "from aiohttp import web\nweb.run_app(web.Application(), port=%P)\n"})
+add("Tornado", py("main.py"),
+    {"main.py": "import asyncio, tornado.web\nasync def main():\n    tornado.web.Application([])"
+                ".listen(%P)\n    await asyncio.Event().wait()\nasyncio.run(main())\n"})
+add("Bottle", py("main.py"), {"main.py": "from bottle import run\nrun(host='localhost', port=%P)\n"})
+add("Waitress", "/usr/bin/waitress-serve --listen=127.0.0.1:%P app:app", WSGI)
+add("Daphne", "/usr/bin/daphne -p %P app:app", ASGI)
+add("python, package", py("-m shop"),
+    {"shop/__init__.py": "", "shop/__main__.py": "from .web import start\nstart()\n",
+     "shop/web.py": PYSERVER + "PORT = %P\ndef start():\n    HTTPServer(('', PORT), H).serve_forever()\n"})
+add("python, getenv with a default", py("main.py"),
+    {"main.py": "import os\n" + PYSERVER + "HTTPServer(('', int(os.getenv('X', %P))), H).serve_forever()\n"})
+add("python, getenv, set", py("main.py"),
+    {"main.py": "import os\n" + PYSERVER + "port = int(os.getenv('X', %D))\n"
+                "HTTPServer(('', port), H).serve_forever()\n"}, environment={"X": "%P"}, second=True)
+add("python, dotenv", py("main.py"),
+    {"main.py": "import os\nfrom dotenv import load_dotenv\nload_dotenv()\n" + PYSERVER +
+                "port = int(os.environ.get('APP_PORT', 8000))\nHTTPServer(('', port), H).serve_forever()\n",
+     ".env": "export APP_PORT='%P'\nREDIS_PORT=%D\n"}, second=True)
+add("python, INI", py("main.py"),
+    {"main.py": "import configparser\n" + PYSERVER + "c = configparser.ConfigParser()\nc.read('app.ini')\n"
+                "HTTPServer(('', c.getint('server', 'port')), H).serve_forever()\n",
+     "app.ini": "[database]\nport = %D\n[server]\nport = %P\n"}, second=True)
+add("python, TOML", py("main.py"),
+    {"main.py": "import tomllib\n" + PYSERVER + "c = tomllib.load(open('app.toml', 'rb'))\n"
+                "HTTPServer(('', c['server']['port']), H).serve_forever()\n",
+     "app.toml": "[redis]\nport = %D\n\n[server]\nport = %P\n"}, second=True)
+add("python, YAML", py("main.py --config conf.yaml"),
+    {"main.py": "import sys, yaml\n" + PYSERVER + "c = yaml.safe_load(open(sys.argv[2]))\n"
+                "HTTPServer(('', c['web']['port']), H).serve_forever()\n",
+     "conf.yaml": "kafka:\n  bootstrap-servers: localhost:%D\nweb:\n  port: %P\n"}, second=True)
+add("python, argparse", py("main.py"),
+    {"main.py": "import argparse\n" + PYSERVER + "p = argparse.ArgumentParser()\n"
+                "p.add_argument('--port', type=int, default=%P)\n"
+                "HTTPServer(('', p.parse_args().port), H).serve_forever()\n"})
+add("python, socket, goes on", py("main.py"),
+    {"main.py": "import socket, time\ns = socket.socket()\nwhile True:\n    try:\n"
+                "        s.bind(('127.0.0.1', %P))\n        s.listen()\n        break\n"
+                "    except OSError:\n        s.close()\n        s = socket.socket()\n        time.sleep(1)\n"
+                "time.sleep(99)\n"})
+
+# --- Ruby, PHP, Perl, Lua, Erlang, R and others --------------------------------------------------
+add("WEBrick", "ruby webrick.rb", {"webrick.rb": "require 'webrick'\nWEBrick::HTTPServer.new(Port: %P).start\n"})
+add("WEBrick, httpd", "ruby -run -e httpd .", {"x": ""}, port=8080, holder="node")
+add("Puma", "puma", RACK, port=9292)
+add("Puma, -p", "puma -p %P", RACK, holder="nginx")
+add("Puma, config", "puma",
+    {**RACK, "config/puma.rb": "threads 1, 1\nport ENV.fetch('PORT') { %P }\n"})
+add("Sinatra", "ruby app.rb", {"app.rb": "require 'sinatra'\nget('/') { 'ok' }\n"}, port=4567)
+add("Sinatra, set", "ruby app.rb", {"app.rb": "require 'sinatra'\nset :port, %P\nget('/') { 'ok' }\n"})
+add("ruby, ENV.fetch", "ruby app.rb",
+    {"app.rb": "require 'socket'\nport = ENV.fetch(\"PORT\") { %P }\ns = TCPServer.new('127.0.0.1', port)\ns.accept\n"})
+add("ruby, ENV.fetch, set", "ruby app.rb",
+    {"app.rb": "require 'socket'\nport = ENV.fetch('WEB_PORT') { %D }\ns = TCPServer.new('127.0.0.1', port)\ns.accept\n"},
+    environment={"WEB_PORT": "%P"}, second=True)
+add("bundle exec rackup", "bundle exec rackup -p %P",
+    {**RACK, "Gemfile": "gem 'rack'\ngem 'webrick'\n"})
+add("bundle exec puma", "bundle exec puma -p %P", {**RACK, "Gemfile": "gem 'puma'\n"})
+add("Jekyll", "jekyll serve", {"_config.yml": "title: x\n", "index.md": "---\n---\nok\n"}, port=4000)
+add("PHP", "php -S 127.0.0.1:%P", {"index.php": "<?php echo 'ok';\n"})
+add("PHP, localhost", "php -S localhost:%P", {"index.php": "<?php echo 'ok';\n"}, holder="php")
+add("PHP, socket", "php server.php",
+    {"server.php": "<?php\n$port = getenv('PORT') ?: %P;\n$s = stream_socket_server(\"tcp://127.0.0.1:$port\")"
+                   " or exit(1);\nstream_socket_accept($s, 99);\n"})
+add("Starman", "starman --port %P app.psgi", {"app.psgi": "sub { [200, [], ['ok']] };\n"})
+add("plackup", "plackup app.psgi", {"app.psgi": "sub { [200, [], ['ok']] };\n"}, port=5000)
+add("Mojolicious", "perl app.pl daemon -l http://127.0.0.1:%P",
+    {"app.pl": "use Mojolicious::Lite -signatures;\nget '/' => {text => 'ok'};\napp->start;\n"})
+add("HTTP::Daemon", "perl server.pl",
+    {"server.pl": "use HTTP::Daemon;\nmy $d = HTTP::Daemon->new(LocalAddr => '127.0.0.1', LocalPort => %P) "
+                  "or die \"$!\";\n$d->accept;\n"})
+add("perl, IO::Socket", "perl server.pl",
+    {"server.pl": "use IO::Socket::INET;\nmy $port = $ENV{PORT} // %P;\nmy $s = IO::Socket::INET->new("
+                  "Listen => 5, LocalPort => $port) or die \"$!\";\n$s->accept;\n"})
+add("lua", "lua5.4 server.lua",
+    {"server.lua": "local socket = require('socket')\nlocal s = assert(socket.bind('127.0.0.1', %P))\ns:accept()\n"})
+add("Erlang", ["erl", "-noshell", "-eval",
+               "{ok, _} = gen_tcp:listen(%P, []), receive stop -> ok end."])
+add("escript", "escript server.escript",
+    {"server.escript": "#!/usr/bin/env escript\nmain(_) ->\n    {ok, S} = gen_tcp:listen(%P, [binary]),\n"
+                       "    gen_tcp:accept(S).\n"})
+add("R, httpuv", "Rscript app.R",
+    {"app.R": "library(httpuv)\nrunServer('127.0.0.1', %P, list(call = function(r) list(status = 200L, "
+              "headers = list(), body = 'ok')))\n"})
+add("Tcl", "tclsh server.tcl",
+    {"server.tcl": "proc accept {channel host port} { close $channel }\nsocket -server accept %P\nvwait forever\n"})
+
+# --- Java, Go, Rust, C ---------------------------------------------------------------------------
+JAVA = ("import com.sun.net.httpserver.HttpServer;\nimport java.net.InetSocketAddress;\n"
+        "public class Server {\n  public static void main(String[] a) throws Exception {\n%s"
+        "    HttpServer.create(new InetSocketAddress(port), 0).start();\n  }\n}\n")
+PROPERTIES = ("    java.util.Properties p = new java.util.Properties();\n"
+              "    p.load(Server.class.getResourceAsStream(\"/application.properties\"));\n"
+              "    int port = Integer.parseInt(p.getProperty(\"server.port\"));\n")
+add("Java, from source", "java Server.java", {"Server.java": JAVA % "    int port = %P;\n"})
+add("Java, class", "java -cp classes Server", {"Server.java": JAVA % "    int port = %P;\n"}, holder="redis",
+    build=["javac", "-d", "classes", "Server.java"])
+add("Java, properties", "java -cp classes Server",
+    {"Server.java": JAVA % PROPERTIES,
+     "classes/application.properties": "spring.kafka.bootstrap-servers=localhost:%D\nserver.port=%P\n"},
+    build=["javac", "-d", "classes", "Server.java"], second=True)
+add("Java, -D", "java -Dhttp.port=%P -cp classes Server",
+    {"Server.java": JAVA % "    int port = Integer.getInteger(\"http.port\", 8080);\n"},
+    build=["javac", "-d", "classes", "Server.java"])
+
+
+def go(name, body, files=None, imports="", command="./server", **more):
+    text = ("package main\n\nimport (\n\t\"log\"\n\t\"net/http\"\n" + imports + ")\n\nfunc main() {\n" + body +
+            "}\n")
+    add(name, command, {"main.go": text, **(files or {})},
+        build=["go", "build", "-o", "server", "main.go"], **more)
+
+
+def listen(expression):
+    return "\tlog.Fatal(http.ListenAndServe(" + expression + ", nil))\n"
+
+
+go("Go, go run", listen('":%P"'), command="go run main.go")
+go("Go, built", listen('":%P"'), holder="node")
+go("Go, JSON", "\tvar c struct{ Port int }\n\tb, _ := os.ReadFile(\"config.json\")\n\tjson.Unmarshal(b, &c)\n" +
+   listen('fmt.Sprintf(":%d", c.Port)'), {"config.json": '{"port": %P, "redis": {"port": %D}}\n'},
+   imports='\t"encoding/json"\n\t"fmt"\n\t"os"\n', second=True)
+go("Go, constant", "\tconst port = %P\n" + listen('fmt.Sprintf("127.0.0.1:%d", port)'), imports='\t"fmt"\n')
+go("Go, file beside an address in it",
+   "\tb, err := os.ReadFile(\"port.conf\")\n\taddr := \":%D\"\n\tif err == nil {\n"
+   "\t\taddr = strings.TrimSpace(strings.TrimPrefix(string(b), \"listen \"))\n\t}\n" + listen("addr"),
+   {"port.conf": "listen :%P\n"}, imports='\t"os"\n\t"strings"\n', second=True)
+go("Go, flag", "\taddr := flag.String(\"addr\", \":%P\", \"where to listen\")\n\tflag.Parse()\n" + listen("*addr"),
+   imports='\t"flag"\n')
+go("Go, environment", "\tport := os.Getenv(\"APP_PORT\")\n\tif port == \"\" {\n\t\tport = \"%D\"\n\t}\n" +
+   listen('":" + port'), imports='\t"os"\n', environment={"APP_PORT": "%P"}, second=True)
+RUST = ("use std::net::TcpListener;\nfn main() {\n%s    let l = TcpListener::bind((\"127.0.0.1\", port)).unwrap();\n"
+        "    for s in l.incoming() { drop(s); }\n}\n")
+add("Rust, constant", "./server", {"main.rs": RUST % "    let port: u16 = %P;\n"},
+    build=["rustc", "-o", "server", "main.rs"])
+add("Rust, TOML", "./server",
+    {"src/main.rs": RUST % "    let t = std::fs::read_to_string(\"settings.toml\").unwrap();\n"
+                           "    let line = t.lines().find(|l| l.starts_with(\"port\")).unwrap();\n"
+                           "    let port: u16 = line.split('=').nth(1).unwrap().trim().parse().unwrap();\n",
+     "Cargo.toml": "[package]\nname = \"server\"\n", "settings.toml": "port = %P\n[database]\nport = %D\n"},
+    build=["rustc", "-o", "server", "src/main.rs"], second=True)
+C = ("#include <arpa/inet.h>\n#include <stdio.h>\n#include <stdlib.h>\n#include <unistd.h>\n%s"
+     "int main(int count, char** words) {\n  int s = socket(AF_INET, SOCK_STREAM, 0);\n"
+     "  struct sockaddr_in a = {AF_INET, htons(port(count, words))};\n"
+     "  if (bind(s, (void*)&a, sizeof a) != 0) { perror(\"bind\"); return 1; }\n  listen(s, 5);\n  pause();\n}\n")
+add("C, constant", "./server",
+    {"server.c": C % "#define SERVER_PORT %P\nint port(int c, char** w) { return SERVER_PORT; }\n"},
+    build=["cc", "-o", "server", "server.c"])
+add("C, INI", "./server",
+    {"server.c": C % "int port(int c, char** w) { int p = 0; char l[99]; FILE* f = fopen(\"server.ini\", \"r\");\n"
+                     "  while (fgets(l, sizeof l, f)) sscanf(l, \"port = %d\", &p); return p; }\n",
+     "server.ini": "[listen]\nport = %P\n"}, build=["cc", "-o", "server", "server.c"])
+add("C, argument", "./server %P", {"server.c": C % "int port(int c, char** w) { return atoi(w[1]); }\n"},
+    build=["cc", "-o", "server", "server.c"])
+
+# --- Servers that come as packages --------------------------------------------------------------
+add("Hugo", "hugo server", {"hugo.toml": "title = 'x'\n", "config.toml": "title = 'x'\n"}, port=1313, holder="node")
+add("Hugo, -p", "hugo server -p %P", {"hugo.toml": "title = 'x'\n", "config.toml": "title = 'x'\n"})
+add("Redis", ["redis-server", "--port", "%P", "--save", ""], {"x": ""}, holder="nginx")
+add("Redis, config", "redis-server redis.conf", {"redis.conf": "port %P\nsave \"\"\n"})
+NGINX = ("daemon off;\npid nginx.pid;\nerror_log stderr;\nevents {}\nhttp {\n  access_log off;\n"
+         "  client_body_temp_path b; proxy_temp_path p; fastcgi_temp_path f; uwsgi_temp_path u; scgi_temp_path s;\n"
+         "  upstream api { server 127.0.0.1:%D; }\n  server {\n    listen %P;\n    location / { proxy_pass http://api; }\n  }\n}\n")
+add("nginx", "nginx -e stderr -p . -c nginx.conf", {"nginx.conf": NGINX}, holder="redis", second=True)
+add("Caddy, file-server", "caddy file-server --listen :%P", {"x": ""})
+add("Caddy, run", "caddy run", {"Caddyfile": "{\n  admin off\n}\n:%P {\n  respond ok\n}\n"})
+add("memcached", "memcached -u nobody", {"x": ""}, port=11211)
+add("mosquitto", "mosquitto -p %P", {"x": ""})
+add("lighttpd", "lighttpd -D -f lighttpd.conf",
+    {"lighttpd.conf": "server.document-root = \"/tmp\"\nserver.port = %P\n"})
+add("BusyBox httpd", "busybox httpd -f -p 127.0.0.1:%P", {"x": ""})
+add("ncat", "ncat -l 127.0.0.1 %P", {"x": ""})
+
+
+# --- Chosen after the method was finished --------------------------------------------------------
+def untuned(name, command, files=None, **more):
+    if isinstance(command, str):
+        command = command.split()
+    UNTUNED.append(Server(name, command, files or {"x": ""}, untuned=True, **more))
+
+
+def learned(name, command, files=None, **more):
+    """Was chosen like the untuned, and changed the method when it was missed or mistaken."""
+    add(name, command, files or {"x": ""}, **more)
+
+
+untuned("restify", "node main.js", {"main.js": "const s = require('restify').createServer();\ns.listen(%P);\n"})
+untuned("hapi", "node main.js",
+        {"main.js": "const Hapi = require('@hapi/hapi');\nconst server = Hapi.server({ port: %P, host: 'localhost' });\n"
+                    "server.start();\n"})
+untuned("polka", "node index.mjs",
+        {"index.mjs": "import polka from 'polka';\nconst { PORT = %P } = process.env;\npolka().listen(PORT);\n"})
+untuned("micro", "micro -l tcp://127.0.0.1:%P", {"index.js": "module.exports = () => 'ok';\n", "package.json": '{"main": "index.js"}\n'})
+untuned("socket.io", "node io.js",
+        {"io.js": "const { Server } = require('socket.io');\nconst io = new Server(%P, {});\n"})
+untuned("sirv", "sirv . --port %P --host 127.0.0.1", WEB)
+untuned("web-dev-server", "wds --port %P", WEB)
+untuned("json-server", "json-server --port %P db.json", {"db.json": '{"posts": []}\n'})
+learned("browser-sync", "browser-sync start --server --no-open --no-ui --port %P", WEB)
+untuned("Eleventy", "eleventy --serve --port %P", {"index.md": "# x\n", "package.json": "{}"})
+untuned("esbuild", "esbuild --serve=127.0.0.1:%P --servedir=.", WEB)
+learned("node, net, many ports named", "node chat.js",
+        {"chat.js": "const net = require('net');\nconst options = { metricsPort: %D, port: %P };\n"
+                    "net.createServer().listen(options.port);\n"}, second=True)
+untuned("node, cluster", "node cluster.js",
+        {"cluster.js": "const cluster = require('cluster');\nif (cluster.isPrimary) {\n  cluster.fork();\n"
+                       "  cluster.on('exit', () => process.exit(1));\n} else {\n  " + HTTP + ".listen(%P);\n}\n"})
+learned("CherryPy", py("main.py"),
+        {"main.py": "import cherrypy\nclass R: pass\ncherrypy.config.update({'server.socket_port': %P})\n"
+                    "cherrypy.quickstart(R())\n"})
+untuned("Twisted, twistd", "twistd3 -n web --listen tcp:%P --path .")
+untuned("Twisted, reactor", py("main.py"),
+        {"main.py": "from twisted.internet import reactor, protocol\nreactor.listenTCP(%P, protocol.Factory())\n"
+                    "reactor.run()\n"})
+untuned("Hypercorn", "/usr/bin/hypercorn -b 127.0.0.1:%P app:app", ASGI)
+untuned("Quart", py("main.py"),
+        {"main.py": "from quart import Quart\napp = Quart(__name__)\napp.run(port=%P)\n"})
+untuned("Pyramid", py("main.py"),
+        {"main.py": "from wsgiref.simple_server import make_server\nfrom pyramid.config import Configurator\n"
+                    "with Configurator() as c:\n    app = c.make_wsgi_app()\nmake_server('0.0.0.0', %P, app).serve_forever()\n"})
+untuned("websockets", py("main.py"),
+        {"main.py": "import asyncio, websockets\nasync def main():\n    async with websockets.serve(None, 'localhost', %P):\n"
+                    "        await asyncio.Future()\nasyncio.run(main())\n"})
+untuned("gevent", py("main.py"),
+        {"main.py": "from gevent.pywsgi import WSGIServer\nWSGIServer(('127.0.0.1', %P), None).serve_forever()\n"})
+untuned("eventlet", py("main.py"),
+        {"main.py": "import eventlet\nfrom eventlet import wsgi\nwsgi.server(eventlet.listen(('127.0.0.1', %P)), None)\n"})
+untuned("aiosmtpd", py("-m aiosmtpd -n -l 127.0.0.1:%P"))
+learned("websockify", py("-m websockify 127.0.0.1:%P 127.0.0.1:%D"), second=True)
+learned("XML-RPC", py("rpc.py"),
+        {"rpc.py": "from xmlrpc.server import SimpleXMLRPCServer\nfrom settings import WHERE\n"
+                   "SimpleXMLRPCServer(WHERE).serve_forever()\n", "settings.py": "WHERE = ('localhost', %P)\n"})
+untuned("asyncio", py("main.py"),
+        {"main.py": "import asyncio\nfrom os import environ\nasync def main():\n"
+                    "    s = await asyncio.start_server(print, None, environ.get('CHAT_PORT', '%P'))\n"
+                    "    await s.serve_forever()\nasyncio.run(main())\n"})
+untuned("MkDocs", "mkdocs serve -a 127.0.0.1:%P", {"mkdocs.yml": "site_name: x\n", "docs/index.md": "x\n"})
+untuned("Jupyter", "jupyter-notebook --no-browser --port %P --allow-root")
+untuned("rack in a script", "ruby app.rb",
+        {"app.rb": "require 'rack'\nrequire 'webrick'\nrequire 'rack/handler/webrick'\n"
+                   "Rack::Handler::WEBrick.run(->(e) { [200, {}, []] }, Port: %P)\n"})
+untuned("DRb", "ruby drb.rb",
+        {"drb.rb": "require 'drb'\nrequire 'yaml'\nc = YAML.load_file('drb.yml')\n"
+                   "DRb.start_service(\"druby://localhost:#{c['port']}\", Object.new)\nDRb.thread.join\n",
+         "drb.yml": "port: %P\nsmtp:\n  port: %D\n"}, second=True)
+untuned("Dancer2", "perl app.pl",
+        {"app.pl": "use Dancer2;\nset port => %P;\nget '/' => sub { 'ok' };\nstart;\n"})
+untuned("HTTP::Server::Simple", "perl simple.pl",
+        {"simple.pl": "use HTTP::Server::Simple::CGI;\nHTTP::Server::Simple::CGI->new(%P)->run;\n"})
+untuned("Twiggy", "twiggy --listen 127.0.0.1:%P app.psgi", {"app.psgi": "sub { [200, [], ['ok']] };\n"})
+untuned("Elixir", "elixir server.exs",
+        {"server.exs": "{:ok, s} = :gen_tcp.listen(%P, [:binary])\n:gen_tcp.accept(s)\n"})
+untuned("Erlang, inets", ["erl", "-noshell", "-eval",
+                          "inets:start(), {ok, _} = inets:start(httpd, [{port, %P}, {server_name, \"x\"}, "
+                          "{server_root, \"/tmp\"}, {document_root, \"/tmp\"}])."])
+untuned("Guile", "guile server.scm",
+        {"server.scm": "(use-modules (web server))\n(run-server (lambda (r b) (values '() \"ok\")) 'http '(#:port %P))\n"})
+untuned("Prolog", "swipl server.pl",
+        {"server.pl": ":- use_module(library(socket)).\n:- initialization(main, main).\n"
+                      "main :- tcp_socket(S), tcp_bind(S, %P), tcp_listen(S, 5), tcp_accept(S, _, _).\n"})
+untuned("SBCL", "sbcl --script server.lisp",
+        {"server.lisp": "(require :sb-bsd-sockets)\n(let ((s (make-instance 'sb-bsd-sockets:inet-socket :type :stream "
+                        ":protocol :tcp)))\n  (sb-bsd-sockets:socket-bind s #(127 0 0 1) %P)\n"
+                        "  (sb-bsd-sockets:socket-listen s 5)\n  (sb-bsd-sockets:socket-accept s))\n"})
+untuned("OCaml", "ocaml -I +unix unix.cma server.ml",
+        {"server.ml": "let () =\n  let s = Unix.socket Unix.PF_INET Unix.SOCK_STREAM 0 in\n"
+                      "  Unix.bind s (Unix.ADDR_INET (Unix.inet_addr_loopback, %P));\n  Unix.listen s 5;\n"
+                      "  ignore (Unix.accept s)\n"})
+untuned("R, socket", "Rscript server.R", {"server.R": "s <- serverSocket(%P)\nsocketAccept(s, timeout = 99)\n"})
+learned("lua 5.1", "lua5.1 main.lua",
+        {"main.lua": "local c = dofile('conf.lua')\nlocal s = assert(require('socket').bind('127.0.0.1', c.port))\ns:accept()\n",
+         "conf.lua": "return { port = %P, redis = { port = %D } }\n"}, second=True)
+untuned("Java, YAML by hand", "java -cp out shop.Main",
+        {"shop/Main.java": "package shop;\npublic class Main {\n  public static void main(String[] a) throws Exception {\n"
+                           "    String t = java.nio.file.Files.readString(java.nio.file.Path.of(\"config.yml\"));\n"
+                           "    int port = Integer.parseInt(t.replaceAll(\"(?s).*http:\\\\s+port: (\\\\d+).*\", \"$1\"));\n"
+                           "    new java.net.ServerSocket(port).accept();\n  }\n}\n",
+         "config.yml": "smtp:\n  port: %D\nhttp:\n  port: %P\n"},
+        build=["javac", "-d", "out", "shop/Main.java"], second=True)
+untuned("Java, nio", "java -cp out Nio",
+        {"Nio.java": "import java.nio.channels.*;\npublic class Nio {\n  static final int PORT = %P;\n"
+                     "  public static void main(String[] a) throws Exception {\n    ServerSocketChannel c = "
+                     "ServerSocketChannel.open();\n    c.bind(new java.net.InetSocketAddress(\"127.0.0.1\", PORT));\n"
+                     "    c.accept();\n  }\n}\n"}, build=["javac", "-d", "out", "Nio.java"])
+untuned("C, getopt", "./chat -v -p %P",
+        {"chat.c": C % "int port(int c, char** w) { int o, p = 0; while ((o = getopt(c, w, \"vp:\")) != -1) "
+                       "if (o == 'p') p = atoi(optarg); return p; }\n"}, build=["cc", "-o", "chat", "chat.c"])
+untuned("Go, INI", "./api", {"main.go": "package main\n\nimport (\n\t\"bufio\"\n\t\"log\"\n\t\"net\"\n\t\"os\"\n\t\"strings\"\n)\n\n"
+        "func main() {\n\tf, _ := os.Open(\"api.ini\")\n\tport := \"\"\n\ts := bufio.NewScanner(f)\n\tfor s.Scan() {\n"
+        "\t\tif strings.HasPrefix(s.Text(), \"http_port\") {\n\t\t\tport = strings.TrimSpace(strings.Split(s.Text(), \"=\")[1])\n"
+        "\t\t}\n\t}\n\tl, err := net.Listen(\"tcp\", \"127.0.0.1:\"+port)\n\tif err != nil {\n\t\tlog.Fatal(err)\n\t}\n\tl.Accept()\n}\n",
+        "api.ini": "[mysql]\nport = %D\n[web]\nhttp_port = %P\n"}, build=["go", "build", "-o", "api", "main.go"], second=True)
+untuned("HAProxy", "haproxy -db -f haproxy.cfg",
+        {"haproxy.cfg": "defaults\n  mode http\n  timeout connect 1s\n  timeout client 1s\n  timeout server 1s\n"
+                        "frontend web\n  bind 127.0.0.1:%P\n  default_backend api\nbackend api\n  server one 127.0.0.1:%D\n"},
+        second=True)
+untuned("Apache", "apache2 -X -f httpd.conf -d .",
+        {"httpd.conf": "LoadModule mpm_event_module /usr/lib/apache2/modules/mod_mpm_event.so\n"
+                       "LoadModule authz_core_module /usr/lib/apache2/modules/mod_authz_core.so\n"
+                       "ServerName localhost\nListen 127.0.0.1:%P\nPidFile apache.pid\nErrorLog error.log\n"})
+untuned("Prometheus", "prometheus --config.file=p.yml --web.listen-address=127.0.0.1:%P --storage.tsdb.path=data",
+        {"p.yml": "scrape_configs:\n  - job_name: x\n    static_configs:\n      - targets: ['localhost:%D']\n"}, second=True)
+untuned("node exporter", "prometheus-node-exporter --web.listen-address=127.0.0.1:%P")
+learned("etcd", "etcd --listen-client-urls http://127.0.0.1:%P --advertise-client-urls http://127.0.0.1:%P "
+                "--listen-peer-urls http://127.0.0.1:4993")
+untuned("beanstalkd", "beanstalkd -l 127.0.0.1 -p %P")
+untuned("webfs", "webfsd -F -p %P -r .")
+untuned("mini-httpd", "mini_httpd -D -p %P -d .")
+untuned("stunnel", "stunnel4 stunnel.conf",
+        {"stunnel.conf": "foreground = yes\npid =\n[web]\nclient = yes\naccept = 127.0.0.1:%P\nconnect = 127.0.0.1:%D\n"},
+        second=True)
+untuned("tinyproxy", "tinyproxy -d -c tiny.conf", {"tiny.conf": "Port %P\nListen 127.0.0.1\nMaxClients 5\n"})
+untuned("Icecast", "icecast2 -c icecast.xml",
+        {"icecast.xml": "<icecast><limits/><authentication/><hostname>x</hostname><listen-socket><port>%P</port>"
+                        "</listen-socket><paths><logdir>.</logdir><webroot>.</webroot><adminroot>.</adminroot></paths>"
+                        "</icecast>\n"})
+untuned("aria2", "aria2c --enable-rpc --rpc-listen-port=%P")
+untuned("socat", "socat TCP-LISTEN:%P,bind=127.0.0.1 -")
+untuned("netcat", "nc -l 127.0.0.1 %P")
+learned("Varnish", "varnishd -F -n %P -a 127.0.0.1:%P -b 127.0.0.1:%D", second=True)
+
+untuned("Hono", "node main.mjs",
+        {"main.mjs": "import { serve } from '@hono/node-server';\nimport { Hono } from 'hono';\nconst app = new Hono();\n"
+                     "serve({\n  fetch: app.fetch,\n  hostname: '127.0.0.1',\n  port: %P,\n});\n"})
+untuned("connect", "node main.js",
+        {"main.js": "const connect = require('connect');\nconst app = connect();\nconst { port } = require('./lib/options');\n"
+                    "require('http').createServer(app).listen(port);\n", "lib/options.js": "exports.port = %P;\n"})
+untuned("node, tsx loader", "node --import tsx main.ts",
+        {"main.ts": "import net from 'node:net';\nconst LISTEN_PORT: number = parseInt(process.env.LISTEN_PORT ?? '%P', 10);\n"
+                    "net.createServer().listen(LISTEN_PORT);\n"})
+untuned("http-proxy", "node gate.js",
+        {"gate.js": "const proxy = require('http-proxy').createProxyServer({ target: 'http://127.0.0.1:%D' });\n"
+                    "const gate = require('http').createServer((q, s) => proxy.web(q, s));\ngate.listen(%P, '127.0.0.1');\n"},
+        second=True)
+untuned("Starlette", py("main.py"),
+        {"main.py": "import uvicorn\nfrom starlette.applications import Starlette\n"
+                    "config = uvicorn.Config(Starlette(), host='127.0.0.1', port=%P)\nuvicorn.Server(config).run()\n"})
+untuned("Falcon", py("main.py"),
+        {"main.py": "import falcon, json\nfrom wsgiref import simple_server\nwith open('etc/api.json') as f:\n"
+                    "    settings = json.load(f)\nsimple_server.make_server(settings['listen']['host'], "
+                    "settings['listen']['port'], falcon.App()).serve_forever()\n",
+         "etc/api.json": '{"mongo": {"port": %D}, "listen": {"host": "127.0.0.1", "port": %P}}\n'}, second=True)
+untuned("Werkzeug", py("main.py"),
+        {"main.py": "from werkzeug.serving import run_simple\nrun_simple('127.0.0.1', %P, lambda e, s: [])\n"})
+untuned("Tornado, options", py("main.py --port=%P --redis=localhost:%D"),
+        {"main.py": "import asyncio, tornado.web\nfrom tornado.options import define, options, parse_command_line\n"
+                    "define('port', default=8888)\ndefine('redis', default='')\nasync def main():\n    parse_command_line()\n"
+                    "    tornado.web.Application([]).listen(options.port)\n    await asyncio.Event().wait()\nasyncio.run(main())\n"},
+        second=True)
+untuned("rpyc", py("main.py"),
+        {"main.py": "import rpyc\nfrom rpyc.utils.server import ThreadedServer\nThreadedServer(rpyc.Service, port=%P).start()\n"})
+untuned("pyftpdlib", py("-m pyftpdlib -i 127.0.0.1 -p %P"))
+untuned("ZeroMQ", py("main.py"),
+        {"main.py": "import zmq\ns = zmq.Context().socket(zmq.REP)\ns.bind('tcp://127.0.0.1:%P')\ns.recv()\n"})
+untuned("gRPC", py("main.py"),
+        {"main.py": "import grpc\nfrom concurrent import futures\ns = grpc.server(futures.ThreadPoolExecutor())\n"
+                    "if not s.add_insecure_port('127.0.0.1:%P'):\n    raise SystemExit(1)\ns.start()\ns.wait_for_termination()\n"})
+untuned("socketserver", py("-m chat.server"),
+        {"chat/__init__.py": "", "chat/server.py": "import socketserver\nfrom .constants import ADDRESS\n"
+         "socketserver.TCPServer(ADDRESS, socketserver.BaseRequestHandler).serve_forever()\n",
+         "chat/constants.py": "CHAT_PORT = %P\nADDRESS = ('127.0.0.1', CHAT_PORT)\n"})
+untuned("WEBrick, YAML", "ruby server.rb",
+        {"server.rb": "require 'webrick'\nrequire 'yaml'\nconf = YAML.load_file(File.join(__dir__, 'config', 'server.yml'))\n"
+                      "WEBrick::HTTPServer.new(Port: conf['web']['port']).start\n",
+         "config/server.yml": "memcached:\n  port: %D\nweb:\n  port: %P\n"}, second=True)
+untuned("Go, flag set", "./shop -port %P -cache 127.0.0.1:%D",
+        {"main.go": "package main\n\nimport (\n\t\"flag\"\n\t\"fmt\"\n\t\"log\"\n\t\"net/http\"\n)\n\nfunc main() {\n"
+                    "\tp := flag.Int(\"port\", 8080, \"\")\n\tflag.String(\"cache\", \"\", \"\")\n\tflag.Parse()\n"
+                    "\tlog.Fatal(http.ListenAndServe(fmt.Sprintf(\"127.0.0.1:%d\", *p), nil))\n}\n"},
+        build=["go", "build", "-o", "shop", "main.go"], second=True)
+untuned("C, environment", "./echo",
+        {"echo.c": C % "int port(int c, char** w) { const char* p = getenv(\"ECHO_PORT\"); return p ? atoi(p) : 7007; }\n"},
+        build=["cc", "-o", "echo", "echo.c"], environment={"ECHO_PORT": "%P"})
+untuned("Rust, environment", "./server",
+        {"main.rs": RUST % "    let port: u16 = std::env::var(\"SHOP_PORT\").ok().and_then(|p| p.parse().ok()).unwrap_or(%D);\n"},
+        build=["rustc", "-o", "server", "main.rs"], environment={"SHOP_PORT": "%P"}, second=True)
+untuned("Privoxy", "privoxy --no-daemon privoxy.conf", {"privoxy.conf": "listen-address 127.0.0.1:%P\nconfdir .\n"})
+
+# --- What must give no alert ---------------------------------------------------------------------
+def crashes(port):
+    """(name, command, files, port that is held) of programs that end without having asked for it, or
+    that ask for an address that is not the machine's."""
+    rows = [
+        ("node, syntax error", "node broken.js", {"broken.js": "const http = require('http'\n" + HTTP + ".listen(%P);\n"}),
+        ("node, missing module", "node missing.js", {"missing.js": "require('no-such-module');\n" + HTTP + ".listen(%P);\n"}),
+        ("Vite, broken config", "vite", {"vite.config.js": "export default {\n", "index.html": "<!doctype html>\n"}, 5173),
+        ("webpack serve, no config", "webpack serve -c missing.js", {"package.json": "{}"}, 8080),
+        ("Flask, syntax error", py("-m flask --app broken run"), {"broken.py": "x = (\n"}, 5000),
+        ("uvicorn, no such app", py("-m uvicorn missing:app"), {"x": ""}, 8000),
+        ("gunicorn, broken config", "/usr/bin/gunicorn -c missing.py app:app", {"x": ""}, 8000),
+        ("Django, no settings", py("manage.py runserver --settings missing"), DJANGO, 8000),
+        ("aiohttp, missing module", py("missing.py"),
+         {"missing.py": "import no_such_module\nfrom aiohttp import web\nweb.run_app(web.Application(), port=%P)\n"}),
+        ("Sinatra, syntax error", "ruby broken.rb", {"broken.rb": "require 'sinatra'\nget('/') { 'ok' \n"}, 4567),
+        ("Puma, no app", "puma", {"x": ""}, 9292),
+        ("Hugo, broken config", "hugo server", {"config.toml": "title = \n"}, 1313),
+        ("Java, syntax error", "java Broken.java", {"Broken.java": "public class Broken { int }\n"}, 8080),
+        ("http.server, no such option", py("-m http.server %P --no-such-option"), {"x": ""}),
+        ("python, killed by itself", py("main.py"), {"main.py": "import os, signal\nport = %P\nos.kill(os.getpid(), signal.SIGABRT)\n"}),
+        ("node, address not here", ["node", "-e", HTTP + ".listen(%P, '203.0.113.9')"], {"x": ""}),
+        ("node, address not here, IPv6", ["node", "-e", HTTP + ".listen(%P, '2001:db8::9')"], {"x": ""}),
+        ("http.server, address not here", py("-m http.server -b 203.0.113.9 %P"), {"x": ""}),
+        ("http.server, address not here, IPv6", py("-m http.server -b 2001:db8::9 %P"), {"x": ""}),
+        ("php, address not here", "php -S 203.0.113.9:%P", {"x": ""}),
+        ("ruby, address not here", "ruby -run -e httpd . -b 203.0.113.9 -p %P", {"x": ""}),
+        ("redis, address not here", "redis-server --bind 203.0.113.9 --port %P", {"x": ""}),
+        ("gunicorn, socket in a missing folder", "/usr/bin/gunicorn -b unix:/no/such/folder/x app:app", WSGI, 8000),
+    ]
+    # Programs that ask another one for something first, and end when they get nothing.
+    asking = {
+        "node": ("node ask.js", "ask.js", "const s = require('net').connect({ host: '%H', port: %A });\n"
+                 "s.on('error', (e) => { console.error(e.message); process.exit(1); });\n"
+                 "s.on('connect', () => " + HTTP + ".listen(%P));\n"),
+        "python": (py("ask.py"), "ask.py", "import socket\n" + PYSERVER +
+                   "socket.create_connection(('%H', %A), 3)\nHTTPServer(('', %P), H).serve_forever()\n"),
+        "ruby": ("ruby ask.rb", "ask.rb", "require 'socket'\nTCPSocket.new('%H', %A)\n"
+                 "TCPServer.new('127.0.0.1', %P).accept\n"),
+        "perl": ("perl ask.pl", "ask.pl", "use IO::Socket::IP;\nIO::Socket::IP->new(PeerHost => '%H', "
+                 "PeerPort => %A, Timeout => 3) or die \"$@\";\n"
+                 "IO::Socket::IP->new(Listen => 5, LocalPort => %P) or die \"$@\";\nsleep 99;\n"),
+        "php": ("php ask.php", "ask.php", "<?php\n$h = strpos('%H', ':') === false ? '%H' : '[%H]';\n"
+                "stream_socket_client(\"tcp://$h:%A\", $n, $e, 3) or exit(1);\n"
+                "$s = stream_socket_server('tcp://127.0.0.1:%P') or exit(1);\nstream_socket_accept($s, 99);\n"),
+        "go": ("./server", "main.go", "package main\n\nimport (\n\t\"log\"\n\t\"net\"\n\t\"net/http\"\n)\n\n"
+               "func main() {\n\tif _, err := net.Dial(\"tcp\", net.JoinHostPort(\"%H\", \"%A\")); err != nil {\n"
+               "\t\tlog.Fatal(err)\n\t}\n\tlog.Fatal(http.ListenAndServe(\":%P\", nil))\n}\n"),
+        "java": ("java Ask.java", "Ask.java", "public class Ask {\n  public static void main(String[] a) throws Exception {\n"
+                 "    new java.net.Socket(\"%H\", %A);\n    new java.net.ServerSocket(%P).accept();\n  }\n}\n"),
+    }
+    asked = [("refused, IPv4", "127.0.0.1", 1), ("refused, IPv6", "::1", 1), ("no route, IPv4", "198.51.100.7", 80),
+             ("no route, mapped", "::ffff:198.51.100.7", 80), ("no route, IPv6", "2001:db8::1", 80),
+             ("not there, IPv6", "fd00::dead:1", 80), ("unknown host", "no-such-host.invalid", 5432)]
+    for language, (command, file, text) in asking.items():
+        for what, host, there in asked:
+            rows.append((f"{language}, {what}", command,
+                         {file: text.replace("%H", host).replace("%A", str(there))}))
+    for name, command, files, *other in rows:
+        held = other[0] if other else port
+        words = command.split() if isinstance(command, str) else command
+        yield name, [word.replace("%P", str(held)) for word in words], files, held
+
+
+# A project with servers on ports that are held, and what is done with it all day.
+PROJECT = {
+    **WEB,
+    "package.json": '{"name": "web", "type": "module", "scripts": {"dev": "vite --port 5173", "test": "vitest run",'
+                    ' "build": "vite build", "lint": "eslint ."}}\n',
+    "vite.config.js": "export default { server: { port: 5173, proxy: { '/api': 'http://localhost:3000' } } };\n",
+    "server.cjs": HTTP + ".listen(process.env.PORT || 3000);\n",
+    "sum.test.js": "import { expect, test } from 'vitest';\nimport http from 'node:http';\n"
+                   "test('serves', async () => {\n  const s = http.createServer((q, a) => a.end('x'));\n"
+                   "  await new Promise((r) => s.listen(0, r));\n  const a = await fetch("
+                   "`http://127.0.0.1:${s.address().port}`);\n  expect(await a.text()).toBe('x');\n"
+                   "  s.close();\n});\ntest('fails', () => expect(1).toBe(2));\n",
+    "test_app.py": "import unittest\n\nclass Test(unittest.TestCase):\n    def test(self):\n        self.fail()\n",
+    "manage.py": "import sys\nPORT = 8000\nsys.exit(1)\n",
+    "broken.rb": "port = 8080\ndef x(\n", "Broken.java": "public class Broken { int }\n",
+    "missing.ts": "import { x } from './nothing';\nconst port = 8080;\n",
+}
+BUILDS = [command.split() for command in (
+    "npm test", "vite build", "eslint .", "npm run lint", "node --test", "tsc --noEmit missing.ts", "jest",
+    PYTHON + " -m unittest", PYTHON + " -m py_compile broken.rb", PYTHON + " manage.py check",
+    "npm install --offline x", "ruby -c broken.rb", "php -l missing.php", "go build missing.go",
+    "javac Broken.java", "webpack build")]
