@@ -4,6 +4,7 @@
 #pragma once
 
 #include "inventory/fake_process_inspector.h"
+#include "inventory/fake_process_pinner.h"
 #include "inventory/fake_process_tables.h"
 #include "platform/fake_app_service.h"
 #include "platform/fake_property_list.h"
@@ -36,11 +37,6 @@ class SampleMachine final {
     ProcessDetailViewModel& inspector() { return inspector_; }
 
   private:
-    // Nobody is killed for a picture.
-    class NoPinner final : public ProcessPinner {
-        std::unique_ptr<PinnedProcess> pin(ProcessId /*pid*/) const override { return nullptr; }
-    };
-
     // An application with a picture of its own.
     void addApplication(const QString& bundle, const QString& identifier, const QColor& color);
 
@@ -50,7 +46,7 @@ class SampleMachine final {
     FakeRunningApplications applications_;
     FakePropertyListReader propertyLists_;
     FakeWorkspace workspace_;
-    NoPinner pinner_;
+    NoProcessPinner pinner_; // nobody is killed for a picture
     SharedPortCache cache_;
     PortScanner scanner_{tables_, [](std::uint16_t, AddressFamily) { return false; }};
     PortLookup lookup_{scanner_, cache_};
