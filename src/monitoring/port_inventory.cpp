@@ -2,8 +2,6 @@
 
 #include "inventory/port_merge.h"
 
-#include <QtConcurrentRun>
-
 #include <algorithm>
 #include <iterator>
 #include <set>
@@ -17,14 +15,14 @@ PortInventory::PortInventory(const PortScanner& scanner, const PortLookup& looku
       repeatedScan_(scanner) {}
 
 QFuture<std::vector<OccupiedPort>> PortInventory::listMergedPorts() {
-    return QtConcurrent::run(&workers_, [this] {
+    return workers_.run([this] {
         std::vector<OccupiedPort> fresh = scanner_.listOccupiedPorts();
         return mergeWithCache(std::move(fresh), sharedPortCache_.copy());
     });
 }
 
 QFuture<SharedPorts> PortInventory::pollPortsOfCurrentUser() {
-    return QtConcurrent::run(&workers_, [this] { return portsOfCurrentUser(); });
+    return workers_.run([this] { return portsOfCurrentUser(); });
 }
 
 SharedPorts PortInventory::portsOfCurrentUser() {
@@ -66,12 +64,11 @@ PortInventory::probePublishedPorts(const std::vector<OccupiedPort>& published,
 }
 
 QFuture<std::vector<PortProcess>> PortInventory::processesOnPort(std::int64_t port) {
-    return QtConcurrent::run(&workers_, [this, port] { return lookup_.processesOnPort(port); });
+    return workers_.run([this, port] { return lookup_.processesOnPort(port); });
 }
 
 QFuture<bool> PortInventory::forceQuitProcess(std::int64_t pid) {
-    return QtConcurrent::run(&workers_,
-                             [this, pid] { return zenlot::forceQuitProcess(processes_, pid); });
+    return workers_.run([this, pid] { return zenlot::forceQuitProcess(processes_, pid); });
 }
 
 } // namespace zenlot

@@ -1,3 +1,4 @@
+#include "inventory/fake_process_pinner.h"
 #include "inventory/fake_process_tables.h"
 #include "monitoring/broadcast_names.h"
 #include "monitoring/conflict_listener.h"
@@ -29,10 +30,6 @@ constexpr ReferenceTime kNow = fromReferenceSeconds(785'542'800.5);
 ConflictRecord recordOf(std::int64_t port, ReferenceTime time, const std::string& name = "node") {
     return {port, 42, name, name, time};
 }
-
-struct NoPinner final : ProcessPinner {
-    std::unique_ptr<PinnedProcess> pin(ProcessId) const override { return nullptr; }
-};
 
 class ConflictListenerTest : public testing::Test {
   protected:
@@ -75,7 +72,7 @@ class ConflictListenerTest : public testing::Test {
     PortScanner scanner{tables, [](std::uint16_t, AddressFamily) { return false; }};
     SharedPortCache cache;
     PortLookup lookup{scanner, cache};
-    NoPinner pinner;
+    NoProcessPinner pinner;
     PortInventory inventory{scanner, lookup, cache, pinner};
     FakeBroadcastCenter broadcasts;
     FakeUserNotificationCenter center;

@@ -1,3 +1,4 @@
+#include "inventory/fake_process_pinner.h"
 #include "inventory/fake_process_tables.h"
 #include "monitoring/port_monitor.h"
 #include "platform/fake_app_service.h"
@@ -57,10 +58,6 @@ class ChangingTables final : public ProcessTables {
     mutable std::vector<std::unique_ptr<FakeProcessTables>> moments_;
 };
 
-class NoPinner final : public ProcessPinner {
-    std::unique_ptr<PinnedProcess> pin(ProcessId) const override { return nullptr; }
-};
-
 class PortMonitorTest : public testing::Test {
   protected:
     using Strings = std::vector<std::string>;
@@ -105,7 +102,7 @@ class PortMonitorTest : public testing::Test {
                         [this](std::uint16_t port, AddressFamily) { return inUse.contains(port); }};
     SharedPortCache cache;
     PortLookup lookup{scanner, cache};
-    NoPinner pinner;
+    NoProcessPinner pinner;
     PortInventory inventory{scanner, lookup, cache, pinner};
     FakeUserNotificationCenter center;
     NotificationCenter notifications;
@@ -246,7 +243,7 @@ TEST(PortInventoryTest, APollOfTheSamePortsGivesTheSameList) {
     const PortScanner scanner(tables);
     SharedPortCache cache;
     const PortLookup lookup(scanner, cache);
-    const NoPinner pinner;
+    const NoProcessPinner pinner;
     PortInventory inventory(scanner, lookup, cache, pinner);
     const auto poll = [&] { return inventory.pollPortsOfCurrentUser().result(); };
     const SharedPorts first = poll();
