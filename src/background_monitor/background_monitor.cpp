@@ -30,7 +30,7 @@ constexpr int kRestAfterStarts = 1000;
 constexpr std::chrono::milliseconds kStartsAtOnce{20};
 
 // Ends come in company, and so do the sockets of one process.
-constexpr BootTime kTogether{5};
+constexpr BootTime kEndsTogether{5};
 
 // The first look after a start; the following ones each wait a third longer, so that a server which
 // takes its time to listen is found a little later than one which is quick.
@@ -205,7 +205,7 @@ void BackgroundMonitor::noteDeadSockets() {
     bool hasNews = false;
     deadSockets_.read([this, &hasNews](UnusedSocket socket) {
         if (socket.port != 0 && portPublisher_.lists(socket.port))
-            pollSoon(ends_, kTogether);
+            pollSoon(ends_, kEndsTogether);
         if (socket.kind == UnusedSocket::Kind::bound)
             return;
         tracker_.socketDied(socket, bootTimeNow());
@@ -227,7 +227,7 @@ void BackgroundMonitor::noteDeadSockets() {
 // Its sockets may live on in another process, which is the owner now.
 void BackgroundMonitor::noteEndedOwners() {
     if (!owners_.takeEnded().empty())
-        pollSoon(ends_, kTogether);
+        pollSoon(ends_, kEndsTogether);
 }
 
 void BackgroundMonitor::noteStart(ProcessId pid) {
