@@ -14,9 +14,7 @@ using namespace Qt::StringLiterals;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-constexpr int kPatience = 60000;
-constexpr const char* kLog = "HOME/Library/Logs/zenlot-monitor.log";
-const QString kHolder = u"R&D <b>web"_s;
+const QString kHolderName = u"R&D <b>web"_s;
 
 // With and without process events of the kernel.
 class ConflictTest : public testing::TestWithParam<QStringList> {
@@ -35,7 +33,7 @@ class ConflictTest : public testing::TestWithParam<QStringList> {
 };
 
 TEST_P(ConflictTest, AlertNamesTheHolderAndItsButtonFreesThePort) {
-    QProcess& holder = desktop.startServer(kHolder);
+    QProcess& holder = desktop.startServer(kHolderName);
     const QString port = PrivateDesktop::portOf(holder);
     desktop.start(QStringLiteral(ZENLOT_MONITOR), GetParam());
     ASSERT_TRUE(waitForLog("background monitor started"));
@@ -57,13 +55,13 @@ TEST_P(ConflictTest, AlertNamesTheHolderAndItsButtonFreesThePort) {
         if (waitForLog(announced, kPatience / 20))
             break;
     }
-    ASSERT_EQ(
-        alerts.answer(u"Port %1 is already in use"_s.arg(port),
-                      u"%1 (PID %2) is blocking port %3 — kill it to free the port."_s.arg(kHolder)
-                          .arg(holder.processId())
-                          .arg(port),
-                      u"Kill Process"_s),
-        "")
+    ASSERT_EQ(alerts.answer(
+                  u"Port %1 is already in use"_s.arg(port),
+                  u"%1 (PID %2) is blocking port %3 — kill it to free the port."_s.arg(kHolderName)
+                      .arg(holder.processId())
+                      .arg(port),
+                  u"Kill Process"_s),
+              "")
         << log();
     EXPECT_TRUE(holder.state() == QProcess::NotRunning || holder.waitForFinished(kPatience));
     EXPECT_EQ(holder.exitCode(), SIGKILL);
