@@ -12,6 +12,30 @@ target_compile_definitions(
     INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS
               QT_NO_CAST_FROM_BYTEARRAY ZENLOT_VERSION="${PROJECT_VERSION}"
 )
+# Programs that stand wherever the system puts them, and end when their memory is written to past
+# what was meant for it.
+include(CheckPIESupported)
+check_pie_supported(LANGUAGES CXX)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+if(NOT ZENLOT_SANITIZE)
+    include(CheckCXXCompilerFlag)
+    foreach(option -fstack-protector-strong -fstack-clash-protection -fcf-protection)
+        string(MAKE_C_IDENTIFIER "ZENLOT_HAS${option}" has)
+        check_cxx_compiler_flag(${option} ${has})
+        if(${has})
+            target_compile_options(zenlot_build_flags INTERFACE ${option})
+        endif()
+    endforeach()
+    # Some compilers come with a value of their own; without optimisation there is nothing to fortify.
+    target_compile_options(
+        zenlot_build_flags
+        INTERFACE -U_FORTIFY_SOURCE $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=2>
+    )
+    target_compile_definitions(zenlot_build_flags INTERFACE _GLIBCXX_ASSERTIONS)
+    if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
+        target_link_options(zenlot_build_flags INTERFACE -Wl,-z,relro,-z,now)
+    endif()
+endif()
 if(ZENLOT_SANITIZE)
     # The checks that sanitizers put in make g++ see uninitialised values where there are none.
     target_compile_options(
@@ -21,6 +45,16 @@ if(ZENLOT_SANITIZE)
     target_link_options(zenlot_build_flags INTERFACE -fsanitize=${ZENLOT_SANITIZE})
 endif()
 set(CMAKE_CXX_EXTENSIONS OFF)
+
+# Reading the headers is most of the work of compiling, so sources are compiled several at a time
+# where nobody waits for the change of a single one. Two cores still share a large room.
+function(zenlot_compile_together target)
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ${ZENLOT_UNITY} UNITY_BUILD_BATCH_SIZE 10)
+    if(ZENLOT_UNITY AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        # In a unit every source looks like a header, in which such a class could not be used.
+        target_compile_options(${target} PRIVATE -Wno-subobject-linkage)
+    endif()
+endfunction()
 
 # zenlot_room(<folder below src> [SOURCES <file>...] [LINKS <target>...] [PRIVATE_LINKS <target>...])
 #
@@ -37,6 +71,7 @@ function(zenlot_room folder)
         target_link_libraries(
             ${target} PUBLIC zenlot_build_flags ${ROOM_LINKS} PRIVATE ${ROOM_PRIVATE_LINKS}
         )
+        zenlot_compile_together(${target})
     else()
         add_library(${target} INTERFACE)
         target_include_directories(${target} INTERFACE ${PROJECT_SOURCE_DIR}/src)
@@ -68,4 +103,17 @@ function(zenlot_room_qml folder)
     get_target_property(sources ${target} SOURCES)
     list(FILTER sources INCLUDE REGEX "/\\.rcc/")
     set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS -w)
+    if(ZENLOT_UNITY)
+        # Files with options of their own are left out of CMake's units.
+        list(FILTER sources INCLUDE REGEX "_qml\\.cpp$")
+        set_source_files_properties(${sources} PROPERTIES HEADER_FILE_ONLY ON)
+        list(TRANSFORM sources REPLACE "(.+)" "#include \"\\1\"")
+        list(JOIN sources "\n" includes)
+        set(unit ${CMAKE_CURRENT_BINARY_DIR}/${target}_compiled_qml.cpp)
+        file(CONFIGURE OUTPUT ${unit} CONTENT "${includes}\n" @ONLY)
+        set_source_files_properties(
+            ${unit} PROPERTIES COMPILE_OPTIONS -w SKIP_AUTOMOC ON
+        )
+        target_sources(${target} PRIVATE ${unit})
+    endif()
 endfunction()

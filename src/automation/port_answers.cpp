@@ -6,7 +6,6 @@
 #include "shell/intents/check_port_intent.h"
 
 #include <QFutureWatcher>
-#include <QtConcurrentRun>
 
 #include <optional>
 #include <utility>
@@ -24,8 +23,7 @@ void PortAnswers::answer(const QList<PortQuery>& queries, QObject* context, Rece
                          watcher->deleteLater();
                          receiver(watcher->result());
                      });
-    watcher->setFuture(
-        QtConcurrent::run(&workers_, [this, queries] { return dialogsFor(queries); }));
+    watcher->setFuture(workers_.run([this, queries] { return dialogsFor(queries); }));
 }
 
 QStringList PortAnswers::dialogsFor(const QList<PortQuery>& queries) const {

@@ -10,10 +10,10 @@
 #include "inventory/port_scanner.h"
 #include "monitoring/shared_container.h"
 #include "shell/intents/port_query.h"
+#include "workers/worker_threads.h"
 
 #include <QList>
 #include <QStringList>
-#include <QThreadPool>
 
 #include <functional>
 
@@ -37,7 +37,7 @@ class PortAnswers final {
 
     const PortScanner& scanner_;
     SharedContainer container_;
-    QThreadPool workers_; // the last member, so that it ends before what its work uses
+    WorkerThreads workers_; // the last member, so that it ends before what its work uses
 };
 
 } // namespace zenlot

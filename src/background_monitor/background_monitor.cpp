@@ -34,7 +34,7 @@ constexpr int kRestAfterAttempts = 400;
 constexpr std::chrono::milliseconds kAttemptsAtOnce{40};
 
 // Ends come in company, and so do the sockets of one process.
-constexpr BootTime kTogether{5};
+constexpr BootTime kEndsTogether{5};
 
 // The first look after a start; the following ones each wait a third longer, so that a server which
 // takes its time to listen is found a little later than one which is quick.
@@ -199,7 +199,7 @@ void BackgroundMonitor::publish(const std::vector<OccupiedPort>& ports) {
 
 void BackgroundMonitor::publishEndsSoon() {
     if (!endsTimer_.isActive())
-        endsTimer_.start(std::max(kTogether, ends_.wait(bootTimeNow())));
+        endsTimer_.start(std::max(kEndsTogether, ends_.wait(bootTimeNow())));
 }
 
 void BackgroundMonitor::publishEnds() {
@@ -269,7 +269,7 @@ void BackgroundMonitor::noteEndedOwners() {
     if (owners_.takeEnded().empty())
         return;
     publishEndsSoon();
-    pollSoon(attempts_, kTogether);
+    pollSoon(attempts_, kEndsTogether);
 }
 
 // What the kernel counted before an attempt started belongs to others.

@@ -26,7 +26,7 @@ namespace zenlot {
 namespace {
 
 constexpr std::size_t kLargestTree = 256;
-constexpr int kMostAncestors = 32;
+constexpr int kMostAncestorsOfHolder = 32;
 constexpr std::string_view kUsualUnprivilegedStart = "1024";
 constexpr std::size_t kShownDigits = 12; // of a container's number, as its own tools show it
 
@@ -249,7 +249,7 @@ std::optional<PortHolder> LiveMachine::describe(ProcessId pid) const {
     const std::string path = sanitizedUtf8(procFiles_.executablePath(pid));
     holder.processName = processNameOf(path);
     holder.displayName = makeDisplayName(path, holder.processName);
-    for (int distance = 0; distance <= kMostAncestors && pid > 1; ++distance) {
+    for (int distance = 0; distance <= kMostAncestorsOfHolder && pid > 1; ++distance) {
         const auto stat = procFiles_.stat(pid);
         if (!stat)
             break;

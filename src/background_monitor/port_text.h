@@ -5,6 +5,9 @@
 
 #include "inventory/listening_socket.h"
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -32,6 +35,11 @@ std::string_view publishedEndpoint(std::string_view text);
 std::vector<IpAddress> addressesOf(std::string_view host);
 
 std::string inSmallLetters(std::string_view text);
+
+template <std::size_t Count>
+bool isOneOf(std::string_view word, const std::array<std::string_view, Count>& words) {
+    return std::ranges::find(words, word) != words.end();
+}
 
 // Whether a name or a line, in small letters, is about a database, a peer, a proxy's target, or
 // anything else that some other program listens on.

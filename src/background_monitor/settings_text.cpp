@@ -349,11 +349,6 @@ std::vector<Setting> readAttributes(std::string_view text) {
     return std::move(settings.all);
 }
 
-template <std::size_t Count>
-bool isOneOf(std::string_view word, const std::array<std::string_view, Count>& words) {
-    return std::ranges::find(words, word) != words.end();
-}
-
 } // namespace
 
 std::optional<SettingsFormat> settingsFormatOf(std::string_view fileName) {

@@ -74,11 +74,6 @@ constexpr std::array<std::string_view, 13> kBuiltFrom{".go",  ".rs",    ".c",   
                                                       ".d",   ".swift", ".java"};
 
 template <std::size_t Count>
-bool isOneOf(std::string_view word, const std::array<std::string_view, Count>& words) {
-    return std::ranges::find(words, word) != words.end();
-}
-
-template <std::size_t Count>
 bool endsWithAny(std::string_view name, const std::array<std::string_view, Count>& endings) {
     return std::ranges::any_of(endings,
                                [name](std::string_view ending) { return name.ends_with(ending); });

@@ -8,7 +8,6 @@
 #include <QElapsedTimer>
 #include <QPromise>
 #include <QRegularExpression>
-#include <QtConcurrentRun>
 
 #include <algorithm>
 #include <charconv>
@@ -91,7 +90,6 @@ ConflictListener::ConflictListener(Collaborators collaborators, ConflictListener
                                    QObject* parent)
     : QObject(parent), with_(std::move(collaborators)), pauses_(pauses),
       conflicts_(with_.container), monitorLog_(with_.monitorLog) {
-    worker_.setMaxThreadCount(1);
     pauseBetweenPolls_.setSingleShot(true);
     pauseBetweenPolls_.setTimerType(Qt::PreciseTimer);
     connect(&pauseBetweenPolls_, &QTimer::timeout, this, &ConflictListener::poll);
@@ -168,8 +166,8 @@ QCoro::Task<> ConflictListener::checkConflictRecords() {
     if (!isSwitchedOn())
         co_return;
     const QPointer<ConflictListener> self(this);
-    const QFuture<SharedReading> future = QtConcurrent::run(
-        &worker_, [this, startedAt = startedAt_] { return readFreshRecords(startedAt); });
+    const QFuture<SharedReading> future =
+        worker_.run([this, startedAt = startedAt_] { return readFreshRecords(startedAt); });
     const SharedReading reading = co_await future;
     if (!self || !reading || !isSwitchedOn())
         co_return;
@@ -221,7 +219,7 @@ QCoro::Task<> ConflictListener::handleConflict(std::int64_t port, Turn turn) {
     }
     const QPointer<ConflictListener> self(this);
     const QFuture<std::optional<ConflictRecord>> reading =
-        QtConcurrent::run(&worker_, [container = with_.container, port] {
+        worker_.run([container = with_.container, port] {
             const auto text = SharedContainer::read(container.conflictFileURL(port));
             return text ? decodeConflictRecord(*text) : std::nullopt;
         });
@@ -268,7 +266,7 @@ QCoro::Task<> ConflictListener::pollLegacyDaemonLog() {
 QCoro::Task<> ConflictListener::readMonitorLog() {
     const QPointer<ConflictListener> self(this);
     const QFuture<MonitorLogTail::Beginning> future =
-        QtConcurrent::run(&worker_, [this] { return monitorLog_.begin(); });
+        worker_.run([this] { return monitorLog_.begin(); });
     const MonitorLogTail::Beginning beginning = co_await future;
     if (!self)
         co_return;
@@ -277,7 +275,7 @@ QCoro::Task<> ConflictListener::readMonitorLog() {
     bool isMoreExpected = beginning.isPieceFound;
     while (isMoreExpected) {
         const QFuture<std::vector<ConflictRecord>> next =
-            QtConcurrent::run(&worker_, [this] { return readAnnouncements(); });
+            worker_.run([this] { return readAnnouncements(); });
         const std::vector<ConflictRecord> records = co_await next;
         if (!self)
             co_return;

@@ -35,13 +35,13 @@
 #include "platform/broadcast_center.h"
 #include "settings/app_log.h"
 #include "settings/app_settings.h"
+#include "workers/worker_threads.h"
 
 #include <QCoroTask>
 #include <QFuture>
 #include <QObject>
 #include <QPointer>
 #include <QString>
-#include <QThreadPool>
 #include <QTimer>
 
 #include <array>
@@ -193,7 +193,7 @@ class ConflictListener final : public QObject {
     ConflictRecordsFile conflicts_; // like the log, only used by the worker
     MonitorLogTail monitorLog_;
     // One thread, so that what it uses needs no lock. The last member, so that it ends before that.
-    QThreadPool worker_;
+    WorkerThreads worker_{1};
 };
 
 } // namespace zenlot

@@ -4,7 +4,6 @@
 #include "monitoring/published_ports.h"
 
 #include <QThread>
-#include <QtConcurrent>
 
 #include <utility>
 
@@ -12,9 +11,10 @@ namespace zenlot {
 
 PortDataCache::PortDataCache(SharedContainer container, SharedPortCache& sharedPortCache,
                              BroadcastCenter& broadcasts, NotificationCenter& notifications,
-                             std::chrono::milliseconds pauseBetweenLoads, QObject* parent)
+                             WorkerThreads& reader, std::chrono::milliseconds pauseBetweenLoads,
+                             QObject* parent)
     : QObject(parent), container_(std::move(container)), sharedPortCache_(sharedPortCache),
-      broadcasts_(broadcasts), notifications_(notifications) {
+      broadcasts_(broadcasts), notifications_(notifications), reader_(reader) {
     pause_.setSingleShot(true);
     pause_.setInterval(pauseBetweenLoads);
     connect(&pause_, &QTimer::timeout, this, &PortDataCache::finishPause);
@@ -45,7 +45,7 @@ void PortDataCache::beginLoad() {
     phase_ = Phase::loading;
     // The task has a container of its own, so it may outlive this object.
     load_.setFuture(
-        QtConcurrent::run([container = container_] { return readPublishedPorts(container); }));
+        reader_.run([container = container_] { return readPublishedPorts(container); }));
 }
 
 void PortDataCache::finishLoad() {

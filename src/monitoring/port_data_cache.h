@@ -4,8 +4,8 @@
 // Operations, handlers and posts belong to the main thread; files are read and decoded elsewhere.
 // A file that is missing or wrong changes nothing and says nothing; the cache keeps what it has.
 //
-//     PortDataCache cache(SharedContainer(stateHome), sharedPorts, broadcasts, notifications);
-//     cache.start();
+//     PortDataCache cache(SharedContainer(stateHome), sharedPorts, broadcasts, notifications,
+//     reader); cache.start();
 #pragma once
 
 #include "inventory/occupied_port.h"
@@ -13,6 +13,7 @@
 #include "monitoring/notification_center.h"
 #include "monitoring/shared_container.h"
 #include "platform/broadcast_center.h"
+#include "workers/worker_threads.h"
 
 #include <QFutureWatcher>
 #include <QObject>
@@ -33,6 +34,7 @@ class PortDataCache final : public QObject {
     // The references must outlive the object.
     PortDataCache(SharedContainer container, SharedPortCache& sharedPortCache,
                   BroadcastCenter& broadcasts, NotificationCenter& notifications,
+                  WorkerThreads& reader,
                   std::chrono::milliseconds pauseBetweenLoads = kPauseBetweenLoads,
                   QObject* parent = nullptr);
 
@@ -60,6 +62,7 @@ class PortDataCache final : public QObject {
     SharedPortCache& sharedPortCache_;
     BroadcastCenter& broadcasts_;
     NotificationCenter& notifications_;
+    WorkerThreads& reader_;
     QFutureWatcher<Ports> load_;
     QTimer pause_;
     Phase phase_{Phase::idle};

@@ -2,8 +2,6 @@
 
 #include "inventory/port_merge.h"
 
-#include <QtConcurrentRun>
-
 #include <algorithm>
 #include <iterator>
 #include <set>
@@ -17,14 +15,14 @@ PortInventory::PortInventory(const PortScanner& scanner, const PortLookup& looku
       repeatedScan_(scanner) {}
 
 QFuture<std::vector<OccupiedPort>> PortInventory::listMergedPorts() {
-    return QtConcurrent::run(&workers_, [this] {
+    return workers_.run([this] {
         std::vector<OccupiedPort> fresh = scanner_.listOccupiedPorts();
         return mergeWithCache(std::move(fresh), sharedPortCache_.copy());
     });
 }
 
 QFuture<SharedPorts> PortInventory::pollPortsOfCurrentUser() {
-    return QtConcurrent::run(&workers_, [this] { return portsOfCurrentUser(); });
+    return workers_.run([this] { return portsOfCurrentUser(); });
 }
 
 SharedPorts PortInventory::portsOfCurrentUser() {
@@ -66,7 +64,7 @@ PortInventory::probePublishedPorts(const std::vector<OccupiedPort>& published,
 }
 
 QFuture<std::vector<PortProcess>> PortInventory::processesOnPort(std::int64_t port) {
-    return QtConcurrent::run(&workers_, [this, port] {
+    return workers_.run([this, port] {
         std::vector<PortProcess> rows = lookup_.processesOnPort(port);
         for (PortProcess& row : rows) {
             const ProcessSighting seen = lookAtProcess(processes_, row.target());
@@ -79,7 +77,7 @@ QFuture<std::vector<PortProcess>> PortInventory::processesOnPort(std::int64_t po
 
 QFuture<std::vector<ProcessSighting>>
 PortInventory::lookAtProcesses(std::vector<ForceQuitTarget> targets) {
-    return QtConcurrent::run(&workers_, [this, targets = std::move(targets)] {
+    return workers_.run([this, targets = std::move(targets)] {
         std::vector<ProcessSighting> sightings;
         sightings.reserve(targets.size());
         for (const ForceQuitTarget& target : targets)
@@ -89,8 +87,7 @@ PortInventory::lookAtProcesses(std::vector<ForceQuitTarget> targets) {
 }
 
 QFuture<bool> PortInventory::forceQuitProcess(const ForceQuitTarget& target) {
-    return QtConcurrent::run(
-        &workers_, [this, target] { return zenlot::forceQuitProcess(processes_, target); });
+    return workers_.run([this, target] { return zenlot::forceQuitProcess(processes_, target); });
 }
 
 } // namespace zenlot

@@ -13,9 +13,9 @@
 #include "inventory/port_scanner.h"
 #include "inventory/repeated_port_scan.h"
 #include "inventory/shared_port_cache.h"
+#include "workers/worker_threads.h"
 
 #include <QFuture>
-#include <QThreadPool>
 
 #include <cstdint>
 #include <mutex>
@@ -65,7 +65,7 @@ class PortInventory final {
     RepeatedPortScan repeatedScan_;
     std::mutex lastPollMutex_;
     Poll lastPoll_;
-    QThreadPool workers_; // the last member, so that it ends before what its work uses
+    WorkerThreads workers_; // the last member, so that it ends before what its work uses
 };
 
 } // namespace zenlot

@@ -49,4 +49,8 @@ QString displayLine(const QString& text, qsizetype longest) {
     return line;
 }
 
+QString displayLine(const std::string& utf8, qsizetype longest) {
+    return displayLine(QString::fromStdString(utf8), longest);
+}
+
 } // namespace zenlot

@@ -3,6 +3,8 @@
 
 #include <QString>
 
+#include <string>
+
 namespace zenlot {
 
 inline constexpr qsizetype kLongestLine = 256; // a file name has 255 bytes at the most
@@ -11,5 +13,6 @@ inline constexpr qsizetype kLongestLine = 256; // a file name has 255 bytes at t
 // turns the direction of what follows, and cut off with an ellipsis beyond a length that nobody
 // reads, or that a sentence around it can bear.
 QString displayLine(const QString& text, qsizetype longest = kLongestLine);
+QString displayLine(const std::string& utf8, qsizetype longest = kLongestLine);
 
 } // namespace zenlot

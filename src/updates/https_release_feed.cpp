@@ -5,7 +5,6 @@
 #include <QEventLoop>
 #include <QFutureWatcher>
 #include <QPromise>
-#include <QtConcurrentRun>
 
 #include <utility>
 
@@ -48,7 +47,9 @@ QFuture<ReleaseAnswer> HttpsReleaseFeed::newestRelease() {
     question_.cancel();
     if (address_.isEmpty())
         return QtFuture::makeReadyFuture(ReleaseAnswer(ReleaseFeedFailure::noFeed));
-    question_ = QtConcurrent::run(&workers_, fetch, address_, limits_, transport_);
+    question_ = workers_.runWithPromise<ReleaseAnswer>(
+        [address = address_, limits = limits_, transport = transport_](
+            QPromise<ReleaseAnswer>& promise) { fetch(promise, address, limits, transport); });
     return question_;
 }
 

@@ -9,9 +9,9 @@
 #pragma once
 
 #include "updates/release_feed.h"
+#include "workers/worker_threads.h"
 
 #include <QString>
-#include <QThreadPool>
 
 #include <chrono>
 
@@ -44,7 +44,7 @@ class HttpsReleaseFeed final : public ReleaseFeed {
     ReleaseFeedLimits limits_;
     ReleaseFeedTransport transport_;
     QFuture<ReleaseAnswer> question_;
-    QThreadPool workers_; // the last member, so that it ends before what its work uses
+    WorkerThreads workers_; // the last member, so that it ends before what its work uses
 };
 
 } // namespace zenlot

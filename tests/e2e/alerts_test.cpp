@@ -58,9 +58,7 @@ class AlertsTest : public testing::Test {
         ASSERT_EQ(alerts.answer(title, body, button), "") << log();
     }
 
-    static constexpr int kPatience = 60000;
     static constexpr const char* kSettings = "XDG_CONFIG_HOME/dev.quorvane.zenlot/defaults.json";
-    static constexpr const char* kLog = "HOME/Library/Logs/zenlot-monitor.log";
 
     PrivateDesktop desktop;
     AlertScreen alerts{desktop};

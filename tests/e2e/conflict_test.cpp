@@ -14,10 +14,8 @@ using namespace Qt::StringLiterals;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-constexpr int kPatience = 60000;
 constexpr int kWatchedPort = 8088;
-constexpr const char* kLog = "HOME/Library/Logs/zenlot-monitor.log";
-const QString kHolder = u"R&D <b>web"_s;
+const QString kHolderName = u"R&D <b>web"_s;
 
 // With and without process events of the kernel.
 class ConflictTest : public testing::TestWithParam<QStringList> {
@@ -76,19 +74,19 @@ class ConflictTest : public testing::TestWithParam<QStringList> {
 };
 
 TEST_P(ConflictTest, AlertNamesTheHolderAndItsButtonFreesThePort) {
-    QProcess& holder = desktop.startServer(kHolder);
+    QProcess& holder = desktop.startServer(kHolderName);
     const QString port = PrivateDesktop::portOf(holder);
     ASSERT_NO_FATAL_FAILURE(startMonitorAndZenlot());
     if (IsSkipped())
         return;
     beRefused(port);
-    ASSERT_EQ(
-        alerts.answer(u"Port %1 is already in use"_s.arg(port),
-                      u"%1 (PID %2) is blocking port %3 — kill it to free the port."_s.arg(kHolder)
-                          .arg(holder.processId())
-                          .arg(port),
-                      u"Kill Process"_s),
-        "")
+    ASSERT_EQ(alerts.answer(
+                  u"Port %1 is already in use"_s.arg(port),
+                  u"%1 (PID %2) is blocking port %3 — kill it to free the port."_s.arg(kHolderName)
+                      .arg(holder.processId())
+                      .arg(port),
+                  u"Kill Process"_s),
+              "")
         << log();
     EXPECT_TRUE(holder.state() == QProcess::NotRunning || holder.waitForFinished(kPatience));
     EXPECT_EQ(holder.exitCode(), SIGKILL);
@@ -99,8 +97,8 @@ TEST_P(ConflictTest, AlertNamesTheHolderAndItsButtonFreesThePort) {
 // The monitor tells each conflict in a file, by signals and in its log; for the ports that are
 // watched by one more signal.
 TEST_P(ConflictTest, OneRefusedServerIsOneAlert) {
-    const QString anyPort = PrivateDesktop::portOf(desktop.startServer(kHolder));
-    desktop.startServer(kHolder, QString::number(kWatchedPort));
+    const QString anyPort = PrivateDesktop::portOf(desktop.startServer(kHolderName));
+    desktop.startServer(kHolderName, QString::number(kWatchedPort));
     ASSERT_NO_FATAL_FAILURE(startMonitorAndZenlot());
     if (IsSkipped())
         return;

@@ -12,7 +12,6 @@ namespace zenlot {
 namespace {
 
 using State = AccessibleTree::State;
-constexpr int kPatience = 60000;
 constexpr int kUntilEverythingWasAskedAgain = 1500;
 const QString kDialogTitle = QStringLiteral("Force Quit Process?");
 const QString kForceQuit = QStringLiteral("Force Quit");

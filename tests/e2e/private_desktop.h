@@ -2,6 +2,7 @@
 // the user's, and all of it is gone at the end of the scope.
 #pragma once
 
+#include "support/session_bus_configuration.h"
 #include "support/temporary_folder.h"
 
 #include <QFile>
@@ -12,6 +13,10 @@
 #include <stdexcept>
 
 namespace zenlot {
+
+inline constexpr int kPatience = 60000; // milliseconds that a busy machine may need
+// In the folder of the desktop.
+inline constexpr const char* kLog = "HOME/Library/Logs/zenlot-monitor.log";
 
 class PrivateDesktop {
   public:
@@ -43,7 +48,12 @@ class PrivateDesktop {
         set("DBUS_SESSION_BUS_ADDRESS",
             startSession
                 ? startSession(environment_)
-                : firstLine(start("dbus-daemon --session --nofork --nopidfile --print-address=1")));
+                : firstLine(
+                      start(QStringLiteral("dbus-daemon"),
+                            {QStringLiteral("--nofork"), QStringLiteral("--nopidfile"),
+                             QStringLiteral("--print-address=1"),
+                             QLatin1String("--config-file=") +
+                                 QString::fromStdString(writeSessionBusConfiguration(folder_))})));
         start("openbox");
     }
     PrivateDesktop(const PrivateDesktop&) = delete;

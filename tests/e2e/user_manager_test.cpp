@@ -22,9 +22,7 @@ using namespace Qt::StringLiterals;
 using nlohmann::json;
 using State = AccessibleTree::State;
 
-constexpr int kPatience = 60000;
 constexpr const char* kSettings = "XDG_CONFIG_HOME/dev.quorvane.zenlot/defaults.json";
-constexpr const char* kLog = "HOME/Library/Logs/zenlot-monitor.log";
 constexpr const char* kUnit = "dev.quorvane.zenlot.monitor.service";
 
 const QString kWelcome = u"Welcome to Zenlot"_s;
@@ -136,8 +134,8 @@ class UserManagerTest : public testing::Test {
         // The window manager at times leaves the keyboard with nobody when a window closes.
         ASSERT_TRUE(QTest::qWaitFor(
             [&] {
-                return desktop.input(u"search --name ^Settings$ windowactivate"_s.split(u' ')) ==
-                           0 &&
+                return desktop.input(u"search --name ^Settings$ windowactivate windowfocus"_s.split(
+                           u' ')) == 0 &&
                        tree->isActive(u"Settings"_s);
             },
             kPatience));

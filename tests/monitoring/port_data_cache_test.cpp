@@ -5,7 +5,6 @@
 
 #include <QTemporaryDir>
 #include <QTest>
-#include <QThreadPool>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -28,7 +27,7 @@ class PortDataCacheTest : public testing::Test {
     }
     void restart(std::chrono::milliseconds pause = 0ms) {
         cache = std::make_unique<PortDataCache>(SharedContainer(folder.path()), shared, broadcasts,
-                                                notifications, pause);
+                                                notifications, reader, pause);
     }
     void write(const std::string& text) const { std::ofstream(file) << text; }
     void publish(std::size_t ports) const {
@@ -38,9 +37,9 @@ class PortDataCacheTest : public testing::Test {
         return QTest::qWaitFor([&] { return !announced.empty() && announced.back() == size; });
     }
     // Time for whatever is under way, and for what it may begin.
-    static void settle() {
+    void settle() {
         for (int round = 0; round < 10; ++round) {
-            QThreadPool::globalInstance()->waitForDone();
+            reader.wait();
             QCoreApplication::processEvents();
         }
     }
@@ -52,6 +51,7 @@ class PortDataCacheTest : public testing::Test {
     FakeBroadcastCenter broadcasts;
     NotificationCenter notifications;
     std::vector<std::size_t> announced; // the size of the list at each announcement
+    WorkerThreads reader{1};
     std::unique_ptr<PortDataCache> cache;
 };
 
@@ -80,7 +80,7 @@ TEST_F(PortDataCacheTest, CallsDuringALoadOrThePauseCostOneMoreWhichSeesTheNewes
     settle();
     publish(1);
     cache->loadPorts();
-    QThreadPool::globalInstance()->waitForDone(); // read, but not delivered yet
+    reader.wait(); // read, but not delivered yet
     publish(2);
     for (int call = 0; call < 100; ++call)
         cache->loadPorts();

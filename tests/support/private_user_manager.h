@@ -3,6 +3,7 @@
 // whoever runs the test.
 #pragma once
 
+#include "support/session_bus_configuration.h"
 #include "support/temporary_folder.h"
 
 #include <QDBusConnection>
@@ -10,8 +11,12 @@
 #include <QProcess>
 #include <QTest>
 
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/prctl.h>
+#include <unistd.h>
 
+#include <cerrno>
 #include <csignal>
 
 namespace zenlot {
@@ -24,6 +29,11 @@ class PrivateUserManager {
     explicit PrivateUserManager(QProcessEnvironment environment) {
         for (const auto& [name, text] : kUnits)
             writeUnit(name, text);
+        writeUnit("dbus.service",
+                  "[Unit]\nRequires=dbus.socket\n[Service]\nType=notify\n"
+                  "ExecStart=dbus-daemon --address=systemd: --nofork --config-file=" +
+                      writeSessionBusConfiguration(folder_).string() +
+                      "\nTimeoutStopSec=1s\n"); // for what it has started, and won't hear of
         const QString folder = QString::fromStdString(folder_.path().string());
         const auto set = [&environment](const char* name, const QString& value) {
             environment.insert(QLatin1String(name), value);
@@ -48,7 +58,7 @@ class PrivateUserManager {
         // Without this folder systemd believes that the machine runs something else, and refuses.
         std::error_code refused;
         const bool isMade = std::filesystem::create_directories(kBooted, refused);
-        systemd_.start(QStringLiteral("/lib/systemd/systemd"), {QStringLiteral("--user")});
+        systemd_.start(QString::fromLatin1(kManager), {QStringLiteral("--user")});
         systemd_.waitForStarted();
         isRunning_ =
             QTest::qWaitFor([this] { return hasEnded() || isOnBus(); }, 20'000) && !hasEnded();
@@ -86,6 +96,7 @@ class PrivateUserManager {
     }
 
   private:
+    static constexpr char kManager[] = "/lib/systemd/systemd";
     static constexpr char kBooted[] = "/run/systemd/system";
     static inline const QString kConnection = QStringLiteral("private user manager");
     // The least that systemd needs to run services, to be reached and to end them when it ends.
@@ -94,9 +105,6 @@ class PrivateUserManager {
         {"shutdown.target", "[Unit]\nDescription=Shutdown\n"},
         {"default.target", "[Unit]\nRequires=dbus.service\n"},
         {"dbus.socket", "[Socket]\nListenStream=%t/bus\n"},
-        {"dbus.service", "[Unit]\nRequires=dbus.socket\n[Service]\nType=notify\n"
-                         "ExecStart=dbus-daemon --session --address=systemd: --nofork\n"
-                         "TimeoutStopSec=1s\n"}, // for what it has started, and won't hear of
         {"exit.target", "[Unit]\nDefaultDependencies=no\nRequires=leave.service\n"},
         {"leave.service", "[Unit]\nDefaultDependencies=no\nRequires=shutdown.target\n"
                           "After=shutdown.target\nSuccessAction=exit-force\n"
@@ -112,6 +120,23 @@ class PrivateUserManager {
                bus_.interface()->isServiceRegistered(QStringLiteral("org.freedesktop.systemd1"));
     }
 
+    // Managers share a control group, where the one would end what the other has started, and the
+    // folder that says what the machine runs. So there is one at a time, whoever tests.
+    class Turn {
+      public:
+        Turn() : descriptor_(::open(kManager, O_RDONLY | O_CLOEXEC)) {
+            while (::flock(descriptor_, LOCK_EX) != 0 && errno == EINTR) {
+            }
+        }
+        Turn(const Turn&) = delete;
+        Turn& operator=(const Turn&) = delete;
+        ~Turn() { ::close(descriptor_); }
+
+      private:
+        int descriptor_;
+    };
+
+    const Turn turn_;
     TemporaryFolder folder_;
     QString address_;
     QProcess systemd_;

@@ -21,7 +21,7 @@ constexpr std::uint32_t kExit = 0x80000000;
 constexpr std::uint32_t kNonzeroExit = 0x20000000;
 
 // Whoever waits for the descriptor has other things to do as well.
-constexpr int kMostAtOnce = 1024;
+constexpr int kMostEventsAtOnce = 1024;
 
 struct Subscription {
     nlmsghdr header;
@@ -96,7 +96,7 @@ ProcessConnector::ProcessConnector() : socket_(subscribe()) {
 bool ProcessConnector::read(const std::function<void(const ProcessEvent&)>& call) {
     bool isWhole = true;
     std::array<std::byte, 512> buffer;
-    for (int count = 0; count < kMostAtOnce; ++count) {
+    for (int count = 0; count < kMostEventsAtOnce; ++count) {
         sockaddr_nl sender{};
         socklen_t senderLength = sizeof sender;
         const ssize_t length = ::recvfrom(socket_.get(), buffer.data(), buffer.size(), 0,

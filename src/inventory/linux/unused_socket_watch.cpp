@@ -22,7 +22,7 @@ constexpr std::size_t kMessageStart = NLMSG_HDRLEN;
 constexpr std::uint16_t kFirstPortOfKernelsChoice = 32768;
 
 // Whoever waits for the descriptor has other things to do as well.
-constexpr int kMostAtOnce = 1024;
+constexpr int kMostEndsAtOnce = 1024;
 
 constexpr auto offsetInMessage(std::size_t offset) {
     return static_cast<std::uint32_t>(kMessageStart + offset);
@@ -89,7 +89,7 @@ UnusedSocketWatch::UnusedSocketWatch() : socket_(watchSocket()) {}
 
 void UnusedSocketWatch::read(const std::function<void(UnusedSocket)>& call) {
     std::array<std::byte, 1024> buffer;
-    for (int count = 0; count < kMostAtOnce; ++count) {
+    for (int count = 0; count < kMostEndsAtOnce; ++count) {
         sockaddr_nl sender{};
         socklen_t senderLength = sizeof sender;
         const ssize_t length = ::recvfrom(socket_.get(), buffer.data(), buffer.size(), 0,

@@ -16,9 +16,9 @@ namespace zenlot {
 namespace {
 
 constexpr qint64 kMaximumEntryBytes = qint64{1} * 1024 * 1024;
-constexpr int kMostAttempts = 10;
+constexpr int kMostAttemptsToWrite = 10;
 
-constexpr char kGroup[] = "[Desktop Entry]";
+constexpr char kGroupLine[] = "[Desktop Entry]";
 constexpr char kHidden[] = "Hidden";
 constexpr char kGnomeEnabled[] = "X-GNOME-Autostart-enabled";
 
@@ -58,7 +58,7 @@ void visitLines(const QByteArray& text, const Visitor& visit) {
     const QList<QByteArray> lines = text.split('\n');
     for (const QByteArray& line : lines) {
         if (line.startsWith('['))
-            isInGroup = line.trimmed() == kGroup;
+            isInGroup = line.trimmed() == kGroupLine;
         visit(line, isInGroup);
     }
 }
@@ -111,7 +111,7 @@ QByteArray enabledEntry(const QByteArray& text, const QByteArray& exec) {
     if (!isHeaderFound) {
         if (lines.last().isEmpty())
             lines.removeLast();
-        lines.append(kGroup);
+        lines.append(kGroupLine);
         lines.append(additions);
         lines.append(QByteArray());
     }
@@ -171,7 +171,7 @@ std::optional<AppServiceError> AutostartAppService::registerService() {
     if (!option_.isEmpty())
         exec += ' ' + option_;
     Replacement replacement{Replacement::Outcome::changedMeanwhile, QString()};
-    for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
+    for (int attempt = 0; attempt < kMostAttemptsToWrite; ++attempt) {
         replacement = enableEntry(entryPath_, exec);
         if (replacement.outcome != Replacement::Outcome::changedMeanwhile)
             break;

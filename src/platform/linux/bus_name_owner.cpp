@@ -12,7 +12,7 @@ namespace {
 using namespace Qt::StringLiterals;
 
 constexpr QLatin1StringView kBus{"org.freedesktop.DBus"};
-constexpr QLatin1StringView kPath{"/org/freedesktop/DBus"};
+constexpr QLatin1StringView kBusObject{"/org/freedesktop/DBus"};
 
 } // namespace
 
@@ -24,10 +24,10 @@ void BusNameOwner::follow(const QDBusConnection& bus) {
     const int number = ++connections_;
     assign(QString());
     // First the changes, then the state: what comes in between is told twice rather than never.
-    connection.connect(kBus, kPath, kBus, u"NameOwnerChanged"_s, {name_}, u"sss"_s, this,
+    connection.connect(kBus, kBusObject, kBus, u"NameOwnerChanged"_s, {name_}, u"sss"_s, this,
                        SLOT(noteChange(QString, QString, QString)));
     const QDBusMessage question =
-        QDBusMessage::createMethodCall(kBus, kPath, kBus, u"GetNameOwner"_s) << name_;
+        QDBusMessage::createMethodCall(kBus, kBusObject, kBus, u"GetNameOwner"_s) << name_;
     auto* watcher = new QDBusPendingCallWatcher(connection.asyncCall(question), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, number] {
         watcher->deleteLater();

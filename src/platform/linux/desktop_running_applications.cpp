@@ -19,7 +19,7 @@
 namespace zenlot {
 namespace {
 
-constexpr qint64 kMaximumEntryBytes = qint64{1} * 1024 * 1024;
+constexpr qint64 kMaximumMenuEntryBytes = qint64{1} * 1024 * 1024;
 constexpr qint64 kMaximumCgroupBytes = qint64{64} * 1024;
 constexpr int kDeepestFolder = 4;
 
@@ -109,7 +109,7 @@ void DesktopRunningApplications::Index::add(const QString& file, const QString& 
         return;
     Application& application = byIdentifier[identifier];
     application.identifier = identifier;
-    const UserFile content = readUserFile(file, kMaximumEntryBytes);
+    const UserFile content = readUserFile(file, kMaximumMenuEntryBytes);
     const std::optional<DesktopEntry> entry = parseDesktopEntry(content.content);
     if (!entry || entry->isHidden || entry->isInTerminal)
         return;

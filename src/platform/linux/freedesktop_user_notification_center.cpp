@@ -14,7 +14,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr QLatin1StringView kService{"org.freedesktop.Notifications"};
+constexpr QLatin1StringView kServerName{"org.freedesktop.Notifications"};
 constexpr QLatin1StringView kBusService{"org.freedesktop.DBus"};
 constexpr QLatin1StringView kBusPath{"/org/freedesktop/DBus"};
 
@@ -59,7 +59,7 @@ FreedesktopUserNotificationCenter::FreedesktopUserNotificationCenter(
 
 void FreedesktopUserNotificationCenter::follow() {
     // First the changes, then the state: what comes in between is told twice rather than never.
-    bus_.connect(kBusService, kBusPath, kBusService, u"NameOwnerChanged"_s, {kService}, u"sss"_s,
+    bus_.connect(kBusService, kBusPath, kBusService, u"NameOwnerChanged"_s, {kServerName}, u"sss"_s,
                  this, SLOT(followOwner(QString, QString, QString)));
     askForOwner();
 }
@@ -67,7 +67,7 @@ void FreedesktopUserNotificationCenter::follow() {
 void FreedesktopUserNotificationCenter::askForOwner() {
     const QDBusMessage question =
         QDBusMessage::createMethodCall(kBusService, kBusPath, kBusService, u"GetNameOwner"_s)
-        << QString(kService);
+        << QString(kServerName);
     auto* watcher = new QDBusPendingCallWatcher(bus_.asyncCall(question), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         watcher->deleteLater();

@@ -17,7 +17,7 @@ constexpr qsizetype kMostAnswers = 4096;
 constexpr int kUsualThreshold = 2;
 constexpr int kHarmOfEnlarging = 3; // as against shrinking
 constexpr int kLargestSize = 4096;
-constexpr char kGroup[] = "Icon Theme";
+constexpr char kThemeGroup[] = "Icon Theme";
 
 // How badly a picture made for some sizes fits another.
 int misfit(int smallest, int largest, int size) {
@@ -63,9 +63,9 @@ const IconThemes::Theme& IconThemes::theme(const QString& name) {
             index.emplace(file.content);
     }
     if (index) {
-        theme.parents = index->list(kGroup, "Inherits", u',');
-        const QStringList folders = index->list(kGroup, "Directories", u',') +
-                                    index->list(kGroup, "ScaledDirectories", u',');
+        theme.parents = index->list(kThemeGroup, "Inherits", u',');
+        const QStringList folders = index->list(kThemeGroup, "Directories", u',') +
+                                    index->list(kThemeGroup, "ScaledDirectories", u',');
         for (const QString& path : folders) {
             const QByteArray group = path.trimmed().toUtf8();
             const auto pixels = [&](const char* key, int otherwise) {

@@ -13,8 +13,8 @@
 namespace zenlot {
 namespace {
 
-constexpr qint64 kMaximumBytes = qint64{4} * 1024 * 1024;
-constexpr qint64 kHeaviest = 4 * kMaximumBytes;
+constexpr qint64 kMaximumListBytes = qint64{4} * 1024 * 1024;
+constexpr qint64 kHeaviest = 4 * kMaximumListBytes;
 constexpr int kDeepest = 64;
 // The library frees a structure by recursion, so the elements that hold others are limited. Their
 // number bounds the depth, whatever the file does with its tags.
@@ -115,7 +115,7 @@ QVariant valueOf(plist_t node, int depth) {
 } // namespace
 
 std::optional<QVariantMap> propertyListDictionary(const QByteArray& content) {
-    if (content.isEmpty() || content.size() > kMaximumBytes)
+    if (content.isEmpty() || content.size() > kMaximumListBytes)
         return std::nullopt;
     const bool isBinary = content.startsWith("bplist");
     if (isBinary ? !isModestBinaryPropertyList(content, kDeepest, kHeaviest)
@@ -134,7 +134,7 @@ std::optional<QVariantMap> propertyListDictionary(const QByteArray& content) {
 }
 
 std::optional<QVariantMap> LibplistPropertyListReader::dictionary(const QString& path) const {
-    const UserFile file = readUserFile(path, kMaximumBytes);
+    const UserFile file = readUserFile(path, kMaximumListBytes);
     return propertyListDictionary(file.content);
 }
 

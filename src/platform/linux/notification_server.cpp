@@ -19,8 +19,8 @@ namespace {
 using namespace Qt::StringLiterals;
 
 constexpr QLatin1StringView kService{"org.freedesktop.Notifications"};
-constexpr QLatin1StringView kPath{"/org/freedesktop/Notifications"};
-constexpr QLatin1StringView kInterface{"org.freedesktop.Notifications"};
+constexpr QLatin1StringView kServerPath{"/org/freedesktop/Notifications"};
+constexpr QLatin1StringView kServerInterface{"org.freedesktop.Notifications"};
 constexpr QLatin1StringView kProgram{"dev.quorvane.zenlot"}; // its desktop entry and its icon
 
 constexpr int kNoTimeout = std::numeric_limits<int>::max();
@@ -62,9 +62,9 @@ QVariantMap hintsOf(const NotificationServer::Alert& alert,
 
 NotificationServer::NotificationServer(QDBusConnection bus) : bus_(std::move(bus)) {
     // Naming the sender here would make the connection wait for the bus to tell its address.
-    bus_.connect(QString(), kPath, kInterface, u"ActionInvoked"_s, u"us"_s, this,
+    bus_.connect(QString(), kServerPath, kServerInterface, u"ActionInvoked"_s, u"us"_s, this,
                  SLOT(receiveAction(uint, QString, QDBusMessage)));
-    bus_.connect(QString(), kPath, kInterface, u"NotificationClosed"_s, u"uu"_s, this,
+    bus_.connect(QString(), kServerPath, kServerInterface, u"NotificationClosed"_s, u"uu"_s, this,
                  SLOT(receiveClosing(uint, uint, QDBusMessage)));
 }
 
@@ -105,7 +105,7 @@ void NotificationServer::show(Alert alert) {
 QDBusPendingCallWatcher* NotificationServer::call(const QString& method,
                                                   const QVariantList& arguments) {
     QDBusMessage message = QDBusMessage::createMethodCall(
-        owner_.isEmpty() ? QString(kService) : owner_, kPath, kInterface, method);
+        owner_.isEmpty() ? QString(kService) : owner_, kServerPath, kServerInterface, method);
     message.setArguments(arguments);
     // Calls on no connection would never finish.
     const QDBusPendingCall pending =

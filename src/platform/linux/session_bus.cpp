@@ -31,7 +31,6 @@ QString withoutIdentity(const QString& address) {
 
 SessionBus::SessionBus(const QString& address)
     : address_(withoutIdentity(address)), connection_(QString()), pause_(kFirstPause) {
-    threads_.setMaxThreadCount(1);
     if (address_.isEmpty())
         return;
     adopt(QDBusConnection::connectToBus(address_, nextName()));
@@ -41,7 +40,6 @@ SessionBus::SessionBus(const QString& address)
 }
 
 SessionBus::~SessionBus() {
-    threads_.waitForDone();
     QDBusConnection::disconnectFromBus(connection_.name());
 }
 
@@ -78,7 +76,7 @@ void SessionBus::tryAgainLater() {
 void SessionBus::tryAgain() {
     if (isConnected())
         return; // word of an earlier end came late
-    threads_.start([this, address = address_, name = nextName()] {
+    thread_.post([this, address = address_, name = nextName()] {
         const QDBusConnection connection = QDBusConnection::connectToBus(address, name);
         QMetaObject::invokeMethod(this, [this, connection] {
             adopt(connection);

@@ -15,9 +15,10 @@
 // Belongs to the main thread; may be built before the application object.
 #pragma once
 
+#include "workers/worker_threads.h"
+
 #include <QDBusConnection>
 #include <QObject>
-#include <QThreadPool>
 
 #include <chrono>
 
@@ -56,7 +57,7 @@ class SessionBus final : public QObject {
     QDBusConnection connection_;
     int connections_{0};
     std::chrono::milliseconds pause_;
-    QThreadPool threads_; // the last member: its end waits for an attempt under way
+    WorkerThreads thread_{1}; // the last member: its end waits for an attempt under way
 };
 
 } // namespace zenlot

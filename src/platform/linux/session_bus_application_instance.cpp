@@ -21,8 +21,8 @@ using namespace Qt::StringLiterals;
 Q_LOGGING_CATEGORY(instanceLog, "zenlot.instance")
 
 constexpr QLatin1StringView kName{"dev.quorvane.zenlot"};
-constexpr QLatin1StringView kPath{"/dev/quorvane/zenlot"};
-constexpr QLatin1StringView kInterface{"org.freedesktop.Application"};
+constexpr QLatin1StringView kApplicationPath{"/dev/quorvane/zenlot"};
+constexpr QLatin1StringView kApplicationInterface{"org.freedesktop.Application"};
 constexpr QLatin1StringView kStartupId{"desktop-startup-id"};
 constexpr QLatin1StringView kCheckPortAction{"check-port"};
 constexpr QLatin1StringView kToken{"activation-token"};
@@ -61,7 +61,7 @@ QDBusMessage requestName() {
 
 QDBusMessage requestOf(const QStringList& uris, const Activation& activation) {
     QDBusMessage message = QDBusMessage::createMethodCall(
-        kName, kPath, kInterface, uris.isEmpty() ? u"Activate"_s : u"Open"_s);
+        kName, kApplicationPath, kApplicationInterface, uris.isEmpty() ? u"Activate"_s : u"Open"_s);
     if (!uris.isEmpty())
         message << uris;
     message << platformDataOf(activation);
@@ -191,7 +191,8 @@ StartOutcome SessionBusApplicationInstance::claimOrHandOver(const QStringList& u
 }
 
 void SessionBusApplicationInstance::exportApplication() {
-    bus_.connection().registerObject(kPath, application_.get(), QDBusConnection::ExportAllSlots);
+    bus_.connection().registerObject(kApplicationPath, application_.get(),
+                                     QDBusConnection::ExportAllSlots);
 }
 
 Activation activationFromEnvironment() {

@@ -13,8 +13,8 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr QLatin1StringView kPath{"/dev/quorvane/zenlot/broadcast"};
-constexpr QLatin1StringView kInterface{"dev.quorvane.zenlot.Broadcast"};
+constexpr QLatin1StringView kBroadcastPath{"/dev/quorvane/zenlot/broadcast"};
+constexpr QLatin1StringView kBroadcastInterface{"dev.quorvane.zenlot.Broadcast"};
 constexpr QLatin1StringView kMember{"Posted"};
 
 // Receives the signals of one name for one handler. The connection forgets it when it goes.
@@ -31,7 +31,7 @@ class Observation final : public QObject {
 
     // Other signatures than one string are dropped before they reach the observation.
     void subscribe(QDBusConnection bus) {
-        bus.connect(QString(), kPath, kInterface, kMember, {name_}, u"s"_s, this,
+        bus.connect(QString(), kBroadcastPath, kBroadcastInterface, kMember, {name_}, u"s"_s, this,
                     SLOT(receive(QString, QDBusMessage)));
     }
 
@@ -94,7 +94,7 @@ void SessionBusBroadcastCenter::post(const QString& name) {
     Q_ASSERT(QThread::currentThread() == observations_.thread());
     if (!bus_.isConnected())
         return;
-    QDBusMessage signal = QDBusMessage::createSignal(kPath, kInterface, kMember);
+    QDBusMessage signal = QDBusMessage::createSignal(kBroadcastPath, kBroadcastInterface, kMember);
     signal << name;
     bus_.send(signal);
 }

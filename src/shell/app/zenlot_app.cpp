@@ -80,7 +80,7 @@ ZenlotApp::ZenlotApp(SessionBus& bus, ApplicationInstance& instance)
       broadcasts_(bus_, kMonitorBusName), alerts_(bus_), monitorService_(bus_, kMonitorUnit),
       launchAgentInstaller_(monitorService_, systemLog_, QCoreApplication::applicationDirPath()),
       portDataCache_(SharedContainer(directories_.stateHome), sharedPortCache_, broadcasts_,
-                     notifications_),
+                     notifications_, portReader_),
       notificationManager_(alerts_, inventory_, processEnds_, notifications_, log_),
       conflictListener_({SharedContainer(directories_.stateHome), inventory_, notificationManager_,
                          notifications_, broadcasts_, log_, monitorLogPath(directories_.home)}),

@@ -136,6 +136,7 @@ class ZenlotApp final {
     FreedesktopUserNotificationCenter alerts_;
     SystemdAppService monitorService_;
     LaunchAgentInstaller launchAgentInstaller_;
+    WorkerThreads portReader_{1};
     PortDataCache portDataCache_;
     PortNotificationManager notificationManager_;
     ConflictListener conflictListener_;

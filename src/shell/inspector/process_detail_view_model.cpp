@@ -5,7 +5,6 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
-#include <QtConcurrentRun>
 
 #include <string>
 #include <utility>
@@ -14,10 +13,6 @@ namespace zenlot {
 namespace {
 
 constexpr qsizetype kLongestCommand = 16384; // a path has 4096 bytes at the most
-
-QString lineOf(const std::string& text) {
-    return displayLine(QString::fromStdString(text));
-}
 
 void appendIfSet(QList<DetailRow>& rows, const QString& label, const QString& value) {
     if (!value.isEmpty())
@@ -28,7 +23,6 @@ void appendIfSet(QList<DetailRow>& rows, const QString& label, const QString& va
 
 ProcessDetailViewModel::ProcessDetailViewModel(const ProcessDetailsLoader& loader, QObject* parent)
     : QObject(parent), loader_(loader) {
-    workers_.setMaxThreadCount(1);
     connect(&watcher_, &QFutureWatcherBase::finished, this, &ProcessDetailViewModel::takeResult);
 }
 
@@ -62,9 +56,8 @@ void ProcessDetailViewModel::load() {
 
     callOff();
     if (isShown_ && process_)
-        watcher_.setFuture(QtConcurrent::run(&workers_, [&loader = loader_, process = *process_] {
-            return loader.loadDetails(process);
-        }));
+        watcher_.setFuture(worker_.run(
+            [&loader = loader_, process = *process_] { return loader.loadDetails(process); }));
 }
 
 // A load that has not begun is left out; one that has is heard no more.
@@ -94,14 +87,14 @@ void ProcessDetailViewModel::takeResult() {
 
 QString ProcessDetailViewModel::title() const {
     return !process_ || process_->displayName.empty() ? tr("Unknown")
-                                                      : lineOf(process_->displayName);
+                                                      : displayLine(process_->displayName);
 }
 
 QString ProcessDetailViewModel::subtitle() const {
     if (!process_ || process_->pid < 1)
         return {};
     return QStringLiteral("PID %1 \u00B7 %2")
-        .arg(QString::number(process_->pid), lineOf(process_->user));
+        .arg(QString::number(process_->pid), displayLine(process_->user));
 }
 
 int ProcessDetailViewModel::pid() const {
@@ -168,7 +161,7 @@ QList<DetailRow> ProcessDetailViewModel::identityRowList() const {
                          : QStringLiteral("%1 (%2)").arg(displayLine(details_->parentName), pid)});
     }
     rows.append({tr("Port"), QString::number(process_->port)});
-    rows.append({tr("Protocol"), lineOf(process_->proto)});
+    rows.append({tr("Protocol"), displayLine(process_->proto)});
     appendIfSet(rows, tr("State"), QString::fromStdString(process_->state));
     appendIfSet(rows, tr("Address"), QString::fromStdString(process_->localAddress));
     appendIfSet(rows, tr("Started"), details_->startDate);

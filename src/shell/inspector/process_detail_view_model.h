@@ -15,11 +15,11 @@
 #include "shell/inspector/detail_row_model.h"
 #include "shell/inspector/network_connection_model.h"
 #include "shell/inspector/process_details_loader.h"
+#include "workers/worker_threads.h"
 
 #include <QFutureWatcher>
 #include <QObject>
 #include <QString>
-#include <QThreadPool>
 #include <QtQml/qqmlregistration.h>
 
 #include <optional>
@@ -127,7 +127,7 @@ class ProcessDetailViewModel : public QObject {
     bool appExpanded_{true};
     bool commandExpanded_{true};
     QFutureWatcher<LoadedProcess> watcher_; // of the newest load
-    QThreadPool workers_;                   // the last member: its work ends first
+    WorkerThreads worker_{1};               // the last member: its work ends first
 };
 
 } // namespace zenlot

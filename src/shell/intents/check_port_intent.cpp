@@ -46,9 +46,8 @@ QString checkPortDialog(std::int64_t portNumber, const std::vector<PortProcess>&
 
     QStringList names;
     for (const PortProcess& owner : owners)
-        names.append(QStringLiteral("%2 (PID %1)")
-                         .arg(owner.pid)
-                         .arg(displayLine(QString::fromStdString(owner.displayName))));
+        names.append(
+            QStringLiteral("%2 (PID %1)").arg(owner.pid).arg(displayLine(owner.displayName)));
     // The names may hold anything, also what looks like a place for an argument.
     return translated(QT_TRANSLATE_NOOP("CheckPortIntent", "Port %1 is used by: %2"))
         .arg(number, names.join(QStringLiteral(", ")));

@@ -3,9 +3,10 @@
 #include <QClipboard>
 #include <QFutureWatcher>
 #include <QGuiApplication>
-#include <QtConcurrentRun>
 
 #include <memory>
+#include <system_error>
+#include <thread>
 #include <type_traits>
 #include <utility>
 
@@ -30,15 +31,17 @@ Reading readAgain(const QString& path, const Text& before, const std::atomic<boo
 // Giving back some hundred megabytes takes its time, which nobody waits for: not even whoever
 // closes the window.
 void discard(Text text) {
-    QThreadPool::globalInstance()->start(
-        [garbage = std::move(text)]() mutable { garbage.reset(); });
+    try {
+        std::thread([garbage = std::move(text)]() mutable { garbage.reset(); }).detach();
+    } catch (const std::system_error&) {
+        // There is no thread left, and it was given back here.
+    }
 }
 
 } // namespace
 
 LogTabViewModel::LogTabViewModel(QString path, AppLog& log, QObject* parent)
     : QObject(parent), path_(std::move(path)), log_(log) {
-    worker_.setMaxThreadCount(1);
     timer_.setInterval(kPollInterval);
     connect(&timer_, &QTimer::timeout, this, &LogTabViewModel::pollLogSize);
     connect(&lines_, &LogLineModel::marksChanged, this, &LogTabViewModel::hasMarksChanged);
@@ -72,7 +75,7 @@ void LogTabViewModel::runOnWorker(Work work, Apply apply) {
                 watcher->deleteLater();
                 apply(watcher->result());
             });
-    watcher->setFuture(QtConcurrent::run(&worker_, std::move(work)));
+    watcher->setFuture(worker_.run(std::move(work)));
 }
 
 void LogTabViewModel::reloadLog() {

@@ -13,10 +13,10 @@
 #include "settings/app_log.h"
 #include "shell/logviewer/log_line_model.h"
 #include "shell/logviewer/log_text.h"
+#include "workers/worker_threads.h"
 
 #include <QObject>
 #include <QString>
-#include <QThreadPool>
 #include <QTimer>
 #include <QtQml/qqmlregistration.h>
 
@@ -91,7 +91,7 @@ class LogTabViewModel : public QObject {
     bool isReloadDue_{false};
     int textNumber_{0}; // which of all that have been shown it is that is shown now
     std::atomic<bool> isStopped_{false};
-    QThreadPool worker_; // the last member: its end waits for what uses the others
+    WorkerThreads worker_{1}; // the last member: its end waits for what uses the others
 };
 
 } // namespace zenlot

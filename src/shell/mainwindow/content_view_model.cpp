@@ -8,7 +8,6 @@
 #include <QCoroTimer>
 #include <QGuiApplication>
 #include <QPointer>
-#include <QtConcurrentRun>
 #include <unicode/uchar.h>
 
 #include <chrono>
@@ -77,7 +76,7 @@ SidebarContent makeContent(std::vector<OccupiedPort> ports, const RunningApplica
 // Short enough to leave the rest of the question on the screen.
 QString nameInSentence(const PortProcess& process) {
     constexpr qsizetype kLongestName = 64;
-    return displayLine(QString::fromStdString(process.displayName), kLongestName);
+    return displayLine(process.displayName, kLongestName);
 }
 
 bool isSameRow(const std::optional<PortProcess>& one, const PortProcess& other) {
@@ -239,8 +238,8 @@ QCoro::Task<> ContentViewModel::check(int port) {
     std::vector<PortProcess> found = co_await lookup;
     if (!self || number != newestCheck_)
         co_return;
-    const QFuture<std::vector<ProcessListRow>> making =
-        QtConcurrent::run(&workers_, processListRows, std::move(found));
+    const QFuture<std::vector<ProcessListRow>> making = workers_.run(
+        [found = std::move(found)]() mutable { return processListRows(std::move(found)); });
     std::vector<ProcessListRow> rows = co_await making;
     if (!self || number != newestCheck_)
         co_return;
@@ -265,8 +264,9 @@ QCoro::Task<> ContentViewModel::loadSidebar() {
     if (!self || number != newestSidebarLoad_)
         co_return;
     const QFuture<SidebarContent> grouping =
-        QtConcurrent::run(&workers_, makeContent, std::move(ports),
-                          std::cref(with_.runningApplications), std::ref(with_.bundleKeys));
+        workers_.run([this, ports = std::move(ports)]() mutable {
+            return makeContent(std::move(ports), with_.runningApplications, with_.bundleKeys);
+        });
     SidebarContent content = co_await grouping;
     if (!self || number != newestSidebarLoad_)
         co_return;

@@ -16,10 +16,10 @@
 #include "shell/mainwindow/process_list_model.h"
 #include "shell/mainwindow/sidebar_model.h"
 #include "shell/model/app_model.h"
+#include "workers/worker_threads.h"
 
 #include <QObject>
 #include <QString>
-#include <QThreadPool>
 #include <QTimer>
 #include <QtQml/qqmlregistration.h>
 
@@ -193,7 +193,7 @@ class ContentViewModel : public QObject {
     // Answers to older questions are dropped.
     quint64 newestCheck_{0};
     quint64 newestSidebarLoad_{0};
-    QThreadPool workers_; // the last member, so that it ends before what its work uses
+    WorkerThreads workers_; // the last member, so that it ends before what its work uses
 };
 
 } // namespace zenlot

@@ -8,14 +8,9 @@
 namespace zenlot {
 namespace {
 
-// Records come from other programs as well.
-QString shown(const std::string& text) {
-    return displayLine(QString::fromStdString(text));
-}
-
 QString displayName(const PortProcess& process) {
     return process.displayName.empty() ? ProcessListModel::tr("Unknown")
-                                       : shown(process.displayName);
+                                       : displayLine(process.displayName);
 }
 
 QString pidText(const PortProcess& process) {
@@ -34,8 +29,9 @@ ProcessListModel::StateTint stateTint(const std::string& state) {
 
 // What the row shows, from left to right.
 QString accessibleName(const PortProcess& process) {
-    QStringList parts{displayName(process), shown(process.proto),        shown(process.state),
-                      pidText(process),     shown(process.localAddress), shown(process.user)};
+    QStringList parts{
+        displayName(process), displayLine(process.proto),        displayLine(process.state),
+        pidText(process),     displayLine(process.localAddress), displayLine(process.user)};
     parts.removeAll(QString());
     return parts.join(u' ');
 }
@@ -74,9 +70,9 @@ QVariant ProcessListModel::data(const QModelIndex& index, int role) const {
     case displayNameRole:
         return displayName(process);
     case protoRole:
-        return shown(process.proto);
+        return displayLine(process.proto);
     case stateRole:
-        return shown(process.state);
+        return displayLine(process.state);
     case stateTintRole:
         return stateTint(process.state);
     case pidRole:
@@ -84,9 +80,9 @@ QVariant ProcessListModel::data(const QModelIndex& index, int role) const {
     case pidTextRole:
         return pidText(process);
     case localAddressRole:
-        return shown(process.localAddress);
+        return displayLine(process.localAddress);
     case userRole:
-        return shown(process.user);
+        return displayLine(process.user);
     case executablePathRole:
         return row.executablePath;
     case accessibleNameRole:

@@ -11,11 +11,6 @@ namespace {
 
 using RowKind = SidebarRow::Kind;
 
-// Records come from other programs as well.
-QString shown(const std::string& text) {
-    return displayLine(QString::fromStdString(text));
-}
-
 bool isPort(RowKind kind) {
     return kind == RowKind::port || kind == RowKind::portOfGroup;
 }
@@ -38,12 +33,12 @@ QString accessibleName(const SidebarRow& row) {
         return row.title + u' ' + QString::number(row.count);
     case RowKind::port:
         return QStringLiteral("%1 %2 %3")
-            .arg(QString::number(row.port.port), shown(row.port.displayName),
-                 shown(row.port.proto));
+            .arg(QString::number(row.port.port), displayLine(row.port.displayName),
+                 displayLine(row.port.proto));
     case RowKind::portOfGroup:
         break;
     }
-    return QString::number(row.port.port) + u' ' + shown(row.port.proto);
+    return QString::number(row.port.port) + u' ' + displayLine(row.port.proto);
 }
 
 } // namespace
@@ -155,9 +150,9 @@ QVariant SidebarModel::data(const QModelIndex& index, int role) const {
     case portRole:
         return portAt(index.row());
     case nameRole:
-        return shown(row.port.displayName);
+        return displayLine(row.port.displayName);
     case protoRole:
-        return shown(row.port.proto);
+        return displayLine(row.port.proto);
     case pidRole:
         return processIdOf(row.port.pid);
     case executablePathRole:

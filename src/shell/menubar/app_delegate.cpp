@@ -59,7 +59,7 @@ std::optional<TemplateImage> imageNamed(const QString& name, const QString& them
 }
 
 QString nameInMenu(const MenuBarConflict& conflict) {
-    return displayLine(QString::fromStdString(conflict.displayName), kLongestName);
+    return displayLine(conflict.displayName, kLongestName);
 }
 
 bool isSameName(const std::string& one, const QString& other) {

@@ -2,7 +2,6 @@
 
 #include <QGuiApplication>
 #include <QIcon>
-#include <QtConcurrent>
 
 #include <algorithm>
 #include <cmath>
@@ -56,9 +55,8 @@ void IconSource::begin() {
     frame.theme = QIcon::themeName();
     frame.sizeInPixels = static_cast<int>(std::ceil(size_ * qGuiApp->devicePixelRatio()));
     frame.cornerRadius = size_ > 0 ? std::clamp(cornerRadius_ / size_, 0.0, 0.5) : 0;
-    search_.setFuture(QtConcurrent::run(provider->workers(), [provider, frame, find = search()] {
-        return find(*provider, frame);
-    }));
+    search_.setFuture(provider->workers().run(
+        [provider, frame, find = search()] { return find(*provider, frame); }));
 }
 
 void IconSource::setIcon(const QUrl& icon) {

@@ -18,7 +18,6 @@ namespace {
 
 constexpr QLatin1String kProviderName("processicon");
 constexpr QLatin1String kNodePicture(":/qt/qml/Zenlot/Style/images/nodejs.svg");
-constexpr int kWorkers = 2;
 constexpr int kMaximumCacheBytes = 8 * 1024 * 1024;
 constexpr int kLargestSide = 4096; // of a picture, so that none takes all memory
 constexpr int kLargestSize = 1024; // of an icon
@@ -71,14 +70,11 @@ ProcessIconProvider::ProcessIconProvider(const RunningApplications& runningAppli
                                          const Workspace& workspace)
     : QQuickImageProvider(Image, ForceAsynchronousImageLoading),
       runningApplications_(runningApplications), workspace_(workspace),
-      images_(kMaximumCacheBytes) {
-    workers_.setMaxThreadCount(kWorkers);
-}
+      images_(kMaximumCacheBytes) {}
 
 ProcessIconProvider::~ProcessIconProvider() {
     // What still runs there uses this object.
     workers_.clear();
-    workers_.waitForDone();
 }
 
 QUrl ProcessIconProvider::iconOfProcess(qint64 pid, const QString& executablePath,

@@ -16,12 +16,12 @@
 
 #include "platform/running_applications.h"
 #include "platform/workspace.h"
+#include "workers/worker_threads.h"
 
 #include <QCache>
 #include <QImage>
 #include <QMutex>
 #include <QQuickImageProvider>
-#include <QThreadPool>
 #include <QUrl>
 
 QT_FORWARD_DECLARE_CLASS(QQmlEngine)
@@ -52,7 +52,7 @@ class ProcessIconProvider : public QQuickImageProvider {
     QUrl iconOfProcess(qint64 pid, const QString& executablePath, const IconFrame& frame) const;
     QUrl iconOfFile(const QString& path, const IconFrame& frame) const;
 
-    QThreadPool* workers() const { return &workers_; }
+    WorkerThreads& workers() const { return workers_; }
 
     // Called by the engine on a thread of its own.
     QImage requestImage(const QString& id, QSize* size, const QSize& requestedSize) override;
@@ -68,7 +68,7 @@ class ProcessIconProvider : public QQuickImageProvider {
     const Workspace& workspace_;
     mutable QMutex mutex_;
     mutable QCache<QString, QImage> images_; // guarded by the mutex; costs are bytes
-    mutable QThreadPool workers_;
+    mutable WorkerThreads workers_{2}; // the last member, so that it ends before what its work uses
 };
 
 } // namespace zenlot

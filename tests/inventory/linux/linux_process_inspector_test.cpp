@@ -1,4 +1,6 @@
+#include "inventory/linux/fake_netlink_transport.h"
 #include "inventory/linux/linux_process_inspector.h"
+#include "support/connection.h"
 #include "support/listener.h"
 #include "support/temporary_folder.h"
 
@@ -8,6 +10,7 @@
 #include <sys/wait.h>
 
 #include <filesystem>
+#include <optional>
 
 namespace zenlot {
 namespace {
@@ -16,46 +19,13 @@ using testing::ElementsAre;
 
 constexpr AddressFamily kIpv4 = AddressFamily::ipv4;
 
-// A kernel without socket diagnostics.
-class NoTransport final : public NetlinkTransport {
-  public:
-    bool dump(std::span<const std::byte>, const Consumer&) override { return false; }
-};
-
-// Both ends of a TCP connection over the loopback device.
-class Connection {
-  public:
-    Connection() : client_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
-        const FileDescriptor listener(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        auto* generic = reinterpret_cast<sockaddr*>(&address);
-        socklen_t length = sizeof address;
-        if (::bind(listener.get(), generic, length) != 0 || ::listen(listener.get(), 1) != 0 ||
-            ::getsockname(listener.get(), generic, &length) != 0 ||
-            ::connect(client_.get(), generic, length) != 0)
-            throw std::runtime_error("can't connect");
-        serverPort = ntohs(address.sin_port);
-        server_ = FileDescriptor(::accept(listener.get(), generic, &length));
-        clientPort = ntohs(address.sin_port);
-    }
-
-    std::uint16_t serverPort{0};
-    std::uint16_t clientPort{0};
-
-  private:
-    FileDescriptor client_;
-    FileDescriptor server_;
-};
-
 // The same expectations for both ways to the kernel's table.
 class RealInspectorTest : public testing::TestWithParam<bool> {
   protected:
     static std::unique_ptr<NetlinkTransport> transport() {
         if (GetParam())
             return std::make_unique<SockDiagTransport>();
-        return std::make_unique<NoTransport>();
+        return std::make_unique<SilentNetlinkTransport>();
     }
 
     const LinuxProcessInspector inspector{"/proc", transport()};
@@ -83,16 +53,19 @@ TEST_P(RealInspectorTest, SeesItself) {
 TEST_P(RealInspectorTest, ListsConnectionsInTheOrderOfDescriptors) {
     const std::int64_t before = inspector.inspect(::getpid()).descriptorCount;
     EXPECT_GE(before, 3);
-    Connection connection;
+    std::optional<Listener> server(std::in_place);
+    const Connection connection(*server);
+    const std::uint16_t serverPort = server->port();
+    const std::uint16_t clientPort = connection.clientPort();
+    server.reset();
     const Listener listener;
     const ProcessFacts facts = inspector.inspect(::getpid());
     EXPECT_EQ(facts.descriptorCount, before + 3);
-    const auto& [client, server] = std::pair(connection.clientPort, connection.serverPort);
     // The listener got the descriptor that the one of the connection had left free.
     EXPECT_THAT(facts.tcpSockets,
-                ElementsAre(TcpSocket{kIpv4, TcpState::established, client, server},
-                            TcpSocket{kIpv4, TcpState::listen, listener.port(), 0},
-                            TcpSocket{kIpv4, TcpState::established, server, client}));
+                ElementsAre(TcpSocket{kIpv4, TcpState::listen, listener.port(), 0},
+                            TcpSocket{kIpv4, TcpState::established, clientPort, serverPort},
+                            TcpSocket{kIpv4, TcpState::established, serverPort, clientPort}));
 }
 
 INSTANTIATE_TEST_SUITE_P(BothWays, RealInspectorTest, testing::Bool(), [](const auto& way) {
@@ -127,7 +100,8 @@ TEST(LinuxProcessInspectorTest, ReadsACopyOfProc) {
     folder.write("net/tcp", "h\n1: 0:0051 0:0101 06 0:0 0:0 0 0 0 102\n");
     folder.write("net/tcp6", "h\n0: 0:0050 0:C000 01 0:0 0:0 0 33 0 102\n");
     folder.write("meminfo", "MemTotal:  2048 kB\n");
-    const LinuxProcessInspector inspector(folder.path().string(), std::make_unique<NoTransport>());
+    const LinuxProcessInspector inspector(folder.path().string(),
+                                          std::make_unique<SilentNetlinkTransport>());
     EXPECT_EQ(inspector.inspect(7).task.value().startTime.count(), 0)
         << "not known without the start of the machine";
 

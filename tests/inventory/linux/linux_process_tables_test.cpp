@@ -1,3 +1,4 @@
+#include "inventory/linux/fake_netlink_transport.h"
 #include "inventory/linux/linux_process_tables.h"
 #include "inventory/linux/listening_sockets.h"
 #include "inventory/linux/processors.h"
@@ -15,16 +16,10 @@
 namespace zenlot {
 namespace {
 
-// A kernel without socket diagnostics.
-class NoTransport final : public NetlinkTransport {
-  public:
-    bool dump(std::span<const std::byte>, const Consumer&) override { return false; }
-};
-
 TEST(LinuxProcessTablesTest, FindsRealListenersBothWays) {
     const std::string program = std::filesystem::read_symlink("/proc/self/exe").string();
     const LinuxProcessTables withDiagnostics("/proc", std::make_unique<SockDiagTransport>());
-    const LinuxProcessTables without("/proc", std::make_unique<NoTransport>());
+    const LinuxProcessTables without("/proc", std::make_unique<SilentNetlinkTransport>());
     const std::pair<int, int> kinds[] = {{AF_INET, 0}, {AF_INET6, 0}, {AF_INET, IPPROTO_MPTCP}};
     for (const auto& [family, protocol] : kinds) {
         std::optional<Listener> listener;
@@ -55,7 +50,8 @@ TEST(LinuxProcessTablesTest, ReadsACopyOfProc) {
     folder.link("7/fd/9", "socket:[101]");
     folder.link("7/exe", "/opt/\xff");
     folder.write("7/status", "Uid:\t33\t33\t33\t33\n");
-    const LinuxProcessTables tables(folder.path().string(), std::make_unique<NoTransport>());
+    const LinuxProcessTables tables(folder.path().string(),
+                                    std::make_unique<SilentNetlinkTransport>());
     const std::vector<OccupiedPort> expected{
         {80, "TCP6", "\uFFFD", "\uFFFD", 7, "33", "/opt/\uFFFD"}, {81, "TCP4", "", "", 0, "0", ""}};
     EXPECT_EQ(PortScanner(tables).listOccupiedPorts(), expected);
@@ -72,7 +68,8 @@ TEST(LinuxProcessTablesTest, SilenceIsNotAnEmptyTable) {
         const TemporaryFolder folder;
         for (const char* file : files)
             folder.write(file, "heading\n");
-        const LinuxProcessTables tables(folder.path().string(), std::make_unique<NoTransport>());
+        const LinuxProcessTables tables(folder.path().string(),
+                                        std::make_unique<SilentNetlinkTransport>());
         return tables.beginSnapshot(80)->silentFamilies();
     };
     const Families both{AddressFamily::ipv4, AddressFamily::ipv6};
@@ -82,7 +79,7 @@ TEST(LinuxProcessTablesTest, SilenceIsNotAnEmptyTable) {
     EXPECT_EQ(silentFamilies({"net/tcp", "net/tcp6/is a folder"}), Families{AddressFamily::ipv6});
     EXPECT_EQ(silentFamilies({"net/tcp/is a folder"}), Families{AddressFamily::ipv4});
     EXPECT_EQ(silentFamilies({}), both);
-    const LinuxProcessTables nowhere("/nonexistent", std::make_unique<NoTransport>());
+    const LinuxProcessTables nowhere("/nonexistent", std::make_unique<SilentNetlinkTransport>());
     EXPECT_EQ(nowhere.beginSnapshot({})->silentFamilies(), both);
     EXPECT_EQ(nowhere.beginSnapshot(65536)->silentFamilies(), Families());
 }
@@ -90,7 +87,7 @@ TEST(LinuxProcessTablesTest, SilenceIsNotAnEmptyTable) {
 TEST(ListeningSocketsTest, HaveTheirAddressesBothWays) {
     const ProcFiles procFiles;
     SockDiagTransport diagnostics;
-    NoTransport none;
+    SilentNetlinkTransport none;
     for (const int family : {AF_INET, AF_INET6}) {
         const Listener listener(family);
         for (NetlinkTransport* transport :
@@ -121,7 +118,7 @@ class ListenersOnlyTest : public testing::Test {
     int probes{0};
     BindProbe probe{[this](std::uint16_t, AddressFamily) { return ++probes > 0; }};
     LinuxProcessTables diagnostics{"/proc", std::make_unique<SockDiagTransport>()};
-    LinuxProcessTables text{"/proc", std::make_unique<NoTransport>()};
+    LinuxProcessTables text{"/proc", std::make_unique<SilentNetlinkTransport>()};
     std::vector<PortScanner> scanners;
 };
 

@@ -9,7 +9,7 @@ namespace {
 using namespace Qt::StringLiterals;
 using enum AppServiceStatus;
 
-const std::string kName = "autostart/dev.quorvane.zenlot.desktop";
+const std::string kEntryName = "autostart/dev.quorvane.zenlot.desktop";
 const std::string kGroup = "[Desktop Entry]\n";
 const std::string kKeys =
     "Type=Application\nName=Zenlot\nExec=\"/opt/Zenlot/zenlot\" --background\n"
@@ -27,7 +27,7 @@ TEST_F(AutostartAppServiceTest, RegistersAndUnregisters) {
     EXPECT_EQ(loginItem_.status(), notRegistered);
     EXPECT_EQ(loginItem_.registerService(), std::nullopt);
     EXPECT_EQ(loginItem_.status(), enabled);
-    EXPECT_EQ(folder_.read(kName), kGroup + kKeys + kOn);
+    EXPECT_EQ(folder_.read(kEntryName), kGroup + kKeys + kOn);
     EXPECT_EQ(loginItem_.unregisterService(), std::nullopt);
     EXPECT_TRUE(folder_.names("autostart").empty());
 }
@@ -43,13 +43,13 @@ TEST_F(AutostartAppServiceTest, RespectsWhatTheUserAndTheDesktopWrote) {
          kGroup + kOn + kKeys + rest},
         {"# mine", notRegistered, "# mine\n" + kGroup + kKeys + kOn}};
     for (const auto& [entry, status, switchedOn] : cases) {
-        folder_.write(kName, entry);
+        folder_.write(kEntryName, entry);
         EXPECT_EQ(loginItem_.status(), status) << entry;
         EXPECT_EQ(loginItem_.unregisterService(), std::nullopt);
-        EXPECT_EQ(folder_.read(kName), status == enabled ? "(no file)" : entry);
-        folder_.write(kName, entry);
+        EXPECT_EQ(folder_.read(kEntryName), status == enabled ? "(no file)" : entry);
+        folder_.write(kEntryName, entry);
         EXPECT_EQ(loginItem_.registerService(), std::nullopt);
-        EXPECT_EQ(folder_.read(kName), switchedOn);
+        EXPECT_EQ(folder_.read(kEntryName), switchedOn);
     }
 }
 
@@ -59,9 +59,9 @@ TEST_F(AutostartAppServiceTest, RefusesProgramsAndEntriesThatItCannotStart) {
     for (const QString& program : {QString(), u"zenlot"_s, u"/a=b"_s})
         EXPECT_TRUE(AutostartAppService(configHome_, program).registerService());
     EXPECT_TRUE(folder_.names().empty());
-    folder_.write(kName, kGroup + "Type=Link\n");
+    folder_.write(kEntryName, kGroup + "Type=Link\n");
     EXPECT_TRUE(loginItem_.registerService()->message.endsWith(u"starts no program"_s));
-    EXPECT_EQ(folder_.read(kName), kGroup + "Type=Link\n");
+    EXPECT_EQ(folder_.read(kEntryName), kGroup + "Type=Link\n");
 }
 
 } // namespace

@@ -16,7 +16,7 @@ using namespace std::chrono_literals;
 using Error = std::optional<UserNotificationError>;
 
 const QString kService = u"org.freedesktop.Notifications"_s;
-const QString kPath = u"/org/freedesktop/Notifications"_s;
+const QString kServerPath = u"/org/freedesktop/Notifications"_s;
 
 // The service of a desktop, as the test wants it.
 class ScriptedServer final : public QObject {
@@ -25,15 +25,16 @@ class ScriptedServer final : public QObject {
 
   public:
     explicit ScriptedServer(const QDBusConnection& connection) : bus(connection) {
-        bus.registerObject(kPath, this, QDBusConnection::ExportAllSlots);
+        bus.registerObject(kServerPath, this, QDBusConnection::ExportAllSlots);
         bus.registerService(kService);
     }
     ~ScriptedServer() override {
         bus.unregisterService(kService);
-        bus.unregisterObject(kPath);
+        bus.unregisterObject(kServerPath);
     }
     void invoke(uint id, const QString& key) const {
-        bus.send(QDBusMessage::createSignal(kPath, kService, u"ActionInvoked"_s) << id << key);
+        bus.send(QDBusMessage::createSignal(kServerPath, kService, u"ActionInvoked"_s)
+                 << id << key);
     }
     // Answers what was asked while it was silent.
     void wakeUp() {
@@ -73,7 +74,8 @@ class ScriptedServer final : public QObject {
 
     void CloseNotification(uint id) { // NOLINT
         closed.append(id);
-        bus.send(QDBusMessage::createSignal(kPath, kService, u"NotificationClosed"_s) << id << 3U);
+        bus.send(QDBusMessage::createSignal(kServerPath, kService, u"NotificationClosed"_s)
+                 << id << 3U);
     }
 
   private:
@@ -185,8 +187,9 @@ TEST_F(UserNotificationCenterTest, ResponsesComeFromTheServiceAndForOurOpenAlert
     EXPECT_EQ(server.alerts.last().at(1), 2U);
 
     QDBusConnection stranger = bus.connect(u"stranger"_s);
-    stranger.send(QDBusMessage::createSignal(kPath, kService, u"ActionInvoked"_s) << 1U << u"NO"_s);
-    const auto closing = QDBusMessage::createSignal(kPath, kService, u"NotificationClosed"_s)
+    stranger.send(QDBusMessage::createSignal(kServerPath, kService, u"ActionInvoked"_s)
+                  << 1U << u"NO"_s);
+    const auto closing = QDBusMessage::createSignal(kServerPath, kService, u"NotificationClosed"_s)
                          << 1U << 2U;
     stranger.send(closing);
     EXPECT_TRUE(stranger.registerService(u"a.b"_s)); // the bus has worked on the signals before

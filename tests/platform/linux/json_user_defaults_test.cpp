@@ -17,7 +17,7 @@ template <typename Element>
 using List = std::initializer_list<Element>;
 
 const QString kKey = u"key"_s;
-const std::string kName = "app/defaults.json";
+const std::string kFileName = "app/defaults.json";
 constexpr auto kLargest = std::numeric_limits<quint64>::max();
 
 // The value with the types of all its parts, since QVariant takes 3 and 3.0 for equal.
@@ -33,7 +33,7 @@ class JsonUserDefaultsTest : public testing::Test {
     }
 
     TemporaryFolder folder_;
-    QString path_ = QString::fromStdString(folder_.path() / kName);
+    QString path_ = QString::fromStdString(folder_.path() / kFileName);
     JsonUserDefaults defaults_{path_};
 };
 
@@ -73,16 +73,16 @@ TEST_F(JsonUserDefaultsTest, ConcurrentWritersLoseNothing) {
     std::thread second(write, u"b%1"_s);
     first.join();
     second.join();
-    EXPECT_EQ(QByteArray::fromStdString(folder_.read(kName)).count("\": "), 80);
+    EXPECT_EQ(QByteArray::fromStdString(folder_.read(kFileName)).count("\": "), 80);
 }
 
 TEST_F(JsonUserDefaultsTest, WhatOthersPutThereSurvives) {
     const std::string valid = R"({"key":3,"n":null,"o":[18446744073709551615,3.0]})";
     folder_.write("linked.json", valid);
-    folder_.link(kName, "../linked.json");
+    folder_.link(kFileName, "../linked.json");
     defaults_.set(kKey, 3);
     defaults_.set(kKey, QString(9000000, u'x'));
-    EXPECT_EQ(folder_.read(kName), valid);
+    EXPECT_EQ(folder_.read(kFileName), valid);
     defaults_.set(kKey, 3.0);
     defaults_.remove(kKey);
     EXPECT_EQ(QByteArray::fromStdString(folder_.read("linked.json")).simplified().replace(" ", ""),
@@ -92,7 +92,7 @@ TEST_F(JsonUserDefaultsTest, WhatOthersPutThereSurvives) {
     const std::string tooLarge = R"({"key": ")" + std::string(8388608, 'x') + "\"}";
     std::string aside = "linked.json.damaged";
     for (const std::string& damaged : {std::string("[1]"), tooDeep, tooLarge}) {
-        folder_.write(kName, damaged);
+        folder_.write(kFileName, damaged);
         EXPECT_EQ(defaults_.object(kKey), std::nullopt);
         defaults_.set(kKey, true);
         EXPECT_TRUE(defaults_.boolean(kKey));
@@ -103,9 +103,9 @@ TEST_F(JsonUserDefaultsTest, WhatOthersPutThereSurvives) {
 
 TEST_F(JsonUserDefaultsTest, NeitherWaitsForNorReplacesWhatIsNoFile) {
     std::filesystem::create_directory(folder_.path() / "app");
-    ASSERT_EQ(::mkfifo((folder_.path() / kName).c_str(), 0600), 0);
+    ASSERT_EQ(::mkfifo((folder_.path() / kFileName).c_str(), 0600), 0);
     defaults_.set(kKey, true);
-    EXPECT_TRUE(std::filesystem::is_fifo(folder_.path() / kName));
+    EXPECT_TRUE(std::filesystem::is_fifo(folder_.path() / kFileName));
 }
 
 } // namespace

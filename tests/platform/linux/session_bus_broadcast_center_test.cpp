@@ -14,9 +14,9 @@ namespace {
 using namespace Qt::StringLiterals;
 using enum BroadcastCenter::Meaning;
 
-const QString kName = u"dev.quorvane.zenlot.portsUpdated"_s;
+const QString kPortsUpdatedName = u"dev.quorvane.zenlot.portsUpdated"_s;
 const QString kLast = u"dev.quorvane.zenlot.conflict.3000"_s;
-const QString kPath = u"/dev/quorvane/zenlot/broadcast"_s;
+const QString kBroadcastPath = u"/dev/quorvane/zenlot/broadcast"_s;
 const QString kInterface = u"dev.quorvane.zenlot.Broadcast"_s;
 
 // Two connections to a bus of the test's own.
@@ -41,38 +41,41 @@ TEST_F(BroadcastCenterTest, ReachesEveryObserverOfTheNameUntilItsContextEnds) {
     for (BroadcastCenter* center : std::initializer_list<BroadcastCenter*>{&real, &fake}) {
         heard.clear();
         auto* brief = new QObject(&context);
-        center->observe(kName, readAnew, brief, [this, brief](const QString& name) {
+        center->observe(kPortsUpdatedName, readAnew, brief, [this, brief](const QString& name) {
             delete brief;
             heard.append(name);
         });
-        center->observe(kName, readAnew, &context, record);
+        center->observe(kPortsUpdatedName, readAnew, &context, record);
         center->observe(kLast, readAnew, &context, record);
-        for (const QString& name : {kName, kName + u"x"_s, kName, kLast})
+        for (const QString& name :
+             {kPortsUpdatedName, kPortsUpdatedName + u"x"_s, kPortsUpdatedName, kLast})
             center->post(name);
         EXPECT_TRUE(heard.isEmpty()) << "post() must not call handlers itself";
         EXPECT_TRUE(waitForLast());
-        EXPECT_EQ(heard, (QStringList{kName, kName, kName, kLast}));
+        EXPECT_EQ(heard,
+                  (QStringList{kPortsUpdatedName, kPortsUpdatedName, kPortsUpdatedName, kLast}));
     }
 }
 
 TEST_F(BroadcastCenterTest, HearsOthersInTheAgreedFormAndNoOther) {
     SessionBusBroadcastCenter center(receiver);
-    center.observe(kName, readAnew, &context, record);
+    center.observe(kPortsUpdatedName, readAnew, &context, record);
     center.observe(kLast, readAnew, &context, record);
     // The bus has worked on the rules before it answers.
     receiver.call(QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/"_s,
                                                  u"org.freedesktop.DBus"_s, u"GetId"_s));
     // Sent to one receiver by name, a signal passes the bus without any rule.
-    auto wrong =
-        QDBusMessage::createTargetedSignal(receiver.baseService(), kPath, kInterface, u"Posted"_s);
-    for (const QVariantList& arguments : {QVariantList{u"x"_s}, {}, {42}, {kName, kName}}) {
+    auto wrong = QDBusMessage::createTargetedSignal(receiver.baseService(), kBroadcastPath,
+                                                    kInterface, u"Posted"_s);
+    for (const QVariantList& arguments :
+         {QVariantList{u"x"_s}, {}, {42}, {kPortsUpdatedName, kPortsUpdatedName}}) {
         wrong.setArguments(arguments);
         sender.send(wrong);
     }
-    for (const QString& name : {kName, kName, kLast})
-        sender.send(QDBusMessage::createSignal(kPath, kInterface, u"Posted"_s) << name);
+    for (const QString& name : {kPortsUpdatedName, kPortsUpdatedName, kLast})
+        sender.send(QDBusMessage::createSignal(kBroadcastPath, kInterface, u"Posted"_s) << name);
     EXPECT_TRUE(waitForLast());
-    EXPECT_EQ(heard, (QStringList{kName, kName, kLast}));
+    EXPECT_EQ(heard, (QStringList{kPortsUpdatedName, kPortsUpdatedName, kLast}));
 }
 
 // Whoever may make alerts with a button that ends a process.
@@ -84,7 +87,7 @@ TEST_F(BroadcastCenterTest, EventsCountFromTheOwnerOfTheNameAlone) {
     center.observe(kLast, readAnew, &context, record);
     QDBusConnection monitor = bus.connect(u"monitor"_s);
     const auto post = [](QDBusConnection& from, const QString& name) {
-        from.send(QDBusMessage::createSignal(kPath, kInterface, u"Posted"_s) << name);
+        from.send(QDBusMessage::createSignal(kBroadcastPath, kInterface, u"Posted"_s) << name);
     };
     // Nobody has the name, so anybody may be the monitor.
     post(sender, event);

@@ -19,8 +19,8 @@ using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
 using Request = std::pair<QStringList, Activation>;
 
-const QString kName = u"dev.quorvane.zenlot"_s;
-const QString kPath = u"/dev/quorvane/zenlot"_s;
+const QString kApplicationName = u"dev.quorvane.zenlot"_s;
+const QString kApplicationPath = u"/dev/quorvane/zenlot"_s;
 const QString kBroadcast = u"dev.quorvane.zenlot.portsUpdated"_s;
 const QStringList kUris{u"port://8080"_s, u"port://x y"_s};
 const Activation kActivation{u"id_TIME1"_s, u"a token"_s};
@@ -89,8 +89,8 @@ TEST_F(SessionBusTest, OtherStartsAndDesktopsReachTheFirst) {
               (QList<Request>{{{u"port://1"_s}, {}}, {{}, kActivation}, {kUris, kActivation}}));
 
     SessionBus desktop(address);
-    auto open =
-        QDBusMessage::createMethodCall(kName, kPath, u"org.freedesktop.Application"_s, u"Open"_s);
+    auto open = QDBusMessage::createMethodCall(kApplicationName, kApplicationPath,
+                                               u"org.freedesktop.Application"_s, u"Open"_s);
     open << QStringList(100000, u"port://8080"_s)
          << QVariantMap{{u"activation-token"_s, QVariantList{1}}};
     desktop.connection().send(open);
@@ -100,8 +100,9 @@ TEST_F(SessionBusTest, OtherStartsAndDesktopsReachTheFirst) {
     for (const auto& [name, argument] : {std::pair(u"quit"_s, QVariant(3000LL)),
                                          {u"check-port"_s, u"x"_s},
                                          {u"check-port"_s, QVariant(3000LL)}}) {
-        auto act = QDBusMessage::createMethodCall(kName, kPath, u"org.freedesktop.Application"_s,
-                                                  u"ActivateAction"_s);
+        auto act =
+            QDBusMessage::createMethodCall(kApplicationName, kApplicationPath,
+                                           u"org.freedesktop.Application"_s, u"ActivateAction"_s);
         act << name << QVariantList{argument} << QVariantMap();
         desktop.connection().send(act);
     }
@@ -120,8 +121,8 @@ TEST_F(SessionBusTest, FirstThatHangsOrDiesKeepsNobodyWaiting) {
     } dying;
     {
         QDBusConnection bus = QDBusConnection::connectToBus(address, u"dying"_s);
-        bus.registerVirtualObject(kPath, &dying);
-        ASSERT_TRUE(bus.registerService(kName));
+        bus.registerVirtualObject(kApplicationPath, &dying);
+        ASSERT_TRUE(bus.registerService(kApplicationName));
     }
     EXPECT_EQ(startAgain(kUris), StartOutcome::first);
 

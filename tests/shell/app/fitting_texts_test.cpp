@@ -2,7 +2,7 @@
 // enough of it.
 #include "localization/longer_texts.h"
 #include "localization/translation.h"
-#include "shell/app/screenshots/tour.h"
+#include "picture_tour/tour.h"
 
 #include <QCoreApplication>
 #include <QQuickItem>

@@ -12,7 +12,6 @@ namespace {
 // What panels show, up to twice as fine displays.
 const QList<QSize> kSizes{{16, 16}, {22, 22}, {24, 24}, {32, 32}, {48, 48}};
 
-constexpr int kMiddleGrey = 128;
 const QColor kLightRim(255, 255, 255, 150);
 const QColor kDarkRim(0, 0, 0, 90);
 

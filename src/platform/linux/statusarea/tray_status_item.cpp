@@ -15,7 +15,6 @@ namespace {
 
 const QColor kOnLight(0x30, 0x30, 0x30);
 const QColor kOnDark(0xf2, 0xf2, 0xf2);
-constexpr int kMiddleGrey = 128;
 
 // Panels take an underscore for the mark of a key, and the toolkit sends one for an ampersand,
 // which it leaves no way to write.

@@ -23,7 +23,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-Q_LOGGING_CATEGORY(shortcutLog, "zenlot.shortcut")
+Q_LOGGING_CATEGORY(portalShortcutLog, "zenlot.shortcut")
 
 constexpr QLatin1StringView kPortal{"org.freedesktop.portal.Desktop"};
 constexpr QLatin1StringView kPortalPath{"/org/freedesktop/portal/desktop"};
@@ -79,7 +79,7 @@ class PortalSession final : public QObject, public GlobalShortcut::Monitor {
         if (!isFromPortal(signal))
             return;
         if (refusal != 0) {
-            qCInfo(shortcutLog) << "The desktop refuses a global shortcut.";
+            qCInfo(portalShortcutLog) << "The desktop refuses a global shortcut.";
             return;
         }
         const QList<WantedShortcut> wanted{

@@ -1,6 +1,6 @@
 // Draws everything that Zenlot.Style offers, in light and dark, into a folder:
 //
-//     zenlot_shell_style_contact_sheet FOLDER
+//     zenlot_contact_sheet FOLDER
 //
 // Both pictures are of the same window, whose palette is exchanged in between.
 #include <QColor>
@@ -40,7 +40,7 @@ int main(int argc, char** argv) {
     QGuiApplication application(argc, argv);
     const QStringList arguments = QGuiApplication::arguments();
     if (arguments.size() != 2 || !QDir().mkpath(arguments.at(1))) {
-        std::fputs("usage: zenlot_shell_style_contact_sheet FOLDER\n", stderr);
+        std::fputs("usage: zenlot_contact_sheet FOLDER\n", stderr);
         return 2;
     }
     const QDir folder(arguments.at(1));

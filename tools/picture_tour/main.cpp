@@ -6,7 +6,7 @@
 // table, or "longer", in which every text is half as long again; without it, the keys are shown.
 #include "localization/longer_texts.h"
 #include "localization/translation.h"
-#include "shell/app/screenshots/tour.h"
+#include "picture_tour/tour.h"
 
 #include <QApplication>
 #include <QCommandLineParser>

@@ -1,6 +1,6 @@
+#include "picture_tour/sample_user.h"
+#include "picture_tour/tour.h"
 #include "settings/window/settings_view_model.h"
-#include "shell/app/screenshots/sample_user.h"
-#include "shell/app/screenshots/tour.h"
 #include "shell/logviewer/log_tab_view_model.h"
 
 #include <QFile>

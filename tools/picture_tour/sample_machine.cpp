@@ -1,4 +1,4 @@
-#include "shell/app/screenshots/sample_machine.h"
+#include "picture_tour/sample_machine.h"
 
 #include <QFileInfo>
 #include <QImage>

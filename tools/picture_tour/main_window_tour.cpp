@@ -1,5 +1,5 @@
-#include "shell/app/screenshots/sample_machine.h"
-#include "shell/app/screenshots/tour.h"
+#include "picture_tour/sample_machine.h"
+#include "picture_tour/tour.h"
 #include "shell/processicon/process_icon_provider.h"
 
 #include <QDeadlineTimer>

@@ -1,0 +1,114 @@
+#include "workers/worker_threads.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <latch>
+#include <stdexcept>
+#include <string>
+
+namespace zenlot {
+namespace {
+
+using testing::ElementsAre;
+
+TEST(WorkerThreadsTest, AnswersComeWithTheFutures) {
+    WorkerThreads workers(3);
+    auto nothing = workers.run([] {});
+    auto number = workers.run([] { return 7; });
+    auto failure = workers.run([]() -> int { throw std::runtime_error("no answer"); });
+    nothing.waitForFinished();
+    EXPECT_EQ(number.result(), 7);
+    try {
+        failure.waitForFinished();
+        ADD_FAILURE() << "nothing was thrown";
+    } catch (const std::runtime_error& error) {
+        EXPECT_EQ(error.what(), std::string("no answer"));
+    }
+}
+
+TEST(WorkerThreadsTest, OneThreadKeepsTheOrderAndTheEndWaitsForAll) {
+    std::vector<int> done;
+    {
+        WorkerThreads worker(1);
+        for (int number = 0; number < 3; ++number)
+            worker.post([&done, number] { done.push_back(number); });
+    }
+    EXPECT_THAT(done, ElementsAre(0, 1, 2));
+}
+
+// Each waits for the others.
+TEST(WorkerThreadsTest, AsManyWorkAtOnceAsThereMayBe) {
+    std::latch others(3);
+    WorkerThreads workers(3);
+    for (int number = 0; number < 3; ++number)
+        workers.post([&others] { others.arrive_and_wait(); });
+}
+
+TEST(WorkerThreadsTest, WhatWasNotBegunCanBeCancelledOrDropped) {
+    for (const bool isDropped : {false, true}) {
+        std::latch begun(1);
+        std::latch goOn(1);
+        std::atomic<bool> isDone = false;
+        WorkerThreads worker(1);
+        worker.post([&] {
+            begun.count_down();
+            goOn.wait();
+        });
+        begun.wait();
+        QFuture<void> future = worker.run([&isDone] { isDone = true; });
+        if (isDropped)
+            worker.clear();
+        else
+            future.cancel();
+        goOn.count_down();
+        worker.wait();
+        EXPECT_FALSE(isDone);
+        EXPECT_EQ(future.isFinished(), !isDropped);
+    }
+}
+
+TEST(WorkerThreadsTest, WorkMaySeeThatItWasCancelled) {
+    WorkerThreads worker(1);
+    std::latch begun(1);
+    QFuture<int> future = worker.runWithPromise<int>([&begun](QPromise<int>& promise) {
+        begun.count_down();
+        while (!promise.isCanceled())
+            QThread::yieldCurrentThread();
+    });
+    begun.wait();
+    future.cancel();
+    worker.wait();
+    EXPECT_TRUE(future.isCanceled());
+}
+
+TEST(WorkerThreadsTest, WithoutAThreadWorkWaitsForOneAndIsDroppedAtTheEnd) {
+    int left = 0; // threads
+    const auto start = [&left](QThread& thread) {
+        if (left == 0)
+            return false;
+        --left;
+        thread.start();
+        return true;
+    };
+    QFuture<int> never;
+    std::vector<int> done;
+    {
+        WorkerThreads workers(2, start);
+        workers.post([&done] { done.push_back(1); });
+        EXPECT_THAT(done, ElementsAre());
+        left = 1;
+        workers.post([&done] { done.push_back(2); });
+        workers.wait();
+        EXPECT_THAT(done, ElementsAre(1, 2));
+    }
+    {
+        WorkerThreads workers(2, start);
+        never = workers.run([] { return 1; });
+    }
+    EXPECT_FALSE(never.isFinished());
+}
+
+} // namespace
+} // namespace zenlot
