@@ -635,8 +635,10 @@ std::vector<PortAnswer> answersInFilesOf(const Attempt& attempt,
     std::ifstream mounts("/proc/self/mountinfo");
     std::ostringstream mountInfo;
     mountInfo << mounts.rdbuf();
-    if (liesOnNetwork(attempt.workingDirectory, mountInfo.str()))
-        return {};
+    for (const std::string& path : {attempt.workingDirectory, attempt.script, attempt.executable}) {
+        if (liesOnNetwork(path, mountInfo.str()))
+            return {};
+    }
     return FileSearch(attempt, held, hasAddress).answers();
 }
 
