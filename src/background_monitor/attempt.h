@@ -4,8 +4,8 @@
 #include "background_monitor/runtime_table.h"
 #include "background_monitor/settings_text.h"
 #include "background_monitor/wanted_port.h"
-#include "inventory/linux/file_descriptor.h"
 #include "inventory/process_tables.h"
+#include "posix/file_descriptor.h"
 
 #include <chrono>
 #include <cstddef>

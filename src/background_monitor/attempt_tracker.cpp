@@ -441,7 +441,7 @@ std::optional<Verdict> AttemptTracker::judge(const Attempt& attempt, Verdict::Ki
     return verdict;
 }
 
-void AttemptTracker::conclude(const Tracked& tracked, Evidence evidence, Verdict verdict,
+void AttemptTracker::conclude(const Tracked& tracked, const Evidence& evidence, Verdict verdict,
                               BootTime now, std::vector<Verdict>& verdicts) {
     if (evidence != deadSockets_.end())
         deadSockets_.erase(evidence);
@@ -476,7 +476,7 @@ bool AttemptTracker::announce(const Attempt& attempt, const Verdict& verdict, Bo
 AttemptTracker::Evidence AttemptTracker::evidenceFor(const Tracked& tracked, const Present& present,
                                                      BootTime now) {
     const BootTime latest = tracked.endedAt ? *tracked.endedAt + kEventDelay : now;
-    const auto isProbe = [this, &tracked](Evidence dead) {
+    const auto isProbe = [this, &tracked](const Evidence& dead) {
         const auto next = std::next(dead);
         return tracked.attempt.runtime->probesProtocols &&
                (dead->family == AddressFamily::ipv4 ||

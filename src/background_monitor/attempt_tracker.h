@@ -172,7 +172,7 @@ class AttemptTracker {
     std::optional<Verdict> judge(const Attempt& attempt, Verdict::Kind kind, const Present& present,
                                  const std::vector<ListeningSocket>& foreign,
                                  const PortAnswer& answer, BootTime evidenceAt) const;
-    void conclude(const Tracked& tracked, Evidence evidence, Verdict verdict, BootTime now,
+    void conclude(const Tracked& tracked, const Evidence& evidence, Verdict verdict, BootTime now,
                   std::vector<Verdict>& verdicts);
     bool announce(const Attempt& attempt, const Verdict& verdict, BootTime now);
     Evidence evidenceFor(const Tracked& tracked, const Present& present, BootTime now);

@@ -5,8 +5,8 @@
 #pragma once
 
 #include "background_monitor/process_events.h"
-#include "inventory/linux/file_descriptor.h"
 #include "inventory/linux/proc_files.h"
+#include "posix/file_descriptor.h"
 
 #include <QSocketNotifier>
 #include <QTimer>

@@ -3,7 +3,7 @@
 #include "background_monitor/port_text.h"
 #include "background_monitor/settings_text.h"
 #include "background_monitor/written_ports.h"
-#include "inventory/linux/file_descriptor.h"
+#include "posix/file_descriptor.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

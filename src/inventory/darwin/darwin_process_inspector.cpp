@@ -3,7 +3,7 @@
 #include "inventory/darwin/kernel_records.h"
 #include "inventory/darwin/process_queries.h"
 #include "inventory/darwin/process_records.h"
-#include "inventory/load.h"
+#include "posix/load.h"
 
 #include <array>
 #include <span>

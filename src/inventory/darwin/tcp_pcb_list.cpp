@@ -1,7 +1,7 @@
 #include "inventory/darwin/tcp_pcb_list.h"
 
 #include "inventory/darwin/kernel_records.h"
-#include "inventory/load.h"
+#include "posix/load.h"
 
 #include <arpa/inet.h>
 

@@ -1,6 +1,6 @@
 #include "inventory/linux/netlink_dump.h"
 
-#include "inventory/load.h"
+#include "posix/load.h"
 
 #include <linux/netlink.h>
 

@@ -1,7 +1,7 @@
 // Carries one netlink dump: a request out, the datagrams of the answer in.
 #pragma once
 
-#include "inventory/linux/file_descriptor.h"
+#include "posix/file_descriptor.h"
 
 #include <cstddef>
 #include <functional>

@@ -1,9 +1,9 @@
 // Reads what lies below /proc, or below a copy of it, without allocating for each entry.
 #pragma once
 
-#include "inventory/linux/file_descriptor.h"
 #include "inventory/linux/proc_stat.h"
 #include "inventory/process_tables.h"
+#include "posix/file_descriptor.h"
 
 #include <cstdint>
 #include <functional>

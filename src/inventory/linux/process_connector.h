@@ -11,8 +11,8 @@
 //         connector.read([](const ProcessEvent& event) { ... });
 #pragma once
 
-#include "inventory/linux/file_descriptor.h"
 #include "inventory/process_tables.h"
+#include "posix/file_descriptor.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,7 +1,7 @@
 #include "inventory/linux/sock_diag.h"
 
 #include "inventory/linux/netlink_dump.h"
-#include "inventory/load.h"
+#include "posix/load.h"
 
 #include <arpa/inet.h>
 #include <linux/inet_diag.h>

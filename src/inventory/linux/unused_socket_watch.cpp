@@ -1,6 +1,6 @@
 #include "inventory/linux/unused_socket_watch.h"
 
-#include "inventory/load.h"
+#include "posix/load.h"
 
 #include <arpa/inet.h>
 #include <linux/filter.h>

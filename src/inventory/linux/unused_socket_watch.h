@@ -20,8 +20,8 @@
 //     watch.read([](UnusedSocket socket) { ... });
 #pragma once
 
-#include "inventory/linux/file_descriptor.h"
 #include "inventory/process_tables.h"
+#include "posix/file_descriptor.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,2 +1,0 @@
-#pragma once
-#include "posix/file_descriptor.h"
