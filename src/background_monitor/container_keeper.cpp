@@ -14,9 +14,7 @@ ContainerKeeper::ContainerKeeper(const QString& stateHome, InstanceLock::Patienc
     if (!isOurs())
         return;
     writer_.sweep();
-    const std::string ports(kPortsFile);
-    if (QFile::exists(QFile::decodeName(writer_.path(ports).c_str())))
-        writer_.replace(ports, "[]");
+    writer_.replace(std::string(kPortsFile), "[]");
 }
 
 void ContainerKeeper::start(Handlers handlers) {

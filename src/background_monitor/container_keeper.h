@@ -27,7 +27,7 @@ class ContainerKeeper {
         std::function<void()> lost;   // another monitor has it now, and nothing may be written
     };
 
-    // A list of ports that is there already is nobody's, and is emptied.
+    // Begins with an empty list of ports: what an earlier monitor may have left is nobody's.
     explicit ContainerKeeper(const QString& stateHome,
                              InstanceLock::Patience patience = InstanceLock::Patience::none);
 

@@ -47,19 +47,33 @@ class WorkerThreads {
     template <typename Work>
     QFuture<std::invoke_result_t<Work>> run(Work work) {
         using Result = std::invoke_result_t<Work>;
-        return runWithPromise<Result>([work = std::move(work)](QPromise<Result>& promise) mutable {
-            if constexpr (std::is_void_v<Result>)
-                work();
-            else
-                promise.addResult(work());
+        // No promise: whoever takes the result out of the future at once sets its state back, and
+        // the end of a promise would then report another result, which there isn't.
+        QFutureInterface<Result> answer;
+        answer.reportStarted();
+        auto kept = std::make_shared<Work>(std::move(work));
+        post([answer, kept]() mutable {
+            if (!answer.isCanceled()) {
+                try {
+                    if constexpr (std::is_void_v<Result>)
+                        (*kept)();
+                    else
+                        answer.reportResult((*kept)());
+                } catch (...) {
+                    answer.reportException(std::current_exception());
+                }
+            }
+            answer.reportFinished();
         });
+        return answer.future();
     }
 
-    // The same for work that wants to see whether its future was cancelled meanwhile.
+    // The same for work that wants to see whether its future was cancelled meanwhile. The result
+    // may not be taken out of the future, only read.
     template <typename Result, typename Work>
     QFuture<Result> runWithPromise(Work work) {
-        // A promise would finish the future also of work that is dropped, without a result, which
-        // would end a program that awaits one.
+        // The promise is made late: it would finish the future also of work that is dropped,
+        // without a result, which would end a program that awaits one.
         QFutureInterface<Result> answer;
         answer.reportStarted();
         auto kept = std::make_shared<Work>(std::move(work));

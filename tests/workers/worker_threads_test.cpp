@@ -1,5 +1,8 @@
 #include "workers/worker_threads.h"
 
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QFutureWatcher>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -81,6 +84,27 @@ TEST(WorkerThreadsTest, WorkMaySeeThatItWasCancelled) {
     future.cancel();
     worker.wait();
     EXPECT_TRUE(future.isCanceled());
+}
+
+// The result may be taken while the work's own thread has not yet let go of it.
+TEST(WorkerThreadsTest, AResultThatIsTakenAtOnceIsToldOnce) {
+    constexpr int kRounds = 2000;
+    WorkerThreads workers(2);
+    QFutureWatcher<std::string> watcher;
+    QEventLoop loop;
+    int told = 0;
+    QObject::connect(&watcher, &QFutureWatcherBase::finished, &watcher, [&] {
+        EXPECT_EQ(watcher.future().takeResult(), "result");
+        if (++told == kRounds)
+            loop.quit();
+        else
+            watcher.setFuture(workers.run([] { return std::string("result"); }));
+    });
+    watcher.setFuture(workers.run([] { return std::string("result"); }));
+    loop.exec();
+    workers.wait();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(told, kRounds);
 }
 
 TEST(WorkerThreadsTest, WithoutAThreadWorkWaitsForOneAndIsDroppedAtTheEnd) {
