@@ -374,7 +374,7 @@ untuned("hapi", "node main.js",
                     "server.start();\n"})
 untuned("polka", "node index.mjs",
         {"index.mjs": "import polka from 'polka';\nconst { PORT = %P } = process.env;\npolka().listen(PORT);\n"})
-untuned("micro", "micro -l tcp://127.0.0.1:%P", {"index.js": "module.exports = () => 'ok';\n", "package.json": '{"main": "index.js"}\n'})
+learned("micro", "micro -l tcp://127.0.0.1:%P", {"index.js": "module.exports = () => 'ok';\n", "package.json": '{"main": "index.js"}\n'})
 untuned("socket.io", "node io.js",
         {"io.js": "const { Server } = require('socket.io');\nconst io = new Server(%P, {});\n"})
 untuned("sirv", "sirv . --port %P --host 127.0.0.1", WEB)
@@ -446,7 +446,7 @@ untuned("SBCL", "sbcl --script server.lisp",
         {"server.lisp": "(require :sb-bsd-sockets)\n(let ((s (make-instance 'sb-bsd-sockets:inet-socket :type :stream "
                         ":protocol :tcp)))\n  (sb-bsd-sockets:socket-bind s #(127 0 0 1) %P)\n"
                         "  (sb-bsd-sockets:socket-listen s 5)\n  (sb-bsd-sockets:socket-accept s))\n"})
-untuned("OCaml", "ocaml -I +unix unix.cma server.ml",
+learned("OCaml", "ocaml -I +unix unix.cma server.ml",
         {"server.ml": "let () =\n  let s = Unix.socket Unix.PF_INET Unix.SOCK_STREAM 0 in\n"
                       "  Unix.bind s (Unix.ADDR_INET (Unix.inet_addr_loopback, %P));\n  Unix.listen s 5;\n"
                       "  ignore (Unix.accept s)\n"})
@@ -552,7 +552,7 @@ untuned("Go, flag set", "./shop -port %P -cache 127.0.0.1:%D",
                     "\tp := flag.Int(\"port\", 8080, \"\")\n\tflag.String(\"cache\", \"\", \"\")\n\tflag.Parse()\n"
                     "\tlog.Fatal(http.ListenAndServe(fmt.Sprintf(\"127.0.0.1:%d\", *p), nil))\n}\n"},
         build=["go", "build", "-o", "shop", "main.go"], second=True)
-untuned("C, environment", "./echo",
+learned("C, environment", "./echo",
         {"echo.c": C % "int port(int c, char** w) { const char* p = getenv(\"ECHO_PORT\"); return p ? atoi(p) : 7007; }\n"},
         build=["cc", "-o", "echo", "echo.c"], environment={"ECHO_PORT": "%P"})
 untuned("Rust, environment", "./server",

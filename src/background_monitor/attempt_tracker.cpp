@@ -20,9 +20,6 @@ constexpr std::size_t kMostAnnouncements = 64;
 // take longer.
 constexpr BootTime kFarewell{400};
 constexpr BootTime kLongestFarewell{1500};
-// Who leaves so many dead sockets in that time, and is not known, may leave the next one as well.
-constexpr int kNoise = 6;
-constexpr BootTime kNoiseTime{3000};
 // So long a socket may live whose connection found no route.
 constexpr BootTime kLongestFailedConnection{1000};
 // Events of sockets and of processes take ways of their own.
@@ -150,11 +147,6 @@ void AttemptTracker::processStarted(Attempt attempt, BootTime now) {
     tracked.attempt = std::move(attempt);
     tracked.nextLook = tracked.attempt.runtime->probesByConnecting ? now + kLookForConnecting
                                                                    : notBefore(now + kSettled);
-    tracked.startedAmidNoise =
-        kNoise <= std::ranges::count_if(deadSockets_, [&tracked](const DeadSocket& dead) {
-            const BootTime before = tracked.attempt.startedAt - dead.at;
-            return before > BootTime(0) && before <= kNoiseTime;
-        });
     // A process that was found only now may have failed already.
     for (const DeadSocket& dead : deadSockets_) {
         if (dead.at >= tracked.attempt.startedAt && tracked.evidenceAt == BootTime(0)) {
@@ -298,8 +290,6 @@ AttemptTracker::Outcome AttemptTracker::lookAtEnded(Tracked& tracked, const Pres
     const bool isUnseen = deadSocketsSeen_ == DeadSockets::unseen;
     if (isUnseen && (ends_ == Ends::unseen || tracked.hasEndedQuietly))
         return Outcome::done;
-    if (tracked.startedAmidNoise)
-        return Outcome::done;
     if (evidence == deadSockets_.end() && !isUnseen) {
         tracked.nextLook = *tracked.endedAt + kEventDelay;
         return now >= tracked.nextLook ? Outcome::done : Outcome::keepLooking;
@@ -333,8 +323,7 @@ AttemptTracker::Outcome AttemptTracker::lookAtRunning(Tracked& tracked, const Pr
     const bool hasEvidence = evidence != deadSockets_.end();
     const bool mayJudge = hasEvidence || attempt.runtime->probesByConnecting ||
                           (deadSocketsSeen_ == DeadSockets::unseen && attempt.runtime->drifts);
-    const bool mayGoOn = own.empty() && hasEvidence && !tracked.startedAmidNoise &&
-                         now - tracked.evidenceAt >= kGoesOnAfter;
+    const bool mayGoOn = own.empty() && hasEvidence && now - tracked.evidenceAt >= kGoesOnAfter;
     const auto answer =
         mayJudge && (!own.empty() || mayGoOn) ? answerFor(attempt, present) : std::nullopt;
     if (answer) {

@@ -134,7 +134,6 @@ class AttemptTracker {
         std::optional<BootTime> endedAt;
         std::optional<BootTime> vanishedAt;
         bool hasEndedQuietly{false};
-        bool startedAmidNoise{false}; // somebody leaves dead sockets all the time
     };
     struct DeadSocket {
         BootTime at;

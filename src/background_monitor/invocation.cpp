@@ -105,6 +105,14 @@ bool isBelow(std::string_view path, std::string_view folder) {
            path[folder.size()] == '/';
 }
 
+// A program without a folder was found among those of the system.
+bool isOfSystem(std::string_view executable) {
+    return executable.find('/') == std::string_view::npos ||
+           std::ranges::any_of(kSystemFolders, [executable](std::string_view folder) {
+               return isBelow(executable, folder);
+           });
+}
+
 bool hasScriptEnding(std::string_view path) {
     return std::ranges::any_of(kScriptEndings,
                                [path](std::string_view ending) { return path.ends_with(ending); });
@@ -328,7 +336,8 @@ std::optional<Invocation> identifyInvocation(std::span<const std::string> comman
     constexpr std::string_view kErlang = "beam.smp";
     const std::string_view name =
         baseName(executable) == kErlang ? kErlang : withoutVersion(program);
-    if (isWordOf(kNever, name) || name.starts_with('-'))
+    // One's own program may be called "echo" as well.
+    if ((isWordOf(kNever, name) && isOfSystem(executable)) || name.starts_with('-'))
         return std::nullopt;
 
     for (const Interpreter& interpreter : kInterpreters) {
@@ -371,9 +380,7 @@ std::optional<Invocation> identifyInvocation(std::span<const std::string> comman
                 invocation.script = word.substr(7);
         }
         invocation.genericTool = genericToolOf(name);
-    } else if (std::ranges::none_of(kSystemFolders, [&executable](std::string_view folder) {
-                   return isBelow(executable, folder);
-               })) {
+    } else if (!isOfSystem(executable)) {
         invocation.genericTool = kBuiltProgram;
     }
     return invocation;

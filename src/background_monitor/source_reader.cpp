@@ -33,6 +33,7 @@ constexpr off_t kLargestProjectFile = off_t{128} * 1024;
 constexpr off_t kLargestProgram = off_t{64} * 1024 * 1024;
 constexpr std::size_t kMostImportedFiles = 24;
 constexpr std::size_t kMostSettingsFiles = 24;
+constexpr std::size_t kLongestPath = 1000;
 constexpr std::size_t kMostProjectFiles = 250;
 constexpr std::size_t kMostProjectEntries = 4000;
 constexpr int kDeepestProjectFolder = 4;
@@ -414,8 +415,11 @@ class FileSearch {
         if (attempt_.runtime->mayNamePortItself || attempt_.runtime->configFlags.empty()) {
             for (const std::string& word : attempt_.arguments) {
                 const std::string name = word.substr(word.find('=') + 1);
-                if (settingsFormatOf(name) && name.size() < 1000)
+                if (settingsFormatOf(name) && name.size() < kLongestPath)
                     readConfig(folder_ / name);
+                else if (isUnknown() && endsWithAny(name, kProjectEndings) &&
+                         name.size() < kLongestPath)
+                    nearby_ += readText(folder_ / name).value_or(std::string()) + "\n";
             }
         }
         for (const fs::path& file : namedFiles_) {
@@ -495,7 +499,9 @@ class FileSearch {
             const std::string& word = arguments[place];
             if (const auto value = tellingValue(arguments, place))
                 add(parseEndpoint(*value)->port);
-            if (word.find("://") == std::string::npos && !speaksOfOthers(inSmallLetters(word))) {
+            const bool isRequest = word.find("http://") != std::string::npos ||
+                                   word.find("https://") != std::string::npos;
+            if (!isRequest && !speaksOfOthers(inSmallLetters(word))) {
                 for (const std::uint16_t port : portsInValue(word))
                     add(port);
             }

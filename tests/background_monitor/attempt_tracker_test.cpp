@@ -147,18 +147,6 @@ TEST_F(AttemptTrackerTest, OtherEndsAreNoConflict) {
              pass(BootTime(1000));
              runtime.probesProtocols = false;
          }},
-        {"somebody leaves such sockets all the time",
-         [&] {
-             for (int socket = 0; socket < 6; ++socket) {
-                 socketDies();
-                 now += BootTime(400);
-             }
-             attempt.startedAt = now;
-             attempt.commandKey = 2;
-             start();
-             socketDies();
-             end();
-         }},
         {"Ctrl-C",
          [&] {
              socketDies();

@@ -137,6 +137,7 @@ const Case kCases[]{
     {"built program", "/home/ada/shop/target/debug/shop", kUnknown},
     {"built program", "PORT=8086 /tmp/go-build1/b001/exe/main", kUnknown},
     {"built program", "/home/ada/go/bin/api -addr 127.0.0.1:8087", "127.0.0.1:8087"},
+    {"built program", "/home/ada/bin/echo --port 8089", "8089"},
     {"built program", "/opt/shop/server -http-port=8088 -Ddb.port=5432", "8088"},
     {"any program", "/usr/sbin/lighttpd -D -f lighttpd.conf", kUnknown},
     {"any program", "/usr/bin/grep -r 3000", kNothing},
