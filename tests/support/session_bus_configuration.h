@@ -11,14 +11,14 @@ namespace zenlot {
 inline std::filesystem::path writeSessionBusConfiguration(const TemporaryFolder& folder) {
     const std::filesystem::path installed = "/usr/share/dbus-1/services";
     for (const char* name : {"org.a11y.Bus.service", "org.xfce.Xfconf.service"})
-        folder.link(std::string("bus/services/") + name, installed / name);
-    folder.write("bus/session.conf",
+        folder.link(std::string("session-bus/services/") + name, installed / name);
+    folder.write("session-bus/session.conf",
                  "<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen><servicedir>" +
-                     (folder.path() / "bus/services").string() +
+                     (folder.path() / "session-bus/services").string() +
                      "</servicedir><policy context='default'>"
                      "<allow send_destination='*' eavesdrop='true'/><allow eavesdrop='true'/>"
                      "<allow own='*'/></policy></busconfig>");
-    return folder.path() / "bus/session.conf";
+    return folder.path() / "session-bus/session.conf";
 }
 
 } // namespace zenlot
