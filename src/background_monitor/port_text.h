@@ -36,6 +36,16 @@ std::vector<IpAddress> addressesOf(std::string_view host);
 
 std::string inSmallLetters(std::string_view text);
 
+// Calls back with every line, without its end.
+template <typename Call>
+void forEachLine(std::string_view text, Call&& call) {
+    while (!text.empty()) {
+        const std::string_view line = text.substr(0, text.find('\n'));
+        text.remove_prefix(std::min(text.size(), line.size() + 1));
+        call(line);
+    }
+}
+
 template <std::size_t Count>
 bool isOneOf(std::string_view word, const std::array<std::string_view, Count>& words) {
     return std::ranges::find(words, word) != words.end();

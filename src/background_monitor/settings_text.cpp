@@ -78,15 +78,6 @@ bool isKeyCharacter(char character) {
            character == '.' || character == '$' || character == '@';
 }
 
-template <typename Call>
-void forEachLine(std::string_view text, Call&& call) {
-    while (!text.empty()) {
-        const std::string_view line = text.substr(0, text.find('\n'));
-        text.remove_prefix(std::min(text.size(), line.size() + 1));
-        call(line);
-    }
-}
-
 class Settings {
   public:
     void push(std::string_view key) { blocks_.push_back(inSmallLetters(unquoted(key))); }

@@ -174,15 +174,6 @@ bool isValueOfPort(std::string_view line, std::size_t place) {
     return inSmallLetters(line.substr(start, end - start)) == "port";
 }
 
-template <typename Call>
-void forEachLine(std::string_view text, Call&& call) {
-    while (!text.empty()) {
-        const std::string_view line = text.substr(0, text.find('\n'));
-        text.remove_prefix(std::min(text.size(), line.size() + 1));
-        call(line);
-    }
-}
-
 // Calls back with every number behind a colon.
 template <typename Call>
 void forEachColonNumber(std::string_view binary, Call&& call) {
