@@ -34,7 +34,7 @@ bool LaunchAgentInstaller::isEnabled() const {
 }
 
 bool LaunchAgentInstaller::isInstalled() const {
-    return service_.status() != AppServiceStatus::notRegistered;
+    return isBeingRefreshed_ || service_.status() != AppServiceStatus::notRegistered;
 }
 
 std::optional<InstallError> LaunchAgentInstaller::failure() const {
@@ -44,6 +44,7 @@ std::optional<InstallError> LaunchAgentInstaller::failure() const {
 }
 
 std::optional<InstallError> LaunchAgentInstaller::install() {
+    isBeingRefreshed_ = false;
     const AppServiceStatus before = service_.status();
     log_.write(QStringLiteral("[Zenlot] SMAppService status before register: ") +
                QString::number(static_cast<int>(before)));
@@ -75,7 +76,18 @@ std::optional<InstallError> LaunchAgentInstaller::install() {
 }
 
 std::optional<AppServiceError> LaunchAgentInstaller::uninstall() {
+    isBeingRefreshed_ = false;
     return service_.unregisterService();
+}
+
+void LaunchAgentInstaller::beginRefresh() {
+    [[maybe_unused]] const auto refused = uninstall();
+    isBeingRefreshed_ = true;
+}
+
+void LaunchAgentInstaller::finishRefresh() {
+    if (isBeingRefreshed_) [[maybe_unused]]
+        const auto refused = install();
 }
 
 } // namespace zenlot

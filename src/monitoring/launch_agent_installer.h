@@ -26,7 +26,8 @@ class LaunchAgentInstaller {
     // "notRegistered", "enabled", "requiresApproval", "notFound" or "unknown(7)".
     QString statusText() const;
     bool isEnabled() const;
-    // Also when it can't run: anything but not registered.
+    // Also when it can't run: anything but not registered. A refresh does not interrupt it: who
+    // asks meanwhile would take a pause of ours for a choice of the user's.
     bool isInstalled() const;
 
     // Why an agent that is registered does not run; none while it may.
@@ -37,10 +38,16 @@ class LaunchAgentInstaller {
     // A failure is that of the service, unchanged.
     [[nodiscard]] std::optional<AppServiceError> uninstall();
 
+    // What is registered is unregistered, and registered again by the second call, unless
+    // somebody unregistered it meanwhile. Failures are told by the status.
+    void beginRefresh();
+    void finishRefresh();
+
   private:
     AppService& service_;
     SystemLog& log_;
     QString bundlePath_;
+    bool isBeingRefreshed_{false};
 };
 
 } // namespace zenlot

@@ -79,5 +79,23 @@ TEST_F(LaunchAgentInstallerTest, InstallsOrTellsWhyNot) {
     }
 }
 
+// The settings may be looked at, and monitoring switched off, while it is registered again.
+TEST_F(LaunchAgentInstallerTest, ARefreshIsNoChoiceOfTheUsers) {
+    service.currentStatus = enabled;
+    service.statusAfterRegistering = enabled;
+    installer.beginRefresh();
+    EXPECT_EQ(service.currentStatus, notRegistered);
+    EXPECT_TRUE(installer.isInstalled());
+    installer.finishRefresh();
+    EXPECT_EQ(service.currentStatus, enabled);
+    EXPECT_EQ(service.registerCalls, 1);
+
+    installer.beginRefresh();
+    EXPECT_FALSE(installer.uninstall());
+    EXPECT_FALSE(installer.isInstalled());
+    installer.finishRefresh();
+    EXPECT_EQ(service.registerCalls, 1);
+}
+
 } // namespace
 } // namespace zenlot

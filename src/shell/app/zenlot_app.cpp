@@ -117,8 +117,7 @@ ZenlotApp::ZenlotApp(SessionBus& bus, ApplicationInstance& instance)
 
 // Who quits at once has not given up the monitor.
 ZenlotApp::~ZenlotApp() {
-    if (reinstallTimer_.isActive())
-        reinstallMonitor();
+    launchAgentInstaller_.finishRefresh();
 }
 
 void ZenlotApp::start(LaunchStyle style) {
@@ -129,7 +128,8 @@ void ZenlotApp::start(LaunchStyle style) {
     appDelegate_.setOpenSettingsAction([this] { openSettings(); });
     followSettings();
     reinstallTimer_.setSingleShot(true);
-    QObject::connect(&reinstallTimer_, &QTimer::timeout, &context_, [this] { reinstallMonitor(); });
+    QObject::connect(&reinstallTimer_, &QTimer::timeout, &context_,
+                     [this] { launchAgentInstaller_.finishRefresh(); });
     for (const QmlWindow* window : {&mainWindow_, &settingsWindow_})
         QObject::connect(window, &QmlWindow::closed, &context_, [this] { quitIfNothingIsLeft(); });
     if (style == LaunchStyle::withWindow)
@@ -202,15 +202,11 @@ void ZenlotApp::refreshMonitorRegistration(RunningMonitor whenRunning) {
     if (whenRunning == RunningMonitor::restart && isInstalled && !didRefreshMonitorThisLaunch_) {
         didRefreshMonitorThisLaunch_ = true;
         // What goes wrong here shows in the settings, where the monitor can be registered again.
-        [[maybe_unused]] const auto refused = launchAgentInstaller_.uninstall();
+        launchAgentInstaller_.beginRefresh();
         reinstallTimer_.start(kPauseBeforeReinstall);
-    } else if (!isInstalled && !reinstallTimer_.isActive()) {
-        reinstallMonitor();
+    } else if (!isInstalled) {
+        [[maybe_unused]] const auto failed = launchAgentInstaller_.install();
     }
-}
-
-void ZenlotApp::reinstallMonitor() {
-    [[maybe_unused]] const auto failed = launchAgentInstaller_.install();
 }
 
 void ZenlotApp::followSettings() {

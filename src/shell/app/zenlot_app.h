@@ -97,7 +97,6 @@ class ZenlotApp final {
     void runStartupSequence();
     QCoro::Task<> finishStartupSequence();
     void refreshMonitorRegistration(RunningMonitor whenRunning);
-    void reinstallMonitor();
     QCoro::Task<> alertAboutOwner(int port);
     void followSettings();
     void followInstance();
