@@ -122,21 +122,24 @@ class UserManagerTest : public testing::Test {
         manager->run(command->name);
     }
 
-    void leaveLoginItems() {
+    // By a key, to the window behind it.
+    void leave(const QString& window, const QString& other) {
         desktop.press("Escape");
         // Its tree lives on, hidden.
         ASSERT_TRUE(QTest::qWaitFor(
             [&] {
                 return desktop.input(u"search --onlyvisible --name"_s.split(u' ') +
-                                     QStringList(u"^Login Items$"_s)) != 0;
+                                     QStringList(u'^' + window + u'$')) != 0;
             },
             kPatience));
         // The window manager at times leaves the keyboard with nobody when a window closes.
         ASSERT_TRUE(QTest::qWaitFor(
             [&] {
-                return desktop.input(u"search --name ^Settings$ windowactivate windowfocus"_s.split(
-                           u' ')) == 0 &&
-                       tree->isActive(u"Settings"_s);
+                return desktop.input(
+                           u"search --onlyvisible --name ^%1$ windowactivate windowfocus"_s
+                               .arg(other)
+                               .split(u' ')) == 0 &&
+                       tree->isActive(other);
             },
             kPatience));
     }
@@ -162,7 +165,7 @@ TEST_F(UserManagerTest, SettingsAskForApprovalByKeyboard) {
     EXPECT_TRUE(sees("text", kBlocked));
     EXPECT_TRUE(tree->isChecked(kConflicts, false));
 
-    ASSERT_NO_FATAL_FAILURE(leaveLoginItems());
+    ASSERT_NO_FATAL_FAILURE(leave(kLoginItems, u"Settings"_s));
     EXPECT_TRUE(leadsTo("Tab", "text", kBlocked));
     EXPECT_TRUE(leadsTo("Tab", "push button", u"Open Login Items"_s));
     EXPECT_TRUE(leadsTo("Tab", "push button", kRecheck));
@@ -179,7 +182,7 @@ TEST_F(UserManagerTest, SettingsAskForApprovalByKeyboard) {
     EXPECT_TRUE(leadsTo("shift+Tab", "push button", u"Turn On"_s));
     desktop.press("Return");
     EXPECT_TRUE(comesTo("enabled active"));
-    ASSERT_NO_FATAL_FAILURE(leaveLoginItems());
+    ASSERT_NO_FATAL_FAILURE(leave(kLoginItems, u"Settings"_s));
     EXPECT_TRUE(leadsTo("Tab", "push button", kRecheck));
     desktop.press("space");
     EXPECT_TRUE(tree->isChecked(kConflicts, true));
@@ -300,6 +303,50 @@ TEST_F(UserManagerTest, WhoQuitsAtOnceKeepsTheMonitor) {
     zenlot->terminate();
     ASSERT_TRUE(zenlot->waitForFinished());
     EXPECT_TRUE(comesTo("enabled active"));
+}
+
+// What it published last is nobody's word any more: window, automation and terminal say what the
+// kernel says.
+TEST_F(UserManagerTest, NothingIsBelievedOfAMonitorThatWasSwitchedOff) {
+    systemctl(u"--now enable"_s);
+    desktop.files().write(
+        kSettings,
+        json({{"conflictMonitoringEnabled", true}, {"hasCompletedOnboarding", true}}).dump());
+    QProcess& server = desktop.startServer(u"Sampled"_s);
+    const QString port = PrivateDesktop::portOf(server);
+    const auto published = [this] {
+        return desktop.files().read("XDG_STATE_HOME/group.dev.quorvane.zenlot/ports.json");
+    };
+    const auto saysFree = [&](const char* program, const QString& words) {
+        return manager->run(QLatin1String(program) + words.arg(port))
+                   .find("Port " + port.toStdString() + " is free") != std::string::npos;
+    };
+    const auto terminalSaysFree = [&] { return saysFree(ZENLOTCTL, u" check %1"_s); };
+    const auto automationSaysFree = [&] {
+        return saysFree("busctl --user call dev.quorvane.zenlot.Automation "
+                        "/dev/quorvane/zenlot/Automation dev.quorvane.zenlot.Automation",
+                        u" CheckPort x %1"_s);
+    };
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return published().find(port.toStdString()) != std::string::npos; }, kPatience));
+    desktop.start(QStringLiteral(ZENLOT_AUTOMATION_PROGRAM), {});
+    EXPECT_FALSE(terminalSaysFree() || automationSaysFree());
+
+    ASSERT_NO_FATAL_FAILURE(openSettings());
+    ASSERT_TRUE(tree->pressOnce("page tab", u"Port Monitoring"_s));
+    ASSERT_TRUE(tree->isChecked(kConflicts, true));
+    ASSERT_TRUE(tree->pressOnce("check box", kConflicts));
+    ASSERT_TRUE(comesTo("disabled inactive"));
+    EXPECT_EQ(published(), "[]");
+    server.kill();
+    ASSERT_TRUE(server.waitForFinished());
+    EXPECT_TRUE(terminalSaysFree());
+    EXPECT_TRUE(QTest::qWaitFor(automationSaysFree, kPatience));
+    ASSERT_NO_FATAL_FAILURE(leave(u"Settings"_s, u"Zenlot"_s));
+    ASSERT_TRUE(sees("text", u"Port"_s, State::focused));
+    desktop.input({u"type"_s, port});
+    EXPECT_TRUE(sees("label", u"Port %1 is free"_s.arg(port)));
+    EXPECT_TRUE(tree->isGone("list item", port + u' '));
 }
 
 // With its socket for a service, the manager holds a port. To end it would end the session.

@@ -249,6 +249,9 @@ QCoro::Task<> ContentViewModel::check(int port) {
     Q_EMIT statusChanged();
     if (!processes_.isEmpty())
         Q_EMIT resultsFocusRequested();
+    // Two answers to one question can't stand side by side.
+    if (processes_.isEmpty() == sidebar_.holds(port) && !isLoadingSidebar_)
+        loadSidebar();
 }
 
 void ContentViewModel::loadOccupiedPorts() {

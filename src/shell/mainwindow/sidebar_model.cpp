@@ -4,6 +4,7 @@
 #include "shell/mainwindow/port_grouping.h"
 #include "text/display_line.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace zenlot {
@@ -79,6 +80,14 @@ int SidebarModel::rowOfPort(int port) const {
             return row;
     }
     return -1;
+}
+
+bool SidebarModel::holds(int port) const {
+    const auto hasPort = [port](const AppPortGroup& group) {
+        return std::ranges::find(group.ports, port, &OccupiedPort::port) != group.ports.end();
+    };
+    return std::ranges::any_of(content_.own, hasPort) ||
+           std::ranges::any_of(content_.system, hasPort);
 }
 
 int SidebarModel::neighbour(int row, int direction) const {

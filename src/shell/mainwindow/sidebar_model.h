@@ -78,6 +78,9 @@ class SidebarModel : public KeyedListModel<SidebarRow> {
     // The row that shows the port, or -1 when it is in none or in a closed group.
     Q_INVOKABLE int rowOfPort(int port) const;
 
+    // Whether a row, in a closed group or not, is for the port.
+    bool holds(int port) const;
+
     // The next row in that direction (1 or -1) that is no heading; the row itself at the end.
     Q_INVOKABLE int neighbour(int row, int direction) const;
 

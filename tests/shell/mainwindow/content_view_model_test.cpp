@@ -246,6 +246,18 @@ TEST_F(ContentViewModelTest, SidebarFollowsThePublishedListAndCorrectsPaths) {
               u"/opt/Real.app/real"_qs);
 }
 
+TEST_F(ContentViewModelTest, SidebarDoesNotContradictACheck) {
+    model.appear();
+    ASSERT_TRUE(waitFor([this] { return model.sidebar()->holds(8080); }));
+    fixture->tables.removeProcess(42);
+    ASSERT_TRUE(check(u"8080"_qs));
+    EXPECT_TRUE(model.isFree());
+    EXPECT_TRUE(waitFor([this] { return !model.sidebar()->holds(8080); }));
+    fixture->tables.addListener(8080, 43, currentUserId(), "/bin/newer");
+    ASSERT_TRUE(check(u"8080"_qs));
+    EXPECT_TRUE(waitFor([this] { return model.sidebar()->holds(8080); }));
+}
+
 TEST_F(ContentViewModelTest, SidebarKeepsTheNewestOfTwoLists) {
     fixture->tables.holdNextList();
     model.loadOccupiedPorts();
