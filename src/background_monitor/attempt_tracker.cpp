@@ -27,6 +27,8 @@ constexpr BootTime kEventDelay{120};
 constexpr BootTime kFirstLookAfterEnd{15};
 // What runtimes probe at their start takes far less.
 constexpr BootTime kLongestProbe{5};
+// And so long after its question a socket dies that waited for an answer.
+constexpr BootTime kAfterNameQuestion{60};
 // A server listens by then, or never will.
 constexpr BootTime kSettled{3000};
 constexpr BootTime kLongestSearch{5000};
@@ -182,6 +184,10 @@ void AttemptTracker::socketDied(UnusedSocket socket, BootTime now) {
         foundFailedConnections_ += socket.family == AddressFamily::ipv4 ? 1 : 0;
         return;
     }
+    if (socket.kind == UnusedSocket::Kind::nameQuestion) {
+        lastNameQuestionAt_ = now;
+        return;
+    }
     if (socket.kind == UnusedSocket::Kind::addressProbe) {
         // The probe begins with a socket that is not even bound.
         const auto probe =
@@ -207,7 +213,7 @@ void AttemptTracker::socketDied(UnusedSocket socket, BootTime now) {
     }
     if (deadSockets_.size() >= kMostDeadSockets)
         deadSockets_.pop_front();
-    deadSockets_.push_back({now, socket.family});
+    deadSockets_.push_back({now, socket.family, now - lastNameQuestionAt_ <= kAfterNameQuestion});
     for (Tracked& tracked : attempts_) {
         // Tools that try again and again are not to be waited for again and again.
         if (tracked.evidenceAt == BootTime(0) || now - tracked.evidenceAt > kLongestSearch) {
@@ -468,7 +474,7 @@ AttemptTracker::Evidence AttemptTracker::evidenceFor(const Tracked& tracked, con
     const auto isProbe = [this, &tracked](const Evidence& dead) {
         const auto next = std::next(dead);
         return tracked.attempt.runtime->probesProtocols &&
-               (dead->family == AddressFamily::ipv4 ||
+               (dead->family == AddressFamily::ipv4 || dead->followsNameQuestion ||
                 (next != deadSockets_.end() && next->family == AddressFamily::ipv4 &&
                  next->at - dead->at <= kLongestProbe));
     };

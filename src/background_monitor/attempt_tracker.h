@@ -138,6 +138,7 @@ class AttemptTracker {
     struct DeadSocket {
         BootTime at;
         AddressFamily family;
+        bool followsNameQuestion;
     };
     // A process that may have left a dead socket.
     struct Suspect {
@@ -187,6 +188,7 @@ class AttemptTracker {
     std::uint64_t foundFailedConnections_{0};
     std::deque<Suspect> suspects_;
     BootTime lastProbeAt_{-1'000'000};
+    BootTime lastNameQuestionAt_{-1'000'000};
     std::vector<Announcement> announcements_;
     std::map<std::size_t, std::vector<std::uint16_t>> usedPorts_; // by command, of earlier runs
 };

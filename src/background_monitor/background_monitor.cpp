@@ -248,7 +248,7 @@ void BackgroundMonitor::noteDeadSockets() {
         if (socket.kind == UnusedSocket::Kind::bound)
             return;
         tracker_.socketDied(socket, bootTimeNow());
-        hasNews = true;
+        hasNews |= socket.kind != UnusedSocket::Kind::nameQuestion;
     });
     if (!hasNews)
         return;

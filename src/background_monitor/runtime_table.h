@@ -24,8 +24,9 @@
 //     publishes    whether it only asks for ports of others: "8080:80" stands for the first of
 //     them,
 //                  and its end comes later than the refusal
-//     probes       whether it makes sockets at its start to see what the machine has: only an IPv6
-//                  one that no IPv4 one follows at once then says anything
+//     probes       whether it makes sockets at its start to see what the machine has, and others
+//                  before it asks for the address of a name: only an IPv6 one then says anything
+//                  that no IPv4 one follows at once and that follows no question
 #pragma once
 
 #include "background_monitor/invocation.h"

@@ -147,6 +147,16 @@ TEST_F(AttemptTrackerTest, OtherEndsAreNoConflict) {
              pass(BootTime(1000));
              runtime.probesProtocols = false;
          }},
+        {"a Java client's socket, for a name that does not exist",
+         [&] {
+             runtime.probesProtocols = true;
+             socketDies(nameQuestion);
+             now += BootTime(20);
+             socketDies(unbound, AddressFamily::ipv6);
+             end();
+             pass(BootTime(1000));
+             runtime.probesProtocols = false;
+         }},
         {"Ctrl-C",
          [&] {
              socketDies();
@@ -271,6 +281,7 @@ TEST_F(AttemptTrackerTest, JavaServerIsToldFromItsProbe) {
     start();
     socketDies(unbound, AddressFamily::ipv6);
     socketDies(unbound, AddressFamily::ipv4);
+    socketDies(nameQuestion);
     now += BootTime(100);
     socketDies(unbound, AddressFamily::ipv6);
     end();

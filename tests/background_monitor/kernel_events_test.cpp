@@ -132,6 +132,26 @@ TEST(UnusedSocketWatchTest, SeesAFailedBindAndTheEndOfAListenerButNoConnections)
     EXPECT_FALSE(std::ranges::any_of(seen, isOn(clientPort)));
 }
 
+TEST(UnusedSocketWatchTest, SeesWhoAskedANameServerAndNoOtherDatagrams) {
+    UnusedSocketWatch watch;
+    ASSERT_GE(watch.descriptor(), 0);
+    for (const std::uint16_t port : {std::uint16_t{54}, std::uint16_t{53}}) {
+        sockaddr_in server{};
+        server.sin_family = AF_INET;
+        server.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        server.sin_port = htons(port);
+        const FileDescriptor client(::socket(AF_INET, SOCK_DGRAM, 0));
+        ASSERT_EQ(
+            ::connect(client.get(), reinterpret_cast<const sockaddr*>(&server), sizeof server), 0);
+    }
+    std::vector<UnusedSocket::Kind> seen;
+    while (std::ranges::find(seen, UnusedSocket::Kind::nameQuestion) == seen.end()) {
+        ASSERT_TRUE(waitFor(watch.descriptor()));
+        watch.read([&seen](UnusedSocket socket) { seen.push_back(socket.kind); });
+    }
+    EXPECT_EQ(std::ranges::count(seen, UnusedSocket::Kind::nameQuestion), 1);
+}
+
 TEST(PidfdSetTest, TellsOfEachEndOnceAndOnlyOfThoseThatAreWatched) {
     const auto fork = [] {
         const ProcessId child = ::fork();

@@ -20,18 +20,26 @@ namespace {
 
 constexpr std::size_t kMessageStart = NLMSG_HDRLEN;
 constexpr std::uint16_t kFirstPortOfKernelsChoice = 32768;
+constexpr std::uint16_t kNameServerPort = 53;
+// The first attribute is the protocol, in one byte.
+constexpr std::size_t kProtocolType =
+    kMessageStart + sizeof(inet_diag_msg) + offsetof(nlattr, nla_type);
+constexpr std::size_t kProtocol = kMessageStart + sizeof(inet_diag_msg) + NLA_HDRLEN;
 
 // Whoever waits for the descriptor has other things to do as well.
 constexpr int kMostEndsAtOnce = 1024;
 
-constexpr auto offsetInMessage(std::size_t offset) {
-    return static_cast<std::uint32_t>(kMessageStart + offset);
-}
+constexpr std::uint32_t kPeerPort =
+    kMessageStart + offsetof(inet_diag_msg, id) + offsetof(inet_diag_sockid, idiag_dport);
 
-// Passes sockets without a peer.
-constexpr std::array<sock_filter, 4> kFilter{{
-    BPF_STMT(BPF_LD | BPF_H | BPF_ABS, offsetInMessage(offsetof(inet_diag_msg, id.idiag_dport))),
-    BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, 0, 0, 1),
+// Passes TCP sockets without a peer, and UDP sockets whose peer is a name server.
+constexpr std::array<sock_filter, 8> kFilter{{
+    BPF_STMT(BPF_LD | BPF_B | BPF_ABS, kProtocol),
+    BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, IPPROTO_UDP, 2, 0),
+    BPF_STMT(BPF_LD | BPF_H | BPF_ABS, kPeerPort),
+    BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, 0, 2, 3),
+    BPF_STMT(BPF_LD | BPF_H | BPF_ABS, kPeerPort),
+    BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, kNameServerPort, 0, 1),
     BPF_STMT(BPF_RET | BPF_K, 0xffffffff),
     BPF_STMT(BPF_RET | BPF_K, 0),
 }};
@@ -55,7 +63,16 @@ FileDescriptor watchSocket() {
         !join(descriptor.get(), SKNLGRP_INET_TCP_DESTROY) ||
         !join(descriptor.get(), SKNLGRP_INET6_TCP_DESTROY))
         return {};
+    // Without them there is less to take back, and nothing else is lost.
+    join(descriptor.get(), SKNLGRP_INET_UDP_DESTROY);
+    join(descriptor.get(), SKNLGRP_INET6_UDP_DESTROY);
     return descriptor;
+}
+
+bool isUdp(std::span<const std::byte> datagram) {
+    return datagram.size() > kProtocol &&
+           loadAt<std::uint16_t>(datagram, kProtocolType) == INET_DIAG_PROTOCOL &&
+           loadAt<std::uint8_t>(datagram, kProtocol) == IPPROTO_UDP;
 }
 
 } // namespace
@@ -64,10 +81,14 @@ std::optional<UnusedSocket> decodeUnusedSocket(std::span<const std::byte> datagr
     if (datagram.size() < kMessageStart + sizeof(inet_diag_msg))
         return std::nullopt;
     const auto message = loadAt<inet_diag_msg>(datagram, kMessageStart);
-    if (message.idiag_state != TCP_CLOSE || message.id.idiag_dport != 0)
-        return std::nullopt;
     const AddressFamily family =
         message.idiag_family == AF_INET6 ? AddressFamily::ipv6 : AddressFamily::ipv4;
+    if (isUdp(datagram))
+        return ntohs(message.id.idiag_dport) == kNameServerPort
+                   ? std::optional(UnusedSocket{UnusedSocket::Kind::nameQuestion, family, 0})
+                   : std::nullopt;
+    if (message.idiag_state != TCP_CLOSE || message.id.idiag_dport != 0)
+        return std::nullopt;
     const std::uint16_t port = ntohs(message.id.idiag_sport);
     if (port == 0) {
         in6_addr destination{};

@@ -11,6 +11,10 @@
 // A connection that found no route leaves such a socket as well. Over IPv6 it keeps its
 // destination, and comes as failedConnection; over IPv4 it does not, see FailedConnections.
 //
+// A program that asks a name server for an address uses a UDP socket, whose end comes as
+// nameQuestion: who makes its TCP socket first and asks then, drops it unused when there is no such
+// name.
+//
 // Some programs make a socket and drop it at once to learn whether the machine has a protocol. The
 // Go runtime does so before its first use of the network, and then binds two more sockets to IPv6
 // loopback addresses; those come as addressProbe, so that the unbound one before can be discounted.
@@ -37,6 +41,7 @@ struct UnusedSocket {
         failedConnection, // found no route; the family is that of its destination
         addressProbe,     // was bound to ::1 on a port of the kernel's choice, and nothing else
         bound,            // to any other address and port: mostly a socket that was listened on
+        nameQuestion,     // a UDP socket that asked a name server
     };
 
     Kind kind{Kind::unbound};
@@ -46,7 +51,7 @@ struct UnusedSocket {
     friend bool operator==(const UnusedSocket&, const UnusedSocket&) = default;
 };
 
-// None for sockets that had a peer, and for what makes no sense.
+// None for TCP sockets that had a peer, for other UDP sockets, and for what makes no sense.
 std::optional<UnusedSocket> decodeUnusedSocket(std::span<const std::byte> datagram);
 
 class UnusedSocketWatch {
