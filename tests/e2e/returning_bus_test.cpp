@@ -1,0 +1,107 @@
+// The session bus comes back, and strangers speak on it: neither is a conflict.
+#include "e2e/alert_screen.h"
+#include "e2e/private_desktop.h"
+#include "e2e/stand_in_monitor.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+
+namespace zenlot {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class ReturningBusTest : public testing::Test {
+  protected:
+    ~ReturningBusTest() override { end(bus); }
+
+    // Always at the same address, as a user's session has it.
+    QString startBus(const QProcessEnvironment& environment) {
+        const QString address =
+            u"unix:path="_s + environment.value(u"XDG_RUNTIME_DIR"_s) + u"/bus"_s;
+        const std::string configuration = writeSessionBusConfiguration(busFiles).string();
+        bus.setProcessEnvironment(environment);
+        bus.start(u"dbus-daemon"_s, {u"--nofork"_s, u"--nopidfile"_s, u"--print-address=1"_s,
+                                     u"--address="_s + address,
+                                     u"--config-file="_s + QString::fromStdString(configuration)});
+        PrivateDesktop::firstLine(bus);
+        return address; // without the identity of this one
+    }
+    void restartBus() {
+        end(bus);
+        bus.start();
+        PrivateDesktop::firstLine(bus);
+    }
+    static void end(QProcess& process) {
+        process.kill();
+        process.waitForFinished();
+    }
+
+    std::string log() const { return desktop->files().read(kLog); }
+    std::ptrdiff_t countInLog(const std::string& text) const {
+        const std::string lines = log();
+        std::ptrdiff_t count = 0;
+        for (auto at = lines.find(text); at != lines.npos; at = lines.find(text, at + 1))
+            ++count;
+        return count;
+    }
+    bool comesToLog(const std::string& text, std::ptrdiff_t times) const {
+        return QTest::qWaitFor([&] { return countInLog(text) >= times; }, kPatience);
+    }
+
+    TemporaryFolder busFiles;
+    QProcess bus;
+    std::optional<PrivateDesktop> desktop;
+};
+
+TEST_F(ReturningBusTest, OnlyARefusedServerIsAConflict) {
+    desktop.emplace(
+        [this](const QProcessEnvironment& environment) { return startBus(environment); });
+    const std::string alert = "posting notification";
+    constexpr int kWatchedPorts[]{8088, 8889};
+    for (const int port : kWatchedPorts)
+        desktop->startServer(u"Sampled"_s, QString::number(port));
+    const QString port = PrivateDesktop::portOf(desktop->startServer(u"Sampled"_s));
+    desktop->files().write(
+        "XDG_CONFIG_HOME/dev.quorvane.zenlot/defaults.json",
+        R"({"conflictMonitoringEnabled": true, "hasCompletedOnboarding": true})");
+    std::optional<AlertScreen> alerts(*desktop);
+    desktop->start(QStringLiteral(ZENLOT_MONITOR), {});
+    ASSERT_TRUE(comesToLog("background monitor started", 1));
+    desktop->start(QStringLiteral(ZENLOT_PROGRAM), {u"--background"_s});
+    ASSERT_TRUE(comesToLog("conflict listener started", 1));
+    ASSERT_TRUE(comesToLog("notification setup granted=true", 1));
+
+    {
+        StandInMonitor stranger(*desktop);
+        for (const int watched : kWatchedPorts)
+            stranger.broadcast(("dev.quorvane.zenlot.conflict." + std::to_string(watched)).c_str());
+    }
+    alerts.reset();
+    restartBus();
+    alerts.emplace(*desktop);
+    const QString connection = u"e2e returning bus"_s;
+    const QDBusConnection returned =
+        QDBusConnection::connectToBus(desktop->sessionBus(), connection);
+    for (const char* name : {"dev.quorvane.zenlot", "dev.quorvane.zenlot.Monitor"})
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] { return returned.interface()->isServiceRegistered(QLatin1String(name)).value(); },
+            kPatience));
+    QDBusConnection::disconnectFromBus(connection);
+
+    // By polling, a server that is gone at once may be missed; people try again.
+    bool isTold = false;
+    for (int starts = 0; starts < 20 && !isTold; ++starts) {
+        QProcess& refused = desktop->startServer(u"Refused"_s, port);
+        EXPECT_TRUE(refused.state() == QProcess::NotRunning || refused.waitForFinished(kPatience));
+        isTold = QTest::qWaitFor([&] { return countInLog(alert) > 0; }, kPatience / 20);
+    }
+    EXPECT_TRUE(isTold) << log();
+    EXPECT_TRUE(alerts->shows(u"Port %1 is already in use"_s.arg(port)));
+    EXPECT_EQ(countInLog(alert), 1) << log();
+    EXPECT_EQ(countInLog(alert + " id=zenlot-conflict-" + port.toStdString()), 1) << log();
+}
+
+} // namespace
+} // namespace zenlot
