@@ -1,6 +1,7 @@
 #include "background_monitor/live_machine.h"
 
 #include "background_monitor/attempt_reader.h"
+#include "background_monitor/port_text.h"
 #include "background_monitor/source_reader.h"
 #include "inventory/linux/control_group.h"
 #include "inventory/linux/listening_sockets.h"
@@ -28,14 +29,40 @@ namespace {
 constexpr std::size_t kLargestTree = 256;
 constexpr int kMostAncestorsOfHolder = 32;
 constexpr std::string_view kUsualUnprivilegedStart = "1024";
+// Ten times what a reader takes at most on a disk that answers.
+constexpr std::chrono::seconds kLongestReading{4};
 constexpr std::size_t kShownDigits = 12; // of a container's number, as its own tools show it
 
 bool isServiceManagerName(std::string_view name) {
     return name == "systemd" || name == "(sd-pam)";
 }
 
-bool isDigit(char character) {
-    return character >= '0' && character <= '9';
+bool isAddressOfMachine(const IpAddress& address) {
+    const bool isLoopback = address.family == AddressFamily::ipv4
+                                ? address.bytes[0] == IN_LOOPBACKNET
+                                : address == *IpAddress::parse("::1");
+    if (isLoopback || address.isWildcard())
+        return true;
+    ifaddrs* first = nullptr;
+    if (::getifaddrs(&first) != 0)
+        return true;
+    const std::unique_ptr<ifaddrs, decltype(&::freeifaddrs)> interfaces(first, ::freeifaddrs);
+    for (const ifaddrs* each = first; each != nullptr; each = each->ifa_next) {
+        if (each->ifa_addr == nullptr)
+            continue;
+        if (each->ifa_addr->sa_family == AF_INET && address.family == AddressFamily::ipv4) {
+            sockaddr_in own{};
+            std::memcpy(&own, each->ifa_addr, sizeof own);
+            if (std::memcmp(&own.sin_addr, address.bytes.data(), sizeof own.sin_addr) == 0)
+                return true;
+        } else if (each->ifa_addr->sa_family == AF_INET6 && address.family == AddressFamily::ipv6) {
+            sockaddr_in6 own{};
+            std::memcpy(&own, each->ifa_addr, sizeof own);
+            if (std::memcmp(&own.sin6_addr, address.bytes.data(), sizeof own.sin6_addr) == 0)
+                return true;
+        }
+    }
+    return false;
 }
 
 } // namespace
@@ -67,7 +94,8 @@ bool mentionsNumber(std::string_view commandLine, std::uint16_t number) {
     return false;
 }
 
-LiveMachine::LiveMachine(OwnerHint ownerHint) : ownerHint_(std::move(ownerHint)) {}
+LiveMachine::LiveMachine(OwnerHint ownerHint)
+    : ownerHint_(std::move(ownerHint)), reading_(kLongestReading) {}
 
 std::vector<ListeningSocket> LiveMachine::listeningSockets() const {
     return readListeningSockets(procFiles_, transport_);
@@ -169,8 +197,13 @@ bool LiveMachine::nameAfter(PortHolder& holder, std::span<const ProcessId> pids)
 
 std::vector<PortAnswer> LiveMachine::writtenPorts(const Attempt& attempt,
                                                   std::span<const std::uint16_t> held) const {
-    return answersInFilesOf(attempt, held,
-                            [this](const IpAddress& address) { return hasAddress(address); });
+    const auto ask = [attempt = attempt,
+                      runtime = std::make_shared<const Runtime>(*attempt.runtime),
+                      held = std::vector(held.begin(), held.end())]() mutable {
+        attempt.runtime = runtime.get();
+        return answersInFilesOf(attempt, held, isAddressOfMachine);
+    };
+    return reading_.run<std::vector<PortAnswer>>(ask).value_or(std::vector<PortAnswer>());
 }
 
 bool LiveMachine::mayListenOn(std::uint16_t port) const {
@@ -184,31 +217,7 @@ bool LiveMachine::mayListenOn(std::uint16_t port) const {
 }
 
 bool LiveMachine::hasAddress(const IpAddress& address) const {
-    const bool isLoopback = address.family == AddressFamily::ipv4
-                                ? address.bytes[0] == IN_LOOPBACKNET
-                                : address == *IpAddress::parse("::1");
-    if (isLoopback || address.isWildcard())
-        return true;
-    ifaddrs* first = nullptr;
-    if (::getifaddrs(&first) != 0)
-        return true;
-    const std::unique_ptr<ifaddrs, decltype(&::freeifaddrs)> interfaces(first, ::freeifaddrs);
-    for (const ifaddrs* each = first; each != nullptr; each = each->ifa_next) {
-        if (each->ifa_addr == nullptr)
-            continue;
-        if (each->ifa_addr->sa_family == AF_INET && address.family == AddressFamily::ipv4) {
-            sockaddr_in own{};
-            std::memcpy(&own, each->ifa_addr, sizeof own);
-            if (std::memcmp(&own.sin_addr, address.bytes.data(), sizeof own.sin_addr) == 0)
-                return true;
-        } else if (each->ifa_addr->sa_family == AF_INET6 && address.family == AddressFamily::ipv6) {
-            sockaddr_in6 own{};
-            std::memcpy(&own, each->ifa_addr, sizeof own);
-            if (std::memcmp(&own.sin6_addr, address.bytes.data(), sizeof own.sin6_addr) == 0)
-                return true;
-        }
-    }
-    return false;
+    return isAddressOfMachine(address);
 }
 
 std::vector<ProcessId> LiveMachine::treeOf(ProcessId pid) const {

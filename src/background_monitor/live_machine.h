@@ -2,6 +2,7 @@
 #pragma once
 
 #include "background_monitor/attempt_tracker.h"
+#include "background_monitor/bounded_work.h"
 #include "inventory/linux/netlink_transport.h"
 #include "inventory/linux/proc_files.h"
 #include "inventory/occupied_port.h"
@@ -53,6 +54,7 @@ class LiveMachine final : public Machine {
     OwnerHint ownerHint_;
     ProcFiles procFiles_;
     mutable SockDiagTransport transport_;
+    mutable BoundedWork reading_;
 };
 
 } // namespace zenlot

@@ -34,6 +34,10 @@ std::string_view publishedEndpoint(std::string_view text);
 // The addresses that a name of a host stands for; empty when that is not known.
 std::vector<IpAddress> addressesOf(std::string_view host);
 
+inline bool isDigit(char character) {
+    return character >= '0' && character <= '9';
+}
+
 std::string inSmallLetters(std::string_view text);
 
 // Calls back with every line, without its end.

@@ -80,10 +80,6 @@ bool endsWithAny(std::string_view name, const std::array<std::string_view, Count
                                [name](std::string_view ending) { return name.ends_with(ending); });
 }
 
-bool isDigit(char character) {
-    return character >= '0' && character <= '9';
-}
-
 // Only a regular file is opened: opening a device may do something, and a terminal may become the
 // program's own. It may have become another one since it was looked at.
 FileDescriptor opened(const fs::path& path) {

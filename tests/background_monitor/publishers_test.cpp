@@ -1,3 +1,4 @@
+#include "background_monitor/bounded_work.h"
 #include "background_monitor/conflict_publisher.h"
 #include "background_monitor/poll_pace.h"
 #include "background_monitor/port_publisher.h"
@@ -11,6 +12,10 @@
 #include <gmock/gmock.h>
 
 #include <sys/stat.h>
+
+#include <future>
+#include <stdexcept>
+#include <thread>
 
 namespace zenlot {
 namespace {
@@ -137,6 +142,24 @@ TEST(WorkBudgetTest, LetsALittleBeDoneAtOnceAndTheRestInItsShareOfTheTime) {
     // A pause of any length gives no more than what may be done at once.
     budget.spend(25ms, start + 1h);
     EXPECT_EQ(budget.wait(start + 1h), 500ms);
+}
+
+TEST(BoundedWorkTest, LeavesBehindWhatDoesNotComeBack) {
+    BoundedWork work(std::chrono::milliseconds(20));
+    EXPECT_EQ(work.run<int>([] { return 7; }), 7);
+    EXPECT_EQ(work.run<int>([]() -> int { throw std::runtime_error("no"); }), std::nullopt);
+    const auto network = std::make_shared<std::promise<void>>();
+    EXPECT_EQ(work.run<int>([isBack = network->get_future().share()] {
+        isBack.wait();
+        return 8;
+    }),
+              std::nullopt);
+    EXPECT_EQ(work.run<int>([] { return 9; }), std::nullopt) << "the last one still hangs";
+    network->set_value();
+    std::optional<int> answer;
+    while (!(answer = work.run<int>([] { return 10; })))
+        std::this_thread::yield();
+    EXPECT_EQ(answer, 10);
 }
 
 TEST(PollPaceTest, SlowsDownWhileNothingHappensAndOnBattery) {
