@@ -12,6 +12,10 @@
 #include <gmock/gmock.h>
 
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
 
 namespace zenlot {
 namespace {
@@ -82,7 +86,7 @@ class BackgroundMonitorTest : public testing::TestWithParam<QStringList> {
     // that is gone at once can be missed on a busy machine.
     bool isNoticed() {
         for (int starts = GetParam().isEmpty() ? 1 : 20; starts > 0; --starts) {
-            start(server, u"python3"_s,
+            start(server, u"/usr/bin/python3"_s,
                   {u"-m"_s, u"http.server"_s, u"-b"_s, u"127.0.0.1"_s, QString::number(port)});
             if (!server.waitForFinished(kPatienceMilliseconds))
                 return false;
@@ -269,6 +273,61 @@ TEST_P(BackgroundMonitorTest, NobodyIsOfferedToEndTheServiceManager) {
     ASSERT_TRUE(isNoticed());
     EXPECT_EQ(conflicts()[0].pid, 0);
     EXPECT_EQ(conflicts()[0].processName, "systemd");
+}
+
+// More happens at once than the kernel keeps for the monitor, and a start with it.
+TEST_P(BackgroundMonitorTest, AStartThatNobodyToldOfIsFound) {
+    ASSERT_NO_FATAL_FAILURE(startHolder());
+    ASSERT_NO_FATAL_FAILURE(startMonitor());
+    home.write("server.py", "import pathlib, socket, time\n"
+                            "while not pathlib.Path('go').exists(): time.sleep(0.01)\n"
+                            "socket.create_server(('127.0.0.1', " +
+                                std::to_string(port) + "))\n");
+    ASSERT_EQ(::kill(static_cast<pid_t>(monitor.processId()), SIGSTOP), 0);
+    constexpr int kMoreThanIsKept = 2000;
+    for (int count = 0; count < kMoreThanIsKept; ++count) {
+        const pid_t child = ::fork();
+        if (child == 0)
+            ::_exit(1);
+        ::waitpid(child, nullptr, 0);
+    }
+    start(server, u"/usr/bin/python3"_s, {u"server.py"_s});
+    ASSERT_EQ(::kill(static_cast<pid_t>(monitor.processId()), SIGCONT), 0);
+    // When what comes later is known, so is what came before.
+    const Listener later;
+    ASSERT_TRUE(waitFor([&] {
+        return published().find("{\"port\":" + std::to_string(later.port()) + ",") !=
+               std::string::npos;
+    }));
+    home.write("go", "");
+    ASSERT_TRUE(server.waitForFinished(kPatienceMilliseconds));
+    EXPECT_TRUE(waitFor([this] { return !conflicts().empty(); }));
+}
+
+// Who may not be looked into is named all the same, by what everybody may know.
+TEST_P(BackgroundMonitorTest, AHolderOfAnotherUserIsNamed) {
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "only root can start something as two other users";
+    constexpr uid_t kHoldersUser = 65534;
+    constexpr uid_t kUser = 65533;
+    const auto as = [](QProcess& process, uid_t user) {
+        process.setChildProcessModifier([user] {
+            if (::setuid(user) != 0)
+                ::_exit(1);
+        });
+    };
+    const std::filesystem::path program = home.path() / "monitor";
+    std::filesystem::copy(ZENLOT_MONITOR, program);
+    std::filesystem::permissions(home.path(), std::filesystem::perms::all);
+    as(holder, kHoldersUser);
+    as(monitor, kUser);
+    as(server, kUser);
+    ASSERT_NO_FATAL_FAILURE(startHolder(u"/usr/bin/python3"_s));
+    start(monitor, QString::fromStdString(program.string()), GetParam());
+    ASSERT_TRUE(waitFor([&] { return home.read(kLog).find("started") != std::string::npos; }));
+    ASSERT_TRUE(isNoticed());
+    EXPECT_EQ(conflicts()[0].pid, holder.processId());
+    EXPECT_THAT(conflicts()[0].processName, HasSubstr("python3"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Noticing, BackgroundMonitorTest,
