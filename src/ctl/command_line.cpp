@@ -16,12 +16,14 @@ UsageError unexpected(std::string_view word) {
     return usageError("unexpected argument '" + terminalText(word) + "'");
 }
 
-Command parseList(std::span<const std::string_view> words) {
-    ListCommand command;
+// Of a command that takes nothing else.
+template <typename FormattedCommand>
+Command parseFormatted(std::span<const std::string_view> words) {
+    FormattedCommand command;
     for (const std::string_view word : words) {
         if (word != "--json")
             return unexpected(word);
-        command.format = ListCommand::Format::json;
+        command.format = Format::json;
     }
     return command;
 }
@@ -47,9 +49,11 @@ Command parseCommandLine(std::span<const std::string_view> words) {
     const std::string_view verb = words.front();
     const auto rest = words.subspan(1);
     if (verb == "list")
-        return parseList(rest);
+        return parseFormatted<ListCommand>(rest);
     if (verb == "check")
         return parseCheck(rest);
+    if (verb == "doctor")
+        return parseFormatted<DoctorCommand>(rest);
     if (verb != "--help" && verb != "-h" && verb != "--version")
         return usageError("unknown command '" + terminalText(verb) + "'");
     if (!rest.empty())
@@ -60,6 +64,7 @@ Command parseCommandLine(std::span<const std::string_view> words) {
 std::string_view helpText() {
     return "Usage: zenlotctl list [--json]\n"
            "       zenlotctl check PORT\n"
+           "       zenlotctl doctor [--json]\n"
            "       zenlotctl --help | --version\n"
            "\n"
            "Tells which process listens on which TCP port.\n"
@@ -67,6 +72,7 @@ std::string_view helpText() {
            "  list          every listening port: port, protocol, process id, user, name and path\n"
            "  list --json   the same as a JSON array of records\n"
            "  check PORT    one sentence on who holds the port\n"
+           "  doctor        what of kernel and desktop works here, what does not, and why\n"
            "\n"
            "Processes of other users are named only where the system lets this user see them.\n"
            "Exit status: 0 answered, 1 the answer could not be written, 2 bad usage.\n";

@@ -9,9 +9,14 @@
 
 namespace zenlot {
 
+enum class Format : std::uint8_t { text, json };
+
 struct ListCommand {
-    enum class Format : std::uint8_t { table, json };
-    Format format{Format::table};
+    Format format{Format::text};
+};
+
+struct DoctorCommand {
+    Format format{Format::text};
 };
 
 struct CheckCommand {
@@ -26,7 +31,8 @@ struct UsageError {
     std::string message;
 };
 
-using Command = std::variant<ListCommand, CheckCommand, HelpCommand, VersionCommand, UsageError>;
+using Command =
+    std::variant<ListCommand, CheckCommand, DoctorCommand, HelpCommand, VersionCommand, UsageError>;
 
 // `words` are the arguments without the program's own name.
 Command parseCommandLine(std::span<const std::string_view> words);

@@ -1,5 +1,6 @@
 // zenlotctl: the port inventory for scripts and for machines without a desktop.
 #include "ctl/command_line.h"
+#include "ctl/doctor.h"
 #include "ctl/port_table.h"
 #include "inventory/linux/linux_process_tables.h"
 #include "inventory/linux/processors.h"
@@ -42,8 +43,8 @@ class Runner {
   public:
     ExitStatus operator()(const ListCommand& command) const {
         const std::vector<OccupiedPort> ports = scanner_.listOccupiedPorts();
-        return print(command.format == ListCommand::Format::json ? encodeOccupiedPorts(ports) + "\n"
-                                                                 : portTable(ports));
+        return print(command.format == Format::json ? encodeOccupiedPorts(ports) + "\n"
+                                                    : portTable(ports));
     }
 
     ExitStatus operator()(const CheckCommand& command) const {
@@ -52,6 +53,12 @@ class Runner {
         return print(
             terminalText(checkPortAnswer(command.port, lookup.processesOnPort(command.port))) +
             "\n");
+    }
+
+    ExitStatus operator()(const DoctorCommand& command) const {
+        const std::vector<Finding> findings = examineMachine();
+        return print(command.format == Format::json ? diagnosisJson(findings) + "\n"
+                                                    : diagnosisText(findings));
     }
 
     ExitStatus operator()(const HelpCommand&) const { return print(helpText()); }

@@ -1,3 +1,4 @@
+#include "ctl/diagnosis.h"
 #include "ctl/port_table.h"
 
 #include <gtest/gtest.h>
@@ -29,6 +30,19 @@ TEST(PortTableTest, TextOfOtherProcessesCantSteerTheTerminal) {
     EXPECT_EQ(terminalText("\x1b]0;gone\x07"), "\\u{1B}]0;gone\\u{7}");
     EXPECT_EQ(terminalText("x\u202Egpj.exe\u2028"), "x\\u{202E}gpj.exe\\u{2028}");
     EXPECT_EQ(terminalText("\xff\xc3"), "\\xFF\\xC3");
+}
+
+TEST(DiagnosisTest, IsOneLineForEachFinding) {
+    const std::vector<Finding> findings{{"log", Finding::State::works, "a\x1b[2Jb\n"},
+                                        {"session bus", Finding::State::missing, "no\xff"},
+                                        {"x", Finding::State::limited, ""}};
+    EXPECT_EQ(diagnosisText(findings), "log          works    a\\u{1B}[2Jb\\u{A}\n"
+                                       "session bus  missing  no\\xFF\n"
+                                       "x            limited  \n");
+    EXPECT_EQ(diagnosisJson(std::span(findings).first(1)),
+              "[\n  {\n    \"subject\": \"log\",\n    \"state\": \"works\",\n"
+              "    \"detail\": \"a\\u001b[2Jb\\n\"\n  }\n]");
+    EXPECT_EQ(diagnosisJson({}), "[]");
 }
 
 TEST(PortTableTest, UsersAreNamedByTheirLogin) {

@@ -3,6 +3,7 @@
 #include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 #include <fcntl.h>
 #include <sys/wait.h>
@@ -10,6 +11,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <fstream>
+#include <map>
 #include <sstream>
 
 namespace zenlot {
@@ -84,6 +86,25 @@ TEST_F(ZenlotctlTest, StatusSaysHowItWent) {
     const Outcome full = run("list > /dev/full");
     EXPECT_EQ(full.status, 1);
     EXPECT_NE(full.errors.find("can't write"), std::string::npos);
+}
+
+TEST_F(ZenlotctlTest, DoctorNeedsNoSession) {
+    ::setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent", 1);
+    ::setenv("HOME", folder.path().c_str(), 1);
+    ::setenv("XDG_STATE_HOME", folder.path().c_str(), 1);
+    folder.write("Library/Logs/zenlot-monitor.log", "a line\n");
+    const Outcome answer = run("doctor --json");
+    EXPECT_EQ(answer.status, 0);
+    EXPECT_EQ(answer.errors, "");
+    const auto findings = nlohmann::json::parse(answer.output);
+    std::map<std::string, std::string> states;
+    for (const auto& finding : findings)
+        states[finding["subject"]] = finding["state"];
+    EXPECT_EQ(states["kernel tables"], "works");
+    EXPECT_EQ(states["session bus"], "missing");
+    EXPECT_EQ(states["published list"], "missing");
+    EXPECT_EQ(states["log"], "works");
+    EXPECT_FALSE(states.contains("notifications")) << "nobody to ask";
 }
 
 // A reader that has left has read enough.

@@ -349,6 +349,25 @@ TEST_F(UserManagerTest, NothingIsBelievedOfAMonitorThatWasSwitchedOff) {
     EXPECT_TRUE(tree->isGone("list item", port + u' '));
 }
 
+TEST_F(UserManagerTest, TheDoctorSaysWhatTheSessionHas) {
+    const auto says = [this](const std::string& line) {
+        return QTest::qWaitFor(
+            [&] {
+                return manager->run(QLatin1String(ZENLOTCTL) + u" doctor"_s).find(line) !=
+                       std::string::npos;
+            },
+            kPatience);
+    };
+    EXPECT_TRUE(says("service manager  works    process " + std::to_string(manager->processId())));
+    EXPECT_TRUE(says("monitor unit     limited  disabled, inactive"));
+    EXPECT_TRUE(says("notifications    missing  "));
+    systemctl(u"--now enable"_s);
+    const AlertScreen alerts(desktop);
+    EXPECT_TRUE(says("monitor unit     works    enabled, active"));
+    EXPECT_TRUE(says("published list   works    "));
+    EXPECT_TRUE(says("notifications    works    "));
+}
+
 // With its socket for a service, the manager holds a port. To end it would end the session.
 TEST_F(UserManagerTest, TheManagerItselfIsOfferedNowhere) {
     QString port;
