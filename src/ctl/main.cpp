@@ -1,6 +1,6 @@
 // zenlotctl: the port inventory for scripts and for machines without a desktop.
 #include "ctl/command_line.h"
-#include "ctl/doctor.h"
+#include "ctl/linux/doctor.h"
 #include "ctl/port_table.h"
 #include "inventory/linux/linux_process_tables.h"
 #include "inventory/linux/processors.h"

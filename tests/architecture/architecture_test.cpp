@@ -106,6 +106,7 @@ const std::map<std::string, Names> kPlan{
       "Qt6::Qml",
       "Qt6::Quick"}},
     {"ctl", {"zenlot_inventory", "ICU::uc"}},
+    {"ctl_linux", {"zenlot_ctl", "zenlot_inventory_linux", "PkgConfig::Systemd"}},
     {"automation",
      {"zenlot_inventory", "zenlot_monitoring", "zenlot_shell_intents", "zenlot_text", "Qt6::DBus",
       "zenlot_workers"}},

@@ -1,6 +1,6 @@
-#include "ctl/doctor.h"
+#include "ctl/linux/doctor.h"
 
-#include "ctl/session_bus.h"
+#include "ctl/linux/session_bus.h"
 #include "inventory/linux/netlink_transport.h"
 #include "inventory/linux/process_connector.h"
 #include "inventory/linux/sock_diag.h"
@@ -65,7 +65,8 @@ Finding deadSockets() {
 }
 
 Finding refusedBinds() {
-    const FileDescriptor socket(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+    const FileDescriptor socket(
+        ::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
     std::strncpy(address.sun_path, kRefusedBinds, sizeof address.sun_path - 1);

@@ -1,4 +1,4 @@
-#include "ctl/session_bus.h"
+#include "ctl/linux/session_bus.h"
 
 #include <systemd/sd-bus.h>
 
