@@ -560,6 +560,228 @@ untuned("Rust, environment", "./server",
         build=["rustc", "-o", "server", "main.rs"], environment={"SHOP_PORT": "%P"}, second=True)
 untuned("Privoxy", "privoxy --no-daemon privoxy.conf", {"privoxy.conf": "listen-address 127.0.0.1:%P\nconfdir .\n"})
 
+# Chosen after the rows above, by what developers run, and without a look at the method.
+untuned("NATS", "nats-server -a 127.0.0.1 -p %P")
+untuned("MariaDB", "mariadbd --defaults-file=my.cnf",
+        {"my.cnf": "[client]\nport = %D\n\n[mysqld]\nuser = root\ndatadir = ./data\nsocket = m.sock\n"
+                   "bind-address = 127.0.0.1\nport = %P\n"},
+        build=["sh", "-c", "mariadb-install-db --no-defaults --user=\"$(id -un)\" --datadir=\"$PWD/data\" --skip-test-db"],
+        second=True)
+untuned("Squid", "squid -N -d 1 -f squid.conf",
+        {"squid.conf": "http_port 127.0.0.1:%P\ncache_peer 127.0.0.1 parent %D 0 no-query\nhttp_access allow localhost\n"
+                       "pid_filename none\naccess_log none\ncache_log /dev/null\nnetdb_filename none\n"
+                       "pinger_enable off\nshutdown_lifetime 1 second\n"}, second=True)
+untuned("git daemon", "git daemon --listen=127.0.0.1 --port=%P --base-path=. --export-all")
+untuned("svnserve", "svnserve -d --foreground -r . --listen-host 127.0.0.1 --listen-port %P")
+untuned("hg serve", "hg serve -a 127.0.0.1 -p %P", build=["hg", "init"])
+untuned("Fossil", "fossil server --localhost --nojail --port %P shop.fossil", build=["fossil", "init", "-A", "dev", "shop.fossil"])
+untuned("rsync", "rsync --daemon --no-detach --config=rsyncd.conf",
+        {"rsyncd.conf": "address = 127.0.0.1\nport = %P\nuse chroot = no\nlog file = rsync.log\n\n[files]\npath = /tmp\n"})
+untuned("iperf3", "iperf3 -s", port=5201)
+untuned("distccd", "distccd --no-detach --log-stderr --daemon --allow 127.0.0.1 --listen 127.0.0.1 --port %P")
+untuned("gdbserver", "gdbserver --once 127.0.0.1:%P /bin/sleep 99")
+untuned("Dropbear", "dropbear -F -E -r key -P dropbear.pid -p 127.0.0.1:%P", build=["dropbearkey", "-t", "ed25519", "-f", "key"])
+untuned("ngIRCd", "ngircd -n -f ngircd.conf",
+        {"ngircd.conf": "[Global]\nName = irc.localhost.test\nInfo = x\nListen = 127.0.0.1\nPorts = %P\n"})
+untuned("Prosody", "prosody -F --config prosody.cfg.lua",
+        {"prosody.cfg.lua": "run_as_root = true\ndata_path = '.'\nmodules_disabled = { 's2s' }\ninterfaces = { '127.0.0.1' }\n"
+                            "c2s_ports = { %P }\nVirtualHost 'localhost'\n"})
+untuned("Transmission", "transmission-daemon -f -g settings",
+        {"settings/settings.json": '{"bind-address-ipv4": "127.0.0.1", "bind-address-ipv6": "::1", '
+                                   '"dht-enabled": false, "lpd-enabled": false, "pex-enabled": false, '
+                                   '"utp-enabled": false, "port-forwarding-enabled": false, '
+                                   '"rpc-bind-address": "127.0.0.1", "rpc-port": %P}\n'})
+untuned("nghttpd", "nghttpd --no-tls -a 127.0.0.1 %P")
+untuned("websocketd", "websocketd --address=127.0.0.1 --port=%P cat")
+untuned("Pushgateway", "prometheus-pushgateway --web.listen-address=127.0.0.1:%P")
+untuned("rinetd", "rinetd -f -c rinetd.conf", {"rinetd.conf": "127.0.0.1 %P 127.0.0.1 %D\n"}, second=True)
+untuned("php-cgi", "php-cgi -b 127.0.0.1:%P")
+untuned("epmd", "epmd -d -port %P")
+untuned("H2", "java -cp /usr/share/java/h2.jar org.h2.tools.Server -tcp -tcpPort %P -baseDir .")
+untuned("sslh", "sslh-select -f -n -p 127.0.0.1:%P --http 127.0.0.1:%D", second=True)
+untuned("Shell In A Box", "shellinaboxd -t -p %P --localhost-only -s /:AUTH:HOME:/bin/true")
+untuned("rmiregistry", "rmiregistry %P")
+untuned("Java, JDWP", "java -agentlib:jdwp=transport=dt_socket,server=y,suspend=n,address=127.0.0.1:%P Main.java",
+        {"Main.java": "public class Main {\n  public static void main(String[] a) throws Exception {\n"
+                      "    Thread.sleep(60000);\n  }\n}\n"})
+untuned("Jetty", ["java", "-cp", "out:/usr/share/java/*", "Web"],
+        {"Web.java": "import org.eclipse.jetty.server.Server;\npublic class Web {\n  public static void main(String[] a) throws "
+                     "Exception {\n    Server server = new Server(Integer.parseInt(System.getenv(\"JETTY_PORT\")));\n"
+                     "    server.start();\n    server.join();\n  }\n}\n"},
+        build=["javac", "-cp", "/usr/share/java/*", "-d", "out", "Web.java"], environment={"JETTY_PORT": "%P"})
+untuned("Java, jar", "java -jar target/shop.jar",
+        {"src/main/java/Server.java": JAVA % PROPERTIES,
+         "src/main/resources/application.properties": "spring.redis.port=%D\nserver.port=%P\n"},
+        build=["sh", "-c", "javac -d target/classes src/main/java/Server.java && jar cfe target/shop.jar Server "
+                           "-C target/classes Server.class -C src/main/resources application.properties"], second=True)
+untuned("Groovy", "groovy server.groovy",
+        {"server.groovy": "def config = new ConfigSlurper().parse(new File('config.groovy').toURL())\n"
+                          "new ServerSocket(config.http.port).accept()\n",
+         "config.groovy": "mail { port = %D }\nhttp { port = %P }\n"}, second=True)
+untuned("Clojure", "clojure server.clj",
+        {"server.clj": "(require '[clojure.edn :as edn])\n(def config (edn/read-string (slurp \"config.edn\")))\n"
+                       "(.accept (java.net.ServerSocket. (get-in config [:http :port])))\n",
+         "config.edn": "{:db {:host \"localhost\" :port %D}\n :http {:port %P}}\n"}, second=True)
+untuned("Nim", "./server",
+        {"server.nim": "import std/[asynchttpserver, asyncdispatch]\nconst port = Port(%P)\nproc answer(r: Request) {.async.} =\n"
+                       "  await r.respond(Http200, \"ok\")\nwaitFor newAsyncHttpServer().serve(port, answer, \"127.0.0.1\")\n"},
+        build=["nim", "c", "--hints:off", "--nimcache:cache", "server.nim"])
+untuned("gawk", "gawk -f server.awk",
+        {"server.awk": "BEGIN {\n    service = \"/inet/tcp/%P/0/0\"\n    if ((service |& getline line) < 0) {\n"
+                       "        print \"can't listen: \" ERRNO > \"/dev/stderr\"\n        exit 1\n    }\n}\n"})
+untuned("bash, sourced .env", "bash serve.sh",
+        {"serve.sh": "set -a\nsource .env\nexec ruby -run -e httpd . -b 127.0.0.1 -p \"$WEB_PORT\"\n",
+         ".env": "DATABASE_URL=postgres://localhost:%D/shop\nWEB_PORT=%P\n"}, second=True)
+untuned("make serve", "make serve", {"Makefile": "PORT ?= %P\n\n.PHONY: serve\nserve:\n\tpython3 -m http.server $(PORT)\n"})
+untuned("rake serve", "rake serve",
+        {"Rakefile": "require 'webrick'\n\ndesc 'Serve'\ntask :serve do\n  WEBrick::HTTPServer.new("
+                     "BindAddress: '127.0.0.1', Port: ENV.fetch('PORT', %P).to_i).start\nend\n"})
+untuned("Foreman", "foreman start", {"Procfile": "web: python3 -m http.server $PORT\n", ".env": "PORT=%P\n"})
+untuned("Supervisor", "supervisord -n -c supervisord.conf",
+        {"supervisord.conf": "[supervisord]\npidfile = s.pid\nlogfile = s.log\n\n[inet_http_server]\nport = 127.0.0.1:%P\n"})
+
+untuned("Thin", "thin start -a 127.0.0.1 -p %P", RACK)
+untuned("Unicorn", "unicorn -c config/unicorn.rb",
+        {"config.ru": "REDIS = ENV.fetch('REDIS_URL', 'redis://localhost:%D/0')\nrun ->(env) { [200, {}, ['ok']] }\n",
+         "config/unicorn.rb": "worker_processes 1\nlisten '127.0.0.1:%P'\n"}, second=True)
+untuned("Rails", "ruby bin/rails server -b 127.0.0.1 -p %P",
+        {"bin/rails": "APP_PATH = File.expand_path('../config/application', __dir__)\nrequire 'rails/commands'\n",
+         "config/application.rb": "require 'rails'\nrequire 'action_controller/railtie'\n\nclass Shop < Rails::Application\n"
+                                  "  config.eager_load = false\n  config.secret_key_base = 'x'\n"
+                                  "  routes.append { root to: ->(env) { [200, {}, ['ok']] } }\nend\n",
+         "config.ru": "require_relative 'config/application'\nShop.initialize!\nrun Shop\n",
+         "log/x": "", "tmp/pids/x": ""})
+untuned("EventMachine", "ruby echo.rb",
+        {"echo.rb": "require 'eventmachine'\nmodule Echo\n  PORT = %P\n  def receive_data(data) = send_data(data)\nend\n"
+                    "EventMachine.run { EventMachine.start_server('127.0.0.1', Echo::PORT, Echo) }\n"})
+untuned("Catalyst", "perl script/shop_server.pl -p %P",
+        {"script/shop_server.pl": "use lib 'lib';\nuse Catalyst::ScriptRunner;\nCatalyst::ScriptRunner->run('Shop', 'Server');\n",
+         "lib/Shop.pm": "package Shop;\nuse Moose;\nuse Catalyst;\nextends 'Catalyst';\n__PACKAGE__->setup;\n1;\n"})
+untuned("hypnotoad", "hypnotoad -f shop.pl",
+        {"shop.pl": "use Mojolicious::Lite;\napp->config(hypnotoad => {listen => ['http://127.0.0.1:%P'], workers => 1});\n"
+                    "get '/' => {text => 'ok'};\napp->start;\n"})
+untuned("Net::Server", "perl chat.pl --port=127.0.0.1:%P",
+        {"chat.pl": "package Chat;\nuse base 'Net::Server::PreFork';\nsub process_request { print \"ok\\n\" }\nChat->run;\n"})
+untuned("POE", "perl server.pl",
+        {"server.pl": "use POE 'Component::Server::TCP';\nPOE::Component::Server::TCP->new(Address => '127.0.0.1', Port => %P,\n"
+                      "    ClientInput => sub { });\nPOE::Kernel->run;\n"})
+
+untuned("uWSGI", "uwsgi --ini uwsgi.ini",
+        {**WSGI, "uwsgi.ini": "[uwsgi]\nplugin = python3\nmodule = app:app\nenv = BROKER_URL=amqp://localhost:%D//\n"
+                              "http-socket = 127.0.0.1:%P\ndie-on-term = true\n"}, second=True)
+untuned("cheroot", py("main.py"),
+        {"main.py": "from cheroot import wsgi\nfrom app import app\nwsgi.Server(('127.0.0.1', %P), app).start()\n", **WSGI})
+untuned("web.py", py("main.py 127.0.0.1:%P"),
+        {"main.py": "import web\n\nclass Home:\n    def GET(self):\n        return 'ok'\n\n"
+                    "if __name__ == '__main__':\n    web.application(('/', 'Home'), globals()).run()\n"})
+untuned("livereload", py("watch.py"),
+        {"watch.py": "from livereload import Server\nserver = Server()\nserver.watch('*.html')\n"
+                     "server.serve(root='.', host='127.0.0.1', port=%P)\n", **WEB})
+untuned("FastAPI, settings", py("main.py"),
+        {"main.py": "import uvicorn\nfrom fastapi import FastAPI\nfrom pydantic import BaseSettings\n\n"
+                    "class Settings(BaseSettings):\n    database_url: str\n    http_port: int\n\n    class Config:\n"
+                    "        env_file = '.env'\n\nsettings = Settings()\nuvicorn.run(FastAPI(), port=settings.http_port)\n",
+         ".env": "DATABASE_URL=postgresql://localhost:%D/shop\nHTTP_PORT=%P\n"}, second=True)
+untuned("hug", "hug -f api.py -p %P", {"api.py": "import hug\n\n@hug.get()\ndef home():\n    return 'ok'\n"})
+untuned("Autobahn", py("main.py"),
+        {"main.py": "import asyncio, os\nfrom autobahn.asyncio.websocket import WebSocketServerFactory\n\n"
+                    "async def main():\n    port = int(os.environ['WS_PORT'])\n    loop = asyncio.get_running_loop()\n"
+                    "    server = await loop.create_server(WebSocketServerFactory(), '127.0.0.1', port)\n"
+                    "    await server.serve_forever()\nasyncio.run(main())\n"}, environment={"WS_PORT": "%P"})
+untuned("Radicale", "radicale --config radicale.ini",
+        {"radicale.ini": "[server]\nhosts = 127.0.0.1:%P\n\n[storage]\nfilesystem_folder = calendars\n"})
+untuned("pydoc", py("-m pydoc -n 127.0.0.1 -p %P"))
+untuned("smtpd", py("-W ignore -m smtpd -n -c DebuggingServer 127.0.0.1:%P"))
+untuned("wsgiref", py("-m wsgiref.simple_server"), port=8000)
+untuned("multiprocessing manager", py("queue_server.py"),
+        {"queue_server.py": "from multiprocessing.managers import BaseManager\nfrom queue import Queue\nwork = Queue()\n"
+                            "BaseManager.register('work', callable=lambda: work)\n"
+                            "BaseManager(address=('', %P), authkey=b'x').get_server().serve_forever()\n"})
+untuned("mitmdump", "mitmdump --listen-host 127.0.0.1 -p %P")
+
+untuned("VitePress", "vitepress dev", {"index.md": "# x\n", "package.json": '{"type": "module"}\n'}, port=5173)
+untuned("Rspack", "rspack serve",
+        {"rspack.config.js": "module.exports = {\n  mode: 'development',\n  entry: './main.js',\n"
+                             "  devServer: { host: '127.0.0.1', port: %P },\n};\n", "main.js": "console.log(1);\n",
+         "package.json": '{"name": "pack"}\n'})
+untuned("rollup-plugin-serve", "rollup -c -w",
+        {"rollup.config.mjs": "import serve from 'rollup-plugin-serve';\nexport default {\n  input: 'main.js',\n"
+                              "  output: { file: 'dist/out.js' },\n  plugins: [serve({ contentBase: 'dist', host: '127.0.0.1', "
+                              "port: %P })],\n};\n", "main.js": "console.log(1);\n", "package.json": "{}"})
+untuned("gulp-connect", "gulp serve",
+        {"gulpfile.js": "const connect = require('gulp-connect');\nexports.serve = (done) => {\n"
+                        "  connect.server({ root: '.', host: '127.0.0.1', port: %P });\n  done();\n};\n"})
+untuned("local-web-server", "ws", port=8000)
+untuned("lite-server", "lite-server", {**WEB, "bs-config.json": '{"port": %P, "open": false, "ui": false}\n'})
+untuned("Verdaccio", "verdaccio -c verdaccio.yaml",
+        {"verdaccio.yaml": "storage: ./storage\nuplinks:\n  office:\n    url: http://localhost:%D/\npackages:\n  '**':\n"
+                           "    access: $all\n    proxy: office\nlisten: 127.0.0.1:%P\n"}, second=True)
+untuned("Node-RED", "node-red -u flows -p %P", {"flows/flows.json": "[]"})
+untuned("TiddlyWiki", "tiddlywiki . --listen port=%P",
+        {"tiddlywiki.info": '{"plugins": ["tiddlywiki/tiddlyweb", "tiddlywiki/filesystem"], "themes": []}\n'})
+untuned("PeerJS", "peerjs --host 127.0.0.1 --port %P")
+untuned("Fastify CLI", "fastify start -l info -p %P plugin.js", {"plugin.js": "module.exports = async (fastify, options) => {};\n"})
+untuned("GraphQL Yoga", "node index.js",
+        {"index.js": "const { createSchema, createYoga } = require('graphql-yoga');\nconst { createServer } = require('http');\n"
+                     "const schema = createSchema({ typeDefs: 'type Query { on: Boolean }' });\nconst yoga = createYoga({ schema });\n"
+                     "createServer(yoga).listen(process.env.GRAPHQL_PORT);\n"}, environment={"GRAPHQL_PORT": "%P"})
+untuned("NestJS", "tsx src/main.ts",
+        {"src/main.ts": "import 'reflect-metadata';\nimport { Module } from '@nestjs/common';\n"
+                        "import { NestFactory } from '@nestjs/core';\n\n@Module({})\nclass AppModule {}\n\n"
+                        "async function bootstrap() {\n  const app = await NestFactory.create(AppModule);\n"
+                        "  await app.listen(process.env.PORT ?? %P);\n}\nbootstrap();\n",
+         "tsconfig.json": '{"compilerOptions": {"experimentalDecorators": true, "module": "commonjs"}}\n'})
+untuned("Feathers", "node src/index.js",
+        {"src/index.js": "const { feathers } = require('@feathersjs/feathers');\nconst express = require('@feathersjs/express');\n"
+                         "const app = express(feathers());\napp.set('port', require('../config/default.json').port);\n"
+                         "app.listen(app.get('port'));\n",
+         "config/default.json": '{"host": "localhost", "port": %P, "mongodb": "mongodb://localhost:%D/shop"}\n'}, second=True)
+untuned("smtp-server", "node mail.js",
+        {"mail.js": "const { SMTPServer } = require('smtp-server');\nconst server = new SMTPServer({ authOptional: true });\n"
+                    "server.on('error', (error) => console.error(error.message));\nserver.listen(%P, '127.0.0.1');\n"})
+untuned("grpc-js", "node rpc.js",
+        {"rpc.js": "const grpc = require('@grpc/grpc-js');\nconst server = new grpc.Server();\n"
+                   "server.bindAsync('127.0.0.1:%P', grpc.ServerCredentials.createInsecure(), (error) => {\n"
+                   "  if (error) throw error;\n});\n"})
+untuned("http2", "node h2.mjs",
+        {"h2.mjs": "import http2 from 'node:http2';\nimport { parseArgs } from 'node:util';\n"
+                   "const { values } = parseArgs({ options: { listen: { type: 'string', short: 'l', default: '%P' } } });\n"
+                   "http2.createServer().listen(Number(values.listen), '127.0.0.1');\n"})
+untuned("node --inspect", "node --inspect=127.0.0.1:%P worker.js", {"worker.js": "setInterval(() => {}, 1000);\n"})
+untuned("Aedes", "node broker.js",
+        {"broker.js": "const config = require('./package.json').config;\nconst { Aedes } = require('aedes');\n"
+                      "Aedes.createBroker().then((broker) => require('net').createServer(broker.handle).listen(config.mqtt));\n",
+         "package.json": '{"name": "broker", "config": {"mqtt": %P, "admin": %D}}\n'}, second=True)
+untuned("Faye", "node faye.js",
+        {"faye.js": "const faye = require('faye');\nconst server = require('http').createServer();\n"
+                    "new faye.NodeAdapter({ mount: '/push' }).attach(server);\nserver.listen({ host: '127.0.0.1', port: %P });\n"})
+untuned("npx", "npx http-server -a 127.0.0.1 -p %P", {"package.json": '{"name": "pages", "private": true}\n'})
+untuned("npm workspace", "npm run dev --workspace=api",
+        {"package.json": '{"name": "all", "private": true, "workspaces": ["packages/api", "packages/web"]}\n',
+         "packages/api/package.json": '{"name": "api", "version": "1.0.0", "scripts": {"dev": "node src/index.js"}}\n',
+         "packages/api/src/index.js": "const { port } = require('./config');\n" + HTTP + ".listen(port);\n",
+         "packages/api/src/config.js": "module.exports = { port: Number(process.env.PORT || %P) };\n",
+         "packages/web/package.json": '{"name": "web", "version": "1.0.0", "scripts": {"dev": "vite --port %D"}}\n'},
+        second=True)
+untuned("concurrently", "npm run dev",
+        {"package.json": '{"name": "both", "scripts": {"dev": "concurrently \\"node api.js\\" \\"node worker.js\\""}}\n',
+         "api.js": HTTP + ".listen(%P);\n", "worker.js": "setInterval(() => {}, 1000);\n"})
+untuned("cross-env", "npm run serve",
+        {"package.json": '{"name": "own", "scripts": {"serve": "cross-env HTTP_PORT=%P node server.js"}}\n',
+         "server.js": HTTP + ".listen(process.env.HTTP_PORT);\n"})
+untuned("babel-node", "babel-node --presets @babel/preset-env server.js",
+        {"server.js": "import http from 'http';\nimport { port } from './settings';\nhttp.createServer().listen(port);\n",
+         "settings.js": "export const metricsPort = %D;\nexport const port = %P;\n"}, second=True)
+untuned("tsc, dist", "node dist/server.js",
+        {"src/server.ts": "import { createServer } from 'http';\nimport { settings } from './settings';\n\n"
+                          "createServer().listen(settings.port);\n",
+         "src/settings.ts": "export const settings: { port: number } = { port: %P };\n",
+         "tsconfig.json": '{"compilerOptions": {"outDir": "dist", "module": "commonjs", "types": ["node"], "skipLibCheck": true}}\n'},
+        build=["node", "node_modules/typescript/bin/tsc"])
+untuned("CoffeeScript", "coffee server.coffee",
+        {"server.coffee": "http = require 'http'\nport = process.env.PORT or %P\n"
+                          "http.createServer((request, response) -> response.end 'ok').listen port\n"})
+
 # --- What must give no alert ---------------------------------------------------------------------
 def crashes(port):
     """(name, command, files, port that is held) of programs that end without having asked for it, or
