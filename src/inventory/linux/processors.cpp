@@ -86,7 +86,9 @@ std::optional<unsigned> processorQuota(const std::string& root) {
             std::string group(line.substr(second + 1));
             while (!group.empty()) {
                 group.resize(group.find_last_not_of('/') + 1);
-                if (const auto quota = quotaOfGroup(files, "sys/fs/cgroup" + mount + group))
+                std::string folder("sys/fs/cgroup");
+                folder.append(mount).append(group);
+                if (const auto quota = quotaOfGroup(files, folder))
                     smallest = std::min(*quota, smallest.value_or(*quota));
                 group.resize(group.empty() ? 0 : group.rfind('/') + 1);
             }
