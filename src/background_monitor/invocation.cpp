@@ -67,7 +67,7 @@ constexpr std::string_view kDebuggersOwn = "debugpy/adapter";
 constexpr std::string_view kNever =
     " sh bash dash zsh fish ksh csh tcsh env sudo su doas make ninja cmake cargo rustc go git gh "
     "hg "
-    "svn ssh scp sftp rsync tmux screen gdb lldb strace ltrace perf systemd systemctl journalctl "
+    "svn ssh scp sftp tmux screen gdb lldb strace ltrace perf systemd systemctl journalctl "
     "dbus-daemon dbus-send busctl gdbus curl wget http https xh ab wrk hey siege nmap telnet psql "
     "pg_isready mysql mysqladmin redis-cli mongosh mongo sqlite3 dig host nslookup ping ss netstat "
     "lsof fuser ip gcc g++ cc c++ cpp cc1 cc1plus clang clang++ as ld ld.lld collect2 ccache javac "
@@ -147,16 +147,6 @@ std::string packageOf(std::string_view path) {
     return std::string(path.substr(0, end));
 }
 
-// A script of an installed package has its row, or none; only one of the user's own is generic.
-bool isInstalled(std::string_view script) {
-    return script.find("node_modules/") != std::string_view::npos ||
-           script.find("site-packages/") != std::string_view::npos ||
-           script.find("dist-packages/") != std::string_view::npos ||
-           (script.starts_with('/') && !hasScriptEnding(script) &&
-            script.find("/bin/") != std::string_view::npos) ||
-           script.starts_with("/usr/lib/") || script.starts_with("/usr/share/");
-}
-
 std::vector<std::string> from(std::span<const std::string> words, std::size_t first) {
     words = words.subspan(std::min(first, words.size()));
     return {words.begin(), words.end()};
@@ -177,7 +167,8 @@ void takeScript(Invocation& invocation, const Interpreter& interpreter,
     invocation.package = packageOf(script);
     invocation.tool = withoutScriptEnding(baseName(script));
     invocation.arguments = from(words, place + 1);
-    if (!isInstalled(script))
+    // A script of an installed package has its row, or none; only one of the user's own is generic.
+    if (!isInstalledScript(script))
         invocation.genericTool = genericToolOf(interpreter.name);
     if (interpreter.name != "deno" && interpreter.name != "bun")
         return;
@@ -324,6 +315,15 @@ std::optional<std::vector<std::string>> carriedCommand(const Invocation& carrier
 }
 
 } // namespace
+
+bool isInstalledScript(std::string_view script) {
+    return script.find("node_modules/") != std::string_view::npos ||
+           script.find("site-packages/") != std::string_view::npos ||
+           script.find("dist-packages/") != std::string_view::npos ||
+           (script.starts_with('/') && !hasScriptEnding(script) &&
+            script.find("/bin/") != std::string_view::npos) ||
+           script.starts_with("/usr/lib/") || script.starts_with("/usr/share/");
+}
 
 std::optional<Invocation> identifyInvocation(std::span<const std::string> commandLine,
                                              const std::string& executable) {

@@ -39,4 +39,7 @@ struct Invocation {
 std::optional<Invocation> identifyInvocation(std::span<const std::string> commandLine,
                                              const std::string& executable);
 
+// Whether a script came with a package or with the system, so that it is nobody's own.
+bool isInstalledScript(std::string_view script);
+
 } // namespace zenlot

@@ -45,11 +45,11 @@ constexpr std::size_t kPiece = std::size_t{1024} * 1024;
 // More than the longest thing that is looked for.
 constexpr std::size_t kOverlap = 64;
 
-constexpr std::array<std::string_view, 18> kManifests{
+constexpr std::array<std::string_view, 19> kManifests{
     ".git",         "package.json", "go.mod",           "Cargo.toml", "pyproject.toml",
     "setup.py",     "setup.cfg",    "requirements.txt", "Gemfile",    "composer.json",
     "pom.xml",      "build.gradle", "mix.exs",          "deno.json",  "CMakeLists.txt",
-    "rebar.config", "cpanfile",     "DESCRIPTION"};
+    "rebar.config", "cpanfile",     "DESCRIPTION",      "Rakefile"};
 
 // Folders that hold what others wrote, what was built, or what is no part of the running program.
 constexpr std::array<std::string_view, 24> kSkippedFolders{
@@ -58,12 +58,12 @@ constexpr std::array<std::string_view, 24> kSkippedFolders{
     "examples",     "fixtures", "migrations", "public", "static", "assets", "deps", "_build"};
 
 // What is read of a project: sources, settings, and files that say how it is started.
-constexpr std::array<std::string_view, 46> kProjectEndings{
-    ".js",  ".mjs",   ".cjs", ".ts",    ".mts", ".cts", ".tsx",  ".jsx", ".py",  ".rb",
-    ".ru",  ".php",   ".pl",  ".psgi",  ".pm",  ".lua", ".erl",  ".hrl", ".ex",  ".exs",
-    ".R",   ".r",     ".go",  ".rs",    ".c",   ".cc",  ".cpp",  ".h",   ".hpp", ".java",
-    ".kt",  ".scala", ".clj", ".cs",    ".tcl", ".scm", ".lisp", ".pro", ".ml",  ".hs",
-    ".nim", ".cr",    ".zig", ".swift", ".d",   ".sh"};
+constexpr std::array<std::string_view, 49> kProjectEndings{
+    ".js",  ".mjs",   ".cjs", ".ts",    ".mts", ".cts", ".tsx",    ".jsx",    ".py",  ".rb",
+    ".ru",  ".php",   ".pl",  ".psgi",  ".pm",  ".lua", ".erl",    ".hrl",    ".ex",  ".exs",
+    ".R",   ".r",     ".go",  ".rs",    ".c",   ".cc",  ".cpp",    ".h",      ".hpp", ".java",
+    ".kt",  ".scala", ".clj", ".cs",    ".tcl", ".scm", ".lisp",   ".pro",    ".ml",  ".hs",
+    ".nim", ".cr",    ".zig", ".swift", ".d",   ".sh",  ".coffee", ".groovy", ".awk"};
 // Settings of other programs that happen to lie in the same folder.
 constexpr std::array<std::string_view, 9> kForeignFiles{
     "docker-compose", "compose.y",  "package-lock", "tsconfig", "jest.config",
@@ -210,8 +210,8 @@ class FileSearch {
         addBuiltsVariables(all);
         if (attempt_.runtime->mayNamePortItself) {
             all.push_back({PortSource::mention, mentionedNearby()});
-            // What is merely installed has no project.
-            if (!isUnknown() && !decidingAnswer(all))
+            // What is merely installed has no project, but for a tool that runs scripts.
+            if ((!isUnknown() || isInstalledTool()) && !decidingAnswer(all))
                 all.push_back({PortSource::project, mentionedInProject()});
             for (const auto& [library, port] : attempt_.runtime->libraries) {
                 if (usesLibrary(library))
@@ -232,14 +232,26 @@ class FileSearch {
                attempt_.runtime->programs.end();
     }
 
+    // A script that a package brought, which works on what lies where it is started.
+    bool isInstalledTool() const {
+        return !attempt_.script.empty() && isInstalledScript(attempt_.script);
+    }
+
     bool hasTime() const { return std::chrono::steady_clock::now() < deadline_; }
 
     void readSources() {
         addSource(attempt_.inlineSource, folder_);
         if (!attempt_.runtime->mayNamePortItself)
             return;
-        if (!attempt_.script.empty())
-            readScript();
+        if (!attempt_.script.empty() && !isInstalledTool())
+            readScript(attempt_.script);
+        // A tool that carries other languages is given their scripts: `coffee server.coffee`.
+        if (sources_.empty() && (isUnknown() || isInstalledTool())) {
+            for (const std::string& word : attempt_.arguments) {
+                if (endsWithAny(word, kProjectEndings) && word.size() < kLongestPath)
+                    readScript(word);
+            }
+        }
         if (attempt_.program) {
             readBuiltFrom();
             searchProgram();
@@ -247,8 +259,8 @@ class FileSearch {
     }
 
     // The script and what it loads, breadth first.
-    void readScript() {
-        fs::path script = folder_ / attempt_.script;
+    void readScript(const std::string& path) {
+        fs::path script = folder_ / path;
         if (const auto file = importedFile(script.parent_path(), script.filename()))
             script = *file;
         scriptFolder_ = script.parent_path();
@@ -413,9 +425,6 @@ class FileSearch {
                 const std::string name = word.substr(word.find('=') + 1);
                 if (settingsFormatOf(name) && name.size() < kLongestPath)
                     readConfig(folder_ / name);
-                else if (isUnknown() && endsWithAny(name, kProjectEndings) &&
-                         name.size() < kLongestPath)
-                    nearby_ += readText(folder_ / name).value_or(std::string()) + "\n";
             }
         }
         for (const fs::path& file : namedFiles_) {
@@ -526,6 +535,8 @@ class FileSearch {
         const fs::path script = (folder_ / attempt_.script).parent_path();
         for (const fs::path& start :
              {folder_, script.lexically_normal(), fs::path(attempt_.executable).parent_path()}) {
+            if (isInstalledTool() && start != folder_)
+                break;
             fs::path folder = start;
             for (int distance = 0; distance < kFarthestProjectRoot; ++distance) {
                 if (folder.empty() || folder == folder.root_path() || folder == attempt_.home)
@@ -592,7 +603,8 @@ class FileSearch {
             name.find(".spec.") != std::string::npos || name.find("_test.") != std::string::npos)
             return false;
         return endsWithAny(name, kProjectEndings) || settingsFormatOf(name) ||
-               name.starts_with(".env") || name == "Procfile" || name == "Makefile";
+               name.starts_with(".env") || name == "Procfile" || name == "Makefile" ||
+               name == "Rakefile";
     }
 
     // In settings the block counts as well.

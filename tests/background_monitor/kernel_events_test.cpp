@@ -26,8 +26,6 @@
 namespace zenlot {
 namespace {
 
-using testing::Contains;
-
 TEST(OverlapTest, IsWhatTheKernelRefuses) {
     struct Case {
         const char* wanted;

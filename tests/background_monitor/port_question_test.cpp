@@ -8,7 +8,6 @@ namespace zenlot {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 using enum SettingsFormat;
 
 TEST(SettingsTextTest, KeysStandWithTheirBlocks) {

@@ -150,7 +150,7 @@ TEST_F(SourceReaderTest, BuiltProgramReadsTheSettingsThatItKnowsByName) {
     runtime.environment = {"PORT"};
     folder.write("server", std::string("\x7f"
                                        "config.toml\0:4400\0",
-                                       20));
+                                       19));
     folder.write("app/config.toml", "[server]\nport = 4300\n");
     folder.write("app/other.toml", "port = 4400\n");
     attempt.program = std::make_shared<const FileDescriptor>(

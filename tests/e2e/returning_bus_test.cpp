@@ -18,8 +18,7 @@ class ReturningBusTest : public testing::Test {
 
     // Always at the same address, as a user's session has it.
     QString startBus(const QProcessEnvironment& environment) {
-        const QString address =
-            u"unix:path="_s + environment.value(u"XDG_RUNTIME_DIR"_s) + u"/bus"_s;
+        QString address = u"unix:path="_s + environment.value(u"XDG_RUNTIME_DIR"_s) + u"/bus"_s;
         const std::string configuration = writeSessionBusConfiguration(busFiles).string();
         bus.setProcessEnvironment(environment);
         bus.start(u"dbus-daemon"_s, {u"--nofork"_s, u"--nopidfile"_s, u"--print-address=1"_s,
