@@ -1,0 +1,27 @@
+// Holders that a test makes up.
+#pragma once
+
+#include "background_monitor/port_holders.h"
+
+#include <cstdint>
+#include <map>
+#include <set>
+
+namespace zenlot {
+
+class FakePortHolders final : public PortHolders {
+  public:
+    std::map<std::uint16_t, HolderAnswer> answers; // by port; nobody holds another
+    std::set<ProcessId> shells;
+    mutable int questions{0};
+
+    HolderAnswer holderFor(const BindEvent& refused) const override {
+        ++questions;
+        const auto found = answers.find(refused.port);
+        return found == answers.end() ? HolderAnswer{} : found->second;
+    }
+
+    bool isShellOfTerminal(ProcessId pid) const override { return shells.contains(pid); }
+};
+
+} // namespace zenlot
