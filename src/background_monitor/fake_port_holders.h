@@ -3,6 +3,7 @@
 
 #include "background_monitor/port_holders.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <set>
@@ -13,12 +14,18 @@ class FakePortHolders final : public PortHolders {
   public:
     std::map<std::uint16_t, HolderAnswer> answers; // by port; nobody holds another
     std::set<ProcessId> shells;
+    std::map<ProcessId, std::size_t> commandKeys;
     mutable int questions{0};
 
     HolderAnswer holderFor(const BindEvent& refused) const override {
         ++questions;
         const auto found = answers.find(refused.port);
         return found == answers.end() ? HolderAnswer{} : found->second;
+    }
+
+    std::size_t commandKeyOf(ProcessId pid) const override {
+        const auto found = commandKeys.find(pid);
+        return found == commandKeys.end() ? 0 : found->second;
     }
 
     bool isShellOfTerminal(ProcessId pid) const override { return shells.contains(pid); }

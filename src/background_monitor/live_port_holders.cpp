@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <functional>
 #include <span>
 #include <string>
 
@@ -115,6 +116,12 @@ std::vector<ProcessId> LivePortHolders::ancestorsOf(const BindEvent& refused) co
         pid = stat->parentPid;
     }
     return ancestors;
+}
+
+std::size_t LivePortHolders::commandKeyOf(ProcessId pid) const {
+    const std::string folder = std::to_string(pid);
+    const auto commandLine = procFiles_.read(folder + "/cmdline");
+    return commandLine && !commandLine->empty() ? std::hash<std::string>()(*commandLine) : 0;
 }
 
 bool LivePortHolders::isShellOfTerminal(ProcessId pid) const {

@@ -7,6 +7,7 @@
 #include "inventory/linux/netlink_transport.h"
 #include "inventory/linux/proc_files.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -25,6 +26,7 @@ class LivePortHolders final : public PortHolders {
     explicit LivePortHolders(const LiveMachine& machine);
 
     HolderAnswer holderFor(const BindEvent& refused) const override;
+    std::size_t commandKeyOf(ProcessId pid) const override;
     bool isShellOfTerminal(ProcessId pid) const override;
 
     // Whether it happened in the network of this process.

@@ -4,6 +4,7 @@
 #include "background_monitor/attempt_tracker.h"
 #include "bindwatch/bind_stream.h"
 
+#include <cstddef>
 #include <cstdint>
 
 namespace zenlot {
@@ -29,6 +30,9 @@ class PortHolders {
 
     // As things are at the moment.
     virtual HolderAnswer holderFor(const BindEvent& refused) const = 0;
+
+    // Tells the command that a process runs from others of the same name; 0 when it has ended.
+    virtual std::size_t commandKeyOf(ProcessId pid) const = 0;
 
     // Whether the process is the shell of a terminal, which starts what people ask for.
     virtual bool isShellOfTerminal(ProcessId pid) const = 0;

@@ -176,6 +176,7 @@ RefusalTracker::Process& RefusalTracker::processOf(const BindEvent& event) {
     process.parent = static_cast<ProcessId>(event.parent);
     process.network = event.network_inode;
     process.command = commandOf(event);
+    process.commandKey = holders_.commandKeyOf(process.pid);
     return processes_.emplace_back(std::move(process));
 }
 
@@ -237,7 +238,7 @@ void RefusalTracker::decide(Process& process, BootTime now, std::vector<Verdict>
             continue;
         }
         refused.state = Refused::State::told;
-        if (!announce(process, refused.port, refused.at))
+        if (!announce(process, refused))
             continue;
         Verdict verdict;
         verdict.kind = tookAnother       ? Verdict::Kind::drift
@@ -250,21 +251,26 @@ void RefusalTracker::decide(Process& process, BootTime now, std::vector<Verdict>
     }
 }
 
-bool RefusalTracker::announce(const Process& process, std::uint16_t port, BootTime at) {
+bool RefusalTracker::announce(const Process& process, const Refused& refused) {
+    const BootTime at = refused.at;
     std::erase_if(announcements_, [at](const Announcement& earlier) {
         return at - earlier.announcedAt >= kLoopPause;
     });
     for (Announcement& earlier : announcements_) {
-        if (earlier.port != port || earlier.network != process.network)
+        if (earlier.port != refused.port || earlier.network != process.network ||
+            earlier.holder != refused.holder.pid)
             continue;
         const BootTime pause = at - earlier.lastAt;
-        const bool isFamily = earlier.pid == process.parent || earlier.parent == process.pid ||
-                              earlier.parent == process.parent;
-        const bool isSameCommand = earlier.command == process.command;
+        const bool isSibling = earlier.parent == process.parent;
+        const bool isFamily =
+            isSibling || earlier.pid == process.parent || earlier.parent == process.pid;
+        // Of one that was gone too soon the name is all that is known.
+        const bool isSameCommand = earlier.command == process.command &&
+                                   (earlier.commandKey == 0 || process.commandKey == 0 ||
+                                    earlier.commandKey == process.commandKey);
         const bool isLoop =
-            isSameCommand &&
-            (pause < kFasterThanPeople ||
-             (earlier.parent == process.parent && !holders_.isShellOfTerminal(process.parent)));
+            isSameCommand && (pause < kFasterThanPeople ||
+                              (isSibling && !holders_.isShellOfTerminal(process.parent)));
         if (isLoop || (isFamily && pause < kSameAttempt)) {
             earlier.lastAt = at;
             return false;
@@ -272,8 +278,8 @@ bool RefusalTracker::announce(const Process& process, std::uint16_t port, BootTi
     }
     if (announcements_.size() >= kMostAnnouncements)
         announcements_.erase(announcements_.begin());
-    announcements_.push_back(
-        {process.command, process.pid, process.parent, process.network, port, at, at});
+    announcements_.push_back({process.command, process.commandKey, process.pid, process.parent,
+                              process.network, refused.port, refused.holder.pid, at, at});
     return true;
 }
 

@@ -83,6 +83,7 @@ class RefusalTracker {
         ProcessId parent{0};
         std::uint32_t network{0};
         std::string command;
+        std::size_t commandKey{0};
         std::vector<Refused> refused;
         std::vector<Taken> taken;
         std::optional<BootTime> nextLook;
@@ -91,10 +92,12 @@ class RefusalTracker {
     };
     struct Announcement {
         std::string command;
+        std::size_t commandKey;
         ProcessId pid;
         ProcessId parent;
         std::uint32_t network;
         std::uint16_t port;
+        ProcessId holder;
         BootTime announcedAt;
         BootTime lastAt;
     };
@@ -106,7 +109,7 @@ class RefusalTracker {
     Process& processOf(const BindEvent& event);
     bool mayAsk(BootTime now);
     void decide(Process& process, BootTime now, std::vector<Verdict>& verdicts);
-    bool announce(const Process& process, std::uint16_t port, BootTime at);
+    bool announce(const Process& process, const Refused& refused);
 
     const PortHolders& holders_;
     std::deque<Process> processes_;

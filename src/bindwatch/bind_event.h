@@ -16,6 +16,7 @@ typedef std::uint32_t zenlot_u32;
 typedef std::int32_t zenlot_s32;
 typedef std::uint64_t zenlot_u64;
 #else
+#include <linux/types.h>
 typedef __u8 zenlot_u8;
 typedef __u16 zenlot_u16;
 typedef __u32 zenlot_u32;
