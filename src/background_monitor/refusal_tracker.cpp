@@ -21,6 +21,8 @@ constexpr int kNextPorts = 10;
 constexpr BootTime kSameAttempt{2000};
 // Restarts that follow faster than people do are a loop.
 constexpr BootTime kFasterThanPeople{3000};
+// Nobody serves for so short a time.
+constexpr BootTime kMomentary{50};
 // What a program closes so shortly before its end belongs to its end.
 constexpr BootTime kPartOfEnd{300};
 // So long a program may still try again for what it was refused.
@@ -230,7 +232,8 @@ void RefusalTracker::decide(Process& process, BootTime now, std::vector<Verdict>
                 return true;
             if (!taken.letGoAt)
                 return false; // ends with the process
-            return taken.isKernelChosen || isNear(refused.port, taken.port) || !process.endedAt ||
+            return taken.isKernelChosen || isNear(refused.port, taken.port) ||
+                   *taken.letGoAt - *taken.listensSince <= kMomentary || !process.endedAt ||
                    *process.endedAt - *taken.letGoAt > kPartOfEnd;
         };
         if (!tookAnother && std::ranges::any_of(process.taken, isTry)) {

@@ -5,6 +5,7 @@
 #include <bpf/bpf.h>
 #include <bpf/btf.h>
 #include <bpf/libbpf.h>
+#include <malloc.h>
 #include <sys/syscall.h>
 
 #include <cerrno>
@@ -69,6 +70,8 @@ bool BpfBindSource::load() {
     // Only at the attempt does it show whether the kernel was built with what is needed.
     const bool isLoaded = load(Method::functions) || load(Method::systemCalls);
     lastWords = nullptr;
+    // What the library read of the kernel's types is some megabytes, and needed no more.
+    ::malloc_trim(0);
     return isLoaded;
 }
 
