@@ -433,7 +433,9 @@ std::optional<Verdict> AttemptTracker::judge(const Attempt& attempt, Verdict::Ki
 void AttemptTracker::conclude(const Tracked& tracked, const Evidence& evidence, Verdict verdict,
                               BootTime now, std::vector<Verdict>& verdicts) {
     if (evidence != deadSockets_.end()) {
-        verdict.socketDiedAt = evidence->at;
+        // That of one which only connects is another's.
+        if (!tracked.attempt.runtime->probesByConnecting)
+            verdict.socketDiedAt = evidence->at;
         deadSockets_.erase(evidence);
     }
     if (announce(tracked.attempt, verdict, now))

@@ -118,7 +118,8 @@ BackgroundMonitor::BackgroundMonitor(ContainerKeeper& container, const HomeDirec
       ends_(kRestAfterEnds, kEndsAtOnce), starts_{WorkBudget(kRestAfterStarts, kStartsAtOnce)},
       attempts_{WorkBudget(kRestAfterAttempts, kAttemptsAtOnce)}, listeners_{WorkBudget(
                                                                       kRestAfterEnds, kEndsAtOnce)},
-      portHolders_(machine_), refusals_(portHolders_), bindwatch_(std::move(sources.bindwatch)) {
+      portHolders_(machine_, attemptReader_), refusals_(portHolders_),
+      bindwatch_(std::move(sources.bindwatch)) {
     pollTimer_.setSingleShot(true);
     processPollTimer_.setSingleShot(true);
     endsTimer_.setSingleShot(true);

@@ -15,12 +15,18 @@ class FakePortHolders final : public PortHolders {
     std::map<std::uint16_t, HolderAnswer> answers; // by port; nobody holds another
     std::set<ProcessId> shells;
     std::map<ProcessId, std::size_t> commandKeys;
+    std::map<ProcessId, std::uint16_t> knownToWant;
     mutable int questions{0};
 
     HolderAnswer holderFor(const BindEvent& refused) const override {
         ++questions;
         const auto found = answers.find(refused.port);
         return found == answers.end() ? HolderAnswer{} : found->second;
+    }
+
+    bool isKnownToWant(ProcessId pid, std::uint16_t port) const override {
+        const auto found = knownToWant.find(pid);
+        return found != knownToWant.end() && found->second == port;
     }
 
     std::size_t commandKeyOf(ProcessId pid) const override {

@@ -44,8 +44,8 @@ bool standsInTheWay(const ListeningSocket& socket, const BindEvent& refused) {
            !(leavesIpv4 && socket.address.family == AddressFamily::ipv4);
 }
 
-LivePortHolders::LivePortHolders(const LiveMachine& machine)
-    : machine_(machine), ownNetwork_(networkOf("self")) {}
+LivePortHolders::LivePortHolders(const LiveMachine& machine, const AttemptReader& attempts)
+    : machine_(machine), attempts_(attempts), ownNetwork_(networkOf("self")) {}
 
 bool LivePortHolders::isOfOwnNetwork(const BindEvent& event) const {
     return event.network_inode == ownNetwork_;
@@ -116,6 +116,14 @@ std::vector<ProcessId> LivePortHolders::ancestorsOf(const BindEvent& refused) co
         pid = stat->parentPid;
     }
     return ancestors;
+}
+
+// A script may be anything, so the row for all of them says nothing.
+bool LivePortHolders::isKnownToWant(ProcessId pid, std::uint16_t port) const {
+    const auto attempt = attempts_.read(pid);
+    return attempt && attempt->wanted.port == port && !attempt->runtime->mayNamePortItself &&
+           std::ranges::find(attempt->runtime->programs, kAnyProgram) ==
+               attempt->runtime->programs.end();
 }
 
 std::size_t LivePortHolders::commandKeyOf(ProcessId pid) const {

@@ -2,6 +2,7 @@
 // another one by what /proc shows of it through one of the user's processes there.
 #pragma once
 
+#include "background_monitor/attempt_reader.h"
 #include "background_monitor/live_machine.h"
 #include "background_monitor/port_holders.h"
 #include "inventory/linux/netlink_transport.h"
@@ -22,10 +23,11 @@ bool standsInTheWay(const ListeningSocket& socket, const BindEvent& refused);
 
 class LivePortHolders final : public PortHolders {
   public:
-    // `machine` must outlive the object.
-    explicit LivePortHolders(const LiveMachine& machine);
+    // The references must outlive the object.
+    LivePortHolders(const LiveMachine& machine, const AttemptReader& attempts);
 
     HolderAnswer holderFor(const BindEvent& refused) const override;
+    bool isKnownToWant(ProcessId pid, std::uint16_t port) const override;
     std::size_t commandKeyOf(ProcessId pid) const override;
     bool isShellOfTerminal(ProcessId pid) const override;
 
@@ -38,6 +40,7 @@ class LivePortHolders final : public PortHolders {
     std::vector<ProcessId> ancestorsOf(const BindEvent& refused) const;
 
     const LiveMachine& machine_;
+    const AttemptReader& attempts_;
     std::uint32_t ownNetwork_;
     ProcFiles procFiles_;
     mutable SockDiagTransport transport_;

@@ -31,6 +31,9 @@ class PortHolders {
     // As things are at the moment.
     virtual HolderAnswer holderFor(const BindEvent& refused) const = 0;
 
+    // Whether the process runs a tool that is known to be a server, and to want this port.
+    virtual bool isKnownToWant(ProcessId pid, std::uint16_t port) const = 0;
+
     // Tells the command that a process runs from others of the same name; 0 when it has ended.
     virtual std::size_t commandKeyOf(ProcessId pid) const = 0;
 

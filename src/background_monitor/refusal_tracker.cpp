@@ -85,7 +85,7 @@ void RefusalTracker::noteRefused(const BindEvent& event, BootTime at, BootTime n
     }
     if (process.refused.size() >= kMostPortsOfProcess || !mayAsk(now))
         return;
-    Refused refused{event.port, event, at, at, Refused::State::open, {}};
+    Refused refused{event.port, event, at, at, Refused::State::open, false, {}};
     const bool isFurther = std::ranges::any_of(process.refused, [&](const Refused& earlier) {
         return earlier.state != Refused::State::ofOwn && isNear(earlier.port, event.port) &&
                at - earlier.lastAt <= kMostNextSteps;
@@ -96,6 +96,8 @@ void RefusalTracker::noteRefused(const BindEvent& event, BootTime at, BootTime n
     else if (isFurther)
         refused.state = Refused::State::further;
     refused.holder = std::move(answer.holder);
+    refused.isKnownToWant =
+        refused.state == Refused::State::open && holders_.isKnownToWant(process.pid, event.port);
     if (refused.state != Refused::State::ofOwn)
         process.nextLook = at + kNextSteps;
     process.refused.push_back(std::move(refused));
@@ -236,7 +238,7 @@ void RefusalTracker::decide(Process& process, BootTime now, std::vector<Verdict>
                    *taken.letGoAt - *taken.listensSince <= kMomentary || !process.endedAt ||
                    *process.endedAt - *taken.letGoAt > kPartOfEnd;
         };
-        if (!tookAnother && std::ranges::any_of(process.taken, isTry)) {
+        if (!tookAnother && !refused.isKnownToWant && std::ranges::any_of(process.taken, isTry)) {
             refused.state = Refused::State::tried;
             continue;
         }

@@ -5,8 +5,10 @@
 //
 //   - it ends: told at once;
 //   - it listens on another port and stays there: told, it is a server that took another one;
-//   - it takes other ports as well but lets go of them: not told, it looks for a free one. What it
-//     opened for good before it gave up is no such port;
+//   - it takes other ports as well but lets go of them: not told, it looks for a free one, unless
+//   it
+//     is a tool that is known to want this port. What it opened for good before it gave up is no
+//     such port;
 //   - it gets the port after all, on an overlapping address: not told;
 //   - it does nothing of this: told, once, however often it tries again.
 //
@@ -66,6 +68,7 @@ class RefusalTracker {
         BootTime at{0};
         BootTime lastAt{0};
         State state{State::open};
+        bool isKnownToWant{false};
         PortHolder holder;
     };
     // Another port that the program took after it had been refused one.

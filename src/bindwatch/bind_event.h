@@ -9,7 +9,6 @@
 
 #ifdef __cplusplus
 #include <cstdint>
-extern "C" {
 typedef std::uint8_t zenlot_u8;
 typedef std::uint16_t zenlot_u16;
 typedef std::uint32_t zenlot_u32;
@@ -71,6 +70,5 @@ struct zenlot_user_budget {
 };
 
 #ifdef __cplusplus
-}
 static_assert(sizeof(zenlot_bind_event) == 96, "the record has no gaps");
 #endif

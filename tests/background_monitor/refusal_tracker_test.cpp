@@ -188,6 +188,13 @@ TEST_F(RefusalTrackerTest, WhatItsOwnFamilyHoldsIsNoConflict) {
     EXPECT_THAT(story({{0, kRefused, 3000}, {10, kEnded}}), IsEmpty());
 }
 
+// Some servers look which port is free only to say so, and give up.
+TEST_F(RefusalTrackerTest, AKnownServerThatLooksForAnotherPortWantedThisOne) {
+    holders.knownToWant[kAsker] = 3000;
+    EXPECT_THAT(story({{0, kRefused, 3000}, {2, kBound, 3003}, {9, kEnded}}),
+                ElementsAre(Told{9, 3000, Verdict::Kind::failedStart}));
+}
+
 TEST_F(RefusalTrackerTest, MissingPermissionIsNoConflict) {
     BindEvent event = eventOf({0, kRefused, 3000});
     event.error = EACCES;
