@@ -22,6 +22,7 @@ REFUSED_KINDS = (1, 2)
 IN_USE = 98
 REFERENCE_DATE = 978307200
 PATIENCE = 10
+PYTHON = "/usr/bin/python3"  # that every user may run
 
 
 def events_of(packet):
@@ -64,7 +65,7 @@ class Judge:
         self.home = work / "told"
         path = work / "binds"
         self.helper = subprocess.Popen([os.path.abspath(helper), "--socket", str(path)])
-        self.reader = run([sys.executable, os.path.abspath(__file__), str(path)],
+        self.reader = run([PYTHON, os.path.abspath(__file__), str(path)],
                           stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, text=True)
         if not self.reader.stdout.readline():
             self.stop()
