@@ -346,6 +346,25 @@ TEST_P(BackgroundMonitorTest, TheHelperMayComeAndGo) {
     }
 }
 
+TEST_P(BackgroundMonitorTest, ANetworkOfItsOwnIsLookedIntoAsWell) {
+    if (!isTold())
+        GTEST_SKIP() << "is about the helper";
+    start(
+        holder, u"unshare"_s,
+        {u"-n"_s, u"python3"_s, u"-u"_s, u"-m"_s, u"http.server"_s, u"-b"_s, u"0.0.0.0"_s, u"0"_s});
+    ASSERT_TRUE(waitFor([this] { return holder.canReadLine(); }))
+        << holder.readAllStandardError().toStdString();
+    port = QString::fromUtf8(holder.readLine()).section(u' ', 5, 5).toInt();
+    start(monitor, QStringLiteral(ZENLOT_MONITOR), monitorArguments());
+    ASSERT_TRUE(waitFor([&] { return saysThatItIsTold(); }));
+    start(server, u"nsenter"_s,
+          {u"-t"_s, QString::number(holder.processId()), u"-n"_s, u"python3"_s, u"-m"_s,
+           u"http.server"_s, u"-b"_s, u"0.0.0.0"_s, QString::number(port)});
+    ASSERT_TRUE(waitFor([&] { return !conflicts().empty(); }));
+    EXPECT_EQ(conflicts()[0].pid, holder.processId());
+    EXPECT_THAT(conflicts()[0].processName, HasSubstr("python3"));
+}
+
 INSTANTIATE_TEST_SUITE_P(Noticing, BackgroundMonitorTest,
                          testing::Values(QStringList(), QStringList(u"--poll"_s),
                                          QStringList(kBindwatch)),
