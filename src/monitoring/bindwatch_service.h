@@ -1,4 +1,5 @@
-// The helper of the system that the kernel tells of refused ports, as far as others have to know it.
+// The helper of the system that the kernel tells of refused ports, as far as others have to know
+// it.
 #pragma once
 
 namespace zenlot {
