@@ -118,7 +118,9 @@ class Judge:
                         f"{[k[1:] for k in missed if k[0] == port]}")
         ports = {k[0] for k in missed} & {k[0] for k in further}
         said += [f"missed {k[0]}" for k in missed if k[0] not in ports]
-        said += [f"INVENTED {k[0]}" for k in further if k[0] not in ports]
+        # Who finds out by connecting is refused nothing.
+        is_expected = lambda k: expected and not refused and k[:2] == expected
+        said += [f"inferred {k[0]}" if is_expected(k) else f"INVENTED {k[0]}" for k in further if k[0] not in ports]
         wrong = []
         # Some find out by connecting that their port is taken; of them only inference tells.
         if any(key(record) not in inferred_keys for record in told

@@ -402,7 +402,7 @@ bool BackgroundMonitor::isToldByBindwatch(const Verdict& verdict) const {
     const bool isConnected = bindwatch_.isConnected();
     if (!verdict.socketDiedAt)
         return (isConnected || now - toldUntil_ < kLatestInference) &&
-               refusals_.knows(verdict.port, now);
+               refusals_.knows(verdict.port, now, verdict.attempt);
     if (*verdict.socketDiedAt < toldSince_)
         return false;
     return isConnected ||

@@ -288,11 +288,12 @@ bool RefusalTracker::announce(const Process& process, const Refused& refused) {
     return true;
 }
 
-bool RefusalTracker::knows(std::uint16_t port, BootTime now) const {
-    return std::ranges::any_of(processes_, [port, now](const Process& process) {
-        return std::ranges::any_of(process.refused, [port, now](const Refused& refused) {
-            return refused.port == port && now - refused.lastAt < kLoopPause;
-        });
+bool RefusalTracker::knows(std::uint16_t port, BootTime now, std::optional<ProcessId> who) const {
+    return std::ranges::any_of(processes_, [port, now, who](const Process& process) {
+        return (!who || process.pid == *who || process.parent == *who) &&
+               std::ranges::any_of(process.refused, [port, now](const Refused& refused) {
+                   return refused.port == port && now - refused.lastAt < kLoopPause;
+               });
     });
 }
 

@@ -50,8 +50,9 @@ class RefusalTracker {
     std::optional<BootTime> nextLook() const;
     std::vector<Verdict> look(BootTime now);
 
-    // Whether somebody was refused the port within the last minute, told or not.
-    bool knows(std::uint16_t port, BootTime now) const;
+    // Whether somebody was refused the port within the last minute, told or not; of a process, or a
+    // child of it, where one is named.
+    bool knows(std::uint16_t port, BootTime now, std::optional<ProcessId> who = std::nullopt) const;
 
   private:
     struct Refused {

@@ -9,21 +9,24 @@
 
 #ifdef __cplusplus
 #include <cstdint>
-typedef std::uint8_t zenlot_u8;
-typedef std::uint16_t zenlot_u16;
-typedef std::uint32_t zenlot_u32;
-typedef std::int32_t zenlot_s32;
-typedef std::uint64_t zenlot_u64;
+
+namespace zenlot {
+using std::int32_t;
+using std::uint16_t;
+using std::uint32_t;
+using std::uint64_t;
+using std::uint8_t;
 #else
 #include <linux/types.h>
-typedef __u8 zenlot_u8;
-typedef __u16 zenlot_u16;
-typedef __u32 zenlot_u32;
-typedef __s32 zenlot_s32;
-typedef __u64 zenlot_u64;
+
+typedef __u8 uint8_t;
+typedef __u16 uint16_t;
+typedef __u32 uint32_t;
+typedef __s32 int32_t;
+typedef __u64 uint64_t;
 #endif
 
-enum zenlot_bind_kind {
+enum BindKind {
     ZENLOT_BIND_REFUSED = 1,   /* bind() failed; `error` says why */
     ZENLOT_LISTEN_REFUSED = 2, /* listen() failed on an address that could be bound */
     ZENLOT_BOUND = 3,          /* bind() gave a port; most listen on it next */
@@ -32,43 +35,44 @@ enum zenlot_bind_kind {
     ZENLOT_PROCESS_ENDED = 6,  /* of one that was refused before; `error` is its wait status */
 };
 
-enum zenlot_bind_flag {
+enum BindFlag {
     ZENLOT_V6_ONLY = 1,       /* the socket leaves IPv4 to others */
     ZENLOT_KERNEL_CHOSEN = 2, /* any port was asked for */
 };
 
 enum { ZENLOT_COMMAND_LENGTH = 16, ZENLOT_ADDRESS_LENGTH = 16 };
 
-struct zenlot_bind_event {
-    zenlot_u64 happened_at;
-    zenlot_u64 process_started_at;
-    zenlot_u64 control_group;
-    zenlot_u64 network_cookie; /* 0 where the kernel has none (before 5.12) */
-    zenlot_u32 network_inode;  /* what /proc/PID/ns/net is called; given to others later */
-    zenlot_u32 process;
-    zenlot_u32 thread;
-    zenlot_u32 parent;
-    zenlot_u32 user; /* who gets to know; the one who runs the process, or who made the listener */
-    zenlot_s32 error;
-    zenlot_u16 port;
-    zenlot_u16 reserved;
-    zenlot_u8 kind;
-    zenlot_u8 family; /* 4 or 6; 0 where there is no address */
-    zenlot_u8 flags;
-    zenlot_u8 reserved_too;
-    zenlot_u8 address[ZENLOT_ADDRESS_LENGTH];
+struct BindEvent {
+    uint64_t happened_at;
+    uint64_t process_started_at;
+    uint64_t control_group;
+    uint64_t network_cookie; /* 0 where the kernel has none (before 5.12) */
+    uint32_t network_inode;  /* what /proc/PID/ns/net is called; given to others later */
+    uint32_t process;
+    uint32_t thread;
+    uint32_t parent;
+    uint32_t user; /* who gets to know; the one who runs the process, or who made the listener */
+    int32_t error;
+    uint16_t port;
+    uint16_t reserved;
+    uint8_t kind;
+    uint8_t family; /* 4 or 6; 0 where there is no address */
+    uint8_t flags;
+    uint8_t reserved_too;
+    uint8_t address[ZENLOT_ADDRESS_LENGTH];
     char command[ZENLOT_COMMAND_LENGTH]; /* of the process; ends with a zero */
 };
 
 /* What is shared between the program in the kernel and who loads it. */
 enum { ZENLOT_BUDGET_PER_TENTH = 256 };
 
-struct zenlot_user_budget {
-    zenlot_u64 tenth; /* the tenth of a second that `spent` is about */
-    zenlot_u64 spent;
-    zenlot_u64 lost;
+struct UserBudget {
+    uint64_t tenth; /* the tenth of a second that `spent` is about */
+    uint64_t spent;
+    uint64_t lost;
 };
 
 #ifdef __cplusplus
-static_assert(sizeof(zenlot_bind_event) == 96, "the record has no gaps");
+static_assert(sizeof(BindEvent) == 96, "the record has no gaps");
+} // namespace zenlot
 #endif

@@ -17,8 +17,6 @@
 
 namespace zenlot {
 
-using BindEvent = zenlot_bind_event;
-
 struct BindPacket {
     std::uint64_t lost{0}; // since the reader came
     std::vector<BindEvent> events;

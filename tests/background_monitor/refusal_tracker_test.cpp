@@ -18,7 +18,7 @@ constexpr std::uint32_t kChildOfAsker = 101;
 
 struct Step {
     std::int64_t at; // milliseconds
-    zenlot_bind_kind kind;
+    BindKind kind;
     std::uint16_t port{0};
     std::uint32_t process{kAsker};
     std::uint8_t flags{0};
@@ -30,8 +30,8 @@ struct Told {
     Verdict::Kind kind;
 
     friend bool operator==(const Told&, const Told&) = default;
-    friend void PrintTo(const Told& told, std::ostream* out) {
-        *out << told.port << " at " << told.at << " as " << static_cast<int>(told.kind);
+    friend std::ostream& operator<<(std::ostream& out, const Told& told) {
+        return out << told.port << " at " << told.at << " as " << static_cast<int>(told.kind);
     }
 };
 
@@ -231,6 +231,8 @@ TEST_F(RefusalTrackerTest, ALoopIsToldOnceAndPeopleEachTime) {
 TEST_F(RefusalTrackerTest, KnowsOfWhatItWasToldForAMinute) {
     story({{0, kRefused, 3000}, {2, kBound, 3003}, {9, kEnded}});
     EXPECT_TRUE(tracker.knows(3000, BootTime(1000)));
+    EXPECT_TRUE(tracker.knows(3000, BootTime(1000), kAsker));
+    EXPECT_FALSE(tracker.knows(3000, BootTime(1000), kChildOfAsker));
     EXPECT_FALSE(tracker.knows(3003, BootTime(1000)));
     EXPECT_FALSE(tracker.knows(3000, BootTime(61'000)));
 }

@@ -9,7 +9,7 @@
 
 namespace zenlot {
 
-inline BindEvent bindEvent(zenlot_bind_kind kind, std::uint32_t process, std::uint16_t port,
+inline BindEvent bindEvent(BindKind kind, std::uint32_t process, std::uint16_t port,
                            std::uint64_t milliseconds = 0) {
     BindEvent event{};
     event.kind = static_cast<std::uint8_t>(kind);

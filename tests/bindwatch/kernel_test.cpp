@@ -73,7 +73,7 @@ class BpfBindSourceTest : public testing::Test {
     }
 
     // The process's events until its end is told, and a little of other processes' time.
-    std::vector<BindEvent> eventsOf(pid_t process, zenlot_bind_kind last) {
+    std::vector<BindEvent> eventsOf(pid_t process, BindKind last) {
         std::vector<BindEvent> events;
         const auto end = std::chrono::steady_clock::now() + kPatience;
         while (std::chrono::steady_clock::now() < end) {

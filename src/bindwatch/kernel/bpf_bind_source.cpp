@@ -138,7 +138,7 @@ void BpfBindSource::read(const std::function<void(const BindEvent&)>& call) {
 }
 
 std::uint64_t BpfBindSource::lostOf(std::uint32_t user) const {
-    zenlot_user_budget budget{};
+    UserBudget budget{};
     if (!loaded_ ||
         bpf_map_lookup_elem(bpf_map__fd(loaded_->object->maps.budgets), &user, &budget) != 0)
         return 0;

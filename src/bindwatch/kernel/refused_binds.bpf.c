@@ -140,7 +140,7 @@ struct {
     __uint(type, BPF_MAP_TYPE_LRU_HASH);
     __uint(max_entries, MOST_USERS);
     __type(key, __u32);
-    __type(value, struct zenlot_user_budget);
+    __type(value, struct UserBudget);
 } budgets SEC(".maps");
 
 // The processes whose end is worth being told.
@@ -156,11 +156,11 @@ const volatile long bind_call = -1;
 const volatile long listen_call = -1;
 
 // With a count of what finds no room.
-static struct zenlot_bind_event* reserve(__u32 user) {
+static struct BindEvent* reserve(__u32 user) {
     const __u64 tenth = bpf_ktime_get_boot_ns() / 100000000;
-    struct zenlot_user_budget* budget = bpf_map_lookup_elem(&budgets, &user);
+    struct UserBudget* budget = bpf_map_lookup_elem(&budgets, &user);
     if (!budget) {
-        const struct zenlot_user_budget fresh = {.tenth = tenth};
+        const struct UserBudget fresh = {.tenth = tenth};
         bpf_map_update_elem(&budgets, &user, &fresh, BPF_NOEXIST);
         budget = bpf_map_lookup_elem(&budgets, &user);
         if (!budget)
@@ -175,7 +175,7 @@ static struct zenlot_bind_event* reserve(__u32 user) {
         return 0;
     }
     __sync_fetch_and_add(&budget->spent, 1);
-    struct zenlot_bind_event* event = bpf_ringbuf_reserve(&events, sizeof(*event), 0);
+    struct BindEvent* event = bpf_ringbuf_reserve(&events, sizeof(*event), 0);
     if (!event) {
         __sync_fetch_and_add(&budget->lost, 1);
         return 0;
@@ -189,7 +189,7 @@ static __u32 current_user(void) {
     return (__u32)bpf_get_current_uid_gid();
 }
 
-static void describe_process(struct zenlot_bind_event* event) {
+static void describe_process(struct BindEvent* event) {
     const struct task_struct* task = (const struct task_struct*)bpf_get_current_task();
     const __u64 ids = bpf_get_current_pid_tgid();
     event->happened_at = bpf_ktime_get_boot_ns();
@@ -201,7 +201,7 @@ static void describe_process(struct zenlot_bind_event* event) {
     BPF_CORE_READ_STR_INTO(&event->command, task, group_leader, comm);
 }
 
-static void describe_network(struct zenlot_bind_event* event, const struct sock* sock) {
+static void describe_network(struct BindEvent* event, const struct sock* sock) {
     const struct net* net = BPF_CORE_READ(sock, __sk_common.skc_net.net);
     event->network_inode = BPF_CORE_READ(net, ns.inum);
     if (bpf_core_field_exists(net->net_cookie))
@@ -210,7 +210,7 @@ static void describe_network(struct zenlot_bind_event* event, const struct sock*
         event->flags |= ZENLOT_V6_ONLY;
 }
 
-static void describe_address(struct zenlot_bind_event* event, const struct sock* sock) {
+static void describe_address(struct BindEvent* event, const struct sock* sock) {
     // A listener that is being closed may have given its number back, but not this copy.
     event->port = bpf_ntohs(BPF_CORE_READ((const struct inet_sock*)sock, inet_sport));
     if (BPF_CORE_READ(sock, __sk_common.skc_family) == FAMILY_IPV4) {
@@ -248,7 +248,7 @@ static void note_bind(const struct sock* sock, const struct user_address* asked,
         (!is_ipv6 && asked->family != FAMILY_IPV4 && asked->family != 0) || !is_tcp(sock))
         return;
     const __u32 user = current_user();
-    struct zenlot_bind_event* event = reserve(user);
+    struct BindEvent* event = reserve(user);
     if (!event)
         return;
     describe_process(event);
@@ -276,7 +276,7 @@ static void note_refused_listen(const struct sock* sock, long result) {
     if (!is_refusal(result) || !is_tcp(sock))
         return;
     const __u32 user = current_user();
-    struct zenlot_bind_event* event = reserve(user);
+    struct BindEvent* event = reserve(user);
     if (!event)
         return;
     describe_process(event);
@@ -389,7 +389,7 @@ int BPF_PROG(state_changed, const struct sock* sock, int before, int now) {
     // Of an MPTCP listener the TCP socket below it counts, which is the one that has the port.
     if (BPF_CORE_READ(sock, sk_protocol) != TCP)
         return 0;
-    struct zenlot_bind_event* event = reserve(BPF_CORE_READ(sock, sk_uid.val));
+    struct BindEvent* event = reserve(BPF_CORE_READ(sock, sk_uid.val));
     if (!event)
         return 0;
     describe_process(event);
@@ -411,7 +411,7 @@ int BPF_PROG(thread_ended) {
         return 0;
     const __u32 user = *found;
     bpf_map_delete_elem(&refused, &process);
-    struct zenlot_bind_event* event = reserve(user);
+    struct BindEvent* event = reserve(user);
     if (!event)
         return 0;
     describe_process(event);
