@@ -1,7 +1,7 @@
 // zenlot-monitor: the background monitor of one user, without a window.
 #include "background_monitor/background_monitor.h"
 #include "background_monitor/container_keeper.h"
-#include "monitoring/bindwatch_service.h"
+#include "bindwatch/bindwatch_service.h"
 #include "monitoring/broadcast_names.h"
 #include "platform/linux/session_bus.h"
 #include "platform/linux/session_bus_broadcast_center.h"

@@ -7,7 +7,7 @@
 // up when it is asked for. Main thread only; the registration is synchronous.
 #pragma once
 
-#include "monitoring/bindwatch_service.h"
+#include "bindwatch/bindwatch_service.h"
 #include "monitoring/launch_agent_installer.h"
 #include "platform/background_items_settings.h"
 #include "settings/app_settings.h"
