@@ -51,6 +51,7 @@ ColumnLayout {
             Layout.fillWidth: true
             Layout.leftMargin: 12
             Layout.rightMargin: 12
+            activeFocusOnTab: false
             font: TextStyle.caption
             objectName: "bindwatchLine"
             text: root.viewModel.hasBindwatch ? qsTr("The system tells of refused ports exactly.") : qsTr("For exact alerts an administrator turns on the helper of the system: %1").arg(root.viewModel.bindwatchCommand)

@@ -183,13 +183,10 @@ TEST_F(SettingsViewTest, KeyboardReachesEverythingAndBringsItIntoView) {
     view.setResizeMode(QQuickView::SizeRootObjectToView);
     view.resize(440, 300); // less than the form needs
     view.rootObject()->forceActiveFocus();
-    const auto* line = view.findChild<QQuickItem*>(u"bindwatchLine"_qs);
-    ASSERT_TRUE(line);
     const std::pair<Qt::Key, QString> steps[] = {
         {Qt::Key_Right, u"Port Monitoring"_qs},
         {Qt::Key_Tab, u"Notify on all port activity"_qs},
         {Qt::Key_Tab, u"Conflict Monitoring"_qs},
-        {Qt::Key_Tab, line->property("text").toString()}, // can be copied
         {Qt::Key_Tab, u"Ignored ports"_qs},
         {Qt::Key_Down, u"22"_qs},
         {Qt::Key_Tab, kAdd + u"ports"_qs},
