@@ -59,10 +59,9 @@ HolderAnswer LivePortHolders::holderFor(const BindEvent& refused) const {
         return !standsInTheWay(socket, refused);
     });
     // Of several the one that has just this address.
-    std::stable_partition(listeners->begin(), listeners->end(),
-                          [&refused](const ListeningSocket& socket) {
-                              return socket.address == addressOf(refused);
-                          });
+    std::stable_partition(
+        listeners->begin(), listeners->end(),
+        [&refused](const ListeningSocket& socket) { return socket.address == addressOf(refused); });
     const auto process = static_cast<ProcessId>(refused.process);
     const std::vector<ProcessId> ancestors = ancestorsOf(refused);
     std::optional<PortHolder> first;
