@@ -349,6 +349,14 @@
         <source>Conflict Monitoring Exceptions</source>
         <translation>Ausnahmen für Konfliktüberwachung</translation>
     </message>
+    <message>
+        <source>The system tells of refused ports exactly.</source>
+        <translation>Das System meldet verweigerte Ports genau.</translation>
+    </message>
+    <message>
+        <source>For exact alerts an administrator turns on the helper of the system: %1</source>
+        <translation>Für genaue Hinweise schaltet ein Administrator den Helfer des Systems ein: %1</translation>
+    </message>
 </context>
 <context>
     <name>ProcessDetailContent</name>

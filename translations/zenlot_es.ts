@@ -349,6 +349,14 @@
         <source>Conflict Monitoring Exceptions</source>
         <translation>Excepciones de supervisión de conflictos</translation>
     </message>
+    <message>
+        <source>The system tells of refused ports exactly.</source>
+        <translation>El sistema informa con exactitud de los puertos denegados.</translation>
+    </message>
+    <message>
+        <source>For exact alerts an administrator turns on the helper of the system: %1</source>
+        <translation>Para avisos exactos, un administrador activa el asistente del sistema: %1</translation>
+    </message>
 </context>
 <context>
     <name>ProcessDetailContent</name>

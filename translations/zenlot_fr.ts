@@ -349,6 +349,14 @@
         <source>Conflict Monitoring Exceptions</source>
         <translation>Exceptions pour la surveillance des conflits</translation>
     </message>
+    <message>
+        <source>The system tells of refused ports exactly.</source>
+        <translation>Le système signale exactement les ports refusés.</translation>
+    </message>
+    <message>
+        <source>For exact alerts an administrator turns on the helper of the system: %1</source>
+        <translation>Pour des alertes exactes, un administrateur active l’assistant du système : %1</translation>
+    </message>
 </context>
 <context>
     <name>ProcessDetailContent</name>

@@ -349,6 +349,14 @@
         <source>Conflict Monitoring Exceptions</source>
         <translation>Ütközésfigyelés kivételei</translation>
     </message>
+    <message>
+        <source>The system tells of refused ports exactly.</source>
+        <translation>A rendszer pontosan jelzi a megtagadott portokat.</translation>
+    </message>
+    <message>
+        <source>For exact alerts an administrator turns on the helper of the system: %1</source>
+        <translation>A pontos riasztásokhoz egy rendszergazda kapcsolja be a rendszer segédprogramját: %1</translation>
+    </message>
 </context>
 <context>
     <name>ProcessDetailContent</name>

@@ -349,6 +349,14 @@
         <source>Conflict Monitoring Exceptions</source>
         <translation>競合の監視の例外</translation>
     </message>
+    <message>
+        <source>The system tells of refused ports exactly.</source>
+        <translation>拒否されたポートはシステムから正確に通知されます。</translation>
+    </message>
+    <message>
+        <source>For exact alerts an administrator turns on the helper of the system: %1</source>
+        <translation>正確に通知するには、管理者がシステムのヘルパーを有効にします：%1</translation>
+    </message>
 </context>
 <context>
     <name>ProcessDetailContent</name>

@@ -349,6 +349,14 @@
         <source>Conflict Monitoring Exceptions</source>
         <translation>冲突监视例外</translation>
     </message>
+    <message>
+        <source>The system tells of refused ports exactly.</source>
+        <translation>系统会准确报告被拒绝的端口。</translation>
+    </message>
+    <message>
+        <source>For exact alerts an administrator turns on the helper of the system: %1</source>
+        <translation>要获得准确的提醒，请由管理员启用系统助手：%1</translation>
+    </message>
 </context>
 <context>
     <name>ProcessDetailContent</name>

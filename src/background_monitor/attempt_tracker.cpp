@@ -431,15 +431,19 @@ std::optional<Verdict> AttemptTracker::judge(const Attempt& attempt, Verdict::Ki
             continue;
         if (verdict)
             return std::nullopt;
-        verdict = Verdict{kind, socket.port, *std::move(holder), attempt.pid};
+        verdict = Verdict{kind, socket.port, *std::move(holder), attempt.pid, std::nullopt};
     }
     return verdict;
 }
 
 void AttemptTracker::conclude(const Tracked& tracked, const Evidence& evidence, Verdict verdict,
                               BootTime now, std::vector<Verdict>& verdicts) {
-    if (evidence != deadSockets_.end())
+    if (evidence != deadSockets_.end()) {
+        // That of one which only connects is another's.
+        if (!tracked.attempt.runtime->probesByConnecting)
+            verdict.socketDiedAt = evidence->at;
         deadSockets_.erase(evidence);
+    }
     if (announce(tracked.attempt, verdict, now))
         verdicts.push_back(std::move(verdict));
 }

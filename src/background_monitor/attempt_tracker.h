@@ -93,6 +93,7 @@ struct Verdict {
     std::uint16_t port{0};
     PortHolder holder;
     ProcessId attempt{0};
+    std::optional<BootTime> socketDiedAt{}; // none when it rests on something else
 };
 
 class AttemptTracker {

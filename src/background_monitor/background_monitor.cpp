@@ -53,6 +53,14 @@ constexpr BootTime kPauseBetweenCounts{250};
 // How late word of a start may come on a busy machine.
 constexpr BootTime kLatestWord{1000};
 
+// While new listeners are told of. Those of other users are not, and neither is a socket that a
+// process hands to another.
+constexpr BootTime kPollWhileTold{30'000};
+constexpr BootTime kListenersTogether{5};
+
+// So long inference may take to come to what was told already.
+constexpr BootTime kLatestInference{5000};
+
 // Times as long as a poll worked.
 constexpr int kRestAfterPoll = 50;
 constexpr int kRestAfterProcessPoll = 25;
@@ -95,30 +103,36 @@ std::unique_ptr<ProcessEvents> makeProcessEvents(BackgroundMonitor::Noticing not
 } // namespace
 
 BackgroundMonitor::BackgroundMonitor(ContainerKeeper& container, const HomeDirectories& directories,
-                                     BroadcastCenter& broadcasts, AppLog& log, Noticing noticing)
+                                     BroadcastCenter& broadcasts, AppLog& log, Sources sources)
     : container_(container), broadcasts_(broadcasts), log_(log),
       attemptReader_(runtimes_, directories.home.toStdString()), scanner_(processTables_),
       portScan_(scanner_, std::chrono::steady_clock::now, kLookAtAllEvery),
       portPublisher_(container.writer(), broadcasts),
       conflictPublisher_(container.writer(), broadcasts, log),
       machine_([this](std::uint16_t port) { return portPublisher_.ownerOf(port); }),
-      processEvents_(makeProcessEvents(noticing)),
+      processEvents_(makeProcessEvents(sources.noticing)),
       tracker_(deadSockets_.descriptor() < 0 ? AttemptTracker::DeadSockets::unseen
                                              : AttemptTracker::DeadSockets::seen,
                processEvents_->comesByItself() ? AttemptTracker::Ends::told
                                                : AttemptTracker::Ends::unseen),
       ends_(kRestAfterEnds, kEndsAtOnce), starts_{WorkBudget(kRestAfterStarts, kStartsAtOnce)},
-      attempts_{WorkBudget(kRestAfterAttempts, kAttemptsAtOnce)} {
+      attempts_{WorkBudget(kRestAfterAttempts, kAttemptsAtOnce)}, listeners_{WorkBudget(
+                                                                      kRestAfterEnds, kEndsAtOnce)},
+      portHolders_(machine_, attemptReader_), refusals_(portHolders_),
+      bindwatch_(std::move(sources.bindwatch)) {
     pollTimer_.setSingleShot(true);
     processPollTimer_.setSingleShot(true);
     endsTimer_.setSingleShot(true);
     endsTimer_.setTimerType(Qt::PreciseTimer);
     lookTimer_.setSingleShot(true);
     lookTimer_.setTimerType(Qt::PreciseTimer);
+    refusalTimer_.setSingleShot(true);
+    refusalTimer_.setTimerType(Qt::PreciseTimer);
     QObject::connect(&pollTimer_, &QTimer::timeout, this, [this] { poll(); });
     QObject::connect(&endsTimer_, &QTimer::timeout, this, [this] { publishEnds(); });
     QObject::connect(&processPollTimer_, &QTimer::timeout, this, [this] { pollProcesses(); });
     QObject::connect(&lookTimer_, &QTimer::timeout, this, [this] { look(); });
+    QObject::connect(&refusalTimer_, &QTimer::timeout, this, [this] { lookAtRefusals(); });
 }
 
 BackgroundMonitor::~BackgroundMonitor() = default;
@@ -151,6 +165,9 @@ void BackgroundMonitor::start() {
                  deadSockets_.descriptor() >= 0 ? QStringLiteral("told of dead sockets")
                                                 : QStringLiteral("not told of dead sockets")));
     lookWhoListens();
+    bindwatch_.start({.came = [this] { noteBindwatch(); },
+                      .told = [this](const BindPacket& packet) { noteBindEvents(packet); },
+                      .went = [this] { noteBindwatchGone(); }});
     poll();
 }
 
@@ -169,16 +186,18 @@ void BackgroundMonitor::poll() {
     container_.check();
     processEvents_->poll();
     conflictPublisher_.publishUnwritten();
+    bindwatch_.tryToConnect();
     publish(*portScan_.listOccupiedPorts());
     if (!tracker_.isIdle())
         pace_.noteChange();
     const std::chrono::nanoseconds work = timeWorked() - before;
-    for (Prompting* reason : {&starts_, &attempts_}) {
+    for (Prompting* reason : {&starts_, &attempts_, &listeners_}) {
         if (std::exchange(reason->isPending, false))
             reason->budget.spend(work, bootTimeNow());
     }
     // Where looking takes long, because many processes have to be walked, it happens less often.
-    pollTimer_.start(std::max(pace_.next(power()), restAfter(work, kRestAfterPoll)));
+    const BootTime pace = bindwatch_.isConnected() ? kPollWhileTold : pace_.next(power());
+    pollTimer_.start(std::max(pace, restAfter(work, kRestAfterPoll)));
     for (Prompting* reason : {&starts_, &attempts_}) {
         if (reason->pause < PollPace::kFastest)
             pollSoon(*reason, std::exchange(reason->pause, pauseAfter(reason->pause)));
@@ -186,6 +205,8 @@ void BackgroundMonitor::poll() {
 }
 
 void BackgroundMonitor::pollAgainAndAgain(Prompting& reason) {
+    if (bindwatch_.isConnected())
+        return;
     reason.pause = pauseAfter(kFirstPauseAfterStart);
     pollSoon(reason, kFirstPauseAfterStart);
 }
@@ -315,8 +336,10 @@ void BackgroundMonitor::noteStart(ProcessId pid) {
 }
 
 void BackgroundMonitor::look() {
-    for (const Verdict& verdict : tracker_.look(machine_, bootTimeNow()))
-        conflictPublisher_.publish(verdict);
+    for (const Verdict& verdict : tracker_.look(machine_, bootTimeNow())) {
+        if (!isToldByBindwatch(verdict))
+            conflictPublisher_.publish(verdict);
+    }
     planLook();
 }
 
@@ -331,8 +354,59 @@ void BackgroundMonitor::planLook() {
 // Somebody is at work: a poll that was put off for long comes soon.
 void BackgroundMonitor::hurry() {
     pace_.noteChange();
-    if (pollTimer_.remainingTimeAsDuration() > PollPace::kFastest)
+    if (!bindwatch_.isConnected() && pollTimer_.remainingTimeAsDuration() > PollPace::kFastest)
         pollTimer_.start(PollPace::kFastest);
+}
+
+void BackgroundMonitor::noteBindwatch() {
+    log_.writeAppLog(QStringLiteral("told of refused ports by the system"));
+    toldSince_ = bootTimeNow();
+    lostEvents_ = 0;
+    pollSoon(listeners_, kListenersTogether);
+}
+
+void BackgroundMonitor::noteBindEvents(const BindPacket& packet) {
+    const BootTime now = bootTimeNow();
+    for (const BindEvent& event : packet.events) {
+        refusals_.happened(event, now);
+        if (event.kind == ZENLOT_LISTENING && portHolders_.isOfOwnNetwork(event))
+            pollSoon(listeners_, kListenersTogether);
+    }
+    if (lostEvents_ == 0 && packet.lost != 0)
+        log_.writeAppLog(QStringLiteral("some refused ports came too fast to be told"));
+    lostEvents_ = packet.lost;
+    lookAtRefusals();
+}
+
+void BackgroundMonitor::noteBindwatchGone() {
+    log_.writeAppLog(QStringLiteral("no longer told of refused ports by the system"));
+    toldUntil_ = bootTimeNow();
+    hurry();
+}
+
+void BackgroundMonitor::lookAtRefusals() {
+    const BootTime now = bootTimeNow();
+    for (const Verdict& verdict : refusals_.look(now))
+        conflictPublisher_.publish(verdict);
+    const auto next = refusals_.nextLook();
+    if (!next)
+        refusalTimer_.stop();
+    else
+        refusalTimer_.start(std::max(BootTime(0), *next - now));
+}
+
+// What inference finds out late, or while it is told of everything. Some programs find out by
+// connecting that their port is taken, and of those nobody is told.
+bool BackgroundMonitor::isToldByBindwatch(const Verdict& verdict) const {
+    const BootTime now = bootTimeNow();
+    const bool isConnected = bindwatch_.isConnected();
+    if (!verdict.socketDiedAt)
+        return (isConnected || now - toldUntil_ < kLatestInference) &&
+               refusals_.knows(verdict.port, now, verdict.attempt);
+    if (*verdict.socketDiedAt < toldSince_)
+        return false;
+    return isConnected ||
+           (*verdict.socketDiedAt <= toldUntil_ && refusals_.knows(verdict.port, now));
 }
 
 } // namespace zenlot

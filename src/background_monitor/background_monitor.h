@@ -6,7 +6,10 @@
 // its owner is published at once, a new listener soon after the start of its process, as far as the
 // share of the processor's time allows that is left for each of both.
 //
-//     BackgroundMonitor monitor(container, directories, broadcasts, log, Noticing::best);
+// Where zenlot-bindwatch is there, refused ports and new listeners are told by it, and nothing of
+// the user's is inferred or polled for; when it goes away, that begins again at once.
+//
+//     BackgroundMonitor monitor(container, directories, broadcasts, log, {});
 //     monitor.start();
 //     ...
 //     monitor.stop();
@@ -14,12 +17,15 @@
 
 #include "background_monitor/attempt_reader.h"
 #include "background_monitor/attempt_tracker.h"
+#include "background_monitor/bindwatch_client.h"
 #include "background_monitor/conflict_publisher.h"
 #include "background_monitor/container_keeper.h"
 #include "background_monitor/live_machine.h"
+#include "background_monitor/live_port_holders.h"
 #include "background_monitor/poll_pace.h"
 #include "background_monitor/port_publisher.h"
 #include "background_monitor/process_events.h"
+#include "background_monitor/refusal_tracker.h"
 #include "background_monitor/runtime_table.h"
 #include "background_monitor/work_budget.h"
 #include "inventory/linux/failed_connections.h"
@@ -37,8 +43,10 @@
 #include <QSocketNotifier>
 #include <QTimer>
 
+#include <cstdint>
 #include <memory>
 #include <optional>
+#include <string>
 
 namespace zenlot {
 
@@ -50,9 +58,14 @@ class BackgroundMonitor final : public QObject {
     // How processes are noticed: as well as the kernel allows, or by polling in any case.
     enum class Noticing : std::uint8_t { best, polling };
 
+    struct Sources {
+        Noticing noticing{Noticing::best};
+        std::string bindwatch; // the socket of zenlot-bindwatch; empty to do without
+    };
+
     // The references must outlive the object.
     BackgroundMonitor(ContainerKeeper& container, const HomeDirectories& directories,
-                      BroadcastCenter& broadcasts, AppLog& log, Noticing noticing);
+                      BroadcastCenter& broadcasts, AppLog& log, Sources sources);
     ~BackgroundMonitor() override;
 
     void start();
@@ -87,6 +100,11 @@ class BackgroundMonitor final : public QObject {
     void look();
     void planLook();
     void hurry();
+    void noteBindwatch();
+    void noteBindEvents(const BindPacket& packet);
+    void noteBindwatchGone();
+    void lookAtRefusals();
+    bool isToldByBindwatch(const Verdict& verdict) const;
 
     ContainerKeeper& container_;
     BroadcastCenter& broadcasts_;
@@ -109,12 +127,20 @@ class BackgroundMonitor final : public QObject {
     PidfdSet owners_;
     std::unique_ptr<QSocketNotifier> ownerNotifier_;
     WorkBudget ends_;
-    Prompting starts_;   // of any process
-    Prompting attempts_; // of what may be a server
+    Prompting starts_;    // of any process
+    Prompting attempts_;  // of what may be a server
+    Prompting listeners_; // that were told of
     PollPace pace_;
     PollPace::Power power_{PollPace::Power::mains};
     std::optional<BootTime> powerAskedAt_;
     BootTime nextProcessPoll_{0};
+    LivePortHolders portHolders_;
+    RefusalTracker refusals_;
+    BindwatchClient bindwatch_;
+    BootTime toldSince_{0};
+    BootTime toldUntil_{0}; // while it is not connected
+    std::uint64_t lostEvents_{0};
+    QTimer refusalTimer_;
     QTimer pollTimer_;
     QTimer endsTimer_;
     QTimer processPollTimer_;

@@ -1,6 +1,7 @@
 // zenlot-monitor: the background monitor of one user, without a window.
 #include "background_monitor/background_monitor.h"
 #include "background_monitor/container_keeper.h"
+#include "bindwatch/bindwatch_service.h"
 #include "monitoring/broadcast_names.h"
 #include "platform/linux/session_bus.h"
 #include "platform/linux/session_bus_broadcast_center.h"
@@ -36,7 +37,7 @@ void takeName(const SessionBus& bus) {
 }
 
 struct Options {
-    BackgroundMonitor::Noticing noticing{BackgroundMonitor::Noticing::best};
+    BackgroundMonitor::Sources sources{.bindwatch = kBindwatchSocket};
     InstanceLock::Patience patience{InstanceLock::Patience::none};
 };
 
@@ -57,7 +58,7 @@ int run(int argc, char** argv, const Options& options) {
     takeName(bus);
     QObject::connect(&bus, &SessionBus::connected, &bus, [&bus] { takeName(bus); });
     SessionBusBroadcastCenter broadcasts(bus);
-    BackgroundMonitor monitor(container, directories, broadcasts, log, options.noticing);
+    BackgroundMonitor monitor(container, directories, broadcasts, log, options.sources);
     monitor.start();
     const int status = QCoreApplication::exec();
     monitor.stop();
@@ -70,9 +71,13 @@ int run(int argc, char** argv, const Options& options) {
 
 int main(int argc, char** argv) {
     zenlot::Options options;
-    for (const std::string_view word : std::span(argv, static_cast<std::size_t>(argc)).subspan(1)) {
+    const std::span words(argv, static_cast<std::size_t>(argc));
+    for (std::size_t place = 1; place < words.size(); ++place) {
+        const std::string_view word = words[place];
         if (word == "--poll") {
-            options.noticing = zenlot::BackgroundMonitor::Noticing::polling;
+            options.sources.noticing = zenlot::BackgroundMonitor::Noticing::polling;
+        } else if (word == "--bindwatch" && place + 1 < words.size()) {
+            options.sources.bindwatch = words[++place];
         } else if (word == "--wait") {
             options.patience = zenlot::InstanceLock::Patience::endless;
         } else if (word == "--version" && argc == 2) {
@@ -80,11 +85,14 @@ int main(int argc, char** argv) {
             return zenlot::stopped;
         } else {
             const bool isAsked = word == "--help" && argc == 2;
-            std::fputs("Usage: zenlot-monitor [--poll] [--wait] | --version | --help\n"
-                       "Publishes the listening ports and notices servers that can't have theirs.\n"
-                       "  --poll  don't ask the kernel for process events\n"
-                       "  --wait  while another one is running, wait until it ends\n",
-                       isAsked ? stdout : stderr);
+            std::fputs(
+                "Usage: zenlot-monitor [--poll] [--wait] [--bindwatch PATH] | --version | --help\n"
+                "Publishes the listening ports and notices servers that can't have theirs.\n"
+                "  --poll            don't ask the kernel for process events\n"
+                "  --wait            while another one is running, wait until it ends\n"
+                "  --bindwatch PATH  where zenlot-bindwatch tells of refused ports, instead of\n"
+                "                    /run/zenlot/binds; empty to do without it\n",
+                isAsked ? stdout : stderr);
             return isAsked ? zenlot::stopped : zenlot::badUsage;
         }
     }

@@ -6,6 +6,7 @@
 #include "support/temporary_folder.h"
 
 #include <QDBusMessage>
+#include <QFile>
 #include <QFileInfo>
 #include <QProcess>
 #include <QTest>
@@ -25,11 +26,12 @@ using testing::Contains;
 using testing::HasSubstr;
 using testing::Not;
 
+const QString kBindwatch = u"--bindwatch"_s;
 constexpr int kPatienceMilliseconds = 20'000;
 const std::string kContainer = "state/group.dev.quorvane.zenlot/";
 const std::string kLog = "Library/Logs/zenlot-monitor.log";
 
-// With and without process events of the kernel.
+// With and without process events of the kernel, and told of refused ports by the helper.
 class BackgroundMonitorTest : public testing::TestWithParam<QStringList> {
   protected:
     void SetUp() override {
@@ -44,11 +46,16 @@ class BackgroundMonitorTest : public testing::TestWithParam<QStringList> {
         environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, address);
         environment.remove(u"PORT"_s);
         environment.insert(u"TOKEN"_s, u"never-to-be-written"_s);
+        if (isTold()) {
+            if (!startHelper())
+                GTEST_SKIP() << "the kernel does not let the helper watch here: "
+                             << helper.readAllStandardError().toStdString();
+        }
     }
 
     void TearDown() override {
         QDBusConnection::disconnectFromBus(u"observer"_s);
-        for (QProcess* process : {&server, &holder, &automation, &monitor, &bus}) {
+        for (QProcess* process : {&server, &holder, &automation, &monitor, &helper, &bus}) {
             process->kill();
             process->waitForFinished();
         }
@@ -59,6 +66,35 @@ class BackgroundMonitorTest : public testing::TestWithParam<QStringList> {
         process.setWorkingDirectory(QString::fromStdString(home.path().string()));
         process.start(program, arguments);
         ASSERT_TRUE(process.waitForStarted());
+    }
+
+    static bool isTold() { return GetParam().contains(kBindwatch); }
+    static bool mayMiss() { return GetParam().contains(u"--poll"_s); }
+
+    QString binds() const { return QString::fromStdString((home.path() / "binds").string()); }
+
+    QStringList monitorArguments() const {
+        return isTold() ? QStringList{kBindwatch, binds()}
+                        : GetParam() + QStringList{kBindwatch, QString()};
+    }
+
+    bool startHelper() {
+        const QString program = QStringLiteral(ZENLOT_BINDWATCH);
+        if (program.isEmpty())
+            return false;
+        start(helper, program, {u"--socket"_s, binds()});
+        return waitFor([this] {
+                   return helper.state() == QProcess::NotRunning || QFile::exists(binds());
+               }) &&
+               helper.state() == QProcess::Running;
+    }
+
+    // The last word about it in the log.
+    bool saysThatItIsTold() const {
+        const std::string log = home.read(kLog);
+        const std::size_t told = log.rfind(" told of refused ports");
+        const std::size_t noLonger = log.rfind("no longer told of refused ports");
+        return told != std::string::npos && (noLonger == std::string::npos || told > noLonger + 16);
     }
 
     // Starts a server of the system's Python that says on which port it is.
@@ -85,13 +121,13 @@ class BackgroundMonitorTest : public testing::TestWithParam<QStringList> {
     // Starts a server on the port that is held, and waits until that was noticed. By polling, one
     // that is gone at once can be missed on a busy machine.
     bool isNoticed() {
-        for (int starts = GetParam().isEmpty() ? 1 : 20; starts > 0; --starts) {
+        for (int starts = mayMiss() ? 20 : 1; starts > 0; --starts) {
             start(server, u"/usr/bin/python3"_s,
                   {u"-m"_s, u"http.server"_s, u"-b"_s, u"127.0.0.1"_s, QString::number(port)});
             if (!server.waitForFinished(kPatienceMilliseconds))
                 return false;
             if (QTest::qWaitFor([this] { return !conflicts().empty(); },
-                                GetParam().isEmpty() ? kPatienceMilliseconds : 3000))
+                                mayMiss() ? 3000 : kPatienceMilliseconds))
                 return true;
         }
         return false;
@@ -99,7 +135,7 @@ class BackgroundMonitorTest : public testing::TestWithParam<QStringList> {
 
     // Starts the monitor beside a server, and waits until both are there.
     void startMonitor() {
-        start(monitor, QStringLiteral(ZENLOT_MONITOR), GetParam());
+        start(monitor, QStringLiteral(ZENLOT_MONITOR), monitorArguments());
         ASSERT_TRUE(waitFor([this] { return isPublished(); }));
     }
 
@@ -140,6 +176,7 @@ class BackgroundMonitorTest : public testing::TestWithParam<QStringList> {
     TemporaryFolder home;
     QProcessEnvironment environment;
     QProcess bus;
+    QProcess helper;
     QProcess monitor;
     QProcess automation;
     QProcess holder;
@@ -157,7 +194,7 @@ TEST_P(BackgroundMonitorTest, NamesWhoHoldsThePortThatAServerWanted) {
         broadcasts.observe(name, BroadcastCenter::Meaning::readAnew, &context,
                            [&](const QString& said) { heard.push_back(said); });
 
-    start(monitor, QStringLiteral(ZENLOT_MONITOR), GetParam());
+    start(monitor, QStringLiteral(ZENLOT_MONITOR), monitorArguments());
     ASSERT_TRUE(waitFor([&] { return home.read(kLog).find("started") != std::string::npos; }));
     const std::string portEntry = "{\"port\":" + std::to_string(port) + ",";
     ASSERT_TRUE(waitFor(
@@ -168,7 +205,7 @@ TEST_P(BackgroundMonitorTest, NamesWhoHoldsThePortThatAServerWanted) {
     ASSERT_TRUE(second.waitForFinished(kPatienceMilliseconds));
     EXPECT_EQ(second.exitCode(), 1);
     EXPECT_THAT(second.readAllStandardError().toStdString(), HasSubstr("another one is running"));
-    start(second, QStringLiteral(ZENLOT_MONITOR), {u"--wait"_s});
+    start(second, QStringLiteral(ZENLOT_MONITOR), QStringList(u"--wait"_s) + monitorArguments());
 
     // A crash for another reason while the port is held, then the real thing.
     const QString number = QString::number(port);
@@ -268,7 +305,7 @@ TEST_P(BackgroundMonitorTest, NobodyIsOfferedToEndTheServiceManager) {
     environment.insert(u"PYTHONHOME"_s, u"/usr"_s);
     ASSERT_NO_FATAL_FAILURE(startHolder(manager));
     environment.remove(u"PYTHONHOME"_s);
-    start(monitor, QStringLiteral(ZENLOT_MONITOR), GetParam());
+    start(monitor, QStringLiteral(ZENLOT_MONITOR), monitorArguments());
     ASSERT_TRUE(waitFor([&] { return home.read(kLog).find("started") != std::string::npos; }));
     ASSERT_TRUE(isNoticed());
     EXPECT_EQ(conflicts()[0].pid, 0);
@@ -323,17 +360,77 @@ TEST_P(BackgroundMonitorTest, AHolderOfAnotherUserIsNamed) {
     as(monitor, kUser);
     as(server, kUser);
     ASSERT_NO_FATAL_FAILURE(startHolder(u"/usr/bin/python3"_s));
-    start(monitor, QString::fromStdString(program.string()), GetParam());
+    start(monitor, QString::fromStdString(program.string()), monitorArguments());
     ASSERT_TRUE(waitFor([&] { return home.read(kLog).find("started") != std::string::npos; }));
     ASSERT_TRUE(isNoticed());
     EXPECT_EQ(conflicts()[0].pid, holder.processId());
     EXPECT_THAT(conflicts()[0].processName, HasSubstr("python3"));
 }
 
+// The helper may be removed, and come back, at any moment: each refusal is told once all the same.
+TEST_P(BackgroundMonitorTest, TheHelperMayComeAndGo) {
+    if (!isTold())
+        GTEST_SKIP() << "is about the helper";
+    ASSERT_NO_FATAL_FAILURE(startHolder());
+    ASSERT_NO_FATAL_FAILURE(startMonitor());
+    const std::string broadcast = "broadcasting port " + std::to_string(port) + ", ";
+    const auto told = [&] {
+        const std::string log = home.read(kLog);
+        std::size_t count = 0;
+        for (std::size_t at = log.find(broadcast); at != std::string::npos;
+             at = log.find(broadcast, at + 1))
+            ++count;
+        return count;
+    };
+    const QStringList bind{u"-c"_s, u"import socket,time; s=socket.socket(); "
+                                    "s.bind(('127.0.0.1',%1))"_s.arg(port)};
+    for (std::size_t round = 1; round <= 4; ++round) {
+        const bool isThere = round % 2 == 1;
+        if (isThere && helper.state() == QProcess::NotRunning) {
+            ASSERT_TRUE(startHelper());
+        } else if (!isThere) {
+            ASSERT_NO_FATAL_FAILURE(end(helper));
+        }
+        ASSERT_TRUE(waitFor([&] { return saysThatItIsTold() == isThere; })) << round;
+        // A literal that nothing else in the command line disturbs; another program each time.
+        QStringList words = bind;
+        words.last() += u"#"_s.repeated(static_cast<int>(round));
+        start(server, u"python3"_s, words);
+        ASSERT_TRUE(server.waitForFinished(kPatienceMilliseconds));
+        ASSERT_TRUE(waitFor([&] { return told() >= round; })) << round;
+        // What inference would make of it comes within a second and a half.
+        QTest::qWait(2000);
+        EXPECT_EQ(told(), round);
+        QTest::qWait(2000); // until it is no restart in a loop
+    }
+}
+
+TEST_P(BackgroundMonitorTest, ANetworkOfItsOwnIsLookedIntoAsWell) {
+    if (!isTold())
+        GTEST_SKIP() << "is about the helper";
+    start(
+        holder, u"unshare"_s,
+        {u"-n"_s, u"python3"_s, u"-u"_s, u"-m"_s, u"http.server"_s, u"-b"_s, u"0.0.0.0"_s, u"0"_s});
+    ASSERT_TRUE(waitFor([this] { return holder.canReadLine(); }))
+        << holder.readAllStandardError().toStdString();
+    port = QString::fromUtf8(holder.readLine()).section(u' ', 5, 5).toInt();
+    start(monitor, QStringLiteral(ZENLOT_MONITOR), monitorArguments());
+    ASSERT_TRUE(waitFor([&] { return saysThatItIsTold(); }));
+    start(server, u"nsenter"_s,
+          {u"-t"_s, QString::number(holder.processId()), u"-n"_s, u"python3"_s, u"-m"_s,
+           u"http.server"_s, u"-b"_s, u"0.0.0.0"_s, QString::number(port)});
+    ASSERT_TRUE(waitFor([&] { return !conflicts().empty(); }));
+    EXPECT_EQ(conflicts()[0].pid, holder.processId());
+    EXPECT_THAT(conflicts()[0].processName, HasSubstr("python3"));
+}
+
 INSTANTIATE_TEST_SUITE_P(Noticing, BackgroundMonitorTest,
-                         testing::Values(QStringList(), QStringList(u"--poll"_s)),
+                         testing::Values(QStringList(), QStringList(u"--poll"_s),
+                                         QStringList(kBindwatch)),
                          [](const auto& mode) {
-                             return mode.param.isEmpty() ? "AsTheKernelTells" : "ByPolling";
+                             return mode.param.isEmpty()               ? "AsTheKernelTells"
+                                    : mode.param.contains(u"--poll"_s) ? "ByPolling"
+                                                                       : "WithTheHelper";
                          });
 
 } // namespace

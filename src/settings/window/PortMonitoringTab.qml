@@ -14,8 +14,10 @@ ColumnLayout {
     spacing: 18
 
     onVisibleChanged: {
-        if (root.visible)
+        if (root.visible) {
             root.viewModel.syncConflictMonitoringWithAgent();
+            root.viewModel.lookForBindwatch();
+        }
     }
 
     FormSection {
@@ -43,6 +45,16 @@ ColumnLayout {
             text: qsTr("Conflict Monitoring")
 
             onRequested: isOn => root.viewModel.setConflictMonitoring(isOn)
+        }
+        SelectableText {
+            Layout.bottomMargin: 12
+            Layout.fillWidth: true
+            Layout.leftMargin: 12
+            Layout.rightMargin: 12
+            activeFocusOnTab: false
+            font: TextStyle.caption
+            objectName: "bindwatchLine"
+            text: root.viewModel.hasBindwatch ? qsTr("The system tells of refused ports exactly.") : qsTr("For exact alerts an administrator turns on the helper of the system: %1").arg(root.viewModel.bindwatchCommand)
         }
     }
     FormSection {

@@ -1,12 +1,17 @@
 #include "settings/window/settings_view_model.h"
 
 #include <QCoreApplication>
+#include <QFile>
+
+#include <utility>
 
 namespace zenlot {
 
 SettingsViewModel::SettingsViewModel(AppSettings& settings, LaunchAgentInstaller& installer,
-                                     BackgroundItemsSettings& loginItems, QObject* parent)
+                                     BackgroundItemsSettings& loginItems, QObject* parent,
+                                     QString bindwatchSocket)
     : QObject(parent), settings_(settings), installer_(installer), loginItems_(loginItems),
+      bindwatchSocket_(std::move(bindwatchSocket)),
       monitorPorts_(settings, &AppSettings::monitorIgnoredPorts,
                     &AppSettings::setMonitorIgnoredPorts, &AppSettings::monitorIgnoredPortsChanged),
       monitorApps_(settings, &AppSettings::monitorIgnoredApps, &AppSettings::setMonitorIgnoredApps,
@@ -17,6 +22,14 @@ SettingsViewModel::SettingsViewModel(AppSettings& settings, LaunchAgentInstaller
       conflictApps_(settings, &AppSettings::conflictIgnoredApps,
                     &AppSettings::setConflictIgnoredApps,
                     &AppSettings::conflictIgnoredAppsChanged) {}
+
+void SettingsViewModel::lookForBindwatch() {
+    const bool isThere = QFile::exists(bindwatchSocket_);
+    if (isThere == hasBindwatch_)
+        return;
+    hasBindwatch_ = isThere;
+    Q_EMIT hasBindwatchChanged();
+}
 
 void SettingsViewModel::setConflictMonitoring(bool enabled) {
     setProblem(QString(), false);

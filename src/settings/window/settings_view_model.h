@@ -3,9 +3,11 @@
 //
 // The switch for conflicts never says more than is true: it is on only once the monitor could be
 // registered, and off when the desktop has given up on it. Problems stay visible until the next
-// attempt, and are forgotten with the object. Main thread only; the registration is synchronous.
+// attempt, and are forgotten with the object. Whether the helper of the system is there is looked
+// up when it is asked for. Main thread only; the registration is synchronous.
 #pragma once
 
+#include "bindwatch/bindwatch_service.h"
 #include "monitoring/launch_agent_installer.h"
 #include "platform/background_items_settings.h"
 #include "settings/app_settings.h"
@@ -25,6 +27,8 @@ class SettingsViewModel : public QObject {
     Q_PROPERTY(zenlot::AppSettings* settings READ settings CONSTANT)
     Q_PROPERTY(QString installError READ installError NOTIFY installErrorChanged)
     Q_PROPERTY(bool needsApproval READ needsApproval NOTIFY needsApprovalChanged)
+    Q_PROPERTY(bool hasBindwatch READ hasBindwatch NOTIFY hasBindwatchChanged)
+    Q_PROPERTY(QString bindwatchCommand READ bindwatchCommand CONSTANT)
     Q_PROPERTY(zenlot::ExceptionListModel* monitorPorts READ monitorPorts CONSTANT)
     Q_PROPERTY(zenlot::ExceptionListModel* monitorApps READ monitorApps CONSTANT)
     Q_PROPERTY(zenlot::ExceptionListModel* conflictPorts READ conflictPorts CONSTANT)
@@ -33,12 +37,16 @@ class SettingsViewModel : public QObject {
   public:
     // The references must outlive the object.
     SettingsViewModel(AppSettings& settings, LaunchAgentInstaller& installer,
-                      BackgroundItemsSettings& loginItems, QObject* parent = nullptr);
+                      BackgroundItemsSettings& loginItems, QObject* parent = nullptr,
+                      QString bindwatchSocket = QLatin1String(kBindwatchSocket));
 
     AppSettings* settings() const { return &settings_; }
     // Empty while there is nothing to report.
     QString installError() const { return installError_; }
     bool needsApproval() const { return needsApproval_; }
+    // Whether the kernel tells of refused ports, through the helper of the system.
+    bool hasBindwatch() const { return hasBindwatch_; }
+    QString bindwatchCommand() const { return QLatin1String(kBindwatchCommand); }
     ExceptionListModel* monitorPorts() { return &monitorPorts_; }
     ExceptionListModel* monitorApps() { return &monitorApps_; }
     ExceptionListModel* conflictPorts() { return &conflictPorts_; }
@@ -47,11 +55,13 @@ class SettingsViewModel : public QObject {
     Q_INVOKABLE void setConflictMonitoring(bool enabled);
     Q_INVOKABLE void recheckBackgroundApproval();
     Q_INVOKABLE void syncConflictMonitoringWithAgent();
+    Q_INVOKABLE void lookForBindwatch();
     Q_INVOKABLE void openLoginItems();
 
   Q_SIGNALS:
     void installErrorChanged();
     void needsApprovalChanged();
+    void hasBindwatchChanged();
 
   private:
     void setProblem(const QString& installError, bool needsApproval);
@@ -61,6 +71,8 @@ class SettingsViewModel : public QObject {
     BackgroundItemsSettings& loginItems_;
     QString installError_;
     bool needsApproval_{false};
+    QString bindwatchSocket_;
+    bool hasBindwatch_{false};
     ExceptionListModel monitorPorts_;
     ExceptionListModel monitorApps_;
     ExceptionListModel conflictPorts_;

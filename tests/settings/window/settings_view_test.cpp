@@ -4,12 +4,14 @@
 #include "platform/fake_system_log.h"
 #include "platform/fake_user_defaults.h"
 #include "settings/window/settings_view_model.h"
+#include "support/temporary_folder.h"
 
 #include <QAbstractItemModelTester>
 #include <QAccessible>
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickView>
+#include <QSignalSpy>
 #include <QTest>
 #include <QtQml/qqmlextensionplugin.h>
 #include <gtest/gtest.h>
@@ -97,6 +99,26 @@ TEST_F(SettingsViewTest, SwitchesWriteWhatTheyShow) {
     }
     press(u"Log"_qs);
     EXPECT_TRUE(logTab.isVisible());
+}
+
+TEST_F(SettingsViewTest, SaysWhetherTheSystemTellsOfRefusedPorts) {
+    const TemporaryFolder folder;
+    const QString socket = QString::fromStdString((folder.path() / "binds").string());
+    SettingsViewModel other(settings, installer, loginItems, nullptr, socket);
+    other.lookForBindwatch();
+    EXPECT_FALSE(other.hasBindwatch());
+    QSignalSpy changed(&other, &SettingsViewModel::hasBindwatchChanged);
+    folder.write("binds", "");
+    other.lookForBindwatch();
+    EXPECT_TRUE(other.hasBindwatch());
+    EXPECT_EQ(changed.size(), 1);
+
+    press(u"Port Monitoring"_qs);
+    auto* line = view.findChild<QQuickItem*>(u"bindwatchLine"_qs);
+    ASSERT_TRUE(line);
+    EXPECT_TRUE(line->isVisible());
+    EXPECT_EQ(line->property("text").toString().contains(viewModel.bindwatchCommand()),
+              !viewModel.hasBindwatch());
 }
 
 TEST_F(SettingsViewTest, ListsTakeWhatCanBeAnEntryInOrder) {
