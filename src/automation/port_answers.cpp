@@ -1,13 +1,11 @@
 #include "automation/port_answers.h"
 
 #include "inventory/port_lookup.h"
-#include "inventory/shared_port_cache.h"
 #include "monitoring/published_ports.h"
 #include "shell/intents/check_port_intent.h"
 
 #include <QFutureWatcher>
 
-#include <optional>
 #include <utility>
 
 namespace zenlot {
@@ -27,13 +25,10 @@ void PortAnswers::answer(const QList<PortQuery>& queries, QObject* context, Rece
 }
 
 QStringList PortAnswers::dialogsFor(const QList<PortQuery>& queries) const {
-    SharedPortCache published;
-    if (auto ports = readPublishedPorts(container_))
-        published.replace(*std::move(ports));
-    const PortLookup lookup(scanner_, published);
+    const auto published = readPublishedPorts(container_).value_or(std::vector<OccupiedPort>());
     QStringList dialogs;
     for (const PortQuery& query : queries)
-        dialogs.append(query.port ? CheckPortIntent{*query.port}.perform(lookup)
+        dialogs.append(query.port ? CheckPortIntent{*query.port}.perform(scanner_, published)
                                   : CheckPortIntent::valueRequestDialog());
     return dialogs;
 }

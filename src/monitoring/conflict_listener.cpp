@@ -419,15 +419,12 @@ void ConflictListener::deliverSeen(const ConflictRecord& record, const ProcessSi
     log(QStringLiteral("conflict notifying port=%1 pid=%2 process=%3")
             .arg(QString::number(record.port), QString::number(record.pid), processName));
     const QString displayName = boundedText(record.displayName);
-    UserInfo info{{kPortKey, record.port},
-                  {kPidKey, record.pid},
-                  {kObstacleKey, static_cast<std::int64_t>(holder.obstacle)},
-                  {kProcessNameKey, processName},
-                  {kDisplayNameKey, displayName}};
-    if (holder.process.startTime)
-        info.set(kStartTimeKey, *holder.process.startTime);
     const QPointer<ConflictListener> self(this);
-    with_.notifications.post(kConflictDetected, info);
+    Q_EMIT with_.notifications.conflictDetected({record.port,
+                                                 {record.pid, holder.process.startTime},
+                                                 processName,
+                                                 displayName,
+                                                 holder.obstacle});
     if (self)
         with_.alerts.notifyConflict(record.port, displayName, holder);
 }

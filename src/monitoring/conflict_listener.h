@@ -1,5 +1,5 @@
 // Takes in the conflicts that the background monitor detects, and tells the user and the rest of
-// the program about each of them once: by an alert and by kConflictDetected.
+// the program about each of them once: by an alert and by conflictDetected().
 //
 // There are three channels, see monitoring/shared_container.h and monitoring/broadcast_names.h: the
 // published list of conflicts, read on its broadcast and at every poll; the broadcasts for single

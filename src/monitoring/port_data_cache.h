@@ -1,5 +1,5 @@
 // Follows the list of ports that the background monitor publishes: loads it at the start and on
-// every signal into the shared cache, and tells the rest of the program by kPortsUpdated.
+// every signal into the shared cache, and tells the rest of the program by portsUpdated().
 //
 // Operations, handlers and posts belong to the main thread; files are read and decoded elsewhere.
 // A file that is missing or wrong changes nothing and says nothing; the cache keeps what it has.

@@ -1,5 +1,7 @@
 #include "text/log_line.h"
 
+#include "text/display_line.h"
+
 #include <QChar>
 
 namespace zenlot {
@@ -28,17 +30,10 @@ QString escaped(const QString& message) {
     return result;
 }
 
-QString shortened(const QString& message, qsizetype longest) {
-    if (message.size() <= longest)
-        return message;
-    const bool cutsPair = message.at(longest - 1).isHighSurrogate();
-    return message.left(cutsPair ? longest - 1 : longest) + QChar(u'…');
-}
-
 } // namespace
 
 QString logLine(const QString& message, qsizetype longest) {
-    return escaped(shortened(message, longest));
+    return escaped(withEllipsis(message, longest));
 }
 
 } // namespace zenlot

@@ -1,20 +1,13 @@
-#include "inventory/fake_process_pinner.h"
-#include "inventory/fake_process_tables.h"
 #include "monitoring/broadcast_names.h"
 #include "monitoring/conflict_listener.h"
-#include "platform/fake_app_service.h"
 #include "platform/fake_broadcast_center.h"
-#include "platform/fake_process_end_watch.h"
-#include "platform/fake_user_defaults.h"
-#include "platform/fake_user_notification_center.h"
-#include "support/temporary_folder.h"
+#include "support/sample_inventory.h"
 
 #include <QTest>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <sstream>
 
 namespace zenlot {
 namespace {
@@ -32,26 +25,25 @@ ConflictRecord recordOf(std::int64_t port, ReferenceTime time, const std::string
     return {port, 42, name, name, time};
 }
 
-class ConflictListenerTest : public testing::Test {
+class ConflictListenerTest : public testing::Test, protected SampleAlerts<> {
   protected:
     ConflictListenerTest() {
         settings.setConflictMonitoringEnabled(true);
         pinner.others = FakePinnedState();
         cache.replace({{80, "", "web", "Web", 7, "501", ""}, {90, "", "x", "X", 7, "501", ""}});
-        notifications.observe(kConflictDetected, &notifications, [this](const UserInfo& info) {
-            announced.push_back(info.string(kProcessNameKey).value_or(QString()).toStdString());
-        });
+        QObject::connect(&notifications, &NotificationCenter::conflictDetected,
+                         [this](const Conflict& conflict) {
+                             detected.push_back(conflict);
+                             announced.push_back(conflict.processName.toStdString());
+                         });
         publish("conflicts", "");
     }
-    // What was logged since the last call, without time and tag, and without the alerts' lines.
+    // Without the alerts' own lines.
     Strings logged() const {
-        std::istringstream text(folder.read("app.log"));
-        folder.write("app.log", "");
-        Strings lines;
-        for (std::string line; std::getline(text, line);) {
-            if (line.find("notification ") == std::string::npos)
-                lines.push_back(line.substr(34));
-        }
+        Strings lines = SampleAlerts::logged();
+        std::erase_if(lines, [](const std::string& line) {
+            return line.find("notification ") != std::string::npos;
+        });
         return lines;
     }
     void publish(const std::string& name, const std::string& json) const {
@@ -64,28 +56,13 @@ class ConflictListenerTest : public testing::Test {
         QCoro::waitFor(listener->pollLegacyDaemonLog());
     }
 
-    TemporaryFolder folder;
-    const QString home = QString::fromStdString(folder.path().string()) + u'/';
-    FakeUserDefaults defaults;
-    FakeAppService loginItem;
-    AppSettings settings{defaults, loginItem};
-    AppLog log{home + QStringLiteral("app.log")};
-    FakeProcessTables tables;
-    PortScanner scanner{tables, [](std::uint16_t, AddressFamily) { return false; }};
-    SharedPortCache cache;
-    PortLookup lookup{scanner, cache};
-    FakeProcessPinner pinner;
-    PortInventory inventory{scanner, lookup, cache, pinner};
     FakeBroadcastCenter broadcasts;
-    FakeUserNotificationCenter center;
-    NotificationCenter notifications;
-    FakeProcessEndWatch processEnds;
-    PortNotificationManager alerts{center, inventory, processEnds, notifications, log};
+    std::vector<Conflict> detected;
     Strings announced;                    // the names
     std::atomic<ReferenceTime> now{kNow}; // read by workers too
     const ConflictListener::Collaborators with{SharedContainer(home),
                                                inventory,
-                                               alerts,
+                                               *alerts,
                                                notifications,
                                                broadcasts,
                                                log,
@@ -196,9 +173,6 @@ TEST_F(ConflictListenerTest, AnnouncesOnlyHoldersThatAreThereAndWereThereBefore)
         {0, any, kNow, Obstacle::unknownOwner, {}},
         {(1LL << 32) + 52, any, kNow, Obstacle::unknownOwner, {}},
     };
-    std::vector<UserInfo> infos;
-    notifications.observe(kConflictDetected, &notifications,
-                          [&infos](const UserInfo& info) { infos.push_back(info); });
     listener->start(settings);
     std::vector<ConflictRecord> records;
     Strings lines;
@@ -225,17 +199,15 @@ TEST_F(ConflictListenerTest, AnnouncesOnlyHoldersThatAreThereAndWereThereBefore)
         if (!each.announced)
             continue;
         SCOPED_TRACE(each.pid);
-        ASSERT_LT(place, infos.size());
-        const UserInfo& info = infos[place];
-        const UserNotificationContent& alert = center.requests[place++].content;
-        EXPECT_EQ(info.integer(kPidKey), each.pid);
-        EXPECT_EQ(info.integer(kObstacleKey), static_cast<std::int64_t>(*each.announced));
+        ASSERT_LT(place, detected.size());
+        const Conflict& conflict = detected[place];
+        EXPECT_EQ(conflict.obstacle, *each.announced);
         const auto start = each.pid < 57 && each.pid > 0 ? std::optional(7L) : std::nullopt;
-        EXPECT_EQ(info.integer(kStartTimeKey), start);
-        EXPECT_EQ(alert.userInfo.integer(kStartTimeKey), start);
-        EXPECT_EQ(alert.withheldActions.isEmpty(), *each.announced == Obstacle::none);
+        EXPECT_EQ(conflict.holder, (ProcessIdentity{each.pid, start}));
+        EXPECT_EQ(center.requests[place++].content.actions.size(),
+                  *each.announced == Obstacle::none ? 3 : 2);
     }
-    EXPECT_EQ(infos.size(), place);
+    EXPECT_EQ(detected.size(), place);
 }
 
 TEST_F(ConflictListenerTest, AnswersForAPortFromItsFileOrElseFromItsHolder) {
@@ -354,7 +326,8 @@ TEST_F(ConflictListenerTest, PollsUntilItIsDestroyed) {
     listener->start(settings);
     publish("conflicts", encodeConflictRecords(std::vector{recordOf(1, kNow, "listed")}));
     ASSERT_TRUE(QTest::qWaitFor([&] { return announced.size() == 1; }));
-    notifications.observe(kConflictDetected, &notifications, [this](auto&) { listener.reset(); });
+    QObject::connect(&notifications, &NotificationCenter::conflictDetected,
+                     [this] { listener.reset(); });
     ASSERT_TRUE(QTest::qWaitFor([&] {
         std::ofstream(folder.path() / "log", std::ios::app) << kLine + "2\n" + kLine + "3\n";
         return !listener;

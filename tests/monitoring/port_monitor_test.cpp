@@ -1,11 +1,5 @@
-#include "inventory/fake_process_pinner.h"
-#include "inventory/fake_process_tables.h"
 #include "monitoring/port_monitor.h"
-#include "platform/fake_app_service.h"
-#include "platform/fake_process_end_watch.h"
-#include "platform/fake_user_defaults.h"
-#include "platform/fake_user_notification_center.h"
-#include "support/temporary_folder.h"
+#include "support/sample_inventory.h"
 
 #include <QCoroTask>
 #include <QSemaphore>
@@ -14,7 +8,6 @@
 #include <gtest/gtest.h>
 
 #include <random>
-#include <sstream>
 
 namespace zenlot {
 namespace {
@@ -59,7 +52,7 @@ class ChangingTables final : public ProcessTables {
     mutable std::vector<std::unique_ptr<FakeProcessTables>> moments_;
 };
 
-class PortMonitorTest : public testing::Test {
+class PortMonitorTest : public testing::Test, protected SampleAlerts<ChangingTables> {
   protected:
     PortMonitorTest() { pinner.others = FakePinnedState(); }
 
@@ -83,36 +76,16 @@ class PortMonitorTest : public testing::Test {
             titles.push_back(request.content.title.toStdString());
         return titles;
     }
-    // The monitor's own lines, without the time.
+    // The monitor's own lines.
     Strings logged() const {
-        std::istringstream text(folder.read("log"));
-        Strings lines;
-        for (std::string line; std::getline(text, line);) {
-            if (line.find("] port activity ") != std::string::npos)
-                lines.push_back(line.substr(21));
-        }
+        Strings lines = SampleAlerts::logged();
+        std::erase_if(lines,
+                      [](const std::string& line) { return !line.starts_with("port activity "); });
         return lines;
     }
 
-    TemporaryFolder folder;
-    FakeUserDefaults defaults;
-    FakeAppService loginItem;
-    AppSettings settings{defaults, loginItem};
-    AppLog log{QString::fromStdString((folder.path() / "log").string())};
-    ChangingTables tables;
-    std::set<std::int64_t> inUse; // what probing finds
-    PortScanner scanner{tables,
-                        [this](std::uint16_t port, AddressFamily) { return inUse.contains(port); }};
-    SharedPortCache cache;
-    PortLookup lookup{scanner, cache};
-    FakeProcessPinner pinner;
-    PortInventory inventory{scanner, lookup, cache, pinner};
-    FakeUserNotificationCenter center;
-    NotificationCenter notifications;
-    FakeProcessEndWatch processEnds;
-    PortNotificationManager alerts{center, inventory, processEnds, notifications, log};
     std::unique_ptr<PortMonitor> monitor =
-        std::make_unique<PortMonitor>(inventory, alerts, log, 1h);
+        std::make_unique<PortMonitor>(inventory, *alerts, log, 1h);
 };
 
 constexpr UserId kSomebodyElse = 4'000'000;
@@ -137,13 +110,12 @@ TEST_F(PortMonitorTest, AnnouncesWhatThePollBeforeDidNotFind) {
     tables.listen(5174, "newServer");
     EXPECT_THAT(poll(), ElementsAre("Port 3000 is now occupied", "Port 4000 is now occupied",
                                     "Port 5174 is now occupied"));
-    EXPECT_THAT(
-        logged(),
-        ElementsAre("[zenlot-app] port activity monitor started",
-                    "[zenlot-app] port activity detected port=5174 pid=5174 process=New Server",
-                    "[zenlot-app] port activity detected port=3000 pid=3000 process=Node",
-                    "[zenlot-app] port activity detected port=4000 pid=7 process=first",
-                    "[zenlot-app] port activity detected port=5174 pid=5174 process=New Server"));
+    EXPECT_THAT(logged(),
+                ElementsAre("port activity monitor started",
+                            "port activity detected port=5174 pid=5174 process=New Server",
+                            "port activity detected port=3000 pid=3000 process=Node",
+                            "port activity detected port=4000 pid=7 process=first",
+                            "port activity detected port=5174 pid=5174 process=New Server"));
 }
 
 TEST_F(PortMonitorTest, KeepsToTheIgnoreListsOfTheLatestSettings) {
@@ -172,17 +144,14 @@ TEST_F(PortMonitorTest, TellsOfOwnersThatAreThereAndOffersToEndWhoMayBeEnded) {
         tables.listen(port, "server");
     QCoro::waitFor(monitor->checkForNewListeners());
     ASSERT_EQ(center.requests.size(), 2U);
-    EXPECT_EQ(center.requests[0].content.userInfo.integer(kPidKey), 12);
-    EXPECT_EQ(center.requests[0].content.withheldActions,
-              QStringList(PortNotificationManager::killActionID));
-    EXPECT_EQ(center.requests[1].content.userInfo.integer(kStartTimeKey), 99);
-    EXPECT_THAT(center.requests[1].content.withheldActions, IsEmpty());
-    EXPECT_THAT(logged(),
-                testing::Contains("[zenlot-app] port activity ignored port=11: process has ended"));
+    EXPECT_TRUE(center.requests[0].content.body.contains(u"(PID 12)"));
+    EXPECT_EQ(center.requests[0].content.actions.size(), 2) << "without the one that ends it";
+    EXPECT_EQ(center.requests[1].content.actions.size(), 3);
+    EXPECT_THAT(logged(), testing::Contains("port activity ignored port=11: process has ended"));
 }
 
 TEST_F(PortMonitorTest, PollsUntilItIsStopped) {
-    monitor = std::make_unique<PortMonitor>(inventory, alerts, log, 0ms);
+    monitor = std::make_unique<PortMonitor>(inventory, *alerts, log, 0ms);
     monitor->start(settings);
     EXPECT_TRUE(monitor->isRunning());
     ASSERT_TRUE(QTest::qWaitFor([this] { return tables.snapshotsTaken.available() > 2; }));
@@ -261,17 +230,12 @@ TEST_F(PortMonitorTest, PollsFindTheSameOwnPortsAsAFullList) {
 }
 
 TEST(PortInventoryTest, APollOfTheSamePortsGivesTheSameList) {
-    FakeProcessTables tables;
-    tables.table = {{80, 0, AddressFamily::ipv4, currentUserId(), 1}};
-    const PortScanner scanner(tables);
-    SharedPortCache cache;
-    const PortLookup lookup(scanner, cache);
-    const FakeProcessPinner pinner;
-    PortInventory inventory(scanner, lookup, cache, pinner);
-    const auto poll = [&] { return inventory.pollPortsOfCurrentUser().result(); };
+    SampleInventory<> machine;
+    machine.tables.table = {{80, 0, AddressFamily::ipv4, currentUserId(), 1}};
+    const auto poll = [&] { return machine.inventory.pollPortsOfCurrentUser().result(); };
     const SharedPorts first = poll();
     EXPECT_EQ(poll(), first);
-    cache.replace({});
+    machine.cache.replace({});
     EXPECT_NE(poll(), first);
 }
 

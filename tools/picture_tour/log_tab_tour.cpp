@@ -1,7 +1,7 @@
-#include "picture_tour/sample_user.h"
 #include "picture_tour/tour.h"
 #include "settings/window/settings_view_model.h"
 #include "shell/logviewer/log_tab_view_model.h"
+#include "support/sample_user.h"
 
 #include <QFile>
 #include <QQmlApplicationEngine>
@@ -70,7 +70,7 @@ class LogTabScene final {
     QTemporaryDir folder_;
     AppLog appLog_{folder_.filePath(QStringLiteral("zenlot-monitor.log"))};
     SampleUser user_;
-    SettingsViewModel settingsViewModel_{user_.settings, user_.installer, user_.loginItems};
+    SettingsViewModel settingsViewModel_{user_.settings, user_.installer, user_.openLoginItems};
 
   public:
     LogTabViewModel log{folder_.filePath(QStringLiteral("zenlot-monitor.log")), appLog_};

@@ -1,17 +1,16 @@
 #include "picture_tour/sample_machine.h"
-#include "picture_tour/sample_user.h"
 #include "picture_tour/tour.h"
 #include "platform/fake_application_windows.h"
 #include "platform/fake_global_shortcut.h"
 #include "platform/fake_status_bar.h"
-#include "platform/fake_updater.h"
 #include "settings/window/settings_view_model.h"
-#include "shell/app/qml_window.h"
-#include "shell/backgrounditems/background_items_window.h"
+#include "shell/backgrounditems/background_items_view_model.h"
 #include "shell/logviewer/log_tab_view_model.h"
 #include "shell/menubar/app_delegate.h"
-#include "shell/onboarding/onboarding_window.h"
-#include "shell/updater/update_window.h"
+#include "shell/onboarding/onboarding_view_model.h"
+#include "shell/style/qml_window.h"
+#include "shell/updater/update_view_model.h"
+#include "support/sample_user.h"
 #include "updates/fake_release_feed.h"
 
 #include <QApplication>
@@ -39,6 +38,34 @@ const QString kUnit = QStringLiteral("dev.quorvane.zenlot.monitor.service");
 const AppServiceError kRefusal{QStringLiteral("org.freedesktop.systemd1.NoSuchUnit"), 0,
                                QStringLiteral("Unit %1 not found.").arg(kUnit)};
 
+// A window of the program, opened over what the function makes for it.
+class TourWindow {
+  public:
+    TourWindow(QQmlEngine& engine, const char* file, QmlWindow::Properties properties)
+        : window_([&engine]() -> QQmlEngine& { return engine; },
+                  QUrl(QStringLiteral("qrc:/qt/qml/Zenlot/") + QLatin1StringView(file)),
+                  std::move(properties)) {
+        if (!window_.open())
+            throw std::runtime_error(std::string("can't make ") + file);
+        window_.window()->show();
+        window_.window()->requestActivate();
+        waitFor([&] { return window_.window()->isActive(); });
+    }
+
+    QQuickWindow& operator*() const { return *window_.window(); }
+    QQuickWindow* operator->() const { return window_.window(); }
+
+  private:
+    QmlWindow window_;
+};
+
+template <typename ViewModel>
+QmlWindow::Properties contentOf(ViewModel& viewModel) {
+    return [&viewModel](QObject&) -> QVariantMap {
+        return {{QStringLiteral("viewModel"), QVariant::fromValue(&viewModel)}};
+    };
+}
+
 void openTab(QQuickWindow& window, int tab) {
     for (QQuickItem* item : window.findChildren<QQuickItem*>()) {
         if (item->property("selectedTab").isValid())
@@ -64,22 +91,13 @@ void showSettings(QQmlEngine& engine, Visitor& visitor) {
                                          QStringLiteral("42")});
     user.settings.setConflictIgnoredApps({QStringLiteral("node")});
     AppLog log(file.fileName());
-    QmlWindow settings(
-        [&]() -> QQmlEngine& { return engine; },
-        QUrl(QStringLiteral("qrc:/qt/qml/Zenlot/App/SettingsWindow.qml")),
-        [&](QObject& owner) -> QVariantMap {
-            return {{QStringLiteral("viewModel"),
-                     QVariant::fromValue(new SettingsViewModel(user.settings, user.installer,
-                                                               user.loginItems, &owner))},
-                    {QStringLiteral("logViewModel"),
-                     QVariant::fromValue(new LogTabViewModel(file.fileName(), log, &owner))}};
-        });
-    QQuickWindow* window = settings.open();
-    if (!window)
-        throw std::runtime_error("the settings can't be made");
-    window->show();
-    window->requestActivate();
-    waitFor([&] { return window->isActive(); });
+    const TourWindow window(engine, "App/SettingsWindow.qml", [&](QObject& owner) -> QVariantMap {
+        return {{QStringLiteral("viewModel"),
+                 QVariant::fromValue(new SettingsViewModel(user.settings, user.installer,
+                                                           user.openLoginItems, &owner))},
+                {QStringLiteral("logViewModel"),
+                 QVariant::fromValue(new LogTabViewModel(file.fileName(), log, &owner))}};
+    });
     visitor.see(*window, u"settings-general"_qs);
     press(*window, Qt::Key_Right);
     visitor.see(*window, u"settings-off"_qs);
@@ -113,55 +131,51 @@ void showSettings(QQmlEngine& engine, Visitor& visitor) {
     window->hide();
 }
 
-void showOnboarding(Visitor& visitor) {
-    const auto open = [](SampleUser& user) {
-        auto window = std::make_unique<OnboardingWindow>(
-            OnboardingViewModel::Collaborators{user.settings, user.installer, user.loginItems,
-                                               user.systemLog},
-            std::function<void()>());
-        window->rootObject()->setProperty("movie", QUrl()); // which would never stand still
-        window->show();
-        return window;
-    };
+void showOnboarding(QQmlEngine& engine, Visitor& visitor) {
     SampleUser user;
-    const auto window = open(user);
+    const auto at = [](SampleUser& somebody) {
+        return OnboardingViewModel::Collaborators{somebody.settings, somebody.installer,
+                                                  somebody.systemLog};
+    };
+    OnboardingViewModel viewModel(at(user), {.openLoginItems = user.openLoginItems});
+    const TourWindow window(engine, "Onboarding/OnboardingWindow.qml", contentOf(viewModel));
+    window->setProperty("movie", QUrl()); // which would never stand still
     visitor.see(*window, u"onboarding-welcome"_qs);
-    window->viewModel().advance();
+    viewModel.advance();
     visitor.see(*window, u"onboarding-monitor"_qs);
     user.monitor.refusal = kRefusal;
-    window->viewModel().enableBackgroundMonitor();
-    waitFor([&] { return !window->viewModel().installError().isEmpty(); });
+    viewModel.enableBackgroundMonitor();
     visitor.see(*window, u"onboarding-failed"_qs);
     user.monitor.refusal.reset();
     user.forbidTheMonitor();
-    window->viewModel().enableBackgroundMonitor();
-    waitFor([&] { return window->viewModel().needsApproval(); });
+    viewModel.enableBackgroundMonitor();
     visitor.see(*window, u"onboarding-blocked"_qs);
-    window->viewModel().recheckApproval();
+    viewModel.recheckApproval();
     visitor.see(*window, u"onboarding-still-blocked"_qs);
     SampleUser returning;
     returning.monitor.currentStatus = AppServiceStatus::enabled;
-    const auto again = open(returning);
-    again->viewModel().advance();
-    visitor.see(*again, u"onboarding-enabled"_qs);
+    OnboardingViewModel again(at(returning), {});
+    const TourWindow other(engine, "Onboarding/OnboardingWindow.qml", contentOf(again));
+    other->setProperty("movie", QUrl());
+    again.advance();
+    visitor.see(*other, u"onboarding-enabled"_qs);
 }
 
 void showBackgroundItems(QQmlEngine& engine, Visitor& visitor) {
     SampleUser user;
     BackgroundItemsViewModel viewModel(
         user.monitor, [] { return QStringLiteral("systemctl --user unmask ") + kUnit; }, kUnit);
-    BackgroundItemsWindow page([&]() -> QQmlEngine& { return engine; }, viewModel);
+    const TourWindow page(engine, "BackgroundItems/BackgroundItemsWindow.qml",
+                          contentOf(viewModel));
     for (const auto& [status, state] :
          {std::pair(AppServiceStatus::requiresApproval, "background-blocked"),
           {AppServiceStatus::notRegistered, "background-off"},
           {AppServiceStatus::notFound, "background-not-found"},
           {AppServiceStatus::enabled, "background-allowed"}}) {
         user.monitor.currentStatus = status;
-        page.openSystemSettingsLoginItems();
         viewModel.recheck();
-        visitor.see(*page.window(), QString::fromLatin1(state));
+        visitor.see(*page, QString::fromLatin1(state));
     }
-    page.window()->hide();
 }
 
 void showUpdates(QQmlEngine& engine, Visitor& visitor) {
@@ -179,11 +193,11 @@ void showUpdates(QQmlEngine& engine, Visitor& visitor) {
     for (const auto& [answer, state] : answers) {
         FakeReleaseFeed feed;
         UpdateViewModel viewModel(feed, release("1.9").version, [](const QUrl&) { return false; });
-        UpdateWindow updates([&]() -> QQmlEngine& { return engine; }, viewModel);
-        updates.checkForUpdates();
+        viewModel.check();
+        const TourWindow window(engine, "Updater/UpdateWindow.qml", contentOf(viewModel));
         feed.answer(answer);
         waitFor([&] { return viewModel.state() != UpdateViewModel::State::Checking; });
-        visitor.see(*updates.window(), QString::fromLatin1(state));
+        visitor.see(*window, QString::fromLatin1(state));
     }
 }
 
@@ -193,7 +207,7 @@ void showOtherWindows(Visitor& visitor) {
     QQmlEngine engine;
     engine.addImportPath(QStringLiteral(":/qt/qml"));
     showSettings(engine, visitor);
-    showOnboarding(visitor);
+    showOnboarding(engine, visitor);
     showBackgroundItems(engine, visitor);
     showUpdates(engine, visitor);
 }
@@ -205,14 +219,11 @@ void showStatusMenu(Visitor& visitor) {
     FakeStatusBar bar;
     FakeGlobalShortcut shortcut;
     FakeApplicationWindows windows;
-    FakeUpdater updater;
     AppModel appModel;
-    AppDelegate delegate({machine.inventory(), notifications, bar, shortcut, windows, updater}, {});
+    AppDelegate delegate({machine.inventory(), notifications, bar, shortcut, windows}, {});
     delegate.configure(user.settings, appModel);
-    notifications.post(kConflictDetected, {{kPortKey, 3000},
-                                           {kPidKey, 42},
-                                           {kProcessNameKey, QStringLiteral("node")},
-                                           {kDisplayNameKey, QStringLiteral("Node")}});
+    Q_EMIT notifications.conflictDetected(
+        {3000, {42}, QStringLiteral("node"), QStringLiteral("Node")});
     bar.click(QRect(10, 0, 20, 20));
     QWidget* menu = nullptr;
     waitFor([&] { return (menu = QApplication::activePopupWidget()) != nullptr; });

@@ -41,10 +41,10 @@ SampleMachine::SampleMachine()
           processes_,
           [] { return std::chrono::system_clock::time_point(std::chrono::seconds(kNow)); },
           QLocale(QLocale::English), QTimeZone::utc()),
-      content_({inventory_, notifications_, applications_, bundleKeys_, appModel_, settings_,
-                userDefaults_},
+      content_({machine_.inventory, notifications_, applications_, bundleKeys_, appModel_,
+                user_.settings, user_.defaults},
                {}) {
-    settings_.setHasCompletedOnboarding(true);
+    user_.settings.setHasCompletedOnboarding(true);
     processes_.memoryBytes = 16'000'000'000;
     QObject::connect(&content_, &ContentViewModel::detailProcessChanged, &inspector_,
                      [this] { inspector_.setProcess(content_.detailProcess()); });
@@ -65,20 +65,20 @@ SampleMachine::SampleMachine()
     // Nobody who may be asked knows who holds this port, but two are remembered.
     const std::string user = std::to_string(currentUserId());
     const std::string postgres = "/usr/lib/postgresql/15/bin/postgres";
-    cache_.replace({{5432, "TCP4", "postgres", "Postgres", 4401, user, postgres},
-                    {5432, "TCP6", "postgres", "Postgres", 4409, user, postgres}});
-    pinner_.processes[4401].ports = pinner_.processes[4409].ports = {5432};
+    machine_.cache.replace({{5432, "TCP4", "postgres", "Postgres", 4401, user, postgres},
+                            {5432, "TCP6", "postgres", "Postgres", 4409, user, postgres}});
+    machine_.pinner.processes[4401].ports = machine_.pinner.processes[4409].ports = {5432};
 }
 
 void SampleMachine::addProcess(ProcessId pid, bool isOwn, const std::string& path,
                                const std::vector<std::uint16_t>& ports) {
     const UserId user = isOwn ? currentUserId() : kSystemUser;
-    FakePinnedState& pinned = pinner_.processes[pid];
+    FakePinnedState& pinned = machine_.pinner.processes[pid];
     pinned = {.effectiveUid = user, .ports = {ports.begin(), ports.end()}};
     FakeProcess process{pid, {}, user, path, pinned.startTime};
     for (const std::uint16_t port : ports) {
         process.sockets.push_back({AddressFamily::ipv4, TcpState::listen, port, 0});
-        tables_.table.push_back({port, 0, AddressFamily::ipv4, user});
+        machine_.tables.table.push_back({port, 0, AddressFamily::ipv4, user});
     }
     ProcessFacts facts;
     facts.task = TaskInfo{1204,
@@ -93,13 +93,13 @@ void SampleMachine::addProcess(ProcessId pid, bool isOwn, const std::string& pat
     facts.tcpSockets.push_back({AddressFamily::ipv4, TcpState::established, ports.front(), 51'834});
     facts.tcpSockets.push_back({AddressFamily::ipv4, TcpState::closeWait, ports.front(), 51'840});
     processes_.processes.insert_or_assign(pid, facts);
-    tables_.processes.push_back(std::move(process));
+    machine_.tables.processes.push_back(std::move(process));
 }
 
 void SampleMachine::becomeCrowded(int processes) {
-    cache_.replace({});
-    tables_.table.clear();
-    tables_.processes.clear();
+    machine_.cache.replace({});
+    machine_.tables.table.clear();
+    machine_.tables.processes.clear();
     for (int each = 0; each < processes; ++each) {
         const auto port = static_cast<std::uint16_t>(20'000 + 2 * each);
         addProcess(10'000 + each, each % 3 != 0, "/opt/fleet/worker-" + std::to_string(each),

@@ -101,13 +101,8 @@ std::unique_ptr<NotificationServer> FreedesktopUserNotificationCenter::makeServe
     return server;
 }
 
-void FreedesktopUserNotificationCenter::setDelegate(UserNotificationCenterDelegate* delegate) {
-    delegate_ = delegate;
-}
-
-void FreedesktopUserNotificationCenter::setNotificationCategories(
-    const QList<UserNotificationCategory>& categories) {
-    categories_ = categories;
+void FreedesktopUserNotificationCenter::setResponder(Responder responder) {
+    responder_ = std::move(responder);
 }
 
 template <class Answer, class Convert>
@@ -122,8 +117,7 @@ QFuture<Answer> FreedesktopUserNotificationCenter::askServer(const Answer& fallb
     return future;
 }
 
-QFuture<AuthorizationAnswer>
-FreedesktopUserNotificationCenter::requestAuthorization(AuthorizationOptions /*options*/) {
+QFuture<AuthorizationAnswer> FreedesktopUserNotificationCenter::requestAuthorization() {
     return askServer(AuthorizationAnswer{false, noAnswer()}, authorizationFrom);
 }
 
@@ -134,24 +128,9 @@ QFuture<UserNotificationSettings> FreedesktopUserNotificationCenter::notificatio
 QFuture<std::optional<UserNotificationError>>
 FreedesktopUserNotificationCenter::add(const UserNotificationRequest& request) {
     Q_ASSERT(QThread::currentThread() == thread());
-    const PresentationOptions presentation =
-        delegate_ ? delegate_->willPresentNotification(request)
-                  : PresentationOptions{.banner = true, .list = true, .sound = true};
     const auto answer = std::make_shared<NotificationServer::AddAnswer>(answerTimeout_, noAnswer());
     QFuture<std::optional<UserNotificationError>> future = answer->future();
-    if (!presentation.banner && !presentation.list) {
-        answer->give(std::nullopt);
-        return future;
-    }
-    QList<UserNotificationAction> actions;
-    for (const UserNotificationCategory& category : std::as_const(categories_)) {
-        if (category.identifier == request.content.categoryIdentifier)
-            actions = category.actions;
-    }
-    actions.removeIf([&](const UserNotificationAction& action) {
-        return request.content.withheldActions.contains(action.identifier);
-    });
-    server_->show({request, actions, presentation, answer});
+    server_->show({request, answer});
     return future;
 }
 
@@ -159,9 +138,10 @@ void FreedesktopUserNotificationCenter::remove(const QString& identifier) {
     server_->withdraw(identifier);
 }
 
-void FreedesktopUserNotificationCenter::respond(const UserNotificationResponse& response) {
-    if (delegate_)
-        delegate_->didReceiveNotificationResponse(response, [] {});
+void FreedesktopUserNotificationCenter::respond(const QString& alertIdentifier,
+                                                const QString& actionIdentifier) {
+    if (const Responder responder = responder_) // which may be replaced by what it does
+        responder(alertIdentifier, actionIdentifier);
 }
 
 } // namespace zenlot

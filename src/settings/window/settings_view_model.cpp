@@ -2,11 +2,14 @@
 
 #include <QCoreApplication>
 
+#include <utility>
+
 namespace zenlot {
 
 SettingsViewModel::SettingsViewModel(AppSettings& settings, LaunchAgentInstaller& installer,
-                                     BackgroundItemsSettings& loginItems, QObject* parent)
-    : QObject(parent), settings_(settings), installer_(installer), loginItems_(loginItems),
+                                     std::function<void()> openLoginItems, QObject* parent)
+    : QObject(parent), settings_(settings), installer_(installer),
+      openLoginItems_(std::move(openLoginItems)),
       monitorPorts_(settings, &AppSettings::monitorIgnoredPorts,
                     &AppSettings::setMonitorIgnoredPorts, &AppSettings::monitorIgnoredPortsChanged),
       monitorApps_(settings, &AppSettings::monitorIgnoredApps, &AppSettings::setMonitorIgnoredApps,
@@ -61,10 +64,6 @@ void SettingsViewModel::syncConflictMonitoringWithAgent() {
     const bool isOn = isInstalled && !failure;
     if (isOn != settings_.conflictMonitoringEnabled())
         settings_.setConflictMonitoringEnabled(isOn);
-}
-
-void SettingsViewModel::openLoginItems() {
-    loginItems_.openSystemSettingsLoginItems();
 }
 
 void SettingsViewModel::setProblem(const QString& installError, bool needsApproval) {

@@ -7,13 +7,14 @@
 #pragma once
 
 #include "monitoring/launch_agent_installer.h"
-#include "platform/background_items_settings.h"
 #include "settings/app_settings.h"
 #include "settings/window/exception_list_model.h"
 
 #include <QObject>
 #include <QString>
 #include <QtQml/qqmlregistration.h>
+
+#include <functional>
 
 namespace zenlot {
 
@@ -31,9 +32,9 @@ class SettingsViewModel : public QObject {
     Q_PROPERTY(zenlot::ExceptionListModel* conflictApps READ conflictApps CONSTANT)
 
   public:
-    // The references must outlive the object.
+    // The references must outlive the object. Login items are where the user may allow the monitor.
     SettingsViewModel(AppSettings& settings, LaunchAgentInstaller& installer,
-                      BackgroundItemsSettings& loginItems, QObject* parent = nullptr);
+                      std::function<void()> openLoginItems, QObject* parent = nullptr);
 
     AppSettings* settings() const { return &settings_; }
     // Empty while there is nothing to report.
@@ -47,7 +48,7 @@ class SettingsViewModel : public QObject {
     Q_INVOKABLE void setConflictMonitoring(bool enabled);
     Q_INVOKABLE void recheckBackgroundApproval();
     Q_INVOKABLE void syncConflictMonitoringWithAgent();
-    Q_INVOKABLE void openLoginItems();
+    Q_INVOKABLE void openLoginItems() const { openLoginItems_(); }
 
   Q_SIGNALS:
     void installErrorChanged();
@@ -58,7 +59,7 @@ class SettingsViewModel : public QObject {
 
     AppSettings& settings_;
     LaunchAgentInstaller& installer_;
-    BackgroundItemsSettings& loginItems_;
+    std::function<void()> openLoginItems_;
     QString installError_;
     bool needsApproval_{false};
     ExceptionListModel monitorPorts_;

@@ -11,7 +11,8 @@
 #include "shell/inspector/process_detail_view_model.h"
 #include "shell/logviewer/log_tab_view_model.h"
 #include "shell/model/port_url.h"
-#include "shell/onboarding/onboarding_window.h"
+#include "shell/onboarding/after_next_frame.h"
+#include "shell/onboarding/onboarding_view_model.h"
 #include "shell/processicon/process_icon_provider.h"
 #include "updates/release_feed_address.h"
 
@@ -19,6 +20,7 @@
 #include <QDesktopServices>
 #include <QGuiApplication>
 #include <QQuickWindow>
+#include <QScreen>
 #include <QtQml/qqmlextensionplugin.h>
 
 #include <chrono>
@@ -56,8 +58,13 @@ std::unique_ptr<GlobalShortcut> makeGlobalShortcut(SessionBus& bus) {
     return std::make_unique<PortalGlobalShortcut>(bus);
 }
 
+template <typename ViewModel>
+QVariantMap contentOf(ViewModel& viewModel) {
+    return {{QStringLiteral("viewModel"), QVariant::fromValue(&viewModel)}};
+}
+
 QUrl qml(const char* file) {
-    return QUrl(QStringLiteral("qrc:/qt/qml/Zenlot/App/") + QLatin1StringView(file));
+    return QUrl(QStringLiteral("qrc:/qt/qml/Zenlot/") + QLatin1StringView(file));
 }
 
 } // namespace
@@ -75,9 +82,8 @@ ZenlotApp::ZenlotApp(SessionBus& bus, ApplicationInstance& instance)
           return isPortListMinded(container);
       }),
       scanner_(processTables_, isPortInUse, availableProcessors()),
-      lookup_(scanner_, sharedPortCache_),
-      inventory_(scanner_, lookup_, sharedPortCache_, processPinner_),
-      broadcasts_(bus_, kMonitorBusName), alerts_(bus_), monitorService_(bus_, kMonitorUnit),
+      inventory_(scanner_, sharedPortCache_, processPinner_), broadcasts_(bus_, kMonitorBusName),
+      alerts_(bus_), monitorService_(bus_, kMonitorUnit),
       launchAgentInstaller_(monitorService_, systemLog_, QCoreApplication::applicationDirPath()),
       portDataCache_(SharedContainer(directories_.stateHome), sharedPortCache_, broadcasts_,
                      notifications_, portReader_),
@@ -93,27 +99,29 @@ ZenlotApp::ZenlotApp(SessionBus& bus, ApplicationInstance& instance)
       updates_(releaseFeed_,
                ReleaseVersion::fromText(QStringLiteral(ZENLOT_VERSION)).value_or(ReleaseVersion()),
                [](const QUrl& page) { return QDesktopServices::openUrl(page); }),
-      mainWindow_([this]() -> QQmlEngine& { return engine(); }, qml("MainWindow.qml"),
+      mainWindow_([this]() -> QQmlEngine& { return engine(); }, qml("App/MainWindow.qml"),
                   [this](QObject& owner) { return makeMainContent(owner); }),
-      settingsWindow_([this]() -> QQmlEngine& { return engine(); }, qml("SettingsWindow.qml"),
+      settingsWindow_([this]() -> QQmlEngine& { return engine(); }, qml("App/SettingsWindow.qml"),
                       [this](QObject& owner) { return makeSettingsContent(owner); }),
-      backgroundItemsWindow_([this]() -> QQmlEngine& { return engine(); }, backgroundItems_),
-      updateWindow_([this]() -> QQmlEngine& { return engine(); }, updates_), statusBar_(bus_),
-      globalShortcut_(makeGlobalShortcut(bus_)),
-      appDelegate_(
-          {inventory_, notifications_, statusBar_, *globalShortcut_, windows_, updateWindow_},
-          {.makeOnboardingWindow = [this](AppSettings& settings) -> std::unique_ptr<QWindow> {
-               return std::make_unique<OnboardingWindow>(
-                   OnboardingViewModel::Collaborators{settings, launchAgentInstaller_,
-                                                      backgroundItemsWindow_, systemLog_},
-                   [this] { appDelegate_.closeOnboardingWindow(); });
-           },
-           .focusPortField =
-               [this] {
-                   if (contentViewModel_)
-                       contentViewModel_->focusPortField();
-               },
-           .terminate = &QCoreApplication::quit}) {}
+      onboardingWindow_([this]() -> QQmlEngine& { return engine(); },
+                        qml("Onboarding/OnboardingWindow.qml"),
+                        [this](QObject& owner) { return makeOnboardingContent(owner); }),
+      backgroundItemsWindow_([this]() -> QQmlEngine& { return engine(); },
+                             qml("BackgroundItems/BackgroundItemsWindow.qml"),
+                             [this](QObject&) { return contentOf(backgroundItems_); }),
+      updateWindow_([this]() -> QQmlEngine& { return engine(); }, qml("Updater/UpdateWindow.qml"),
+                    [this](QObject&) { return contentOf(updates_); }),
+      statusBar_(bus_), globalShortcut_(makeGlobalShortcut(bus_)),
+      appDelegate_({inventory_, notifications_, statusBar_, *globalShortcut_, windows_},
+                   {.openMainWindow = [this] { openMainWindow(); },
+                    .openSettings = [this] { openSettings(); },
+                    .checkForUpdates = [this] { checkForUpdates(); },
+                    .focusPortField =
+                        [this] {
+                            if (contentViewModel_)
+                                contentViewModel_->focusPortField();
+                        },
+                    .terminate = &QCoreApplication::quit}) {}
 
 // Who quits at once has not given up the monitor.
 ZenlotApp::~ZenlotApp() {
@@ -125,12 +133,11 @@ void ZenlotApp::start(LaunchStyle style) {
     // Without a window there may still be a status item, alerts, or a later start to open one.
     QGuiApplication::setQuitOnLastWindowClosed(false);
     makeMonitorLogDirectory(directories_.home);
-    appDelegate_.setOpenMainWindow([this] { openMainWindow(); });
-    appDelegate_.setOpenSettingsAction([this] { openSettings(); });
     followSettings();
     reinstallTimer_.setSingleShot(true);
     QObject::connect(&reinstallTimer_, &QTimer::timeout, &context_, [this] { reinstallMonitor(); });
-    for (const QmlWindow* window : {&mainWindow_, &settingsWindow_})
+    for (const QmlWindow* window : {&mainWindow_, &settingsWindow_, &onboardingWindow_,
+                                    &backgroundItemsWindow_, &updateWindow_})
         QObject::connect(window, &QmlWindow::closed, &context_, [this] { quitIfNothingIsLeft(); });
     if (style == LaunchStyle::withWindow)
         openMainWindow();
@@ -173,6 +180,33 @@ void ZenlotApp::openSettings() {
 void ZenlotApp::show(QmlWindow& window) {
     if (QQuickWindow* const opened = window.open())
         windows_.bringForward(*opened);
+}
+
+void ZenlotApp::showOnboarding() {
+    if (!onboardingWindow_.window()) {
+        if (QQuickWindow* const window = onboardingWindow_.open()) {
+            window->setTransientParent(mainWindow_.window());
+            QRect place({}, window->size());
+            place.moveCenter(window->screen()->availableGeometry().center());
+            window->setPosition(place.topLeft());
+        }
+    }
+    OpenWindows(windows_).activate();
+    show(onboardingWindow_);
+}
+
+// It stands before the window that it was asked for in, which gets the keyboard back from it.
+void ZenlotApp::openLoginItems() {
+    backgroundItems_.refresh();
+    QQuickWindow* const window = backgroundItemsWindow_.open();
+    if (QWindow* const asking = QGuiApplication::focusWindow(); window && asking != window)
+        window->setTransientParent(asking);
+    show(backgroundItemsWindow_);
+}
+
+void ZenlotApp::checkForUpdates() {
+    updates_.check();
+    show(updateWindow_);
 }
 
 // Whatever may be repeated is made so that it changes nothing then. The desktop's search asks for
@@ -234,7 +268,7 @@ void ZenlotApp::followSettings() {
         if (settings_.conflictMonitoringEnabled())
             refreshMonitorRegistration(RunningMonitor::leave);
     });
-    notifications_.observe(kPortsUpdated, &context_, [this](const UserInfo&) {
+    QObject::connect(&notifications_, &NotificationCenter::portsUpdated, &context_, [this] {
         if (portMonitor_.isRunning())
             portMonitor_.checkForNewListeners();
     });
@@ -297,19 +331,19 @@ QQmlEngine& ZenlotApp::engine() {
 }
 
 QVariantMap ZenlotApp::makeMainContent(QObject& owner) {
-    auto* const content = new ContentViewModel(
-        {inventory_, notifications_, runningApplications_, bundleKeys_, appModel_, settings_,
-         userDefaults_},
-        {.openSettings = [this] { openSettings(); },
-         .showOnboardingWindow =
-             [this] {
-                 // The main window appears with this turn of the event loop; the welcome stands
-                 // before it.
-                 QMetaObject::invokeMethod(
-                     &context_, [this] { appDelegate_.showOnboardingWindow(settings_); },
-                     Qt::QueuedConnection);
-             }},
-        &owner);
+    auto* const content = new ContentViewModel({inventory_, notifications_, runningApplications_,
+                                                bundleKeys_, appModel_, settings_, userDefaults_},
+                                               {.openSettings = [this] { openSettings(); },
+                                                .showOnboardingWindow =
+                                                    [this] {
+                                                        // The main window appears with this turn of
+                                                        // the event loop; the welcome stands before
+                                                        // it.
+                                                        QMetaObject::invokeMethod(
+                                                            &context_, [this] { showOnboarding(); },
+                                                            Qt::QueuedConnection);
+                                                    }},
+                                               &owner);
     auto* const detail = new ProcessDetailViewModel(detailsLoader_, &owner);
     QObject::connect(content, &ContentViewModel::detailProcessChanged, detail,
                      [content, detail] { detail->setProcess(content->detailProcess()); });
@@ -320,11 +354,23 @@ QVariantMap ZenlotApp::makeMainContent(QObject& owner) {
 
 QVariantMap ZenlotApp::makeSettingsContent(QObject& owner) {
     return {{QStringLiteral("viewModel"),
-             QVariant::fromValue(new SettingsViewModel(settings_, launchAgentInstaller_,
-                                                       backgroundItemsWindow_, &owner))},
+             QVariant::fromValue(new SettingsViewModel(
+                 settings_, launchAgentInstaller_, [this] { openLoginItems(); }, &owner))},
             {QStringLiteral("logViewModel"),
              QVariant::fromValue(
                  new LogTabViewModel(monitorLogPath(directories_.home), log_, &owner))}};
+}
+
+QVariantMap ZenlotApp::makeOnboardingContent(QObject& owner) {
+    return contentOf(*new OnboardingViewModel(
+        {settings_, launchAgentInstaller_, systemLog_},
+        {.openLoginItems = [this] { openLoginItems(); },
+         .afterNextFrame =
+             [this](const std::function<void()>& function) {
+                 if (onboardingWindow_.window())
+                     runAfterNextFrame(*onboardingWindow_.window(), function);
+             }},
+        &owner));
 }
 
 } // namespace zenlot

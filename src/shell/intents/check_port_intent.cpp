@@ -13,9 +13,11 @@ QString translated(const char* key) {
 
 } // namespace
 
-QString CheckPortIntent::perform(const PortLookup& lookup) const {
-    return checkPortDialog(portNumber, isValidPort(portNumber) ? lookup.processesOnPort(portNumber)
-                                                               : std::vector<PortProcess>());
+QString CheckPortIntent::perform(const PortScanner& scanner,
+                                 const std::vector<OccupiedPort>& published) const {
+    return checkPortDialog(portNumber, isValidPort(portNumber)
+                                           ? processesOnPort(scanner, portNumber, published)
+                                           : std::vector<PortProcess>());
 }
 
 QString CheckPortIntent::title() {

@@ -1,22 +1,15 @@
 #include "shell/intents/port_query.h"
 
 #include "inventory/occupied_port.h"
-
-#include <algorithm>
+#include "text/numbers.h"
 
 namespace zenlot {
 namespace {
 
 constexpr qsizetype kMostDigits = 9;
 
-bool isAsciiDigit(QChar character) {
-    return character >= u'0' && character <= u'9';
-}
-
 std::optional<std::int64_t> numberFrom(QStringView text) {
-    if (text.isEmpty() || text.size() > kMostDigits || !std::ranges::all_of(text, isAsciiDigit))
-        return std::nullopt;
-    return text.toLongLong();
+    return text.size() > kMostDigits ? std::nullopt : decimalNumber(text);
 }
 
 } // namespace

@@ -39,8 +39,7 @@ void OnboardingViewModel::advance() {
 
 void OnboardingViewModel::finish() {
     with_.settings.setHasCompletedOnboarding(true);
-    if (actions_.closeWindow)
-        actions_.closeWindow();
+    Q_EMIT finished();
 }
 
 void OnboardingViewModel::enableBackgroundMonitor() {
@@ -88,7 +87,7 @@ void OnboardingViewModel::recheckApproval() {
 }
 
 void OnboardingViewModel::openLoginItems() {
-    with_.loginItems.openSystemSettingsLoginItems();
+    actions_.openLoginItems();
 }
 
 } // namespace zenlot

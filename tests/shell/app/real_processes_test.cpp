@@ -2,24 +2,18 @@
 // neither one that got its id since nor the manager of the user's services.
 #include "inventory/linux/linux_process_pinner.h"
 #include "inventory/linux/linux_process_tables.h"
-#include "monitoring/port_notification_manager.h"
-#include "platform/fake_app_service.h"
 #include "platform/fake_application_windows.h"
 #include "platform/fake_global_shortcut.h"
-#include "platform/fake_process_end_watch.h"
 #include "platform/fake_property_list.h"
 #include "platform/fake_running_applications.h"
 #include "platform/fake_status_bar.h"
-#include "platform/fake_updater.h"
-#include "platform/fake_user_defaults.h"
-#include "platform/fake_user_notification_center.h"
-#include "settings/app_log.h"
 #include "shell/mainwindow/content_view_model.h"
 #include "shell/menubar/app_delegate.h"
 #include "shell/model/app_model.h"
 #include "support/child_process.h"
 #include "support/listener.h"
 #include "support/private_user_manager.h"
+#include "support/sample_inventory.h"
 
 #include <QCoroTask>
 #include <QTest>
@@ -47,7 +41,7 @@ Server startServer() {
 
 // Everything that ends processes, over the machine as it is. Nobody is told of their ends, so that
 // what was shown stays. The end of the object waits for what it was asked to do.
-class Program {
+class Program : SampleUser {
   public:
     Program() {
         delegate.configure(settings, appModel);
@@ -66,11 +60,9 @@ class Program {
             return false;
         const PortProcess& row = *model.selectedProcess();
         alerts.notifyConflict(port, u"node"_s, {row.target().process, row.obstacle});
-        UserInfo conflict = center.requests.back().content.userInfo;
-        conflict.set(kDisplayNameKey, u"node"_s);
-        conflict.set(kObstacleKey, static_cast<std::int64_t>(row.obstacle));
-        notifications.post(kConflictDetected, conflict);
-        const bool isInAlert = center.requests.back().content.withheldActions.isEmpty();
+        Q_EMIT notifications.conflictDetected(
+            {port, row.target().process, u"node"_s, u"node"_s, row.obstacle});
+        const bool isInAlert = center.requests.back().content.actions.size() == 3;
         EXPECT_EQ(isInAlert, model.isConfirming());
         EXPECT_EQ(isInAlert, commandInMenu() != nullptr);
         return isInAlert;
@@ -94,17 +86,13 @@ class Program {
         return nullptr;
     }
 
-    FakeUserDefaults defaults;
-    FakeAppService loginItem;
-    AppSettings settings{defaults, loginItem};
     TemporaryFolder folder;
     AppLog log{QString::fromStdString((folder.path() / "log").string())};
     LinuxProcessTables tables;
     LinuxProcessPinner pinner;
     SharedPortCache cache;
     PortScanner scanner{tables};
-    PortLookup lookup{scanner, cache};
-    PortInventory inventory{scanner, lookup, cache, pinner};
+    PortInventory inventory{scanner, cache, pinner};
     NotificationCenter notifications;
     FakeProcessEndWatch processEnds;
     FakeUserNotificationCenter center;
@@ -112,9 +100,8 @@ class Program {
     FakeStatusBar bar;
     FakeGlobalShortcut shortcut;
     FakeApplicationWindows windows;
-    FakeUpdater updater;
     AppModel appModel;
-    AppDelegate delegate{{inventory, notifications, bar, shortcut, windows, updater}, {}};
+    AppDelegate delegate{{inventory, notifications, bar, shortcut, windows}, {}};
     FakeRunningApplications applications;
     FakePropertyListReader propertyLists;
     BundleKeyCache bundleKeys{propertyLists};

@@ -2,17 +2,12 @@
 #include "shell/logviewer/log_tab_view_model.h"
 #include "support/model_operations.h"
 #include "support/qt_temporary_folder.h"
+#include "support/window_driver.h"
 
 #include <QAbstractItemModelTester>
-#include <QAccessible>
 #include <QClipboard>
 #include <QGuiApplication>
-#include <QQmlEngine>
-#include <QQuickItem>
-#include <QQuickView>
-#include <QTest>
 #include <QtQml/qqmlextensionplugin.h>
-#include <gtest/gtest.h>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -55,10 +50,6 @@ class LogTabTest : public testing::Test {
         for (int row = 0; row < model.rowCount(); ++row)
             lines.append(model.index(row).data(LogLineModel::LineTextRole).toString());
         return lines;
-    }
-
-    bool waitFor(const std::function<bool()>& condition) {
-        return QTest::qWaitFor(condition, 20'000);
     }
 
     // As when the tab is shown, until the file is read.
@@ -243,14 +234,11 @@ TEST_F(LogTabTest, ClearingLeavesTheWordThatItWasCleared) {
 }
 
 TEST_F(LogTabTest, FollowsTheFileWhileItIsShown) {
-    QQuickView view;
-    view.engine()->addImportPath(u":/qt/qml"_qs);
-    view.setInitialProperties({{u"viewModel"_qs, QVariant::fromValue(&viewModel)}});
+    ViewDriver driver;
+    QQuickView& view = driver.view;
     view.setResizeMode(QQuickView::SizeRootObjectToView);
-    view.setSource(QUrl(u"qrc:/qt/qml/Zenlot/LogViewer/LogTabView.qml"_qs));
     view.resize(480, 300);
-    view.show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&view));
+    driver.open("LogViewer/LogTabView.qml", {{u"viewModel"_qs, QVariant::fromValue(&viewModel)}});
 
     QByteArray text;
     for (int line = 0; line < 2000; ++line)
@@ -275,21 +263,21 @@ TEST_F(LogTabTest, FollowsTheFileWhileItIsShown) {
                 {Qt::Key_Down, 2000}, {Qt::Key_Home, 0},    {Qt::Key_Up, 0},
                 {Qt::Key_PageUp, 0},  {Qt::Key_End, 2000},  {Qt::Key_PageDown, 2000}};
     for (const auto& [key, row] : keys) {
-        QTest::keyClick(&view, key);
+        driver.press(key);
         EXPECT_EQ(current(), row) << key;
     }
-    QTest::keyClick(&view, Qt::Key_PageUp);
+    driver.press(Qt::Key_PageUp);
     const int aPageUp = current();
     EXPECT_LT(aPageUp, 1990);
     EXPECT_GT(aPageUp, 1970);
-    QTest::keyClick(&view, Qt::Key_PageDown);
+    driver.press(Qt::Key_PageDown);
     EXPECT_GT(current(), aPageUp);
-    QTest::keyClick(&view, Qt::Key_End);
-    QTest::keyClick(&view, Qt::Key_Return);
+    driver.press(Qt::Key_End);
+    driver.press(Qt::Key_Return);
     EXPECT_EQ(model.markedLineIDs(), QStringList(u"2000:one more"_qs));
-    QTest::keyClick(&view, Qt::Key_Space);
+    driver.press(Qt::Key_Space);
     EXPECT_FALSE(viewModel.hasMarks());
-    QTest::keyClick(&view, Qt::Key_C, Qt::ControlModifier);
+    driver.press(Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QGuiApplication::clipboard()->text(), u"one more"_qs);
 
     // By mouse on its text, which can also be selected; that is no click.
@@ -308,25 +296,25 @@ TEST_F(LogTabTest, FollowsTheFileWhileItIsShown) {
     QTest::mouseRelease(&view, Qt::LeftButton, {}, at(200));
     EXPECT_TRUE(viewModel.hasMarks());
     QGuiApplication::clipboard()->clear();
-    QTest::keyClick(&view, Qt::Key_C, Qt::ControlModifier);
+    driver.press(Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QGuiApplication::clipboard()->text(), u"one more"_qs);
-    QTest::keyClick(&view, Qt::Key_Up); // the text has the focus, and the keys still go by rows
+    driver.press(Qt::Key_Up); // the text has the focus, and the keys still go by rows
     EXPECT_EQ(current(), 1999);
 
     QTest::mouseClick(&view, Qt::RightButton, {}, at(60));
     EXPECT_TRUE(viewModel.hasMarks());
-    QTest::keyClick(&view, Qt::Key_Down);
-    QTest::keyClick(&view, Qt::Key_Return);
+    driver.press(Qt::Key_Down);
+    driver.press(Qt::Key_Return);
     EXPECT_TRUE(waitFor([&] { return !viewModel.hasMarks(); }));
 
     EXPECT_TRUE(waitFor([&] { return list->property("activeFocus").toBool(); }));
-    QTest::keyClick(&view, Qt::Key_Menu); // and for the row with the keyboard
-    QTest::keyClick(&view, Qt::Key_Down);
-    QTest::keyClick(&view, Qt::Key_Return);
+    driver.press(Qt::Key_Menu); // and for the row with the keyboard
+    driver.press(Qt::Key_Down);
+    driver.press(Qt::Key_Return);
     EXPECT_TRUE(waitFor([&] { return viewModel.hasMarks(); }));
 
     // Whoever comes back to the tab sees the end at once.
-    QTest::keyClick(&view, Qt::Key_Home);
+    driver.press(Qt::Key_Home);
     view.rootObject()->setVisible(false);
     view.rootObject()->setVisible(true);
     EXPECT_TRUE(isAtEnd());

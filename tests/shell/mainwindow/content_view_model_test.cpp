@@ -1,20 +1,12 @@
 #include "inventory_fixture.h"
-#include "shell/mainwindow/content_view_model.h"
+#include "support/window_driver.h"
 
 #include <QSignalSpy>
-#include <QTest>
-#include <gtest/gtest.h>
 
-#include <functional>
 #include <memory>
 
 namespace zenlot {
 namespace {
-
-// Runs the event loop until the condition holds; false after a time that no machine needs.
-bool waitFor(const std::function<bool()>& condition) {
-    return QTest::qWaitFor(condition, 10'000);
-}
 
 class ContentViewModelTest : public testing::Test {
   protected:
@@ -208,16 +200,13 @@ TEST_F(ContentViewModelTest, HostileNamesLeaveTheQuestionWhole) {
 }
 
 TEST_F(ContentViewModelTest, TakesUpRequestsFromElsewhere) {
-    fixture->userDefaults.set(u"portToCheck"_qs, u"8080"_qs);
-    fixture->appModel.setOpenSettingsRequested(true);
+    fixture->userDefaults.values.insert(u"portToCheck"_qs, u"8080"_qs);
     model.appear();
     EXPECT_EQ(model.portInput(), QString()) << "a text is no port";
     EXPECT_TRUE(fixture->userDefaults.object(u"portToCheck"_qs));
-    EXPECT_FALSE(fixture->appModel.openSettingsRequested());
-    EXPECT_EQ(fixture->settingsOpened, 1);
     EXPECT_EQ(fixture->onboardingShown, 1);
 
-    fixture->userDefaults.set(u"portToCheck"_qs, 3000);
+    fixture->userDefaults.values.insert(u"portToCheck"_qs, 3000LL);
     fixture->settings.setHasCompletedOnboarding(true);
     model.appear();
     EXPECT_EQ(model.portInput(), u"3000"_qs);
@@ -238,7 +227,7 @@ TEST_F(ContentViewModelTest, SidebarFollowsThePublishedListAndCorrectsPaths) {
     ASSERT_TRUE(waitFor([this] { return !model.isLoadingSidebar(); }));
     EXPECT_EQ(model.sidebar()->rowCount(), 4);
     fixture->cache.replace({{9001, "TCP4", "x", "X", 9001, "0", "/bin/x"}});
-    fixture->notifications.post(kPortsUpdated);
+    Q_EMIT fixture->notifications.portsUpdated();
     ASSERT_TRUE(waitFor([this] { return model.sidebar()->rowOfPort(9001) >= 0; }));
     EXPECT_EQ(model.sidebar()
                   ->index(model.sidebar()->rowOfPort(9001))

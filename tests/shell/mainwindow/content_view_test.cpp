@@ -1,13 +1,9 @@
 // The real QML, driven by keys and clicks.
 #include "inventory_fixture.h"
+#include "support/window_driver.h"
 
-#include <QAccessible>
 #include <QClipboard>
 #include <QGuiApplication>
-#include <QQmlEngine>
-#include <QQuickItem>
-#include <QQuickView>
-#include <QTest>
 #include <QtQml/qqmlextensionplugin.h>
 #include <gtest/gtest.h>
 
@@ -21,70 +17,26 @@ namespace {
 // A name that tries to be more than a name.
 const QString kHostileName = u"<i>x a\nb\u202Ec"_qs + QString(4000, u'z');
 
-// The item below `root` that says this, or begins so, to people who hear the window.
-QQuickItem* itemNamed(QQuickItem* root, const QString& name) {
-    QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(root);
-    if (root->isVisible() && interface && interface->text(QAccessible::Name).startsWith(name))
-        return root;
-    for (QQuickItem* child : root->childItems()) {
-        if (QQuickItem* found = itemNamed(child, name))
-            return found;
-    }
-    return nullptr;
-}
-
-class ContentViewTest : public testing::Test {
+class ContentViewTest : public ViewTest {
   protected:
     void open() {
         fixture.settings.setHasCompletedOnboarding(true);
-        view.engine()->addImportPath(QStringLiteral(":/qt/qml"));
-        view.setInitialProperties({{QStringLiteral("viewModel"), QVariant::fromValue(&model)}});
         view.setResizeMode(QQuickView::SizeRootObjectToView);
-        view.setSource(QUrl(QStringLiteral("qrc:/qt/qml/Zenlot/MainWindow/ContentView.qml")));
         view.resize(720, 480);
-        view.show();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&view));
-    }
-
-    bool waitFor(const std::function<bool()>& condition) {
-        return QTest::qWaitFor(condition, 10'000);
-    }
-
-    QQuickItem* waitForItem(const QString& name) {
-        QQuickItem* item = nullptr;
-        waitFor([&] { return (item = itemNamed(view.contentItem(), name)) != nullptr; });
-        return item;
-    }
-
-    bool waitForNoItem(const QString& name) {
-        return waitFor([&] { return !itemNamed(view.contentItem(), name); });
-    }
-
-    void type(const char* keys) {
-        for (; *keys != 0; ++keys)
-            QTest::keyClick(&view, *keys);
-    }
-
-    void press(int key, Qt::KeyboardModifiers modifiers = {}) {
-        QTest::keyClick(&view, static_cast<Qt::Key>(key), modifiers);
-    }
-
-    void click(const QQuickItem* item, Qt::MouseButton button = Qt::LeftButton) {
-        QTest::mouseClick(&view, button, {},
-                          item->mapToScene({item->width() / 2, item->height() / 2}).toPoint());
+        ViewDriver::open("MainWindow/ContentView.qml",
+                         {{QStringLiteral("viewModel"), QVariant::fromValue(&model)}});
     }
 
     MainWindowFixture fixture;
     ContentViewModel& model = fixture.model;
-    QQuickView view;
 };
 
 TEST_F(ContentViewTest, KeyboardAloneFindsOpensAndEndsAProcess) {
     fixture.tables.addListener(8080, 42, currentUserId(), "/opt/Sample.app/server");
     open();
-    type("8x080");
+    type(u"8x080"_qs);
     ASSERT_NE(waitForItem(u"Sample TCP4 LISTEN PID 42"_qs), nullptr);
-    EXPECT_EQ(itemNamed(view.contentItem(), u"Port"_qs)->property("text"), u"8080"_qs);
+    EXPECT_EQ(itemFrom(u"Port"_qs)->property("text"), u"8080"_qs);
     ASSERT_TRUE(waitFor([this] { return model.selectedRow() == 0; }));
     press(Qt::Key_Return);
     EXPECT_TRUE(model.isInspectorOpen());
@@ -107,10 +59,10 @@ TEST_F(ContentViewTest, DigitsTypedIntoTheResultsGoOnInTheField) {
     fixture.tables.addListener(80, 42, currentUserId(), "/opt/Sample.app/server");
     fixture.tables.addListener(8080, 43, currentUserId(), "/opt/Other.app/server");
     open();
-    type("80");
+    type(u"80"_qs);
     ASSERT_NE(waitForItem(u"Sample TCP4"_qs), nullptr);
     ASSERT_TRUE(waitFor([this] { return model.hasSelection(); }));
-    type("80");
+    type(u"80"_qs);
     EXPECT_NE(waitForItem(u"Other TCP4"_qs), nullptr);
     press(Qt::Key_Escape);
     EXPECT_EQ(model.portInput(), QString());
@@ -142,7 +94,7 @@ TEST_F(ContentViewTest, SidebarIsReachedByClickAndByKey) {
     ASSERT_NE(group, nullptr);
     click(group);
     EXPECT_NE(waitForItem(u"3001 TCP4"_qs), nullptr);
-    itemNamed(view.contentItem(), u"Listening ports"_qs)->forceActiveFocus();
+    itemFrom(u"Listening ports"_qs)->forceActiveFocus();
     press(Qt::Key_Left);
     EXPECT_TRUE(waitForNoItem(u"3001 TCP4"_qs));
     press(Qt::Key_Right);
@@ -158,7 +110,7 @@ TEST_F(ContentViewTest, OnlyVisibleRowsOfALongListExist) {
     open();
     ASSERT_TRUE(waitFor([this] { return model.sidebar()->rowCount() == 1201; }));
     ASSERT_NE(waitForItem(u"2000 Server"_qs), nullptr);
-    const QQuickItem* list = itemNamed(view.contentItem(), u"Listening ports"_qs);
+    const QQuickItem* list = itemFrom(u"Listening ports"_qs);
     EXPECT_LT(list->property("contentItem").value<QQuickItem*>()->childItems().size(), 100);
 }
 

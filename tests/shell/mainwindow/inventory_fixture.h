@@ -157,8 +157,7 @@ struct MainWindowFixture {
     SharedPortCache cache;
     FakePinner processes{tables};
     PortScanner scanner{tables, [](std::uint16_t, AddressFamily) { return false; }};
-    PortLookup lookup{scanner, cache};
-    PortInventory inventory{scanner, lookup, cache, processes};
+    PortInventory inventory{scanner, cache, processes};
     NotificationCenter notifications;
     FakeRunningApplications applications;
     FakePropertyListReader propertyLists;
@@ -167,11 +166,10 @@ struct MainWindowFixture {
     FakeUserDefaults userDefaults;
     FakeAppService loginItem;
     AppSettings settings{userDefaults, loginItem};
-    int settingsOpened{0};
     int onboardingShown{0};
     ContentViewModel model{
         {inventory, notifications, applications, bundleKeys, appModel, settings, userDefaults},
-        {[this] { ++settingsOpened; }, [this] { ++onboardingShown; }}};
+        {{}, [this] { ++onboardingShown; }}};
 };
 
 } // namespace zenlot

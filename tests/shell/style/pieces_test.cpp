@@ -1,44 +1,36 @@
 // The shared pieces in a window, worked with the keyboard and the mouse.
+#include "support/window_driver.h"
+
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QQmlComponent>
-#include <QQmlEngine>
-#include <QQuickItem>
-#include <QQuickView>
-#include <QTest>
 #include <QtQml/qqmlextensionplugin.h>
-#include <gtest/gtest.h>
 
 Q_IMPORT_QML_PLUGIN(Zenlot_StylePlugin)
 
 namespace zenlot {
 namespace {
 
-class PiecesTest : public testing::Test {
+class PiecesTest : public ViewTest {
   protected:
-    PiecesTest() { view_.engine()->addImportPath(QStringLiteral(":/qt/qml")); }
+    PiecesTest() { view.engine()->addImportPath(QStringLiteral(":/qt/qml")); }
 
     // Shows the content of an item of 400 by 400.
     void show(const char* content) {
-        auto* component = new QQmlComponent(view_.engine(), &view_);
+        auto* component = new QQmlComponent(view.engine(), &view);
         component->setData(QByteArray("import QtQuick\nimport Zenlot.Style\n"
                                       "Item { id: root; width: 400; height: 400; ") +
                                content + "}",
                            QUrl());
         auto* item = component->create();
         ASSERT_NE(item, nullptr) << component->errorString().toStdString();
-        view_.setContent(QUrl(), component, item);
-        view_.show();
-        view_.requestActivate();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&view_));
+        view.setContent(QUrl(), component, item);
+        view.show();
+        view.requestActivate();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&view));
     }
 
-    QVariant value(const char* name) const { return view_.rootObject()->property(name); }
-    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
-        QTest::keyClick(&view_, key, modifiers);
-    }
-
-    QQuickView view_;
+    QVariant value(const char* name) const { return view.rootObject()->property(name); }
 };
 
 TEST_F(PiecesTest, TextOfOthersStaysOneLineOfPlainText) {
@@ -86,14 +78,14 @@ TEST_F(PiecesTest, SectionLeavesItsStateToTheOwnerAndHidesWhatIsClosed) {
          "    IconButton { id: inside; symbol: 'plus'; text: 'Add' } }");
     const double open = value("tall").toDouble();
     EXPECT_DOUBLE_EQ(value("label").toDouble(), 0);
-    QTest::mouseClick(&view_, Qt::LeftButton, {}, QPoint(20, 8));
+    QTest::mouseClick(&view, Qt::LeftButton, {}, QPoint(20, 8));
     EXPECT_FALSE(value("open").toBool());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !value("inside").toBool(); }));
+    EXPECT_TRUE(waitFor([&] { return !value("inside").toBool(); }));
     EXPECT_LT(value("tall").toDouble(), 30);
     press(Qt::Key_Tab);
     press(Qt::Key_Return);
     EXPECT_TRUE(value("open").toBool());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return value("tall").toDouble() == open; }));
+    EXPECT_TRUE(waitFor([&] { return value("tall").toDouble() == open; }));
 }
 
 struct Answer {
@@ -112,13 +104,13 @@ TEST_P(ConfirmDialogTest, IsAnsweredWithTheKeyboard) {
          "    destructiveText: 'Force Quit ' + 'name '.repeat(800);"
          "    onAccepted: root.answer += 'accepted'; onRejected: root.answer += 'rejected' }");
     press(Qt::Key_Return);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return value("opened").toBool(); }));
+    ASSERT_TRUE(waitFor([&] { return value("opened").toBool(); }));
     EXPECT_FALSE(value("back").toBool());
     EXPECT_LT(value("tall").toDouble(), 400);
     for (const Qt::Key key : GetParam().keys)
         press(key);
     EXPECT_EQ(value("answer").toString(), GetParam().answer);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return value("back").toBool(); }));
+    EXPECT_TRUE(waitFor([&] { return value("back").toBool(); }));
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -143,7 +135,7 @@ TEST_F(PiecesTest, MenuIsWalkedWithTheKeyboardAndAsWideAsItsItems) {
          "    StyleMenuItem { id: item; text: 'Something with quite a long name'; symbol: 'trash';"
          "        shortcutText: 'Del'; onTriggered: root.chosen += 'long' } }");
     press(Qt::Key_Return);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return value("opened").toBool(); }));
+    ASSERT_TRUE(waitFor([&] { return value("opened").toBool(); }));
     EXPECT_GE(value("spare").toDouble(), 0);
     press(Qt::Key_Down);
     press(Qt::Key_Down);
@@ -155,11 +147,11 @@ TEST_F(PiecesTest, SymbolsTakeTheirColorAndDoNotOutliveTheirName) {
     show("property alias name: icon.name; property alias tint: icon.color;"
          "Rectangle { anchors.fill: parent; color: 'white' }"
          "SymbolIcon { id: icon; name: 'checkmark.circle.fill'; size: 40; color: 'red' }");
-    const auto pixel = [&] { return view_.grabWindow().pixelColor(20, 4); };
+    const auto pixel = [&] { return view.grabWindow().pixelColor(20, 4); };
     EXPECT_EQ(pixel(), QColor(Qt::red));
-    view_.rootObject()->setProperty("tint", QColor(Qt::blue));
+    view.rootObject()->setProperty("tint", QColor(Qt::blue));
     EXPECT_EQ(pixel(), QColor(Qt::blue));
-    view_.rootObject()->setProperty("name", QStringLiteral("no.such.symbol"));
+    view.rootObject()->setProperty("name", QStringLiteral("no.such.symbol"));
     EXPECT_EQ(pixel(), QColor(Qt::white));
 }
 

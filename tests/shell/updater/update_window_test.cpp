@@ -1,14 +1,11 @@
 // The real window over a feed that answers when the test says so.
-#include "shell/updater/update_window.h"
+#include "shell/style/qml_window.h"
+#include "shell/updater/update_view_model.h"
+#include "support/window_driver.h"
 #include "updates/fake_release_feed.h"
 
-#include <QAccessible>
-#include <QQmlEngine>
-#include <QQuickItem>
-#include <QQuickWindow>
-#include <QTest>
+#include <QPointer>
 #include <QtQml/qqmlextensionplugin.h>
-#include <gtest/gtest.h>
 
 Q_IMPORT_QML_PLUGIN(Zenlot_StylePlugin)
 Q_IMPORT_QML_PLUGIN(Zenlot_UpdaterPlugin)
@@ -21,34 +18,24 @@ Release release(const char* text) {
             QUrl(u"https://zenlot.example/notes"_qs), QDate(2026, 3, 5)};
 }
 
-QString nameOf(QQuickItem* item) {
-    QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(item);
-    return interface ? interface->text(QAccessible::Name) : QString();
-}
-
-bool isShownIn(QQuickItem* root, const QString& name) {
-    const auto isBelow = [&](QQuickItem* item) { return isShownIn(item, name); };
-    return root->isVisible() &&
-           (nameOf(root) == name || std::ranges::any_of(root->childItems(), isBelow));
-}
-
-class UpdateWindowTest : public testing::Test {
+class UpdateWindowTest : public testing::Test, protected WindowDriver {
   protected:
+    QQuickWindow* window() override { return updates.window(); }
     void ask() {
         engine.addImportPath(u":/qt/qml"_qs);
-        updater.checkForUpdates();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(updater.window()));
+        viewModel.check();
+        updates.open()->show();
+        window()->requestActivate();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window()));
     }
 
     void answer(const ReleaseAnswer& answer) {
         feed.answer(answer);
-        EXPECT_TRUE(QTest::qWaitFor(
-            [this] { return viewModel.state() != UpdateViewModel::State::Checking; }, 10'000));
+        EXPECT_TRUE(
+            waitFor([this] { return viewModel.state() != UpdateViewModel::State::Checking; }));
     }
 
-    void press(Qt::Key key) { QTest::keyClick(updater.window(), key); }
-    QString focused() { return nameOf(updater.window()->activeFocusItem()); }
-    bool isShown(const QString& name) { return isShownIn(updater.window()->contentItem(), name); }
+    bool isShown(const QString& name) { return itemNamed(name) != nullptr; }
 
     FakeReleaseFeed feed;
     QList<QUrl> opened;
@@ -58,21 +45,25 @@ class UpdateWindowTest : public testing::Test {
                                   return hasBrowser;
                               }};
     QQmlEngine engine;
-    UpdateWindow updater{[this]() -> QQmlEngine& { return engine; }, viewModel};
+    QmlWindow updates{[this]() -> QQmlEngine& { return engine; },
+                      QUrl(u"qrc:/qt/qml/Zenlot/Updater/UpdateWindow.qml"_qs),
+                      [this](QObject&) -> QVariantMap {
+                          return {{u"viewModel"_qs, QVariant::fromValue(&viewModel)}};
+                      }};
 };
 
 TEST_F(UpdateWindowTest, AsksOnceHoweverOftenItIsToldUntilEscape) {
     EXPECT_EQ(feed.questions, 0);
     ask();
-    const QPointer<QQuickWindow> window = updater.window();
+    const QPointer<QQuickWindow> first = window();
     ask();
     EXPECT_EQ(feed.questions, 1);
-    EXPECT_EQ(updater.window(), window);
+    EXPECT_EQ(window(), first);
     EXPECT_EQ(focused(), u"Cancel"_qs);
     press(Qt::Key_Escape);
-    EXPECT_EQ(updater.window(), nullptr);
+    EXPECT_EQ(window(), nullptr);
     EXPECT_TRUE(feed.wasCanceled());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return window.isNull(); }, 10'000));
+    EXPECT_TRUE(waitFor([&] { return first.isNull(); }));
     feed.answer(release("2.0"));
     QCoreApplication::processEvents();
     EXPECT_EQ(viewModel.state(), UpdateViewModel::State::Idle);
@@ -121,7 +112,7 @@ TEST_F(UpdateWindowTest, ReturnOpensTheNotesAndTriesAgain) {
     hasBrowser = true;
     press(Qt::Key_Return);
     EXPECT_EQ(opened, QList<QUrl>(2, QUrl(u"https://zenlot.example/notes"_qs)));
-    EXPECT_EQ(updater.window(), nullptr);
+    EXPECT_EQ(window(), nullptr);
 }
 
 } // namespace

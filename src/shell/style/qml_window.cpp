@@ -1,4 +1,4 @@
-#include "shell/app/qml_window.h"
+#include "shell/style/qml_window.h"
 
 #include <QQmlComponent>
 #include <QQmlEngine>
