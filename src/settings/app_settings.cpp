@@ -53,7 +53,7 @@ template <typename Value>
 void AppSettings::changeStored(Value& member, const Value& value, const QString& key,
                                Changed changed) {
     change(member, value, changed);
-    defaults_.set(key, QVariant::fromValue(member));
+    defaults_.set(key, member);
 }
 
 void AppSettings::setLaunchAtLogin(bool launched) {

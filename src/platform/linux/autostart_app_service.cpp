@@ -1,9 +1,9 @@
 #include "platform/linux/autostart_app_service.h"
 
+#include "platform/linux/key_file.h"
 #include "platform/linux/user_file.h"
 
 #include <QFileInfo>
-#include <QHash>
 #include <QList>
 
 #include <unistd.h>
@@ -18,6 +18,7 @@ namespace {
 constexpr qint64 kMaximumEntryBytes = qint64{1} * 1024 * 1024;
 constexpr int kMostAttemptsToWrite = 10;
 
+constexpr char kEntryGroup[] = "Desktop Entry";
 constexpr char kGroupLine[] = "[Desktop Entry]";
 constexpr char kHidden[] = "Hidden";
 constexpr char kGnomeEnabled[] = "X-GNOME-Autostart-enabled";
@@ -26,88 +27,45 @@ AppServiceError errorOf(AutostartError code, const QString& message) {
     return {QStringLiteral("dev.quorvane.zenlot.autostart"), static_cast<qint64>(code), message};
 }
 
-// A line of a desktop entry. Both parts are empty where there is no key.
-struct KeyLine {
-    QByteArray key;
-    QByteArray value;
-};
-
-KeyLine keyLineFrom(const QByteArray& line) {
-    const qsizetype equals = line.indexOf('=');
-    if (equals < 0)
-        return {};
-    return {line.left(equals).trimmed(), line.mid(equals + 1).trimmed()};
-}
-
-bool isTrue(const QByteArray& value) {
-    return value == "true" || value == "1";
-}
-bool isFalse(const QByteArray& value) {
-    return value == "false" || value == "0";
-}
-
-bool switchesOff(const KeyLine& line) {
-    return (line.key == kHidden && isTrue(line.value)) ||
-           (line.key == kGnomeEnabled && isFalse(line.value));
-}
-
-// Calls `visit(line, isInGroup)` for each line and its place inside or outside of the main group.
-template <typename Visitor>
-void visitLines(const QByteArray& text, const Visitor& visit) {
-    bool isInGroup = false;
-    const QList<QByteArray> lines = text.split('\n');
-    for (const QByteArray& line : lines) {
-        if (line.startsWith('['))
-            isInGroup = line.trimmed() == kGroupLine;
-        visit(line, isInGroup);
-    }
-}
-
-// The keys of the main group; of a key that stands there twice the last one counts.
-QHash<QByteArray, QByteArray> keysOf(const QByteArray& text) {
-    QHash<QByteArray, QByteArray> keys;
-    visitLines(text, [&](const QByteArray& line, bool isInGroup) {
-        const KeyLine keyLine = keyLineFrom(line);
-        if (isInGroup && !keyLine.key.isEmpty())
-            keys.insert(keyLine.key, keyLine.value);
-    });
-    return keys;
+bool isSwitchedOff(const KeyFile& entry) {
+    return entry.isTrue(kEntryGroup, kHidden) || entry.isFalse(kEntryGroup, kGnomeEnabled);
 }
 
 AppServiceStatus statusOf(const QByteArray& text) {
-    const QHash<QByteArray, QByteArray> keys = keysOf(text);
-    for (const char* key : {kHidden, kGnomeEnabled}) {
-        if (switchesOff({key, keys.value(key)}))
-            return AppServiceStatus::requiresApproval;
-    }
-    const bool startsProgram = keys.value("Type") == "Application" && !keys.value("Exec").isEmpty();
+    const KeyFile entry(text);
+    if (isSwitchedOff(entry))
+        return AppServiceStatus::requiresApproval;
+    const bool startsProgram = entry.text(kEntryGroup, "Type") == u"Application" &&
+                               !entry.text(kEntryGroup, "Exec").isEmpty();
     return startsProgram ? AppServiceStatus::enabled : AppServiceStatus::notRegistered;
 }
 
 // The entry switched on, with the lines that it lacks and all that it had.
 QByteArray enabledEntry(const QByteArray& text, const QByteArray& exec) {
-    const QHash<QByteArray, QByteArray> keys = keysOf(text);
+    const KeyFile entry(text);
     QList<QByteArray> additions;
     const std::pair<QByteArray, QByteArray> wanted[] = {
         {"Type", "Application"},         {"Name", "Zenlot"},    {"Exec", exec},
         {"Icon", "dev.quorvane.zenlot"}, {"Terminal", "false"}, {kGnomeEnabled, "true"},
     };
     for (const auto& [key, value] : wanted) {
-        if (!keys.contains(key) || switchesOff({key, keys.value(key)}))
+        if (!entry.has(kEntryGroup, key) ||
+            (key == kGnomeEnabled && entry.isFalse(kEntryGroup, key)))
             additions.append(key + '=' + value);
     }
 
     QList<QByteArray> lines;
+    bool isInGroup = false;
     bool isHeaderFound = false;
-    visitLines(text, [&](const QByteArray& line, bool isInGroup) {
-        if (isInGroup && switchesOff(keyLineFrom(line)))
-            return;
+    for (const QByteArray& line : text.split('\n')) {
+        if (line.startsWith('['))
+            isInGroup = line.trimmed() == kGroupLine;
+        if (isInGroup && isSwitchedOff(KeyFile(kGroupLine + ('\n' + line))))
+            continue;
         lines.append(line);
-        if (isInGroup && !isHeaderFound) {
-            isHeaderFound = true;
+        if (isInGroup && !std::exchange(isHeaderFound, true))
             lines.append(additions);
-        }
-    });
+    }
     if (!isHeaderFound) {
         if (lines.last().isEmpty())
             lines.removeLast();
