@@ -51,13 +51,5 @@ TEST(PortLookupTest, MergesTheScanWithTheCache) {
     EXPECT_TRUE(processesOnPort(scanner, 23, published).empty());
 }
 
-TEST(CheckPortAnswerTest, Sentences) {
-    EXPECT_EQ(checkPortAnswer(0, {}), "Please enter a valid port number between 1 and 65535.");
-    EXPECT_EQ(checkPortAnswer(8080, {}), "Port 8080 is free — nothing is using it.");
-    std::vector<PortProcess> rows(2);
-    rows[0].displayName = "Sample";
-    EXPECT_EQ(checkPortAnswer(5000, rows), "Port 5000 is used by: Sample (PID 0),  (PID 0)");
-}
-
 } // namespace
 } // namespace zenlot

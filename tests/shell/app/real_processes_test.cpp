@@ -12,7 +12,6 @@
 #include "shell/model/app_model.h"
 #include "support/child_process.h"
 #include "support/listener.h"
-#include "support/private_user_manager.h"
 #include "support/sample_inventory.h"
 
 #include <QCoroTask>
@@ -74,8 +73,6 @@ class Program : SampleUser {
         center.respond(center.requests.back(), PortNotificationManager::killActionID);
     }
     void endInMenu() { commandInMenu()(); }
-
-    PortInventory& processes() { return inventory; }
 
   private:
     std::function<void()> commandInMenu() const {
@@ -144,32 +141,6 @@ INSTANTIATE_TEST_SUITE_P(From, RealProcessesTest,
                                          Place{"Alert", &Program::endInAlert},
                                          Place{"Menu", &Program::endInMenu}),
                          [](const auto& place) { return std::string(place.param.name); });
-
-// It listens in place of a service that is started when somebody connects.
-TEST(ServiceManagerTest, IsOfferedNowhereAndNeverEnded) {
-    PrivateUserManager manager;
-    if (!manager.isRunning())
-        GTEST_SKIP() << "no systemd can be run here: " << manager.output();
-    std::uint16_t port = 0;
-    {
-        const Listener free;
-        port = free.port();
-    }
-    manager.writeUnit("held.socket",
-                      "[Socket]\nListenStream=127.0.0.1:" + std::to_string(port) + "\n");
-    manager.writeUnit("held.service", "[Service]\nExecStart=/bin/true\n");
-    ASSERT_EQ(manager.run(u"systemctl --user start held.socket && echo held"_s), "held");
-
-    Program program;
-    EXPECT_FALSE(program.show(port));
-    const std::vector<PortProcess> rows = program.processes().processesOnPort(port).result();
-    ASSERT_EQ(rows.size(), 1U);
-    EXPECT_EQ(rows.front().pid, manager.processId());
-    EXPECT_EQ(rows.front().obstacle, ForceQuitObstacle::serviceManager);
-    program.endInAlert();
-    EXPECT_FALSE(program.processes().forceQuitProcess(rows.front().target()).result());
-    EXPECT_EQ(manager.run(u"systemctl --user is-active held.socket"_s), "active");
-}
 
 } // namespace
 } // namespace zenlot

@@ -102,15 +102,6 @@ TEST_F(ProcessDetailViewModelTest, ApplicationNeedsMoreThanABuild) {
     }
 }
 
-TEST_F(ProcessDetailViewModelTest, HostileTextStaysOnItsLine) {
-    PortProcess process = row(7);
-    process.displayName = "%1\nb";
-    process.user = "%1\n";
-    show(process);
-    EXPECT_EQ(viewModel.title(), u"%1\uFFFDb"_qs);
-    EXPECT_EQ(viewModel.subtitle(), u"PID 7 \u00B7 %1\uFFFD"_qs);
-}
-
 TEST_F(ProcessDetailViewModelTest, EveryLoadBeginsAnew) {
     const QAbstractItemModelTester tester(viewModel.identityRows());
     EXPECT_FALSE(viewModel.isLoading());

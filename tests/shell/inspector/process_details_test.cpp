@@ -78,34 +78,10 @@ class ProcessDetailsCollectorTest : public testing::Test {
     ProcessFacts& facts = inspector.processes[7];
 };
 
-TEST_F(ProcessDetailsCollectorTest, WritesDownEverything) {
-    inspector.memoryBytes = 16 * kGiB;
-    facts.task =
-        TaskInfo{1, ProcessState::sleeping, 1'741'162'051s - 100s, 401 * kGiB, 312 * kMiB, 3100ms};
-    facts.parentExecutablePath = "/sbin/launchd";
-    facts.descriptorCount = 12;
-    facts.tcpSockets = {{AddressFamily::ipv6, TcpState::listen, 3000, 0},
-                        {AddressFamily::ipv4, TcpState::established, 3000, 52000}};
-    ProcessDetails details = collect();
-    ASSERT_EQ(details.networkConnections.size(), 2);
-    EXPECT_NE(details.networkConnections[0].id, details.networkConnections[1].id);
-    for (NetworkConnection& connection : details.networkConnections)
-        connection.id = {};
-    ProcessDetails expected;
-    expected.parentPID = 1;
-    expected.parentName = u"launchd"_qs;
-    expected.cpuPercent = u"3.1%"_qs;
-    expected.memPercent = u"1.9%"_qs;
-    expected.residentMB = u"312 MB"_qs;
-    expected.virtualMB = u"401 GB"_qs;
-    expected.processStatus = u"S"_qs;
-    expected.startDate = u"Mar 5 09:05:51 2025"_qs;
-    expected.elapsed = u"1:40"_qs;
-    expected.openFileCount = 12;
-    expected.networkConnections = {
-        {{}, u"TCP6"_qs, u"*:3000"_qs, QString(), u"LISTEN"_qs},
-        {{}, u"TCP4"_qs, u"*:3000"_qs, u"*:52000"_qs, u"ESTABLISHED"_qs}};
-    EXPECT_EQ(details, expected);
+TEST_F(ProcessDetailsCollectorTest, WritesDownTheStartAsTheUserDoes) {
+    facts.task = TaskInfo{1, ProcessState::sleeping, 1'741'162'051s - 100s, 0, 0, 3100ms};
+    EXPECT_EQ(collect().startDate, u"Mar 5 09:05:51 2025"_qs);
+    EXPECT_EQ(collect().cpuPercent, u"3.1%"_qs);
     EXPECT_EQ(collect(7, QLocale(QLocale::German)).startDate, u"M\u00E4rz 5 09:05:51 2025"_qs);
 }
 

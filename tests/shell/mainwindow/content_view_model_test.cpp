@@ -30,16 +30,9 @@ class ContentViewModelTest : public testing::Test {
 };
 
 TEST_F(ContentViewModelTest, FieldKeepsFiveDigits) {
-    struct Case {
-        QString typed;
-        QString kept;
-    };
-    for (const auto& [typed, kept] :
-         std::initializer_list<Case>{{u"8a0b8x0"_qs, u"8080"_qs},
-                                     {u"1234567"_qs, u"12345"_qs},
-                                     {u"-+ 1"_qs, u"1"_qs},
-                                     {u"٣½五x"_qs, u"٣½五"_qs},
-                                     {u"\U0001D7D8\U0001D7D8x0"_qs, u"\U0001D7D8\U0001D7D80"_qs}}) {
+    for (const auto& [typed, kept] : {std::pair(u"-12a34567"_qs, u"12345"_qs),
+                                      {u"٣½五x"_qs, u"٣½五"_qs},
+                                      {u"\U0001D7D8x0"_qs, u"\U0001D7D80"_qs}}) {
         model.setPortInput(typed);
         EXPECT_EQ(model.portInput(), kept);
     }

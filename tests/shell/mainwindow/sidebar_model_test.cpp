@@ -47,16 +47,6 @@ TEST(SidebarModelTest, ShowsPartsGroupsAndPorts) {
     EXPECT_EQ(model.rowCount(), 2);
 }
 
-TEST(SidebarModelTest, NamesOfOthersStayOnTheirLine) {
-    SidebarModel model;
-    const std::string path = "/opt/A\nB\u202E.app";
-    model.setContent({{bundle(path, {1, 2})}, {}});
-    const QString title = u"A\uFFFDB\uFFFD"_qs;
-    EXPECT_EQ(model.index(1).data(SidebarModel::titleRole), title);
-    EXPECT_EQ(model.index(1).data(SidebarModel::accessibleNameRole), title + u" 2"_qs);
-    EXPECT_EQ(model.index(1).data(SidebarModel::bundlePathRole), QString::fromStdString(path));
-}
-
 TEST(SidebarModelTest, RefreshTouchesOnlyWhatChanged) {
     SidebarModel model;
     const QAbstractItemModelTester tester(&model);

@@ -237,17 +237,8 @@ TEST_F(AppDelegateTest, AValidPortIsHandedOnAndClosesTheMenu) {
         QString text;
         std::optional<qint64> port;
     };
-    const Case cases[]{{u"80a80"_s, 8080},
-                       {u" 1 "_s, 1},
-                       {u"65535"_s, 65535},
-                       {u"-22"_s, 22},
-                       {u"70000"_s, {}},
-                       {u"0"_s, {}},
-                       {u"http"_s, {}},
-                       {u"٨٠"_s, {}},
-                       {u"8²"_s, {}},
-                       {QString(), {}},
-                       {u"99999999999999999999"_s, {}}};
+    const Case cases[]{{u"80a80"_s, 8080}, {u"65535"_s, 65535}, {u"70000"_s, {}},
+                       {u"http"_s, {}},    {u"٨٠"_s, {}},       {QString(), {}}};
     for (const Case& one : cases) {
         SCOPED_TRACE(one.text.toStdString());
         appModel.setPendingPort(std::nullopt);
