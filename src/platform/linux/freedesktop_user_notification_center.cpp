@@ -2,9 +2,6 @@
 
 #include "platform/linux/session_bus.h"
 
-#include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
 #include <QThread>
 
 #include <utility>
@@ -13,10 +10,6 @@ namespace zenlot {
 namespace {
 
 using namespace Qt::StringLiterals;
-
-constexpr QLatin1StringView kServerName{"org.freedesktop.Notifications"};
-constexpr QLatin1StringView kBusService{"org.freedesktop.DBus"};
-constexpr QLatin1StringView kBusPath{"/org/freedesktop/DBus"};
 
 UserNotificationError noAnswer() {
     return {u"The notification service did not answer"_s};
@@ -44,7 +37,14 @@ UserNotificationSettings settingsFrom(const NotificationServer::Introduction& in
 FreedesktopUserNotificationCenter::FreedesktopUserNotificationCenter(
     QDBusConnection bus, std::chrono::milliseconds answerTimeout)
     : bus_(std::move(bus)), answerTimeout_(answerTimeout), server_(makeServer()) {
-    follow();
+    connect(&owner_, &BusNameOwner::changed, this, [this] {
+        // What was asked of a service that didn't run has started this one.
+        if (server_->isRunning())
+            replaceServer(owner_.owner());
+        else
+            server_->setOwner(owner_.owner());
+    });
+    owner_.follow(bus_);
 }
 
 FreedesktopUserNotificationCenter::FreedesktopUserNotificationCenter(
@@ -53,38 +53,8 @@ FreedesktopUserNotificationCenter::FreedesktopUserNotificationCenter(
     connect(&bus, &SessionBus::connected, this, [this, &bus] {
         bus_ = bus.connection();
         replaceServer(QString());
-        follow();
+        owner_.follow(bus_);
     });
-}
-
-void FreedesktopUserNotificationCenter::follow() {
-    // First the changes, then the state: what comes in between is told twice rather than never.
-    bus_.connect(kBusService, kBusPath, kBusService, u"NameOwnerChanged"_s, {kServerName}, u"sss"_s,
-                 this, SLOT(followOwner(QString, QString, QString)));
-    askForOwner();
-}
-
-void FreedesktopUserNotificationCenter::askForOwner() {
-    const QDBusMessage question =
-        QDBusMessage::createMethodCall(kBusService, kBusPath, kBusService, u"GetNameOwner"_s)
-        << QString(kServerName);
-    auto* watcher = new QDBusPendingCallWatcher(bus_.asyncCall(question), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
-        watcher->deleteLater();
-        const QDBusPendingReply<QString> owner = *watcher;
-        if (!owner.isError() && !server_->isRunning())
-            server_->setOwner(owner.value());
-    });
-}
-
-void FreedesktopUserNotificationCenter::followOwner(const QString& /*name*/,
-                                                    const QString& /*oldOwner*/,
-                                                    const QString& newOwner) {
-    // What was asked of a service that didn't run has started this one.
-    if (server_->isRunning())
-        replaceServer(newOwner);
-    else
-        server_->setOwner(newOwner);
 }
 
 void FreedesktopUserNotificationCenter::replaceServer(const QString& newOwner) {

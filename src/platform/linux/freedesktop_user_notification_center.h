@@ -10,6 +10,7 @@
 //     FreedesktopUserNotificationCenter alerts(sessionBus);
 #pragma once
 
+#include "platform/linux/bus_name_owner.h"
 #include "platform/linux/notification_server.h"
 #include "platform/user_notification_center.h"
 
@@ -44,13 +45,8 @@ class FreedesktopUserNotificationCenter final : public QObject, public UserNotif
     add(const UserNotificationRequest& request) override;
     void remove(const QString& identifier) override;
 
-  private Q_SLOTS:
-    void followOwner(const QString& name, const QString& oldOwner, const QString& newOwner);
-
   private:
-    void follow();
     void replaceServer(const QString& newOwner);
-    void askForOwner();
     std::unique_ptr<NotificationServer> makeServer();
     void respond(const QString& alertIdentifier, const QString& actionIdentifier);
 
@@ -61,6 +57,7 @@ class FreedesktopUserNotificationCenter final : public QObject, public UserNotif
     std::chrono::milliseconds answerTimeout_;
     Responder responder_;
     std::unique_ptr<NotificationServer> server_;
+    BusNameOwner owner_{QStringLiteral("org.freedesktop.Notifications")};
 };
 
 } // namespace zenlot
