@@ -6,13 +6,13 @@
 // table, or "longer", in which every text is half as long again; without it, the keys are shown.
 #include "localization/longer_texts.h"
 #include "localization/translation.h"
+#include "palettes.h"
 #include "picture_tour/tour.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDeadlineTimer>
 #include <QDir>
-#include <QPalette>
 #include <QQuickStyle>
 #include <QQuickWindow>
 #include <QStyleHints>
@@ -29,23 +29,6 @@ using namespace std::chrono_literals;
 
 // Longer than the longest pause between two changes of an animation.
 constexpr auto kStillness = 200ms;
-
-QPalette paletteOf(const QColor& window, const QColor& base, const QColor& text) {
-    QPalette palette;
-    palette.setColor(QPalette::Window, window);
-    palette.setColor(QPalette::Base, base);
-    palette.setColor(QPalette::WindowText, text);
-    palette.setColor(QPalette::Text, text);
-    return palette;
-}
-
-QPalette lightPalette() {
-    return paletteOf(QColor(0xef, 0xef, 0xef), Qt::white, QColor(0x1c, 0x1c, 0x1e));
-}
-
-QPalette darkPalette() {
-    return paletteOf(QColor(0x2a, 0x2a, 0x2d), QColor(0x1b, 0x1b, 0x1d), QColor(0xf2, 0xf2, 0xf4));
-}
 
 // Takes a picture of each state.
 class Photographer final : public Visitor {

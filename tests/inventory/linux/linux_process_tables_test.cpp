@@ -2,7 +2,6 @@
 #include "inventory/linux/linux_process_tables.h"
 #include "inventory/linux/listening_sockets.h"
 #include "inventory/linux/processors.h"
-#include "inventory/linux/socket_index.h"
 #include "inventory/port_scanner.h"
 #include "support/connection.h"
 #include "support/temporary_folder.h"
@@ -194,19 +193,6 @@ TEST(ProcessorsTest, TheSmallestQuotaCounts) {
         EXPECT_GE(available, 1U) << name;
         EXPECT_LE(available, expected.value_or(8)) << name;
     }
-}
-
-TEST(SocketIndexTest, FindsEverySocketAndNothingElse) {
-    EXPECT_EQ(SocketIndex().find(1), nullptr);
-    std::vector<KernelTcpSocket> sockets(2000);
-    for (std::size_t i = 1; i < sockets.size(); ++i)
-        sockets[i] = {{{}, {}, static_cast<std::uint16_t>(i), 0}, 0, i << 20};
-    const SocketIndex index(sockets);
-    for (std::size_t i = 1; i < sockets.size(); ++i) {
-        ASSERT_TRUE(index.find(i << 20) && index.find(i << 20)->localPort == i) << i;
-        EXPECT_EQ(index.find((i << 20) + 1), nullptr);
-    }
-    EXPECT_EQ(index.find(0), nullptr);
 }
 
 } // namespace

@@ -79,16 +79,6 @@ TEST_F(ProcessDetailViewModelTest, LeavesOutWhatIsNotKnown) {
                  viewModel.showsApplication() || viewModel.showsCommand());
 }
 
-TEST_F(ProcessDetailViewModelTest, ParentWithoutANameAndCommandWithoutAPath) {
-    facts.task = TaskInfo{41, ProcessState::unknown, 0s, 0, 0, std::nullopt};
-    PortProcess process = row(7, "");
-    process.user = "";
-    show(process);
-    EXPECT_EQ(viewModel.identityRows()->rows().constFirst().value, u"PID 41"_qs);
-    EXPECT_EQ(viewModel.commandText(), u"server"_qs);
-    EXPECT_EQ(viewModel.subtitle(), u"PID 7 \u00B7 "_qs);
-}
-
 TEST_F(ProcessDetailViewModelTest, ApplicationNeedsMoreThanABuild) {
     const std::tuple<QString, bool, QString> cases[]{{QString(), false, u"Build=9"_qs},
                                                      {u"9"_qs, true, u"Version=9"_qs}};

@@ -66,18 +66,11 @@ class GatedTables final : public ProcessTables {
     }
 
     // The next list of all ports is that of this moment, and takes until it is let go.
-    void holdNextList() {
-        const std::lock_guard lock(mutex_);
-        listHold_ = ListHold::wanted;
-    }
+    void holdNextList() { setHold(ListHold::wanted); }
+    void letListGo() { setHold(ListHold::none); }
     bool isListHeld() {
         const std::lock_guard lock(mutex_);
         return listHold_ == ListHold::held;
-    }
-    void letListGo() {
-        const std::lock_guard lock(mutex_);
-        listHold_ = ListHold::none;
-        opened_.notify_all();
     }
 
     int lookups(std::int64_t port) {
@@ -104,6 +97,12 @@ class GatedTables final : public ProcessTables {
 
   private:
     enum class ListHold : std::uint8_t { none, wanted, held };
+
+    void setHold(ListHold hold) {
+        const std::lock_guard lock(mutex_);
+        listHold_ = hold;
+        opened_.notify_all();
+    }
 
     mutable std::mutex mutex_;
     mutable std::condition_variable opened_;
