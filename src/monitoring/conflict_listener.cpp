@@ -114,7 +114,8 @@ void ConflictListener::observe(const QString& name, BroadcastCenter::Meaning mea
     timer.setSingleShot(true);
     timer.setInterval(pause);
     connect(&timer, &QTimer::timeout, this, [this, name] { finishPause(name); });
-    with_.broadcasts.observe(name, meaning, this, [this](const QString& heard) { hear(heard); });
+    with_.broadcasts.observe(name, meaning, this,
+                             [this](const QString& heard) { handleBroadcast(heard); });
 }
 
 bool ConflictListener::isSwitchedOn() const {
@@ -133,10 +134,10 @@ QCoro::Task<> ConflictListener::poll() {
         pauseBetweenPolls_.start(pauses_.betweenPolls);
 }
 
-void ConflictListener::hear(const QString& name) {
+void ConflictListener::handleBroadcast(const QString& name) {
     Burst& burst = bursts_[name];
     if (std::exchange(burst.isOn, true))
-        burst.isMoreHeard = true;
+        burst.isMorePending = true;
     else
         answer(name, Turn::firstOfBurst);
 }
@@ -156,7 +157,7 @@ QCoro::Task<> ConflictListener::answer(QString name, Turn turn) {
 
 void ConflictListener::finishPause(const QString& name) {
     Burst& burst = bursts_[name];
-    if (std::exchange(burst.isMoreHeard, false))
+    if (std::exchange(burst.isMorePending, false))
         answer(name, Turn::laterInBurst);
     else
         burst.isOn = false;

@@ -155,7 +155,7 @@ class ConflictListener final : public QObject {
     // Of broadcasts with one name.
     struct Burst {
         bool isOn{false};        // until a pause in which none is heard
-        bool isMoreHeard{false}; // since the last answer began
+        bool isMorePending{false}; // since the last answer began
         QTimer pause;            // after an answer
     };
 
@@ -164,7 +164,7 @@ class ConflictListener final : public QObject {
 
     void observe(const QString& name, BroadcastCenter::Meaning meaning,
                  std::chrono::milliseconds pause);
-    void hear(const QString& name);
+    void handleBroadcast(const QString& name);
     QCoro::Task<> answer(QString name, Turn turn);
     void finishPause(const QString& name);
 

@@ -46,10 +46,10 @@ class Photographer final : public Visitor {
             }
             return still.hasExpired();
         });
-        glanceAt(window, state);
+        captureNow(window, state);
     }
 
-    void glanceAt(QQuickWindow& window, const QString& state) override {
+    void captureNow(QQuickWindow& window, const QString& state) override {
         QGuiApplication::processEvents();
         save(window.grabWindow(), state);
     }

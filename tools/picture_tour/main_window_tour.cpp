@@ -95,7 +95,7 @@ void showMainWindow(Visitor& visitor) {
         scene.open();
         visitor.see(scene.window(), u"empty"_qs);
         scene.content().setPortInput(QStringLiteral("80"));
-        visitor.glanceAt(scene.window(), u"typing"_qs);
+        visitor.captureNow(scene.window(), u"typing"_qs);
         scene.check(QStringLiteral("3001"));
         visitor.see(scene.window(), u"free"_qs);
         scene.check(QStringLiteral("8080"));

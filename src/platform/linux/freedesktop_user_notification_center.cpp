@@ -79,7 +79,7 @@ template <class Answer, class Convert>
 QFuture<Answer> FreedesktopUserNotificationCenter::askServer(const Answer& fallback,
                                                              Convert convert) {
     Q_ASSERT(QThread::currentThread() == thread());
-    const auto answer = std::make_shared<CertainAnswer<Answer>>(answerTimeout_, fallback);
+    const auto answer = std::make_shared<TimeLimitedAnswer<Answer>>(answerTimeout_, fallback);
     QFuture<Answer> future = answer->future();
     server_->introduce([answer, convert](const NotificationServer::Introduction& introduction) {
         answer->give(convert(introduction));

@@ -12,7 +12,7 @@
 // when they come from the service itself and name an alert of ours.
 #pragma once
 
-#include "platform/linux/certain_answer.h"
+#include "platform/linux/time_limited_answer.h"
 #include "platform/user_notification_center.h"
 
 #include <QDBusConnection>
@@ -50,7 +50,7 @@ class NotificationServer final : public QObject {
         std::optional<UserNotificationError> error;
     };
 
-    using AddAnswer = CertainAnswer<std::optional<UserNotificationError>>;
+    using AddAnswer = TimeLimitedAnswer<std::optional<UserNotificationError>>;
 
     struct Alert {
         UserNotificationRequest request;

@@ -84,7 +84,7 @@ class Critic final : public Visitor {
         ++statesSeen;
     }
     void see(QWidget& /*menu*/, const QString& /*state*/) override {}
-    void glanceAt(QQuickWindow& /*window*/, const QString& /*state*/) override {}
+    void captureNow(QQuickWindow& /*window*/, const QString& /*state*/) override {}
 
     int statesSeen{0};
 
