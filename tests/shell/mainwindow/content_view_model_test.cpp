@@ -72,17 +72,6 @@ TEST_F(ContentViewModelTest, FreePortsAndNumbersThatAreNoPort) {
     EXPECT_EQ(model.statusText(), u"Port 81 is free"_qs);
 }
 
-TEST_F(ContentViewModelTest, SelectionInTheSidebarFillsTheField) {
-    model.setSidebarSelection(8080);
-    EXPECT_EQ(model.portInput(), u"8080"_qs);
-    EXPECT_TRUE(model.isChecking());
-    ASSERT_TRUE(waitForCheck());
-    EXPECT_EQ(model.processes()->rowCount(), 1);
-    model.setPortInput({});
-    model.setPortInput(u"08080"_qs); // the selection it makes rewrites it
-    EXPECT_EQ(model.portInput(), u"8080"_qs);
-}
-
 TEST_F(ContentViewModelTest, OvertakenAnswersAreDropped) {
     fixture->tables.closeGate(8080);
     model.setPortInput(u"8080"_qs);
@@ -120,43 +109,6 @@ TEST_F(ContentViewModelTest, RowsAreWalkedOpenedAndClosed) {
     EXPECT_FALSE(model.canToggleInspector());
     model.moveSelection(-1); // nothing is highlighted: the first row
     EXPECT_EQ(model.selectedRow(), 0);
-}
-
-TEST_F(ContentViewModelTest, ForceQuitAsksKillsAndChecksAgain) {
-    model.appear();
-    ASSERT_TRUE(check(u"8080"_qs));
-    model.openRow(0);
-    model.requestForceQuit();
-    EXPECT_EQ(model.confirmationMessage(),
-              u"Force-quit Sample (PID 42)? Any unsaved work will be lost."_qs);
-    EXPECT_EQ(model.confirmationButton(), u"Force Quit Sample"_qs);
-    model.cancelForceQuit();
-    EXPECT_FALSE(model.isConfirming());
-
-    model.requestForceQuit();
-    model.confirmForceQuit();
-    EXPECT_FALSE(model.isConfirming());
-    ASSERT_TRUE(waitFor([this] { return model.processes()->isEmpty(); }));
-    EXPECT_FALSE(model.hasSelection());
-    EXPECT_TRUE(model.isInspectorOpen()); // what was being read stays
-    ASSERT_TRUE(waitFor([this] { return fixture->tables.lookups(8080) == 2 && model.isFree(); }));
-    EXPECT_EQ(model.sidebar()->rowOfPort(8080), -1);
-    EXPECT_GE(model.sidebar()->rowOfPort(9000), 0);
-}
-
-TEST_F(ContentViewModelTest, EndsTheProcessThatWasShownAndNoOtherWithItsId) {
-    ASSERT_TRUE(check(u"8080"_qs));
-    model.requestForceQuit();
-    fixture->tables.replaceProcess(42);
-    model.confirmForceQuit();
-    // A lookup that begins behind the kill ends behind it.
-    ASSERT_TRUE(check(u"9000"_qs) && check(u"8080"_qs));
-    EXPECT_TRUE(fixture->tables.process(42));
-    EXPECT_EQ(model.processes()->rowCount(), 1);
-    // What is shown now is the other one, and it may be ended as well.
-    model.requestForceQuit();
-    model.confirmForceQuit();
-    EXPECT_TRUE(waitFor([this] { return !fixture->tables.process(42); }));
 }
 
 TEST_F(ContentViewModelTest, OffersToEndOnlyWhatMayBeEnded) {

@@ -53,6 +53,7 @@ TEST_F(ContentViewTest, KeyboardAloneFindsOpensAndEndsAProcess) {
     press(Qt::Key_Return);
     EXPECT_NE(waitForItem(u"Port 8080 is free"_qs), nullptr);
     EXPECT_TRUE(waitForNoItem(u"Sample"_qs));
+    EXPECT_TRUE(model.isInspectorOpen()) << "what was being read stays";
 }
 
 TEST_F(ContentViewTest, DigitsTypedIntoTheResultsGoOnInTheField) {

@@ -29,16 +29,6 @@ class GatedTables final : public ProcessTables {
             {pid, {{AddressFamily::ipv4, TcpState::listen, port, 0}}, user, path, ++starts_});
     }
 
-    // The process with that id ends, and another one gets it, with all that is known of the first
-    // but its start.
-    void replaceProcess(ProcessId pid) {
-        const std::lock_guard lock(mutex_);
-        for (FakeProcess& process : tables.processes) {
-            if (process.pid == pid)
-                process.startTime = ++starts_;
-        }
-    }
-
     std::optional<FakeProcess> process(ProcessId pid) const {
         const std::lock_guard lock(mutex_);
         const auto found = std::ranges::find(tables.processes, pid, &FakeProcess::pid);
