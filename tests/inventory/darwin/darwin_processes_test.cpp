@@ -66,19 +66,6 @@ TEST_F(DarwinProcessesTest, SysctlTablesAreReadInTwoCalls) {
     }
 }
 
-TEST_F(DarwinProcessesTest, DescriptorListIsReadInTwoCalls) {
-    // Announced and claimed bytes, and how many of the three records are believed.
-    constexpr std::tuple<std::optional<int>, std::optional<int>, std::size_t> kCases[]{
-        {4096, {}, 3}, {7, 24, 0}, {23, {}, 2}, {{}, -1, 0}, {{}, 15, 1}, {16, INT32_MAX, 2},
-    };
-    FakeDarwinProcess& process = addProcess(5, 0, {{}, {}, {}});
-    for (const auto& [announced, claimed, count] : kCases) {
-        process.announcedDescriptors = announced;
-        process.claimedDescriptors = claimed;
-        EXPECT_THAT(socketsOf(5), SizeIs(count));
-    }
-}
-
 TEST_F(DarwinProcessesTest, InspectsAProcess) {
     using std::chrono::seconds;
     const DarwinProcessInspector inspector(calls);
