@@ -154,9 +154,9 @@ class ConflictListener final : public QObject {
 
     // Of broadcasts with one name.
     struct Burst {
-        bool isOn{false};        // until a pause in which none is heard
+        bool isOn{false};          // until a pause in which none is heard
         bool isMorePending{false}; // since the last answer began
-        QTimer pause;            // after an answer
+        QTimer pause;              // after an answer
     };
 
     bool isSwitchedOn() const;

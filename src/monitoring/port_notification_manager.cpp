@@ -13,6 +13,8 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 // Longer than any name of a program. Alerts are kept until the user has dealt with them.
 constexpr qsizetype kLongestName = 1024;
 
@@ -48,17 +50,17 @@ QCoro::Task<> PortNotificationManager::configure(AppSettings& settings) {
     if (!self)
         co_return;
     if (answer.error) {
-        log_.writeAppLog(QStringLiteral("notification setup failed: ") + answer.error->message);
+        log_.writeAppLog(u"notification setup failed: "_s + answer.error->message);
         co_return;
     }
     const QFuture<UserNotificationSettings> fetching = alerts_.notificationSettings();
     const UserNotificationSettings current = co_await fetching;
     if (!self)
         co_return;
-    log_.writeAppLog(QStringLiteral("notification setup granted=%1 status=%2 alerts=%3 sounds=%4")
-                         .arg(answer.isGranted ? QStringLiteral("true") : QStringLiteral("false"),
-                              QString::number(static_cast<int>(current.authorizationStatus)),
-                              logged(current.alertSetting), logged(current.soundSetting)));
+    log_.writeAppLog(u"notification setup granted=%1 status=%2 alerts=%3 sounds=%4"_s.arg(
+        answer.isGranted ? u"true"_s : u"false"_s,
+        QString::number(static_cast<int>(current.authorizationStatus)),
+        logged(current.alertSetting), logged(current.soundSetting)));
 }
 
 void PortNotificationManager::notifyConflict(std::int64_t port, const QString& name,
@@ -79,11 +81,10 @@ QCoro::Task<> PortNotificationManager::post(Kind kind, std::int64_t port, const 
     const QString name = cutOff(wholeName, kLongestName);
     const QString portText = QString::number(port);
     const QString pidText = QString::number(process.process.pid);
-    const QString identifier =
-        (isConflict ? QStringLiteral("zenlot-conflict-") : QStringLiteral("zenlot-port-")) +
-        portText + u'-' + QString::fromStdString(Uuid::random().text());
-    log_.writeAppLog(QStringLiteral("posting notification id=%1 port=%2 pid=%3 process=%4")
-                         .arg(identifier, portText, pidText, name));
+    const QString identifier = (isConflict ? u"zenlot-conflict-"_s : u"zenlot-port-"_s) + portText +
+                               u'-' + QString::fromStdString(Uuid::random().text());
+    log_.writeAppLog(u"posting notification id=%1 port=%2 pid=%3 process=%4"_s.arg(
+        identifier, portText, pidText, name));
 
     UserNotificationContent content;
     content.title = (isConflict ? tr("Port %1 is already in use") : tr("Port %1 is now occupied"))
@@ -105,9 +106,8 @@ QCoro::Task<> PortNotificationManager::post(Kind kind, std::int64_t port, const 
     const std::optional<UserNotificationError> error = co_await adding;
     if (!self)
         co_return;
-    log_.writeAppLog(
-        error ? QStringLiteral("notification add failed id=%1: %2").arg(identifier, error->message)
-              : QStringLiteral("notification add succeeded id=") + identifier);
+    log_.writeAppLog(error ? u"notification add failed id=%1: %2"_s.arg(identifier, error->message)
+                           : u"notification add succeeded id="_s + identifier);
 }
 
 // The watch goes by the id alone, so the process is looked at once more when it has begun.
@@ -130,8 +130,7 @@ void PortNotificationManager::processEnded(const QString& identifier) {
         return;
     const Standing alert = std::move(*found);
     standing_.erase(found);
-    log_.writeAppLog(
-        QStringLiteral("notification withdrawn id=%1: process has ended").arg(alert.identifier));
+    log_.writeAppLog(u"notification withdrawn id=%1: process has ended"_s.arg(alert.identifier));
     alerts_.remove(alert.identifier);
     // Whoever hears of it may destroy this object.
     if (alert.kind == Kind::conflict)

@@ -7,6 +7,8 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 bool mustBeEscaped(QChar character) {
     const char16_t code = character.unicode();
     return character.category() == QChar::Other_Control || (code >= 0x2028 && code <= 0x202e) ||
@@ -17,13 +19,13 @@ QString escaped(const QString& message) {
     QString result;
     for (const QChar character : message) {
         if (character == u'\n')
-            result += QStringLiteral("\\n");
+            result += u"\\n"_s;
         else if (character == u'\r')
-            result += QStringLiteral("\\r");
+            result += u"\\r"_s;
         else if (character == u'\t')
-            result += QStringLiteral("\\t");
+            result += u"\\t"_s;
         else if (mustBeEscaped(character))
-            result += QStringLiteral("\\u%1").arg(character.unicode(), 4, 16, QChar(u'0'));
+            result += u"\\u%1"_s.arg(character.unicode(), 4, 16, QChar(u'0'));
         else
             result += character;
     }

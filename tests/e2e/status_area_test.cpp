@@ -175,11 +175,10 @@ TEST_F(StatusAreaTest, PortTypedAfterAClickIsLookedUpInTheWindow) {
 TEST_F(StatusAreaTest, ConflictIsShownAndKilledInTheMenu) {
     expectMenu(kAlways());
     announceConflict();
-    expectMenu(ElementsAre("Port number\u2026",
-                           "Port " + port.toStdString() + " blocked by R+D__web",
-                           "Kill R+D__web", "Ignore Port " + port.toStdString(),
-                           "Ignore R+D__web", "Clear Conflict Indicator", "Open Zenlot",
-                           "Settings\u2026", "Check for Updates\u2026", "Quit Zenlot"));
+    expectMenu(ElementsAre(
+        "Port number\u2026", "Port " + port.toStdString() + " blocked by R+D__web", "Kill R+D__web",
+        "Ignore Port " + port.toStdString(), "Ignore R+D__web", "Clear Conflict Indicator",
+        "Open Zenlot", "Settings\u2026", "Check for Updates\u2026", "Quit Zenlot"));
 
     choose(u"Kill R+D__web"_s);
     expectEnd(*server, SIGKILL);

@@ -12,6 +12,7 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 using Strings = std::vector<std::string>;
 
@@ -66,7 +67,7 @@ class ConflictListenerTest : public testing::Test, protected SampleAlerts<> {
                                                notifications,
                                                broadcasts,
                                                log,
-                                               home + QStringLiteral("log"),
+                                               home + u"log"_s,
                                                [this] { return now.load(); }};
     std::unique_ptr<ConflictListener> listener =
         std::make_unique<ConflictListener>(with, ConflictListenerPauses{1h, 1ms, 1ms});
@@ -103,7 +104,7 @@ TEST_F(ConflictListenerTest, ReadsTheListAndObeysTheRulesInTheirOrder) {
     listener->start(settings);
     EXPECT_EQ(broadcasts.observerCount(conflictBroadcast(9090)), 1U);
     settings.setConflictIgnoredPorts({3000});
-    settings.setConflictIgnoredApps({QString(), QStringLiteral("Node")});
+    settings.setConflictIgnoredApps({QString(), u"Node"_s});
     std::vector<ConflictRecord> records(5, recordOf(1, kNow - 1h));
     for (int reading = 0; reading < 2; ++reading) {
         publish("conflicts", encodeConflictRecords(records));
@@ -129,7 +130,7 @@ TEST_F(ConflictListenerTest, ReadsTheListAndObeysTheRulesInTheirOrder) {
             "conflict notifying port=3000 pid=42 process=web"}));
     QCoro::waitFor(listener->deliver({4, 42, std::string(1023, 'x') + "é", "Shown", kNow}));
     EXPECT_EQ(announced, (Strings{"", "web", std::string(1023, 'x')}));
-    EXPECT_TRUE(center.requests.at(2).content.body.startsWith(QStringLiteral("Shown (PID 42) ")));
+    EXPECT_TRUE(center.requests.at(2).content.body.startsWith(u"Shown (PID 42) "_s));
 }
 
 TEST_F(ConflictListenerTest, AnnouncesOnlyHoldersThatAreThereAndWereThereBefore) {
@@ -269,7 +270,7 @@ TEST_F(ConflictListenerTest, TakesTheRecordAndTheLineOfAConflictForOne) {
     publishNow("record");
     EXPECT_EQ(std::exchange(announced, {}), Strings{"line"});
     // What an application's entry has silenced stays so.
-    settings.setConflictIgnoredApps({QStringLiteral("my tool")});
+    settings.setConflictIgnoredApps({u"my tool"_s});
     now = now.load() + 11s;
     publishNow("my tool");
     pollLog(kLine + "80, my_tool (pid 42)\n");

@@ -12,6 +12,7 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -121,8 +122,7 @@ TEST_F(PortMonitorTest, AnnouncesWhatThePollBeforeDidNotFind) {
 TEST_F(PortMonitorTest, KeepsToTheIgnoreListsOfTheLatestSettings) {
     AppSettings latest(defaults, loginItem);
     latest.setMonitorIgnoredPorts({9, 5174});
-    latest.setMonitorIgnoredApps(
-        {QString(), QStringLiteral("Postgres"), QStringLiteral("docker desktop")});
+    latest.setMonitorIgnoredApps({QString(), u"Postgres"_s, u"docker desktop"_s});
     monitor->start(settings);
     monitor->start(latest);
     EXPECT_THAT(poll(), IsEmpty());

@@ -25,6 +25,7 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 // Longer than the longest pause between two changes of an animation.
@@ -58,7 +59,7 @@ class Photographer final : public Visitor {
 
   private:
     void save(const QImage& picture, const QString& state) const {
-        const QString file = folder_.filePath(QStringLiteral("%1-%2.png").arg(state, look_));
+        const QString file = folder_.filePath(u"%1-%2.png"_s.arg(state, look_));
         if (!picture.save(file))
             throw std::runtime_error("can't write " + file.toStdString());
     }

@@ -34,17 +34,18 @@ Q_IMPORT_QML_PLUGIN(Zenlot_UpdaterPlugin)
 namespace zenlot {
 namespace {
 
-const QString kUnit = QStringLiteral("dev.quorvane.zenlot.monitor.service");
-const AppServiceError kRefusal{QStringLiteral("org.freedesktop.systemd1.NoSuchUnit"), 0,
-                               QStringLiteral("Unit %1 not found.").arg(kUnit)};
+using namespace Qt::StringLiterals;
+
+const QString kUnit = u"dev.quorvane.zenlot.monitor.service"_s;
+const AppServiceError kRefusal{u"org.freedesktop.systemd1.NoSuchUnit"_s, 0,
+                               u"Unit %1 not found."_s.arg(kUnit)};
 
 // A window of the program, opened over what the function makes for it.
 class TourWindow {
   public:
     TourWindow(QQmlEngine& engine, const char* file, QmlWindow::Properties properties)
         : window_([&engine]() -> QQmlEngine& { return engine; },
-                  QUrl(QStringLiteral("qrc:/qt/qml/Zenlot/") + QLatin1StringView(file)),
-                  std::move(properties)) {
+                  QUrl(u"qrc:/qt/qml/Zenlot/"_s + QLatin1StringView(file)), std::move(properties)) {
         if (!window_.open())
             throw std::runtime_error(std::string("can't make ") + file);
         window_.window()->show();
@@ -62,7 +63,7 @@ class TourWindow {
 template <typename ViewModel>
 QmlWindow::Properties contentOf(ViewModel& viewModel) {
     return [&viewModel](QObject&) -> QVariantMap {
-        return {{QStringLiteral("viewModel"), QVariant::fromValue(&viewModel)}};
+        return {{u"viewModel"_s, QVariant::fromValue(&viewModel)}};
     };
 }
 
@@ -75,7 +76,7 @@ void openTab(QQuickWindow& window, int tab) {
 
 void showSettings(QQmlEngine& engine, Visitor& visitor) {
     const QTemporaryDir folder;
-    QFile file(folder.filePath(QStringLiteral("zenlot-monitor.log")));
+    QFile file(folder.filePath(u"zenlot-monitor.log"_s));
     if (!file.open(QFile::WriteOnly))
         throw std::runtime_error("can't write the log");
     file.write("2026-03-05T09:07:31Z [zenlot-daemon] daemon started\n"
@@ -85,49 +86,46 @@ void showSettings(QQmlEngine& engine, Visitor& visitor) {
 
     SampleUser user;
     user.settings.setMonitorIgnoredPorts({22, 8080});
-    user.settings.setMonitorIgnoredApps({QStringLiteral("Google Chrome"), QStringLiteral("node"),
-                                         QStringLiteral("python3"), QStringLiteral("ruby"),
-                                         QStringLiteral("sshd"), QStringLiteral("steam"),
-                                         QStringLiteral("42")});
-    user.settings.setConflictIgnoredApps({QStringLiteral("node")});
+    user.settings.setMonitorIgnoredApps(
+        {u"Google Chrome"_s, u"node"_s, u"python3"_s, u"ruby"_s, u"sshd"_s, u"steam"_s, u"42"_s});
+    user.settings.setConflictIgnoredApps({u"node"_s});
     AppLog log(file.fileName());
     const TourWindow window(engine, "App/SettingsWindow.qml", [&](QObject& owner) -> QVariantMap {
-        return {{QStringLiteral("viewModel"),
-                 QVariant::fromValue(new SettingsViewModel(user.settings, user.installer,
-                                                           user.openLoginItems, &owner))},
-                {QStringLiteral("logViewModel"),
+        return {{u"viewModel"_s, QVariant::fromValue(new SettingsViewModel(
+                                     user.settings, user.installer, user.openLoginItems, &owner))},
+                {u"logViewModel"_s,
                  QVariant::fromValue(new LogTabViewModel(file.fileName(), log, &owner))}};
     });
-    visitor.see(*window, u"settings-general"_qs);
+    visitor.see(*window, u"settings-general"_s);
     press(*window, Qt::Key_Right);
-    visitor.see(*window, u"settings-off"_qs);
+    visitor.see(*window, u"settings-off"_s);
     auto* viewModel = window->property("viewModel").value<SettingsViewModel*>();
     user.monitor.refusal = kRefusal;
     viewModel->setConflictMonitoring(true);
-    visitor.see(*window, u"settings-failed"_qs);
+    visitor.see(*window, u"settings-failed"_s);
     user.monitor.refusal.reset();
     user.forbidTheMonitor();
     viewModel->setConflictMonitoring(true);
-    visitor.see(*window, u"settings-blocked"_qs);
+    visitor.see(*window, u"settings-blocked"_s);
     viewModel->recheckBackgroundApproval();
-    visitor.see(*window, u"settings-still-blocked"_qs);
+    visitor.see(*window, u"settings-still-blocked"_s);
     user.monitor.currentStatus = AppServiceStatus::enabled;
     viewModel->recheckBackgroundApproval();
     user.settings.setPortMonitoringEnabled(true);
-    visitor.see(*window, u"settings-exceptions"_qs);
+    visitor.see(*window, u"settings-exceptions"_s);
     for (const int key : {Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Down})
         press(*window, key);
-    visitor.see(*window, u"settings-selected"_qs);
+    visitor.see(*window, u"settings-selected"_s);
     press(*window, Qt::Key_Tab);
     press(*window, Qt::Key_Return);
-    visitor.see(*window, u"settings-adding"_qs);
+    visitor.see(*window, u"settings-adding"_s);
     press(*window, Qt::Key_Escape);
     openTab(*window, 2);
-    visitor.see(*window, u"settings-log"_qs);
+    visitor.see(*window, u"settings-log"_s);
     QFile::remove(file.fileName());
     openTab(*window, 0);
     openTab(*window, 2);
-    visitor.see(*window, u"settings-no-log"_qs);
+    visitor.see(*window, u"settings-no-log"_s);
     window->hide();
 }
 
@@ -140,31 +138,31 @@ void showOnboarding(QQmlEngine& engine, Visitor& visitor) {
     OnboardingViewModel viewModel(at(user), {.openLoginItems = user.openLoginItems});
     const TourWindow window(engine, "Onboarding/OnboardingWindow.qml", contentOf(viewModel));
     window->setProperty("movie", QUrl()); // which would never stand still
-    visitor.see(*window, u"onboarding-welcome"_qs);
+    visitor.see(*window, u"onboarding-welcome"_s);
     viewModel.advance();
-    visitor.see(*window, u"onboarding-monitor"_qs);
+    visitor.see(*window, u"onboarding-monitor"_s);
     user.monitor.refusal = kRefusal;
     viewModel.enableBackgroundMonitor();
-    visitor.see(*window, u"onboarding-failed"_qs);
+    visitor.see(*window, u"onboarding-failed"_s);
     user.monitor.refusal.reset();
     user.forbidTheMonitor();
     viewModel.enableBackgroundMonitor();
-    visitor.see(*window, u"onboarding-blocked"_qs);
+    visitor.see(*window, u"onboarding-blocked"_s);
     viewModel.recheckApproval();
-    visitor.see(*window, u"onboarding-still-blocked"_qs);
+    visitor.see(*window, u"onboarding-still-blocked"_s);
     SampleUser returning;
     returning.monitor.currentStatus = AppServiceStatus::enabled;
     OnboardingViewModel again(at(returning), {});
     const TourWindow other(engine, "Onboarding/OnboardingWindow.qml", contentOf(again));
     other->setProperty("movie", QUrl());
     again.advance();
-    visitor.see(*other, u"onboarding-enabled"_qs);
+    visitor.see(*other, u"onboarding-enabled"_s);
 }
 
 void showBackgroundItems(QQmlEngine& engine, Visitor& visitor) {
     SampleUser user;
     BackgroundItemsViewModel viewModel(
-        user.monitor, [] { return QStringLiteral("systemctl --user unmask ") + kUnit; }, kUnit);
+        user.monitor, [] { return u"systemctl --user unmask "_s + kUnit; }, kUnit);
     const TourWindow page(engine, "BackgroundItems/BackgroundItemsWindow.qml",
                           contentOf(viewModel));
     for (const auto& [status, state] :
@@ -181,8 +179,7 @@ void showBackgroundItems(QQmlEngine& engine, Visitor& visitor) {
 void showUpdates(QQmlEngine& engine, Visitor& visitor) {
     const auto release = [](const char* version) {
         return Release{*ReleaseVersion::fromText(QLatin1String(version)),
-                       QUrl(QStringLiteral("https://zenlot.example/releases/2.0")),
-                       QDate(2026, 3, 5)};
+                       QUrl(u"https://zenlot.example/releases/2.0"_s), QDate(2026, 3, 5)};
     };
     const std::pair<ReleaseAnswer, const char*> answers[] = {
         {release("2.0"), "update-newer"},
@@ -205,7 +202,7 @@ void showUpdates(QQmlEngine& engine, Visitor& visitor) {
 
 void showOtherWindows(Visitor& visitor) {
     QQmlEngine engine;
-    engine.addImportPath(QStringLiteral(":/qt/qml"));
+    engine.addImportPath(u":/qt/qml"_s);
     showSettings(engine, visitor);
     showOnboarding(engine, visitor);
     showBackgroundItems(engine, visitor);
@@ -222,12 +219,11 @@ void showStatusMenu(Visitor& visitor) {
     AppModel appModel;
     AppDelegate delegate({machine.inventory(), notifications, bar, shortcut, windows}, {});
     delegate.configure(user.settings, appModel);
-    Q_EMIT notifications.conflictDetected(
-        {3000, {42}, QStringLiteral("node"), QStringLiteral("Node")});
+    Q_EMIT notifications.conflictDetected({3000, {42}, u"node"_s, u"Node"_s});
     bar.click(QRect(10, 0, 20, 20));
     QWidget* menu = nullptr;
     waitFor([&] { return (menu = QApplication::activePopupWidget()) != nullptr; });
-    visitor.see(*menu, u"status-menu"_qs);
+    visitor.see(*menu, u"status-menu"_s);
     menu->close();
 }
 

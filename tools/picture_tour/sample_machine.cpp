@@ -8,6 +8,8 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 constexpr std::int64_t kNow = 1'741'162'051; // a Wednesday morning in March
 constexpr UserId kSystemUser = 112;
 
@@ -49,10 +51,10 @@ SampleMachine::SampleMachine()
     QObject::connect(&content_, &ContentViewModel::detailProcessChanged, &inspector_,
                      [this] { inspector_.setProcess(content_.detailProcess()); });
 
-    addApplication(QStringLiteral("/Applications/Harbor.app"), QStringLiteral("org.harbor.desktop"),
+    addApplication(u"/Applications/Harbor.app"_s, u"org.harbor.desktop"_s,
                    QColor(0x2f, 0x7f, 0xe8));
-    addApplication(QStringLiteral("/Applications/Quill Notes.app"),
-                   QStringLiteral("org.quill.notes"), QColor(0xd9, 0x5b, 0x2b));
+    addApplication(u"/Applications/Quill Notes.app"_s, u"org.quill.notes"_s,
+                   QColor(0xd9, 0x5b, 0x2b));
     addProcess(4312, true, "/usr/bin/node", {3000, 5173});
     addProcess(4377, true, "/usr/bin/python3.11", {8080});
     addProcess(5120, true, "/Applications/Harbor.app/Contents/MacOS/Harbor", {7070, 7071});
@@ -110,15 +112,14 @@ void SampleMachine::becomeCrowded(int processes) {
 void SampleMachine::addApplication(const QString& bundle, const QString& identifier,
                                    const QColor& color) {
     const QString name = QFileInfo(bundle).completeBaseName();
-    const QString picture = pictures_.filePath(name + QStringLiteral(".png"));
+    const QString picture = pictures_.filePath(name + u".png"_s);
     drawIcon(picture, name, color);
     workspace_.icons.insert(bundle, picture);
     workspace_.pictures.insert(picture, picture);
-    propertyLists_.files.insert(
-        bundle + QStringLiteral("/Contents/Info.plist"),
-        {{QStringLiteral("CFBundleIdentifier"), identifier},
-         {QStringLiteral("CFBundleShortVersionString"), QStringLiteral("2.4")},
-         {QStringLiteral("CFBundleVersion"), QStringLiteral("1187")}});
+    propertyLists_.files.insert(bundle + u"/Contents/Info.plist"_s,
+                                {{u"CFBundleIdentifier"_s, identifier},
+                                 {u"CFBundleShortVersionString"_s, u"2.4"_s},
+                                 {u"CFBundleVersion"_s, u"1187"_s}});
 }
 
 } // namespace zenlot

@@ -15,6 +15,8 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 constexpr qint64 kMaximumEntryBytes = qint64{1} * 1024 * 1024;
 constexpr int kMostAttemptsToWrite = 10;
 
@@ -24,7 +26,7 @@ constexpr char kHidden[] = "Hidden";
 constexpr char kGnomeEnabled[] = "X-GNOME-Autostart-enabled";
 
 AppServiceError errorOf(AutostartError code, const QString& message) {
-    return {QStringLiteral("dev.quorvane.zenlot.autostart"), static_cast<qint64>(code), message};
+    return {u"dev.quorvane.zenlot.autostart"_s, static_cast<qint64>(code), message};
 }
 
 bool isSwitchedOff(const KeyFile& entry) {
@@ -87,12 +89,12 @@ Replacement enableEntry(const QString& path, const QByteArray& exec) {
     if (file.state == UserFile::State::unusable)
         return {Replacement::Outcome::failed, file.reason};
     if (file.state == UserFile::State::tooLarge)
-        return {Replacement::Outcome::failed, QStringLiteral("File too large")};
+        return {Replacement::Outcome::failed, u"File too large"_s};
     if (statusOf(file.content) == AppServiceStatus::enabled)
         return {Replacement::Outcome::done, QString()};
     const QByteArray entry = enabledEntry(file.content, exec);
     if (statusOf(entry) != AppServiceStatus::enabled)
-        return {Replacement::Outcome::failed, QStringLiteral("The entry there starts no program")};
+        return {Replacement::Outcome::failed, u"The entry there starts no program"_s};
     return replaceUserFile(path, file, entry);
 }
 
@@ -100,7 +102,7 @@ Replacement enableEntry(const QString& path, const QByteArray& exec) {
 
 AutostartAppService::AutostartAppService(const QString& configHome, QString program,
                                          QByteArray option)
-    : entryPath_(configHome + QStringLiteral("/autostart/dev.quorvane.zenlot.desktop")),
+    : entryPath_(configHome + u"/autostart/dev.quorvane.zenlot.desktop"_s),
       program_(std::move(program)), option_(std::move(option)) {}
 
 AppServiceStatus AutostartAppService::status() const {
@@ -118,10 +120,10 @@ AppServiceStatus AutostartAppService::status() const {
 std::optional<AppServiceError> AutostartAppService::registerService() {
     if (!isUsableProgram(program_))
         return errorOf(AutostartError::invalidProgram,
-                       QStringLiteral("Cannot start this program at login: %1").arg(program_));
+                       u"Cannot start this program at login: %1"_s.arg(program_));
     const auto cannotWrite = [this](const QString& reason) {
         return errorOf(AutostartError::cannotWrite,
-                       QStringLiteral("Cannot write %1: %2").arg(entryPath_, reason));
+                       u"Cannot write %1: %2"_s.arg(entryPath_, reason));
     };
     if (const std::error_code error = makePrivateDirectories(QFileInfo(entryPath_).absolutePath()))
         return cannotWrite(QString::fromStdString(error.message()));
@@ -135,7 +137,7 @@ std::optional<AppServiceError> AutostartAppService::registerService() {
             break;
     }
     if (replacement.outcome == Replacement::Outcome::changedMeanwhile)
-        return cannotWrite(QStringLiteral("Another program keeps changing it"));
+        return cannotWrite(u"Another program keeps changing it"_s);
     if (replacement.outcome == Replacement::Outcome::failed)
         return cannotWrite(replacement.reason);
     return std::nullopt;
@@ -145,10 +147,9 @@ std::optional<AppServiceError> AutostartAppService::unregisterService() {
     if (status() != AppServiceStatus::enabled ||
         ::unlink(QFile::encodeName(entryPath_).constData()) == 0 || errno == ENOENT)
         return std::nullopt;
-    return errorOf(
-        AutostartError::cannotRemove,
-        QStringLiteral("Cannot remove %1: %2")
-            .arg(entryPath_, QString::fromStdString(std::system_category().message(errno))));
+    return errorOf(AutostartError::cannotRemove,
+                   u"Cannot remove %1: %2"_s.arg(
+                       entryPath_, QString::fromStdString(std::system_category().message(errno))));
 }
 
 QByteArray desktopEntryExec(const QString& program) {

@@ -13,6 +13,7 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
 using Json = nlohmann::json;
 
 constexpr qint64 kMaximumBytes = qint64{8} * 1024 * 1024;
@@ -113,7 +114,7 @@ Replacement change(const QString& path, const std::string& key, const std::optio
         // There is nothing to take out of a file that holds nothing.
         if (!value)
             return {Replacement::Outcome::done, QString()};
-        Replacement aside = moveUserFileAside(path, file, QStringLiteral(".damaged"));
+        Replacement aside = moveUserFileAside(path, file, u".damaged"_s);
         if (aside.outcome == Replacement::Outcome::done) {
             qCInfo(defaultsLog) << "Set the damaged file aside:" << path;
             aside.outcome = Replacement::Outcome::changedMeanwhile;
@@ -124,7 +125,7 @@ Replacement change(const QString& path, const std::string& key, const std::optio
         return {Replacement::Outcome::done, QString()};
     const QByteArray text = QByteArray::fromStdString(document->dump(4) + '\n');
     if (text.size() > kMaximumBytes || !parseObject(text))
-        return {Replacement::Outcome::failed, QStringLiteral("It would become too large")};
+        return {Replacement::Outcome::failed, u"It would become too large"_s};
     return replaceUserFile(path, file, text);
 }
 

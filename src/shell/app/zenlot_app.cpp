@@ -39,9 +39,10 @@ Q_IMPORT_QML_PLUGIN(Zenlot_UpdaterPlugin)
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-const QString kMonitorUnit = QStringLiteral("dev.quorvane.zenlot.monitor.service");
+const QString kMonitorUnit = u"dev.quorvane.zenlot.monitor.service"_s;
 
 // Long enough for the monitor to be gone before it is started anew.
 constexpr auto kPauseBeforeReinstall = 500ms;
@@ -60,18 +61,18 @@ std::unique_ptr<GlobalShortcut> makeGlobalShortcut(SessionBus& bus) {
 
 template <typename ViewModel>
 QVariantMap contentOf(ViewModel& viewModel) {
-    return {{QStringLiteral("viewModel"), QVariant::fromValue(&viewModel)}};
+    return {{u"viewModel"_s, QVariant::fromValue(&viewModel)}};
 }
 
 QUrl qml(const char* file) {
-    return QUrl(QStringLiteral("qrc:/qt/qml/Zenlot/") + QLatin1StringView(file));
+    return QUrl(u"qrc:/qt/qml/Zenlot/"_s + QLatin1StringView(file));
 }
 
 } // namespace
 
 ZenlotApp::ZenlotApp(SessionBus& bus, ApplicationInstance& instance)
     : bus_(bus), instance_(instance), directories_(xdgHomeDirectories()),
-      userDefaults_(directories_.configHome + QStringLiteral("/dev.quorvane.zenlot/defaults.json")),
+      userDefaults_(directories_.configHome + u"/dev.quorvane.zenlot/defaults.json"_s),
       loginItem_(directories_.configHome, QCoreApplication::applicationFilePath(),
                  kBackgroundOption),
       settings_(userDefaults_, loginItem_), log_(monitorLogPath(directories_.home)),
@@ -324,7 +325,7 @@ QCoro::Task<> ZenlotApp::alertAboutOwner(int port) {
 QQmlEngine& ZenlotApp::engine() {
     if (!engine_) {
         engine_ = std::make_unique<QQmlEngine>();
-        engine_->addImportPath(QStringLiteral(":/qt/qml"));
+        engine_->addImportPath(u":/qt/qml"_s);
         ProcessIconProvider::install(*engine_, runningApplications_, workspace_);
     }
     return *engine_;
@@ -348,17 +349,16 @@ QVariantMap ZenlotApp::makeMainContent(QObject& owner) {
     QObject::connect(content, &ContentViewModel::detailProcessChanged, detail,
                      [content, detail] { detail->setProcess(content->detailProcess()); });
     contentViewModel_ = content;
-    return {{QStringLiteral("detailViewModel"), QVariant::fromValue(detail)},
-            {QStringLiteral("viewModel"), QVariant::fromValue(content)}};
+    return {{u"detailViewModel"_s, QVariant::fromValue(detail)},
+            {u"viewModel"_s, QVariant::fromValue(content)}};
 }
 
 QVariantMap ZenlotApp::makeSettingsContent(QObject& owner) {
-    return {{QStringLiteral("viewModel"),
+    return {{u"viewModel"_s,
              QVariant::fromValue(new SettingsViewModel(
                  settings_, launchAgentInstaller_, [this] { openLoginItems(); }, &owner))},
-            {QStringLiteral("logViewModel"),
-             QVariant::fromValue(
-                 new LogTabViewModel(monitorLogPath(directories_.home), log_, &owner))}};
+            {u"logViewModel"_s, QVariant::fromValue(new LogTabViewModel(
+                                    monitorLogPath(directories_.home), log_, &owner))}};
 }
 
 QVariantMap ZenlotApp::makeOnboardingContent(QObject& owner) {

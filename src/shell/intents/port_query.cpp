@@ -6,6 +6,8 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 constexpr qsizetype kMostDigits = 9;
 
 std::optional<std::int64_t> numberFrom(QStringView text) {
@@ -21,7 +23,7 @@ std::optional<PortQuery> parsePortQuery(const QString& text, const QStringList& 
     if (const std::optional<std::int64_t> number = numberFrom(query))
         return isValidPort(*number) ? std::optional(PortQuery{number}) : std::nullopt;
 
-    QStringList beginnings{QStringLiteral(":"), QStringLiteral("port ")};
+    QStringList beginnings{u":"_s, u"port "_s};
     for (const QString& phrase : phrases) {
         if (query.compare(phrase, Qt::CaseInsensitive) == 0)
             return PortQuery{std::nullopt};

@@ -13,6 +13,7 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
 using Text = std::shared_ptr<const LogText>;
 
 // A reading and how it compares with what was shown before, since comparing takes long too.
@@ -113,10 +114,10 @@ void LogTabViewModel::clearLog() {
     runOnWorker(
         [path = path_, &log = log_, this]() -> std::optional<Reading> {
             if (const std::optional<QString> error = clearLogFile(path)) {
-                log.writeAppLog(QStringLiteral("log clear failed: ") + *error);
+                log.writeAppLog(u"log clear failed: "_s + *error);
                 return std::nullopt;
             }
-            log.writeAppLog(QStringLiteral("log cleared"));
+            log.writeAppLog(u"log cleared"_s);
             return readAgain(path, std::make_shared<const LogText>(), isStopped_);
         },
         [this](const std::optional<Reading>& cleared) {

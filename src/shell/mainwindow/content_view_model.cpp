@@ -16,13 +16,14 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 constexpr auto kTypingPause = 350ms;
 // A killed process needs a moment to let go of its port.
 constexpr auto kPauseAfterForceQuit = 400ms;
 constexpr int kMostDigits = 5;
-const QString kPortToCheckKey = QStringLiteral("portToCheck");
+const QString kPortToCheckKey = u"portToCheck"_s;
 
 // g++ 12 destroys some temporaries of an awaited expression twice, so futures are named before they
 // are awaited, here and wherever a coroutine waits.

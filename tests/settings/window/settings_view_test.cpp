@@ -12,14 +12,16 @@ Q_IMPORT_QML_PLUGIN(Zenlot_StylePlugin)
 namespace zenlot {
 namespace {
 
-const QString kAdd = u"Add to Ignored "_qs;
+using namespace Qt::StringLiterals;
+
+const QString kAdd = u"Add to Ignored "_s;
 
 class SettingsViewTest : public ViewTest, protected SampleUser {
   protected:
     SettingsViewTest() {
         open("SettingsWindow/SettingsView.qml",
-             {{u"logTab"_qs, QVariant::fromValue(&logTab)},
-              {u"viewModel"_qs, QVariant::fromValue(&viewModel)}});
+             {{u"logTab"_s, QVariant::fromValue(&logTab)},
+              {u"viewModel"_s, QVariant::fromValue(&viewModel)}});
     }
 
     // Presses, as a screen reader does, the only one or one of several with that name. Rows that
@@ -44,28 +46,28 @@ class SettingsViewTest : public ViewTest, protected SampleUser {
 };
 
 TEST_F(SettingsViewTest, SwitchesWriteWhatTheyShow) {
-    for (const auto& [text, property] : {std::pair(u"Show in menu bar"_qs, "showInMenuBar"),
-                                         {u"Show in Dock"_qs, "showInDock"},
-                                         {u"Launch at login"_qs, "launchAtLogin"},
-                                         {u"Enable global shortcut"_qs, "globalShortcutEnabled"}}) {
+    for (const auto& [text, property] : {std::pair(u"Show in menu bar"_s, "showInMenuBar"),
+                                         {u"Show in Dock"_s, "showInDock"},
+                                         {u"Launch at login"_s, "launchAtLogin"},
+                                         {u"Enable global shortcut"_s, "globalShortcutEnabled"}}) {
         const bool before = settings.property(property).toBool();
         choose(text);
         EXPECT_EQ(settings.property(property).toBool(), !before) << property;
         EXPECT_EQ(itemsNamed(text).at(0)->property("isOn").toBool(), !before) << property;
     }
-    choose(u"Log"_qs);
+    choose(u"Log"_s);
     EXPECT_TRUE(logTab.isVisible());
 }
 
 TEST_F(SettingsViewTest, ListsTakeWhatCanBeAnEntryInOrder) {
     settings.setPortMonitoringEnabled(true);
     settings.setMonitorIgnoredPorts({8080, 22});
-    settings.setMonitorIgnoredApps({u"node"_qs});
-    choose(u"Port Monitoring"_qs);
+    settings.setMonitorIgnoredApps({u"node"_s});
+    choose(u"Port Monitoring"_s);
     const QAbstractItemModelTester ports(viewModel.monitorPorts());
     const QAbstractItemModelTester names(viewModel.monitorApps());
-    const QString portsTitle = u"ports"_qs;
-    const QString namesTitle = u"processes"_qs;
+    const QString portsTitle = u"ports"_s;
+    const QString namesTitle = u"processes"_s;
     const struct {
         QString list;
         QString typed;
@@ -73,14 +75,14 @@ TEST_F(SettingsViewTest, ListsTakeWhatCanBeAnEntryInOrder) {
         QList<qint64> ports;
         QStringList names;
     } cases[] = {
-        {portsTitle, u"  3000 "_qs, Qt::Key_Return, {22, 3000, 8080}, {u"node"_qs}},
-        {portsTitle, u"+0080"_qs, Qt::Key_Return, {22, 80, 3000, 8080}, {u"node"_qs}},
-        {portsTitle, u"080"_qs, Qt::Key_Return, {22, 80, 3000, 8080}, {u"node"_qs}},
-        {portsTitle, u"65536"_qs, Qt::Key_Return, {22, 80, 3000, 8080}, {u"node"_qs}},
-        {portsTitle, u"8 0"_qs, Qt::Key_Return, {22, 80, 3000, 8080}, {u"node"_qs}},
-        {portsTitle, u"81"_qs, Qt::Key_Escape, {22, 80, 3000, 8080}, {u"node"_qs}},
-        {namesTitle, u"Node"_qs, Qt::Key_Return, {22, 80, 3000, 8080}, {u"Node"_qs, u"node"_qs}},
-        {namesTitle, u" node"_qs, Qt::Key_Return, {22, 80, 3000, 8080}, {u"Node"_qs, u"node"_qs}},
+        {portsTitle, u"  3000 "_s, Qt::Key_Return, {22, 3000, 8080}, {u"node"_s}},
+        {portsTitle, u"+0080"_s, Qt::Key_Return, {22, 80, 3000, 8080}, {u"node"_s}},
+        {portsTitle, u"080"_s, Qt::Key_Return, {22, 80, 3000, 8080}, {u"node"_s}},
+        {portsTitle, u"65536"_s, Qt::Key_Return, {22, 80, 3000, 8080}, {u"node"_s}},
+        {portsTitle, u"8 0"_s, Qt::Key_Return, {22, 80, 3000, 8080}, {u"node"_s}},
+        {portsTitle, u"81"_s, Qt::Key_Escape, {22, 80, 3000, 8080}, {u"node"_s}},
+        {namesTitle, u"Node"_s, Qt::Key_Return, {22, 80, 3000, 8080}, {u"Node"_s, u"node"_s}},
+        {namesTitle, u" node"_s, Qt::Key_Return, {22, 80, 3000, 8080}, {u"Node"_s, u"node"_s}},
     };
     for (const auto& [list, typed, ending, expectedPorts, expectedNames] : cases) {
         choose(kAdd + list);
@@ -92,20 +94,20 @@ TEST_F(SettingsViewTest, ListsTakeWhatCanBeAnEntryInOrder) {
         EXPECT_TRUE(itemsNamed(kAdd + list).at(0)->isEnabled()) << "the field has closed";
     }
 
-    const QString remove = u"Remove from Ignored ports"_qs;
+    const QString remove = u"Remove from Ignored ports"_s;
     EXPECT_FALSE(itemsNamed(remove).at(0)->isEnabled());
     settings.setMonitorIgnoredPorts({80, 22, 80}); // as another program may have written it
-    choose(u"80"_qs, 1);
+    choose(u"80"_s, 1);
     choose(remove);
     EXPECT_EQ(settings.monitorIgnoredPorts(), QList<qint64>{22});
     EXPECT_FALSE(itemsNamed(remove).at(0)->isEnabled());
 
     // What was begun goes with the section; what is stored stays.
     choose(kAdd + portsTitle);
-    type(u"99"_qs);
-    choose(u"Notify on all port activity"_qs);
+    type(u"99"_s);
+    choose(u"Notify on all port activity"_s);
     EXPECT_TRUE(itemsNamed(kAdd + portsTitle).isEmpty());
-    choose(u"Notify on all port activity"_qs);
+    choose(u"Notify on all port activity"_s);
     EXPECT_TRUE(itemsNamed(kAdd + portsTitle).at(0)->isEnabled());
     EXPECT_EQ(settings.monitorIgnoredPorts(), QList<qint64>{22});
 }
@@ -117,22 +119,22 @@ TEST_F(SettingsViewTest, KeyboardReachesEverythingAndBringsItIntoView) {
     view.resize(440, 300); // less than the form needs
     view.rootObject()->forceActiveFocus();
     const std::pair<Qt::Key, QString> steps[] = {
-        {Qt::Key_Right, u"Port Monitoring"_qs},
-        {Qt::Key_Tab, u"Notify on all port activity"_qs},
-        {Qt::Key_Tab, u"Conflict Monitoring"_qs},
-        {Qt::Key_Tab, u"Ignored ports"_qs},
-        {Qt::Key_Down, u"22"_qs},
-        {Qt::Key_Tab, kAdd + u"ports"_qs},
-        {Qt::Key_Tab, u"Remove from Ignored ports"_qs},
-        {Qt::Key_Return, u"Ignored ports"_qs}, // the button has nothing to remove any more
-        {Qt::Key_Tab, kAdd + u"ports"_qs},
-        {Qt::Key_Tab, u"Ignored processes"_qs},
-        {Qt::Key_Tab, kAdd + u"processes"_qs},
-        {Qt::Key_Tab, u"Port Monitoring"_qs},
-        {Qt::Key_Backtab, kAdd + u"processes"_qs},
-        {Qt::Key_Tab, u"Port Monitoring"_qs},
-        {Qt::Key_Left, u"General"_qs},
-        {Qt::Key_Tab, u"Show in menu bar"_qs},
+        {Qt::Key_Right, u"Port Monitoring"_s},
+        {Qt::Key_Tab, u"Notify on all port activity"_s},
+        {Qt::Key_Tab, u"Conflict Monitoring"_s},
+        {Qt::Key_Tab, u"Ignored ports"_s},
+        {Qt::Key_Down, u"22"_s},
+        {Qt::Key_Tab, kAdd + u"ports"_s},
+        {Qt::Key_Tab, u"Remove from Ignored ports"_s},
+        {Qt::Key_Return, u"Ignored ports"_s}, // the button has nothing to remove any more
+        {Qt::Key_Tab, kAdd + u"ports"_s},
+        {Qt::Key_Tab, u"Ignored processes"_s},
+        {Qt::Key_Tab, kAdd + u"processes"_s},
+        {Qt::Key_Tab, u"Port Monitoring"_s},
+        {Qt::Key_Backtab, kAdd + u"processes"_s},
+        {Qt::Key_Tab, u"Port Monitoring"_s},
+        {Qt::Key_Left, u"General"_s},
+        {Qt::Key_Tab, u"Show in menu bar"_s},
     };
     for (const auto& [key, name] : steps) {
         press(key);
@@ -145,14 +147,14 @@ TEST_F(SettingsViewTest, KeyboardReachesEverythingAndBringsItIntoView) {
 }
 
 TEST_F(SettingsViewTest, ConflictSwitchIsOnOnlyWhenTheMonitorIs) {
-    const QString conflicts = u"Conflict Monitoring"_qs;
-    choose(u"Port Monitoring"_qs);
+    const QString conflicts = u"Conflict Monitoring"_s;
+    choose(u"Port Monitoring"_s);
     EXPECT_FALSE(settings.conflictMonitoringEnabled());
 
-    monitor.refusal = AppServiceError{u"org.x"_qs, 7, u"<b>no</b>"_qs};
+    monitor.refusal = AppServiceError{u"org.x"_s, 7, u"<b>no</b>"_s};
     choose(conflicts);
     EXPECT_FALSE(settings.conflictMonitoringEnabled());
-    EXPECT_EQ(itemsNamed(u"[org.x 7] <b>no</b>"_qs).size(), 1);
+    EXPECT_EQ(itemsNamed(u"[org.x 7] <b>no</b>"_s).size(), 1);
 
     monitor.refusal.reset();
     choose(conflicts);
@@ -165,23 +167,23 @@ TEST_F(SettingsViewTest, ConflictSwitchIsOnOnlyWhenTheMonitorIs) {
     EXPECT_FALSE(settings.conflictMonitoringEnabled()) << "whatever the service says";
 
     // Whoever changes it elsewhere is believed each time the tab appears.
-    choose(u"General"_qs);
+    choose(u"General"_s);
     monitor.currentStatus = AppServiceStatus::requiresApproval;
-    choose(u"Port Monitoring"_qs);
+    choose(u"Port Monitoring"_s);
     EXPECT_TRUE(settings.conflictMonitoringEnabled());
 
     // A monitor that the desktop has given up on is not on, and can be tried once more.
-    choose(u"General"_qs);
+    choose(u"General"_s);
     monitor.currentStatus = AppServiceStatus::enabled;
-    monitor.currentFailure = AppServiceError{u"org.x"_qs, 4, u"given up"_qs};
-    choose(u"Port Monitoring"_qs);
+    monitor.currentFailure = AppServiceError{u"org.x"_s, 4, u"given up"_s};
+    choose(u"Port Monitoring"_s);
     EXPECT_FALSE(settings.conflictMonitoringEnabled());
-    EXPECT_EQ(itemsNamed(u"[org.x 4] given up"_qs).size(), 1);
+    EXPECT_EQ(itemsNamed(u"[org.x 4] given up"_s).size(), 1);
     monitor.refusal.reset();
     monitor.currentFailure.reset();
     choose(conflicts);
     EXPECT_TRUE(settings.conflictMonitoringEnabled());
-    EXPECT_TRUE(itemsNamed(u"[org.x 4] given up"_qs).isEmpty());
+    EXPECT_TRUE(itemsNamed(u"[org.x 4] given up"_s).isEmpty());
 }
 
 } // namespace

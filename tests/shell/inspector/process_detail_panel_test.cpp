@@ -15,6 +15,7 @@ Q_IMPORT_QML_PLUGIN(Zenlot_StylePlugin)
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 class ProcessDetailPanelTest : public ViewTest, protected InspectorFixture {
@@ -27,47 +28,47 @@ class ProcessDetailPanelTest : public ViewTest, protected InspectorFixture {
         view.setResizeMode(QQuickView::SizeRootObjectToView);
         view.resize(290, 400);
         open("Inspector/ProcessDetailPanel.qml",
-             {{u"viewModel"_qs, QVariant::fromValue(&viewModel)}});
+             {{u"viewModel"_s, QVariant::fromValue(&viewModel)}});
     }
 
     void show(const PortProcess& process) {
         viewModel.setProcess(process);
         ASSERT_TRUE(waitForDetails());
-        ASSERT_NE(itemNamed(u"Identity"_qs), nullptr);
+        ASSERT_NE(itemNamed(u"Identity"_s), nullptr);
     }
 
     ProcessFacts& facts = inspector.machine.processes[7];
 };
 
 TEST_F(ProcessDetailPanelTest, LoadingStandsAlone) {
-    EXPECT_EQ(itemNamed(u"Loading\u2026"_qs), nullptr) << "nothing was selected";
+    EXPECT_EQ(itemNamed(u"Loading\u2026"_s), nullptr) << "nothing was selected";
     std::latch& gate = inspector.gates.try_emplace(7, 1).first->second;
     viewModel.setProcess(row(7));
-    EXPECT_NE(itemNamed(u"Loading\u2026"_qs), nullptr);
-    EXPECT_EQ(itemNamed(u"Identity"_qs), nullptr);
+    EXPECT_NE(itemNamed(u"Loading\u2026"_s), nullptr);
+    EXPECT_EQ(itemNamed(u"Identity"_s), nullptr);
     gate.count_down();
     ASSERT_TRUE(waitForDetails());
-    EXPECT_EQ(itemNamed(u"Loading\u2026"_qs), nullptr);
-    EXPECT_NE(itemNamed(u"Identity"_qs), nullptr);
+    EXPECT_EQ(itemNamed(u"Loading\u2026"_s), nullptr);
+    EXPECT_NE(itemNamed(u"Identity"_s), nullptr);
 }
 
 TEST_F(ProcessDetailPanelTest, SectionsToggleByClickAndByKeyboard) {
     show(row(7));
-    EXPECT_NE(itemNamed(u"*:8080"_qs), nullptr);
-    click(itemNamed(u"Identity"_qs));
+    EXPECT_NE(itemNamed(u"*:8080"_s), nullptr);
+    click(itemNamed(u"Identity"_s));
     EXPECT_FALSE(viewModel.property("identityExpanded").toBool());
-    EXPECT_TRUE(waitForNoItem(u"*:8080"_qs));
+    EXPECT_TRUE(waitForNoItem(u"*:8080"_s));
 
-    const QString line = u"TCP4 *:8080 \u2192 *:52000 ESTABLISHED"_qs;
+    const QString line = u"TCP4 *:8080 \u2192 *:52000 ESTABLISHED"_s;
     EXPECT_EQ(itemNamed(line), nullptr) << "the network starts closed";
-    EXPECT_EQ(tabTo(u"Network (1)"_qs).last(), u"Network (1)"_qs);
+    EXPECT_EQ(tabTo(u"Network (1)"_s).last(), u"Network (1)"_s);
     press(Qt::Key_Space);
     EXPECT_NE(waitForItem(line), nullptr);
     press(Qt::Key_Return);
     EXPECT_TRUE(waitForNoItem(line));
     viewModel.setProcess(row(7));
     ASSERT_TRUE(waitForDetails());
-    EXPECT_NE(itemNamed(u"*:8080"_qs), nullptr) << "another row starts afresh";
+    EXPECT_NE(itemNamed(u"*:8080"_s), nullptr) << "another row starts afresh";
 }
 
 TEST_F(ProcessDetailPanelTest, TextIsPlainAndCanBeCopied) {
@@ -87,17 +88,17 @@ TEST_F(ProcessDetailPanelTest, TextIsPlainAndCanBeCopied) {
         EXPECT_TRUE(item->property("lineCount").toInt() <= 1 || text == viewModel.commandText());
     });
     EXPECT_GT(texts, 20);
-    tabTo(u"<b>par\uFFFD\uFFFDent (1)"_qs);
+    tabTo(u"<b>par\uFFFD\uFFFDent (1)"_s);
     QTest::keySequence(&view, QKeySequence::SelectAll);
     QTest::keySequence(&view, QKeySequence::Copy);
-    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"<b>par\uFFFD\uFFFDent (1)"_qs);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"<b>par\uFFFD\uFFFDent (1)"_s);
 }
 
 TEST_F(ProcessDetailPanelTest, CommandIsShownHarmlessAndCopiedAsItIs) {
     const QString longest(16'384, u'x');
     const std::tuple<QString, QString> cases[]{
-        {u"/opt/a\nb\u202E\u009B/server"_qs, u"/opt/a\uFFFDb\uFFFD\uFFFD/server"_qs},
-        {longest + u"\ny"_qs, longest + u'\u2026'},
+        {u"/opt/a\nb\u202E\u009B/server"_s, u"/opt/a\uFFFDb\uFFFD\uFFFD/server"_s},
+        {longest + u"\ny"_s, longest + u'\u2026'},
     };
     for (const auto& [command, isShown] : cases) {
         show(row(7, command.toStdString()));
@@ -114,7 +115,7 @@ TEST_F(ProcessDetailPanelTest, CommandIsShownHarmlessAndCopiedAsItIs) {
 TEST_F(ProcessDetailPanelTest, WhatGetsTheFocusComesIntoSight) {
     view.resize(290, 120);
     show(row(7));
-    for (const QString& name : {u"Command"_qs, u"Identity"_qs}) {
+    for (const QString& name : {u"Command"_s, u"Identity"_s}) {
         tabTo(name);
         ASSERT_EQ(focused(), name);
         const QRectF area =
@@ -130,7 +131,7 @@ TEST_F(ProcessDetailPanelTest, OfManyConnectionsOnlyThoseInSightExist) {
     facts.tcpSockets.assign(20'000, {AddressFamily::ipv4, TcpState::established, 8080, 52000});
     show(row(7));
     viewModel.setProperty("networkExpanded", true);
-    EXPECT_NE(itemNamed(u"Network (20000)"_qs), nullptr);
+    EXPECT_NE(itemNamed(u"Network (20000)"_s), nullptr);
     int lines = 0;
     forEachItem(view.contentItem(), [&lines](const QQuickItem* item) {
         lines += item->property("summary").isValid() ? 1 : 0;

@@ -9,6 +9,8 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 struct Row {
     QString key;
     int value{0};
@@ -41,7 +43,7 @@ TEST(KeyedListModelTest, ReachesWhateverIsWanted) {
     Model model;
     const QAbstractItemModelTester tester(&model);
     for (int round = 0; round < 300; ++round) {
-        QString keys = u"abcdefghijkl"_qs.left(static_cast<int>(random() % 13));
+        QString keys = u"abcdefghijkl"_s.left(static_cast<int>(random() % 13));
         std::shuffle(keys.begin(), keys.end(), random);
         for (QChar& key : keys) {
             if (random() % 4 == 0)

@@ -9,6 +9,8 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 const QString kFixture = QStringLiteral(ZENLOT_TEST_FOLDER "/red_then_blue.mov");
 
 TEST(TopAlignedPlayerViewTest, VideoIsAsWideAsTheViewAtItsUpperEdge) {
@@ -83,7 +85,7 @@ TEST_F(LoopingVideoViewTest, LeavesAloneWhatItCanNotPlay) {
         EXPECT_TRUE(QTest::qWaitFor([&] { return view.failed(); }, 10'000)) << name;
         EXPECT_TRUE(waitForColor(isEmpty)) << name;
     }
-    play(QStringLiteral("/nowhere/clip.mov"));
+    play(u"/nowhere/clip.mov"_s);
     EXPECT_TRUE(view.failed());
     play(kFixture);
     EXPECT_FALSE(view.failed());

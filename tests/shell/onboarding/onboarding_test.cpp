@@ -13,6 +13,8 @@ Q_IMPORT_QML_PLUGIN(Zenlot_StylePlugin)
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 // A monitor that looks around while it is registered.
 class WatchedAppService final : public AppService {
   public:
@@ -35,20 +37,20 @@ class OnboardingTest : public testing::Test, protected SampleUser, protected Win
   protected:
     QQuickWindow* window() override { return page.window(); }
     void open() {
-        engine.addImportPath(QStringLiteral(":/qt/qml"));
+        engine.addImportPath(u":/qt/qml"_s);
         page.open()->show();
         window()->requestActivate();
         ASSERT_TRUE(QTest::qWaitForWindowActive(window()));
-        EXPECT_EQ(focused(), QStringLiteral("Folytatás"));
+        EXPECT_EQ(focused(), u"Folytatás"_s);
         press(Qt::Key_Return);
     }
 
     WatchedAppService watched{monitor};
-    LaunchAgentInstaller watchedInstaller{watched, systemLog, QStringLiteral("/opt/zenlot")};
+    LaunchAgentInstaller watchedInstaller{watched, systemLog, u"/opt/zenlot"_s};
     OnboardingViewModel* viewModel{nullptr};
     QQmlEngine engine;
     QmlWindow page{[this]() -> QQmlEngine& { return engine; },
-                   QUrl(QStringLiteral("qrc:/qt/qml/Zenlot/Onboarding/OnboardingWindow.qml")),
+                   QUrl(u"qrc:/qt/qml/Zenlot/Onboarding/OnboardingWindow.qml"_s),
                    [this](QObject& owner) -> QVariantMap {
                        viewModel = new OnboardingViewModel(
                            {settings, watchedInstaller, systemLog},
@@ -58,18 +60,17 @@ class OnboardingTest : public testing::Test, protected SampleUser, protected Win
                                     runAfterNextFrame(*window(), function);
                                 }},
                            &owner);
-                       return {{QStringLiteral("viewModel"), QVariant::fromValue(viewModel)}};
+                       return {{u"viewModel"_s, QVariant::fromValue(viewModel)}};
                    }};
 };
 
 TEST_F(OnboardingTest, TellsWhyTheMonitorCanNotBeEnabledAndLetsItBeSkipped) {
-    monitor.refusal = {QStringLiteral("org.x"), 7, QStringLiteral("<b>no</b>")};
+    monitor.refusal = {u"org.x"_s, 7, u"<b>no</b>"_s};
     open();
-    EXPECT_EQ(systemLog.messages,
-              QStringList(QStringLiteral("[Zenlot] OnboardingView appeared, SMAppService "
-                                         "status=notRegistered, isEnabled=false, "
-                                         "isInstalled=false")));
-    ASSERT_TRUE(comesToFocus(QStringLiteral("Enable")));
+    EXPECT_EQ(systemLog.messages, QStringList(u"[Zenlot] OnboardingView appeared, SMAppService "
+                                              "status=notRegistered, isEnabled=false, "
+                                              "isInstalled=false"_s));
+    ASSERT_TRUE(comesToFocus(u"Enable"_s));
     // The words are on the screen before the registration begins.
     int frames = 0;
     int framesBefore = 0;
@@ -77,17 +78,17 @@ TEST_F(OnboardingTest, TellsWhyTheMonitorCanNotBeEnabledAndLetsItBeSkipped) {
                      [&] { frames += viewModel->daemonInstalling() ? 1 : 0; });
     watched.whileRegistering = [&] { framesBefore = frames; };
     press(Qt::Key_Return);
-    EXPECT_NE(waitForItem(QStringLiteral("[org.x 7] <b>no</b>")), nullptr);
+    EXPECT_NE(waitForItem(u"[org.x 7] <b>no</b>"_s), nullptr);
     EXPECT_GT(framesBefore, 0);
     EXPECT_EQ(loginItemsOpened, 0);
 
     forbidTheMonitor(); // which opens where it can be allowed
-    ASSERT_TRUE(comesToFocus(QStringLiteral("Enable"))) << "it can be tried again";
+    ASSERT_TRUE(comesToFocus(u"Enable"_s)) << "it can be tried again";
     press(Qt::Key_Return);
-    ASSERT_TRUE(comesToFocus(QStringLiteral("Open Login Items")));
+    ASSERT_TRUE(comesToFocus(u"Open Login Items"_s));
     press(Qt::Key_Return);
     EXPECT_EQ(loginItemsOpened, 2);
-    tabTo(QStringLiteral("Skip for now"));
+    tabTo(u"Skip for now"_s);
     press(Qt::Key_Return);
     EXPECT_EQ(window(), nullptr);
     EXPECT_TRUE(settings.hasCompletedOnboarding());
@@ -96,7 +97,7 @@ TEST_F(OnboardingTest, TellsWhyTheMonitorCanNotBeEnabledAndLetsItBeSkipped) {
 TEST_F(OnboardingTest, NothingIsLeftToEnableWhenTheMonitorIs) {
     monitor.currentStatus = AppServiceStatus::enabled;
     open();
-    auto* video = window()->findChild<QQuickItem*>(QStringLiteral("video"));
+    auto* video = window()->findChild<QQuickItem*>(u"video"_s);
     ASSERT_NE(video, nullptr);
     EXPECT_FALSE(video->isVisible()) << "nothing is decoded behind the first page";
     const QQuickItem* pages = window()->contentItem()->childItems().value(0);
@@ -106,7 +107,7 @@ TEST_F(OnboardingTest, NothingIsLeftToEnableWhenTheMonitorIs) {
     const QImage first = picture();
     EXPECT_TRUE(waitFor([&] { return picture() != first; })) << "frames change";
 
-    ASSERT_TRUE(comesToFocus(QStringLiteral("Folytatás")));
+    ASSERT_TRUE(comesToFocus(u"Folytatás"_s));
     press(Qt::Key_Return);
     EXPECT_EQ(window(), nullptr);
     EXPECT_TRUE(settings.hasCompletedOnboarding());

@@ -9,9 +9,11 @@ Q_IMPORT_QML_PLUGIN(Zenlot_StylePlugin)
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 class PiecesTest : public ViewTest {
   protected:
-    PiecesTest() { view.engine()->addImportPath(QStringLiteral(":/qt/qml")); }
+    PiecesTest() { view.engine()->addImportPath(u":/qt/qml"_s); }
 
     // Shows the content of an item of 400 by 400.
     void show(const char* content) {
@@ -84,7 +86,7 @@ TEST_F(PiecesTest, MenuIsWalkedWithTheKeyboardAndAsWideAsItsItems) {
     press(Qt::Key_Down);
     press(Qt::Key_Down);
     press(Qt::Key_Return);
-    EXPECT_EQ(value("chosen").toString(), QStringLiteral("long"));
+    EXPECT_EQ(value("chosen").toString(), u"long"_s);
 }
 
 TEST_F(PiecesTest, SymbolsTakeTheirColorAndDoNotOutliveTheirName) {
@@ -95,7 +97,7 @@ TEST_F(PiecesTest, SymbolsTakeTheirColorAndDoNotOutliveTheirName) {
     EXPECT_EQ(pixel(), QColor(Qt::red));
     view.rootObject()->setProperty("tint", QColor(Qt::blue));
     EXPECT_EQ(pixel(), QColor(Qt::blue));
-    view.rootObject()->setProperty("name", QStringLiteral("no.such.symbol"));
+    view.rootObject()->setProperty("name", u"no.such.symbol"_s);
     EXPECT_EQ(pixel(), QColor(Qt::white));
 }
 

@@ -8,6 +8,8 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 // The share of the picture that is drawn, in per cent.
 double inkOf(const QImage& image) {
     double ink = 0;
@@ -20,9 +22,9 @@ double inkOf(const QImage& image) {
 // Those that the sources name, and those that are there.
 TEST(SymbolImageTest, EverySymbolIsDrawnAtEverySize) {
     static const QRegularExpression named(
-        u"[sS]ymbol(?:Name)?\\b[^\\n\"]*\"([a-z]+(?:\\.[a-z]+)*)\""_qs);
+        u"[sS]ymbol(?:Name)?\\b[^\\n\"]*\"([a-z]+(?:\\.[a-z]+)*)\""_s);
     QSet<QString> names;
-    QDirIterator sources(QStringLiteral(ZENLOT_SOURCE_FOLDER), {u"*.qml"_qs}, QDir::Files,
+    QDirIterator sources(QStringLiteral(ZENLOT_SOURCE_FOLDER), {u"*.qml"_s}, QDir::Files,
                          QDirIterator::Subdirectories);
     while (sources.hasNext()) {
         QFile source(sources.next());
@@ -31,7 +33,7 @@ TEST(SymbolImageTest, EverySymbolIsDrawnAtEverySize) {
             names.insert(match.captured(1));
     }
     EXPECT_GT(names.size(), 10);
-    for (const QString& file : QDir(QStringLiteral(":/qt/qml/Zenlot/Style/symbols")).entryList())
+    for (const QString& file : QDir(u":/qt/qml/Zenlot/Style/symbols"_s).entryList())
         names.insert(file.chopped(4));
     for (const QString& name : std::as_const(names)) {
         for (const int side : {10, 48}) {
@@ -45,17 +47,16 @@ TEST(SymbolImageTest, EverySymbolIsDrawnAtEverySize) {
 }
 
 TEST(SymbolImageTest, WhiteErasesAndTheColorsAlphaCounts) {
-    const QImage image =
-        symbolImage(QStringLiteral("xmark.octagon.fill"), 48, QColor(0, 0, 0, 128));
+    const QImage image = symbolImage(u"xmark.octagon.fill"_s, 48, QColor(0, 0, 0, 128));
     EXPECT_EQ(image.pixelColor(24, 24).alpha(), 0);
     EXPECT_NEAR(image.pixelColor(24, 8).alpha(), 128, 1);
 }
 
 TEST(SymbolImageTest, NoSuchSymbolIsNoPicture) {
-    EXPECT_TRUE(symbolImage(QStringLiteral("trash"), 0, Qt::red).isNull());
+    EXPECT_TRUE(symbolImage(u"trash"_s, 0, Qt::red).isNull());
     EXPECT_TRUE(symbolImage(QString(), 16, Qt::red).isNull());
-    EXPECT_TRUE(symbolImage(QStringLiteral("no.such.symbol"), 16, Qt::red).isNull());
-    EXPECT_TRUE(symbolImage(QStringLiteral("../images/nodejs"), 16, Qt::red).isNull());
+    EXPECT_TRUE(symbolImage(u"no.such.symbol"_s, 16, Qt::red).isNull());
+    EXPECT_TRUE(symbolImage(u"../images/nodejs"_s, 16, Qt::red).isNull());
 }
 
 } // namespace

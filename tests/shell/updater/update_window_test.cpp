@@ -13,16 +13,18 @@ Q_IMPORT_QML_PLUGIN(Zenlot_UpdaterPlugin)
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 Release release(const char* text) {
-    return {*ReleaseVersion::fromText(QLatin1String(text)),
-            QUrl(u"https://zenlot.example/notes"_qs), QDate(2026, 3, 5)};
+    return {*ReleaseVersion::fromText(QLatin1String(text)), QUrl(u"https://zenlot.example/notes"_s),
+            QDate(2026, 3, 5)};
 }
 
 class UpdateWindowTest : public testing::Test, protected WindowDriver {
   protected:
     QQuickWindow* window() override { return updates.window(); }
     void ask() {
-        engine.addImportPath(u":/qt/qml"_qs);
+        engine.addImportPath(u":/qt/qml"_s);
         viewModel.check();
         updates.open()->show();
         window()->requestActivate();
@@ -46,9 +48,9 @@ class UpdateWindowTest : public testing::Test, protected WindowDriver {
                               }};
     QQmlEngine engine;
     QmlWindow updates{[this]() -> QQmlEngine& { return engine; },
-                      QUrl(u"qrc:/qt/qml/Zenlot/Updater/UpdateWindow.qml"_qs),
+                      QUrl(u"qrc:/qt/qml/Zenlot/Updater/UpdateWindow.qml"_s),
                       [this](QObject&) -> QVariantMap {
-                          return {{u"viewModel"_qs, QVariant::fromValue(&viewModel)}};
+                          return {{u"viewModel"_s, QVariant::fromValue(&viewModel)}};
                       }};
 };
 
@@ -59,7 +61,7 @@ TEST_F(UpdateWindowTest, AsksOnceHoweverOftenItIsToldUntilEscape) {
     ask();
     EXPECT_EQ(feed.questions, 1);
     EXPECT_EQ(window(), first);
-    EXPECT_EQ(focused(), u"Cancel"_qs);
+    EXPECT_EQ(focused(), u"Cancel"_s);
     press(Qt::Key_Escape);
     EXPECT_EQ(window(), nullptr);
     EXPECT_TRUE(feed.wasCanceled());
@@ -75,15 +77,15 @@ TEST_F(UpdateWindowTest, TellsWhatCameOfItAndWhatCanBeDone) {
         QString title;
         QStringList buttons; // the last one is what Return does
     };
-    const QString failed = u"Zenlot could not check for updates"_qs;
-    const QStringList again{u"Close"_qs, u"Try Again"_qs};
+    const QString failed = u"Zenlot could not check for updates"_s;
+    const QStringList again{u"Close"_s, u"Try Again"_s};
     const Outcome outcomes[]{
-        {release("1.10"), u"Zenlot 1.10 is available"_qs, {u"Later"_qs, u"Release Notes"_qs}},
-        {release("1.9.0"), u"Zenlot is up to date"_qs, {u"OK"_qs}},
-        {release("1.9-rc1"), u"Zenlot is up to date"_qs, {u"OK"_qs}},
+        {release("1.10"), u"Zenlot 1.10 is available"_s, {u"Later"_s, u"Release Notes"_s}},
+        {release("1.9.0"), u"Zenlot is up to date"_s, {u"OK"_s}},
+        {release("1.9-rc1"), u"Zenlot is up to date"_s, {u"OK"_s}},
         {ReleaseFeedFailure::unreachable, failed, again},
         {ReleaseFeedFailure::nonsense, failed, again},
-        {ReleaseFeedFailure::noFeed, u"This build has no update feed"_qs, {u"OK"_qs}},
+        {ReleaseFeedFailure::noFeed, u"This build has no update feed"_s, {u"OK"_s}},
     };
     for (const Outcome& outcome : outcomes) {
         ask();
@@ -104,14 +106,14 @@ TEST_F(UpdateWindowTest, ReturnOpensTheNotesAndTriesAgain) {
     answer(ReleaseFeedFailure::tooSlow);
     press(Qt::Key_Return);
     EXPECT_EQ(feed.questions, 2);
-    EXPECT_EQ(focused(), u"Cancel"_qs);
+    EXPECT_EQ(focused(), u"Cancel"_s);
     answer(release("2.0"));
     hasBrowser = false;
     press(Qt::Key_Return);
-    EXPECT_TRUE(isShown(u"https://zenlot.example/notes"_qs)) << "to be copied at least";
+    EXPECT_TRUE(isShown(u"https://zenlot.example/notes"_s)) << "to be copied at least";
     hasBrowser = true;
     press(Qt::Key_Return);
-    EXPECT_EQ(opened, QList<QUrl>(2, QUrl(u"https://zenlot.example/notes"_qs)));
+    EXPECT_EQ(opened, QList<QUrl>(2, QUrl(u"https://zenlot.example/notes"_s)));
     EXPECT_EQ(window(), nullptr);
 }
 
