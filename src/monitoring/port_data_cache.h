@@ -41,8 +41,6 @@ class PortDataCache final : public QObject {
     // Follows the monitor from now on. Further calls do nothing.
     void start();
 
-    bool isStarted() const { return isStarted_; }
-
     // Loads the list once more. Only one load runs at a time and the next one begins a pause after
     // it, so that a burst of calls costs few loads; but the file is always read after the last
     // call, and what was read last is what stays.

@@ -44,8 +44,7 @@ const AppServiceError kRefusal{u"org.freedesktop.systemd1.NoSuchUnit"_s, 0,
 class TourWindow {
   public:
     TourWindow(QQmlEngine& engine, const char* file, QmlWindow::Properties properties)
-        : window_([&engine]() -> QQmlEngine& { return engine; },
-                  QUrl(u"qrc:/qt/qml/Zenlot/"_s + QLatin1StringView(file)), std::move(properties)) {
+        : window_([&engine]() -> QQmlEngine& { return engine; }, file, std::move(properties)) {
         if (!window_.open())
             throw std::runtime_error(std::string("can't make ") + file);
         window_.window()->show();
@@ -59,13 +58,6 @@ class TourWindow {
   private:
     QmlWindow window_;
 };
-
-template <typename ViewModel>
-QmlWindow::Properties contentOf(ViewModel& viewModel) {
-    return [&viewModel](QObject&) -> QVariantMap {
-        return {{u"viewModel"_s, QVariant::fromValue(&viewModel)}};
-    };
-}
 
 void openTab(QQuickWindow& window, int tab) {
     for (QQuickItem* item : window.findChildren<QQuickItem*>()) {
@@ -136,7 +128,8 @@ void showOnboarding(QQmlEngine& engine, Visitor& visitor) {
                                                   somebody.systemLog};
     };
     OnboardingViewModel viewModel(at(user), {.openLoginItems = user.openLoginItems});
-    const TourWindow window(engine, "Onboarding/OnboardingWindow.qml", contentOf(viewModel));
+    const TourWindow window(engine, "Onboarding/OnboardingWindow.qml",
+                            QmlWindow::showing(viewModel));
     window->setProperty("movie", QUrl()); // which would never stand still
     visitor.see(*window, u"onboarding-welcome"_s);
     viewModel.advance();
@@ -153,7 +146,7 @@ void showOnboarding(QQmlEngine& engine, Visitor& visitor) {
     SampleUser returning;
     returning.monitor.currentStatus = AppServiceStatus::enabled;
     OnboardingViewModel again(at(returning), {});
-    const TourWindow other(engine, "Onboarding/OnboardingWindow.qml", contentOf(again));
+    const TourWindow other(engine, "Onboarding/OnboardingWindow.qml", QmlWindow::showing(again));
     other->setProperty("movie", QUrl());
     again.advance();
     visitor.see(*other, u"onboarding-enabled"_s);
@@ -164,7 +157,7 @@ void showBackgroundItems(QQmlEngine& engine, Visitor& visitor) {
     BackgroundItemsViewModel viewModel(
         user.monitor, [] { return u"systemctl --user unmask "_s + kUnit; }, kUnit);
     const TourWindow page(engine, "BackgroundItems/BackgroundItemsWindow.qml",
-                          contentOf(viewModel));
+                          QmlWindow::showing(viewModel));
     for (const auto& [status, state] :
          {std::pair(AppServiceStatus::requiresApproval, "background-blocked"),
           {AppServiceStatus::notRegistered, "background-off"},
@@ -191,7 +184,7 @@ void showUpdates(QQmlEngine& engine, Visitor& visitor) {
         FakeReleaseFeed feed;
         UpdateViewModel viewModel(feed, release("1.9").version, [](const QUrl&) { return false; });
         viewModel.check();
-        const TourWindow window(engine, "Updater/UpdateWindow.qml", contentOf(viewModel));
+        const TourWindow window(engine, "Updater/UpdateWindow.qml", QmlWindow::showing(viewModel));
         feed.answer(answer);
         waitFor([&] { return viewModel.state() != UpdateViewModel::State::Checking; });
         visitor.see(*window, QString::fromLatin1(state));

@@ -59,15 +59,6 @@ std::unique_ptr<GlobalShortcut> makeGlobalShortcut(SessionBus& bus) {
     return std::make_unique<PortalGlobalShortcut>(bus);
 }
 
-template <typename ViewModel>
-QVariantMap contentOf(ViewModel& viewModel) {
-    return {{u"viewModel"_s, QVariant::fromValue(&viewModel)}};
-}
-
-QUrl qml(const char* file) {
-    return QUrl(u"qrc:/qt/qml/Zenlot/"_s + QLatin1StringView(file));
-}
-
 } // namespace
 
 ZenlotApp::ZenlotApp(SessionBus& bus, ApplicationInstance& instance)
@@ -100,18 +91,18 @@ ZenlotApp::ZenlotApp(SessionBus& bus, ApplicationInstance& instance)
       updates_(releaseFeed_,
                ReleaseVersion::fromText(QStringLiteral(ZENLOT_VERSION)).value_or(ReleaseVersion()),
                [](const QUrl& page) { return QDesktopServices::openUrl(page); }),
-      mainWindow_([this]() -> QQmlEngine& { return engine(); }, qml("App/MainWindow.qml"),
+      mainWindow_([this]() -> QQmlEngine& { return engine(); }, "App/MainWindow.qml",
                   [this](QObject& owner) { return makeMainContent(owner); }),
-      settingsWindow_([this]() -> QQmlEngine& { return engine(); }, qml("App/SettingsWindow.qml"),
+      settingsWindow_([this]() -> QQmlEngine& { return engine(); }, "App/SettingsWindow.qml",
                       [this](QObject& owner) { return makeSettingsContent(owner); }),
       onboardingWindow_([this]() -> QQmlEngine& { return engine(); },
-                        qml("Onboarding/OnboardingWindow.qml"),
+                        "Onboarding/OnboardingWindow.qml",
                         [this](QObject& owner) { return makeOnboardingContent(owner); }),
       backgroundItemsWindow_([this]() -> QQmlEngine& { return engine(); },
-                             qml("BackgroundItems/BackgroundItemsWindow.qml"),
-                             [this](QObject&) { return contentOf(backgroundItems_); }),
-      updateWindow_([this]() -> QQmlEngine& { return engine(); }, qml("Updater/UpdateWindow.qml"),
-                    [this](QObject&) { return contentOf(updates_); }),
+                             "BackgroundItems/BackgroundItemsWindow.qml",
+                             QmlWindow::showing(backgroundItems_)),
+      updateWindow_([this]() -> QQmlEngine& { return engine(); }, "Updater/UpdateWindow.qml",
+                    QmlWindow::showing(updates_)),
       statusBar_(bus_), globalShortcut_(makeGlobalShortcut(bus_)),
       appDelegate_({inventory_, notifications_, statusBar_, *globalShortcut_, windows_},
                    {.openMainWindow = [this] { openMainWindow(); },
@@ -362,7 +353,7 @@ QVariantMap ZenlotApp::makeSettingsContent(QObject& owner) {
 }
 
 QVariantMap ZenlotApp::makeOnboardingContent(QObject& owner) {
-    return contentOf(*new OnboardingViewModel(
+    auto* const viewModel = new OnboardingViewModel(
         {settings_, launchAgentInstaller_, systemLog_},
         {.openLoginItems = [this] { openLoginItems(); },
          .afterNextFrame =
@@ -370,7 +361,8 @@ QVariantMap ZenlotApp::makeOnboardingContent(QObject& owner) {
                  if (onboardingWindow_.window())
                      runAfterNextFrame(*onboardingWindow_.window(), function);
              }},
-        &owner));
+        &owner);
+    return QmlWindow::showing(*viewModel)(owner);
 }
 
 } // namespace zenlot

@@ -1,11 +1,11 @@
 // The real window, driven by keys and clicks.
 #include "platform/fake_app_service.h"
 #include "shell/backgrounditems/background_items_view_model.h"
+#include "shell/style/qml_window.h"
 #include "support/window_driver.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
-#include <QQmlComponent>
 #include <QtQml/qqmlextensionplugin.h>
 
 Q_IMPORT_QML_PLUGIN(Zenlot_BackgroundItemsPlugin)
@@ -24,20 +24,17 @@ class BackgroundItemsWindowTest : public testing::Test, protected WindowDriver {
         service.currentStatus = AppServiceStatus::requiresApproval;
         viewModel.refresh();
         engine.addImportPath(u":/qt/qml"_s);
-        QQmlComponent component(
-            &engine, QUrl(u"qrc:/qt/qml/Zenlot/BackgroundItems/BackgroundItemsWindow.qml"_s));
-        page.reset(qobject_cast<QQuickWindow*>(component.createWithInitialProperties(
-            {{u"viewModel"_s, QVariant::fromValue(&viewModel)}})));
-        page->show();
-        page->requestActivate();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(page.get()));
+        page.open()->show();
+        window()->requestActivate();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(window()));
     }
-    QQuickWindow* window() override { return page.get(); }
+    QQuickWindow* window() override { return page.window(); }
 
     FakeAppService service;
     BackgroundItemsViewModel viewModel{service, [] { return kCommand; }, u"sample.service"_s};
     QQmlEngine engine;
-    std::unique_ptr<QQuickWindow> page;
+    QmlWindow page{[this]() -> QQmlEngine& { return engine; },
+                   "BackgroundItems/BackgroundItemsWindow.qml", QmlWindow::showing(viewModel)};
 };
 
 TEST_F(BackgroundItemsWindowTest, OffersWhatHelpsAndFollows) {
@@ -59,7 +56,7 @@ TEST_F(BackgroundItemsWindowTest, OffersWhatHelpsAndFollows) {
     press(Qt::Key_Return);
     EXPECT_EQ(viewModel.statusText(), u"Allowed"_s);
     press(Qt::Key_Escape);
-    EXPECT_FALSE(window()->isVisible());
+    EXPECT_EQ(window(), nullptr);
 }
 
 } // namespace

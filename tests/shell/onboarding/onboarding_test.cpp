@@ -49,8 +49,7 @@ class OnboardingTest : public testing::Test, protected SampleUser, protected Win
     LaunchAgentInstaller watchedInstaller{watched, systemLog, u"/opt/zenlot"_s};
     OnboardingViewModel* viewModel{nullptr};
     QQmlEngine engine;
-    QmlWindow page{[this]() -> QQmlEngine& { return engine; },
-                   QUrl(u"qrc:/qt/qml/Zenlot/Onboarding/OnboardingWindow.qml"_s),
+    QmlWindow page{[this]() -> QQmlEngine& { return engine; }, "Onboarding/OnboardingWindow.qml",
                    [this](QObject& owner) -> QVariantMap {
                        viewModel = new OnboardingViewModel(
                            {settings, watchedInstaller, systemLog},
@@ -60,7 +59,7 @@ class OnboardingTest : public testing::Test, protected SampleUser, protected Win
                                     runAfterNextFrame(*window(), function);
                                 }},
                            &owner);
-                       return {{u"viewModel"_s, QVariant::fromValue(viewModel)}};
+                       return QmlWindow::showing(*viewModel)(owner);
                    }};
 };
 

@@ -47,11 +47,8 @@ class UpdateWindowTest : public testing::Test, protected WindowDriver {
                                   return hasBrowser;
                               }};
     QQmlEngine engine;
-    QmlWindow updates{[this]() -> QQmlEngine& { return engine; },
-                      QUrl(u"qrc:/qt/qml/Zenlot/Updater/UpdateWindow.qml"_s),
-                      [this](QObject&) -> QVariantMap {
-                          return {{u"viewModel"_s, QVariant::fromValue(&viewModel)}};
-                      }};
+    QmlWindow updates{[this]() -> QQmlEngine& { return engine; }, "Updater/UpdateWindow.qml",
+                      QmlWindow::showing(viewModel)};
 };
 
 TEST_F(UpdateWindowTest, AsksOnceHoweverOftenItIsToldUntilEscape) {
