@@ -4,10 +4,6 @@
 
 #include <QByteArrayView>
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <utility>
 
