@@ -1,8 +1,8 @@
 #include "monitoring/port_monitor.h"
 #include "support/sample_inventory.h"
+#include "support/steered_tables.h"
 
 #include <QCoroTask>
-#include <QSemaphore>
 #include <QTest>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -17,48 +17,17 @@ using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// Listening programs, each on a port of its own, that may come and go during a scan: each snapshot
-// is of the moment at which it was taken.
-class ChangingTables final : public ProcessTables {
-  public:
-    mutable QSemaphore snapshotsTaken;
-    std::atomic<bool> isSilent{false};
-
-    void listen(std::uint16_t port, const std::string& program, UserId user = currentUserId()) {
-        const std::lock_guard lock(mutex_);
-        programs_[port] = {port, {{{}, TcpState::listen, port, 0}}, user, "/bin/" + program};
-    }
-    void close(std::uint16_t port) {
-        const std::lock_guard lock(mutex_);
-        programs_.erase(port);
-    }
-
-    std::unique_ptr<ProcessSnapshot>
-    beginSnapshot(std::optional<std::int64_t> port) const override {
-        const std::lock_guard lock(mutex_);
-        const auto& tables = moments_.emplace_back(std::make_unique<FakeProcessTables>());
-        for (const auto& [number, program] : programs_) {
-            tables->table.push_back({number, 0, {}, *program.realUid});
-            tables->processes.push_back(program);
-        }
-        if (isSilent)
-            tables->silentFamilies = {AddressFamily::ipv4, AddressFamily::ipv6};
-        snapshotsTaken.release();
-        return tables->beginSnapshot(port);
-    }
-
-  private:
-    mutable std::mutex mutex_;
-    std::map<std::uint16_t, FakeProcess> programs_;
-    mutable std::vector<std::unique_ptr<FakeProcessTables>> moments_;
-};
-
-class PortMonitorTest : public testing::Test, protected SampleAlerts<ChangingTables> {
+class PortMonitorTest : public testing::Test, protected SampleAlerts<SteeredTables> {
   protected:
     PortMonitorTest() { pinner.others = FakePinnedState(); }
 
     using Strings = std::vector<std::string>;
 
+    // Each program has a port of its own, whose number it is known by.
+    void listen(std::uint16_t port, const std::string& program, UserId user = currentUserId()) {
+        tables.end(port);
+        tables.addListener(port, port, user, "/bin/" + program);
+    }
     static OccupiedPort published(std::int64_t port, const std::string& name,
                                   UserId user = currentUserId()) {
         return {port, "TCP4", name, name, 7, std::to_string(user), "/bin/" + name};
@@ -92,23 +61,23 @@ class PortMonitorTest : public testing::Test, protected SampleAlerts<ChangingTab
 constexpr UserId kSomebodyElse = 4'000'000;
 
 TEST_F(PortMonitorTest, AnnouncesWhatThePollBeforeDidNotFind) {
-    tables.listen(5173, "old-server");
+    listen(5173, "old-server");
     monitor->start(settings);
     EXPECT_THAT(poll(), IsEmpty());
-    tables.listen(5174, "newServer");
-    tables.listen(631, "cupsd", kSomebodyElse);
+    listen(5174, "newServer");
+    listen(631, "cupsd", kSomebodyElse);
     EXPECT_THAT(poll(), ElementsAre("Port 5174 is now occupied"));
     EXPECT_THAT(poll(), IsEmpty());
-    tables.listen(5174, "another-owner");
+    listen(5174, "another-owner");
     EXPECT_THAT(poll(), IsEmpty());
-    tables.close(5174);
+    tables.end(5174);
     EXPECT_THAT(poll(), IsEmpty());
 
     // Entries of somebody else don't stand before one's own, nor the second before the first.
-    tables.listen(3000, "node");
+    listen(3000, "node");
     cache.replace({published(4000, "other", kSomebodyElse), published(4000, "first"),
                    published(4000, "second"), published(4001, "other", kSomebodyElse)});
-    tables.listen(5174, "newServer");
+    listen(5174, "newServer");
     EXPECT_THAT(poll(), ElementsAre("Port 3000 is now occupied", "Port 4000 is now occupied",
                                     "Port 5174 is now occupied"));
     EXPECT_THAT(logged(),
@@ -126,10 +95,10 @@ TEST_F(PortMonitorTest, KeepsToTheIgnoreListsOfTheLatestSettings) {
     monitor->start(settings);
     monitor->start(latest);
     EXPECT_THAT(poll(), IsEmpty());
-    tables.listen(11, "postgres-server");
-    tables.listen(12, "docker");
-    tables.listen(13, "node");
-    tables.listen(5174, "other");
+    listen(11, "postgres-server");
+    listen(12, "docker");
+    listen(13, "node");
+    listen(5174, "other");
     EXPECT_THAT(poll(), ElementsAre("Port 13 is now occupied"));
     EXPECT_THAT(logged(), ElementsAre(testing::_, testing::HasSubstr("port=13 ")));
 }
@@ -141,7 +110,7 @@ TEST_F(PortMonitorTest, TellsOfOwnersThatAreThereAndOffersToEndWhoMayBeEnded) {
     pinner.set(12, {.ports = {12}, .isServiceManager = true});
     pinner.set(13, {.startTime = 99, .ports = {13}});
     for (std::uint16_t port = 11; port <= 13; ++port)
-        tables.listen(port, "server");
+        listen(port, "server");
     QCoro::waitFor(monitor->checkForNewListeners());
     ASSERT_EQ(center.requests.size(), 2U);
     EXPECT_TRUE(center.requests[0].content.body.contains(u"(PID 12)"));
@@ -154,8 +123,8 @@ TEST_F(PortMonitorTest, PollsUntilItIsStopped) {
     monitor = std::make_unique<PortMonitor>(inventory, *alerts, log, 0ms);
     monitor->start(settings);
     EXPECT_TRUE(monitor->isRunning());
-    ASSERT_TRUE(QTest::qWaitFor([this] { return tables.snapshotsTaken.available() > 2; }));
-    tables.listen(5174, "new");
+    ASSERT_TRUE(QTest::qWaitFor([this] { return tables.lookups({}) > 2; }));
+    listen(5174, "new");
     ASSERT_TRUE(QTest::qWaitFor([this] { return !center.requests.empty(); }));
     monitor->stop();
     monitor->start(settings);
@@ -164,7 +133,7 @@ TEST_F(PortMonitorTest, PollsUntilItIsStopped) {
     // Time for polls, if there were any: to take a baseline, and to find something new.
     EXPECT_EQ(announced().size(), 1U);
     for (std::uint16_t port = 6000; port < 6040; ++port) {
-        tables.listen(port, "while-stopped");
+        listen(port, "while-stopped");
         inventory.pollPortsOfCurrentUser().waitForFinished();
         QCoreApplication::processEvents();
     }
@@ -174,21 +143,21 @@ TEST_F(PortMonitorTest, PollsUntilItIsStopped) {
 TEST_F(PortMonitorTest, PollsUnderWayCountForNothingOnceStopped) {
     const auto startAndScan = [this] {
         monitor->start(settings);
-        return tables.snapshotsTaken.tryAcquire(1, 10s);
+        return tables.snapshotsTaken.try_acquire_for(10s);
     };
     ASSERT_TRUE(startAndScan());
     monitor->stop();
-    tables.listen(1, "while-stopped");
+    listen(1, "while-stopped");
     EXPECT_THAT(poll(), IsEmpty());
     tables.snapshotsTaken.acquire();
     monitor->stop();
 
     ASSERT_TRUE(startAndScan());
     monitor->stop();
-    tables.listen(2, "while-stopped");
+    listen(2, "while-stopped");
     ASSERT_TRUE(startAndScan());
     EXPECT_THAT(poll(), IsEmpty());
-    tables.listen(3, "new");
+    listen(3, "new");
     EXPECT_THAT(poll(), ElementsAre("Port 3 is now occupied"));
 
     const QCoro::Task<> open = monitor->checkForNewListeners();
@@ -210,10 +179,10 @@ TEST_F(PortMonitorTest, PollsFindTheSameOwnPortsAsAFullList) {
         return first;
     };
     for (int round = 0; round < 60; ++round) {
-        tables.close(3);
-        tables.close(4);
+        tables.end(3);
+        tables.end(4);
         if (round % 2 == 0)
-            tables.listen(static_cast<std::uint16_t>(3 + below(2)), "listening", anybody());
+            listen(static_cast<std::uint16_t>(3 + below(2)), "listening", anybody());
         tables.isSilent = below(2) == 0;
         inUse = {below(8)};
         std::vector<OccupiedPort> list;

@@ -75,13 +75,13 @@ TEST_F(ContentViewModelTest, FreePortsAndNumbersThatAreNoPort) {
 }
 
 TEST_F(ContentViewModelTest, OvertakenAnswersAreDropped) {
-    fixture->tables.closeGate(8080);
+    fixture->tables.holdNext(8080);
     model.setPortInput(u"8080"_s);
     model.performCheck();
     ASSERT_TRUE(waitFor([this] { return fixture->tables.lookups(8080) == 1; }));
     ASSERT_TRUE(check(u"81"_s));
     QSignalSpy focus(&model, &ContentViewModel::resultsFocusRequested);
-    fixture->tables.openGate(8080);
+    fixture->tables.letGo();
     model.setPortInput(u"8080"_s); // whose answer comes after the overtaken one
     model.performCheck();
     ASSERT_TRUE(waitFor([&] { return !focus.empty(); }));
@@ -183,15 +183,15 @@ TEST_F(ContentViewModelTest, SidebarFollowsThePublishedListAndCorrectsPaths) {
 }
 
 TEST_F(ContentViewModelTest, SidebarKeepsTheNewestOfTwoLists) {
-    fixture->tables.holdNextList();
+    fixture->tables.holdNext();
     model.loadOccupiedPorts();
-    ASSERT_TRUE(waitFor([this] { return fixture->tables.isListHeld(); }));
+    ASSERT_TRUE(waitFor([this] { return fixture->tables.isHolding(); }));
     fixture->tables.addListener(5000, 50, currentUserId(), "/bin/newer");
     model.loadOccupiedPorts();
     ASSERT_TRUE(waitFor([this] { return !model.isLoadingSidebar(); })) << "the newest ends it";
     EXPECT_GE(model.sidebar()->rowOfPort(5000), 0);
     QSignalSpy removals(model.sidebar(), &QAbstractItemModel::rowsRemoved);
-    fixture->tables.letListGo();
+    fixture->tables.letGo();
     for (int later = 0; later < 5; ++later) { // time for what becomes of the first
         model.loadOccupiedPorts();
         ASSERT_TRUE(waitFor([this] { return !model.isLoadingSidebar(); }));
@@ -201,11 +201,11 @@ TEST_F(ContentViewModelTest, SidebarKeepsTheNewestOfTwoLists) {
 
 TEST_F(ContentViewModelTest, MayEndWhileQuestionsAreOpen) {
     auto gated = std::make_unique<MainWindowFixture>();
-    gated->tables.closeGate(8080);
+    gated->tables.holdNext(8080);
     gated->model.setPortInput(u"8080"_s);
     gated->model.performCheck();
     gated->model.loadOccupiedPorts();
-    gated->tables.openGate(8080);
+    gated->tables.letGo();
     gated.reset();
     QTest::qWait(0);
 }
