@@ -4,24 +4,29 @@
 #include "monitoring/published_ports.h"
 #include "shell/intents/check_port_intent.h"
 
-#include <QFutureWatcher>
+#include <QCoroFuture>
+#include <QPointer>
 
 #include <utility>
 
 namespace zenlot {
+namespace {
+
+QCoro::Task<> handOver(QFuture<QStringList> answer, QPointer<QObject> context,
+                       PortAnswers::Receiver receiver) {
+    const QStringList dialogs = co_await answer;
+    if (context)
+        receiver(dialogs);
+}
+
+} // namespace
 
 PortAnswers::PortAnswers(const PortScanner& scanner, SharedContainer container)
     : scanner_(scanner), container_(std::move(container)) {}
 
 void PortAnswers::answer(const QList<PortQuery>& queries, QObject* context, Receiver receiver) {
-    // A future's own continuation may not outlive its context.
-    auto* watcher = new QFutureWatcher<QStringList>(context);
-    QObject::connect(watcher, &QFutureWatcherBase::finished, context,
-                     [watcher, receiver = std::move(receiver)] {
-                         watcher->deleteLater();
-                         receiver(watcher->result());
-                     });
-    watcher->setFuture(workers_.run([this, queries] { return dialogsFor(queries); }));
+    handOver(workers_.run([this, queries] { return dialogsFor(queries); }), context,
+             std::move(receiver));
 }
 
 QStringList PortAnswers::dialogsFor(const QList<PortQuery>& queries) const {

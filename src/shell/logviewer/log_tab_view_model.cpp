@@ -1,13 +1,13 @@
 #include "shell/logviewer/log_tab_view_model.h"
 
 #include <QClipboard>
-#include <QFutureWatcher>
+#include <QCoroFuture>
 #include <QGuiApplication>
+#include <QPointer>
 
 #include <memory>
 #include <system_error>
 #include <thread>
-#include <type_traits>
 #include <utility>
 
 namespace zenlot {
@@ -67,16 +67,12 @@ void LogTabViewModel::disappear() {
 }
 
 template <typename Work, typename Apply>
-void LogTabViewModel::runOnWorker(Work work, Apply apply) {
-    using Result = std::invoke_result_t<Work>;
-    // A future's own continuation may not outlive its context.
-    auto* watcher = new QFutureWatcher<Result>(this);
-    connect(watcher, &QFutureWatcherBase::finished, this,
-            [watcher, apply = std::move(apply)]() mutable {
-                watcher->deleteLater();
-                apply(watcher->result());
-            });
-    watcher->setFuture(worker_.run(std::move(work)));
+QCoro::Task<> LogTabViewModel::runOnWorker(Work work, Apply apply) {
+    const QPointer<LogTabViewModel> self(this);
+    const auto working = worker_.run(std::move(work));
+    const auto result = co_await working;
+    if (self)
+        apply(result);
 }
 
 void LogTabViewModel::reloadLog() {

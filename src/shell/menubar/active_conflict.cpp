@@ -2,7 +2,7 @@
 
 #include "monitoring/ignore_entries.h"
 
-#include <QFutureWatcher>
+#include <QCoroFuture>
 
 namespace zenlot {
 
@@ -24,17 +24,15 @@ void ActiveConflict::become(const std::optional<Conflict>& conflict) {
 }
 
 // A conflict that came while the kill was under way stays.
-void ActiveConflict::killHolder() {
+QCoro::Task<> ActiveConflict::killHolder() {
     if (!current_ || current_->obstacle != ForceQuitObstacle::none)
-        return;
-    // A future's own continuation may not outlive its context.
-    auto* answer = new QFutureWatcher<bool>(this);
-    connect(answer, &QFutureWatcherBase::finished, this, [this, answer, conflict = *current_] {
-        answer->deleteLater();
-        if (current_ == conflict)
-            clear();
-    });
-    answer->setFuture(inventory_.forceQuitProcess({current_->holder, current_->port}));
+        co_return;
+    const QPointer<ActiveConflict> self(this);
+    const Conflict conflict = *current_;
+    const QFuture<bool> kill = inventory_.forceQuitProcess({conflict.holder, conflict.port});
+    co_await kill;
+    if (self && current_ == conflict)
+        clear();
 }
 
 void ActiveConflict::ignorePort() {

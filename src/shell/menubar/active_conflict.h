@@ -8,6 +8,9 @@
 #include "monitoring/port_inventory.h"
 #include "settings/app_settings.h"
 
+#ifndef Q_MOC_RUN // which can't read the coroutine headers
+#include <QCoroTask>
+#endif
 #include <QObject>
 #include <QPointer>
 
@@ -29,7 +32,7 @@ class ActiveConflict final : public QObject {
     const std::optional<Conflict>& current() const { return current_; }
 
     // Only a holder to whose end there is no obstacle.
-    void killHolder();
+    QCoro::Task<> killHolder();
     void ignorePort();
     void ignoreProcess();
     void clear();

@@ -115,7 +115,7 @@ QList<StatusMenuEntry> AppDelegate::buildMenu() {
 
 void AppDelegate::appendConflict(QList<StatusMenuEntry>& entries, const Conflict& conflict) {
     // A menu may still be open when the next conflict has come.
-    const auto concerning = [this, conflict](void (ActiveConflict::*action)()) {
+    const auto concerning = [this, conflict](auto action) {
         return [this, conflict, action] {
             if (conflict_.current() == conflict)
                 (conflict_.*action)();
