@@ -17,10 +17,10 @@
 
 namespace zenlot {
 
-template <typename Tables = FakeProcessTables>
+template <typename Tables = FakeProcessTables, typename Pinner = FakeProcessPinner>
 struct SampleInventory {
     Tables tables;
-    FakeProcessPinner pinner;
+    Pinner pinner;
     std::set<std::int64_t> inUse; // what binding finds
     SharedPortCache cache;
     PortScanner scanner{tables,
@@ -28,8 +28,8 @@ struct SampleInventory {
     PortInventory inventory{scanner, cache, pinner};
 };
 
-template <typename Tables = FakeProcessTables>
-struct SampleAlerts : SampleInventory<Tables>, SampleUser {
+template <typename Tables = FakeProcessTables, typename Pinner = FakeProcessPinner>
+struct SampleAlerts : SampleInventory<Tables, Pinner>, SampleUser {
     // What was logged since the last call, without times and tags.
     std::vector<std::string> logged() const {
         std::istringstream text(folder.read("app.log"));

@@ -1,5 +1,5 @@
 // From each place where a process may be ended, with real processes: the one that was shown is, and
-// neither one that got its id since nor the manager of the user's services.
+// one that got its id since is not.
 #include "inventory/linux/linux_process_pinner.h"
 #include "inventory/linux/linux_process_tables.h"
 #include "platform/fake_application_windows.h"
@@ -17,8 +17,6 @@
 #include <QCoroTask>
 #include <QTest>
 #include <gtest/gtest.h>
-
-#include <fstream>
 
 namespace zenlot {
 namespace {
@@ -40,11 +38,11 @@ Server startServer() {
 
 // Everything that ends processes, over the machine as it is. Nobody is told of their ends, so that
 // what was shown stays. The end of the object waits for what it was asked to do.
-class Program : SampleUser {
+class Program : SampleAlerts<LinuxProcessTables, LinuxProcessPinner> {
   public:
     Program() {
         delegate.configure(settings, appModel);
-        QCoro::waitFor(alerts.configure(settings));
+        QCoro::waitFor(alerts->configure(settings));
     }
 
     // Shows whoever listens on the port: in the window with the question about it, in an alert and
@@ -58,7 +56,7 @@ class Program : SampleUser {
         if (!model.hasSelection())
             return false;
         const PortProcess& row = *model.selectedProcess();
-        alerts.notifyConflict(port, u"node"_s, {row.target().process, row.obstacle});
+        alerts->notifyConflict(port, u"node"_s, {row.target().process, row.obstacle});
         Q_EMIT notifications.conflictDetected(
             {port, row.target().process, u"node"_s, u"node"_s, row.obstacle});
         const bool isInAlert = center.requests.back().content.actions.size() == 3;
@@ -83,17 +81,6 @@ class Program : SampleUser {
         return nullptr;
     }
 
-    TemporaryFolder folder;
-    AppLog log{QString::fromStdString((folder.path() / "log").string())};
-    LinuxProcessTables tables;
-    LinuxProcessPinner pinner;
-    SharedPortCache cache;
-    PortScanner scanner{tables};
-    PortInventory inventory{scanner, cache, pinner};
-    NotificationCenter notifications;
-    FakeProcessEndWatch processEnds;
-    FakeUserNotificationCenter center;
-    PortNotificationManager alerts{center, inventory, processEnds, notifications, log};
     FakeStatusBar bar;
     FakeGlobalShortcut shortcut;
     FakeApplicationWindows windows;
