@@ -66,8 +66,7 @@ bool run(std::chrono::seconds duration) {
     const LinuxProcessPinner pinner;
     const SharedPortCache nothingPublished;
     const PortScanner scanner(tables, isPortInUse, availableProcessors());
-    const PortLookup lookup(scanner, nothingPublished);
-    PortInventory inventory(scanner, lookup, nothingPublished, pinner);
+    PortInventory inventory(scanner, nothingPublished, pinner);
 
     SharedPorts last;
     const auto poll = [&inventory, &last] {

@@ -60,11 +60,16 @@ endfunction()
 #
 # One static library per room, named after its folder: inventory/linux is zenlot_inventory_linux. A
 # room without sources holds interfaces only.
-# What a room links is also what it may include; tests/architecture holds the plan of the house and
-# compares it with what is recorded here.
+# What a room links is also what it may include. It must have been made by then, so a room links only
+# rooms below it; tests/architecture draws the picture of the house from what is recorded here.
 function(zenlot_room folder)
     cmake_parse_arguments(ROOM "" "" "SOURCES;LINKS;PRIVATE_LINKS" ${ARGN})
     string(REPLACE "/" "_" target "zenlot_${folder}")
+    foreach(link ${ROOM_LINKS} ${ROOM_PRIVATE_LINKS})
+        if(link MATCHES "^zenlot_" AND NOT TARGET ${link})
+            message(FATAL_ERROR "${folder} links ${link}, which is no room below it")
+        endif()
+    endforeach()
     if(ROOM_SOURCES)
         add_library(${target} STATIC ${ROOM_SOURCES})
         target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR}/src)

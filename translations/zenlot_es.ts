@@ -294,6 +294,13 @@
     </message>
 </context>
 <context>
+    <name>OnboardingWindow</name>
+    <message>
+        <source>Welcome to Zenlot</source>
+        <translation>Te damos la bienvenida a Zenlot</translation>
+    </message>
+</context>
+<context>
     <name>PortContextMenu</name>
     <message>
         <source>Copy Port</source>
@@ -549,10 +556,6 @@
         <source>Clear Conflict Indicator</source>
         <translation>Borrar el indicador de conflicto</translation>
     </message>
-    <message>
-        <source>Welcome to Zenlot</source>
-        <translation>Te damos la bienvenida a Zenlot</translation>
-    </message>
 </context>
 <context>
     <name>zenlot::BackgroundItemsViewModel</name>
@@ -673,10 +676,6 @@
     <message>
         <source>%1 (PID %2) started listening on port %3</source>
         <translation>%1 (PID %2) ha empezado a escuchar en el puerto %3</translation>
-    </message>
-    <message>
-        <source>Port %1</source>
-        <translation>Puerto %1</translation>
     </message>
 </context>
 <context>

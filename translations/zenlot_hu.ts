@@ -294,6 +294,13 @@
     </message>
 </context>
 <context>
+    <name>OnboardingWindow</name>
+    <message>
+        <source>Welcome to Zenlot</source>
+        <translation>Üdvözli a Zenlot</translation>
+    </message>
+</context>
+<context>
     <name>PortContextMenu</name>
     <message>
         <source>Copy Port</source>
@@ -549,10 +556,6 @@
         <source>Clear Conflict Indicator</source>
         <translation>Ütközésjelzés törlése</translation>
     </message>
-    <message>
-        <source>Welcome to Zenlot</source>
-        <translation>Üdvözli a Zenlot</translation>
-    </message>
 </context>
 <context>
     <name>zenlot::BackgroundItemsViewModel</name>
@@ -673,10 +676,6 @@
     <message>
         <source>%1 (PID %2) started listening on port %3</source>
         <translation>%1 (PID %2) figyelni kezdett a(z) %3. porton</translation>
-    </message>
-    <message>
-        <source>Port %1</source>
-        <translation>%1. port</translation>
     </message>
 </context>
 <context>

@@ -294,6 +294,13 @@
     </message>
 </context>
 <context>
+    <name>OnboardingWindow</name>
+    <message>
+        <source>Welcome to Zenlot</source>
+        <translation>欢迎使用 Zenlot</translation>
+    </message>
+</context>
+<context>
     <name>PortContextMenu</name>
     <message>
         <source>Copy Port</source>
@@ -549,10 +556,6 @@
         <source>Clear Conflict Indicator</source>
         <translation>清除冲突提示</translation>
     </message>
-    <message>
-        <source>Welcome to Zenlot</source>
-        <translation>欢迎使用 Zenlot</translation>
-    </message>
 </context>
 <context>
     <name>zenlot::BackgroundItemsViewModel</name>
@@ -673,10 +676,6 @@
     <message>
         <source>%1 (PID %2) started listening on port %3</source>
         <translation>%1 (PID %2) 开始监听端口 %3</translation>
-    </message>
-    <message>
-        <source>Port %1</source>
-        <translation>端口 %1</translation>
     </message>
 </context>
 <context>

@@ -1,39 +1,39 @@
 #include "automation/port_answers.h"
 
 #include "inventory/port_lookup.h"
-#include "inventory/shared_port_cache.h"
 #include "monitoring/published_ports.h"
 #include "shell/intents/check_port_intent.h"
 
-#include <QFutureWatcher>
+#include <QCoroFuture>
+#include <QPointer>
 
-#include <optional>
 #include <utility>
 
 namespace zenlot {
+namespace {
+
+QCoro::Task<> handOver(QFuture<QStringList> answer, QPointer<QObject> context,
+                       PortAnswers::Receiver receiver) {
+    const QStringList dialogs = co_await answer;
+    if (context)
+        receiver(dialogs);
+}
+
+} // namespace
 
 PortAnswers::PortAnswers(const PortScanner& scanner, SharedContainer container)
     : scanner_(scanner), container_(std::move(container)) {}
 
 void PortAnswers::answer(const QList<PortQuery>& queries, QObject* context, Receiver receiver) {
-    // A future's own continuation may not outlive its context.
-    auto* watcher = new QFutureWatcher<QStringList>(context);
-    QObject::connect(watcher, &QFutureWatcherBase::finished, context,
-                     [watcher, receiver = std::move(receiver)] {
-                         watcher->deleteLater();
-                         receiver(watcher->result());
-                     });
-    watcher->setFuture(workers_.run([this, queries] { return dialogsFor(queries); }));
+    handOver(workers_.run([this, queries] { return dialogsFor(queries); }), context,
+             std::move(receiver));
 }
 
 QStringList PortAnswers::dialogsFor(const QList<PortQuery>& queries) const {
-    SharedPortCache published;
-    if (auto ports = readPublishedPorts(container_))
-        published.replace(*std::move(ports));
-    const PortLookup lookup(scanner_, published);
+    const auto published = readPublishedPorts(container_).value_or(std::vector<OccupiedPort>());
     QStringList dialogs;
     for (const PortQuery& query : queries)
-        dialogs.append(query.port ? CheckPortIntent{*query.port}.perform(lookup)
+        dialogs.append(query.port ? CheckPortIntent{*query.port}.perform(scanner_, published)
                                   : CheckPortIntent::valueRequestDialog());
     return dialogs;
 }

@@ -3,12 +3,14 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 constexpr QLatin1StringView kRequest{"request"};
 
 } // namespace
 
 QString resultIdentifier(const PortQuery& query) {
-    return query.port ? QStringLiteral(":%1").arg(*query.port) : kRequest;
+    return query.port ? u":%1"_s.arg(*query.port) : kRequest;
 }
 
 std::optional<PortQuery> queryOfResult(const QString& identifier) {

@@ -48,10 +48,8 @@ class Runner {
     }
 
     ExitStatus operator()(const CheckCommand& command) const {
-        const SharedPortCache nothingPublished;
-        const PortLookup lookup(scanner_, nothingPublished);
         return print(
-            terminalText(checkPortAnswer(command.port, lookup.processesOnPort(command.port))) +
+            terminalText(checkPortAnswer(command.port, processesOnPort(scanner_, command.port))) +
             "\n");
     }
 

@@ -6,14 +6,12 @@
 
 namespace zenlot {
 
-PortLookup::PortLookup(const PortScanner& scanner, const SharedPortCache& sharedPortCache)
-    : scanner_(scanner), sharedPortCache_(sharedPortCache) {}
-
-std::vector<PortProcess> PortLookup::processesOnPort(std::int64_t port) const {
-    std::vector<OccupiedPort> fresh = scanner_.scanListeningSockets(port);
+std::vector<PortProcess> processesOnPort(const PortScanner& scanner, std::int64_t port,
+                                         const std::vector<OccupiedPort>& published) {
+    std::vector<OccupiedPort> fresh = scanner.scanListeningSockets(port);
     std::vector<PortProcess> processes;
-    for (const OccupiedPort& record : mergeWithCache(std::move(fresh), sharedPortCache_.copy())) {
-        // The cache holds every port.
+    for (const OccupiedPort& record : mergeWithCache(std::move(fresh), published)) {
+        // Every port was published.
         if (record.port == port)
             processes.push_back(PortProcess::fromOccupiedPort(record));
     }

@@ -3,7 +3,6 @@
 
 #include "inventory/port_process.h"
 #include "inventory/port_scanner.h"
-#include "inventory/shared_port_cache.h"
 
 #include <cstdint>
 #include <string>
@@ -11,19 +10,10 @@
 
 namespace zenlot {
 
-class PortLookup {
-  public:
-    // Both must outlive the lookup.
-    PortLookup(const PortScanner& scanner, const SharedPortCache& sharedPortCache);
-
-    // The processes that hold the port, from a fresh scan and what the background monitor last
-    // published; empty when nobody does. Never fails. Blocks for the length of a scan.
-    std::vector<PortProcess> processesOnPort(std::int64_t port) const;
-
-  private:
-    const PortScanner& scanner_;
-    const SharedPortCache& sharedPortCache_;
-};
+// The processes that hold the port, from a fresh scan and what the background monitor last
+// published; empty when nobody does. Never fails. Blocks for the length of a scan.
+std::vector<PortProcess> processesOnPort(const PortScanner& scanner, std::int64_t port,
+                                         const std::vector<OccupiedPort>& published = {});
 
 // The one sentence that answers "what is using this port?". `processes` is what processesOnPort
 // returned; a port outside 1 to 65535 gets a request for a valid one.

@@ -7,8 +7,10 @@
 namespace zenlot {
 namespace {
 
-const QString kFolder = QStringLiteral(":/zenlot/translations");
-const QString kPrefix = QStringLiteral("zenlot_");
+using namespace Qt::StringLiterals;
+
+const QString kFolder = u":/zenlot/translations"_s;
+const QString kPrefix = u"zenlot_"_s;
 
 bool isWrittenAlike(const QLocale& one, const QLocale& other) {
     return one.language() == other.language() && one.script() == other.script();
@@ -32,8 +34,8 @@ QString tableFor(const QStringList& languages) {
 Translation::Translation(const QStringList& languages) : table_(tableFor(languages)) {
     // The few words that Qt itself shows, as in the menu of a text field. Not every system has
     // them.
-    if (!table_.isEmpty() && toolkit_.load(QStringLiteral("qtbase_") + table_,
-                                           QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+    if (!table_.isEmpty() &&
+        toolkit_.load(u"qtbase_"_s + table_, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QCoreApplication::installTranslator(&toolkit_);
     if (!table_.isEmpty() && texts_.load(kPrefix + table_, kFolder))
         QCoreApplication::installTranslator(&texts_);

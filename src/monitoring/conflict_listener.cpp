@@ -19,6 +19,7 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 // How long conflicts are delivered without a turn of the event loop.
@@ -42,7 +43,7 @@ std::optional<std::int64_t> parseLastPiece(const QString& text, QChar separator)
 
 // Finds digits of every script, so that a number which isn't ASCII hides none that follows it.
 QRegularExpression numberAfter(const QString& word) {
-    return QRegularExpression(word + QStringLiteral("\\s+(\\d+)"),
+    return QRegularExpression(word + u"\\s+(\\d+)"_s,
                               QRegularExpression::UseUnicodePropertiesOption);
 }
 
@@ -51,11 +52,11 @@ std::optional<std::int64_t> findNumber(const QRegularExpression& pattern, const 
 }
 
 QString announcedName(const QString& line) {
-    const QString before = QStringLiteral(", ");
+    const QString before = u", "_s;
     const qsizetype comma = line.indexOf(before);
     const qsizetype start = comma + before.size();
-    const qsizetype end = line.indexOf(QStringLiteral(" (pid "));
-    return comma >= 0 && end >= start ? line.mid(start, end - start) : QStringLiteral("Process");
+    const qsizetype end = line.indexOf(u" (pid "_s);
+    return comma >= 0 && end >= start ? line.mid(start, end - start) : u"Process"_s;
 }
 
 QString boundedText(const std::string& name) {
@@ -101,7 +102,7 @@ void ConflictListener::start(AppSettings& settings) {
         return;
     startedAt_ = with_.clock();
     isStarted_ = true;
-    log(QStringLiteral("conflict listener started"));
+    log(u"conflict listener started"_s);
     observe(kConflictsUpdatedBroadcast, BroadcastCenter::Meaning::readAnew, pauses_.afterList);
     for (const std::int64_t port : watchedConflictPorts)
         observe(conflictBroadcast(port), BroadcastCenter::Meaning::event, pauses_.afterPort);
@@ -114,7 +115,8 @@ void ConflictListener::observe(const QString& name, BroadcastCenter::Meaning mea
     timer.setSingleShot(true);
     timer.setInterval(pause);
     connect(&timer, &QTimer::timeout, this, [this, name] { finishPause(name); });
-    with_.broadcasts.observe(name, meaning, this, [this](const QString& heard) { hear(heard); });
+    with_.broadcasts.observe(name, meaning, this,
+                             [this](const QString& heard) { handleBroadcast(heard); });
 }
 
 bool ConflictListener::isSwitchedOn() const {
@@ -133,10 +135,10 @@ QCoro::Task<> ConflictListener::poll() {
         pauseBetweenPolls_.start(pauses_.betweenPolls);
 }
 
-void ConflictListener::hear(const QString& name) {
+void ConflictListener::handleBroadcast(const QString& name) {
     Burst& burst = bursts_[name];
     if (std::exchange(burst.isOn, true))
-        burst.isMoreHeard = true;
+        burst.isMorePending = true;
     else
         answer(name, Turn::firstOfBurst);
 }
@@ -156,7 +158,7 @@ QCoro::Task<> ConflictListener::answer(QString name, Turn turn) {
 
 void ConflictListener::finishPause(const QString& name) {
     Burst& burst = bursts_[name];
-    if (std::exchange(burst.isMoreHeard, false))
+    if (std::exchange(burst.isMorePending, false))
         answer(name, Turn::laterInBurst);
     else
         burst.isOn = false;
@@ -194,11 +196,11 @@ bool ConflictListener::isFresh(const ConflictRecord& record) const {
 }
 
 void ConflictListener::logRecordState(std::size_t count, std::size_t fresh) {
-    const QString state = QStringLiteral("%1:%2").arg(count).arg(fresh);
+    const QString state = u"%1:%2"_s.arg(count).arg(fresh);
     if (fresh == 0 && state == lastLoggedConflictRecordState_)
         return;
     lastLoggedConflictRecordState_ = state;
-    log(QStringLiteral("conflict records loaded count=%1 fresh=%2").arg(count).arg(fresh));
+    log(u"conflict records loaded count=%1 fresh=%2"_s.arg(count).arg(fresh));
 }
 
 QCoro::Task<> ConflictListener::handleLegacyConflict(std::int64_t port) {
@@ -208,13 +210,13 @@ QCoro::Task<> ConflictListener::handleLegacyConflict(std::int64_t port) {
 QCoro::Task<> ConflictListener::handleConflict(std::int64_t port, Turn turn) {
     if (!settings_)
         co_return;
-    const QString ignored = QStringLiteral("legacy conflict ignored port=%1: ").arg(port);
+    const QString ignored = u"legacy conflict ignored port=%1: "_s.arg(port);
     if (!settings_->conflictMonitoringEnabled()) {
-        log(ignored + QStringLiteral("setting disabled"));
+        log(ignored + u"setting disabled"_s);
         co_return;
     }
     if (settings_->conflictIgnoredPorts().contains(port)) {
-        log(ignored + QStringLiteral("ignored port"));
+        log(ignored + u"ignored port"_s);
         co_return;
     }
     const QPointer<ConflictListener> self(this);
@@ -227,13 +229,13 @@ QCoro::Task<> ConflictListener::handleConflict(std::int64_t port, Turn turn) {
     if (!self)
         co_return;
     if (record && isFresh(*record)) {
-        log(QStringLiteral("legacy conflict record found port=%1").arg(port));
+        log(u"legacy conflict record found port=%1"_s.arg(port));
         QCoro::Task<> delivery = deliver(*record);
         co_await delivery;
         co_return;
     }
     if (record)
-        log(QStringLiteral("legacy conflict record ignored port=%1: stale").arg(port));
+        log(u"legacy conflict record ignored port=%1: stale"_s.arg(port));
     if (turn == Turn::laterInBurst)
         co_return;
     const QFuture<std::vector<PortProcess>> lookup = with_.inventory.processesOnPort(port);
@@ -241,7 +243,7 @@ QCoro::Task<> ConflictListener::handleConflict(std::int64_t port, Turn turn) {
     if (!self)
         co_return;
     if (holders.empty()) {
-        log(ignored + QStringLiteral("no process found"));
+        log(ignored + u"no process found"_s);
         co_return;
     }
     const PortProcess& holder = holders.front();
@@ -271,7 +273,7 @@ QCoro::Task<> ConflictListener::readMonitorLog() {
     if (!self)
         co_return;
     if (beginning.error)
-        log(QStringLiteral("legacy daemon log polling failed: ") + *beginning.error);
+        log(u"legacy daemon log polling failed: "_s + *beginning.error);
     bool isMoreExpected = beginning.isPieceFound;
     while (isMoreExpected) {
         const QFuture<std::vector<ConflictRecord>> next =
@@ -307,8 +309,8 @@ std::vector<ConflictRecord> ConflictListener::readAnnouncements() {
 std::optional<ConflictRecord> ConflictListener::parseLegacyLogLine(const QString& line) const {
     if (!line.contains(kConflictAnnouncement))
         return std::nullopt;
-    static const QRegularExpression portPattern = numberAfter(QStringLiteral("port"));
-    static const QRegularExpression pidPattern = numberAfter(QStringLiteral("pid"));
+    static const QRegularExpression portPattern = numberAfter(u"port"_s);
+    static const QRegularExpression pidPattern = numberAfter(u"pid"_s);
     const std::optional<std::int64_t> port = findNumber(portPattern, line);
     if (!port)
         return std::nullopt;
@@ -341,9 +343,9 @@ QCoro::Task<> ConflictListener::deliverInSlices(std::span<const ConflictRecord> 
                 co_return;
             const ConflictRecord& record = next[index];
             if (channel == Channel::monitorLog)
-                log(QStringLiteral("legacy daemon log conflict port=%1 pid=%2 process=%3")
-                        .arg(QString::number(record.port), QString::number(record.pid),
-                             boundedText(record.processName)));
+                log(u"legacy daemon log conflict port=%1 pid=%2 process=%3"_s.arg(
+                    QString::number(record.port), QString::number(record.pid),
+                    boundedText(record.processName)));
             deliverSeen(record, holders[index], channel);
             if (!self)
                 co_return;
@@ -393,9 +395,9 @@ void ConflictListener::deliverSeen(const ConflictRecord& record, const ProcessSi
                                    Channel channel) {
     if (!settings_)
         return;
-    const QString ignored = QStringLiteral("conflict ignored port=%1: ").arg(record.port);
+    const QString ignored = u"conflict ignored port=%1: "_s.arg(record.port);
     if (settings_->conflictIgnoredPorts().contains(record.port)) {
-        log(ignored + QStringLiteral("ignored port"));
+        log(ignored + u"ignored port"_s);
         return;
     }
     if (!deliveredConflictKeys_.insert(deliveryKey(record)).second ||
@@ -405,29 +407,26 @@ void ConflictListener::deliverSeen(const ConflictRecord& record, const ProcessSi
     const QStringList ignoredApps = settings_->conflictIgnoredApps();
     const auto isIgnored = [&](const QString& app) { return matchesIgnoredName(processName, app); };
     if (std::any_of(ignoredApps.begin(), ignoredApps.end(), isIgnored)) {
-        log(ignored + QStringLiteral("ignored app ") + processName);
+        log(ignored + u"ignored app "_s + processName);
         return;
     }
     if (holder.obstacle == ForceQuitObstacle::gone) {
-        log(ignored + QStringLiteral("holder has ended"));
+        log(ignored + u"holder has ended"_s);
         return;
     }
     if (record.detectedAt && hasStartedAfter(holder, *record.detectedAt)) {
-        log(ignored + QStringLiteral("holder started later"));
+        log(ignored + u"holder started later"_s);
         return;
     }
-    log(QStringLiteral("conflict notifying port=%1 pid=%2 process=%3")
-            .arg(QString::number(record.port), QString::number(record.pid), processName));
+    log(u"conflict notifying port=%1 pid=%2 process=%3"_s.arg(
+        QString::number(record.port), QString::number(record.pid), processName));
     const QString displayName = boundedText(record.displayName);
-    UserInfo info{{kPortKey, record.port},
-                  {kPidKey, record.pid},
-                  {kObstacleKey, static_cast<std::int64_t>(holder.obstacle)},
-                  {kProcessNameKey, processName},
-                  {kDisplayNameKey, displayName}};
-    if (holder.process.startTime)
-        info.set(kStartTimeKey, *holder.process.startTime);
     const QPointer<ConflictListener> self(this);
-    with_.notifications.post(kConflictDetected, info);
+    Q_EMIT with_.notifications.conflictDetected({record.port,
+                                                 {record.pid, holder.process.startTime},
+                                                 processName,
+                                                 displayName,
+                                                 holder.obstacle});
     if (self)
         with_.alerts.notifyConflict(record.port, displayName, holder);
 }

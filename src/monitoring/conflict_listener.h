@@ -1,5 +1,5 @@
 // Takes in the conflicts that the background monitor detects, and tells the user and the rest of
-// the program about each of them once: by an alert and by kConflictDetected.
+// the program about each of them once: by an alert and by conflictDetected().
 //
 // There are three channels, see monitoring/shared_container.h and monitoring/broadcast_names.h: the
 // published list of conflicts, read on its broadcast and at every poll; the broadcasts for single
@@ -154,9 +154,9 @@ class ConflictListener final : public QObject {
 
     // Of broadcasts with one name.
     struct Burst {
-        bool isOn{false};        // until a pause in which none is heard
-        bool isMoreHeard{false}; // since the last answer began
-        QTimer pause;            // after an answer
+        bool isOn{false};          // until a pause in which none is heard
+        bool isMorePending{false}; // since the last answer began
+        QTimer pause;              // after an answer
     };
 
     bool isSwitchedOn() const;
@@ -164,7 +164,7 @@ class ConflictListener final : public QObject {
 
     void observe(const QString& name, BroadcastCenter::Meaning meaning,
                  std::chrono::milliseconds pause);
-    void hear(const QString& name);
+    void handleBroadcast(const QString& name);
     QCoro::Task<> answer(QString name, Turn turn);
     void finishPause(const QString& name);
 

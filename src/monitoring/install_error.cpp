@@ -4,6 +4,8 @@
 
 namespace zenlot {
 
+using namespace Qt::StringLiterals;
+
 InstallError InstallError::other(const QString& domain, qint64 code, const QString& message) {
     InstallError error;
     error.kind_ = Case::other;
@@ -24,7 +26,7 @@ QString InstallError::description() const {
             "Zenlot is blocked from running in the background. Open System Settings → General → "
             "Login Items & Extensions and turn Zenlot back on under \"Allow in the Background\", "
             "then click Re-check.");
-    return u'[' + domain_ + u' ' + QString::number(code_) + QStringLiteral("] ") + message_;
+    return u'[' + domain_ + u' ' + QString::number(code_) + u"] "_s + message_;
 }
 
 } // namespace zenlot

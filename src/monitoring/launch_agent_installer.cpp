@@ -5,8 +5,10 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 bool requiresApproval(const AppServiceError& error) {
-    return error.domain == QStringLiteral("SMAppServiceErrorDomain") && error.code == 1;
+    return error.domain == u"SMAppServiceErrorDomain"_s && error.code == 1;
 }
 
 } // namespace
@@ -18,15 +20,15 @@ QString LaunchAgentInstaller::statusText() const {
     const AppServiceStatus status = service_.status();
     switch (status) {
     case AppServiceStatus::notRegistered:
-        return QStringLiteral("notRegistered");
+        return u"notRegistered"_s;
     case AppServiceStatus::enabled:
-        return QStringLiteral("enabled");
+        return u"enabled"_s;
     case AppServiceStatus::requiresApproval:
-        return QStringLiteral("requiresApproval");
+        return u"requiresApproval"_s;
     case AppServiceStatus::notFound:
-        return QStringLiteral("notFound");
+        return u"notFound"_s;
     }
-    return QStringLiteral("unknown(%1)").arg(static_cast<int>(status));
+    return u"unknown(%1)"_s.arg(static_cast<int>(status));
 }
 
 bool LaunchAgentInstaller::isEnabled() const {
@@ -46,30 +48,29 @@ std::optional<InstallError> LaunchAgentInstaller::failure() const {
 std::optional<InstallError> LaunchAgentInstaller::install() {
     isBeingRefreshed_ = false;
     const AppServiceStatus before = service_.status();
-    log_.write(QStringLiteral("[Zenlot] SMAppService status before register: ") +
+    log_.write(u"[Zenlot] SMAppService status before register: "_s +
                QString::number(static_cast<int>(before)));
-    log_.write(QStringLiteral("[Zenlot] Bundle path: ") + bundlePath_);
+    log_.write(u"[Zenlot] Bundle path: "_s + bundlePath_);
     if (before == AppServiceStatus::requiresApproval) {
-        log_.write(QStringLiteral("[Zenlot] SMAppService status is .requiresApproval before "
-                                  "register — needs user approval"));
+        log_.write(u"[Zenlot] SMAppService status is .requiresApproval before "
+                   "register — needs user approval"_s);
         return InstallError::requiresApproval();
     }
 
     const std::optional<AppServiceError> error = service_.registerService();
     const AppServiceStatus after = service_.status();
-    const QString postStatus =
-        QStringLiteral("post-status=") + QString::number(static_cast<int>(after));
+    const QString postStatus = u"post-status="_s + QString::number(static_cast<int>(after));
     if (!error) {
-        log_.write(QStringLiteral("[Zenlot] SMAppService.register() succeeded, ") + postStatus);
+        log_.write(u"[Zenlot] SMAppService.register() succeeded, "_s + postStatus);
         if (after == AppServiceStatus::requiresApproval)
             return InstallError::requiresApproval();
         return std::nullopt;
     }
     // The services of this system give nothing beyond these three, so the dictionary of what
     // underlies an error is empty.
-    log_.write(QStringLiteral("[Zenlot] SMAppService.register() FAILED: domain=") + error->domain +
-               QStringLiteral(" code=") + QString::number(error->code) + QStringLiteral(" desc=") +
-               error->message + QStringLiteral(" underlying={} ") + postStatus);
+    log_.write(u"[Zenlot] SMAppService.register() FAILED: domain="_s + error->domain + u" code="_s +
+               QString::number(error->code) + u" desc="_s + error->message + u" underlying={} "_s +
+               postStatus);
     if (requiresApproval(*error))
         return InstallError::requiresApproval();
     return InstallError::other(error->domain, error->code, error->message);

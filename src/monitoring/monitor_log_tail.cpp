@@ -1,10 +1,8 @@
 #include "monitoring/monitor_log_tail.h"
 
-#include <QByteArrayView>
+#include "posix/regular_file.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
+#include <QByteArrayView>
 
 #include <algorithm>
 #include <utility>
@@ -91,17 +89,13 @@ std::vector<QString> MonitorLogTail::nextAnnouncements() {
 }
 
 std::unique_ptr<QFile> MonitorLogTail::openLog() const {
-    // Without O_NONBLOCK, opening a FIFO would wait for a writer.
-    const int descriptor = ::open(path_.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
-    if (descriptor < 0)
-        return nullptr;
+    std::optional<RegularFile> file = openRegularFile(path_.constData());
     auto log = std::make_unique<QFile>();
-    struct stat status {};
-    if (::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) &&
-        log->open(descriptor, QIODevice::ReadOnly | QIODevice::Unbuffered, QFile::AutoCloseHandle))
-        return log;
-    ::close(descriptor);
-    return nullptr;
+    if (!file || !log->open(file->descriptor.get(), QIODevice::ReadOnly | QIODevice::Unbuffered,
+                            QFile::AutoCloseHandle))
+        return nullptr;
+    file->descriptor.release();
+    return log;
 }
 
 bool MonitorLogTail::isPieceUtf8() {

@@ -25,11 +25,8 @@ void PortDataCache::start() {
     if (isStarted_)
         return;
     isStarted_ = true;
-    using enum BroadcastCenter::Meaning;
-    broadcasts_.observe(kPortsUpdatedBroadcast, readAnew, this,
+    broadcasts_.observe(kPortsUpdatedBroadcast, BroadcastCenter::Meaning::readAnew, this,
                         [this](const QString&) { loadPorts(); });
-    broadcasts_.observe(kConflictsUpdatedBroadcast, readAnew, this,
-                        [this](const QString&) { notifications_.post(kConflictsUpdated); });
     loadPorts();
 }
 
@@ -55,7 +52,7 @@ void PortDataCache::finishLoad() {
     if (!ports)
         return;
     sharedPortCache_.replace(*std::move(ports));
-    notifications_.post(kPortsUpdated); // whose handlers may destroy this object
+    Q_EMIT notifications_.portsUpdated(); // whose handlers may destroy this object
 }
 
 void PortDataCache::finishPause() {

@@ -1,5 +1,5 @@
 // Follows the list of ports that the background monitor publishes: loads it at the start and on
-// every signal into the shared cache, and tells the rest of the program by kPortsUpdated.
+// every signal into the shared cache, and tells the rest of the program by portsUpdated().
 //
 // Operations, handlers and posts belong to the main thread; files are read and decoded elsewhere.
 // A file that is missing or wrong changes nothing and says nothing; the cache keeps what it has.
@@ -40,8 +40,6 @@ class PortDataCache final : public QObject {
 
     // Follows the monitor from now on. Further calls do nothing.
     void start();
-
-    bool isStarted() const { return isStarted_; }
 
     // Loads the list once more. Only one load runs at a time and the next one begins a pause after
     // it, so that a burst of calls costs few loads; but the file is always read after the last

@@ -9,9 +9,9 @@
 
 namespace zenlot {
 
-PortInventory::PortInventory(const PortScanner& scanner, const PortLookup& lookup,
-                             const SharedPortCache& sharedPortCache, const ProcessPinner& processes)
-    : scanner_(scanner), lookup_(lookup), sharedPortCache_(sharedPortCache), processes_(processes),
+PortInventory::PortInventory(const PortScanner& scanner, const SharedPortCache& sharedPortCache,
+                             const ProcessPinner& processes)
+    : scanner_(scanner), sharedPortCache_(sharedPortCache), processes_(processes),
       repeatedScan_(scanner) {}
 
 QFuture<std::vector<OccupiedPort>> PortInventory::listMergedPorts() {
@@ -65,7 +65,8 @@ PortInventory::probePublishedPorts(const std::vector<OccupiedPort>& published,
 
 QFuture<std::vector<PortProcess>> PortInventory::processesOnPort(std::int64_t port) {
     return workers_.run([this, port] {
-        std::vector<PortProcess> rows = lookup_.processesOnPort(port);
+        std::vector<PortProcess> rows =
+            zenlot::processesOnPort(scanner_, port, *sharedPortCache_.list());
         for (PortProcess& row : rows) {
             const ProcessSighting seen = lookAtProcess(processes_, row.target());
             row.startTime = seen.process.startTime;

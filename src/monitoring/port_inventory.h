@@ -3,9 +3,9 @@
 //
 //     const std::vector<PortProcess> owners = co_await inventory.processesOnPort(8080);
 //
-// Nothing here fails; see PortScanner, PortLookup, lookAtProcess and forceQuitProcess for what the
-// answers mean.
-// The destructor waits for the questions that are still open, since they use the collaborators.
+// Nothing here fails; see PortScanner, processesOnPort, lookAtProcess and forceQuitProcess for what
+// the answers mean. The destructor waits for the questions that are still open, since they use the
+// collaborators.
 #pragma once
 
 #include "inventory/force_quit.h"
@@ -26,8 +26,8 @@ namespace zenlot {
 class PortInventory final {
   public:
     // The references must outlive the object.
-    PortInventory(const PortScanner& scanner, const PortLookup& lookup,
-                  const SharedPortCache& sharedPortCache, const ProcessPinner& processes);
+    PortInventory(const PortScanner& scanner, const SharedPortCache& sharedPortCache,
+                  const ProcessPinner& processes);
 
     // A fresh scan of all ports, merged with what the background monitor last published.
     QFuture<std::vector<OccupiedPort>> listMergedPorts();
@@ -59,7 +59,6 @@ class PortInventory final {
                                                   const std::vector<AddressFamily>& families) const;
 
     const PortScanner& scanner_;
-    const PortLookup& lookup_;
     const SharedPortCache& sharedPortCache_;
     const ProcessPinner& processes_;
     RepeatedPortScan repeatedScan_;

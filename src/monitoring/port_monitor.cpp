@@ -10,6 +10,8 @@
 
 namespace zenlot {
 
+using namespace Qt::StringLiterals;
+
 PortMonitor::PortMonitor(PortInventory& inventory, PortNotificationManager& alerts, AppLog& log,
                          std::chrono::milliseconds pauseBetweenPolls, QObject* parent)
     : QObject(parent), inventory_(inventory), alerts_(alerts), log_(log) {
@@ -23,7 +25,7 @@ void PortMonitor::start(AppSettings& settings) {
     settings_ = &settings;
     if (isRunning())
         return;
-    log_.writeAppLog(QStringLiteral("port activity monitor started"));
+    log_.writeAppLog(u"port activity monitor started"_s);
     forgetListeners();
     pollingTask_ = ++tasksBegun_;
     pollAndPause();
@@ -107,15 +109,13 @@ bool PortMonitor::isIgnored(const OccupiedPort& listener) const {
 
 void PortMonitor::announce(const OccupiedPort& listener, const ProcessSighting& owner) {
     if (owner.obstacle == ForceQuitObstacle::gone) {
-        log_.writeAppLog(
-            QStringLiteral("port activity ignored port=%1: process has ended").arg(listener.port));
+        log_.writeAppLog(u"port activity ignored port=%1: process has ended"_s.arg(listener.port));
         return;
     }
     const QString name = QString::fromStdString(listener.displayName);
-    log_.writeAppLog(QStringLiteral("port activity detected port=%1 pid=%2 process=")
-                         .arg(listener.port)
-                         .arg(listener.pid) +
-                     name);
+    log_.writeAppLog(
+        u"port activity detected port=%1 pid=%2 process="_s.arg(listener.port).arg(listener.pid) +
+        name);
     alerts_.notifyPortActivity(listener.port, name, owner);
 }
 

@@ -2,6 +2,7 @@
 
 #include "inventory/uuid.h"
 #include "monitoring/ignore_entries.h"
+#include "text/display_line.h"
 
 #include <QCoroFuture>
 #include <QThread>
@@ -12,15 +13,10 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 // Longer than any name of a program. Alerts are kept until the user has dealt with them.
 constexpr qsizetype kLongestName = 1024;
-
-QString shortened(const QString& name) {
-    if (name.size() <= kLongestName)
-        return name;
-    const bool cutsPair = name.at(kLongestName - 1).isHighSurrogate();
-    return name.left(cutsPair ? kLongestName - 1 : kLongestName);
-}
 
 QString logged(UserNotificationSetting setting) {
     return QString::number(static_cast<int>(setting));
@@ -35,102 +31,83 @@ PortNotificationManager::PortNotificationManager(UserNotificationCenter& alerts,
                                                  QObject* parent)
     : QObject(parent), alerts_(alerts), inventory_(inventory), processEnds_(processEnds),
       notifications_(notifications), log_(log) {
-    notifications_.observe(kConflictHandled, this,
-                           [this](const UserInfo& info) { withdrawHandled(info); });
+    connect(&notifications_, &NotificationCenter::conflictHandled, this,
+            &PortNotificationManager::withdrawHandled);
+    alerts_.setResponder(
+        [this](const QString& alert, const QString& action) { respond(alert, action); });
 }
 
 PortNotificationManager::~PortNotificationManager() {
-    if (isDelegate_)
-        alerts_.setDelegate(nullptr);
+    alerts_.setResponder({});
 }
 
 QCoro::Task<> PortNotificationManager::configure(AppSettings& settings) {
     Q_ASSERT(QThread::currentThread() == thread());
     settings_ = &settings;
-    isDelegate_ = true;
-    alerts_.setDelegate(this);
-    alerts_.setNotificationCategories({{categoryID,
-                                        {{killActionID, tr("Kill Process"), true},
-                                         {ignorePortActionID, tr("Ignore Port"), false},
-                                         {ignoreProcessActionID, tr("Ignore Process"), false}}}});
-
     const QPointer<PortNotificationManager> self(this);
-    const QFuture<AuthorizationAnswer> asking =
-        alerts_.requestAuthorization({.alert = true, .sound = true});
+    const QFuture<AuthorizationAnswer> asking = alerts_.requestAuthorization();
     const AuthorizationAnswer answer = co_await asking;
     if (!self)
         co_return;
     if (answer.error) {
-        log_.writeAppLog(QStringLiteral("notification setup failed: ") + answer.error->message);
+        log_.writeAppLog(u"notification setup failed: "_s + answer.error->message);
         co_return;
     }
     const QFuture<UserNotificationSettings> fetching = alerts_.notificationSettings();
     const UserNotificationSettings current = co_await fetching;
     if (!self)
         co_return;
-    log_.writeAppLog(QStringLiteral("notification setup granted=%1 status=%2 alerts=%3 sounds=%4")
-                         .arg(answer.isGranted ? QStringLiteral("true") : QStringLiteral("false"),
-                              QString::number(static_cast<int>(current.authorizationStatus)),
-                              logged(current.alertSetting), logged(current.soundSetting)));
+    log_.writeAppLog(u"notification setup granted=%1 status=%2 alerts=%3 sounds=%4"_s.arg(
+        answer.isGranted ? u"true"_s : u"false"_s,
+        QString::number(static_cast<int>(current.authorizationStatus)),
+        logged(current.alertSetting), logged(current.soundSetting)));
 }
 
 void PortNotificationManager::notifyConflict(std::int64_t port, const QString& name,
                                              const ProcessSighting& process) {
-    post(Kind::conflict, port, shortened(name), process);
+    post(Kind::conflict, port, name, process);
 }
 
 void PortNotificationManager::notifyPortActivity(std::int64_t port, const QString& name,
                                                  const ProcessSighting& process) {
-    post(Kind::newListener, port, shortened(name), process);
+    post(Kind::newListener, port, name, process);
 }
 
-PortNotificationManager::Wording PortNotificationManager::wordingOf(Kind kind) {
-    if (kind == Kind::conflict)
-        return {.idPrefix = QStringLiteral("zenlot-conflict-"),
-                .title = tr("Port %1 is already in use"),
-                .body = tr("%1 (PID %2) is blocking port %3 — kill it to free the port.")};
-    return {.idPrefix = QStringLiteral("zenlot-port-"),
-            .title = tr("Port %1 is now occupied"),
-            .body = tr("%1 (PID %2) started listening on port %3")};
-}
-
-QCoro::Task<> PortNotificationManager::post(Kind kind, std::int64_t port, QString name,
-                                            ProcessSighting process) {
+// What it was given is used before it waits for the first time.
+QCoro::Task<> PortNotificationManager::post(Kind kind, std::int64_t port, const QString& wholeName,
+                                            const ProcessSighting& process) {
     Q_ASSERT(QThread::currentThread() == thread());
-    const Wording wording = wordingOf(kind);
+    const bool isConflict = kind == Kind::conflict;
+    const QString name = cutOff(wholeName, kLongestName);
     const QString portText = QString::number(port);
     const QString pidText = QString::number(process.process.pid);
-    const QString identifier =
-        wording.idPrefix + portText + u'-' + QString::fromStdString(Uuid::random().text());
-    log_.writeAppLog(QStringLiteral("posting notification id=%1 port=%2 pid=%3 process=%4")
-                         .arg(identifier, portText, pidText, name));
+    const QString identifier = (isConflict ? u"zenlot-conflict-"_s : u"zenlot-port-"_s) + portText +
+                               u'-' + QString::fromStdString(Uuid::random().text());
+    log_.writeAppLog(u"posting notification id=%1 port=%2 pid=%3 process=%4"_s.arg(
+        identifier, portText, pidText, name));
 
     UserNotificationContent content;
-    content.title = wording.title.arg(portText);
-    content.body = wording.body.arg(name, pidText, portText);
-    content.categoryIdentifier = categoryID;
-    content.threadIdentifier = QStringLiteral("zenlot-port-") + portText;
-    content.summaryArgument = tr("Port %1").arg(portText);
-    content.userInfo = {{kPidKey, process.process.pid}, {kPortKey, port}, {kProcessNameKey, name}};
-    if (process.process.startTime)
-        content.userInfo.set(kStartTimeKey, *process.process.startTime);
-    content.hasSound = true;
-    content.interruptionLevel = InterruptionLevel::timeSensitive;
-    if (process.obstacle != ForceQuitObstacle::none)
-        content.withheldActions = {killActionID};
+    content.title = (isConflict ? tr("Port %1 is already in use") : tr("Port %1 is now occupied"))
+                        .arg(portText);
+    content.body = (isConflict ? tr("%1 (PID %2) is blocking port %3 — kill it to free the port.")
+                               : tr("%1 (PID %2) started listening on port %3"))
+                       .arg(name, pidText, portText);
+    content.actions = {{ignorePortActionID, tr("Ignore Port")},
+                       {ignoreProcessActionID, tr("Ignore Process")}};
+    if (process.obstacle == ForceQuitObstacle::none)
+        content.actions.prepend({killActionID, tr("Kill Process")});
 
     if (standing_.size() >= kMostStanding)
         standing_.erase(standing_.begin());
-    standing_.push_back({identifier, kind, port, name, process.process});
+    standing_.push_back({identifier, kind, {port, process.process, name}});
     const QPointer<PortNotificationManager> self(this);
     const QFuture<std::optional<UserNotificationError>> adding = alerts_.add({identifier, content});
     followProcess(identifier, process.process);
     const std::optional<UserNotificationError> error = co_await adding;
     if (!self)
         co_return;
-    log_.writeAppLog(
-        error ? QStringLiteral("notification add failed id=%1: %2").arg(identifier, error->message)
-              : QStringLiteral("notification add succeeded id=") + identifier);
+    log_.writeAppLog(error ? u"notification add failed id=%1: %2"_s.arg(identifier, error->message)
+                           : u"notification add succeeded id="_s + identifier);
 }
 
 // The watch goes by the id alone, so the process is looked at once more when it has begun.
@@ -153,26 +130,19 @@ void PortNotificationManager::processEnded(const QString& identifier) {
         return;
     const Standing alert = std::move(*found);
     standing_.erase(found);
-    log_.writeAppLog(
-        QStringLiteral("notification withdrawn id=%1: process has ended").arg(alert.identifier));
+    log_.writeAppLog(u"notification withdrawn id=%1: process has ended"_s.arg(alert.identifier));
     alerts_.remove(alert.identifier);
     // Whoever hears of it may destroy this object.
     if (alert.kind == Kind::conflict)
-        postConflictHandled(alert.port, alert.process.pid, alert.name, alert.process.startTime);
+        Q_EMIT notifications_.conflictHandled(alert.about);
 }
 
-void PortNotificationManager::withdrawHandled(const UserInfo& info) {
-    const auto contradicts = [&info](QLatin1StringView key, std::optional<std::int64_t> known) {
-        const std::optional<std::int64_t> said = info.integer(key);
-        return said && known && said != known;
-    };
-    const std::optional<QString> name = info.string(kProcessNameKey);
+void PortNotificationManager::withdrawHandled(const HandledConflict& handled) {
     QStringList withdrawn;
     std::erase_if(standing_, [&](const Standing& alert) {
-        if (alert.kind != Kind::conflict || contradicts(kPortKey, alert.port) ||
-            contradicts(kPidKey, alert.process.pid) ||
-            contradicts(kStartTimeKey, alert.process.startTime) ||
-            (name && name->compare(alert.name, Qt::CaseInsensitive) != 0))
+        const Conflict conflict{alert.about.port, alert.about.holder, alert.about.name,
+                                alert.about.name};
+        if (alert.kind != Kind::conflict || !handled.settles(conflict))
             return false;
         withdrawn.append(alert.identifier);
         return true;
@@ -181,56 +151,22 @@ void PortNotificationManager::withdrawHandled(const UserInfo& info) {
         alerts_.remove(identifier);
 }
 
-void PortNotificationManager::handleResponse(const UserNotificationResponse& response,
-                                             const std::function<void()>& completionHandler) {
+void PortNotificationManager::respond(const QString& identifier, const QString& action) {
     Q_ASSERT(QThread::currentThread() == thread());
-    const UserInfo& info = response.request.content.userInfo;
-    const std::optional<std::int64_t> pid = info.integer(kPidKey);
-    const std::optional<std::int64_t> port = info.integer(kPortKey);
-    const std::optional<std::int64_t> startTime = info.integer(kStartTimeKey);
-    const QString name = info.string(kProcessNameKey).value_or(QString());
-
-    // Whoever hears of it may destroy this object, so posting comes last.
-    if (response.actionIdentifier == killActionID) {
-        if (pid)
-            inventory_.forceQuitProcess({{*pid, startTime}, port});
-        postConflictHandled(port, pid, name, startTime);
-    } else if (response.actionIdentifier == ignorePortActionID) {
-        if (port && settings_) {
-            ignorePort(*settings_, *port);
-            postConflictHandled(port, pid, name, startTime);
-        }
-    } else if (response.actionIdentifier == ignoreProcessActionID) {
-        if (!name.isEmpty() && settings_) {
-            ignoreProcess(*settings_, name);
-            postConflictHandled(port, pid, name, startTime);
-        }
-    }
-    completionHandler();
-}
-
-void PortNotificationManager::postConflictHandled(std::optional<std::int64_t> port,
-                                                  std::optional<std::int64_t> pid,
-                                                  const QString& name,
-                                                  std::optional<std::int64_t> startTime) {
-    UserInfo info{{kProcessNameKey, name}};
-    if (port)
-        info.set(kPortKey, *port);
-    if (pid)
-        info.set(kPidKey, *pid);
-    if (startTime)
-        info.set(kStartTimeKey, *startTime);
-    notifications_.post(kConflictHandled, info);
-}
-
-PresentationOptions
-PortNotificationManager::willPresentNotification(const UserNotificationRequest& /*request*/) {
-    return {.banner = true, .list = true, .sound = true};
-}
-
-void PortNotificationManager::didReceiveNotificationResponse(
-    const UserNotificationResponse& response, const std::function<void()>& completionHandler) {
-    handleResponse(response, completionHandler);
+    const auto alert = std::ranges::find(standing_, identifier, &Standing::identifier);
+    if (alert == standing_.end())
+        return;
+    const HandledConflict about = alert->about;
+    if (action == killActionID)
+        inventory_.forceQuitProcess({about.holder, about.port});
+    else if (action == ignorePortActionID && settings_)
+        ignorePort(*settings_, about.port);
+    else if (action == ignoreProcessActionID && settings_ && !about.name.isEmpty())
+        ignoreProcess(*settings_, about.name);
+    else
+        return;
+    // Whoever hears of it may destroy this object.
+    Q_EMIT notifications_.conflictHandled(about);
 }
 
 } // namespace zenlot

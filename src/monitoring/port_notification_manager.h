@@ -1,5 +1,5 @@
 // Turns events on ports into alerts, and carries out what the user answers: ends the process, or
-// ignores its port or its name from now on, and tells the rest of the program by kConflictHandled.
+// ignores its port or its name from now on, and tells the rest of the program by conflictHandled().
 //
 // Belongs to the main thread. Nothing filters here; whoever calls decides whether to alert. Until
 // configure() there are no settings: alerts are posted, and of the answers only the kill works.
@@ -30,23 +30,20 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <memory>
-#include <optional>
 #include <vector>
 
 namespace zenlot {
 
-class PortNotificationManager final : public QObject, public UserNotificationCenterDelegate {
+class PortNotificationManager final : public QObject {
     Q_OBJECT
 
   public:
     static constexpr QLatin1StringView killActionID{"KILL_PROCESS"};
     static constexpr QLatin1StringView ignorePortActionID{"IGNORE_PORT"};
     static constexpr QLatin1StringView ignoreProcessActionID{"IGNORE_PROCESS"};
-    static constexpr QLatin1StringView categoryID{"PORT_OCCUPIED"};
 
-    // Of so many alerts at once the ends of their processes are told; of more, the oldest stay.
+    // Of more alerts at once the oldest stay, but nothing comes of them any more.
     static constexpr std::size_t kMostStanding = 256;
 
     // The references must outlive the object.
@@ -64,41 +61,23 @@ class PortNotificationManager final : public QObject, public UserNotificationCen
     // An alert that this process has begun to listen on the port.
     void notifyPortActivity(std::int64_t port, const QString& name, const ProcessSighting& process);
 
-    void handleResponse(const UserNotificationResponse& response,
-                        const std::function<void()>& completionHandler);
-
-    void postConflictHandled(std::optional<std::int64_t> port, std::optional<std::int64_t> pid,
-                             const QString& name, std::optional<std::int64_t> startTime = {});
-
-    PresentationOptions willPresentNotification(const UserNotificationRequest& request) override;
-    void didReceiveNotificationResponse(const UserNotificationResponse& response,
-                                        const std::function<void()>& completionHandler) override;
-
   private:
     enum class Kind : std::uint8_t { conflict, newListener };
-
-    // What differs between the kinds of alerts.
-    struct Wording {
-        QString idPrefix;
-        QString title; // %1: port
-        QString body;  // %1: name, %2: pid, %3: port
-    };
 
     // An alert that the user may still see.
     struct Standing {
         QString identifier;
         Kind kind;
-        std::int64_t port;
-        QString name;
-        ProcessIdentity process;
+        HandledConflict about; // what is told once it is handled
         std::unique_ptr<ProcessEndWatch::Watch> end{};
     };
 
-    static Wording wordingOf(Kind kind);
-    QCoro::Task<> post(Kind kind, std::int64_t port, QString name, ProcessSighting process);
+    QCoro::Task<> post(Kind kind, std::int64_t port, const QString& wholeName,
+                       const ProcessSighting& process);
     QCoro::Task<> followProcess(QString identifier, ProcessIdentity process);
     void processEnded(const QString& identifier);
-    void withdrawHandled(const UserInfo& info);
+    void withdrawHandled(const HandledConflict& handled);
+    void respond(const QString& identifier, const QString& action);
 
     UserNotificationCenter& alerts_;
     PortInventory& inventory_;
@@ -106,7 +85,6 @@ class PortNotificationManager final : public QObject, public UserNotificationCen
     NotificationCenter& notifications_;
     AppLog& log_;
     QPointer<AppSettings> settings_;
-    bool isDelegate_{false};
     std::vector<Standing> standing_; // the oldest first
 };
 

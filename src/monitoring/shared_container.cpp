@@ -1,52 +1,13 @@
 #include "monitoring/shared_container.h"
 
 #include "inventory/record_json.h"
+#include "posix/regular_file.h"
 
 #include <QFile>
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <cerrno>
-#include <cstddef>
 #include <system_error>
 
 namespace zenlot {
-namespace {
-
-// What the descriptor yields, up to the limit; none on an error.
-std::optional<std::string> readUpTo(int descriptor, std::size_t limit) {
-    std::string content(limit, '\0');
-    std::size_t filled = 0;
-    while (filled < limit) {
-        const ssize_t count = ::read(descriptor, content.data() + filled, limit - filled);
-        if (count == 0)
-            break;
-        if (count > 0)
-            filled += static_cast<std::size_t>(count);
-        else if (errno != EINTR)
-            return std::nullopt;
-    }
-    content.resize(filled);
-    return content;
-}
-
-std::optional<std::string> readRegularFile(int descriptor) {
-    struct stat status {};
-    if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode))
-        return std::nullopt;
-    const auto size = static_cast<std::uintmax_t>(status.st_size);
-    if (size > kMaxJsonBytes)
-        return std::nullopt;
-    // One byte more than there should be shows a file that is still growing.
-    std::optional<std::string> content = readUpTo(descriptor, static_cast<std::size_t>(size) + 1);
-    if (content && content->size() != size)
-        return std::nullopt;
-    return content;
-}
-
-} // namespace
 
 SharedContainer::SharedContainer(const QString& stateHome)
     : stateHome_(QFile::encodeName(stateHome).toStdString()) {}
@@ -80,12 +41,15 @@ std::optional<std::filesystem::path> SharedContainer::lockFileURL() const {
 std::optional<std::string> SharedContainer::read(const std::optional<std::filesystem::path>& file) {
     if (!file)
         return std::nullopt;
-    // O_NONBLOCK: opening a pipe would otherwise wait for its writer.
-    const int descriptor = ::open(file->c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
-    if (descriptor < 0)
+    const std::optional<RegularFile> opened = openRegularFile(file->c_str());
+    if (!opened || static_cast<std::uintmax_t>(opened->status.st_size) > kMaxJsonBytes)
         return std::nullopt;
-    std::optional<std::string> content = readRegularFile(descriptor);
-    ::close(descriptor);
+    // One byte more than there should be shows a file that is still growing.
+    const auto size = static_cast<std::size_t>(opened->status.st_size);
+    std::string content(size + 1, '\0');
+    if (readFully(opened->descriptor, content) != size)
+        return std::nullopt;
+    content.pop_back();
     return content;
 }
 

@@ -4,8 +4,10 @@
 
 namespace zenlot {
 
+using namespace Qt::StringLiterals;
+
 QStringList urisAmong(const QStringList& arguments) {
-    return arguments.filter(QRegularExpression(QStringLiteral("^[A-Za-z][A-Za-z0-9+.-]*:")));
+    return arguments.filter(QRegularExpression(u"^[A-Za-z][A-Za-z0-9+.-]*:"_s));
 }
 
 } // namespace zenlot

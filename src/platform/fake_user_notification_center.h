@@ -26,9 +26,7 @@ class FakeUserNotificationCenter final : public UserNotificationCenter {
     std::optional<UserNotificationError> refusal; // of what is added
     bool isSilent{false};
 
-    UserNotificationCenterDelegate* delegate{nullptr};
-    QList<UserNotificationCategory> categories;
-    std::vector<AuthorizationOptions> authorizationRequests;
+    Responder responder;
     std::vector<UserNotificationRequest> requests;
     QStringList removed; // the identifiers
 
@@ -38,27 +36,14 @@ class FakeUserNotificationCenter final : public UserNotificationCenter {
             give();
     }
 
-    // The user chooses an action. True when the delegate has called the handler exactly once.
-    bool respond(const UserNotificationRequest& request, const QString& actionIdentifier) const {
-        int calls = 0;
-        if (delegate)
-            delegate->didReceiveNotificationResponse({actionIdentifier, request},
-                                                     [&calls] { ++calls; });
-        return calls == 1;
+    // The user chooses an action.
+    void respond(const UserNotificationRequest& request, const QString& actionIdentifier) const {
+        responder(request.identifier, actionIdentifier);
     }
 
-    void setDelegate(UserNotificationCenterDelegate* newDelegate) override {
-        delegate = newDelegate;
-    }
+    void setResponder(Responder newResponder) override { responder = std::move(newResponder); }
 
-    void setNotificationCategories(const QList<UserNotificationCategory>& newCategories) override {
-        categories = newCategories;
-    }
-
-    QFuture<AuthorizationAnswer> requestAuthorization(AuthorizationOptions options) override {
-        authorizationRequests.push_back(options);
-        return ask(authorization);
-    }
+    QFuture<AuthorizationAnswer> requestAuthorization() override { return ask(authorization); }
 
     QFuture<UserNotificationSettings> notificationSettings() override { return ask(settings); }
 

@@ -1,66 +1,12 @@
 #include "platform/user_defaults.h"
 
 #include <algorithm>
-#include <cmath>
-#include <limits>
 
 namespace zenlot {
 namespace {
 
 bool isOfType(const QVariant& value, QMetaType::Type type) {
     return value.typeId() == type;
-}
-
-// Brings a value to one of the kinds that object() gives, or refuses it.
-std::optional<QVariant> storable(const QVariant& value) {
-    switch (value.typeId()) {
-    case QMetaType::Bool:
-    case QMetaType::QString:
-    case QMetaType::Nullptr:
-        return value;
-    case QMetaType::Short:
-    case QMetaType::Int:
-    case QMetaType::Long:
-    case QMetaType::LongLong:
-        return QVariant::fromValue<qint64>(value.toLongLong());
-    case QMetaType::UShort:
-    case QMetaType::UInt:
-    case QMetaType::ULong:
-    case QMetaType::ULongLong: {
-        const quint64 number = value.toULongLong();
-        if (number > quint64{std::numeric_limits<qint64>::max()})
-            return QVariant::fromValue(number);
-        return QVariant::fromValue(static_cast<qint64>(number));
-    }
-    case QMetaType::Float:
-    case QMetaType::Double:
-        return std::isfinite(value.toDouble()) ? std::optional(QVariant(value.toDouble()))
-                                               : std::nullopt;
-    case QMetaType::QVariantMap: {
-        QVariantMap map = value.toMap();
-        for (QVariant& element : map) {
-            const std::optional<QVariant> plain = storable(element);
-            if (!plain)
-                return std::nullopt;
-            element = *plain;
-        }
-        return map;
-    }
-    default:
-        break;
-    }
-    if (!isOfType(value, QMetaType::QVariantList) && !isOfType(value, QMetaType::QStringList) &&
-        value.metaType() != QMetaType::fromType<QList<qint64>>())
-        return std::nullopt;
-    QVariantList list = value.toList();
-    for (QVariant& element : list) {
-        const std::optional<QVariant> plain = storable(element);
-        if (!plain)
-            return std::nullopt;
-        element = *plain;
-    }
-    // Not as a list of one list, which is what the braces of a return would make of it.
-    return std::optional<QVariant>(std::in_place, list);
 }
 
 bool isTruthString(const QString& text) {
@@ -89,10 +35,12 @@ std::optional<QList<Element>> elements(const std::optional<QVariant>& value, QMe
 
 } // namespace
 
-void UserDefaults::set(const QString& key, const QVariant& value) {
-    const std::optional<QVariant> plain = storable(value);
-    if (plain && !isOfType(*plain, QMetaType::Nullptr))
-        store(key, *plain);
+void UserDefaults::set(const QString& key, const QList<qint64>& values) {
+    store(key, QVariantList(values.begin(), values.end()));
+}
+
+void UserDefaults::set(const QString& key, const QStringList& values) {
+    store(key, QVariantList(values.begin(), values.end()));
 }
 
 bool UserDefaults::boolean(const QString& key) const {
@@ -101,8 +49,7 @@ bool UserDefaults::boolean(const QString& key) const {
     case QMetaType::Bool:
         return value.toBool();
     case QMetaType::LongLong:
-    case QMetaType::ULongLong:
-        return value.toULongLong() != 0;
+        return value.toLongLong() != 0;
     case QMetaType::Double:
         return value.toDouble() != 0.0;
     case QMetaType::QString:

@@ -1,10 +1,8 @@
 // The user's preferences of this program: named values that outlive it.
 //
-// A value is a bool, an integer, a finite double, a QString, or a list or string-keyed map of such
-// values. It comes back as what it was: a bool stays a bool, 3 and 3.0 stay apart, integers keep 64
-// bits. They are read as bool, qint64 (quint64 above its range), double, QString, QVariantList and
-// QVariantMap; a null that another program left inside a list or map is read as a std::nullptr_t,
-// and one in place of a value counts as no value.
+// What is read may be whatever another program has put there. It is told apart as bool, qint64 (as
+// far as that reaches; 3.0 is none), double, QString and QVariantList; anything else is an invalid
+// QVariant, and a null counts as no value. What is stored is a bool, or a list of one kind.
 //
 // Each change is kept at once. Other programs may change the same preferences, so each reading asks
 // anew. Nothing fails towards the caller: what can't be read is absent, what can't be kept is
@@ -33,9 +31,9 @@ class UserDefaults {
 
     virtual std::optional<QVariant> object(const QString& key) const = 0;
 
-    // Also takes smaller integers, QStringList and QList<qint64>. Any other value, such as an
-    // infinite number, is refused and the stored one stays.
-    void set(const QString& key, const QVariant& value);
+    void set(const QString& key, bool value) { store(key, value); }
+    void set(const QString& key, const QList<qint64>& values);
+    void set(const QString& key, const QStringList& values);
 
     virtual void remove(const QString& key) = 0;
 

@@ -4,14 +4,11 @@
 // alerts: answers come as futures, always, also when there is no such service. A future that is
 // thrown away loses nothing but the answer.
 //
-//     alerts.setDelegate(&manager);
-//     alerts.setNotificationCategories({category});
+//     alerts.setResponder([](const QString& alert, const QString& action) { ... });
 //     const auto error = co_await alerts.add({identifier, content});
 //
 // The numbers of the enumerations stand in log lines.
 #pragma once
-
-#include "platform/user_info.h"
 
 #include <QFuture>
 #include <QList>
@@ -26,33 +23,15 @@ namespace zenlot {
 struct UserNotificationAction {
     QString identifier;
     QString title;
-    bool isDestructive{false};
 
     friend bool operator==(const UserNotificationAction&, const UserNotificationAction&) = default;
 };
-
-// Alerts that name a category carry its actions as buttons, in this order.
-struct UserNotificationCategory {
-    QString identifier;
-    QList<UserNotificationAction> actions;
-
-    friend bool operator==(const UserNotificationCategory&,
-                           const UserNotificationCategory&) = default;
-};
-
-enum class InterruptionLevel : int { passive = 0, active = 1, timeSensitive = 2, critical = 3 };
 
 // Title and body are plain text; they may hold what other processes chose to call themselves.
 struct UserNotificationContent {
     QString title;
     QString body;
-    QString categoryIdentifier;
-    QString threadIdentifier; // alerts of one thread belong together
-    QString summaryArgument;
-    UserInfo userInfo; // comes back with the response
-    bool hasSound{false};
-    InterruptionLevel interruptionLevel{InterruptionLevel::active};
-    QStringList withheldActions{}; // those of the category that this alert goes without
+    QList<UserNotificationAction> actions{}; // as buttons, in this order
 
     friend bool operator==(const UserNotificationContent&,
                            const UserNotificationContent&) = default;
@@ -64,29 +43,6 @@ struct UserNotificationRequest {
 
     friend bool operator==(const UserNotificationRequest&,
                            const UserNotificationRequest&) = default;
-};
-
-struct UserNotificationResponse {
-    QString actionIdentifier;
-    UserNotificationRequest request;
-};
-
-// How an alert is presented.
-struct PresentationOptions {
-    bool banner{false};
-    bool list{false};
-    bool sound{false};
-    bool badge{false};
-
-    friend bool operator==(const PresentationOptions&, const PresentationOptions&) = default;
-};
-
-struct AuthorizationOptions {
-    bool alert{false};
-    bool sound{false};
-    bool badge{false};
-
-    friend bool operator==(const AuthorizationOptions&, const AuthorizationOptions&) = default;
 };
 
 struct UserNotificationError {
@@ -110,21 +66,6 @@ struct UserNotificationSettings {
     UserNotificationSetting soundSetting{UserNotificationSetting::notSupported};
 };
 
-class UserNotificationCenterDelegate {
-  public:
-    UserNotificationCenterDelegate() = default;
-    UserNotificationCenterDelegate(const UserNotificationCenterDelegate&) = delete;
-    UserNotificationCenterDelegate& operator=(const UserNotificationCenterDelegate&) = delete;
-    virtual ~UserNotificationCenterDelegate() = default;
-
-    // How to present an alert while the application is in front.
-    virtual PresentationOptions willPresentNotification(const UserNotificationRequest& request) = 0;
-
-    // The user chose an action. The handler is called once, when the response has been dealt with.
-    virtual void didReceiveNotificationResponse(const UserNotificationResponse& response,
-                                                const std::function<void()>& completionHandler) = 0;
-};
-
 class UserNotificationCenter {
   public:
     UserNotificationCenter() = default;
@@ -132,13 +73,12 @@ class UserNotificationCenter {
     UserNotificationCenter& operator=(const UserNotificationCenter&) = delete;
     virtual ~UserNotificationCenter() = default;
 
-    // The delegate must outlive the center or be taken back with nullptr.
-    virtual void setDelegate(UserNotificationCenterDelegate* delegate) = 0;
+    // Called when the user chooses an action of an alert that is still open. None takes it back.
+    using Responder =
+        std::function<void(const QString& alertIdentifier, const QString& actionIdentifier)>;
+    virtual void setResponder(Responder responder) = 0;
 
-    // Replaces the categories of before. They count for requests that are added later.
-    virtual void setNotificationCategories(const QList<UserNotificationCategory>& categories) = 0;
-
-    virtual QFuture<AuthorizationAnswer> requestAuthorization(AuthorizationOptions options) = 0;
+    virtual QFuture<AuthorizationAnswer> requestAuthorization() = 0;
     virtual QFuture<UserNotificationSettings> notificationSettings() = 0;
 
     // Shows the alert at once. The answer is none when the desktop has taken it.

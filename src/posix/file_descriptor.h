@@ -25,6 +25,8 @@ class FileDescriptor {
     }
 
     int get() const { return descriptor_; }
+    // For whoever closes it instead.
+    int release() { return std::exchange(descriptor_, -1); }
     explicit operator bool() const { return descriptor_ >= 0; }
 
   private:

@@ -17,6 +17,8 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 constexpr qsizetype kLongestMessage = 4096;
 
 bool writeWhole(int descriptor, const QByteArray& line) {
@@ -78,8 +80,8 @@ void AppLog::writeAppLog(const QString& message) {
     using std::chrono::milliseconds;
     const auto now = duration_cast<milliseconds>(clock_().time_since_epoch());
     const QString time = QDateTime::fromMSecsSinceEpoch(now.count(), Qt::UTC).toString(Qt::ISODate);
-    const QString tag = author_ == Author::application ? QStringLiteral(" [zenlot-app] ")
-                                                       : QStringLiteral(" [zenlot-daemon] ");
+    const QString tag =
+        author_ == Author::application ? u" [zenlot-app] "_s : u" [zenlot-daemon] "_s;
     const QByteArray line = (time + tag + logLine(message, kLongestMessage)).toUtf8() + '\n';
 
     const std::scoped_lock lock(mutex_);
@@ -92,7 +94,7 @@ void AppLog::writeAppLog(const QString& message) {
 }
 
 QString monitorLogPath(const QString& home) {
-    return home + QStringLiteral("/Library/Logs/zenlot-monitor.log");
+    return home + u"/Library/Logs/zenlot-monitor.log"_s;
 }
 
 bool makeMonitorLogDirectory(const QString& home) {

@@ -4,24 +4,25 @@
 
 namespace zenlot {
 
+using namespace Qt::StringLiterals;
+
 AppSettings::AppSettings(UserDefaults& defaults, AppService& loginItem, QObject* parent)
     : QObject(parent), defaults_(defaults), loginItem_(loginItem) {
     load();
 }
 
 void AppSettings::load() {
-    loadBoolean(QStringLiteral("showInMenuBar"), &AppSettings::setShowInMenuBar);
-    loadBoolean(QStringLiteral("showInDock"), &AppSettings::setShowInDock);
+    loadBoolean(u"showInMenuBar"_s, &AppSettings::setShowInMenuBar);
+    loadBoolean(u"showInDock"_s, &AppSettings::setShowInDock);
     setLaunchAtLogin(loginItem_.status() == AppServiceStatus::enabled);
-    loadBoolean(QStringLiteral("globalShortcutEnabled"), &AppSettings::setGlobalShortcutEnabled);
-    loadBoolean(QStringLiteral("portMonitoringEnabled"), &AppSettings::setPortMonitoringEnabled);
-    loadBoolean(QStringLiteral("conflictMonitoringEnabled"),
-                &AppSettings::setConflictMonitoringEnabled);
-    loadPorts(QStringLiteral("monitorIgnoredPorts"), &AppSettings::setMonitorIgnoredPorts);
-    loadNames(QStringLiteral("monitorIgnoredApps"), &AppSettings::setMonitorIgnoredApps);
-    loadPorts(QStringLiteral("conflictIgnoredPorts"), &AppSettings::setConflictIgnoredPorts);
-    loadNames(QStringLiteral("conflictIgnoredApps"), &AppSettings::setConflictIgnoredApps);
-    loadBoolean(QStringLiteral("hasCompletedOnboarding"), &AppSettings::setHasCompletedOnboarding);
+    loadBoolean(u"globalShortcutEnabled"_s, &AppSettings::setGlobalShortcutEnabled);
+    loadBoolean(u"portMonitoringEnabled"_s, &AppSettings::setPortMonitoringEnabled);
+    loadBoolean(u"conflictMonitoringEnabled"_s, &AppSettings::setConflictMonitoringEnabled);
+    loadPorts(u"monitorIgnoredPorts"_s, &AppSettings::setMonitorIgnoredPorts);
+    loadNames(u"monitorIgnoredApps"_s, &AppSettings::setMonitorIgnoredApps);
+    loadPorts(u"conflictIgnoredPorts"_s, &AppSettings::setConflictIgnoredPorts);
+    loadNames(u"conflictIgnoredApps"_s, &AppSettings::setConflictIgnoredApps);
+    loadBoolean(u"hasCompletedOnboarding"_s, &AppSettings::setHasCompletedOnboarding);
 }
 
 void AppSettings::loadBoolean(const QString& key, void (AppSettings::*assign)(bool)) {
@@ -53,7 +54,7 @@ template <typename Value>
 void AppSettings::changeStored(Value& member, const Value& value, const QString& key,
                                Changed changed) {
     change(member, value, changed);
-    defaults_.set(key, QVariant::fromValue(member));
+    defaults_.set(key, member);
 }
 
 void AppSettings::setLaunchAtLogin(bool launched) {
@@ -66,51 +67,50 @@ void AppSettings::setLaunchAtLogin(bool launched) {
 }
 
 void AppSettings::setShowInMenuBar(bool shown) {
-    changeStored(showInMenuBar_, shown, QStringLiteral("showInMenuBar"),
-                 &AppSettings::showInMenuBarChanged);
+    changeStored(showInMenuBar_, shown, u"showInMenuBar"_s, &AppSettings::showInMenuBarChanged);
 }
 
 void AppSettings::setShowInDock(bool shown) {
-    changeStored(showInDock_, shown, QStringLiteral("showInDock"), &AppSettings::showInDockChanged);
+    changeStored(showInDock_, shown, u"showInDock"_s, &AppSettings::showInDockChanged);
 }
 
 void AppSettings::setGlobalShortcutEnabled(bool enabled) {
-    changeStored(globalShortcutEnabled_, enabled, QStringLiteral("globalShortcutEnabled"),
+    changeStored(globalShortcutEnabled_, enabled, u"globalShortcutEnabled"_s,
                  &AppSettings::globalShortcutEnabledChanged);
 }
 
 void AppSettings::setPortMonitoringEnabled(bool enabled) {
-    changeStored(portMonitoringEnabled_, enabled, QStringLiteral("portMonitoringEnabled"),
+    changeStored(portMonitoringEnabled_, enabled, u"portMonitoringEnabled"_s,
                  &AppSettings::portMonitoringEnabledChanged);
 }
 
 void AppSettings::setConflictMonitoringEnabled(bool enabled) {
-    changeStored(conflictMonitoringEnabled_, enabled, QStringLiteral("conflictMonitoringEnabled"),
+    changeStored(conflictMonitoringEnabled_, enabled, u"conflictMonitoringEnabled"_s,
                  &AppSettings::conflictMonitoringEnabledChanged);
 }
 
 void AppSettings::setMonitorIgnoredPorts(const QList<qint64>& ports) {
-    changeStored(monitorIgnoredPorts_, ports, QStringLiteral("monitorIgnoredPorts"),
+    changeStored(monitorIgnoredPorts_, ports, u"monitorIgnoredPorts"_s,
                  &AppSettings::monitorIgnoredPortsChanged);
 }
 
 void AppSettings::setMonitorIgnoredApps(const QStringList& names) {
-    changeStored(monitorIgnoredApps_, names, QStringLiteral("monitorIgnoredApps"),
+    changeStored(monitorIgnoredApps_, names, u"monitorIgnoredApps"_s,
                  &AppSettings::monitorIgnoredAppsChanged);
 }
 
 void AppSettings::setConflictIgnoredPorts(const QList<qint64>& ports) {
-    changeStored(conflictIgnoredPorts_, ports, QStringLiteral("conflictIgnoredPorts"),
+    changeStored(conflictIgnoredPorts_, ports, u"conflictIgnoredPorts"_s,
                  &AppSettings::conflictIgnoredPortsChanged);
 }
 
 void AppSettings::setConflictIgnoredApps(const QStringList& names) {
-    changeStored(conflictIgnoredApps_, names, QStringLiteral("conflictIgnoredApps"),
+    changeStored(conflictIgnoredApps_, names, u"conflictIgnoredApps"_s,
                  &AppSettings::conflictIgnoredAppsChanged);
 }
 
 void AppSettings::setHasCompletedOnboarding(bool completed) {
-    changeStored(hasCompletedOnboarding_, completed, QStringLiteral("hasCompletedOnboarding"),
+    changeStored(hasCompletedOnboarding_, completed, u"hasCompletedOnboarding"_s,
                  &AppSettings::hasCompletedOnboardingChanged);
 }
 

@@ -30,18 +30,21 @@ bool isDisruptive(QChar character) {
     }
 }
 
-QString bounded(const QString& text, qsizetype length) {
-    if (text.size() <= length)
-        return text;
-    // Half a character is none.
-    const qsizetype end = text.at(length - 1).isHighSurrogate() ? length - 1 : length;
-    return text.left(end) + QChar(0x2026);
-}
-
 } // namespace
 
+QString cutOff(const QString& text, qsizetype longest) {
+    if (text.size() <= longest)
+        return text;
+    // Half a character is none.
+    return text.left(text.at(longest - 1).isHighSurrogate() ? longest - 1 : longest);
+}
+
+QString withEllipsis(const QString& text, qsizetype longest) {
+    return text.size() <= longest ? text : cutOff(text, longest) + QChar(0x2026);
+}
+
 QString displayLine(const QString& text, qsizetype longest) {
-    QString line = bounded(text, longest);
+    QString line = withEllipsis(text, longest);
     for (QChar& character : line) {
         if (isDisruptive(character))
             character = QChar::ReplacementCharacter;

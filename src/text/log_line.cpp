@@ -1,9 +1,13 @@
 #include "text/log_line.h"
 
+#include "text/display_line.h"
+
 #include <QChar>
 
 namespace zenlot {
 namespace {
+
+using namespace Qt::StringLiterals;
 
 bool mustBeEscaped(QChar character) {
     const char16_t code = character.unicode();
@@ -15,30 +19,23 @@ QString escaped(const QString& message) {
     QString result;
     for (const QChar character : message) {
         if (character == u'\n')
-            result += QStringLiteral("\\n");
+            result += u"\\n"_s;
         else if (character == u'\r')
-            result += QStringLiteral("\\r");
+            result += u"\\r"_s;
         else if (character == u'\t')
-            result += QStringLiteral("\\t");
+            result += u"\\t"_s;
         else if (mustBeEscaped(character))
-            result += QStringLiteral("\\u%1").arg(character.unicode(), 4, 16, QChar(u'0'));
+            result += u"\\u%1"_s.arg(character.unicode(), 4, 16, QChar(u'0'));
         else
             result += character;
     }
     return result;
 }
 
-QString shortened(const QString& message, qsizetype longest) {
-    if (message.size() <= longest)
-        return message;
-    const bool cutsPair = message.at(longest - 1).isHighSurrogate();
-    return message.left(cutsPair ? longest - 1 : longest) + QChar(u'…');
-}
-
 } // namespace
 
 QString logLine(const QString& message, qsizetype longest) {
-    return escaped(shortened(message, longest));
+    return escaped(withEllipsis(message, longest));
 }
 
 } // namespace zenlot

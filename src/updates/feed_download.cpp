@@ -10,12 +10,14 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 constexpr int kOk = 200;
 
 // Headers that Qt would fill in with what tells people apart are set to what is the same for all.
 QNetworkRequest requestFor(const QUrl& address, std::chrono::milliseconds silence) {
     QNetworkRequest request(address);
-    request.setHeader(QNetworkRequest::UserAgentHeader, QStringLiteral("Zenlot"));
+    request.setHeader(QNetworkRequest::UserAgentHeader, u"Zenlot"_s);
     request.setRawHeader("Accept", "application/json");
     request.setRawHeader("Accept-Language", "en");
     // A compressed answer could be far larger than what arrives.

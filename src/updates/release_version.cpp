@@ -7,6 +7,8 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 constexpr qsizetype kLongestVersion = 64;
 
 bool isNumber(const QString& part) {
@@ -36,11 +38,11 @@ int compareParts(const QString& one, const QString& other) {
 
 std::optional<ReleaseVersion> ReleaseVersion::fromText(const QString& text) {
     static const QRegularExpression kForm(QRegularExpression::anchoredPattern(
-        QStringLiteral("[vV]?"
-                       "((?<number>[0-9]{1,9}(\\.[0-9]{1,9})*)"
-                       "(?<suffix>[-~.]?[A-Za-z][0-9A-Za-z.~-]*|[-~][0-9][0-9A-Za-z.~-]*)?"
-                       "(\\+[0-9A-Za-z.-]+)?)")));
-    static const QRegularExpression kPart(QStringLiteral("[0-9]+|[A-Za-z]+"));
+        u"[vV]?"
+        "((?<number>[0-9]{1,9}(\\.[0-9]{1,9})*)"
+        "(?<suffix>[-~.]?[A-Za-z][0-9A-Za-z.~-]*|[-~][0-9][0-9A-Za-z.~-]*)?"
+        "(\\+[0-9A-Za-z.-]+)?)"_s));
+    static const QRegularExpression kPart(u"[0-9]+|[A-Za-z]+"_s);
     if (text.size() > kLongestVersion)
         return std::nullopt;
     const QRegularExpressionMatch match = kForm.match(text);
@@ -48,9 +50,8 @@ std::optional<ReleaseVersion> ReleaseVersion::fromText(const QString& text) {
         return std::nullopt;
     ReleaseVersion version;
     version.text_ = match.captured(1);
-    version.number_ =
-        QVersionNumber::fromString(match.captured(QStringLiteral("number"))).normalized();
-    auto parts = kPart.globalMatch(match.captured(QStringLiteral("suffix")));
+    version.number_ = QVersionNumber::fromString(match.captured(u"number"_s)).normalized();
+    auto parts = kPart.globalMatch(match.captured(u"suffix"_s));
     while (parts.hasNext())
         version.preRelease_.append(parts.next().captured());
     return version;

@@ -26,10 +26,10 @@ class AlertsTest : public testing::Test {
     };
 
     void startZenlot(const json& settings, const std::string& readyLine) {
-        desktop.files().write(kSettings, settings.dump());
+        desktop.writeSettings(settings.dump());
         desktop.start(QStringLiteral(ZENLOT_PROGRAM), {u"--background"_s});
-        ASSERT_TRUE(waitForLog(readyLine));
-        ASSERT_TRUE(waitForLog("notification setup granted=true"));
+        ASSERT_TRUE(desktop.waitForLog(readyLine));
+        ASSERT_TRUE(desktop.waitForLog("notification setup granted=true"));
     }
 
     Server startServer() {
@@ -41,24 +41,12 @@ class AlertsTest : public testing::Test {
         monitor.addConflict(server.port, server.process->processId(), kProgram, kHolder);
     }
 
-    std::string log() const { return desktop.files().read(kLog); }
-    bool waitForLog(const std::string& text, int milliseconds = kPatience) const {
-        return QTest::qWaitFor([&] { return log().find(text) != std::string::npos; }, milliseconds);
-    }
-    static std::ptrdiff_t count(std::string_view text, std::string_view part) {
-        std::ptrdiff_t found = 0;
-        for (auto at = text.find(part); at != text.npos; at = text.find(part, at + 1))
-            ++found;
-        return found;
-    }
     json settings() const { return json::parse(desktop.files().read(kSettings)); }
 
     // Looks at an alert as a user does, and answers it with a click.
     void answer(const QString& title, const QString& body, const QString& button) {
-        ASSERT_EQ(alerts.answer(title, body, button), "") << log();
+        ASSERT_EQ(alerts.answer(title, body, button), "") << desktop.log();
     }
-
-    static constexpr const char* kSettings = "XDG_CONFIG_HOME/dev.quorvane.zenlot/defaults.json";
 
     PrivateDesktop desktop;
     AlertScreen alerts{desktop};
@@ -106,12 +94,14 @@ TEST_F(AlertsTest, ConflictIsAnnouncedOnceAndIgnoredFromThenOn) {
         monitor.broadcast("dev.quorvane.zenlot.conflictsUpdated");
         const std::string end =
             "legacy daemon log conflict port=1 pid=" + std::to_string(round) + ' ';
-        ASSERT_TRUE(waitForLog(end));
-        isHeard =
-            count(log().substr(0, log().find(end)),
-                  "records loaded count=" + std::to_string(monitor.conflictCount()) + ' ') > 1;
+        ASSERT_TRUE(desktop.waitForLog(end));
+        const std::string log = desktop.log();
+        const std::string reading =
+            "records loaded count=" + std::to_string(monitor.conflictCount()) + ' ';
+        const auto first = log.find(reading);
+        isHeard = log.find(reading, first + 1) < log.find(end);
     }
-    EXPECT_TRUE(isHeard) << log();
+    EXPECT_TRUE(isHeard) << desktop.log();
     ASSERT_NO_FATAL_FAILURE(answer(conflictTitle(announced.port),
                                    conflictBody(announced.port, announced.process->processId()),
                                    u"Ignore Process"_s));
@@ -123,7 +113,7 @@ TEST_F(AlertsTest, ConflictIsAnnouncedOnceAndIgnoredFromThenOn) {
         },
         kPatience))
         << settings();
-    EXPECT_EQ(std::size_t(count(log(), "posting notification")), monitor.conflictCount()) << log();
+    EXPECT_EQ(desktop.countInLog("posting notification"), monitor.conflictCount()) << desktop.log();
 }
 
 TEST_F(AlertsTest, NewListenerIsAnnouncedAndKilled) {
@@ -139,9 +129,9 @@ TEST_F(AlertsTest, NewListenerIsAnnouncedAndKilled) {
         server = startServer();
         numbers = " port=" + std::to_string(server.port) +
                   " pid=" + std::to_string(server.process->processId()) + " process=";
-        isNoticed = waitForLog("detected" + numbers, 10000);
+        isNoticed = desktop.waitForLog("detected" + numbers, 10000);
     }
-    ASSERT_TRUE(isNoticed) << log();
+    ASSERT_TRUE(isNoticed) << desktop.log();
     ASSERT_NO_FATAL_FAILURE(answer(u"Port %1 is now occupied"_s.arg(server.port),
                                    u"%1 (PID %2) started listening on port %3"_s.arg(kProgram)
                                        .arg(server.process->processId())
@@ -151,8 +141,9 @@ TEST_F(AlertsTest, NewListenerIsAnnouncedAndKilled) {
                 server.process->waitForFinished());
     EXPECT_EQ(server.process->exitStatus(), QProcess::CrashExit);
     EXPECT_EQ(server.process->exitCode(), SIGKILL);
-    EXPECT_EQ(count(log(), numbers), 2) << log(); // noticed and announced
-    EXPECT_EQ(count(log(), " port=" + std::to_string(earlier.port) + ' '), 0) << log();
+    EXPECT_EQ(desktop.countInLog(numbers), 2U) << desktop.log(); // noticed and announced
+    EXPECT_EQ(desktop.countInLog(" port=" + std::to_string(earlier.port) + ' '), 0U)
+        << desktop.log();
 }
 
 } // namespace

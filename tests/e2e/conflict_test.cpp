@@ -20,17 +20,6 @@ const QString kHolderName = u"R&D <b>web"_s;
 // With and without process events of the kernel.
 class ConflictTest : public testing::TestWithParam<QStringList> {
   protected:
-    std::string log() const { return desktop.files().read(kLog); }
-    bool waitForLog(const std::string& text, int milliseconds = kPatience) const {
-        return QTest::qWaitFor([&] { return log().find(text) != std::string::npos; }, milliseconds);
-    }
-    std::ptrdiff_t countInLog(const std::string& text) const {
-        const std::string lines = log();
-        std::ptrdiff_t count = 0;
-        for (auto at = lines.find(text); at != lines.npos; at = lines.find(text, at + 1))
-            ++count;
-        return count;
-    }
     QProcess& serve(const QString& port) {
         return desktop.start(u"python3"_s,
                              {u"-u"_s, u"-m"_s, u"http.server"_s, u"-b"_s, u"127.0.0.1"_s, port});
@@ -38,17 +27,16 @@ class ConflictTest : public testing::TestWithParam<QStringList> {
 
     void startMonitorAndZenlot() {
         desktop.start(QStringLiteral(ZENLOT_MONITOR), GetParam());
-        ASSERT_TRUE(waitForLog("background monitor started"));
+        ASSERT_TRUE(desktop.waitForLog("background monitor started"));
         if (GetParam().isEmpty() &&
-            log().find("told of processes by the kernel") == std::string::npos)
+            desktop.log().find("told of processes by the kernel") == std::string::npos)
             GTEST_SKIP() << "the kernel does not tell of processes here";
-        desktop.files().write(
-            "XDG_CONFIG_HOME/dev.quorvane.zenlot/defaults.json",
+        desktop.writeSettings(
             R"({"conflictMonitoringEnabled": true, "hasCompletedOnboarding": true,)"
             R"( "portMonitoringEnabled": false})");
         desktop.start(QStringLiteral(ZENLOT_PROGRAM), {u"--background"_s});
-        ASSERT_TRUE(waitForLog("conflict listener started"));
-        ASSERT_TRUE(waitForLog("notification setup granted=true"));
+        ASSERT_TRUE(desktop.waitForLog("conflict listener started"));
+        ASSERT_TRUE(desktop.waitForLog("notification setup granted=true"));
     }
 
     // Starts a server that can't have the port until the monitor has noticed it. By polling, one
@@ -60,7 +48,7 @@ class ConflictTest : public testing::TestWithParam<QStringList> {
             EXPECT_TRUE(refused.state() == QProcess::NotRunning ||
                         refused.waitForFinished(kPatience));
             EXPECT_EQ(refused.exitCode(), 1);
-            if (waitForLog(announced, kPatience / 20))
+            if (desktop.waitForLog(announced, kPatience / 20))
                 return;
         }
     }
@@ -87,11 +75,11 @@ TEST_P(ConflictTest, AlertNamesTheHolderAndItsButtonFreesThePort) {
                       .arg(port),
                   u"Kill Process"_s),
               "")
-        << log();
+        << desktop.log();
     EXPECT_TRUE(holder.state() == QProcess::NotRunning || holder.waitForFinished(kPatience));
     EXPECT_EQ(holder.exitCode(), SIGKILL);
     EXPECT_THAT(PrivateDesktop::firstLine(serve(port)).toStdString(), StartsWith("Serving HTTP"));
-    EXPECT_THAT(log(), HasSubstr(announcementOf(port)));
+    EXPECT_THAT(desktop.log(), HasSubstr(announcementOf(port)));
 }
 
 // The monitor tells each conflict in a file, by signals and in its log; for the ports that are
@@ -105,11 +93,12 @@ TEST_P(ConflictTest, OneRefusedServerIsOneAlert) {
     for (const QString& port : {anyPort, QString::number(kWatchedPort)}) {
         beRefused(port);
         const std::string alert = "posting notification id=zenlot-conflict-" + port.toStdString();
-        EXPECT_TRUE(waitForLog(alert)) << log();
+        EXPECT_TRUE(desktop.waitForLog(alert)) << desktop.log();
         // Two polls of everything that may tell of the conflict once more.
         QTest::qWait(5000);
-        EXPECT_EQ(countInLog(alert), countInLog(announcementOf(port))) << log();
-        EXPECT_TRUE(!GetParam().isEmpty() || countInLog(alert) == 1) << log();
+        EXPECT_EQ(desktop.countInLog(alert), desktop.countInLog(announcementOf(port)))
+            << desktop.log();
+        EXPECT_TRUE(!GetParam().isEmpty() || desktop.countInLog(alert) == 1U) << desktop.log();
     }
 }
 

@@ -11,10 +11,11 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
 using State = AccessibleTree::State;
 constexpr int kUntilEverythingWasAskedAgain = 1500;
-const QString kDialogTitle = QStringLiteral("Force Quit Process?");
-const QString kForceQuit = QStringLiteral("Force Quit");
+const QString kDialogTitle = u"Force Quit Process?"_s;
+const QString kForceQuit = u"Force Quit"_s;
 
 class EndToEndTest : public testing::Test {
   protected:
@@ -25,14 +26,14 @@ class EndToEndTest : public testing::Test {
         port = PrivateDesktop::portOf(*server);
         desktop.start(QStringLiteral(ZENLOT_MONITOR), {});
         ASSERT_TRUE(QTest::qWaitFor([this] { return isPublished(); }, kPatience));
-        pid = QStringLiteral("PID %1").arg(server->processId());
+        pid = u"PID %1"_s.arg(server->processId());
         // What would turn the direction of a line is shown as a mark.
         shownName = QString(name).replace(QChar(0x202E), QChar(0xFFFD));
-        row = QStringLiteral("%1 TCP4 LISTEN %2 *:%3 ").arg(shownName, pid, port);
+        row = u"%1 TCP4 LISTEN %2 *:%3 "_s.arg(shownName, pid, port);
 
         zenlot = &desktop.start(QStringLiteral(ZENLOT_PROGRAM), {});
-        ASSERT_TRUE(tree.find("frame", QStringLiteral("Zenlot"), State::active));
-        ASSERT_TRUE(tree.find("text", QStringLiteral("Port"), State::focused));
+        ASSERT_TRUE(tree.find("frame", u"Zenlot"_s, State::active));
+        ASSERT_TRUE(tree.find("text", u"Port"_s, State::focused));
         // A list makes only the rows that fit, and the machine may have many listeners.
         desktop.start("xdotool search --sync --onlyvisible --name ^Zenlot$ windowsize 860 3900");
         ASSERT_TRUE(tree.find("list item", port + QLatin1Char(' ')));
@@ -54,14 +55,14 @@ class EndToEndTest : public testing::Test {
         EXPECT_EQ(server->exitCode(), SIGKILL);
         EXPECT_TRUE(tree.isGone("list item", row));
         EXPECT_TRUE(tree.isGone("list item", port + QLatin1Char(' ')));
-        EXPECT_TRUE(tree.find("label", QStringLiteral("Port %1 is free").arg(port)));
+        EXPECT_TRUE(tree.find("label", u"Port %1 is free"_s.arg(port)));
         // The window checks again after a moment, and the monitor publishes: neither may bring the
         // server back.
         EXPECT_TRUE(QTest::qWaitFor([this] { return !isPublished(); }, kPatience));
         QTest::qWait(kUntilEverythingWasAskedAgain);
         EXPECT_TRUE(tree.isGone("list item", row));
         EXPECT_TRUE(tree.isGone("list item", port + QLatin1Char(' ')));
-        EXPECT_TRUE(tree.find("label", QStringLiteral("Port %1 is free").arg(port)));
+        EXPECT_TRUE(tree.find("label", u"Port %1 is free"_s.arg(port)));
         EXPECT_EQ(zenlot->readAllStandardError().toStdString(), "");
     }
 
@@ -76,10 +77,10 @@ class EndToEndTest : public testing::Test {
 };
 
 TEST_F(EndToEndTest, KeyboardFindsLooksAtAndStopsAServer) {
-    ASSERT_NO_FATAL_FAILURE(open(QStringLiteral("Sampled")));
-    const QString results = QStringLiteral("1 process on port ") + port;
+    ASSERT_NO_FATAL_FAILURE(open(u"Sampled"_s));
+    const QString results = u"1 process on port "_s + port;
 
-    desktop.input({QStringLiteral("type"), port});
+    desktop.input({u"type"_s, port});
     ASSERT_TRUE(tree.find("list item", row));
     ASSERT_TRUE(hasKeyboard("list", results));
     desktop.press("Return");
@@ -87,7 +88,7 @@ TEST_F(EndToEndTest, KeyboardFindsLooksAtAndStopsAServer) {
 
     // Cancel has the keyboard first, and keeps the server alive.
     desktop.press("Delete");
-    ASSERT_TRUE(hasKeyboard("push button", QStringLiteral("Cancel")));
+    ASSERT_TRUE(hasKeyboard("push button", u"Cancel"_s));
     EXPECT_TRUE(tree.find("label", kDialogTitle));
     desktop.press("Return");
     ASSERT_TRUE(tree.isGone("label", kDialogTitle));
@@ -95,9 +96,9 @@ TEST_F(EndToEndTest, KeyboardFindsLooksAtAndStopsAServer) {
 
     ASSERT_TRUE(hasKeyboard("list", results));
     desktop.press("Delete");
-    ASSERT_TRUE(hasKeyboard("push button", QStringLiteral("Cancel")));
+    ASSERT_TRUE(hasKeyboard("push button", u"Cancel"_s));
     desktop.press("shift+Tab");
-    ASSERT_TRUE(hasKeyboard("push button", QStringLiteral("Force Quit Sampled")));
+    ASSERT_TRUE(hasKeyboard("push button", u"Force Quit Sampled"_s));
     desktop.press("Return");
     expectServerIsGone();
 }
@@ -106,13 +107,13 @@ TEST_F(EndToEndTest, KeyboardFindsLooksAtAndStopsAServer) {
 // is chosen in the sidebar. Whatever the server is called stays plain text.
 TEST_F(EndToEndTest, ScreenReaderFindsLooksAtAndStopsAServer) {
     ASSERT_NO_FATAL_FAILURE(open(QString::fromUtf8("A <b>b<br>\u202E")));
-    const QString question = QStringLiteral("Force-quit ") + shownName + QStringLiteral(" (");
+    const QString question = u"Force-quit "_s + shownName + u" ("_s;
 
     ASSERT_TRUE(tree.press("list item", port + QLatin1Char(' '), "list item", row));
     ASSERT_TRUE(tree.press("list item", row, "label", pid + QLatin1Char(' ')));
     ASSERT_TRUE(tree.press("push button", kForceQuit, "label", question));
     ASSERT_TRUE(tree.press("push button", kForceQuit + QLatin1Char(' ') + shownName, "label",
-                           QStringLiteral("Port %1 is free").arg(port)));
+                           u"Port %1 is free"_s.arg(port)));
     expectServerIsGone();
 }
 

@@ -8,31 +8,31 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 TEST(LanguageTest, WindowsAndAnswersAreInTheUsersLanguage) {
     PrivateDesktop desktop;
     const AccessibleTree tree{desktop.sessionBus()};
     const auto startIn = [&](const char* language, const char* program) {
-        desktop.start(QStringLiteral("env"), {QLatin1String("LANGUAGE=") + QLatin1String(language),
-                                              QString::fromLocal8Bit(program)});
+        desktop.start(u"env"_s, {QLatin1String("LANGUAGE=") + QLatin1String(language),
+                                 QString::fromLocal8Bit(program)});
     };
     startIn("de_AT", ZENLOT_PROGRAM);
-    EXPECT_TRUE(tree.find("label", QStringLiteral("Portnummer eingeben")));
+    EXPECT_TRUE(tree.find("label", u"Portnummer eingeben"_s));
 
     startIn("ja_JP", ZENLOT_AUTOMATION_PROGRAM);
-    const QDBusConnection session(QStringLiteral("e2e session"));
+    const QDBusConnection session(u"e2e session"_s);
     QDBusReply<QString> answer;
     EXPECT_TRUE(QTest::qWaitFor(
         [&] {
             QDBusMessage question = QDBusMessage::createMethodCall(
-                QStringLiteral("dev.quorvane.zenlot.Automation"),
-                QStringLiteral("/dev/quorvane/zenlot/Automation"),
-                QStringLiteral("dev.quorvane.zenlot.Automation"), QStringLiteral("CheckPort"));
+                u"dev.quorvane.zenlot.Automation"_s, u"/dev/quorvane/zenlot/Automation"_s,
+                u"dev.quorvane.zenlot.Automation"_s, u"CheckPort"_s);
             answer = session.call(question << qlonglong{0});
             return answer.isValid();
         },
         20000));
-    EXPECT_EQ(answer.value(),
-              QStringLiteral("1から65535までの有効なポート番号を入力してください。"));
+    EXPECT_EQ(answer.value(), u"1から65535までの有効なポート番号を入力してください。"_s);
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 
 #include <QFile>
 #include <QProcess>
+#include <QTest>
 
 #include <functional>
 #include <memory>
@@ -17,6 +18,7 @@ namespace zenlot {
 inline constexpr int kPatience = 60000; // milliseconds that a busy machine may need
 // In the folder of the desktop.
 inline constexpr const char* kLog = "HOME/Library/Logs/zenlot-monitor.log";
+inline constexpr const char* kSettings = "XDG_CONFIG_HOME/dev.quorvane.zenlot/defaults.json";
 
 class PrivateDesktop {
   public:
@@ -35,8 +37,7 @@ class PrivateDesktop {
         for (const char* name :
              {"AT_SPI_BUS_ADDRESS", "LANGUAGE", "NO_AT_BRIDGE", "QT_FATAL_WARNINGS"})
             environment_.remove(QString::fromLatin1(name));
-        folder_.write("XDG_CONFIG_HOME/dev.quorvane.zenlot/defaults.json",
-                      R"({"hasCompletedOnboarding": true})");
+        writeSettings(R"({"hasCompletedOnboarding": true})");
         set("GSETTINGS_BACKEND", QStringLiteral("memory"));
         set("LC_ALL", QStringLiteral("C.UTF-8"));
         set("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", QStringLiteral("1"));
@@ -111,6 +112,20 @@ class PrivateDesktop {
         }
         return QString::fromUtf8(process.readLine()).trimmed();
     }
+
+    // What the programs have logged.
+    std::string log() const { return folder_.read(kLog); }
+    bool waitForLog(std::string_view text, int milliseconds = kPatience) const {
+        return QTest::qWaitFor([&] { return log().find(text) != std::string::npos; }, milliseconds);
+    }
+    std::size_t countInLog(std::string_view text) const {
+        const std::string lines = log();
+        std::size_t count = 0;
+        for (auto at = lines.find(text); at != lines.npos; at = lines.find(text, at + 1))
+            ++count;
+        return count;
+    }
+    void writeSettings(const std::string& json) const { folder_.write(kSettings, json); }
 
     // The folders of its user are in there, each named after its variable.
     const TemporaryFolder& files() const { return folder_; }

@@ -22,7 +22,6 @@ using namespace Qt::StringLiterals;
 using nlohmann::json;
 using State = AccessibleTree::State;
 
-constexpr const char* kSettings = "XDG_CONFIG_HOME/dev.quorvane.zenlot/defaults.json";
 constexpr const char* kUnit = "dev.quorvane.zenlot.monitor.service";
 
 const QString kWelcome = u"Welcome to Zenlot"_s;
@@ -293,13 +292,9 @@ TEST_F(UserManagerTest, FirstRunAsksForApproval) {
 // A start registers the monitor anew, which takes half a second.
 TEST_F(UserManagerTest, WhoQuitsAtOnceKeepsTheMonitor) {
     systemctl(u"--now enable"_s);
-    desktop.files().write(
-        kSettings,
-        json({{"conflictMonitoringEnabled", true}, {"hasCompletedOnboarding", true}}).dump());
+    desktop.writeSettings(R"({"conflictMonitoringEnabled": true, "hasCompletedOnboarding": true})");
     zenlot = &desktop.start(QStringLiteral(ZENLOT_PROGRAM), {});
-    ASSERT_TRUE(QTest::qWaitFor(
-        [&] { return desktop.files().read(kLog).find("notification setup") != std::string::npos; },
-        kPatience));
+    ASSERT_TRUE(desktop.waitForLog("notification setup"));
     zenlot->terminate();
     ASSERT_TRUE(zenlot->waitForFinished());
     EXPECT_TRUE(comesTo("enabled active"));
@@ -379,9 +374,7 @@ TEST_F(UserManagerTest, TheManagerItselfIsOfferedNowhere) {
                        "[Socket]\nListenStream=127.0.0.1:" + port.toStdString() + '\n');
     manager->writeUnit("held.service", "[Service]\nExecStart=/bin/true\n");
     ASSERT_EQ(manager->run(u"systemctl --user start held.socket && echo held"_s), "held");
-    desktop.files().write(
-        kSettings,
-        json({{"conflictMonitoringEnabled", true}, {"hasCompletedOnboarding", true}}).dump());
+    desktop.writeSettings(R"({"conflictMonitoringEnabled": true, "hasCompletedOnboarding": true})");
     const AlertScreen alerts(desktop);
     ASSERT_NO_FATAL_FAILURE(open());
     ASSERT_TRUE(sees("text", u"Port"_s, State::focused));

@@ -36,29 +36,19 @@ TEST(PortMergeTest, TheFirstRicherCachedRecordReplacesAFreshOne) {
 TEST(PortLookupTest, MergesTheScanWithTheCache) {
     FakeProcessTables tables;
     tables.table = {{22, 0, AddressFamily::ipv4, 0}};
-    SharedPortCache cache;
     const PortScanner scanner(tables, [](std::uint16_t, AddressFamily) { return false; });
-    const PortLookup lookup(scanner, cache);
-    EXPECT_EQ(lookup.processesOnPort(22).at(0).pid, 0);
+    EXPECT_EQ(processesOnPort(scanner, 22).at(0).pid, 0);
     const char* const path = "/Applications/NoteTaker.app/Contents/MacOS/tool";
-    cache.replace({{22, "TCP6", "tool", "Stale Name", 512, "501", path},
-                   {80, "TCP4", "web", "", 7, "0", "/bin/web"}});
-    const auto rows = lookup.processesOnPort(22);
+    const std::vector<OccupiedPort> published{{22, "TCP6", "tool", "Stale Name", 512, "501", path},
+                                              {80, "TCP4", "web", "", 7, "0", "/bin/web"}};
+    const auto rows = processesOnPort(scanner, 22, published);
     ASSERT_EQ(rows.size(), 1U);
     const PortProcess expected{rows[0].id, 512,    "tool",   "Note Taker", "501",
                                path,       "TCP6", "LISTEN", "*:22",       22};
     EXPECT_EQ(rows[0], expected);
-    EXPECT_NE(rows[0].id, lookup.processesOnPort(22).at(0).id);
-    EXPECT_EQ(lookup.processesOnPort(80).at(0).pid, 7);
-    EXPECT_TRUE(lookup.processesOnPort(23).empty());
-}
-
-TEST(CheckPortAnswerTest, Sentences) {
-    EXPECT_EQ(checkPortAnswer(0, {}), "Please enter a valid port number between 1 and 65535.");
-    EXPECT_EQ(checkPortAnswer(8080, {}), "Port 8080 is free — nothing is using it.");
-    std::vector<PortProcess> rows(2);
-    rows[0].displayName = "Sample";
-    EXPECT_EQ(checkPortAnswer(5000, rows), "Port 5000 is used by: Sample (PID 0),  (PID 0)");
+    EXPECT_NE(rows[0].id, processesOnPort(scanner, 22, published).at(0).id);
+    EXPECT_EQ(processesOnPort(scanner, 80, published).at(0).pid, 7);
+    EXPECT_TRUE(processesOnPort(scanner, 23, published).empty());
 }
 
 } // namespace

@@ -2,10 +2,8 @@
 #include "inventory/port_scanner.h"
 #include "inventory/process_names.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <numeric>
 #include <random>
 
 namespace zenlot {
@@ -13,7 +11,6 @@ namespace {
 
 using enum AddressFamily;
 using PortFilter = std::optional<std::int64_t>;
-using Ports = std::optional<std::vector<std::uint16_t>>;
 
 constexpr auto kNothingInUse = [](std::uint16_t, AddressFamily) { return false; };
 
@@ -80,44 +77,22 @@ TEST(PortScannerTest, ParallelWalkGivesWhatTheSequentialOneGives) {
     }
 }
 
-class MockSnapshot : public ProcessSnapshot {
-  public:
-    MOCK_METHOD(const std::vector<TcpTableEntry>&, tcpTable, (), (const override));
-    MOCK_METHOD(std::vector<AddressFamily>, silentFamilies, (), (const override));
-    MOCK_METHOD(Ports, attributablePorts, (), (const override));
-    MOCK_METHOD(std::vector<ProcessId>, pids, (), (const override));
-    MOCK_METHOD(void, appendTcpSockets, (ProcessId, std::vector<TcpSocket>&), (const override));
-    MOCK_METHOD(std::optional<std::int64_t>, startTime, (ProcessId), (const override));
-    MOCK_METHOD(std::optional<UserId>, realUid, (ProcessId), (const override));
-    MOCK_METHOD(std::string, executablePath, (ProcessId), (const override));
-};
-
-class MockTables : public ProcessTables {
-  public:
-    MOCK_METHOD(std::unique_ptr<ProcessSnapshot>, beginSnapshot, (PortFilter), (const override));
-};
-
 TEST(PortScannerTest, WalkEndsWhereNothingCanChangeAnyMore) {
-    std::vector<ProcessId> pids(498);
-    std::iota(pids.begin(), pids.end(), 2);
-    const auto everyTenthListens = [](ProcessId pid, std::vector<TcpSocket>& sockets) {
-        if (pid % 10 == 2)
-            sockets.push_back({ipv4, TcpState::listen, static_cast<std::uint16_t>(pid), 0});
-    };
-    const std::vector<TcpTableEntry> noTable;
-    using Case = std::tuple<Ports, PortFilter, int>;
-    for (const auto& [ports, filter, visits] :
-         {Case({{482, 492}}, {}, 18), Case({{492}}, 492, 8), Case({{}}, 493, 0), Case({}, 492, 8),
-          Case({}, {}, 498)}) {
-        auto snapshot = std::make_unique<testing::NiceMock<MockSnapshot>>();
-        ON_CALL(*snapshot, tcpTable).WillByDefault(testing::ReturnRef(noTable));
-        ON_CALL(*snapshot, attributablePorts).WillByDefault(testing::Return(ports));
-        ON_CALL(*snapshot, pids).WillByDefault(testing::Return(pids));
-        ON_CALL(*snapshot, appendTcpSockets).WillByDefault(everyTenthListens);
-        EXPECT_CALL(*snapshot, appendTcpSockets).Times(visits);
-        MockTables tables;
-        EXPECT_CALL(tables, beginSnapshot).WillOnce(testing::Return(std::move(snapshot)));
+    FakeProcessTables tables;
+    for (ProcessId pid = 2; pid < 500; ++pid) {
+        tables.processes.push_back({pid, {}, 1, "/bin/x"});
+        if (pid % 100 == 82)
+            tables.processes.back().sockets = {
+                {ipv4, TcpState::listen, static_cast<std::uint16_t>(pid), 0}};
+    }
+    using Case = std::tuple<bool, PortFilter, int>;
+    for (const auto& [isKnown, filter, visits] :
+         {Case(true, {}, 418), Case(true, 482, 18), Case(true, 483, 0), Case(false, 482, 18),
+          Case(false, {}, 498)}) {
+        tables.knowsAttributablePorts = isKnown;
+        tables.looks = 0;
         PortScanner(tables, kNothingInUse, 1).scanListeningSockets(filter);
+        EXPECT_EQ(tables.looks, visits);
     }
 }
 

@@ -174,12 +174,6 @@ TEST_F(RepeatedPortScanTest, DropsClosedPortsWithoutALookAtProcesses) {
     EXPECT_EQ(scan.listOccupiedPorts()->size(), 2U) << "the new one is found by the next scan";
 }
 
-TEST_F(RepeatedPortScanTest, SaysOfWhomTheKernelWasSilent) {
-    EXPECT_TRUE(scan.poll().silentFamilies.empty());
-    tables.silentFamilies = {ipv6};
-    EXPECT_EQ(scan.poll().silentFamilies, std::vector{ipv6});
-}
-
 TEST_F(RepeatedPortScanTest, ServesSeveralThreads) {
     addProcess(10, {{ipv4, TcpState::listen, 80, 0}});
     tables.table = {{80, 0, ipv4, 1000, 1}};

@@ -15,30 +15,32 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 TEST(TranslationTest, TheFirstLanguageThatHasATableIsTaken) {
     const struct {
         QStringList languages;
         QString table;
         QString word;
     } cases[] = {
-        {{}, {}, u"Folytatás"_qs},
-        {{u"C"_qs}, {}, u"Folytatás"_qs},
-        {{u"is-IS"_qs, u"is"_qs}, {}, u"Folytatás"_qs},
-        {{u"zh-TW"_qs, u"zh-Hant-TW"_qs}, {}, u"Folytatás"_qs},
-        {{u"en-GB"_qs}, u"en"_qs, u"Continue"_qs},
-        {{u"de-AT"_qs, u"en"_qs}, u"de"_qs, u"Weiter"_qs},
-        {{u"hu"_qs}, u"hu"_qs, u"Folytatás"_qs},
-        {{u"is"_qs, u"fr-CA"_qs}, u"fr"_qs, u"Continuer"_qs},
-        {{u"es-419"_qs}, u"es"_qs, u"Continuar"_qs},
-        {{u"ja-JP"_qs}, u"ja"_qs, u"続ける"_qs},
-        {{u"zh-SG"_qs}, u"zh_CN"_qs, u"继续"_qs},
+        {{}, {}, u"Folytatás"_s},
+        {{u"C"_s}, {}, u"Folytatás"_s},
+        {{u"is-IS"_s, u"is"_s}, {}, u"Folytatás"_s},
+        {{u"zh-TW"_s, u"zh-Hant-TW"_s}, {}, u"Folytatás"_s},
+        {{u"en-GB"_s}, u"en"_s, u"Continue"_s},
+        {{u"de-AT"_s, u"en"_s}, u"de"_s, u"Weiter"_s},
+        {{u"hu"_s}, u"hu"_s, u"Folytatás"_s},
+        {{u"is"_s, u"fr-CA"_s}, u"fr"_s, u"Continuer"_s},
+        {{u"es-419"_s}, u"es"_s, u"Continuar"_s},
+        {{u"ja-JP"_s}, u"ja"_s, u"続ける"_s},
+        {{u"zh-SG"_s}, u"zh_CN"_s, u"继续"_s},
     };
     for (const auto& [languages, table, word] : cases) {
         const Translation translation(languages);
         EXPECT_EQ(translation.table(), table);
         EXPECT_EQ(QCoreApplication::translate("WelcomePage", "Folytatás"), word);
     }
-    EXPECT_EQ(QCoreApplication::translate("WelcomePage", "Folytatás"), u"Folytatás"_qs)
+    EXPECT_EQ(QCoreApplication::translate("WelcomePage", "Folytatás"), u"Folytatás"_s)
         << "a translation ends with its object";
 }
 
@@ -60,7 +62,7 @@ Table readTable(const QString& path) {
         } else if (reader.name() == u"source") {
             key.second = reader.readElementText();
         } else if (reader.name() == u"translation") {
-            const bool isFinished = !reader.attributes().hasAttribute(u"type"_qs);
+            const bool isFinished = !reader.attributes().hasAttribute(u"type"_s);
             const QString text = reader.readElementText(QXmlStreamReader::IncludeChildElements);
             table[key] = isFinished ? text : QString();
         }
@@ -70,7 +72,7 @@ Table readTable(const QString& path) {
 }
 
 QStringList placeholdersIn(const QString& text) {
-    static const QRegularExpression placeholder(u"%(L?\\d+|n)"_qs);
+    static const QRegularExpression placeholder(u"%(L?\\d+|n)"_s);
     QStringList found;
     for (const QRegularExpressionMatch& match : placeholder.globalMatch(text))
         found.append(match.captured());
@@ -80,22 +82,22 @@ QStringList placeholdersIn(const QString& text) {
 
 TEST(TranslationTablesTest, HoldEveryTextOfTheSources) {
     const QtTemporaryFolder folder;
-    const QString fresh = folder.path(u"fresh.ts"_qs);
+    const QString fresh = folder.path(u"fresh.ts"_s);
     ASSERT_EQ(QProcess::execute(QStringLiteral(ZENLOT_LUPDATE),
-                                {u"-silent"_qs, u"-extensions"_qs, u"cpp,h,qml"_qs,
-                                 QStringLiteral(ZENLOT_FOLDER "/src"), u"-ts"_qs, fresh}),
+                                {u"-silent"_s, u"-extensions"_s, u"cpp,h,qml"_s,
+                                 QStringLiteral(ZENLOT_FOLDER "/src"), u"-ts"_s, fresh}),
               0);
     const Table wanted = readTable(fresh);
-    ASSERT_TRUE(wanted.contains({u"WelcomePage"_qs, u"Folytatás"_qs}));
+    ASSERT_TRUE(wanted.contains({u"WelcomePage"_s, u"Folytatás"_s}));
 
     const QDir tables(QStringLiteral(ZENLOT_FOLDER "/translations"));
-    const QStringList names = tables.entryList({u"*.ts"_qs});
+    const QStringList names = tables.entryList({u"*.ts"_s});
     EXPECT_EQ(names.size(), 7);
     for (const QString& name : names) {
         const Table table = readTable(tables.filePath(name));
         for (const auto& [key, text] : table) {
             const std::string where =
-                QStringLiteral("%1: %2: \"%3\"").arg(name, key.first, key.second).toStdString();
+                u"%1: %2: \"%3\""_s.arg(name, key.first, key.second).toStdString();
             EXPECT_TRUE(wanted.contains(key)) << where << " is shown nowhere";
             EXPECT_FALSE(text.isEmpty()) << where << " is not finished";
             EXPECT_EQ(placeholdersIn(text), placeholdersIn(key.second)) << where;

@@ -1,24 +1,18 @@
-#include "inventory/fake_process_pinner.h"
-#include "inventory/fake_process_tables.h"
 #include "monitoring/broadcast_names.h"
 #include "monitoring/conflict_listener.h"
-#include "platform/fake_app_service.h"
 #include "platform/fake_broadcast_center.h"
-#include "platform/fake_process_end_watch.h"
-#include "platform/fake_user_defaults.h"
-#include "platform/fake_user_notification_center.h"
-#include "support/temporary_folder.h"
+#include "support/sample_inventory.h"
 
 #include <QTest>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <sstream>
 
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 using Strings = std::vector<std::string>;
 
@@ -32,26 +26,25 @@ ConflictRecord recordOf(std::int64_t port, ReferenceTime time, const std::string
     return {port, 42, name, name, time};
 }
 
-class ConflictListenerTest : public testing::Test {
+class ConflictListenerTest : public testing::Test, protected SampleAlerts<> {
   protected:
     ConflictListenerTest() {
         settings.setConflictMonitoringEnabled(true);
         pinner.others = FakePinnedState();
         cache.replace({{80, "", "web", "Web", 7, "501", ""}, {90, "", "x", "X", 7, "501", ""}});
-        notifications.observe(kConflictDetected, &notifications, [this](const UserInfo& info) {
-            announced.push_back(info.string(kProcessNameKey).value_or(QString()).toStdString());
-        });
+        QObject::connect(&notifications, &NotificationCenter::conflictDetected,
+                         [this](const Conflict& conflict) {
+                             detected.push_back(conflict);
+                             announced.push_back(conflict.processName.toStdString());
+                         });
         publish("conflicts", "");
     }
-    // What was logged since the last call, without time and tag, and without the alerts' lines.
+    // Without the alerts' own lines.
     Strings logged() const {
-        std::istringstream text(folder.read("app.log"));
-        folder.write("app.log", "");
-        Strings lines;
-        for (std::string line; std::getline(text, line);) {
-            if (line.find("notification ") == std::string::npos)
-                lines.push_back(line.substr(34));
-        }
+        Strings lines = SampleAlerts::logged();
+        std::erase_if(lines, [](const std::string& line) {
+            return line.find("notification ") != std::string::npos;
+        });
         return lines;
     }
     void publish(const std::string& name, const std::string& json) const {
@@ -64,45 +57,25 @@ class ConflictListenerTest : public testing::Test {
         QCoro::waitFor(listener->pollLegacyDaemonLog());
     }
 
-    TemporaryFolder folder;
-    const QString home = QString::fromStdString(folder.path().string()) + u'/';
-    FakeUserDefaults defaults;
-    FakeAppService loginItem;
-    AppSettings settings{defaults, loginItem};
-    AppLog log{home + QStringLiteral("app.log")};
-    FakeProcessTables tables;
-    PortScanner scanner{tables, [](std::uint16_t, AddressFamily) { return false; }};
-    SharedPortCache cache;
-    PortLookup lookup{scanner, cache};
-    FakeProcessPinner pinner;
-    PortInventory inventory{scanner, lookup, cache, pinner};
     FakeBroadcastCenter broadcasts;
-    FakeUserNotificationCenter center;
-    NotificationCenter notifications;
-    FakeProcessEndWatch processEnds;
-    PortNotificationManager alerts{center, inventory, processEnds, notifications, log};
+    std::vector<Conflict> detected;
     Strings announced;                    // the names
     std::atomic<ReferenceTime> now{kNow}; // read by workers too
     const ConflictListener::Collaborators with{SharedContainer(home),
                                                inventory,
-                                               alerts,
+                                               *alerts,
                                                notifications,
                                                broadcasts,
                                                log,
-                                               home + QStringLiteral("log"),
+                                               home + u"log"_s,
                                                [this] { return now.load(); }};
     std::unique_ptr<ConflictListener> listener =
         std::make_unique<ConflictListener>(with, ConflictListenerPauses{1h, 1ms, 1ms});
 };
 
 TEST_F(ConflictListenerTest, KeysAgesAndLines) {
-    const std::pair<std::optional<ReferenceTime>, const char*> keys[] = {
-        {std::nullopt, "42:80:0.0"},
-        {fromReferenceSeconds(0), "42:80:978307200.0"},
-        {fromReferenceSeconds(785542800.1234567), "42:80:1763850000.1234567"}};
-    for (const auto& [time, key] : keys)
-        EXPECT_EQ(ConflictListener::deliveryKey({80, 42, "", "", time}), key);
-
+    EXPECT_EQ(ConflictListener::deliveryKey({80, 42, "", "", fromReferenceSeconds(0.5)}),
+              "42:80:978307200.5");
     EXPECT_TRUE(listener->isFresh(recordOf(1, kNow - 59s)));
     listener->start(settings);
     for (const auto& [age, isFresh] : {std::pair{3s, true}, {5s, true}, {6s, false}})
@@ -131,7 +104,7 @@ TEST_F(ConflictListenerTest, ReadsTheListAndObeysTheRulesInTheirOrder) {
     listener->start(settings);
     EXPECT_EQ(broadcasts.observerCount(conflictBroadcast(9090)), 1U);
     settings.setConflictIgnoredPorts({3000});
-    settings.setConflictIgnoredApps({QString(), QStringLiteral("Node")});
+    settings.setConflictIgnoredApps({QString(), u"Node"_s});
     std::vector<ConflictRecord> records(5, recordOf(1, kNow - 1h));
     for (int reading = 0; reading < 2; ++reading) {
         publish("conflicts", encodeConflictRecords(records));
@@ -157,7 +130,7 @@ TEST_F(ConflictListenerTest, ReadsTheListAndObeysTheRulesInTheirOrder) {
             "conflict notifying port=3000 pid=42 process=web"}));
     QCoro::waitFor(listener->deliver({4, 42, std::string(1023, 'x') + "é", "Shown", kNow}));
     EXPECT_EQ(announced, (Strings{"", "web", std::string(1023, 'x')}));
-    EXPECT_TRUE(center.requests.at(2).content.body.startsWith(QStringLiteral("Shown (PID 42) ")));
+    EXPECT_TRUE(center.requests.at(2).content.body.startsWith(u"Shown (PID 42) "_s));
 }
 
 TEST_F(ConflictListenerTest, AnnouncesOnlyHoldersThatAreThereAndWereThereBefore) {
@@ -170,35 +143,27 @@ TEST_F(ConflictListenerTest, AnnouncesOnlyHoldersThatAreThereAndWereThereBefore)
     const FakePinnedState manager{.startTime = 7, .isServiceManager = true};
     const FakePinnedState ofOther{.startTime = 7, .effectiveUid = 4'000'000};
     const FakePinnedState hidden{.startTime = {}, .effectiveUid = {}};
-    const FakePinnedState any;
     const std::string ended = "conflict ignored port=1: holder has ended";
     const std::string later = "conflict ignored port=1: holder started later";
     struct Case {
         std::int64_t pid;
-        const FakePinnedState& state;
+        FakePinnedState state;
         ReferenceTime detectedAt;
         std::optional<Obstacle> announced; // or else
         std::string refusal;
     };
-    const FakePinnedState atOnce = startedAt(kNow + 0.02s);
-    const FakePinnedState before = startedAt(kNow - 0.02s);
-    const FakePinnedState withinSecond = startedAt(whole + 0.9s);
-    const FakePinnedState afterSecond = startedAt(whole + 1.1s);
     const Case cases[] = {
         {50, gone, kNow, {}, ended},
-        {51, atOnce, kNow, {}, later},
-        {52, before, kNow, Obstacle::none, {}},
-        {53, withinSecond, whole, Obstacle::none, {}}, // whose fraction was cut off
-        {54, afterSecond, whole, {}, later},
+        {51, startedAt(kNow + 0.02s), kNow, {}, later},
+        {52, startedAt(kNow - 0.02s), kNow, Obstacle::none, {}},
+        {53, startedAt(whole + 0.9s), whole, Obstacle::none, {}}, // whose fraction was cut off
+        {54, startedAt(whole + 1.1s), whole, {}, later},
         {55, manager, kNow, Obstacle::serviceManager, {}},
         {56, ofOther, kNow, Obstacle::anotherUser, {}},
         {57, hidden, kNow, Obstacle::unknownOwner, {}},
-        {0, any, kNow, Obstacle::unknownOwner, {}},
-        {(1LL << 32) + 52, any, kNow, Obstacle::unknownOwner, {}},
+        {0, {}, kNow, Obstacle::unknownOwner, {}},
+        {(1LL << 32) + 52, {}, kNow, Obstacle::unknownOwner, {}},
     };
-    std::vector<UserInfo> infos;
-    notifications.observe(kConflictDetected, &notifications,
-                          [&infos](const UserInfo& info) { infos.push_back(info); });
     listener->start(settings);
     std::vector<ConflictRecord> records;
     Strings lines;
@@ -225,17 +190,15 @@ TEST_F(ConflictListenerTest, AnnouncesOnlyHoldersThatAreThereAndWereThereBefore)
         if (!each.announced)
             continue;
         SCOPED_TRACE(each.pid);
-        ASSERT_LT(place, infos.size());
-        const UserInfo& info = infos[place];
-        const UserNotificationContent& alert = center.requests[place++].content;
-        EXPECT_EQ(info.integer(kPidKey), each.pid);
-        EXPECT_EQ(info.integer(kObstacleKey), static_cast<std::int64_t>(*each.announced));
+        ASSERT_LT(place, detected.size());
+        const Conflict& conflict = detected[place];
+        EXPECT_EQ(conflict.obstacle, *each.announced);
         const auto start = each.pid < 57 && each.pid > 0 ? std::optional(7L) : std::nullopt;
-        EXPECT_EQ(info.integer(kStartTimeKey), start);
-        EXPECT_EQ(alert.userInfo.integer(kStartTimeKey), start);
-        EXPECT_EQ(alert.withheldActions.isEmpty(), *each.announced == Obstacle::none);
+        EXPECT_EQ(conflict.holder, (ProcessIdentity{each.pid, start}));
+        EXPECT_EQ(center.requests[place++].content.actions.size(),
+                  *each.announced == Obstacle::none ? 3 : 2);
     }
-    EXPECT_EQ(infos.size(), place);
+    EXPECT_EQ(detected.size(), place);
 }
 
 TEST_F(ConflictListenerTest, AnswersForAPortFromItsFileOrElseFromItsHolder) {
@@ -307,7 +270,7 @@ TEST_F(ConflictListenerTest, TakesTheRecordAndTheLineOfAConflictForOne) {
     publishNow("record");
     EXPECT_EQ(std::exchange(announced, {}), Strings{"line"});
     // What an application's entry has silenced stays so.
-    settings.setConflictIgnoredApps({QStringLiteral("my tool")});
+    settings.setConflictIgnoredApps({u"my tool"_s});
     now = now.load() + 11s;
     publishNow("my tool");
     pollLog(kLine + "80, my_tool (pid 42)\n");
@@ -354,28 +317,14 @@ TEST_F(ConflictListenerTest, PollsUntilItIsDestroyed) {
     listener->start(settings);
     publish("conflicts", encodeConflictRecords(std::vector{recordOf(1, kNow, "listed")}));
     ASSERT_TRUE(QTest::qWaitFor([&] { return announced.size() == 1; }));
-    notifications.observe(kConflictDetected, &notifications, [this](auto&) { listener.reset(); });
+    QObject::connect(&notifications, &NotificationCenter::conflictDetected,
+                     [this] { listener.reset(); });
     ASSERT_TRUE(QTest::qWaitFor([&] {
         std::ofstream(folder.path() / "log", std::ios::app) << kLine + "2\n" + kLine + "3\n";
         return !listener;
     }));
     EXPECT_EQ(announced.size(), 2U);
     EXPECT_EQ(center.requests.size(), 1U);
-}
-
-TEST(ConflictRecordsFileTest, DecodesAnewOnlyWhatMayHaveChanged) {
-    const TemporaryFolder folder;
-    const SharedContainer container(QString::fromStdString(folder.path().string()));
-    ConflictRecordsFile careful(container);
-    ConflictRecordsFile trusting(container, -1h);
-    for (const std::int64_t port : {1, 2}) {
-        folder.write(kList + "~", encodeConflictRecords(std::vector{recordOf(port, kNow)}));
-        std::filesystem::rename(folder.path() / (kList + "~"), folder.path() / kList);
-        const std::pair before{careful.read()->data(), trusting.read()->data()};
-        EXPECT_NE(careful.read()->data(), before.first);
-        EXPECT_EQ(trusting.read()->data(), before.second);
-        EXPECT_EQ(before.second->port, port);
-    }
 }
 
 } // namespace

@@ -1,70 +1,33 @@
-#include "inventory/fake_process_pinner.h"
-#include "inventory/fake_process_tables.h"
 #include "monitoring/port_monitor.h"
-#include "platform/fake_app_service.h"
-#include "platform/fake_process_end_watch.h"
-#include "platform/fake_user_defaults.h"
-#include "platform/fake_user_notification_center.h"
-#include "support/temporary_folder.h"
+#include "support/sample_inventory.h"
+#include "support/steered_tables.h"
 
 #include <QCoroTask>
-#include <QSemaphore>
 #include <QTest>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <random>
-#include <sstream>
 
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// Listening programs, each on a port of its own, that may come and go during a scan: each snapshot
-// is of the moment at which it was taken.
-class ChangingTables final : public ProcessTables {
-  public:
-    mutable QSemaphore snapshotsTaken;
-    std::atomic<bool> isSilent{false};
-
-    void listen(std::uint16_t port, const std::string& program, UserId user = currentUserId()) {
-        const std::lock_guard lock(mutex_);
-        programs_[port] = {port, {{{}, TcpState::listen, port, 0}}, user, "/bin/" + program};
-    }
-    void close(std::uint16_t port) {
-        const std::lock_guard lock(mutex_);
-        programs_.erase(port);
-    }
-
-    std::unique_ptr<ProcessSnapshot>
-    beginSnapshot(std::optional<std::int64_t> port) const override {
-        const std::lock_guard lock(mutex_);
-        const auto& tables = moments_.emplace_back(std::make_unique<FakeProcessTables>());
-        for (const auto& [number, program] : programs_) {
-            tables->table.push_back({number, 0, {}, *program.realUid});
-            tables->processes.push_back(program);
-        }
-        if (isSilent)
-            tables->silentFamilies = {AddressFamily::ipv4, AddressFamily::ipv6};
-        snapshotsTaken.release();
-        return tables->beginSnapshot(port);
-    }
-
-  private:
-    mutable std::mutex mutex_;
-    std::map<std::uint16_t, FakeProcess> programs_;
-    mutable std::vector<std::unique_ptr<FakeProcessTables>> moments_;
-};
-
-class PortMonitorTest : public testing::Test {
+class PortMonitorTest : public testing::Test, protected SampleAlerts<SteeredTables> {
   protected:
     PortMonitorTest() { pinner.others = FakePinnedState(); }
 
     using Strings = std::vector<std::string>;
 
+    // Each program has a port of its own, whose number it is known by.
+    void listen(std::uint16_t port, const std::string& program, UserId user = currentUserId()) {
+        tables.end(port);
+        tables.addListener(port, port, user, "/bin/" + program);
+    }
     static OccupiedPort published(std::int64_t port, const std::string& name,
                                   UserId user = currentUserId()) {
         return {port, "TCP4", name, name, 7, std::to_string(user), "/bin/" + name};
@@ -83,81 +46,59 @@ class PortMonitorTest : public testing::Test {
             titles.push_back(request.content.title.toStdString());
         return titles;
     }
-    // The monitor's own lines, without the time.
+    // The monitor's own lines.
     Strings logged() const {
-        std::istringstream text(folder.read("log"));
-        Strings lines;
-        for (std::string line; std::getline(text, line);) {
-            if (line.find("] port activity ") != std::string::npos)
-                lines.push_back(line.substr(21));
-        }
+        Strings lines = SampleAlerts::logged();
+        std::erase_if(lines,
+                      [](const std::string& line) { return !line.starts_with("port activity "); });
         return lines;
     }
 
-    TemporaryFolder folder;
-    FakeUserDefaults defaults;
-    FakeAppService loginItem;
-    AppSettings settings{defaults, loginItem};
-    AppLog log{QString::fromStdString((folder.path() / "log").string())};
-    ChangingTables tables;
-    std::set<std::int64_t> inUse; // what probing finds
-    PortScanner scanner{tables,
-                        [this](std::uint16_t port, AddressFamily) { return inUse.contains(port); }};
-    SharedPortCache cache;
-    PortLookup lookup{scanner, cache};
-    FakeProcessPinner pinner;
-    PortInventory inventory{scanner, lookup, cache, pinner};
-    FakeUserNotificationCenter center;
-    NotificationCenter notifications;
-    FakeProcessEndWatch processEnds;
-    PortNotificationManager alerts{center, inventory, processEnds, notifications, log};
     std::unique_ptr<PortMonitor> monitor =
-        std::make_unique<PortMonitor>(inventory, alerts, log, 1h);
+        std::make_unique<PortMonitor>(inventory, *alerts, log, 1h);
 };
 
 constexpr UserId kSomebodyElse = 4'000'000;
 
 TEST_F(PortMonitorTest, AnnouncesWhatThePollBeforeDidNotFind) {
-    tables.listen(5173, "old-server");
+    listen(5173, "old-server");
     monitor->start(settings);
     EXPECT_THAT(poll(), IsEmpty());
-    tables.listen(5174, "newServer");
-    tables.listen(631, "cupsd", kSomebodyElse);
+    listen(5174, "newServer");
+    listen(631, "cupsd", kSomebodyElse);
     EXPECT_THAT(poll(), ElementsAre("Port 5174 is now occupied"));
     EXPECT_THAT(poll(), IsEmpty());
-    tables.listen(5174, "another-owner");
+    listen(5174, "another-owner");
     EXPECT_THAT(poll(), IsEmpty());
-    tables.close(5174);
+    tables.end(5174);
     EXPECT_THAT(poll(), IsEmpty());
 
     // Entries of somebody else don't stand before one's own, nor the second before the first.
-    tables.listen(3000, "node");
+    listen(3000, "node");
     cache.replace({published(4000, "other", kSomebodyElse), published(4000, "first"),
                    published(4000, "second"), published(4001, "other", kSomebodyElse)});
-    tables.listen(5174, "newServer");
+    listen(5174, "newServer");
     EXPECT_THAT(poll(), ElementsAre("Port 3000 is now occupied", "Port 4000 is now occupied",
                                     "Port 5174 is now occupied"));
-    EXPECT_THAT(
-        logged(),
-        ElementsAre("[zenlot-app] port activity monitor started",
-                    "[zenlot-app] port activity detected port=5174 pid=5174 process=New Server",
-                    "[zenlot-app] port activity detected port=3000 pid=3000 process=Node",
-                    "[zenlot-app] port activity detected port=4000 pid=7 process=first",
-                    "[zenlot-app] port activity detected port=5174 pid=5174 process=New Server"));
+    EXPECT_THAT(logged(),
+                ElementsAre("port activity monitor started",
+                            "port activity detected port=5174 pid=5174 process=New Server",
+                            "port activity detected port=3000 pid=3000 process=Node",
+                            "port activity detected port=4000 pid=7 process=first",
+                            "port activity detected port=5174 pid=5174 process=New Server"));
 }
 
 TEST_F(PortMonitorTest, KeepsToTheIgnoreListsOfTheLatestSettings) {
     AppSettings latest(defaults, loginItem);
     latest.setMonitorIgnoredPorts({9, 5174});
-    latest.setMonitorIgnoredApps(
-        {QString(), QStringLiteral("Postgres"), QStringLiteral("docker desktop")});
+    latest.setMonitorIgnoredApps({QString(), u"Postgres"_s, u"docker desktop"_s});
     monitor->start(settings);
     monitor->start(latest);
     EXPECT_THAT(poll(), IsEmpty());
-    tables.listen(11, "postgres-server");
-    tables.listen(12, "docker");
-    tables.listen(13, "node");
-    tables.listen(5174, "other");
+    listen(11, "postgres-server");
+    listen(12, "docker");
+    listen(13, "node");
+    listen(5174, "other");
     EXPECT_THAT(poll(), ElementsAre("Port 13 is now occupied"));
     EXPECT_THAT(logged(), ElementsAre(testing::_, testing::HasSubstr("port=13 ")));
 }
@@ -169,24 +110,21 @@ TEST_F(PortMonitorTest, TellsOfOwnersThatAreThereAndOffersToEndWhoMayBeEnded) {
     pinner.set(12, {.ports = {12}, .isServiceManager = true});
     pinner.set(13, {.startTime = 99, .ports = {13}});
     for (std::uint16_t port = 11; port <= 13; ++port)
-        tables.listen(port, "server");
+        listen(port, "server");
     QCoro::waitFor(monitor->checkForNewListeners());
     ASSERT_EQ(center.requests.size(), 2U);
-    EXPECT_EQ(center.requests[0].content.userInfo.integer(kPidKey), 12);
-    EXPECT_EQ(center.requests[0].content.withheldActions,
-              QStringList(PortNotificationManager::killActionID));
-    EXPECT_EQ(center.requests[1].content.userInfo.integer(kStartTimeKey), 99);
-    EXPECT_THAT(center.requests[1].content.withheldActions, IsEmpty());
-    EXPECT_THAT(logged(),
-                testing::Contains("[zenlot-app] port activity ignored port=11: process has ended"));
+    EXPECT_TRUE(center.requests[0].content.body.contains(u"(PID 12)"));
+    EXPECT_EQ(center.requests[0].content.actions.size(), 2) << "without the one that ends it";
+    EXPECT_EQ(center.requests[1].content.actions.size(), 3);
+    EXPECT_THAT(logged(), testing::Contains("port activity ignored port=11: process has ended"));
 }
 
 TEST_F(PortMonitorTest, PollsUntilItIsStopped) {
-    monitor = std::make_unique<PortMonitor>(inventory, alerts, log, 0ms);
+    monitor = std::make_unique<PortMonitor>(inventory, *alerts, log, 0ms);
     monitor->start(settings);
     EXPECT_TRUE(monitor->isRunning());
-    ASSERT_TRUE(QTest::qWaitFor([this] { return tables.snapshotsTaken.available() > 2; }));
-    tables.listen(5174, "new");
+    ASSERT_TRUE(QTest::qWaitFor([this] { return tables.lookups({}) > 2; }));
+    listen(5174, "new");
     ASSERT_TRUE(QTest::qWaitFor([this] { return !center.requests.empty(); }));
     monitor->stop();
     monitor->start(settings);
@@ -195,7 +133,7 @@ TEST_F(PortMonitorTest, PollsUntilItIsStopped) {
     // Time for polls, if there were any: to take a baseline, and to find something new.
     EXPECT_EQ(announced().size(), 1U);
     for (std::uint16_t port = 6000; port < 6040; ++port) {
-        tables.listen(port, "while-stopped");
+        listen(port, "while-stopped");
         inventory.pollPortsOfCurrentUser().waitForFinished();
         QCoreApplication::processEvents();
     }
@@ -205,21 +143,21 @@ TEST_F(PortMonitorTest, PollsUntilItIsStopped) {
 TEST_F(PortMonitorTest, PollsUnderWayCountForNothingOnceStopped) {
     const auto startAndScan = [this] {
         monitor->start(settings);
-        return tables.snapshotsTaken.tryAcquire(1, 10s);
+        return tables.snapshotsTaken.try_acquire_for(10s);
     };
     ASSERT_TRUE(startAndScan());
     monitor->stop();
-    tables.listen(1, "while-stopped");
+    listen(1, "while-stopped");
     EXPECT_THAT(poll(), IsEmpty());
     tables.snapshotsTaken.acquire();
     monitor->stop();
 
     ASSERT_TRUE(startAndScan());
     monitor->stop();
-    tables.listen(2, "while-stopped");
+    listen(2, "while-stopped");
     ASSERT_TRUE(startAndScan());
     EXPECT_THAT(poll(), IsEmpty());
-    tables.listen(3, "new");
+    listen(3, "new");
     EXPECT_THAT(poll(), ElementsAre("Port 3 is now occupied"));
 
     const QCoro::Task<> open = monitor->checkForNewListeners();
@@ -241,10 +179,10 @@ TEST_F(PortMonitorTest, PollsFindTheSameOwnPortsAsAFullList) {
         return first;
     };
     for (int round = 0; round < 60; ++round) {
-        tables.close(3);
-        tables.close(4);
+        tables.end(3);
+        tables.end(4);
         if (round % 2 == 0)
-            tables.listen(static_cast<std::uint16_t>(3 + below(2)), "listening", anybody());
+            listen(static_cast<std::uint16_t>(3 + below(2)), "listening", anybody());
         tables.isSilent = below(2) == 0;
         inUse = {below(8)};
         std::vector<OccupiedPort> list;
@@ -261,17 +199,12 @@ TEST_F(PortMonitorTest, PollsFindTheSameOwnPortsAsAFullList) {
 }
 
 TEST(PortInventoryTest, APollOfTheSamePortsGivesTheSameList) {
-    FakeProcessTables tables;
-    tables.table = {{80, 0, AddressFamily::ipv4, currentUserId(), 1}};
-    const PortScanner scanner(tables);
-    SharedPortCache cache;
-    const PortLookup lookup(scanner, cache);
-    const FakeProcessPinner pinner;
-    PortInventory inventory(scanner, lookup, cache, pinner);
-    const auto poll = [&] { return inventory.pollPortsOfCurrentUser().result(); };
+    SampleInventory<> machine;
+    machine.tables.table = {{80, 0, AddressFamily::ipv4, currentUserId(), 1}};
+    const auto poll = [&] { return machine.inventory.pollPortsOfCurrentUser().result(); };
     const SharedPorts first = poll();
     EXPECT_EQ(poll(), first);
-    cache.replace({});
+    machine.cache.replace({});
     EXPECT_NE(poll(), first);
 }
 

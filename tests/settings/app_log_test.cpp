@@ -10,6 +10,9 @@
 
 namespace zenlot {
 namespace {
+
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 const std::string kStart = "2026-11-16T20:25:47Z [zenlot-app] ";
@@ -25,9 +28,9 @@ class AppLogTest : public testing::Test {
 
 TEST_F(AppLogTest, AppendsOneLineForEachEvent) {
     const std::pair<QString, std::string> cases[] = {
-        {QStringLiteral("a\nb\r\tc\u001b[31m\u0085"), "a\\nb\\r\\tc\\u001b[31m\\u0085"},
-        {QStringLiteral("\\ü\u2028\u202egol.exe\u2069"), "\\ü\\u2028\\u202egol.exe\\u2069"},
-        {QString(4095, u'x') + QStringLiteral("👩👩"), std::string(4095, 'x') + "…"},
+        {u"a\nb\r\tc\u001b[31m\u0085"_s, "a\\nb\\r\\tc\\u001b[31m\\u0085"},
+        {u"\\ü\u2028\u202egol.exe\u2069"_s, "\\ü\\u2028\\u202egol.exe\\u2069"},
+        {QString(4095, u'x') + u"👩👩"_s, std::string(4095, 'x') + "…"},
     };
     folder_.link(kName, "target");
     std::string expected;
@@ -46,7 +49,7 @@ TEST_F(AppLogTest, ConcurrentLinesStayWholeAndNoneIsLost) {
         std::barrier start(3);
         const auto application = [&] {
             start.arrive_and_wait();
-            log_.writeAppLog(QStringLiteral("a"));
+            log_.writeAppLog(u"a"_s);
         };
         std::thread first(application);
         std::thread second(application);
@@ -61,9 +64,9 @@ TEST_F(AppLogTest, ConcurrentLinesStayWholeAndNoneIsLost) {
 
 TEST_F(AppLogTest, DropsLinesWhereNoFileCanBeWritten) {
     ASSERT_EQ(::mkfifo(path_.c_str(), 0600), 0);
-    log_.writeAppLog(QStringLiteral("nobody reads"));
+    log_.writeAppLog(u"nobody reads"_s);
     const QString home = QString::fromStdString(folder_.path());
-    AppLog(monitorLogPath(home)).writeAppLog(QStringLiteral("no folder"));
+    AppLog(monitorLogPath(home)).writeAppLog(u"no folder"_s);
     EXPECT_EQ(folder_.names(), std::set<std::string>{kName});
     EXPECT_TRUE(makeMonitorLogDirectory(home));
     EXPECT_TRUE(folder_.names("Library/Logs").empty());

@@ -11,6 +11,7 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 using enum ReleaseFeedFailure;
 
@@ -41,7 +42,7 @@ class FeedServer final : public QTcpServer {
     }
 
     QString address(const char* scheme = "http") const {
-        return u"%1://127.0.0.1:%2/feed.json"_qs.arg(QLatin1String(scheme)).arg(serverPort());
+        return u"%1://127.0.0.1:%2/feed.json"_s.arg(QLatin1String(scheme)).arg(serverPort());
     }
 };
 
@@ -64,7 +65,7 @@ class HttpsReleaseFeedTest : public testing::Test {
         const ReleaseAnswer result = answer.result();
         if (const auto* failure = std::get_if<ReleaseFeedFailure>(&result))
             return *failure;
-        EXPECT_EQ(std::get<Release>(result).version.text(), u"2.0"_qs);
+        EXPECT_EQ(std::get<Release>(result).version.text(), u"2.0"_s);
         return std::nullopt;
     }
 
@@ -93,8 +94,8 @@ TEST_F(HttpsReleaseFeedTest, SaysNothingOfWhoAsks) {
 
 TEST_F(HttpsReleaseFeedTest, NeverSpeaksInTheClear) {
     server.answer = kOk + "\r\n" + kFeed;
-    for (const QString& address : {server.address(), u"ftp://a.example"_qs, u"feed.json"_qs,
-                                   u"https:///feed.json"_qs, u"https://a.example:x"_qs}) {
+    for (const QString& address : {server.address(), u"ftp://a.example"_s, u"feed.json"_s,
+                                   u"https:///feed.json"_s, u"https://a.example:x"_s}) {
         HttpsReleaseFeed feed(address);
         EXPECT_EQ(ask(feed), insecure) << address.toStdString();
     }

@@ -6,22 +6,24 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 TEST(ReleaseVersionTest, IsOrderedAsPeopleMeanIt) {
     // Those of one line are the same; each line comes before the next.
     const QList<QStringList> ascending{
-        {u"0.9-rc99"_qs},
-        {u"0.9"_qs, u"v0.9.0"_qs, u"00.09"_qs},
-        {u"1.0-1"_qs},
-        {u"1.0-alpha"_qs, u"1.0.Alpha"_qs},
-        {u"1.0-alpha.1"_qs, u"1.0alpha1"_qs, u"1.0~alpha01"_qs},
-        {u"1.0-beta"_qs},
-        {u"1.0-rc2"_qs},
-        {u"1.0-rc10"_qs},
-        {u"1.0-rc99999999999999999999999"_qs},
-        {u"1.0"_qs, u"1.0.0.0"_qs, u"1+build.9"_qs},
-        {u"1.9"_qs},
-        {u"1.10"_qs},
-        {u"999999999.0"_qs},
+        {u"0.9-rc99"_s},
+        {u"0.9"_s, u"v0.9.0"_s, u"00.09"_s},
+        {u"1.0-1"_s},
+        {u"1.0-alpha"_s, u"1.0.Alpha"_s},
+        {u"1.0-alpha.1"_s, u"1.0alpha1"_s, u"1.0~alpha01"_s},
+        {u"1.0-beta"_s},
+        {u"1.0-rc2"_s},
+        {u"1.0-rc10"_s},
+        {u"1.0-rc99999999999999999999999"_s},
+        {u"1.0"_s, u"1.0.0.0"_s, u"1+build.9"_s},
+        {u"1.9"_s},
+        {u"1.10"_s},
+        {u"999999999.0"_s},
     };
     QList<std::pair<qsizetype, ReleaseVersion>> versions{{-1, ReleaseVersion()}};
     for (const QStringList& line : ascending) {
@@ -37,9 +39,9 @@ TEST(ReleaseVersionTest, IsOrderedAsPeopleMeanIt) {
             EXPECT_EQ(sign(ReleaseVersion::compare(one, other)), sign(line - otherLine))
                 << one.text().toStdString() << " and " << other.text().toStdString();
     }
-    for (const QString& text : {u""_qs, u"v"_qs, u"rc1"_qs, u"1."_qs, u".1"_qs, u"1..2"_qs,
-                                u"-1.0"_qs, u"1.0-"_qs, u"1.0 beta"_qs, u"1.0\n"_qs, u"\u0661.0"_qs,
-                                u"1.4294967296"_qs, u"1.0-<b>"_qs, u"1."_qs.repeated(64) + u'1'})
+    for (const QString& text :
+         {u""_s, u"v"_s, u"rc1"_s, u"1."_s, u".1"_s, u"1..2"_s, u"-1.0"_s, u"1.0-"_s, u"1.0 beta"_s,
+          u"1.0\n"_s, u"\u0661.0"_s, u"1.4294967296"_s, u"1.0-<b>"_s, u"1."_s.repeated(64) + u'1'})
         EXPECT_FALSE(ReleaseVersion::fromText(text)) << text.toStdString();
 }
 
@@ -47,8 +49,8 @@ TEST(ReleaseTest, IsReadFromAFeedThatMakesSenseInEveryPart) {
     const auto release = releaseFromFeed(R"({"version": "v1.4.0-rc1", "later": [{}],
         "page": "https://zenlot.example/1.4.0?a=b#new", "date": "2026-03-05"})");
     ASSERT_TRUE(release);
-    EXPECT_EQ(release->version.text(), u"1.4.0-rc1"_qs);
-    EXPECT_EQ(release->page, QUrl(u"https://zenlot.example/1.4.0?a=b#new"_qs));
+    EXPECT_EQ(release->version.text(), u"1.4.0-rc1"_s);
+    EXPECT_EQ(release->page, QUrl(u"https://zenlot.example/1.4.0?a=b#new"_s));
     EXPECT_EQ(release->date, QDate(2026, 3, 5));
 
     const QByteArray good = R"({"version": "1.0", "page": "https://a.example"})";

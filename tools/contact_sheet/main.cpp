@@ -3,11 +3,11 @@
 //     zenlot_contact_sheet FOLDER
 //
 // Both pictures are of the same window, whose palette is exchanged in between.
-#include <QColor>
+#include "palettes.h"
+
 #include <QDir>
 #include <QGuiApplication>
 #include <QImage>
-#include <QPalette>
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickView>
@@ -18,15 +18,6 @@
 Q_IMPORT_QML_PLUGIN(Zenlot_StylePlugin)
 
 namespace {
-
-QPalette paletteOf(const QColor& window, const QColor& base, const QColor& text) {
-    QPalette palette;
-    palette.setColor(QPalette::Window, window);
-    palette.setColor(QPalette::Base, base);
-    palette.setColor(QPalette::WindowText, text);
-    palette.setColor(QPalette::Text, text);
-    return palette;
-}
 
 // Leaves the drawing of what has changed to the window, and takes the picture.
 bool save(QQuickView& view, const QString& path) {
@@ -48,8 +39,7 @@ int main(int argc, char** argv) {
     for (const QString& file : QDir(QStringLiteral(":/qt/qml/Zenlot/Style/symbols")).entryList())
         symbols.append(file.chopped(4));
 
-    QGuiApplication::setPalette(
-        paletteOf(QColor(0xef, 0xef, 0xef), Qt::white, QColor(0x1c, 0x1c, 0x1e)));
+    QGuiApplication::setPalette(zenlot::lightPalette());
     QQuickView view;
     view.engine()->addImportPath(QStringLiteral(":/qt/qml"));
     view.setInitialProperties({{QStringLiteral("symbols"), symbols}});
@@ -62,7 +52,6 @@ int main(int argc, char** argv) {
         QGuiApplication::processEvents(QEventLoop::WaitForMoreEvents);
     if (!save(view, folder.filePath(QStringLiteral("contact-sheet-light.png"))))
         return 1;
-    QGuiApplication::setPalette(
-        paletteOf(QColor(0x2a, 0x2a, 0x2d), QColor(0x1b, 0x1b, 0x1d), QColor(0xf2, 0xf2, 0xf4)));
+    QGuiApplication::setPalette(zenlot::darkPalette());
     return save(view, folder.filePath(QStringLiteral("contact-sheet-dark.png"))) ? 0 : 1;
 }

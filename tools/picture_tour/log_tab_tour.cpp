@@ -1,7 +1,7 @@
-#include "picture_tour/sample_user.h"
 #include "picture_tour/tour.h"
 #include "settings/window/settings_view_model.h"
 #include "shell/logviewer/log_tab_view_model.h"
+#include "support/sample_user.h"
 
 #include <QFile>
 #include <QQmlApplicationEngine>
@@ -13,6 +13,8 @@
 
 namespace zenlot {
 namespace {
+
+using namespace Qt::StringLiterals;
 
 // A morning with a conflict.
 constexpr const char* kMorning =
@@ -37,11 +39,10 @@ constexpr const char* kMorning =
 class LogTabScene final {
   public:
     LogTabScene() {
-        engine_.addImportPath(QStringLiteral(":/qt/qml"));
-        engine_.setInitialProperties(
-            {{QStringLiteral("viewModel"), QVariant::fromValue(&settingsViewModel_)},
-             {QStringLiteral("logViewModel"), QVariant::fromValue(&log)}});
-        engine_.load(QUrl(QStringLiteral("qrc:/qt/qml/Zenlot/App/SettingsWindow.qml")));
+        engine_.addImportPath(u":/qt/qml"_s);
+        engine_.setInitialProperties({{u"viewModel"_s, QVariant::fromValue(&settingsViewModel_)},
+                                      {u"logViewModel"_s, QVariant::fromValue(&log)}});
+        engine_.load(QUrl(u"qrc:/qt/qml/Zenlot/App/SettingsWindow.qml"_s));
         window_ = qobject_cast<QQuickWindow*>(engine_.rootObjects().value(0));
         if (!window_)
             throw std::runtime_error("the settings can't be made");
@@ -68,12 +69,12 @@ class LogTabScene final {
 
   private:
     QTemporaryDir folder_;
-    AppLog appLog_{folder_.filePath(QStringLiteral("zenlot-monitor.log"))};
+    AppLog appLog_{folder_.filePath(u"zenlot-monitor.log"_s)};
     SampleUser user_;
-    SettingsViewModel settingsViewModel_{user_.settings, user_.installer, user_.loginItems};
+    SettingsViewModel settingsViewModel_{user_.settings, user_.installer, user_.openLoginItems};
 
   public:
-    LogTabViewModel log{folder_.filePath(QStringLiteral("zenlot-monitor.log")), appLog_};
+    LogTabViewModel log{folder_.filePath(u"zenlot-monitor.log"_s), appLog_};
 
   private:
     QQuickWindow* window_{nullptr};
@@ -94,9 +95,7 @@ void showLogTab(Visitor& visitor) {
     for (const int row : {6, 7, 9})
         scene.log.toggleMark(row);
     see("log-marked");
-    scene.window()
-        .findChild<QQuickItem*>(QStringLiteral("logLines"))
-        ->forceActiveFocus(Qt::TabFocusReason);
+    scene.window().findChild<QQuickItem*>(u"logLines"_s)->forceActiveFocus(Qt::TabFocusReason);
     press(scene.window(), Qt::Key_Up);
     see("log-keyboard");
     scene.write(QByteArray(kMorning) +

@@ -6,13 +6,13 @@
 // table, or "longer", in which every text is half as long again; without it, the keys are shown.
 #include "localization/longer_texts.h"
 #include "localization/translation.h"
+#include "palettes.h"
 #include "picture_tour/tour.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDeadlineTimer>
 #include <QDir>
-#include <QPalette>
 #include <QQuickStyle>
 #include <QQuickWindow>
 #include <QStyleHints>
@@ -25,27 +25,11 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 // Longer than the longest pause between two changes of an animation.
 constexpr auto kStillness = 200ms;
-
-QPalette paletteOf(const QColor& window, const QColor& base, const QColor& text) {
-    QPalette palette;
-    palette.setColor(QPalette::Window, window);
-    palette.setColor(QPalette::Base, base);
-    palette.setColor(QPalette::WindowText, text);
-    palette.setColor(QPalette::Text, text);
-    return palette;
-}
-
-QPalette lightPalette() {
-    return paletteOf(QColor(0xef, 0xef, 0xef), Qt::white, QColor(0x1c, 0x1c, 0x1e));
-}
-
-QPalette darkPalette() {
-    return paletteOf(QColor(0x2a, 0x2a, 0x2d), QColor(0x1b, 0x1b, 0x1d), QColor(0xf2, 0xf2, 0xf4));
-}
 
 // Takes a picture of each state.
 class Photographer final : public Visitor {
@@ -63,10 +47,10 @@ class Photographer final : public Visitor {
             }
             return still.hasExpired();
         });
-        glanceAt(window, state);
+        captureNow(window, state);
     }
 
-    void glanceAt(QQuickWindow& window, const QString& state) override {
+    void captureNow(QQuickWindow& window, const QString& state) override {
         QGuiApplication::processEvents();
         save(window.grabWindow(), state);
     }
@@ -75,7 +59,7 @@ class Photographer final : public Visitor {
 
   private:
     void save(const QImage& picture, const QString& state) const {
-        const QString file = folder_.filePath(QStringLiteral("%1-%2.png").arg(state, look_));
+        const QString file = folder_.filePath(u"%1-%2.png"_s.arg(state, look_));
         if (!picture.save(file))
             throw std::runtime_error("can't write " + file.toStdString());
     }

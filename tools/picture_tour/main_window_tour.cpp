@@ -24,6 +24,7 @@ Q_IMPORT_QML_PLUGIN(Zenlot_StylePlugin)
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 constexpr auto kPatience = 20s;
@@ -32,15 +33,15 @@ constexpr auto kPatience = 20s;
 class Scene final {
   public:
     Scene() {
-        engine_.addImportPath(QStringLiteral(":/qt/qml"));
+        engine_.addImportPath(u":/qt/qml"_s);
         ProcessIconProvider::install(engine_, machine.runningApplications(), machine.workspace());
     }
 
     void open() {
         engine_.setInitialProperties(
-            {{QStringLiteral("detailViewModel"), QVariant::fromValue(&machine.inspector())},
-             {QStringLiteral("viewModel"), QVariant::fromValue(&content())}});
-        engine_.load(QUrl(QStringLiteral("qrc:/qt/qml/Zenlot/App/MainWindow.qml")));
+            {{u"detailViewModel"_s, QVariant::fromValue(&machine.inspector())},
+             {u"viewModel"_s, QVariant::fromValue(&content())}});
+        engine_.load(QUrl(u"qrc:/qt/qml/Zenlot/App/MainWindow.qml"_s));
         window_ = qobject_cast<QQuickWindow*>(engine_.rootObjects().value(0));
         if (!window_)
             throw std::runtime_error("the window can't be made");
@@ -93,52 +94,52 @@ void showMainWindow(Visitor& visitor) {
     {
         Scene scene;
         scene.open();
-        visitor.see(scene.window(), u"empty"_qs);
-        scene.content().setPortInput(QStringLiteral("80"));
-        visitor.glanceAt(scene.window(), u"typing"_qs);
-        scene.check(QStringLiteral("3001"));
-        visitor.see(scene.window(), u"free"_qs);
-        scene.check(QStringLiteral("8080"));
-        visitor.see(scene.window(), u"one-owner"_qs);
-        scene.check(QStringLiteral("5432"));
-        visitor.see(scene.window(), u"two-owners"_qs);
-        scene.check(QStringLiteral("7070"));
+        visitor.see(scene.window(), u"empty"_s);
+        scene.content().setPortInput(u"80"_s);
+        visitor.captureNow(scene.window(), u"typing"_s);
+        scene.check(u"3001"_s);
+        visitor.see(scene.window(), u"free"_s);
+        scene.check(u"8080"_s);
+        visitor.see(scene.window(), u"one-owner"_s);
+        scene.check(u"5432"_s);
+        visitor.see(scene.window(), u"two-owners"_s);
+        scene.check(u"7070"_s);
         scene.openInspector();
-        visitor.see(scene.window(), u"inspector"_qs);
+        visitor.see(scene.window(), u"inspector"_s);
         scene.resize({580, 380});
-        visitor.see(scene.window(), u"smallest"_qs);
+        visitor.see(scene.window(), u"smallest"_s);
         scene.resize({860, 560});
         openSections(scene.machine.inspector());
-        visitor.see(scene.window(), u"inspector-open"_qs);
+        visitor.see(scene.window(), u"inspector-open"_s);
         scene.content().requestForceQuit();
-        visitor.see(scene.window(), u"confirmation"_qs);
+        visitor.see(scene.window(), u"confirmation"_s);
         scene.content().cancelForceQuit();
         scene.content().closeInspector();
         SidebarModel& sidebar = *scene.content().sidebar();
         for (int row = sidebar.rowCount(); row-- > 0;)
             sidebar.setExpanded(row, true);
-        visitor.see(scene.window(), u"grouped"_qs);
+        visitor.see(scene.window(), u"grouped"_s);
         press(scene.window(), Qt::Key_Tab);
         press(scene.window(), Qt::Key_Tab);
-        visitor.see(scene.window(), u"focus"_qs);
+        visitor.see(scene.window(), u"focus"_s);
         press(scene.window(), Qt::Key_Tab);
         press(scene.window(), Qt::Key_Tab);
-        visitor.see(scene.window(), u"focus-button"_qs);
+        visitor.see(scene.window(), u"focus-button"_s);
     }
     Scene crowded;
     crowded.machine.becomeCrowded(600);
     crowded.open();
-    crowded.check(QStringLiteral("20400"));
-    visitor.see(crowded.window(), u"crowded"_qs);
+    crowded.check(u"20400"_s);
+    visitor.see(crowded.window(), u"crowded"_s);
     Scene hostile;
     hostile.machine.addProcess(
         666, true, "/tmp/<b>two\nlines</b> \u202Ereversed " + std::string(4'000, 'z'), {6666});
     hostile.open();
-    hostile.check(QStringLiteral("6666"));
+    hostile.check(u"6666"_s);
     hostile.openInspector();
-    visitor.see(hostile.window(), u"hostile"_qs);
+    visitor.see(hostile.window(), u"hostile"_s);
     hostile.content().requestForceQuit();
-    visitor.see(hostile.window(), u"hostile-confirmation"_qs);
+    visitor.see(hostile.window(), u"hostile-confirmation"_s);
 }
 
 void press(QQuickWindow& window, int key, Qt::KeyboardModifiers modifiers) {

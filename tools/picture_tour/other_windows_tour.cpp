@@ -1,17 +1,16 @@
 #include "picture_tour/sample_machine.h"
-#include "picture_tour/sample_user.h"
 #include "picture_tour/tour.h"
 #include "platform/fake_application_windows.h"
 #include "platform/fake_global_shortcut.h"
 #include "platform/fake_status_bar.h"
-#include "platform/fake_updater.h"
 #include "settings/window/settings_view_model.h"
-#include "shell/app/qml_window.h"
-#include "shell/backgrounditems/background_items_window.h"
+#include "shell/backgrounditems/background_items_view_model.h"
 #include "shell/logviewer/log_tab_view_model.h"
 #include "shell/menubar/app_delegate.h"
-#include "shell/onboarding/onboarding_window.h"
-#include "shell/updater/update_window.h"
+#include "shell/onboarding/onboarding_view_model.h"
+#include "shell/style/qml_window.h"
+#include "shell/updater/update_view_model.h"
+#include "support/sample_user.h"
 #include "updates/fake_release_feed.h"
 
 #include <QApplication>
@@ -35,9 +34,30 @@ Q_IMPORT_QML_PLUGIN(Zenlot_UpdaterPlugin)
 namespace zenlot {
 namespace {
 
-const QString kUnit = QStringLiteral("dev.quorvane.zenlot.monitor.service");
-const AppServiceError kRefusal{QStringLiteral("org.freedesktop.systemd1.NoSuchUnit"), 0,
-                               QStringLiteral("Unit %1 not found.").arg(kUnit)};
+using namespace Qt::StringLiterals;
+
+const QString kUnit = u"dev.quorvane.zenlot.monitor.service"_s;
+const AppServiceError kRefusal{u"org.freedesktop.systemd1.NoSuchUnit"_s, 0,
+                               u"Unit %1 not found."_s.arg(kUnit)};
+
+// A window of the program, opened over what the function makes for it.
+class TourWindow {
+  public:
+    TourWindow(QQmlEngine& engine, const char* file, QmlWindow::Properties properties)
+        : window_([&engine]() -> QQmlEngine& { return engine; }, file, std::move(properties)) {
+        if (!window_.open())
+            throw std::runtime_error(std::string("can't make ") + file);
+        window_.window()->show();
+        window_.window()->requestActivate();
+        waitFor([&] { return window_.window()->isActive(); });
+    }
+
+    QQuickWindow& operator*() const { return *window_.window(); }
+    QQuickWindow* operator->() const { return window_.window(); }
+
+  private:
+    QmlWindow window_;
+};
 
 void openTab(QQuickWindow& window, int tab) {
     for (QQuickItem* item : window.findChildren<QQuickItem*>()) {
@@ -48,7 +68,7 @@ void openTab(QQuickWindow& window, int tab) {
 
 void showSettings(QQmlEngine& engine, Visitor& visitor) {
     const QTemporaryDir folder;
-    QFile file(folder.filePath(QStringLiteral("zenlot-monitor.log")));
+    QFile file(folder.filePath(u"zenlot-monitor.log"_s));
     if (!file.open(QFile::WriteOnly))
         throw std::runtime_error("can't write the log");
     file.write("2026-03-05T09:07:31Z [zenlot-daemon] daemon started\n"
@@ -58,117 +78,101 @@ void showSettings(QQmlEngine& engine, Visitor& visitor) {
 
     SampleUser user;
     user.settings.setMonitorIgnoredPorts({22, 8080});
-    user.settings.setMonitorIgnoredApps({QStringLiteral("Google Chrome"), QStringLiteral("node"),
-                                         QStringLiteral("python3"), QStringLiteral("ruby"),
-                                         QStringLiteral("sshd"), QStringLiteral("steam"),
-                                         QStringLiteral("42")});
-    user.settings.setConflictIgnoredApps({QStringLiteral("node")});
+    user.settings.setMonitorIgnoredApps(
+        {u"Google Chrome"_s, u"node"_s, u"python3"_s, u"ruby"_s, u"sshd"_s, u"steam"_s, u"42"_s});
+    user.settings.setConflictIgnoredApps({u"node"_s});
     AppLog log(file.fileName());
-    QmlWindow settings(
-        [&]() -> QQmlEngine& { return engine; },
-        QUrl(QStringLiteral("qrc:/qt/qml/Zenlot/App/SettingsWindow.qml")),
-        [&](QObject& owner) -> QVariantMap {
-            return {{QStringLiteral("viewModel"),
-                     QVariant::fromValue(new SettingsViewModel(user.settings, user.installer,
-                                                               user.loginItems, &owner))},
-                    {QStringLiteral("logViewModel"),
-                     QVariant::fromValue(new LogTabViewModel(file.fileName(), log, &owner))}};
-        });
-    QQuickWindow* window = settings.open();
-    if (!window)
-        throw std::runtime_error("the settings can't be made");
-    window->show();
-    window->requestActivate();
-    waitFor([&] { return window->isActive(); });
-    visitor.see(*window, u"settings-general"_qs);
+    const TourWindow window(engine, "App/SettingsWindow.qml", [&](QObject& owner) -> QVariantMap {
+        return {{u"viewModel"_s, QVariant::fromValue(new SettingsViewModel(
+                                     user.settings, user.installer, user.openLoginItems, &owner))},
+                {u"logViewModel"_s,
+                 QVariant::fromValue(new LogTabViewModel(file.fileName(), log, &owner))}};
+    });
+    visitor.see(*window, u"settings-general"_s);
     press(*window, Qt::Key_Right);
-    visitor.see(*window, u"settings-off"_qs);
+    visitor.see(*window, u"settings-off"_s);
     auto* viewModel = window->property("viewModel").value<SettingsViewModel*>();
     user.monitor.refusal = kRefusal;
     viewModel->setConflictMonitoring(true);
-    visitor.see(*window, u"settings-failed"_qs);
+    visitor.see(*window, u"settings-failed"_s);
     user.monitor.refusal.reset();
     user.forbidTheMonitor();
     viewModel->setConflictMonitoring(true);
-    visitor.see(*window, u"settings-blocked"_qs);
+    visitor.see(*window, u"settings-blocked"_s);
     viewModel->recheckBackgroundApproval();
-    visitor.see(*window, u"settings-still-blocked"_qs);
+    visitor.see(*window, u"settings-still-blocked"_s);
     user.monitor.currentStatus = AppServiceStatus::enabled;
     viewModel->recheckBackgroundApproval();
     user.settings.setPortMonitoringEnabled(true);
-    visitor.see(*window, u"settings-exceptions"_qs);
+    visitor.see(*window, u"settings-exceptions"_s);
     for (const int key : {Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Down})
         press(*window, key);
-    visitor.see(*window, u"settings-selected"_qs);
+    visitor.see(*window, u"settings-selected"_s);
     press(*window, Qt::Key_Tab);
     press(*window, Qt::Key_Return);
-    visitor.see(*window, u"settings-adding"_qs);
+    visitor.see(*window, u"settings-adding"_s);
     press(*window, Qt::Key_Escape);
     openTab(*window, 2);
-    visitor.see(*window, u"settings-log"_qs);
+    visitor.see(*window, u"settings-log"_s);
     QFile::remove(file.fileName());
     openTab(*window, 0);
     openTab(*window, 2);
-    visitor.see(*window, u"settings-no-log"_qs);
+    visitor.see(*window, u"settings-no-log"_s);
     window->hide();
 }
 
-void showOnboarding(Visitor& visitor) {
-    const auto open = [](SampleUser& user) {
-        auto window = std::make_unique<OnboardingWindow>(
-            OnboardingViewModel::Collaborators{user.settings, user.installer, user.loginItems,
-                                               user.systemLog},
-            std::function<void()>());
-        window->rootObject()->setProperty("movie", QUrl()); // which would never stand still
-        window->show();
-        return window;
-    };
+void showOnboarding(QQmlEngine& engine, Visitor& visitor) {
     SampleUser user;
-    const auto window = open(user);
-    visitor.see(*window, u"onboarding-welcome"_qs);
-    window->viewModel().advance();
-    visitor.see(*window, u"onboarding-monitor"_qs);
+    const auto at = [](SampleUser& somebody) {
+        return OnboardingViewModel::Collaborators{somebody.settings, somebody.installer,
+                                                  somebody.systemLog};
+    };
+    OnboardingViewModel viewModel(at(user), {.openLoginItems = user.openLoginItems});
+    const TourWindow window(engine, "Onboarding/OnboardingWindow.qml",
+                            QmlWindow::showing(viewModel));
+    window->setProperty("movie", QUrl()); // which would never stand still
+    visitor.see(*window, u"onboarding-welcome"_s);
+    viewModel.advance();
+    visitor.see(*window, u"onboarding-monitor"_s);
     user.monitor.refusal = kRefusal;
-    window->viewModel().enableBackgroundMonitor();
-    waitFor([&] { return !window->viewModel().installError().isEmpty(); });
-    visitor.see(*window, u"onboarding-failed"_qs);
+    viewModel.enableBackgroundMonitor();
+    visitor.see(*window, u"onboarding-failed"_s);
     user.monitor.refusal.reset();
     user.forbidTheMonitor();
-    window->viewModel().enableBackgroundMonitor();
-    waitFor([&] { return window->viewModel().needsApproval(); });
-    visitor.see(*window, u"onboarding-blocked"_qs);
-    window->viewModel().recheckApproval();
-    visitor.see(*window, u"onboarding-still-blocked"_qs);
+    viewModel.enableBackgroundMonitor();
+    visitor.see(*window, u"onboarding-blocked"_s);
+    viewModel.recheckApproval();
+    visitor.see(*window, u"onboarding-still-blocked"_s);
     SampleUser returning;
     returning.monitor.currentStatus = AppServiceStatus::enabled;
-    const auto again = open(returning);
-    again->viewModel().advance();
-    visitor.see(*again, u"onboarding-enabled"_qs);
+    OnboardingViewModel again(at(returning), {});
+    const TourWindow other(engine, "Onboarding/OnboardingWindow.qml", QmlWindow::showing(again));
+    other->setProperty("movie", QUrl());
+    again.advance();
+    visitor.see(*other, u"onboarding-enabled"_s);
 }
 
 void showBackgroundItems(QQmlEngine& engine, Visitor& visitor) {
     SampleUser user;
     BackgroundItemsViewModel viewModel(
-        user.monitor, [] { return QStringLiteral("systemctl --user unmask ") + kUnit; }, kUnit);
-    BackgroundItemsWindow page([&]() -> QQmlEngine& { return engine; }, viewModel);
+        user.monitor, [] { return u"systemctl --user unmask "_s + kUnit; }, kUnit);
+    const TourWindow page(engine, "BackgroundItems/BackgroundItemsWindow.qml",
+                          QmlWindow::showing(viewModel));
     for (const auto& [status, state] :
          {std::pair(AppServiceStatus::requiresApproval, "background-blocked"),
           {AppServiceStatus::notRegistered, "background-off"},
           {AppServiceStatus::notFound, "background-not-found"},
           {AppServiceStatus::enabled, "background-allowed"}}) {
         user.monitor.currentStatus = status;
-        page.openSystemSettingsLoginItems();
         viewModel.recheck();
-        visitor.see(*page.window(), QString::fromLatin1(state));
+        visitor.see(*page, QString::fromLatin1(state));
     }
-    page.window()->hide();
 }
 
 void showUpdates(QQmlEngine& engine, Visitor& visitor) {
     const auto release = [](const char* version) {
         return Release{*ReleaseVersion::fromText(QLatin1String(version)),
-                       QUrl(QStringLiteral("https://zenlot.example/releases/2.0")),
-                       QDate(2026, 3, 5)};
+                       QUrl(u"https://zenlot.example/releases/2.0"_s), QDate(2026, 3, 5)};
     };
     const std::pair<ReleaseAnswer, const char*> answers[] = {
         {release("2.0"), "update-newer"},
@@ -179,11 +183,11 @@ void showUpdates(QQmlEngine& engine, Visitor& visitor) {
     for (const auto& [answer, state] : answers) {
         FakeReleaseFeed feed;
         UpdateViewModel viewModel(feed, release("1.9").version, [](const QUrl&) { return false; });
-        UpdateWindow updates([&]() -> QQmlEngine& { return engine; }, viewModel);
-        updates.checkForUpdates();
+        viewModel.check();
+        const TourWindow window(engine, "Updater/UpdateWindow.qml", QmlWindow::showing(viewModel));
         feed.answer(answer);
         waitFor([&] { return viewModel.state() != UpdateViewModel::State::Checking; });
-        visitor.see(*updates.window(), QString::fromLatin1(state));
+        visitor.see(*window, QString::fromLatin1(state));
     }
 }
 
@@ -191,9 +195,9 @@ void showUpdates(QQmlEngine& engine, Visitor& visitor) {
 
 void showOtherWindows(Visitor& visitor) {
     QQmlEngine engine;
-    engine.addImportPath(QStringLiteral(":/qt/qml"));
+    engine.addImportPath(u":/qt/qml"_s);
     showSettings(engine, visitor);
-    showOnboarding(visitor);
+    showOnboarding(engine, visitor);
     showBackgroundItems(engine, visitor);
     showUpdates(engine, visitor);
 }
@@ -205,18 +209,14 @@ void showStatusMenu(Visitor& visitor) {
     FakeStatusBar bar;
     FakeGlobalShortcut shortcut;
     FakeApplicationWindows windows;
-    FakeUpdater updater;
     AppModel appModel;
-    AppDelegate delegate({machine.inventory(), notifications, bar, shortcut, windows, updater}, {});
+    AppDelegate delegate({machine.inventory(), notifications, bar, shortcut, windows}, {});
     delegate.configure(user.settings, appModel);
-    notifications.post(kConflictDetected, {{kPortKey, 3000},
-                                           {kPidKey, 42},
-                                           {kProcessNameKey, QStringLiteral("node")},
-                                           {kDisplayNameKey, QStringLiteral("Node")}});
+    Q_EMIT notifications.conflictDetected({3000, {42}, u"node"_s, u"Node"_s});
     bar.click(QRect(10, 0, 20, 20));
     QWidget* menu = nullptr;
     waitFor([&] { return (menu = QApplication::activePopupWidget()) != nullptr; });
-    visitor.see(*menu, u"status-menu"_qs);
+    visitor.see(*menu, u"status-menu"_s);
     menu->close();
 }
 

@@ -8,6 +8,8 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 constexpr std::int64_t kNow = 1'741'162'051; // a Wednesday morning in March
 constexpr UserId kSystemUser = 112;
 
@@ -41,18 +43,18 @@ SampleMachine::SampleMachine()
           processes_,
           [] { return std::chrono::system_clock::time_point(std::chrono::seconds(kNow)); },
           QLocale(QLocale::English), QTimeZone::utc()),
-      content_({inventory_, notifications_, applications_, bundleKeys_, appModel_, settings_,
-                userDefaults_},
+      content_({machine_.inventory, notifications_, applications_, bundleKeys_, appModel_,
+                user_.settings, user_.defaults},
                {}) {
-    settings_.setHasCompletedOnboarding(true);
+    user_.settings.setHasCompletedOnboarding(true);
     processes_.memoryBytes = 16'000'000'000;
     QObject::connect(&content_, &ContentViewModel::detailProcessChanged, &inspector_,
                      [this] { inspector_.setProcess(content_.detailProcess()); });
 
-    addApplication(QStringLiteral("/Applications/Harbor.app"), QStringLiteral("org.harbor.desktop"),
+    addApplication(u"/Applications/Harbor.app"_s, u"org.harbor.desktop"_s,
                    QColor(0x2f, 0x7f, 0xe8));
-    addApplication(QStringLiteral("/Applications/Quill Notes.app"),
-                   QStringLiteral("org.quill.notes"), QColor(0xd9, 0x5b, 0x2b));
+    addApplication(u"/Applications/Quill Notes.app"_s, u"org.quill.notes"_s,
+                   QColor(0xd9, 0x5b, 0x2b));
     addProcess(4312, true, "/usr/bin/node", {3000, 5173});
     addProcess(4377, true, "/usr/bin/python3.11", {8080});
     addProcess(5120, true, "/Applications/Harbor.app/Contents/MacOS/Harbor", {7070, 7071});
@@ -65,20 +67,20 @@ SampleMachine::SampleMachine()
     // Nobody who may be asked knows who holds this port, but two are remembered.
     const std::string user = std::to_string(currentUserId());
     const std::string postgres = "/usr/lib/postgresql/15/bin/postgres";
-    cache_.replace({{5432, "TCP4", "postgres", "Postgres", 4401, user, postgres},
-                    {5432, "TCP6", "postgres", "Postgres", 4409, user, postgres}});
-    pinner_.processes[4401].ports = pinner_.processes[4409].ports = {5432};
+    machine_.cache.replace({{5432, "TCP4", "postgres", "Postgres", 4401, user, postgres},
+                            {5432, "TCP6", "postgres", "Postgres", 4409, user, postgres}});
+    machine_.pinner.processes[4401].ports = machine_.pinner.processes[4409].ports = {5432};
 }
 
 void SampleMachine::addProcess(ProcessId pid, bool isOwn, const std::string& path,
                                const std::vector<std::uint16_t>& ports) {
     const UserId user = isOwn ? currentUserId() : kSystemUser;
-    FakePinnedState& pinned = pinner_.processes[pid];
+    FakePinnedState& pinned = machine_.pinner.processes[pid];
     pinned = {.effectiveUid = user, .ports = {ports.begin(), ports.end()}};
     FakeProcess process{pid, {}, user, path, pinned.startTime};
     for (const std::uint16_t port : ports) {
         process.sockets.push_back({AddressFamily::ipv4, TcpState::listen, port, 0});
-        tables_.table.push_back({port, 0, AddressFamily::ipv4, user});
+        machine_.tables.table.push_back({port, 0, AddressFamily::ipv4, user});
     }
     ProcessFacts facts;
     facts.task = TaskInfo{1204,
@@ -93,13 +95,13 @@ void SampleMachine::addProcess(ProcessId pid, bool isOwn, const std::string& pat
     facts.tcpSockets.push_back({AddressFamily::ipv4, TcpState::established, ports.front(), 51'834});
     facts.tcpSockets.push_back({AddressFamily::ipv4, TcpState::closeWait, ports.front(), 51'840});
     processes_.processes.insert_or_assign(pid, facts);
-    tables_.processes.push_back(std::move(process));
+    machine_.tables.processes.push_back(std::move(process));
 }
 
 void SampleMachine::becomeCrowded(int processes) {
-    cache_.replace({});
-    tables_.table.clear();
-    tables_.processes.clear();
+    machine_.cache.replace({});
+    machine_.tables.table.clear();
+    machine_.tables.processes.clear();
     for (int each = 0; each < processes; ++each) {
         const auto port = static_cast<std::uint16_t>(20'000 + 2 * each);
         addProcess(10'000 + each, each % 3 != 0, "/opt/fleet/worker-" + std::to_string(each),
@@ -110,15 +112,14 @@ void SampleMachine::becomeCrowded(int processes) {
 void SampleMachine::addApplication(const QString& bundle, const QString& identifier,
                                    const QColor& color) {
     const QString name = QFileInfo(bundle).completeBaseName();
-    const QString picture = pictures_.filePath(name + QStringLiteral(".png"));
+    const QString picture = pictures_.filePath(name + u".png"_s);
     drawIcon(picture, name, color);
     workspace_.icons.insert(bundle, picture);
     workspace_.pictures.insert(picture, picture);
-    propertyLists_.files.insert(
-        bundle + QStringLiteral("/Contents/Info.plist"),
-        {{QStringLiteral("CFBundleIdentifier"), identifier},
-         {QStringLiteral("CFBundleShortVersionString"), QStringLiteral("2.4")},
-         {QStringLiteral("CFBundleVersion"), QStringLiteral("1187")}});
+    propertyLists_.files.insert(bundle + u"/Contents/Info.plist"_s,
+                                {{u"CFBundleIdentifier"_s, identifier},
+                                 {u"CFBundleShortVersionString"_s, u"2.4"_s},
+                                 {u"CFBundleVersion"_s, u"1187"_s}});
 }
 
 } // namespace zenlot

@@ -4,15 +4,12 @@
 #pragma once
 
 #include "inventory/fake_process_inspector.h"
-#include "inventory/fake_process_pinner.h"
-#include "inventory/fake_process_tables.h"
-#include "platform/fake_app_service.h"
 #include "platform/fake_property_list.h"
 #include "platform/fake_running_applications.h"
-#include "platform/fake_user_defaults.h"
 #include "platform/fake_workspace.h"
 #include "shell/inspector/process_detail_view_model.h"
 #include "shell/mainwindow/content_view_model.h"
+#include "support/sample_inventory.h"
 
 #include <QColor>
 #include <QTemporaryDir>
@@ -32,7 +29,7 @@ class SampleMachine final {
 
     const FakeRunningApplications& runningApplications() const { return applications_; }
     const FakeWorkspace& workspace() const { return workspace_; }
-    PortInventory& inventory() { return inventory_; }
+    PortInventory& inventory() { return machine_.inventory; }
     ContentViewModel& content() { return content_; }
     ProcessDetailViewModel& inspector() { return inspector_; }
 
@@ -41,22 +38,15 @@ class SampleMachine final {
     void addApplication(const QString& bundle, const QString& identifier, const QColor& color);
 
     QTemporaryDir pictures_;
-    FakeProcessTables tables_;
+    SampleInventory<> machine_;
+    SampleUser user_;
     FakeProcessInspector processes_;
     FakeRunningApplications applications_;
     FakePropertyListReader propertyLists_;
     FakeWorkspace workspace_;
-    FakeProcessPinner pinner_;
-    SharedPortCache cache_;
-    PortScanner scanner_{tables_, [](std::uint16_t, AddressFamily) { return false; }};
-    PortLookup lookup_{scanner_, cache_};
-    PortInventory inventory_{scanner_, lookup_, cache_, pinner_};
     NotificationCenter notifications_;
     BundleKeyCache bundleKeys_{propertyLists_};
     AppModel appModel_;
-    FakeUserDefaults userDefaults_;
-    FakeAppService loginItem_;
-    AppSettings settings_{userDefaults_, loginItem_};
     ProcessDetailsCollector collector_;
     ProcessDetailsLoader loader_{collector_, applications_, propertyLists_};
     ContentViewModel content_;

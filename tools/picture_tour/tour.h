@@ -30,7 +30,7 @@ class Visitor {
     virtual void see(QWidget& menu, const QString& state) = 0;
 
     // What is not there for long.
-    virtual void glanceAt(QQuickWindow& window, const QString& state) = 0;
+    virtual void captureNow(QQuickWindow& window, const QString& state) = 0;
 };
 
 void showMainWindow(Visitor& visitor);

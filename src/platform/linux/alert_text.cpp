@@ -15,14 +15,10 @@ constexpr qsizetype kLongestTail = 128;
 QString withoutMiddle(const QString& text) {
     if (text.size() <= kLongestHead + kLongestTail)
         return text;
-    // Half a character is none.
-    QString head = text.left(kLongestHead);
-    if (head.back().isHighSurrogate())
-        head.chop(1);
     QString tail = text.right(kLongestTail);
-    if (tail.front().isLowSurrogate())
+    if (tail.front().isLowSurrogate()) // half a character is none
         tail.remove(0, 1);
-    return head + QChar(0x2026) + tail;
+    return withEllipsis(text, kLongestHead) + tail;
 }
 
 } // namespace

@@ -1,9 +1,9 @@
 #include "platform/linux/autostart_app_service.h"
 
+#include "platform/linux/key_file.h"
 #include "platform/linux/user_file.h"
 
 #include <QFileInfo>
-#include <QHash>
 #include <QList>
 
 #include <unistd.h>
@@ -15,99 +15,59 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 constexpr qint64 kMaximumEntryBytes = qint64{1} * 1024 * 1024;
 constexpr int kMostAttemptsToWrite = 10;
 
+constexpr char kEntryGroup[] = "Desktop Entry";
 constexpr char kGroupLine[] = "[Desktop Entry]";
 constexpr char kHidden[] = "Hidden";
 constexpr char kGnomeEnabled[] = "X-GNOME-Autostart-enabled";
 
 AppServiceError errorOf(AutostartError code, const QString& message) {
-    return {QStringLiteral("dev.quorvane.zenlot.autostart"), static_cast<qint64>(code), message};
+    return {u"dev.quorvane.zenlot.autostart"_s, static_cast<qint64>(code), message};
 }
 
-// A line of a desktop entry. Both parts are empty where there is no key.
-struct KeyLine {
-    QByteArray key;
-    QByteArray value;
-};
-
-KeyLine keyLineFrom(const QByteArray& line) {
-    const qsizetype equals = line.indexOf('=');
-    if (equals < 0)
-        return {};
-    return {line.left(equals).trimmed(), line.mid(equals + 1).trimmed()};
-}
-
-bool isTrue(const QByteArray& value) {
-    return value == "true" || value == "1";
-}
-bool isFalse(const QByteArray& value) {
-    return value == "false" || value == "0";
-}
-
-bool switchesOff(const KeyLine& line) {
-    return (line.key == kHidden && isTrue(line.value)) ||
-           (line.key == kGnomeEnabled && isFalse(line.value));
-}
-
-// Calls `visit(line, isInGroup)` for each line and its place inside or outside of the main group.
-template <typename Visitor>
-void visitLines(const QByteArray& text, const Visitor& visit) {
-    bool isInGroup = false;
-    const QList<QByteArray> lines = text.split('\n');
-    for (const QByteArray& line : lines) {
-        if (line.startsWith('['))
-            isInGroup = line.trimmed() == kGroupLine;
-        visit(line, isInGroup);
-    }
-}
-
-// The keys of the main group; of a key that stands there twice the last one counts.
-QHash<QByteArray, QByteArray> keysOf(const QByteArray& text) {
-    QHash<QByteArray, QByteArray> keys;
-    visitLines(text, [&](const QByteArray& line, bool isInGroup) {
-        const KeyLine keyLine = keyLineFrom(line);
-        if (isInGroup && !keyLine.key.isEmpty())
-            keys.insert(keyLine.key, keyLine.value);
-    });
-    return keys;
+bool isSwitchedOff(const KeyFile& entry) {
+    return entry.isTrue(kEntryGroup, kHidden) || entry.isFalse(kEntryGroup, kGnomeEnabled);
 }
 
 AppServiceStatus statusOf(const QByteArray& text) {
-    const QHash<QByteArray, QByteArray> keys = keysOf(text);
-    for (const char* key : {kHidden, kGnomeEnabled}) {
-        if (switchesOff({key, keys.value(key)}))
-            return AppServiceStatus::requiresApproval;
-    }
-    const bool startsProgram = keys.value("Type") == "Application" && !keys.value("Exec").isEmpty();
+    const KeyFile entry(text);
+    if (isSwitchedOff(entry))
+        return AppServiceStatus::requiresApproval;
+    const bool startsProgram = entry.text(kEntryGroup, "Type") == u"Application" &&
+                               !entry.text(kEntryGroup, "Exec").isEmpty();
     return startsProgram ? AppServiceStatus::enabled : AppServiceStatus::notRegistered;
 }
 
 // The entry switched on, with the lines that it lacks and all that it had.
 QByteArray enabledEntry(const QByteArray& text, const QByteArray& exec) {
-    const QHash<QByteArray, QByteArray> keys = keysOf(text);
+    const KeyFile entry(text);
     QList<QByteArray> additions;
     const std::pair<QByteArray, QByteArray> wanted[] = {
         {"Type", "Application"},         {"Name", "Zenlot"},    {"Exec", exec},
         {"Icon", "dev.quorvane.zenlot"}, {"Terminal", "false"}, {kGnomeEnabled, "true"},
     };
     for (const auto& [key, value] : wanted) {
-        if (!keys.contains(key) || switchesOff({key, keys.value(key)}))
+        if (!entry.has(kEntryGroup, key) ||
+            (key == kGnomeEnabled && entry.isFalse(kEntryGroup, key)))
             additions.append(key + '=' + value);
     }
 
     QList<QByteArray> lines;
+    bool isInGroup = false;
     bool isHeaderFound = false;
-    visitLines(text, [&](const QByteArray& line, bool isInGroup) {
-        if (isInGroup && switchesOff(keyLineFrom(line)))
-            return;
+    for (const QByteArray& line : text.split('\n')) {
+        if (line.startsWith('['))
+            isInGroup = line.trimmed() == kGroupLine;
+        if (isInGroup && isSwitchedOff(KeyFile(kGroupLine + ('\n' + line))))
+            continue;
         lines.append(line);
-        if (isInGroup && !isHeaderFound) {
-            isHeaderFound = true;
+        if (isInGroup && !std::exchange(isHeaderFound, true))
             lines.append(additions);
-        }
-    });
+    }
     if (!isHeaderFound) {
         if (lines.last().isEmpty())
             lines.removeLast();
@@ -129,12 +89,12 @@ Replacement enableEntry(const QString& path, const QByteArray& exec) {
     if (file.state == UserFile::State::unusable)
         return {Replacement::Outcome::failed, file.reason};
     if (file.state == UserFile::State::tooLarge)
-        return {Replacement::Outcome::failed, QStringLiteral("File too large")};
+        return {Replacement::Outcome::failed, u"File too large"_s};
     if (statusOf(file.content) == AppServiceStatus::enabled)
         return {Replacement::Outcome::done, QString()};
     const QByteArray entry = enabledEntry(file.content, exec);
     if (statusOf(entry) != AppServiceStatus::enabled)
-        return {Replacement::Outcome::failed, QStringLiteral("The entry there starts no program")};
+        return {Replacement::Outcome::failed, u"The entry there starts no program"_s};
     return replaceUserFile(path, file, entry);
 }
 
@@ -142,7 +102,7 @@ Replacement enableEntry(const QString& path, const QByteArray& exec) {
 
 AutostartAppService::AutostartAppService(const QString& configHome, QString program,
                                          QByteArray option)
-    : entryPath_(configHome + QStringLiteral("/autostart/dev.quorvane.zenlot.desktop")),
+    : entryPath_(configHome + u"/autostart/dev.quorvane.zenlot.desktop"_s),
       program_(std::move(program)), option_(std::move(option)) {}
 
 AppServiceStatus AutostartAppService::status() const {
@@ -160,10 +120,10 @@ AppServiceStatus AutostartAppService::status() const {
 std::optional<AppServiceError> AutostartAppService::registerService() {
     if (!isUsableProgram(program_))
         return errorOf(AutostartError::invalidProgram,
-                       QStringLiteral("Cannot start this program at login: %1").arg(program_));
+                       u"Cannot start this program at login: %1"_s.arg(program_));
     const auto cannotWrite = [this](const QString& reason) {
         return errorOf(AutostartError::cannotWrite,
-                       QStringLiteral("Cannot write %1: %2").arg(entryPath_, reason));
+                       u"Cannot write %1: %2"_s.arg(entryPath_, reason));
     };
     if (const std::error_code error = makePrivateDirectories(QFileInfo(entryPath_).absolutePath()))
         return cannotWrite(QString::fromStdString(error.message()));
@@ -177,7 +137,7 @@ std::optional<AppServiceError> AutostartAppService::registerService() {
             break;
     }
     if (replacement.outcome == Replacement::Outcome::changedMeanwhile)
-        return cannotWrite(QStringLiteral("Another program keeps changing it"));
+        return cannotWrite(u"Another program keeps changing it"_s);
     if (replacement.outcome == Replacement::Outcome::failed)
         return cannotWrite(replacement.reason);
     return std::nullopt;
@@ -187,10 +147,9 @@ std::optional<AppServiceError> AutostartAppService::unregisterService() {
     if (status() != AppServiceStatus::enabled ||
         ::unlink(QFile::encodeName(entryPath_).constData()) == 0 || errno == ENOENT)
         return std::nullopt;
-    return errorOf(
-        AutostartError::cannotRemove,
-        QStringLiteral("Cannot remove %1: %2")
-            .arg(entryPath_, QString::fromStdString(std::system_category().message(errno))));
+    return errorOf(AutostartError::cannotRemove,
+                   u"Cannot remove %1: %2"_s.arg(
+                       entryPath_, QString::fromStdString(std::system_category().message(errno))));
 }
 
 QByteArray desktopEntryExec(const QString& program) {

@@ -1,8 +1,8 @@
 #include "platform/linux/bus_name_owner.h"
 
+#include "platform/linux/bus_call.h"
+
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
 
 #include <utility>
 
@@ -28,13 +28,11 @@ void BusNameOwner::follow(const QDBusConnection& bus) {
                        SLOT(noteChange(QString, QString, QString)));
     const QDBusMessage question =
         QDBusMessage::createMethodCall(kBus, kBusObject, kBus, u"GetNameOwner"_s) << name_;
-    auto* watcher = new QDBusPendingCallWatcher(connection.asyncCall(question), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, number] {
-        watcher->deleteLater();
-        const QDBusPendingReply<QString> reply = *watcher;
-        if (!reply.isError() && number == connections_)
-            assign(reply.value());
-    });
+    whenAnswered<QString>(connection.asyncCall(question), this,
+                          [this, number](const QDBusPendingReply<QString>& reply) {
+                              if (!reply.isError() && number == connections_)
+                                  assign(reply.value());
+                          });
 }
 
 void BusNameOwner::noteChange(const QString& /*name*/, const QString& /*before*/,

@@ -19,6 +19,8 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 constexpr qint64 kMaximumMenuEntryBytes = qint64{1} * 1024 * 1024;
 constexpr qint64 kMaximumCgroupBytes = qint64{64} * 1024;
 constexpr int kDeepestFolder = 4;
@@ -26,9 +28,8 @@ constexpr int kDeepestFolder = 4;
 // As the kernel gives it; empty when the process is gone or belongs to somebody else.
 QString executableOf(const QString& processFolder) {
     QByteArray target(PATH_MAX, '\0');
-    const ssize_t length =
-        ::readlink(QFile::encodeName(processFolder + QStringLiteral("/exe")).constData(),
-                   target.data(), static_cast<std::size_t>(target.size()));
+    const ssize_t length = ::readlink(QFile::encodeName(processFolder + u"/exe"_s).constData(),
+                                      target.data(), static_cast<std::size_t>(target.size()));
     if (length <= 0)
         return {};
     QString path = QFile::decodeName(target.left(length));
@@ -151,8 +152,7 @@ DesktopRunningApplications::currentIndex() const {
     if (!index_ || !index_->folders.areCurrent()) {
         auto index = std::make_shared<Index>();
         for (const QString& directory : dataDirectories_) {
-            index->addFolder(directory + QStringLiteral("/applications"), QString(),
-                             programDirectories_, 0);
+            index->addFolder(directory + u"/applications"_s, QString(), programDirectories_, 0);
         }
         index->addPrograms();
         index_ = std::move(index);
@@ -161,7 +161,7 @@ DesktopRunningApplications::currentIndex() const {
 }
 
 std::optional<RunningApplication> DesktopRunningApplications::applicationWithPid(qint64 pid) const {
-    const QString folder = QStringLiteral("%1/%2").arg(procRoot_).arg(pid);
+    const QString folder = u"%1/%2"_s.arg(procRoot_).arg(pid);
     const QString executable = executableOf(folder);
     if (pid <= 0 || executable.isEmpty())
         return std::nullopt;
@@ -172,8 +172,7 @@ std::optional<RunningApplication> DesktopRunningApplications::applicationWithPid
     };
 
     QString identifier = index->identifierByProgram.value(executable);
-    const QStringList named =
-        desktopEntriesOfUnit(unitOfCgroup(contentOf(folder + QStringLiteral("/cgroup"))));
+    const QStringList named = desktopEntriesOfUnit(unitOfCgroup(contentOf(folder + u"/cgroup"_s)));
     if (const auto found = std::ranges::find_if(named, runs); found != named.end())
         identifier = *found;
     if (identifier.isEmpty())

@@ -2,9 +2,6 @@
 
 #include "platform/linux/session_bus.h"
 
-#include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
 #include <QThread>
 
 #include <utility>
@@ -13,10 +10,6 @@ namespace zenlot {
 namespace {
 
 using namespace Qt::StringLiterals;
-
-constexpr QLatin1StringView kServerName{"org.freedesktop.Notifications"};
-constexpr QLatin1StringView kBusService{"org.freedesktop.DBus"};
-constexpr QLatin1StringView kBusPath{"/org/freedesktop/DBus"};
 
 UserNotificationError noAnswer() {
     return {u"The notification service did not answer"_s};
@@ -44,7 +37,14 @@ UserNotificationSettings settingsFrom(const NotificationServer::Introduction& in
 FreedesktopUserNotificationCenter::FreedesktopUserNotificationCenter(
     QDBusConnection bus, std::chrono::milliseconds answerTimeout)
     : bus_(std::move(bus)), answerTimeout_(answerTimeout), server_(makeServer()) {
-    follow();
+    connect(&owner_, &BusNameOwner::changed, this, [this] {
+        // What was asked of a service that didn't run has started this one.
+        if (server_->isRunning())
+            replaceServer(owner_.owner());
+        else
+            server_->setOwner(owner_.owner());
+    });
+    owner_.follow(bus_);
 }
 
 FreedesktopUserNotificationCenter::FreedesktopUserNotificationCenter(
@@ -53,38 +53,8 @@ FreedesktopUserNotificationCenter::FreedesktopUserNotificationCenter(
     connect(&bus, &SessionBus::connected, this, [this, &bus] {
         bus_ = bus.connection();
         replaceServer(QString());
-        follow();
+        owner_.follow(bus_);
     });
-}
-
-void FreedesktopUserNotificationCenter::follow() {
-    // First the changes, then the state: what comes in between is told twice rather than never.
-    bus_.connect(kBusService, kBusPath, kBusService, u"NameOwnerChanged"_s, {kServerName}, u"sss"_s,
-                 this, SLOT(followOwner(QString, QString, QString)));
-    askForOwner();
-}
-
-void FreedesktopUserNotificationCenter::askForOwner() {
-    const QDBusMessage question =
-        QDBusMessage::createMethodCall(kBusService, kBusPath, kBusService, u"GetNameOwner"_s)
-        << QString(kServerName);
-    auto* watcher = new QDBusPendingCallWatcher(bus_.asyncCall(question), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
-        watcher->deleteLater();
-        const QDBusPendingReply<QString> owner = *watcher;
-        if (!owner.isError() && !server_->isRunning())
-            server_->setOwner(owner.value());
-    });
-}
-
-void FreedesktopUserNotificationCenter::followOwner(const QString& /*name*/,
-                                                    const QString& /*oldOwner*/,
-                                                    const QString& newOwner) {
-    // What was asked of a service that didn't run has started this one.
-    if (server_->isRunning())
-        replaceServer(newOwner);
-    else
-        server_->setOwner(newOwner);
 }
 
 void FreedesktopUserNotificationCenter::replaceServer(const QString& newOwner) {
@@ -101,20 +71,15 @@ std::unique_ptr<NotificationServer> FreedesktopUserNotificationCenter::makeServe
     return server;
 }
 
-void FreedesktopUserNotificationCenter::setDelegate(UserNotificationCenterDelegate* delegate) {
-    delegate_ = delegate;
-}
-
-void FreedesktopUserNotificationCenter::setNotificationCategories(
-    const QList<UserNotificationCategory>& categories) {
-    categories_ = categories;
+void FreedesktopUserNotificationCenter::setResponder(Responder responder) {
+    responder_ = std::move(responder);
 }
 
 template <class Answer, class Convert>
 QFuture<Answer> FreedesktopUserNotificationCenter::askServer(const Answer& fallback,
                                                              Convert convert) {
     Q_ASSERT(QThread::currentThread() == thread());
-    const auto answer = std::make_shared<CertainAnswer<Answer>>(answerTimeout_, fallback);
+    const auto answer = std::make_shared<TimeLimitedAnswer<Answer>>(answerTimeout_, fallback);
     QFuture<Answer> future = answer->future();
     server_->introduce([answer, convert](const NotificationServer::Introduction& introduction) {
         answer->give(convert(introduction));
@@ -122,8 +87,7 @@ QFuture<Answer> FreedesktopUserNotificationCenter::askServer(const Answer& fallb
     return future;
 }
 
-QFuture<AuthorizationAnswer>
-FreedesktopUserNotificationCenter::requestAuthorization(AuthorizationOptions /*options*/) {
+QFuture<AuthorizationAnswer> FreedesktopUserNotificationCenter::requestAuthorization() {
     return askServer(AuthorizationAnswer{false, noAnswer()}, authorizationFrom);
 }
 
@@ -134,24 +98,9 @@ QFuture<UserNotificationSettings> FreedesktopUserNotificationCenter::notificatio
 QFuture<std::optional<UserNotificationError>>
 FreedesktopUserNotificationCenter::add(const UserNotificationRequest& request) {
     Q_ASSERT(QThread::currentThread() == thread());
-    const PresentationOptions presentation =
-        delegate_ ? delegate_->willPresentNotification(request)
-                  : PresentationOptions{.banner = true, .list = true, .sound = true};
     const auto answer = std::make_shared<NotificationServer::AddAnswer>(answerTimeout_, noAnswer());
     QFuture<std::optional<UserNotificationError>> future = answer->future();
-    if (!presentation.banner && !presentation.list) {
-        answer->give(std::nullopt);
-        return future;
-    }
-    QList<UserNotificationAction> actions;
-    for (const UserNotificationCategory& category : std::as_const(categories_)) {
-        if (category.identifier == request.content.categoryIdentifier)
-            actions = category.actions;
-    }
-    actions.removeIf([&](const UserNotificationAction& action) {
-        return request.content.withheldActions.contains(action.identifier);
-    });
-    server_->show({request, actions, presentation, answer});
+    server_->show({request, answer});
     return future;
 }
 
@@ -159,9 +108,10 @@ void FreedesktopUserNotificationCenter::remove(const QString& identifier) {
     server_->withdraw(identifier);
 }
 
-void FreedesktopUserNotificationCenter::respond(const UserNotificationResponse& response) {
-    if (delegate_)
-        delegate_->didReceiveNotificationResponse(response, [] {});
+void FreedesktopUserNotificationCenter::respond(const QString& alertIdentifier,
+                                                const QString& actionIdentifier) {
+    if (const Responder responder = responder_) // which may be replaced by what it does
+        responder(alertIdentifier, actionIdentifier);
 }
 
 } // namespace zenlot

@@ -5,14 +5,12 @@
 // forgotten, with their buttons. Questions that it doesn't answer in time are answered for it; more
 // alerts than NotificationServer::kMost at once are refused.
 //
-// The delegate is asked about each alert, since a session doesn't tell which program is in front:
-// an alert without banner and without list is not shown; one without sound is silent. Without a
-// delegate everything is presented. A click on the alert itself, and closing it, are no responses.
-// What the service has no words for is left out: threads, summaries, badges, destructive actions.
+// A click on the alert itself, and closing it, are no responses.
 //
 //     FreedesktopUserNotificationCenter alerts(sessionBus);
 #pragma once
 
+#include "platform/linux/bus_name_owner.h"
 #include "platform/linux/notification_server.h"
 #include "platform/user_notification_center.h"
 
@@ -40,32 +38,26 @@ class FreedesktopUserNotificationCenter final : public QObject, public UserNotif
     explicit FreedesktopUserNotificationCenter(
         QDBusConnection bus, std::chrono::milliseconds answerTimeout = kAnswerTimeout);
 
-    void setDelegate(UserNotificationCenterDelegate* delegate) override;
-    void setNotificationCategories(const QList<UserNotificationCategory>& categories) override;
-    QFuture<AuthorizationAnswer> requestAuthorization(AuthorizationOptions options) override;
+    void setResponder(Responder responder) override;
+    QFuture<AuthorizationAnswer> requestAuthorization() override;
     QFuture<UserNotificationSettings> notificationSettings() override;
     QFuture<std::optional<UserNotificationError>>
     add(const UserNotificationRequest& request) override;
     void remove(const QString& identifier) override;
 
-  private Q_SLOTS:
-    void followOwner(const QString& name, const QString& oldOwner, const QString& newOwner);
-
   private:
-    void follow();
     void replaceServer(const QString& newOwner);
-    void askForOwner();
     std::unique_ptr<NotificationServer> makeServer();
-    void respond(const UserNotificationResponse& response);
+    void respond(const QString& alertIdentifier, const QString& actionIdentifier);
 
     template <class Answer, class Convert>
     QFuture<Answer> askServer(const Answer& fallback, Convert convert);
 
     QDBusConnection bus_;
     std::chrono::milliseconds answerTimeout_;
-    UserNotificationCenterDelegate* delegate_{nullptr};
-    QList<UserNotificationCategory> categories_;
+    Responder responder_;
     std::unique_ptr<NotificationServer> server_;
+    BusNameOwner owner_{QStringLiteral("org.freedesktop.Notifications")};
 };
 
 } // namespace zenlot

@@ -7,6 +7,8 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 constexpr char kPngSignature[] = "\x89PNG\r\n\x1a\n";
 constexpr qsizetype kPngSignatureLength = 8;
 
@@ -27,36 +29,34 @@ bool isPngFile(const QString& path) {
 
 FreedesktopWorkspace::FreedesktopWorkspace(const QString& home, const QStringList& dataDirectories,
                                            const PropertyListReader& propertyLists)
-    : propertyLists_(propertyLists), themes_(QStringList(home + QStringLiteral("/.icons")) +
-                                                 below(dataDirectories, QStringLiteral("/icons")),
-                                             below(dataDirectories, QStringLiteral("/pixmaps"))) {}
+    : propertyLists_(propertyLists),
+      themes_(QStringList(home + u"/.icons"_s) + below(dataDirectories, u"/icons"_s),
+              below(dataDirectories, u"/pixmaps"_s)) {}
 
 QString FreedesktopWorkspace::iconForFile(const QString& path) const {
     const QFileInfo info(QDir::cleanPath(path));
     if (info.suffix() == QLatin1String("app") && (info.isDir() || !info.exists()))
-        return pictureOfBundle(info.filePath())
-            .value_or(QStringLiteral("application-x-executable"));
+        return pictureOfBundle(info.filePath()).value_or(u"application-x-executable"_s);
     if (info.isDir())
-        return QStringLiteral("folder");
+        return u"folder"_s;
     const QMimeType type =
         mimeTypes_.mimeTypeForFile(info.fileName(), QMimeDatabase::MatchExtension);
     // A program has no extension, and is told from other files by being executable.
     if (type.isDefault())
-        return info.isFile() && info.isExecutable() ? QStringLiteral("application-x-executable")
-                                                    : QStringLiteral("text-x-generic");
+        return info.isFile() && info.isExecutable() ? u"application-x-executable"_s
+                                                    : u"text-x-generic"_s;
     return type.genericIconName();
 }
 
 std::optional<QString> FreedesktopWorkspace::pictureOfBundle(const QString& path) const {
     const QVariantMap info =
-        propertyLists_.dictionary(path + QStringLiteral("/Contents/Info.plist"))
-            .value_or(QVariantMap());
-    const QString name = textIn(info, QStringLiteral("CFBundleIconFile")).value_or(QString());
+        propertyLists_.dictionary(path + u"/Contents/Info.plist"_s).value_or(QVariantMap());
+    const QString name = textIn(info, u"CFBundleIconFile"_s).value_or(QString());
     // The name comes from the bundle and must not lead out of it.
     if (name.isEmpty() || name.contains(u'/') || name.contains(QChar::Null))
         return std::nullopt;
-    const QString file = path + QStringLiteral("/Contents/Resources/") + name;
-    for (const QString& candidate : {file, file + QStringLiteral(".png")}) {
+    const QString file = path + u"/Contents/Resources/"_s + name;
+    for (const QString& candidate : {file, file + u".png"_s}) {
         if (isPngFile(candidate))
             return candidate;
     }

@@ -11,6 +11,8 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 constexpr qint64 kMaximumIndexBytes = qint64{1} * 1024 * 1024;
 constexpr qsizetype kMostThemes = 16;
 constexpr qsizetype kMostAnswers = 4096;
@@ -43,7 +45,7 @@ QString IconThemes::pictureFile(const QString& name, const QString& theme, int s
         for (const QString& directory : std::as_const(pictureDirectories_))
             stamps_->add(directory);
     }
-    const QString key = QStringLiteral("%1/%2/%3").arg(theme, name).arg(sizeInPixels);
+    const QString key = u"%1/%2/%3"_s.arg(theme, name).arg(sizeInPixels);
     const auto known = answers_.constFind(key);
     return known != answers_.constEnd() ? *known
                                         : *answers_.insert(key, find(name, theme, sizeInPixels));
@@ -57,8 +59,7 @@ const IconThemes::Theme& IconThemes::theme(const QString& name) {
     for (const QString& directory : std::as_const(iconDirectories_)) {
         const QString folder = directory + u'/' + name;
         stamps_->add(folder);
-        const UserFile file =
-            readUserFile(folder + QStringLiteral("/index.theme"), kMaximumIndexBytes);
+        const UserFile file = readUserFile(folder + u"/index.theme"_s, kMaximumIndexBytes);
         if (!index && file.state == UserFile::State::read)
             index.emplace(file.content);
     }
@@ -83,8 +84,7 @@ const IconThemes::Theme& IconThemes::theme(const QString& name) {
             folder.smallest *= scale;
             folder.largest *= scale;
             for (const QString& directory : std::as_const(iconDirectories_)) {
-                const QString place =
-                    QStringLiteral("%1/%2/%3").arg(directory, name, path.trimmed());
+                const QString place = u"%1/%2/%3"_s.arg(directory, name, path.trimmed());
                 if (size > 0 && QFileInfo(place).isDir())
                     folder.places.append(place);
             }
@@ -97,8 +97,7 @@ const IconThemes::Theme& IconThemes::theme(const QString& name) {
 
 QStringList IconThemes::themesFrom(const QString& first) {
     QStringList order;
-    QStringList waiting{first, QStringLiteral("hicolor"), QStringLiteral("Adwaita"),
-                        QStringLiteral("breeze")};
+    QStringList waiting{first, u"hicolor"_s, u"Adwaita"_s, u"breeze"_s};
     while (!waiting.isEmpty() && order.size() < kMostThemes) {
         const QString name = waiting.takeFirst().trimmed();
         if (name.isEmpty() || name.contains(u'/') || order.contains(name))
@@ -106,7 +105,7 @@ QStringList IconThemes::themesFrom(const QString& first) {
         order.append(name);
         // hicolor, from which every theme inherits, keeps its place behind them all.
         QStringList parents = theme(name).parents;
-        parents.removeAll(QStringLiteral("hicolor"));
+        parents.removeAll(u"hicolor"_s);
         waiting = parents + waiting;
     }
     return order;

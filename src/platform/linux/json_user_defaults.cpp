@@ -13,6 +13,7 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
 using Json = nlohmann::json;
 
 constexpr qint64 kMaximumBytes = qint64{8} * 1024 * 1024;
@@ -22,36 +23,18 @@ constexpr int kMostAttempts = 100;
 
 Q_LOGGING_CATEGORY(defaultsLog, "zenlot.defaults", QtInfoMsg)
 
-// Whether brackets and braces outside strings nest too deeply. Asked before parsing, because what
-// is parsed is later written by a recursive function.
-bool isTooDeep(const QByteArray& text) {
-    int depth = 0;
-    bool inString = false;
-    bool escaped = false;
-    for (const char character : text) {
-        if (inString) {
-            inString = escaped || character != '"';
-            escaped = !escaped && character == '\\';
-        } else if (character == '"') {
-            inString = true;
-        } else if (character == '{' || character == '[') {
-            if (++depth > kMaximumDepth)
-                return true;
-        } else if (character == '}' || character == ']') {
-            --depth;
-        }
-    }
-    return false;
-}
-
 // An empty file holds nothing that could be lost, so it is as good as an empty object.
 std::optional<Json> parseObject(const QByteArray& text) {
     if (text.isEmpty())
         return Json::object();
-    if (isTooDeep(text))
-        return std::nullopt;
-    Json document = Json::parse(text.begin(), text.end(), nullptr, false);
-    if (!document.is_object())
+    // What is parsed is later written by a recursive function.
+    bool isTooDeep = false;
+    const auto noteDepth = [&](int depth, Json::parse_event_t, const Json&) {
+        isTooDeep = isTooDeep || depth > kMaximumDepth;
+        return !isTooDeep;
+    };
+    Json document = Json::parse(text.begin(), text.end(), noteDepth, false);
+    if (isTooDeep || !document.is_object())
         return std::nullopt;
     return document;
 }
@@ -62,9 +45,9 @@ QVariant variantFrom(const Json& json) {
         return json.get<bool>();
     case Json::value_t::number_integer:
         return QVariant::fromValue<qint64>(json.get<std::int64_t>());
-    case Json::value_t::number_unsigned:
+    case Json::value_t::number_unsigned: // beyond what is asked for here it is just a number
         if (!std::in_range<qint64>(json.get<std::uint64_t>()))
-            return QVariant::fromValue<quint64>(json.get<std::uint64_t>());
+            return json.get<double>();
         return QVariant::fromValue<qint64>(json.get<std::int64_t>());
     case Json::value_t::number_float:
         return json.get<double>();
@@ -76,14 +59,8 @@ QVariant variantFrom(const Json& json) {
             list.append(variantFrom(element));
         return list;
     }
-    case Json::value_t::object: {
-        QVariantMap map;
-        for (const auto& [key, value] : json.items())
-            map.insert(QString::fromStdString(key), variantFrom(value));
-        return map;
-    }
     default:
-        return QVariant::fromValue(nullptr);
+        return {};
     }
 }
 
@@ -93,28 +70,14 @@ Json jsonFrom(const QVariant& value) {
         return value.toBool();
     case QMetaType::LongLong:
         return std::int64_t{value.toLongLong()};
-    case QMetaType::ULongLong:
-        return std::uint64_t{value.toULongLong()};
-    case QMetaType::Double:
-        return value.toDouble();
     case QMetaType::QString:
         return value.toString().toStdString();
-    case QMetaType::QVariantList: {
+    default: {
         Json array = Json::array();
-        const QVariantList list = value.toList();
-        for (const QVariant& element : list)
+        for (const QVariant& element : value.toList())
             array.push_back(jsonFrom(element));
         return array;
     }
-    case QMetaType::QVariantMap: {
-        Json object = Json::object();
-        const QVariantMap map = value.toMap();
-        for (auto entry = map.begin(); entry != map.end(); ++entry)
-            object[entry.key().toStdString()] = jsonFrom(entry.value());
-        return object;
-    }
-    default:
-        return nullptr;
     }
 }
 
@@ -151,7 +114,7 @@ Replacement change(const QString& path, const std::string& key, const std::optio
         // There is nothing to take out of a file that holds nothing.
         if (!value)
             return {Replacement::Outcome::done, QString()};
-        Replacement aside = moveUserFileAside(path, file, QStringLiteral(".damaged"));
+        Replacement aside = moveUserFileAside(path, file, u".damaged"_s);
         if (aside.outcome == Replacement::Outcome::done) {
             qCInfo(defaultsLog) << "Set the damaged file aside:" << path;
             aside.outcome = Replacement::Outcome::changedMeanwhile;
@@ -162,7 +125,7 @@ Replacement change(const QString& path, const std::string& key, const std::optio
         return {Replacement::Outcome::done, QString()};
     const QByteArray text = QByteArray::fromStdString(document->dump(4) + '\n');
     if (text.size() > kMaximumBytes || !parseObject(text))
-        return {Replacement::Outcome::failed, QStringLiteral("It would become too large")};
+        return {Replacement::Outcome::failed, u"It would become too large"_s};
     return replaceUserFile(path, file, text);
 }
 

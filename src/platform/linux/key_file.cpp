@@ -52,8 +52,18 @@ QStringList KeyFile::list(const QByteArray& group, const QByteArray& key, QChar 
     return text(group, key).split(separator, Qt::SkipEmptyParts);
 }
 
+bool KeyFile::has(const QByteArray& group, const QByteArray& key) const {
+    return groups_.value(group).contains(key);
+}
+
 bool KeyFile::isTrue(const QByteArray& group, const QByteArray& key) const {
-    return groups_.value(group).value(key) == "true";
+    const QByteArray value = groups_.value(group).value(key);
+    return value == "true" || value == "1";
+}
+
+bool KeyFile::isFalse(const QByteArray& group, const QByteArray& key) const {
+    const QByteArray value = groups_.value(group).value(key);
+    return value == "false" || value == "0";
 }
 
 int KeyFile::number(const QByteArray& group, const QByteArray& key, int otherwise) const {

@@ -24,7 +24,11 @@ class KeyFile {
     // Separated by commas or semicolons, as the one or the other kind of file has it.
     QStringList list(const QByteArray& group, const QByteArray& key, QChar separator) const;
 
+    bool has(const QByteArray& group, const QByteArray& key) const;
+
+    // As desktops read them: "true" and "1", "false" and "0". A key that is missing is neither.
     bool isTrue(const QByteArray& group, const QByteArray& key) const;
+    bool isFalse(const QByteArray& group, const QByteArray& key) const;
     int number(const QByteArray& group, const QByteArray& key, int otherwise) const;
 
   private:

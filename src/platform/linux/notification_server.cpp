@@ -26,35 +26,17 @@ constexpr QLatin1StringView kProgram{"dev.quorvane.zenlot"}; // its desktop entr
 constexpr int kNoTimeout = std::numeric_limits<int>::max();
 constexpr int kExpireAsTheServiceLikes = -1;
 
-enum class Urgency : uchar { low = 0, normal = 1, critical = 2 };
-
-Urgency urgencyOf(InterruptionLevel level) {
-    switch (level) {
-    case InterruptionLevel::passive:
-        return Urgency::low;
-    case InterruptionLevel::critical:
-        return Urgency::critical;
-    default:
-        return Urgency::normal;
-    }
-}
+constexpr uchar kNormalUrgency = 1;
 
 UserNotificationError errorOf(const QDBusError& error) {
     return {error.message().isEmpty() ? error.name() : error.message()};
 }
 
-QVariantMap hintsOf(const NotificationServer::Alert& alert,
-                    const NotificationServer::Capabilities& capabilities) {
-    const UserNotificationContent& content = alert.request.content;
+QVariantMap hintsOf(const NotificationServer::Capabilities& capabilities) {
     QVariantMap hints{{u"desktop-entry"_s, QString(kProgram)},
-                      {u"urgency"_s, QVariant::fromValue(static_cast<uchar>(
-                                         urgencyOf(content.interruptionLevel)))}};
-    if (!content.hasSound || !alert.presentation.sound)
-        hints.insert(u"suppress-sound"_s, true);
-    else if (capabilities.playsSounds)
+                      {u"urgency"_s, QVariant::fromValue(kNormalUrgency)}};
+    if (capabilities.playsSounds)
         hints.insert(u"sound-name"_s, u"dialog-information"_s);
-    if (!alert.presentation.list)
-        hints.insert(u"transient"_s, true);
     return hints;
 }
 
@@ -172,12 +154,10 @@ void NotificationServer::sendQueued() {
 
 void NotificationServer::send(const Alert& alert) {
     const UserNotificationContent& content = alert.request.content;
-    const auto replaced = std::ranges::find(
-        shown_, alert.request.identifier,
-        [](const Shown& shown) -> const QString& { return shown.request.identifier; });
+    const auto replaced = std::ranges::find(shown_, alert.request.identifier, &Shown::identifier);
     QStringList actions;
     if (capabilities_->hasActions) {
-        for (const UserNotificationAction& action : std::as_const(alert.actions))
+        for (const UserNotificationAction& action : content.actions)
             actions << action.identifier << action.title;
     }
     QDBusPendingCallWatcher* watcher =
@@ -185,19 +165,20 @@ void NotificationServer::send(const Alert& alert) {
              {u"Zenlot"_s, replaced == shown_.end() ? 0U : replaced->id, QString(kProgram),
               alertText(content.title),
               capabilities_->rendersMarkup ? alertMarkup(content.body) : alertText(content.body),
-              actions, hintsOf(alert, *capabilities_), kExpireAsTheServiceLikes});
+              actions, hintsOf(*capabilities_), kExpireAsTheServiceLikes});
     connect(watcher, &QDBusPendingCallWatcher::finished, this,
             [this](const QDBusPendingCallWatcher* finished) { receiveId(finished); });
     sent_.insert(watcher, alert);
 }
 
 void NotificationServer::withdraw(const QString& identifier) {
-    const auto isIt = [&](const auto& alert) { return alert.request.identifier == identifier; };
-    for (const Shown& shown : std::as_const(shown_)) {
-        if (isIt(shown))
-            close(shown.id);
-    }
-    shown_.removeIf(isIt);
+    const auto isIt = [&](const Alert& alert) { return alert.request.identifier == identifier; };
+    shown_.removeIf([&](const Shown& shown) {
+        if (shown.identifier != identifier)
+            return false;
+        close(shown.id);
+        return true;
+    });
     for (Alert& alert : sent_)
         alert.isWithdrawn = alert.isWithdrawn || isIt(alert);
     std::vector<Alert> dropped;
@@ -225,12 +206,12 @@ void NotificationServer::receiveId(const QDBusPendingCallWatcher* watcher) {
     if (!reply.isError()) {
         const uint id = reply.value();
         shown_.removeIf([&](const Shown& shown) {
-            return shown.id == id || shown.request.identifier == alert.request.identifier;
+            return shown.id == id || shown.identifier == alert.request.identifier;
         });
         if (alert.isWithdrawn) {
             close(id);
         } else {
-            shown_.append({id, alert.request});
+            shown_.append({id, alert.request.identifier});
             if (shown_.size() > kMost)
                 shown_.removeFirst();
         }
@@ -277,7 +258,7 @@ void NotificationServer::act(const Signal& signal) {
     if (shown == shown_.end())
         return;
     if (signal.key)
-        Q_EMIT actionChosen({*signal.key, UserNotificationRequest(shown->request)});
+        Q_EMIT actionChosen(QString(shown->identifier), *signal.key);
     else
         shown_.erase(shown);
 }

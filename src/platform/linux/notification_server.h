@@ -7,12 +7,12 @@
 // the service has told its capabilities, alerts queue up, for a successor if need be; those whose
 // asker was told so are dropped.
 //
-// An alert has the buttons of its actions, where the service has buttons. Its user info is kept
-// until the service says that it was closed; of too many the oldest are forgotten. Signals count
-// only when they come from the service itself and name an alert of ours.
+// An alert has the buttons of its actions, where the service has buttons. It is remembered until
+// the service says that it was closed; of too many the oldest are forgotten. Signals count only
+// when they come from the service itself and name an alert of ours.
 #pragma once
 
-#include "platform/linux/certain_answer.h"
+#include "platform/linux/time_limited_answer.h"
 #include "platform/user_notification_center.h"
 
 #include <QDBusConnection>
@@ -50,12 +50,10 @@ class NotificationServer final : public QObject {
         std::optional<UserNotificationError> error;
     };
 
-    using AddAnswer = CertainAnswer<std::optional<UserNotificationError>>;
+    using AddAnswer = TimeLimitedAnswer<std::optional<UserNotificationError>>;
 
     struct Alert {
         UserNotificationRequest request;
-        QList<UserNotificationAction> actions;
-        PresentationOptions presentation;
         std::shared_ptr<AddAnswer> answer;
         bool isWithdrawn{false}; // to be closed as soon as the service has numbered it
     };
@@ -79,7 +77,7 @@ class NotificationServer final : public QObject {
     void withdraw(const QString& identifier);
 
   Q_SIGNALS:
-    void actionChosen(const zenlot::UserNotificationResponse& response);
+    void actionChosen(const QString& alertIdentifier, const QString& actionIdentifier);
 
   private Q_SLOTS:
     void receiveAction(uint id, const QString& key, const QDBusMessage& signal);
@@ -88,7 +86,7 @@ class NotificationServer final : public QObject {
   private:
     struct Shown {
         uint id;
-        UserNotificationRequest request;
+        QString identifier;
     };
     struct Signal {
         uint id;

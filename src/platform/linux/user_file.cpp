@@ -17,6 +17,8 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 QString textOfError(int code) {
     return QString::fromStdString(std::system_category().message(code));
 }
@@ -77,7 +79,7 @@ UserFile readUserFile(const QString& path, qint64 maximumBytes) {
     if (::fstat(descriptor, &status) != 0)
         return unusable(textOfError(errno));
     if (!S_ISREG(status.st_mode))
-        return unusable(QStringLiteral("Not a regular file"));
+        return unusable(u"Not a regular file"_s);
 
     UserFile file;
     file.identity = identityOf(status);
@@ -120,7 +122,7 @@ Replacement moveUserFileAside(const QString& path, const UserFile& expected,
         if (file.isEmpty() || identityAt(file) != expected.identity)
             return {Replacement::Outcome::changedMeanwhile, QString()};
         const QString name =
-            number == 1 ? file + suffix : QStringLiteral("%1%2-%3").arg(file, suffix).arg(number);
+            number == 1 ? file + suffix : u"%1%2-%3"_s.arg(file, suffix).arg(number);
         error = renameWithoutReplacing(QFile::encodeName(file), QFile::encodeName(name));
     }
     if (error != 0)

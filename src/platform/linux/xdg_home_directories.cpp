@@ -12,6 +12,8 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 QString homeFromUserDatabase() {
     constexpr std::size_t kLargestEntry = std::size_t{1} << 20U;
     std::vector<char> buffer(1024);
@@ -34,22 +36,19 @@ QString absoluteOrEmpty(const QString& path) {
 
 HomeDirectories xdgHomeDirectories(const QProcessEnvironment& environment) {
     HomeDirectories directories;
-    directories.home = absoluteOrEmpty(environment.value(QStringLiteral("HOME")));
+    directories.home = absoluteOrEmpty(environment.value(u"HOME"_s));
     if (directories.home.isEmpty())
         directories.home = absoluteOrEmpty(homeFromUserDatabase());
     if (directories.home.isEmpty())
-        directories.home = QStringLiteral("/");
+        directories.home = u"/"_s;
 
     const auto directory = [&](const QString& variable, const QString& belowHome) {
         const QString chosen = absoluteOrEmpty(environment.value(variable));
         return chosen.isEmpty() ? QDir(directories.home).filePath(belowHome) : chosen;
     };
-    directories.configHome =
-        directory(QStringLiteral("XDG_CONFIG_HOME"), QStringLiteral(".config"));
-    directories.stateHome =
-        directory(QStringLiteral("XDG_STATE_HOME"), QStringLiteral(".local/state"));
-    directories.dataHome =
-        directory(QStringLiteral("XDG_DATA_HOME"), QStringLiteral(".local/share"));
+    directories.configHome = directory(u"XDG_CONFIG_HOME"_s, u".config"_s);
+    directories.stateHome = directory(u"XDG_STATE_HOME"_s, u".local/state"_s);
+    directories.dataHome = directory(u"XDG_DATA_HOME"_s, u".local/share"_s);
     return directories;
 }
 

@@ -1,11 +1,10 @@
 #include "settings/window/exception_entries.h"
 
-#include <algorithm>
+#include "inventory/occupied_port.h"
+#include "text/numbers.h"
 
 namespace zenlot {
 namespace {
-
-constexpr qint64 kHighestPort = 65535;
 
 bool isBlank(QChar character) {
     return character == u'\t' || character.category() == QChar::Separator_Space;
@@ -14,17 +13,8 @@ bool isBlank(QChar character) {
 } // namespace
 
 std::optional<QString> validatePort(const QString& text) {
-    QStringView digits = text;
-    if (digits.startsWith(u'+') || digits.startsWith(u'-'))
-        digits = digits.sliced(1);
-    const auto isDigit = [](QChar character) { return character >= u'0' && character <= u'9'; };
-    if (digits.isEmpty() || !std::ranges::all_of(digits, isDigit))
-        return std::nullopt;
-    bool isInRange = false;
-    const qint64 port = text.toLongLong(&isInRange);
-    if (!isInRange || port < 1 || port > kHighestPort)
-        return std::nullopt;
-    return QString::number(port);
+    const std::optional<qint64> port = decimalNumber(text, Sign::allowed);
+    return port && isValidPort(*port) ? std::optional(QString::number(*port)) : std::nullopt;
 }
 
 std::optional<QString> validateProcessName(const QString& text) {

@@ -8,10 +8,10 @@
 namespace zenlot {
 
 SettingsViewModel::SettingsViewModel(AppSettings& settings, LaunchAgentInstaller& installer,
-                                     BackgroundItemsSettings& loginItems, QObject* parent,
+                                     std::function<void()> openLoginItems, QObject* parent,
                                      QString bindwatchSocket)
-    : QObject(parent), settings_(settings), installer_(installer), loginItems_(loginItems),
-      bindwatchSocket_(std::move(bindwatchSocket)),
+    : QObject(parent), settings_(settings), installer_(installer),
+      openLoginItems_(std::move(openLoginItems)), bindwatchSocket_(std::move(bindwatchSocket)),
       monitorPorts_(settings, &AppSettings::monitorIgnoredPorts,
                     &AppSettings::setMonitorIgnoredPorts, &AppSettings::monitorIgnoredPortsChanged),
       monitorApps_(settings, &AppSettings::monitorIgnoredApps, &AppSettings::setMonitorIgnoredApps,
@@ -74,10 +74,6 @@ void SettingsViewModel::syncConflictMonitoringWithAgent() {
     const bool isOn = isInstalled && !failure;
     if (isOn != settings_.conflictMonitoringEnabled())
         settings_.setConflictMonitoringEnabled(isOn);
-}
-
-void SettingsViewModel::openLoginItems() {
-    loginItems_.openSystemSettingsLoginItems();
 }
 
 void SettingsViewModel::setProblem(const QString& installError, bool needsApproval) {

@@ -9,13 +9,14 @@
 
 #include "bindwatch/bindwatch_service.h"
 #include "monitoring/launch_agent_installer.h"
-#include "platform/background_items_settings.h"
 #include "settings/app_settings.h"
 #include "settings/window/exception_list_model.h"
 
 #include <QObject>
 #include <QString>
 #include <QtQml/qqmlregistration.h>
+
+#include <functional>
 
 namespace zenlot {
 
@@ -35,9 +36,9 @@ class SettingsViewModel : public QObject {
     Q_PROPERTY(zenlot::ExceptionListModel* conflictApps READ conflictApps CONSTANT)
 
   public:
-    // The references must outlive the object.
+    // The references must outlive the object. Login items are where the user may allow the monitor.
     SettingsViewModel(AppSettings& settings, LaunchAgentInstaller& installer,
-                      BackgroundItemsSettings& loginItems, QObject* parent = nullptr,
+                      std::function<void()> openLoginItems, QObject* parent = nullptr,
                       QString bindwatchSocket = QLatin1String(kBindwatchSocket));
 
     AppSettings* settings() const { return &settings_; }
@@ -56,7 +57,7 @@ class SettingsViewModel : public QObject {
     Q_INVOKABLE void recheckBackgroundApproval();
     Q_INVOKABLE void syncConflictMonitoringWithAgent();
     Q_INVOKABLE void lookForBindwatch();
-    Q_INVOKABLE void openLoginItems();
+    Q_INVOKABLE void openLoginItems() const { openLoginItems_(); }
 
   Q_SIGNALS:
     void installErrorChanged();
@@ -68,7 +69,7 @@ class SettingsViewModel : public QObject {
 
     AppSettings& settings_;
     LaunchAgentInstaller& installer_;
-    BackgroundItemsSettings& loginItems_;
+    std::function<void()> openLoginItems_;
     QString installError_;
     bool needsApproval_{false};
     QString bindwatchSocket_;

@@ -11,7 +11,8 @@
 #include "shell/inspector/process_detail_view_model.h"
 #include "shell/logviewer/log_tab_view_model.h"
 #include "shell/model/port_url.h"
-#include "shell/onboarding/onboarding_window.h"
+#include "shell/onboarding/after_next_frame.h"
+#include "shell/onboarding/onboarding_view_model.h"
 #include "shell/processicon/process_icon_provider.h"
 #include "updates/release_feed_address.h"
 
@@ -19,6 +20,7 @@
 #include <QDesktopServices>
 #include <QGuiApplication>
 #include <QQuickWindow>
+#include <QScreen>
 #include <QtQml/qqmlextensionplugin.h>
 
 #include <chrono>
@@ -37,9 +39,10 @@ Q_IMPORT_QML_PLUGIN(Zenlot_UpdaterPlugin)
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-const QString kMonitorUnit = QStringLiteral("dev.quorvane.zenlot.monitor.service");
+const QString kMonitorUnit = u"dev.quorvane.zenlot.monitor.service"_s;
 
 // Long enough for the monitor to be gone before it is started anew.
 constexpr auto kPauseBeforeReinstall = 500ms;
@@ -56,15 +59,11 @@ std::unique_ptr<GlobalShortcut> makeGlobalShortcut(SessionBus& bus) {
     return std::make_unique<PortalGlobalShortcut>(bus);
 }
 
-QUrl qml(const char* file) {
-    return QUrl(QStringLiteral("qrc:/qt/qml/Zenlot/App/") + QLatin1StringView(file));
-}
-
 } // namespace
 
 ZenlotApp::ZenlotApp(SessionBus& bus, ApplicationInstance& instance)
     : bus_(bus), instance_(instance), directories_(xdgHomeDirectories()),
-      userDefaults_(directories_.configHome + QStringLiteral("/dev.quorvane.zenlot/defaults.json")),
+      userDefaults_(directories_.configHome + u"/dev.quorvane.zenlot/defaults.json"_s),
       loginItem_(directories_.configHome, QCoreApplication::applicationFilePath(),
                  kBackgroundOption),
       settings_(userDefaults_, loginItem_), log_(monitorLogPath(directories_.home)),
@@ -75,9 +74,8 @@ ZenlotApp::ZenlotApp(SessionBus& bus, ApplicationInstance& instance)
           return isPortListMinded(container);
       }),
       scanner_(processTables_, isPortInUse, availableProcessors()),
-      lookup_(scanner_, sharedPortCache_),
-      inventory_(scanner_, lookup_, sharedPortCache_, processPinner_),
-      broadcasts_(bus_, kMonitorBusName), alerts_(bus_), monitorService_(bus_, kMonitorUnit),
+      inventory_(scanner_, sharedPortCache_, processPinner_), broadcasts_(bus_, kMonitorBusName),
+      alerts_(bus_), monitorService_(bus_, kMonitorUnit),
       launchAgentInstaller_(monitorService_, systemLog_, QCoreApplication::applicationDirPath()),
       portDataCache_(SharedContainer(directories_.stateHome), sharedPortCache_, broadcasts_,
                      notifications_, portReader_),
@@ -93,27 +91,29 @@ ZenlotApp::ZenlotApp(SessionBus& bus, ApplicationInstance& instance)
       updates_(releaseFeed_,
                ReleaseVersion::fromText(QStringLiteral(ZENLOT_VERSION)).value_or(ReleaseVersion()),
                [](const QUrl& page) { return QDesktopServices::openUrl(page); }),
-      mainWindow_([this]() -> QQmlEngine& { return engine(); }, qml("MainWindow.qml"),
+      mainWindow_([this]() -> QQmlEngine& { return engine(); }, "App/MainWindow.qml",
                   [this](QObject& owner) { return makeMainContent(owner); }),
-      settingsWindow_([this]() -> QQmlEngine& { return engine(); }, qml("SettingsWindow.qml"),
+      settingsWindow_([this]() -> QQmlEngine& { return engine(); }, "App/SettingsWindow.qml",
                       [this](QObject& owner) { return makeSettingsContent(owner); }),
-      backgroundItemsWindow_([this]() -> QQmlEngine& { return engine(); }, backgroundItems_),
-      updateWindow_([this]() -> QQmlEngine& { return engine(); }, updates_), statusBar_(bus_),
-      globalShortcut_(makeGlobalShortcut(bus_)),
-      appDelegate_(
-          {inventory_, notifications_, statusBar_, *globalShortcut_, windows_, updateWindow_},
-          {.makeOnboardingWindow = [this](AppSettings& settings) -> std::unique_ptr<QWindow> {
-               return std::make_unique<OnboardingWindow>(
-                   OnboardingViewModel::Collaborators{settings, launchAgentInstaller_,
-                                                      backgroundItemsWindow_, systemLog_},
-                   [this] { appDelegate_.closeOnboardingWindow(); });
-           },
-           .focusPortField =
-               [this] {
-                   if (contentViewModel_)
-                       contentViewModel_->focusPortField();
-               },
-           .terminate = &QCoreApplication::quit}) {}
+      onboardingWindow_([this]() -> QQmlEngine& { return engine(); },
+                        "Onboarding/OnboardingWindow.qml",
+                        [this](QObject& owner) { return makeOnboardingContent(owner); }),
+      backgroundItemsWindow_([this]() -> QQmlEngine& { return engine(); },
+                             "BackgroundItems/BackgroundItemsWindow.qml",
+                             QmlWindow::showing(backgroundItems_)),
+      updateWindow_([this]() -> QQmlEngine& { return engine(); }, "Updater/UpdateWindow.qml",
+                    QmlWindow::showing(updates_)),
+      statusBar_(bus_), globalShortcut_(makeGlobalShortcut(bus_)),
+      appDelegate_({inventory_, notifications_, statusBar_, *globalShortcut_, windows_},
+                   {.openMainWindow = [this] { openMainWindow(); },
+                    .openSettings = [this] { openSettings(); },
+                    .checkForUpdates = [this] { checkForUpdates(); },
+                    .focusPortField =
+                        [this] {
+                            if (contentViewModel_)
+                                contentViewModel_->focusPortField();
+                        },
+                    .terminate = &QCoreApplication::quit}) {}
 
 // Who quits at once has not given up the monitor.
 ZenlotApp::~ZenlotApp() {
@@ -124,13 +124,12 @@ void ZenlotApp::start(LaunchStyle style) {
     // Without a window there may still be a status item, alerts, or a later start to open one.
     QGuiApplication::setQuitOnLastWindowClosed(false);
     makeMonitorLogDirectory(directories_.home);
-    appDelegate_.setOpenMainWindow([this] { openMainWindow(); });
-    appDelegate_.setOpenSettingsAction([this] { openSettings(); });
     followSettings();
     reinstallTimer_.setSingleShot(true);
     QObject::connect(&reinstallTimer_, &QTimer::timeout, &context_,
                      [this] { launchAgentInstaller_.finishRefresh(); });
-    for (const QmlWindow* window : {&mainWindow_, &settingsWindow_})
+    for (const QmlWindow* window : {&mainWindow_, &settingsWindow_, &onboardingWindow_,
+                                    &backgroundItemsWindow_, &updateWindow_})
         QObject::connect(window, &QmlWindow::closed, &context_, [this] { quitIfNothingIsLeft(); });
     if (style == LaunchStyle::withWindow)
         openMainWindow();
@@ -173,6 +172,33 @@ void ZenlotApp::openSettings() {
 void ZenlotApp::show(QmlWindow& window) {
     if (QQuickWindow* const opened = window.open())
         windows_.bringForward(*opened);
+}
+
+void ZenlotApp::showOnboarding() {
+    if (!onboardingWindow_.window()) {
+        if (QQuickWindow* const window = onboardingWindow_.open()) {
+            window->setTransientParent(mainWindow_.window());
+            QRect place({}, window->size());
+            place.moveCenter(window->screen()->availableGeometry().center());
+            window->setPosition(place.topLeft());
+        }
+    }
+    OpenWindows(windows_).activate();
+    show(onboardingWindow_);
+}
+
+// It stands before the window that it was asked for in, which gets the keyboard back from it.
+void ZenlotApp::openLoginItems() {
+    backgroundItems_.refresh();
+    QQuickWindow* const window = backgroundItemsWindow_.open();
+    if (QWindow* const asking = QGuiApplication::focusWindow(); window && asking != window)
+        window->setTransientParent(asking);
+    show(backgroundItemsWindow_);
+}
+
+void ZenlotApp::checkForUpdates() {
+    updates_.check();
+    show(updateWindow_);
 }
 
 // Whatever may be repeated is made so that it changes nothing then. The desktop's search asks for
@@ -230,7 +256,7 @@ void ZenlotApp::followSettings() {
         if (settings_.conflictMonitoringEnabled())
             refreshMonitorRegistration(RunningMonitor::leave);
     });
-    notifications_.observe(kPortsUpdated, &context_, [this](const UserInfo&) {
+    QObject::connect(&notifications_, &NotificationCenter::portsUpdated, &context_, [this] {
         if (portMonitor_.isRunning())
             portMonitor_.checkForNewListeners();
     });
@@ -286,41 +312,53 @@ QCoro::Task<> ZenlotApp::alertAboutOwner(int port) {
 QQmlEngine& ZenlotApp::engine() {
     if (!engine_) {
         engine_ = std::make_unique<QQmlEngine>();
-        engine_->addImportPath(QStringLiteral(":/qt/qml"));
+        engine_->addImportPath(u":/qt/qml"_s);
         ProcessIconProvider::install(*engine_, runningApplications_, workspace_);
     }
     return *engine_;
 }
 
 QVariantMap ZenlotApp::makeMainContent(QObject& owner) {
-    auto* const content = new ContentViewModel(
-        {inventory_, notifications_, runningApplications_, bundleKeys_, appModel_, settings_,
-         userDefaults_},
-        {.openSettings = [this] { openSettings(); },
-         .showOnboardingWindow =
-             [this] {
-                 // The main window appears with this turn of the event loop; the welcome stands
-                 // before it.
-                 QMetaObject::invokeMethod(
-                     &context_, [this] { appDelegate_.showOnboardingWindow(settings_); },
-                     Qt::QueuedConnection);
-             }},
-        &owner);
+    auto* const content = new ContentViewModel({inventory_, notifications_, runningApplications_,
+                                                bundleKeys_, appModel_, settings_, userDefaults_},
+                                               {.openSettings = [this] { openSettings(); },
+                                                .showOnboardingWindow =
+                                                    [this] {
+                                                        // The main window appears with this turn of
+                                                        // the event loop; the welcome stands before
+                                                        // it.
+                                                        QMetaObject::invokeMethod(
+                                                            &context_, [this] { showOnboarding(); },
+                                                            Qt::QueuedConnection);
+                                                    }},
+                                               &owner);
     auto* const detail = new ProcessDetailViewModel(detailsLoader_, &owner);
     QObject::connect(content, &ContentViewModel::detailProcessChanged, detail,
                      [content, detail] { detail->setProcess(content->detailProcess()); });
     contentViewModel_ = content;
-    return {{QStringLiteral("detailViewModel"), QVariant::fromValue(detail)},
-            {QStringLiteral("viewModel"), QVariant::fromValue(content)}};
+    return {{u"detailViewModel"_s, QVariant::fromValue(detail)},
+            {u"viewModel"_s, QVariant::fromValue(content)}};
 }
 
 QVariantMap ZenlotApp::makeSettingsContent(QObject& owner) {
-    return {{QStringLiteral("viewModel"),
-             QVariant::fromValue(new SettingsViewModel(settings_, launchAgentInstaller_,
-                                                       backgroundItemsWindow_, &owner))},
-            {QStringLiteral("logViewModel"),
-             QVariant::fromValue(
-                 new LogTabViewModel(monitorLogPath(directories_.home), log_, &owner))}};
+    return {{u"viewModel"_s,
+             QVariant::fromValue(new SettingsViewModel(
+                 settings_, launchAgentInstaller_, [this] { openLoginItems(); }, &owner))},
+            {u"logViewModel"_s, QVariant::fromValue(new LogTabViewModel(
+                                    monitorLogPath(directories_.home), log_, &owner))}};
+}
+
+QVariantMap ZenlotApp::makeOnboardingContent(QObject& owner) {
+    auto* const viewModel = new OnboardingViewModel(
+        {settings_, launchAgentInstaller_, systemLog_},
+        {.openLoginItems = [this] { openLoginItems(); },
+         .afterNextFrame =
+             [this](const std::function<void()>& function) {
+                 if (onboardingWindow_.window())
+                     runAfterNextFrame(*onboardingWindow_.window(), function);
+             }},
+        &owner);
+    return QmlWindow::showing(*viewModel)(owner);
 }
 
 } // namespace zenlot

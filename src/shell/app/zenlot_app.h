@@ -11,7 +11,6 @@
 #include "inventory/linux/linux_process_inspector.h"
 #include "inventory/linux/linux_process_pinner.h"
 #include "inventory/linux/linux_process_tables.h"
-#include "inventory/port_lookup.h"
 #include "inventory/port_scanner.h"
 #include "inventory/shared_port_cache.h"
 #include "monitoring/conflict_listener.h"
@@ -39,16 +38,15 @@
 #include "settings/app_log.h"
 #include "settings/app_settings.h"
 #include "settings/window/settings_view_model.h"
-#include "shell/app/qml_window.h"
-#include "shell/backgrounditems/background_items_window.h"
+#include "shell/backgrounditems/background_items_view_model.h"
 #include "shell/inspector/process_details_collector.h"
 #include "shell/inspector/process_details_loader.h"
 #include "shell/mainwindow/bundle_key_cache.h"
 #include "shell/mainwindow/content_view_model.h"
 #include "shell/menubar/app_delegate.h"
 #include "shell/model/app_model.h"
+#include "shell/style/qml_window.h"
 #include "shell/updater/update_view_model.h"
-#include "shell/updater/update_window.h"
 #include "updates/https_release_feed.h"
 
 #include <QCoroTask>
@@ -103,9 +101,13 @@ class ZenlotApp final {
     void quitIfNothingIsLeft();
 
     void show(QmlWindow& window);
+    void showOnboarding();
+    void openLoginItems();
+    void checkForUpdates();
     QQmlEngine& engine();
     QVariantMap makeMainContent(QObject& owner);
     QVariantMap makeSettingsContent(QObject& owner);
+    QVariantMap makeOnboardingContent(QObject& owner);
 
     SessionBus& bus_;
     ApplicationInstance& instance_;
@@ -126,7 +128,6 @@ class ZenlotApp final {
     LinuxProcessInspector processInspector_;
     SharedPortCache sharedPortCache_;
     PortScanner scanner_;
-    PortLookup lookup_;
     PortInventory inventory_;
     PidfdProcessEndWatch processEnds_;
 
@@ -155,8 +156,9 @@ class ZenlotApp final {
     std::unique_ptr<QQmlEngine> engine_; // before what it shows, which must be gone first
     QmlWindow mainWindow_;
     QmlWindow settingsWindow_;
-    BackgroundItemsWindow backgroundItemsWindow_;
-    UpdateWindow updateWindow_;
+    QmlWindow onboardingWindow_;
+    QmlWindow backgroundItemsWindow_;
+    QmlWindow updateWindow_;
 
     DesktopApplicationWindows windows_;
     TrayStatusBar statusBar_;

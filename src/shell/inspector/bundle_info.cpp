@@ -9,6 +9,8 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 QString textOf(const QVariantMap& dictionary, const char* key) {
     return textIn(dictionary, QLatin1String(key)).value_or(QString());
 }
@@ -28,7 +30,7 @@ BundleInfo lookUpBundleInfo(const QString& executablePath, qint64 pid,
 
     QVariantMap dictionary;
     if (bundlePath) {
-        const QString file = QDir(*bundlePath).filePath(QStringLiteral("Contents/Info.plist"));
+        const QString file = QDir(*bundlePath).filePath(u"Contents/Info.plist"_s);
         dictionary = propertyLists.dictionary(file).value_or(QVariantMap());
     }
     return {application ? application->bundleIdentifier.value_or(QString())

@@ -7,11 +7,13 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 // What the line reads, for people who hear it.
 QString summaryOf(const NetworkConnection& connection) {
     QStringList words{connection.proto, connection.local};
     if (!connection.remote.isEmpty())
-        words << QStringLiteral("\u2192") << connection.remote;
+        words << u"\u2192"_s << connection.remote;
     if (!connection.state.isEmpty())
         words << connection.state;
     return words.join(QLatin1Char(' '));

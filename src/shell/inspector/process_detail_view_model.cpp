@@ -12,6 +12,8 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 constexpr qsizetype kLongestCommand = 16384; // a path has 4096 bytes at the most
 
 void appendIfSet(QList<DetailRow>& rows, const QString& label, const QString& value) {
@@ -93,8 +95,7 @@ QString ProcessDetailViewModel::title() const {
 QString ProcessDetailViewModel::subtitle() const {
     if (!process_ || process_->pid < 1)
         return {};
-    return QStringLiteral("PID %1 \u00B7 %2")
-        .arg(QString::number(process_->pid), displayLine(process_->user));
+    return u"PID %1 \u00B7 %2"_s.arg(QString::number(process_->pid), displayLine(process_->user));
 }
 
 int ProcessDetailViewModel::pid() const {
@@ -155,10 +156,9 @@ QList<DetailRow> ProcessDetailViewModel::identityRowList() const {
         return rows;
     if (details_->parentPID >= 1) {
         const QString pid = QString::number(details_->parentPID);
-        rows.append({tr("Parent"),
-                     details_->parentName.isEmpty()
-                         ? tr("PID %1").arg(pid)
-                         : QStringLiteral("%1 (%2)").arg(displayLine(details_->parentName), pid)});
+        rows.append({tr("Parent"), details_->parentName.isEmpty()
+                                       ? tr("PID %1").arg(pid)
+                                       : u"%1 (%2)"_s.arg(displayLine(details_->parentName), pid)});
     }
     rows.append({tr("Port"), QString::number(process_->port)});
     rows.append({tr("Protocol"), displayLine(process_->proto)});

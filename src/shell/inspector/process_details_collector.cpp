@@ -11,14 +11,15 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 // The same form as the address of a listening port: the address itself is of no interest.
 QString portText(std::uint16_t port) {
-    return QStringLiteral("*:") + QString::number(port);
+    return u"*:"_s + QString::number(port);
 }
 
 NetworkConnection connectionOf(const TcpSocket& socket) {
-    return {Uuid::random(),
-            socket.family == AddressFamily::ipv6 ? QStringLiteral("TCP6") : QStringLiteral("TCP4"),
+    return {Uuid::random(), socket.family == AddressFamily::ipv6 ? u"TCP6"_s : u"TCP4"_s,
             portText(socket.localPort),
             socket.foreignPort == 0 ? QString() : portText(socket.foreignPort),
             tcpStateText(socket.state)};
@@ -64,7 +65,7 @@ QString ProcessDetailsCollector::dateText(std::chrono::seconds sinceEpoch) const
     const QDateTime date = timeZone_.isValid()
                                ? QDateTime::fromSecsSinceEpoch(sinceEpoch.count(), timeZone_)
                                : QDateTime::fromSecsSinceEpoch(sinceEpoch.count());
-    return locale_.toString(date, QStringLiteral("MMM d HH:mm:ss yyyy"));
+    return locale_.toString(date, u"MMM d HH:mm:ss yyyy"_s);
 }
 
 } // namespace zenlot

@@ -7,38 +7,40 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 QString twoDigits(qint64 number) {
-    return QStringLiteral("%1").arg(number, 2, 10, QLatin1Char('0'));
+    return u"%1"_s.arg(number, 2, 10, QLatin1Char('0'));
 }
 
 QString percentText(std::uint64_t tenths) {
-    return QStringLiteral("%1.%2%").arg(QString::number(tenths / 10), QString::number(tenths % 10));
+    return u"%1.%2%"_s.arg(QString::number(tenths / 10), QString::number(tenths % 10));
 }
 
 } // namespace
 
 QString residentSizeText(std::uint64_t bytes) {
-    return bytes >> 20 ? QString::number(bytes >> 20) + QStringLiteral(" MB")
-                       : QString::number(bytes >> 10) + QStringLiteral(" KB");
+    return bytes >> 20 ? QString::number(bytes >> 20) + u" MB"_s
+                       : QString::number(bytes >> 10) + u" KB"_s;
 }
 
 QString virtualSizeText(std::uint64_t bytes) {
-    return bytes >> 30 ? QString::number(bytes >> 30) + QStringLiteral(" GB")
-                       : QString::number(bytes >> 20) + QStringLiteral(" MB");
+    return bytes >> 30 ? QString::number(bytes >> 30) + u" GB"_s
+                       : QString::number(bytes >> 20) + u" MB"_s;
 }
 
 QString processStatusText(ProcessState state) {
     switch (state) {
     case ProcessState::beingCreated:
-        return QStringLiteral("I");
+        return u"I"_s;
     case ProcessState::runnable:
-        return QStringLiteral("R");
+        return u"R"_s;
     case ProcessState::sleeping:
-        return QStringLiteral("S");
+        return u"S"_s;
     case ProcessState::stopped:
-        return QStringLiteral("T");
+        return u"T"_s;
     case ProcessState::zombie:
-        return QStringLiteral("Z");
+        return u"Z"_s;
     case ProcessState::unknown:
         break;
     }
@@ -49,12 +51,12 @@ QString elapsedText(std::chrono::seconds elapsed) {
     const qint64 total = std::max<qint64>(0, elapsed.count());
     const QString seconds = twoDigits(total % 60);
     if (total < 3600)
-        return QStringLiteral("%1:%2").arg(QString::number(total / 60), seconds);
+        return u"%1:%2"_s.arg(QString::number(total / 60), seconds);
     const QString minutes = twoDigits(total % 3600 / 60);
     if (total < 86400)
-        return QStringLiteral("%1:%2:%3").arg(QString::number(total / 3600), minutes, seconds);
-    return QStringLiteral("%1-%2:%3:%4")
-        .arg(QString::number(total / 86400), twoDigits(total % 86400 / 3600), minutes, seconds);
+        return u"%1:%2:%3"_s.arg(QString::number(total / 3600), minutes, seconds);
+    return u"%1-%2:%3:%4"_s.arg(QString::number(total / 86400), twoDigits(total % 86400 / 3600),
+                                minutes, seconds);
 }
 
 QString cpuShareText(std::chrono::milliseconds cpuTime, std::chrono::seconds elapsed) {
@@ -73,31 +75,31 @@ QString memoryShareText(std::uint64_t residentBytes, std::uint64_t physicalBytes
 QString tcpStateText(TcpState state) {
     switch (state) {
     case TcpState::closed:
-        return QStringLiteral("CLOSED");
+        return u"CLOSED"_s;
     case TcpState::listen:
-        return QStringLiteral("LISTEN");
+        return u"LISTEN"_s;
     case TcpState::synSent:
-        return QStringLiteral("SYN_SENT");
+        return u"SYN_SENT"_s;
     case TcpState::synReceived:
-        return QStringLiteral("SYN_RCVD");
+        return u"SYN_RCVD"_s;
     case TcpState::established:
-        return QStringLiteral("ESTABLISHED");
+        return u"ESTABLISHED"_s;
     case TcpState::closeWait:
-        return QStringLiteral("CLOSE_WAIT");
+        return u"CLOSE_WAIT"_s;
     case TcpState::finWait1:
-        return QStringLiteral("FIN_WAIT_1");
+        return u"FIN_WAIT_1"_s;
     case TcpState::closing:
-        return QStringLiteral("CLOSING");
+        return u"CLOSING"_s;
     case TcpState::lastAck:
-        return QStringLiteral("LAST_ACK");
+        return u"LAST_ACK"_s;
     case TcpState::finWait2:
-        return QStringLiteral("FIN_WAIT_2");
+        return u"FIN_WAIT_2"_s;
     case TcpState::timeWait:
-        return QStringLiteral("TIME_WAIT");
+        return u"TIME_WAIT"_s;
     case TcpState::unknown:
         break;
     }
-    return QStringLiteral("UNKNOWN");
+    return u"UNKNOWN"_s;
 }
 
 } // namespace zenlot

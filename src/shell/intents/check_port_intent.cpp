@@ -7,15 +7,19 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 QString translated(const char* key) {
     return QCoreApplication::translate("CheckPortIntent", key);
 }
 
 } // namespace
 
-QString CheckPortIntent::perform(const PortLookup& lookup) const {
-    return checkPortDialog(portNumber, isValidPort(portNumber) ? lookup.processesOnPort(portNumber)
-                                                               : std::vector<PortProcess>());
+QString CheckPortIntent::perform(const PortScanner& scanner,
+                                 const std::vector<OccupiedPort>& published) const {
+    return checkPortDialog(portNumber, isValidPort(portNumber)
+                                           ? processesOnPort(scanner, portNumber, published)
+                                           : std::vector<PortProcess>());
 }
 
 QString CheckPortIntent::title() {
@@ -46,11 +50,10 @@ QString checkPortDialog(std::int64_t portNumber, const std::vector<PortProcess>&
 
     QStringList names;
     for (const PortProcess& owner : owners)
-        names.append(
-            QStringLiteral("%2 (PID %1)").arg(owner.pid).arg(displayLine(owner.displayName)));
+        names.append(u"%2 (PID %1)"_s.arg(owner.pid).arg(displayLine(owner.displayName)));
     // The names may hold anything, also what looks like a place for an argument.
     return translated(QT_TRANSLATE_NOOP("CheckPortIntent", "Port %1 is used by: %2"))
-        .arg(number, names.join(QStringLiteral(", ")));
+        .arg(number, names.join(u", "_s));
 }
 
 QString ZenlotAppShortcuts::shortTitle() {
@@ -58,7 +61,7 @@ QString ZenlotAppShortcuts::shortTitle() {
 }
 
 QString ZenlotAppShortcuts::systemImage() {
-    return QStringLiteral("network");
+    return u"network"_s;
 }
 
 QStringList ZenlotAppShortcuts::phrases(const QString& applicationName) {

@@ -4,7 +4,7 @@
 // What is said here is for any automation service to declare. Texts come in the user's language;
 // the names of processes in them are made fit for one line. Any thread may use all of it.
 //
-//     CheckPortIntent{3000}.perform(lookup)  // "Port 3000 is used by: node (PID 12)"
+//     CheckPortIntent{3000}.perform(scanner, published)  // "Port 3000 is used by: node (PID 12)"
 #pragma once
 
 #include "inventory/port_lookup.h"
@@ -21,7 +21,7 @@ struct CheckPortIntent {
     std::int64_t portNumber{0}; // any number; one that is no port is answered too
 
     // Looks the port up and says who holds it. Blocks for the length of a lookup.
-    QString perform(const PortLookup& lookup) const;
+    QString perform(const PortScanner& scanner, const std::vector<OccupiedPort>& published) const;
 
     static QString title();
 

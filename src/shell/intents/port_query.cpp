@@ -1,22 +1,17 @@
 #include "shell/intents/port_query.h"
 
 #include "inventory/occupied_port.h"
-
-#include <algorithm>
+#include "text/numbers.h"
 
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 constexpr qsizetype kMostDigits = 9;
 
-bool isAsciiDigit(QChar character) {
-    return character >= u'0' && character <= u'9';
-}
-
 std::optional<std::int64_t> numberFrom(QStringView text) {
-    if (text.isEmpty() || text.size() > kMostDigits || !std::ranges::all_of(text, isAsciiDigit))
-        return std::nullopt;
-    return text.toLongLong();
+    return text.size() > kMostDigits ? std::nullopt : decimalNumber(text);
 }
 
 } // namespace
@@ -28,7 +23,7 @@ std::optional<PortQuery> parsePortQuery(const QString& text, const QStringList& 
     if (const std::optional<std::int64_t> number = numberFrom(query))
         return isValidPort(*number) ? std::optional(PortQuery{number}) : std::nullopt;
 
-    QStringList beginnings{QStringLiteral(":"), QStringLiteral("port ")};
+    QStringList beginnings{u":"_s, u"port "_s};
     for (const QString& phrase : phrases) {
         if (query.compare(phrase, Qt::CaseInsensitive) == 0)
             return PortQuery{std::nullopt};

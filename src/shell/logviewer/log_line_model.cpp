@@ -8,6 +8,8 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 // Longer ones are cut off in the list: laying out megabytes of text takes seconds.
 constexpr qsizetype kLongestShownLine = 4000;
 
@@ -18,7 +20,7 @@ QString shownText(QByteArrayView line) {
     QString text =
         QString::fromUtf8(line.first(std::min(line.size(), 4 * (kLongestShownLine + 2))));
     // The one control character that people put into lines to be looked at.
-    text.replace(u'\t', QStringLiteral("    "));
+    text.replace(u'\t', u"    "_s);
     return displayLine(text, kLongestShownLine);
 }
 

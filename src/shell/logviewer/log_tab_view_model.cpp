@@ -1,18 +1,19 @@
 #include "shell/logviewer/log_tab_view_model.h"
 
 #include <QClipboard>
-#include <QFutureWatcher>
+#include <QCoroFuture>
 #include <QGuiApplication>
+#include <QPointer>
 
 #include <memory>
 #include <system_error>
 #include <thread>
-#include <type_traits>
 #include <utility>
 
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
 using Text = std::shared_ptr<const LogText>;
 
 // A reading and how it compares with what was shown before, since comparing takes long too.
@@ -66,16 +67,12 @@ void LogTabViewModel::disappear() {
 }
 
 template <typename Work, typename Apply>
-void LogTabViewModel::runOnWorker(Work work, Apply apply) {
-    using Result = std::invoke_result_t<Work>;
-    // A future's own continuation may not outlive its context.
-    auto* watcher = new QFutureWatcher<Result>(this);
-    connect(watcher, &QFutureWatcherBase::finished, this,
-            [watcher, apply = std::move(apply)]() mutable {
-                watcher->deleteLater();
-                apply(watcher->result());
-            });
-    watcher->setFuture(worker_.run(std::move(work)));
+QCoro::Task<> LogTabViewModel::runOnWorker(Work work, Apply apply) {
+    const QPointer<LogTabViewModel> self(this);
+    const auto working = worker_.run(std::move(work));
+    const auto result = co_await working;
+    if (self)
+        apply(result);
 }
 
 void LogTabViewModel::reloadLog() {
@@ -113,10 +110,10 @@ void LogTabViewModel::clearLog() {
     runOnWorker(
         [path = path_, &log = log_, this]() -> std::optional<Reading> {
             if (const std::optional<QString> error = clearLogFile(path)) {
-                log.writeAppLog(QStringLiteral("log clear failed: ") + *error);
+                log.writeAppLog(u"log clear failed: "_s + *error);
                 return std::nullopt;
             }
-            log.writeAppLog(QStringLiteral("log cleared"));
+            log.writeAppLog(u"log cleared"_s);
             return readAgain(path, std::make_shared<const LogText>(), isStopped_);
         },
         [this](const std::optional<Reading>& cleared) {

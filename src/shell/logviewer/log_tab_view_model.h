@@ -15,6 +15,9 @@
 #include "shell/logviewer/log_text.h"
 #include "workers/worker_threads.h"
 
+#ifndef Q_MOC_RUN // which can't read the coroutine headers
+#include <QCoroTask>
+#endif
 #include <QObject>
 #include <QString>
 #include <QTimer>
@@ -78,7 +81,7 @@ class LogTabViewModel : public QObject {
   private:
     // Runs the work behind all that was asked for before, and `apply` with its result here.
     template <typename Work, typename Apply>
-    void runOnWorker(Work work, Apply apply);
+    QCoro::Task<> runOnWorker(Work work, Apply apply);
     void show(const std::shared_ptr<const LogText>& text, qint64 equalLines);
 
     QString path_;

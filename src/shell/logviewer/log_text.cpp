@@ -1,17 +1,15 @@
 #include "shell/logviewer/log_text.h"
 
+#include "posix/regular_file.h"
+
 #include <QByteArray>
 #include <QFile>
 #include <QSaveFile>
 #include <QUtf8StringView>
 
-#include <fcntl.h>
 #include <sys/mman.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <iterator>
 #include <new>
 #include <utility>
@@ -23,45 +21,6 @@ namespace {
 constexpr qint64 kMostBytes = qint64{2'000} * 1000 * 1000;
 // Looking through a piece for one of its lines takes microseconds.
 constexpr qsizetype kPieceBytes = qsizetype{64} * 1024;
-
-class Descriptor final {
-  public:
-    explicit Descriptor(const QString& path)
-        // Without O_NONBLOCK, opening a FIFO would wait for a writer.
-        : value_(::open(QFile::encodeName(path).constData(),
-                        O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY)) {}
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor() {
-        if (value_ >= 0)
-            ::close(value_);
-    }
-
-    std::optional<qint64> sizeOfRegularFile() const {
-        struct stat status {};
-        if (value_ < 0 || ::fstat(value_, &status) != 0 || !S_ISREG(status.st_mode))
-            return std::nullopt;
-        return status.st_size;
-    }
-
-    // As many bytes as there are, at most as many as there is room for; none on an error.
-    std::optional<qint64> read(char* buffer, qint64 room) const {
-        qint64 total = 0;
-        while (total < room) {
-            const ssize_t count =
-                ::read(value_, buffer + total, static_cast<std::size_t>(room - total));
-            if (count == 0)
-                break;
-            if (count < 0 && errno != EINTR)
-                return std::nullopt;
-            total += std::max<ssize_t>(count, 0);
-        }
-        return total;
-    }
-
-  private:
-    int value_;
-};
 
 qint64 lineCount(QByteArrayView bytes) {
     int count = bytes.front() == '\n' ? 0 : 1;
@@ -179,16 +138,14 @@ void LogText::append(std::shared_ptr<const Piece> piece) {
 class LogTextReader final {
   public:
     LogTextReader(const QString& path, const std::atomic<bool>& isStopped)
-        : file_(path), isStopped_(isStopped) {}
+        : file_(openRegularFile(QFile::encodeName(path).constData())), isStopped_(isStopped) {}
 
     std::optional<LogText> read(const LogText& before) {
-        const std::optional<qint64> size = file_.sizeOfRegularFile();
-        if (!size || *size > kMostBytes)
+        if (!file_ || file_->status.st_size > kMostBytes)
             return std::nullopt;
         // What is appended while the file is read waits for the next reading: otherwise the size
         // would be another one than that of the text, and the rest would never be looked at.
-        left_ = *size;
-        text_.size_ = *size;
+        left_ = text_.size_ = file_->status.st_size;
         shareWithTextBefore(before);
         for (QByteArrayView block = next(kPieceBytes); !block.empty(); block = next(kPieceBytes))
             cut(block);
@@ -206,11 +163,12 @@ class LogTextReader final {
             isFailed_ = true;
             return {};
         }
-        const std::optional<qint64> count =
-            file_.read(block_.data(), std::min({most, left_, qint64{block_.size()}}));
-        isFailed_ = !count;
-        left_ -= count.value_or(0);
-        return QByteArrayView(block_).first(count.value_or(0));
+        const auto room = static_cast<std::size_t>(std::min({most, left_, qint64{block_.size()}}));
+        const auto read = readFully(file_->descriptor, {block_.data(), room});
+        isFailed_ = !read;
+        const auto count = static_cast<qsizetype>(read.value_or(0));
+        left_ -= count;
+        return QByteArrayView(block_).first(count);
     }
 
     void shareWithTextBefore(const LogText& before) {
@@ -256,7 +214,7 @@ class LogTextReader final {
         searched_ = 0;
     }
 
-    Descriptor file_;
+    std::optional<RegularFile> file_;
     const std::atomic<bool>& isStopped_;
     LogText text_;
     QByteArray block_{kPieceBytes, Qt::Uninitialized};

@@ -5,13 +5,15 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 std::optional<std::string> readKey(const PropertyListReader& reader,
                                    const std::string& bundlePath) {
     const auto info =
         reader.dictionary(QString::fromStdString(bundlePath + "/Contents/Info.plist"));
     if (!info)
         return std::nullopt;
-    const auto identifier = textIn(*info, QStringLiteral("CFBundleIdentifier"));
+    const auto identifier = textIn(*info, u"CFBundleIdentifier"_s);
     if (!identifier)
         return std::nullopt;
     const QStringList pieces = identifier->split(u'.', Qt::SkipEmptyParts);

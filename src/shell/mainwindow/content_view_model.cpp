@@ -2,13 +2,13 @@
 
 #include "shell/mainwindow/port_grouping.h"
 #include "text/display_line.h"
+#include "text/numbers.h"
 
 #include <QClipboard>
 #include <QCoroFuture>
 #include <QCoroTimer>
 #include <QGuiApplication>
 #include <QPointer>
-#include <unicode/uchar.h>
 
 #include <chrono>
 #include <utility>
@@ -16,39 +16,14 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 constexpr auto kTypingPause = 350ms;
 // A killed process needs a moment to let go of its port.
 constexpr auto kPauseAfterForceQuit = 400ms;
 constexpr int kMostDigits = 5;
-const QString kPortToCheckKey = QStringLiteral("portToCheck");
-
-// The first five characters that stand for a number, in whatever script. Only ASCII digits make a
-// port of them; the others stay visible, so that people see what they typed.
-QString numericCharacters(const QString& text) {
-    QString kept;
-    int count = 0;
-    for (const uint codePoint : text.toUcs4()) {
-        if (count == kMostDigits)
-            break;
-        if (u_getNumericValue(static_cast<UChar32>(codePoint)) == U_NO_NUMERIC_VALUE)
-            continue;
-        kept += QChar::fromUcs4(codePoint);
-        ++count;
-    }
-    return kept;
-}
-
-std::optional<int> parsePort(const QString& text) {
-    for (const QChar character : text) {
-        if (character < u'0' || character > u'9')
-            return std::nullopt;
-    }
-    bool isNumber = false;
-    const int port = text.toInt(&isNumber);
-    return isNumber ? std::optional(port) : std::nullopt;
-}
+const QString kPortToCheckKey = u"portToCheck"_s;
 
 // g++ 12 destroys some temporaries of an awaited expression twice, so futures are named before they
 // are awaited, here and wherever a coroutine waits.
@@ -95,10 +70,8 @@ ContentViewModel::ContentViewModel(const Collaborators& collaborators, Actions a
             &ContentViewModel::selectionChanged);
     connect(&with_.appModel, &AppModel::pendingPortChanged, this,
             &ContentViewModel::takePendingPort);
-    connect(&with_.appModel, &AppModel::openSettingsRequestedChanged, this,
-            &ContentViewModel::takeSettingsRequest);
-    with_.notifications.observe(kPortsUpdated, this,
-                                [this](const UserInfo&) { loadOccupiedPorts(); });
+    connect(&with_.notifications, &NotificationCenter::portsUpdated, this,
+            &ContentViewModel::loadOccupiedPorts);
 }
 
 ContentViewModel::~ContentViewModel() = default;
@@ -107,7 +80,6 @@ void ContentViewModel::appear() {
     loadOccupiedPorts();
     takePortToCheck();
     takePendingPort();
-    takeSettingsRequest();
     if (!with_.settings.hasCompletedOnboarding() && actions_.showOnboardingWindow)
         actions_.showOnboardingWindow();
 }
@@ -129,13 +101,6 @@ void ContentViewModel::takePendingPort() {
     performCheck();
 }
 
-void ContentViewModel::takeSettingsRequest() {
-    if (!with_.appModel.openSettingsRequested())
-        return;
-    with_.appModel.setOpenSettingsRequested(false);
-    openSettings();
-}
-
 void ContentViewModel::openSettings() const {
     if (actions_.openSettings)
         actions_.openSettings();
@@ -149,10 +114,10 @@ void ContentViewModel::checkPort(qint64 port) {
 void ContentViewModel::setPortInput(const QString& text) {
     if (text == portInput_)
         return;
-    portInput_ = numericCharacters(text);
+    portInput_ = numericCharacters(text, kMostDigits);
     // Also when the text is what it was: the field may show a character that was refused.
     Q_EMIT portInputChanged();
-    assignSidebarSelection(parsePort(portInput_));
+    assignSidebarSelection(decimalNumber(portInput_));
     select(std::nullopt);
     showDetails(std::nullopt);
     scheduleDebouncedCheck();
@@ -220,7 +185,7 @@ void ContentViewModel::scheduleDebouncedCheck() {
 }
 
 void ContentViewModel::performCheck() {
-    const std::optional<int> port = parsePort(portInput_);
+    const std::optional<int> port = decimalNumber(portInput_);
     if (port && isValidPort(*port))
         check(*port);
 }

@@ -166,7 +166,6 @@ class ContentViewModel : public QObject {
     void checkPort(qint64 port);
     void takePortToCheck();
     void takePendingPort();
-    void takeSettingsRequest();
     void scheduleDebouncedCheck();
     void assignSidebarSelection(std::optional<int> port);
     void assignIsLoadingSidebar(bool isLoading);

@@ -10,6 +10,7 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
 using RowKind = SidebarRow::Kind;
 
 bool isPort(RowKind kind) {
@@ -22,7 +23,7 @@ void makeKeysUnique(std::vector<SidebarRow>& rows) {
     for (SidebarRow& row : rows) {
         const int times = seen[row.key]++;
         if (times > 0)
-            row.key += QStringLiteral("#%1").arg(times);
+            row.key += u"#%1"_s.arg(times);
     }
 }
 
@@ -33,9 +34,8 @@ QString accessibleName(const SidebarRow& row) {
     case RowKind::group:
         return row.title + u' ' + QString::number(row.count);
     case RowKind::port:
-        return QStringLiteral("%1 %2 %3")
-            .arg(QString::number(row.port.port), displayLine(row.port.displayName),
-                 displayLine(row.port.proto));
+        return u"%1 %2 %3"_s.arg(QString::number(row.port.port), displayLine(row.port.displayName),
+                                 displayLine(row.port.proto));
     case RowKind::portOfGroup:
         break;
     }
@@ -100,8 +100,8 @@ int SidebarModel::neighbour(int row, int direction) const {
 
 void SidebarModel::rebuild() {
     std::vector<SidebarRow> wanted;
-    appendPart(wanted, QStringLiteral("own"), tr("My Processes"), content_.own);
-    appendPart(wanted, QStringLiteral("system"), tr("System"), content_.system);
+    appendPart(wanted, u"own"_s, tr("My Processes"), content_.own);
+    appendPart(wanted, u"system"_s, tr("System"), content_.system);
     makeKeysUnique(wanted);
     setRows(std::move(wanted));
 }

@@ -15,6 +15,8 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 constexpr int kFontSize = 13;
 constexpr int kGap = 4; // between the menu and the panel or the edge of the screen
 constexpr QMargins kFieldText(22, 0, 4, 0); // leaves room for the symbol in front
@@ -30,7 +32,7 @@ QFont menuFont() {
 QFont fontForDigits() {
     QFont font = menuFont();
     const QFontMetrics metrics(font);
-    const QString digits = QStringLiteral("023456789");
+    const QString digits = u"023456789"_s;
     const bool isEven = std::ranges::all_of(digits, [&](QChar digit) {
         return metrics.horizontalAdvance(digit) == metrics.horizontalAdvance(u'1');
     });
@@ -43,7 +45,7 @@ QFont fontForDigits() {
 
 // What QMenu would take for the mark of a key is text.
 QString literal(QString title) {
-    return title.replace(u'&', QStringLiteral("&&"));
+    return title.replace(u'&', u"&&"_s);
 }
 
 // What panels leave of the screen.

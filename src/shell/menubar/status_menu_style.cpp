@@ -14,6 +14,8 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 constexpr int kPanelRadius = 9;
 constexpr int kPanelPadding = 5;
 constexpr int kRowHeight = 26;
@@ -52,7 +54,7 @@ bool isHeading(const QWidget* widget, const QRect& rect) {
 } // namespace
 
 StatusMenuStyle::StatusMenuStyle(bool hasSoftEdges)
-    : QProxyStyle(QStringLiteral("Fusion")), hasSoftEdges_(hasSoftEdges) {
+    : QProxyStyle(u"Fusion"_s), hasSoftEdges_(hasSoftEdges) {
     followPalette();
 }
 
@@ -116,8 +118,8 @@ void StatusMenuStyle::drawField(QPainter& painter, const QRect& rect) const {
     painter.drawPath(outline(rect, kFieldRadius));
     painter.restore();
     painter.drawImage(symbolPlace(rect.adjusted(7, 0, 0, 0)),
-                      symbol(QStringLiteral("magnifyingglass"),
-                             painter.device()->devicePixelRatioF(), colors_.secondaryLabel));
+                      symbol(u"magnifyingglass"_s, painter.device()->devicePixelRatioF(),
+                             colors_.secondaryLabel));
 }
 
 void StatusMenuStyle::drawControl(ControlElement element, const QStyleOption* option,

@@ -9,11 +9,4 @@ void AppModel::setPendingPort(std::optional<qint64> port) {
     Q_EMIT pendingPortChanged();
 }
 
-void AppModel::setOpenSettingsRequested(bool requested) {
-    if (requested == openSettingsRequested_)
-        return;
-    openSettingsRequested_ = requested;
-    Q_EMIT openSettingsRequestedChanged();
-}
-
 } // namespace zenlot

@@ -1,5 +1,8 @@
 #include "shell/model/port_url.h"
 
+#include "inventory/occupied_port.h"
+#include "text/numbers.h"
+
 #include <QLatin1StringView>
 
 #include <algorithm>
@@ -9,7 +12,6 @@ namespace zenlot {
 namespace {
 
 constexpr QLatin1StringView kStart{"port://"};
-constexpr int kHighestPort = 65535;
 
 // The authority without user and port; what stands in brackets is an address, and stays in them.
 QStringView hostIn(QStringView authority) {
@@ -26,19 +28,8 @@ std::optional<int> portFromUrl(QStringView url) {
     const auto* end = std::ranges::find_if(rest, [](QChar character) {
         return character == u'/' || character == u'?' || character == u'#';
     });
-    QStringView digits = hostIn(rest.left(end - rest.begin()));
-    if (digits.startsWith(u'+'))
-        digits = digits.mid(1);
-    // No negative number is a port, so a minus needs no reading.
-    int port = 0;
-    for (const QChar digit : digits) {
-        if (digit < u'0' || digit > u'9')
-            return std::nullopt;
-        port = std::min(10 * port + (digit.unicode() - u'0'), kHighestPort + 1);
-    }
-    if (port < 1 || port > kHighestPort)
-        return std::nullopt;
-    return port;
+    const auto port = decimalNumber(hostIn(rest.left(end - rest.begin())), Sign::allowed);
+    return port && isValidPort(*port) ? std::optional(static_cast<int>(*port)) : std::nullopt;
 }
 
 } // namespace zenlot

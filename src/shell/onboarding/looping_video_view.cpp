@@ -10,8 +10,10 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 bool isThere(const QUrl& url) {
-    if (url.scheme() == QStringLiteral("qrc"))
+    if (url.scheme() == u"qrc"_s)
         return QFile::exists(u':' + url.path());
     return !url.isLocalFile() || QFile::exists(url.toLocalFile());
 }

@@ -7,8 +7,10 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 QString word(bool value) {
-    return value ? QStringLiteral("true") : QStringLiteral("false");
+    return value ? u"true"_s : u"false"_s;
 }
 
 } // namespace
@@ -27,9 +29,9 @@ void OnboardingViewModel::change(Value& member, const Value& value, Changed chan
 }
 
 void OnboardingViewModel::appear() {
-    with_.systemLog.write(QStringLiteral("[Zenlot] OnboardingView appeared, SMAppService status=") +
-                          with_.installer.statusText() + QStringLiteral(", isEnabled=") +
-                          word(with_.installer.isEnabled()) + QStringLiteral(", isInstalled=") +
+    with_.systemLog.write(u"[Zenlot] OnboardingView appeared, SMAppService status="_s +
+                          with_.installer.statusText() + u", isEnabled="_s +
+                          word(with_.installer.isEnabled()) + u", isInstalled="_s +
                           word(with_.installer.isInstalled()));
 }
 
@@ -39,8 +41,7 @@ void OnboardingViewModel::advance() {
 
 void OnboardingViewModel::finish() {
     with_.settings.setHasCompletedOnboarding(true);
-    if (actions_.closeWindow)
-        actions_.closeWindow();
+    Q_EMIT finished();
 }
 
 void OnboardingViewModel::enableBackgroundMonitor() {
@@ -88,7 +89,7 @@ void OnboardingViewModel::recheckApproval() {
 }
 
 void OnboardingViewModel::openLoginItems() {
-    with_.loginItems.openSystemSettingsLoginItems();
+    actions_.openLoginItems();
 }
 
 } // namespace zenlot

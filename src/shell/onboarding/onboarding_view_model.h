@@ -1,18 +1,16 @@
 // The state of the first run: a welcome, and then the offer to enable the background monitor.
 //
 // Whoever reaches an end (finishes, skips, or has the monitor enabled) has completed the first run:
-// that is stored, and the window is asked to close. Without somebody to close it the window stays.
-// Closing the window by other means stores nothing, so the first run is offered again.
+// that is stored, and the window is to close. Closing the window by other means stores nothing, so
+// the first run is offered again.
 //
 // Main thread only; the registration of the monitor is synchronous, and the window gets the chance
 // to show that it has begun.
 //
-//     OnboardingViewModel model({settings, installer, loginItems, systemLog},
-//                               {.closeWindow = [&] { delegate.closeOnboardingWindow(); }});
+//     OnboardingViewModel model({settings, installer, systemLog}, {.openLoginItems = ...});
 #pragma once
 
 #include "monitoring/launch_agent_installer.h"
-#include "platform/background_items_settings.h"
 #include "platform/system_log.h"
 #include "settings/app_settings.h"
 
@@ -40,11 +38,10 @@ class OnboardingViewModel : public QObject {
     struct Collaborators {
         AppSettings& settings;
         LaunchAgentInstaller& installer;
-        BackgroundItemsSettings& loginItems;
         SystemLog& systemLog;
     };
     struct Actions {
-        std::function<void()> closeWindow{}; // none: the window stays
+        std::function<void()> openLoginItems; // where the user may allow the monitor
         // Runs what it is given once the window has shown the present state; none: at once. What
         // it was given must not run after the end of this object.
         std::function<void(std::function<void()>)> afterNextFrame{};
@@ -68,6 +65,7 @@ class OnboardingViewModel : public QObject {
     Q_INVOKABLE void openLoginItems();
 
   Q_SIGNALS:
+    void finished();
     void pageChanged();
     void daemonInstalledChanged();
     void daemonInstallingChanged();

@@ -16,6 +16,8 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 constexpr QLatin1String kProviderName("processicon");
 constexpr QLatin1String kNodePicture(":/qt/qml/Zenlot/Style/images/nodejs.svg");
 constexpr int kMaximumCacheBytes = 8 * 1024 * 1024;
@@ -106,8 +108,8 @@ QUrl ProcessIconProvider::imageOfPicture(const QString& file, const IconFrame& f
     // Paths hold characters that mean something in a URL.
     const QByteArray name =
         file.toUtf8().toBase64(QByteArray::Base64UrlEncoding | QByteArray::OmitTrailingEquals);
-    return QStringLiteral("image://%1/%2/%3")
-        .arg(kProviderName, QString::number(frame.cornerRadius), QString::fromLatin1(name));
+    return u"image://%1/%2/%3"_s.arg(kProviderName, QString::number(frame.cornerRadius),
+                                     QString::fromLatin1(name));
 }
 
 QImage ProcessIconProvider::requestImage(const QString& id, QSize* size,
@@ -123,7 +125,7 @@ QImage ProcessIconProvider::requestImage(const QString& id, QSize* size,
 QImage ProcessIconProvider::image(const QString& file, int sizeInPixels,
                                   double cornerRadius) const {
     const int pixels = std::clamp(sizeInPixels, 1, kLargestSize);
-    const QString key = QStringLiteral("%1/%2/%3").arg(pixels).arg(cornerRadius).arg(file);
+    const QString key = u"%1/%2/%3"_s.arg(pixels).arg(cornerRadius).arg(file);
     {
         const QMutexLocker lock(&mutex_);
         if (const QImage* known = images_.object(key))

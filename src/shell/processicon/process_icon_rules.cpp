@@ -5,11 +5,12 @@
 
 namespace zenlot {
 
+using namespace Qt::StringLiterals;
+
 bool isDevRuntime(const QString& path) {
     const QStringList components = path.split(u'/', Qt::SkipEmptyParts);
     const QString name = components.isEmpty() ? QString() : components.last().toLower();
-    const QStringList others{QStringLiteral("npm"), QStringLiteral("npx"), QStringLiteral("bun"),
-                             QStringLiteral("deno")};
+    const QStringList others{u"npm"_s, u"npx"_s, u"bun"_s, u"deno"_s};
     return name.startsWith(QLatin1String("node")) || others.contains(name);
 }
 

@@ -10,6 +10,8 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 constexpr double kGrid = 24;
 constexpr double kStroke = 2;
 constexpr double kThinnestLine = 1.15; // device pixels
@@ -45,11 +47,10 @@ QImage coverage(const QString& path, int side) {
 } // namespace
 
 QImage symbolImage(const QString& name, int side, const QColor& color) {
-    const QString path = QStringLiteral(":/qt/qml/Zenlot/Style/symbols/%1.svg").arg(name);
+    const QString path = u":/qt/qml/Zenlot/Style/symbols/%1.svg"_s.arg(name);
     if (side <= 0 || name.contains(u'/') || !QFile::exists(path))
         return {};
-    const QString key =
-        QStringLiteral("symbol %1 %2 %3").arg(name).arg(side).arg(color.name(QColor::HexArgb));
+    const QString key = u"symbol %1 %2 %3"_s.arg(name).arg(side).arg(color.name(QColor::HexArgb));
     QPixmap cached;
     if (QPixmapCache::find(key, &cached))
         return cached.toImage();

@@ -28,6 +28,11 @@ Window {
     width: 440
 
     Component.onCompleted: root.focusDefaultButton()
+    // What is under way ends with the window.
+    onVisibleChanged: {
+        if (!root.visible)
+            root.viewModel.dismiss();
+    }
 
     Connections {
         function onChanged() {

@@ -1,3 +1,4 @@
+#include "inventory/darwin/darwin_process_inspector.h"
 #include "inventory/darwin/darwin_process_pinner.h"
 #include "inventory/darwin/darwin_process_tables.h"
 #include "inventory/darwin/fake_darwin_calls.h"
@@ -65,29 +66,30 @@ TEST_F(DarwinProcessesTest, SysctlTablesAreReadInTwoCalls) {
     }
 }
 
-TEST_F(DarwinProcessesTest, PidListIsBoundedAndHasAFallback) {
-    calls.pids.resize(8200);
-    calls.allProcesses.contents = joined({processRecord(50), processRecord(40)});
-    const std::pair<std::optional<int>, std::size_t> cases[]{
-        {{}, 8192}, {1000000, 8192}, {8191, 8191}, {0, 2}, {-1, 2}};
-    for (const auto& [claimed, count] : cases) {
-        calls.claimedPids = claimed;
-        EXPECT_THAT(snapshot()->pids(), SizeIs(count));
-    }
-    EXPECT_THAT(snapshot()->pids(), ElementsAre(50, 40));
-}
-
-TEST_F(DarwinProcessesTest, DescriptorListIsReadInTwoCalls) {
-    // Announced and claimed bytes, and how many of the three records are believed.
-    constexpr std::tuple<std::optional<int>, std::optional<int>, std::size_t> kCases[]{
-        {4096, {}, 3}, {7, 24, 0}, {23, {}, 2}, {{}, -1, 0}, {{}, 15, 1}, {16, INT32_MAX, 2},
-    };
-    FakeDarwinProcess& process = addProcess(5, 0, {{}, {}, {}});
-    for (const auto& [announced, claimed, count] : kCases) {
-        process.announcedDescriptors = announced;
-        process.claimedDescriptors = claimed;
-        EXPECT_THAT(socketsOf(5), SizeIs(count));
-    }
+TEST_F(DarwinProcessesTest, InspectsAProcess) {
+    using std::chrono::seconds;
+    const DarwinProcessInspector inspector(calls);
+    EXPECT_EQ(inspector.inspect(7), ProcessFacts());
+    calls.timebase = timebase(125, 3);
+    calls.processes[1].path = "/sbin/launchd";
+    FakeDarwinProcess& process = addProcess(7, 0, {{3000, 30, 1, 0}, {3000, 2, 4, 52000}});
+    process.descriptors = joined({descriptor(0, 1), process.descriptors});
+    process.taskAllInfo = taskAllInfo({.parent = 1,
+                                       .status = 3,
+                                       .startSeconds = 1'700'000'000,
+                                       .virtualBytes = std::uint64_t{400} << 30,
+                                       .residentBytes = 1'048'576,
+                                       .userTime = 24'000'000,
+                                       .systemTime = 48'000'000});
+    const ProcessFacts facts{TaskInfo{1, ProcessState::sleeping, seconds(1'700'000'000),
+                                      std::uint64_t{400} << 30, 1'048'576, seconds(3)},
+                             "/sbin/launchd",
+                             3,
+                             {{AddressFamily::ipv6, TcpState::listen, 3000, 0},
+                              {AddressFamily::ipv4, TcpState::established, 3000, 52000}}};
+    EXPECT_EQ(inspector.inspect(7), facts);
+    calls.timebase = timebase(0, 1);
+    EXPECT_EQ(inspector.inspect(7).task->cpuTime, std::nullopt) << "no clock, no CPU time";
 }
 
 // The whole way from kernel bytes to records.

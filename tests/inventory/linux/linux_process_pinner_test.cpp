@@ -114,23 +114,5 @@ TEST(LinuxProcessPinnerTest, DoesWithoutPidfdsWhereTheyAreForbidden) {
     EXPECT_TRUE(other.wasLeftAlone());
 }
 
-// The number was shown as that of a process which has ended since.
-TEST(LinuxProcessPinnerTest, AStrangerWithTheIdLives) {
-    const LinuxProcessPinner pinner;
-    ChildProcess meant;
-    const pid_t pid = meant.pid();
-    const ProcessIdentity shown = lookAtProcess(pinner, {{pid}}).process;
-    const auto held = pinner.pin(pid);
-    meant.endAndLetTimePass();
-    const auto stranger = ChildProcess::withId(pid);
-    if (!stranger)
-        GTEST_SKIP() << "the kernel does not give an id again at will here";
-    EXPECT_EQ(lookAtProcess(pinner, {shown}).obstacle, Obstacle::gone);
-    EXPECT_FALSE(forceQuitProcess(pinner, {shown}));
-    EXPECT_TRUE(held->hasEnded());
-    EXPECT_FALSE(held->kill());
-    EXPECT_TRUE(stranger->wasLeftAlone());
-}
-
 } // namespace
 } // namespace zenlot

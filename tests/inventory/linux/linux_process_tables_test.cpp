@@ -2,7 +2,6 @@
 #include "inventory/linux/linux_process_tables.h"
 #include "inventory/linux/listening_sockets.h"
 #include "inventory/linux/processors.h"
-#include "inventory/linux/socket_index.h"
 #include "inventory/port_scanner.h"
 #include "support/connection.h"
 #include "support/temporary_folder.h"
@@ -160,24 +159,15 @@ TEST(ProcessorsTest, TheSmallestQuotaCounts) {
     using Files = std::vector<std::pair<const char*, const char*>>;
     const std::tuple<const char*, Files, std::optional<unsigned>> cases[] = {
         {"no groups", {}, {}},
-        {"no limit",
-         {{"proc/self/cgroup", "0::/a\n"}, {"sys/fs/cgroup/a/cpu.max", "max 100000\n"}},
-         {}},
         {"own group, rounded up",
          {{"proc/self/cgroup", "0::/a/b\n"}, {"sys/fs/cgroup/a/b/cpu.max", "150000 100000\n"}},
          2},
-        {"less than one",
-         {{"proc/self/cgroup", "0::/\n"}, {"sys/fs/cgroup/cpu.max", "1000 100000\n"}},
-         1},
         {"a group around it",
          {{"proc/self/cgroup", "0::/a/b/c\n"},
           {"sys/fs/cgroup/a/cpu.max", "300000 100000\n"},
           {"sys/fs/cgroup/a/b/cpu.max", "max 100000\n"},
           {"sys/fs/cgroup/a/b/c/cpu.max", "400000 100000\n"}},
          3},
-        {"the path of outside in a container",
-         {{"proc/self/cgroup", "0::/docker/77\n"}, {"sys/fs/cgroup/cpu.max", "500000 100000\n"}},
-         5},
         {"two hierarchies",
          {{"proc/self/cgroup", "5:cpuset:/x\n4:cpu,cpuacct:/a\n0::/b\n"},
           {"sys/fs/cgroup/cpuset/x/cpu.cfs_quota_us", "100000"},
@@ -203,19 +193,6 @@ TEST(ProcessorsTest, TheSmallestQuotaCounts) {
         EXPECT_GE(available, 1U) << name;
         EXPECT_LE(available, expected.value_or(8)) << name;
     }
-}
-
-TEST(SocketIndexTest, FindsEverySocketAndNothingElse) {
-    EXPECT_EQ(SocketIndex().find(1), nullptr);
-    std::vector<KernelTcpSocket> sockets(2000);
-    for (std::size_t i = 1; i < sockets.size(); ++i)
-        sockets[i] = {{{}, {}, static_cast<std::uint16_t>(i), 0}, 0, i << 20};
-    const SocketIndex index(sockets);
-    for (std::size_t i = 1; i < sockets.size(); ++i) {
-        ASSERT_TRUE(index.find(i << 20) && index.find(i << 20)->localPort == i) << i;
-        EXPECT_EQ(index.find((i << 20) + 1), nullptr);
-    }
-    EXPECT_EQ(index.find(0), nullptr);
 }
 
 } // namespace

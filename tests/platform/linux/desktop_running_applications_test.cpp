@@ -9,18 +9,20 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 class DesktopRunningApplicationsTest : public testing::Test {
   protected:
     DesktopRunningApplicationsTest() {
-        program(u"bin/python"_qs);
-        program(u"bin/shell"_qs);
-        program(u"opt/editor/editor-2"_qs);
-        QFile::link(folder_.path(u"opt/editor/editor-2"_qs), folder_.path(u"bin/editor"_qs));
-        entry(u"org.Editor"_qs, "Exec=editor %U\nIcon=pen\n");
-        entry(u"a-handler"_qs, "Exec=editor --open %u\nNoDisplay=true\nIcon=link\n");
-        entry(u"org.Editor.Notes"_qs, "Exec=editor --notes\nIcon=notes\n");
-        entry(u"script"_qs, "Exec=python /opt/script.py\nIcon=snake\n");
-        entry(u"top"_qs, "Exec=shell\nTerminal=true\nIcon=top\n");
+        program(u"bin/python"_s);
+        program(u"bin/shell"_s);
+        program(u"opt/editor/editor-2"_s);
+        QFile::link(folder_.path(u"opt/editor/editor-2"_s), folder_.path(u"bin/editor"_s));
+        entry(u"org.Editor"_s, "Exec=editor %U\nIcon=pen\n");
+        entry(u"a-handler"_s, "Exec=editor --open %u\nNoDisplay=true\nIcon=link\n");
+        entry(u"org.Editor.Notes"_s, "Exec=editor --notes\nIcon=notes\n");
+        entry(u"script"_s, "Exec=python /opt/script.py\nIcon=snake\n");
+        entry(u"top"_s, "Exec=shell\nTerminal=true\nIcon=top\n");
     }
 
     void program(const QString& name) {
@@ -29,31 +31,30 @@ class DesktopRunningApplicationsTest : public testing::Test {
     }
 
     void entry(const QString& identifier, const QByteArray& text,
-               const QString& data = u"share"_qs) {
-        folder_.write(data + u"/applications/"_qs + identifier + u".desktop"_qs,
+               const QString& data = u"share"_s) {
+        folder_.write(data + u"/applications/"_s + identifier + u".desktop"_s,
                       "[Desktop Entry]\nType=Application\n" + text);
     }
 
     // "identifier icon", with "background" behind it where it applies; "none" for no application.
     QString applicationOf(const QString& executable, const QByteArray& unit = "session-1.scope") {
-        const QString process = u"proc/%1"_qs.arg(++pid_);
-        folder_.write(process + u"/cgroup"_qs, "0::/user.slice/" + unit + "\n");
-        QFile::link(folder_.path(executable), folder_.path(process + u"/exe"_qs));
+        const QString process = u"proc/%1"_s.arg(++pid_);
+        folder_.write(process + u"/cgroup"_s, "0::/user.slice/" + unit + "\n");
+        QFile::link(folder_.path(executable), folder_.path(process + u"/exe"_s));
         const auto found = applications_.applicationWithPid(pid_);
         if (!found)
-            return u"none"_qs;
-        EXPECT_EQ(found->executablePath,
-                  folder_.path(QString(executable).remove(u" (deleted)"_qs)));
+            return u"none"_s;
+        EXPECT_EQ(found->executablePath, folder_.path(QString(executable).remove(u" (deleted)"_s)));
         EXPECT_EQ(found->bundlePath, std::nullopt);
-        return found->bundleIdentifier.value_or(u"?"_qs) + u' ' + found->iconName +
-               (found->isBackgroundOnly ? u" background"_qs : QString());
+        return found->bundleIdentifier.value_or(u"?"_s) + u' ' + found->iconName +
+               (found->isBackgroundOnly ? u" background"_s : QString());
     }
 
     QtTemporaryFolder folder_;
     qint64 pid_{100};
-    DesktopRunningApplications applications_{{folder_.path(u"home"_qs), folder_.path(u"share"_qs)},
-                                             {folder_.path(u"bin"_qs)},
-                                             folder_.path(u"proc"_qs)};
+    DesktopRunningApplications applications_{{folder_.path(u"home"_s), folder_.path(u"share"_s)},
+                                             {folder_.path(u"bin"_s)},
+                                             folder_.path(u"proc"_s)};
 };
 
 TEST_F(DesktopRunningApplicationsTest, IsTheEntryWhoseProgramTheProcessRuns) {
@@ -62,20 +63,20 @@ TEST_F(DesktopRunningApplicationsTest, IsTheEntryWhoseProgramTheProcessRuns) {
         QByteArray unit;
         QString application;
     };
-    const QString editor = u"opt/editor/editor-2"_qs;
+    const QString editor = u"opt/editor/editor-2"_s;
     const std::vector<Case> cases{
-        {editor, "session-1.scope", u"org.Editor pen"_qs},
-        {editor + u" (deleted)"_qs, "session-1.scope", u"org.Editor pen"_qs},
-        {editor, "app-gnome-org.Editor.Notes-12.scope", u"org.Editor.Notes notes"_qs},
-        {editor, R"(app-a\x2dhandler@3.service)", u"a-handler link background"_qs},
-        {editor, "app-gnome-a-handler-12.scope", u"a-handler link background"_qs},
+        {editor, "session-1.scope", u"org.Editor pen"_s},
+        {editor + u" (deleted)"_s, "session-1.scope", u"org.Editor pen"_s},
+        {editor, "app-gnome-org.Editor.Notes-12.scope", u"org.Editor.Notes notes"_s},
+        {editor, R"(app-a\x2dhandler@3.service)", u"a-handler link background"_s},
+        {editor, "app-gnome-a-handler-12.scope", u"a-handler link background"_s},
         // What was started in another application's terminal, and what the unit can't vouch for.
-        {u"bin/shell"_qs, "app-gnome-org.Editor-12.scope", u"none"_qs},
-        {editor, "app-gnome-script-12.scope", u"org.Editor pen"_qs},
-        {u"bin/python"_qs, "session-1.scope", u"none"_qs},
-        {u"bin/python"_qs, "app-gnome-script-12.scope", u"script snake"_qs},
-        {u"bin/shell"_qs, "app-top-12.scope", u"none"_qs},
-        {u"bin/gone"_qs, "session-1.scope", u"none"_qs}};
+        {u"bin/shell"_s, "app-gnome-org.Editor-12.scope", u"none"_s},
+        {editor, "app-gnome-script-12.scope", u"org.Editor pen"_s},
+        {u"bin/python"_s, "session-1.scope", u"none"_s},
+        {u"bin/python"_s, "app-gnome-script-12.scope", u"script snake"_s},
+        {u"bin/shell"_s, "app-top-12.scope", u"none"_s},
+        {u"bin/gone"_s, "session-1.scope", u"none"_s}};
     for (const Case& row : cases)
         EXPECT_EQ(applicationOf(row.executable, row.unit), row.application)
             << row.executable.toStdString() << " in " << row.unit.toStdString();
@@ -84,25 +85,25 @@ TEST_F(DesktopRunningApplicationsTest, IsTheEntryWhoseProgramTheProcessRuns) {
 }
 
 TEST_F(DesktopRunningApplicationsTest, FollowsWhatIsInstalledAndRemoved) {
-    EXPECT_EQ(applicationOf(u"bin/python"_qs), u"none"_qs);
-    entry(u"vendor/snake"_qs, "Exec=nothing\nTryExec=python\nIcon=new\n");
-    EXPECT_EQ(applicationOf(u"bin/python"_qs), u"vendor-snake new"_qs);
-    entry(u"vendor-snake"_qs, "Exec=python\nHidden=true\n", u"home"_qs);
-    EXPECT_EQ(applicationOf(u"bin/python"_qs), u"none"_qs);
-    ASSERT_TRUE(QFile::remove(folder_.path(u"home/applications/vendor-snake.desktop"_qs)));
-    EXPECT_EQ(applicationOf(u"bin/python"_qs), u"vendor-snake new"_qs);
+    EXPECT_EQ(applicationOf(u"bin/python"_s), u"none"_s);
+    entry(u"vendor/snake"_s, "Exec=nothing\nTryExec=python\nIcon=new\n");
+    EXPECT_EQ(applicationOf(u"bin/python"_s), u"vendor-snake new"_s);
+    entry(u"vendor-snake"_s, "Exec=python\nHidden=true\n", u"home"_s);
+    EXPECT_EQ(applicationOf(u"bin/python"_s), u"none"_s);
+    ASSERT_TRUE(QFile::remove(folder_.path(u"home/applications/vendor-snake.desktop"_s)));
+    EXPECT_EQ(applicationOf(u"bin/python"_s), u"vendor-snake new"_s);
 }
 
 TEST_F(DesktopRunningApplicationsTest, AnswersSeveralThreads) {
-    const QString expected = applicationOf(u"opt/editor/editor-2"_qs);
+    const QString expected = applicationOf(u"opt/editor/editor-2"_s);
     std::vector<std::jthread> threads;
     threads.reserve(4);
     for (int i = 0; i < 4; ++i) {
         threads.emplace_back([&, i] {
             for (int round = 0; round < 50; ++round) {
                 if (i == 0)
-                    entry(u"more-%1"_qs.arg(round), "Exec=shell\n");
-                EXPECT_EQ(applications_.applicationWithPid(pid_)->iconName, u"pen"_qs);
+                    entry(u"more-%1"_s.arg(round), "Exec=shell\n");
+                EXPECT_EQ(applications_.applicationWithPid(pid_)->iconName, u"pen"_s);
             }
         });
     }

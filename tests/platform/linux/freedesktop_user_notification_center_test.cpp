@@ -86,30 +86,18 @@ class ScriptedServer final : public QObject {
     }
 };
 
-class UserNotificationCenterTest : public testing::Test, public UserNotificationCenterDelegate {
+class UserNotificationCenterTest : public testing::Test {
   protected:
-    UserNotificationCenterTest() { center.setDelegate(this); }
-
-    PresentationOptions willPresentNotification(const UserNotificationRequest&) override {
-        return presentation;
-    }
-    void didReceiveNotificationResponse(const UserNotificationResponse& response,
-                                        const std::function<void()>& completionHandler) override {
-        const UserNotificationRequest& alert = response.request;
-        EXPECT_EQ(alert.content.userInfo.string(kProcessNameKey), alert.identifier);
-        responses.append(alert.identifier + u' ' + response.actionIdentifier);
-        completionHandler();
+    UserNotificationCenterTest() {
+        center.setResponder([this](const QString& alert, const QString& action) {
+            responses.append(alert + u' ' + action);
+        });
     }
 
     static UserNotificationRequest request(const QString& identifier, const QString& body = {}) {
-        return {identifier,
-                {u"<Port>\u202E"_s + QChar(0xD83D),
-                 body,
-                 u"buttons"_s,
-                 {},
-                 {},
-                 {{kProcessNameKey, identifier}},
-                 true}};
+        return {
+            identifier,
+            {u"<Port>\u202E"_s + QChar(0xD83D), body, {{u"KILL"_s, u"Kill"_s}, {u"B"_s, u"b"_s}}}};
     }
     QFuture<Error> add(const QString& identifier) { return center.add(request(identifier)); }
     // As many as may be open, named by their numbers.
@@ -133,48 +121,32 @@ class UserNotificationCenterTest : public testing::Test, public UserNotification
 
     PrivateBus bus;
     QDBusConnection client = bus.connect(u"client"_s);
-    PresentationOptions presentation{true, true, true, false};
     QStringList responses;
     FreedesktopUserNotificationCenter center{client};
 };
 
 TEST_F(UserNotificationCenterTest, AlertsSayWhatTheServiceUnderstands) {
     ScriptedServer server(bus.connect(u"server"_s));
-    QStringList withheld;
-    const auto sent = [&](const QStringList& capabilities, const PresentationOptions& options) {
-        FreedesktopUserNotificationCenter fresh(client);
-        fresh.setDelegate(this);
-        fresh.setNotificationCategories(
-            {{u"buttons"_s, {{u"KILL"_s, u"Kill"_s}, {u"B"_s, u"b"_s}}}, {u"other"_s, {}}});
-        presentation = options;
+    const auto sent = [&](const QStringList& capabilities) {
         server.capabilities = capabilities;
-        UserNotificationRequest alert = request(u"1"_s, u"<b>&\n\u2066\uFFFE"_s + QChar::Null);
-        alert.content.withheldActions = withheld;
+        FreedesktopUserNotificationCenter fresh(client);
+        const auto alert = request(u"1"_s, u"<b>&\n\u2066\uFFFE"_s + QChar::Null);
         return isShown(fresh.add(alert)) ? server.alerts.takeLast() : QVariantList{};
     };
-    const QVariantMap always{{u"desktop-entry"_s, u"dev.quorvane.zenlot"_s},
-                             {u"urgency"_s, QVariant::fromValue<uchar>(1)}};
+    QVariantMap hints{{u"desktop-entry"_s, u"dev.quorvane.zenlot"_s},
+                      {u"urgency"_s, QVariant::fromValue<uchar>(1)}};
     EXPECT_EQ(
-        sent({u"body-markup"_s}, presentation),
+        sent({u"body-markup"_s}),
         (QVariantList{u"Zenlot"_s, 0U, u"dev.quorvane.zenlot"_s, u"<Port>\uFFFD\uFFFD"_s,
-                      u"&lt;b&gt;&amp;\uFFFD\uFFFD\uFFFD\uFFFD"_s, QStringList(), always, -1}));
-    QVariantMap hints = always;
+                      u"&lt;b&gt;&amp;\uFFFD\uFFFD\uFFFD\uFFFD"_s, QStringList(), hints, -1}));
     hints.insert(u"sound-name"_s, u"dialog-information"_s);
-    QVariantList rest{u"<b>&\uFFFD\uFFFD\uFFFD\uFFFD"_s,
-                      QStringList{u"KILL"_s, u"Kill"_s, u"B"_s, u"b"_s}, hints, -1};
-    EXPECT_EQ(sent({u"actions"_s, u"sound"_s}, presentation).mid(4), rest);
-    rest[1] = QStringList{u"B"_s, u"b"_s};
-    withheld = {u"KILL"_s};
-    EXPECT_EQ(sent({u"actions"_s, u"sound"_s}, presentation).mid(4), rest);
-    hints = always;
-    hints.insert({{u"suppress-sound"_s, true}, {u"transient"_s, true}});
-    EXPECT_EQ(sent({u"sound"_s}, {true, false, false, false}).value(6), hints);
+    EXPECT_EQ(sent({u"actions"_s, u"sound"_s}).mid(4),
+              (QVariantList{u"<b>&\uFFFD\uFFFD\uFFFD\uFFFD"_s,
+                            QStringList{u"KILL"_s, u"Kill"_s, u"B"_s, u"b"_s}, hints, -1}));
 
     EXPECT_TRUE(isShown(center.add(request(u"1"_s, u"\U0001F600"_s.repeated(999) + u"x — end"_s))));
     EXPECT_EQ(server.alerts.takeLast().at(4),
               u"\U0001F600"_s.repeated(192) + u'…' + u"\U0001F600"_s.repeated(60) + u"x — end"_s);
-    presentation = {false, false, true, false};
-    EXPECT_TRUE(isShown(add(u"never"_s)) && server.alerts.isEmpty());
 }
 
 TEST_F(UserNotificationCenterTest, ResponsesComeFromTheServiceAndForOurOpenAlertsOnly) {
@@ -235,7 +207,7 @@ TEST_F(UserNotificationCenterTest, AlertsAreTakenBackWhereverTheyAre) {
 
 TEST_F(UserNotificationCenterTest, FollowsTheServiceThroughItsLife) {
     const auto status = [this] {
-        const AuthorizationAnswer answer = answerOf(center.requestAuthorization({}));
+        const AuthorizationAnswer answer = answerOf(center.requestAuthorization());
         const UserNotificationSettings settings = answerOf(center.notificationSettings());
         return QList{int{answer.isGranted}, int{answer.error.has_value()},
                      static_cast<int>(settings.authorizationStatus),
@@ -273,14 +245,14 @@ TEST_F(UserNotificationCenterTest, NothingWaitsForAServiceOrABusThatNeverAnswers
     auto server = std::make_unique<ScriptedServer>(bus.connect(u"server"_s));
     server->isSilent = true;
     auto hasty = std::make_unique<FreedesktopUserNotificationCenter>(client, 1ms);
-    EXPECT_TRUE(answerOf(hasty->requestAuthorization({})).error.has_value());
+    EXPECT_TRUE(answerOf(hasty->requestAuthorization()).error.has_value());
     EXPECT_EQ(answerOf(hasty->notificationSettings()).authorizationStatus,
               AuthorizationStatus::notDetermined);
     EXPECT_FALSE(isShown(hasty->add(request(u"given up"_s))));
     ASSERT_TRUE(QTest::qWaitFor([&] { return server->unanswered.size() == 1; }));
     server->wakeUp();
 
-    EXPECT_TRUE(answerOf(center.requestAuthorization({})).isGranted);
+    EXPECT_TRUE(answerOf(center.requestAuthorization()).isGranted);
     server->isSilent = true;
     const std::vector<QFuture<Error>> open = addMany();
     const QFuture<Error> oneTooMany = add(u"one too many"_s);
@@ -298,14 +270,14 @@ TEST_F(UserNotificationCenterTest, NothingWaitsForAServiceOrABusThatNeverAnswers
     ::kill(bus.processId(), SIGSTOP);
     hasty = std::make_unique<FreedesktopUserNotificationCenter>(client, 1ms);
     EXPECT_FALSE(isShown(hasty->add(request(u"stuck"_s))));
-    const QFuture<AuthorizationAnswer> dropped = hasty->requestAuthorization({});
+    const QFuture<AuthorizationAnswer> dropped = hasty->requestAuthorization();
     hasty.reset();
     EXPECT_TRUE(dropped.isFinished() && answerOf(dropped).error);
     ::kill(bus.processId(), SIGCONT);
     ::kill(bus.processId(), SIGTERM);
     EXPECT_FALSE(isShown(add(u"orphan"_s)));
     FreedesktopUserNotificationCenter nowhere(QDBusConnection(u"none"_s));
-    EXPECT_TRUE(answerOf(nowhere.requestAuthorization({})).error.has_value());
+    EXPECT_TRUE(answerOf(nowhere.requestAuthorization()).error.has_value());
 }
 
 } // namespace

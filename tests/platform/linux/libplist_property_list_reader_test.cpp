@@ -14,6 +14,8 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 const QByteArray kXml = R"(<?xml version="1.0" encoding="UTF-8"?>
 <!DOCTYPE plist PUBLIC "-//Apple//DTD PLIST 1.0//EN" "http://www.apple.com/DTDs/PropertyList-1.0.dtd">
 <plist version="1.0"><dict>
@@ -65,17 +67,16 @@ QByteArray chainOfLists(int lists, Successor successor) {
 }
 
 TEST(LibplistPropertyListReaderTest, ReadsBothFormats) {
-    const QVariantMap expected{
-        {u"CFBundleIdentifier"_qs, u"com.example.ü&<b>"_qs},
-        {u"Number"_qs, qulonglong{7}},
-        {u"Real"_qs, 0.5},
-        {u"Yes"_qs, true},
-        {u"Date"_qs, QDateTime(QDate(2024, 2, 3), QTime(4, 5, 6), Qt::UTC)},
-        {u"Data"_qs, QByteArray("\0\1\2", 3)},
-        {u"List"_qs, QVariantList{u"a"_qs, QVariantMap{{u"k"_qs, u"v"_qs}}}}};
+    const QVariantMap expected{{u"CFBundleIdentifier"_s, u"com.example.ü&<b>"_s},
+                               {u"Number"_s, qulonglong{7}},
+                               {u"Real"_s, 0.5},
+                               {u"Yes"_s, true},
+                               {u"Date"_s, QDateTime(QDate(2024, 2, 3), QTime(4, 5, 6), Qt::UTC)},
+                               {u"Data"_s, QByteArray("\0\1\2", 3)},
+                               {u"List"_s, QVariantList{u"a"_s, QVariantMap{{u"k"_s, u"v"_s}}}}};
     EXPECT_EQ(propertyListDictionary(kXml), expected);
     EXPECT_EQ(propertyListDictionary(binaryOf(kXml)), expected);
-    EXPECT_EQ(textIn(expected, u"Number"_qs), std::nullopt);
+    EXPECT_EQ(textIn(expected, u"Number"_s), std::nullopt);
     EXPECT_TRUE(propertyListDictionary(chainOfLists(5, [](int i) { return i + 1; })).has_value());
 }
 
@@ -123,13 +124,13 @@ TEST(LibplistPropertyListReaderTest, SurvivesDamagedFiles) {
 TEST(LibplistPropertyListReaderTest, ReadsRegularFilesOnly) {
     const QtTemporaryFolder folder;
     const LibplistPropertyListReader reader;
-    folder.write(u"Info.plist"_qs, kXml);
-    folder.write(u"large"_qs, kXml + QByteArray(4'194'304, ' '));
-    ASSERT_EQ(::mkfifo(folder.encoded(u"fifo"_qs).constData(), 0600), 0);
-    EXPECT_EQ(textIn(reader.dictionary(folder.path(u"Info.plist"_qs)).value_or(QVariantMap()),
-                     u"CFBundleIdentifier"_qs),
-              u"com.example.ü&<b>"_qs);
-    for (const QString& name : {u"missing"_qs, u"large"_qs, u"fifo"_qs, u"."_qs})
+    folder.write(u"Info.plist"_s, kXml);
+    folder.write(u"large"_s, kXml + QByteArray(4'194'304, ' '));
+    ASSERT_EQ(::mkfifo(folder.encoded(u"fifo"_s).constData(), 0600), 0);
+    EXPECT_EQ(textIn(reader.dictionary(folder.path(u"Info.plist"_s)).value_or(QVariantMap()),
+                     u"CFBundleIdentifier"_s),
+              u"com.example.ü&<b>"_s);
+    for (const QString& name : {u"missing"_s, u"large"_s, u"fifo"_s, u"."_s})
         EXPECT_EQ(reader.dictionary(folder.path(name)), std::nullopt) << name.toStdString();
 }
 

@@ -8,6 +8,8 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 TEST(PidfdProcessEndWatchTest, TellsOnceOfThoseThatAreStillWatched) {
     PidfdProcessEndWatch ends;
     QStringList told;
@@ -22,7 +24,7 @@ TEST(PidfdProcessEndWatchTest, TellsOnceOfThoseThatAreStillWatched) {
     std::unique_ptr<ProcessEndWatch::Watch> endsItself =
         ends.watch(dying.pid(), [&told, &endsItself] {
             endsItself.reset();
-            told.append(QStringLiteral("itself"));
+            told.append(u"itself"_s);
         });
     ended.reset();
     // No process has such a number; the last is no number of a process.
@@ -36,8 +38,7 @@ TEST(PidfdProcessEndWatchTest, TellsOnceOfThoseThatAreStillWatched) {
     for (int turn = 0; turn < 10; ++turn)
         QCoreApplication::processEvents();
     told.sort();
-    EXPECT_EQ(told, (QStringList{QStringLiteral("dying"), QStringLiteral("itself"),
-                                 QStringLiteral("nobody")}));
+    EXPECT_EQ(told, (QStringList{u"dying"_s, u"itself"_s, u"nobody"_s}));
 }
 
 } // namespace

@@ -14,6 +14,8 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 constexpr qreal kRounding = 1;
 
 // A text, or a button with one.
@@ -84,7 +86,7 @@ class Critic final : public Visitor {
         ++statesSeen;
     }
     void see(QWidget& /*menu*/, const QString& /*state*/) override {}
-    void glanceAt(QQuickWindow& /*window*/, const QString& /*state*/) override {}
+    void captureNow(QQuickWindow& /*window*/, const QString& /*state*/) override {}
 
     int statesSeen{0};
 
@@ -97,13 +99,13 @@ class Critic final : public Visitor {
         for (qsizetype each = 0; each < all.size(); ++each) {
             const Words& words = all[each];
             if (words.item->property("truncated").toBool())
-                misfits.append(u"is cut off: "_qs + words.text);
+                misfits.append(u"is cut off: "_s + words.text);
             if (!isWithinItsRoom(words, window.contentItem()))
-                misfits.append(u"is too large: "_qs + words.text);
+                misfits.append(u"is too large: "_s + words.text);
             for (qsizetype other = 0; other < each; ++other) {
                 if (all[other].item->parentItem() == words.item->parentItem() &&
                     all[other].place.intersects(words.place))
-                    misfits.append(u"lies on another: "_qs + words.text);
+                    misfits.append(u"lies on another: "_s + words.text);
             }
         }
         return misfits;
@@ -128,7 +130,7 @@ void judge(QtMsgType type, const QMessageLogContext& /*context*/, const QString&
 TEST(FittingTextsTest, EveryTextHasRoomInLongLanguages) {
     qunsetenv("QT_FATAL_WARNINGS"); // which knows no exception
     qInstallMessageHandler(judge);
-    QQuickStyle::setStyle(QStringLiteral("Fusion"));
+    QQuickStyle::setStyle(u"Fusion"_s);
     for (const char* language : {"de", "hu"}) {
         const Translation translation({QString::fromLatin1(language)});
         lookAround(language);

@@ -1,31 +1,22 @@
 // From each place where a process may be ended, with real processes: the one that was shown is, and
-// neither one that got its id since nor the manager of the user's services.
+// one that got its id since is not.
 #include "inventory/linux/linux_process_pinner.h"
 #include "inventory/linux/linux_process_tables.h"
-#include "monitoring/port_notification_manager.h"
-#include "platform/fake_app_service.h"
 #include "platform/fake_application_windows.h"
 #include "platform/fake_global_shortcut.h"
-#include "platform/fake_process_end_watch.h"
 #include "platform/fake_property_list.h"
 #include "platform/fake_running_applications.h"
 #include "platform/fake_status_bar.h"
-#include "platform/fake_updater.h"
-#include "platform/fake_user_defaults.h"
-#include "platform/fake_user_notification_center.h"
-#include "settings/app_log.h"
 #include "shell/mainwindow/content_view_model.h"
 #include "shell/menubar/app_delegate.h"
 #include "shell/model/app_model.h"
 #include "support/child_process.h"
 #include "support/listener.h"
-#include "support/private_user_manager.h"
+#include "support/sample_inventory.h"
 
 #include <QCoroTask>
 #include <QTest>
 #include <gtest/gtest.h>
-
-#include <fstream>
 
 namespace zenlot {
 namespace {
@@ -47,11 +38,11 @@ Server startServer() {
 
 // Everything that ends processes, over the machine as it is. Nobody is told of their ends, so that
 // what was shown stays. The end of the object waits for what it was asked to do.
-class Program {
+class Program : SampleAlerts<LinuxProcessTables, LinuxProcessPinner> {
   public:
     Program() {
         delegate.configure(settings, appModel);
-        QCoro::waitFor(alerts.configure(settings));
+        QCoro::waitFor(alerts->configure(settings));
     }
 
     // Shows whoever listens on the port: in the window with the question about it, in an alert and
@@ -65,12 +56,10 @@ class Program {
         if (!model.hasSelection())
             return false;
         const PortProcess& row = *model.selectedProcess();
-        alerts.notifyConflict(port, u"node"_s, {row.target().process, row.obstacle});
-        UserInfo conflict = center.requests.back().content.userInfo;
-        conflict.set(kDisplayNameKey, u"node"_s);
-        conflict.set(kObstacleKey, static_cast<std::int64_t>(row.obstacle));
-        notifications.post(kConflictDetected, conflict);
-        const bool isInAlert = center.requests.back().content.withheldActions.isEmpty();
+        alerts->notifyConflict(port, u"node"_s, {row.target().process, row.obstacle});
+        Q_EMIT notifications.conflictDetected(
+            {port, row.target().process, u"node"_s, u"node"_s, row.obstacle});
+        const bool isInAlert = center.requests.back().content.actions.size() == 3;
         EXPECT_EQ(isInAlert, model.isConfirming());
         EXPECT_EQ(isInAlert, commandInMenu() != nullptr);
         return isInAlert;
@@ -83,8 +72,6 @@ class Program {
     }
     void endInMenu() { commandInMenu()(); }
 
-    PortInventory& processes() { return inventory; }
-
   private:
     std::function<void()> commandInMenu() const {
         for (const StatusMenuEntry& entry : bar.menu) {
@@ -94,27 +81,11 @@ class Program {
         return nullptr;
     }
 
-    FakeUserDefaults defaults;
-    FakeAppService loginItem;
-    AppSettings settings{defaults, loginItem};
-    TemporaryFolder folder;
-    AppLog log{QString::fromStdString((folder.path() / "log").string())};
-    LinuxProcessTables tables;
-    LinuxProcessPinner pinner;
-    SharedPortCache cache;
-    PortScanner scanner{tables};
-    PortLookup lookup{scanner, cache};
-    PortInventory inventory{scanner, lookup, cache, pinner};
-    NotificationCenter notifications;
-    FakeProcessEndWatch processEnds;
-    FakeUserNotificationCenter center;
-    PortNotificationManager alerts{center, inventory, processEnds, notifications, log};
     FakeStatusBar bar;
     FakeGlobalShortcut shortcut;
     FakeApplicationWindows windows;
-    FakeUpdater updater;
     AppModel appModel;
-    AppDelegate delegate{{inventory, notifications, bar, shortcut, windows, updater}, {}};
+    AppDelegate delegate{{inventory, notifications, bar, shortcut, windows}, {}};
     FakeRunningApplications applications;
     FakePropertyListReader propertyLists;
     BundleKeyCache bundleKeys{propertyLists};
@@ -157,32 +128,6 @@ INSTANTIATE_TEST_SUITE_P(From, RealProcessesTest,
                                          Place{"Alert", &Program::endInAlert},
                                          Place{"Menu", &Program::endInMenu}),
                          [](const auto& place) { return std::string(place.param.name); });
-
-// It listens in place of a service that is started when somebody connects.
-TEST(ServiceManagerTest, IsOfferedNowhereAndNeverEnded) {
-    PrivateUserManager manager;
-    if (!manager.isRunning())
-        GTEST_SKIP() << "no systemd can be run here: " << manager.output();
-    std::uint16_t port = 0;
-    {
-        const Listener free;
-        port = free.port();
-    }
-    manager.writeUnit("held.socket",
-                      "[Socket]\nListenStream=127.0.0.1:" + std::to_string(port) + "\n");
-    manager.writeUnit("held.service", "[Service]\nExecStart=/bin/true\n");
-    ASSERT_EQ(manager.run(u"systemctl --user start held.socket && echo held"_s), "held");
-
-    Program program;
-    EXPECT_FALSE(program.show(port));
-    const std::vector<PortProcess> rows = program.processes().processesOnPort(port).result();
-    ASSERT_EQ(rows.size(), 1U);
-    EXPECT_EQ(rows.front().pid, manager.processId());
-    EXPECT_EQ(rows.front().obstacle, ForceQuitObstacle::serviceManager);
-    program.endInAlert();
-    EXPECT_FALSE(program.processes().forceQuitProcess(rows.front().target()).result());
-    EXPECT_EQ(manager.run(u"systemctl --user is-active held.socket"_s), "active");
-}
 
 } // namespace
 } // namespace zenlot

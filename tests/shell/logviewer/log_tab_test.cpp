@@ -2,17 +2,12 @@
 #include "shell/logviewer/log_tab_view_model.h"
 #include "support/model_operations.h"
 #include "support/qt_temporary_folder.h"
+#include "support/window_driver.h"
 
 #include <QAbstractItemModelTester>
-#include <QAccessible>
 #include <QClipboard>
 #include <QGuiApplication>
-#include <QQmlEngine>
-#include <QQuickItem>
-#include <QQuickView>
-#include <QTest>
 #include <QtQml/qqmlextensionplugin.h>
-#include <gtest/gtest.h>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -30,23 +25,7 @@ Q_IMPORT_QML_PLUGIN(Zenlot_StylePlugin)
 namespace zenlot {
 namespace {
 
-TEST(LogLineTest, IsColouredByTheFirstRuleThatHolds) {
-    const struct {
-        const char* text;
-        LogLineTint tint;
-    } cases[] = {
-        {"Port 3000 already in use (error)", LogLineTint::Red},
-        {"ZENLOT CRASHED", LogLineTint::Red},
-        {"a warning that it started", LogLineTint::Orange},
-        {"Listening on 5173", LogLineTint::Green},
-        {"unregistered and exited", LogLineTint::Green},
-        {"process exited", LogLineTint::Teal},
-        {"hello", LogLineTint::Plain},
-        {"", LogLineTint::Plain},
-    };
-    for (const auto& [text, tint] : cases)
-        EXPECT_EQ(lineColor(text), tint) << text;
-}
+using namespace Qt::StringLiterals;
 
 class LogTabTest : public testing::Test {
   protected:
@@ -57,10 +36,6 @@ class LogTabTest : public testing::Test {
         return lines;
     }
 
-    bool waitFor(const std::function<bool()>& condition) {
-        return QTest::qWaitFor(condition, 20'000);
-    }
-
     // As when the tab is shown, until the file is read.
     void read() {
         viewModel.appear();
@@ -69,7 +44,7 @@ class LogTabTest : public testing::Test {
     }
 
     void expectShown(const QByteArray& text, const QStringList& lines) {
-        folder.write(QStringLiteral("log"), text);
+        folder.write(u"log"_s, text);
         read();
         EXPECT_EQ(shown(), lines) << shown().join(u'|').left(1000).toStdString();
     }
@@ -77,9 +52,9 @@ class LogTabTest : public testing::Test {
     void poll() { viewModel.pollLogSize(); }
 
     QtTemporaryFolder folder;
-    std::filesystem::path file{folder.path(QStringLiteral("log")).toStdString()};
-    AppLog log{folder.path(QStringLiteral("log"))};
-    LogTabViewModel viewModel{folder.path(QStringLiteral("log")), log};
+    std::filesystem::path file{folder.path(u"log"_s).toStdString()};
+    AppLog log{folder.path(u"log"_s)};
+    LogTabViewModel viewModel{folder.path(u"log"_s), log};
     LogLineModel& model = *viewModel.lines();
     QAbstractItemModelTester tester{&model};
 };
@@ -90,25 +65,31 @@ TEST_F(LogTabTest, ReadsWhateverTheFileHolds) {
         QByteArray text;
         QStringList lines;
     } cases[] = {
-        {"a\n\nb\n", {u"a"_qs, u"b"_qs}},
-        {"a\n\nb\r\nc", {u"a"_qs, u"b"_qs, u"c"_qs}},
-        {"a\tb\x1B[31m", {u"a    b\uFFFD[31m"_qs}},
-        {QByteArrayLiteral("a\0b\n\xE2\x80\xAE"), {u"a\uFFFDb"_qs, u"\uFFFD"_qs}},
+        {"a\n\nb\n", {u"a"_s, u"b"_s}},
+        {"a\n\nb\r\nc", {u"a"_s, u"b"_s, u"c"_s}},
+        {"a\tb\x1B[31m", {u"a    b\uFFFD[31m"_s}},
+        {QByteArrayLiteral("a\0b\n\xE2\x80\xAE"), {u"a\uFFFDb"_s, u"\uFFFD"_s}},
         {"a\n\xC3", {}}, // not UTF-8
-        {"back", {u"back"_qs}},
+        {"back", {u"back"_s}},
         {"\n\n\n", {}},
         // Nobody can look at ten megabytes in a row, and a list can't lay them out.
-        {manyBytes + "\nafter", {QString(4000, u'x') + u'\u2026', u"after"_qs}},
+        {manyBytes + "\nafter", {QString(4000, u'x') + u'\u2026', u"after"_s}},
         {manyBytes + '\xC3', {}},
     };
     for (const auto& [text, lines] : cases)
         expectShown(text, lines);
 
-    folder.write(u"log"_qs, QByteArray(70'000, ' ') + "FATAL\nstarted\n");
+    // Lines are coloured by the first rule that holds.
+    folder.write(u"log"_s, QByteArray(70'000, ' ') +
+                               "FATAL\n3000 already in use (error)\n"
+                               "a warning that it started\nunregistered, exited\nexited\nhello");
     read();
-    ASSERT_EQ(model.rowCount(), 2);
-    EXPECT_EQ(model.index(0).data(LogLineModel::TintRole), int(LogLineTint::Red));
-    EXPECT_EQ(model.index(1).data(LogLineModel::TintRole), int(LogLineTint::Green));
+    QList<int> tints;
+    for (int row = 0; row < model.rowCount(); ++row)
+        tints.append(model.index(row).data(LogLineModel::TintRole).toInt());
+    using enum LogLineTint;
+    EXPECT_EQ(tints,
+              (QList<int>{int(Red), int(Red), int(Orange), int(Green), int(Teal), int(Plain)}));
 
     // Who may read everything is shown this one too.
     std::filesystem::permissions(file, std::filesystem::perms::none);
@@ -120,7 +101,7 @@ TEST_F(LogTabTest, ReadsWhateverTheFileHolds) {
 
 TEST_F(LogTabTest, PollSeesWhatHappensToTheFile) {
     const auto put = [this](const QByteArray& text) { // at once
-        folder.write(u"new"_qs, text);
+        folder.write(u"new"_s, text);
         std::filesystem::remove_all(file);
         std::filesystem::rename(file.parent_path() / "new", file);
     };
@@ -130,29 +111,29 @@ TEST_F(LogTabTest, PollSeesWhatHappensToTheFile) {
         std::function<void()> happens;
         QStringList operations; // on the lines a and b
     } cases[] = {
-        {"appended", [&] { append("\nc\nd"); }, {u"insert 2-3"_qs}},
-        {"last line goes on", [&] { append("+"); }, {u"change 1"_qs}},
-        {"truncated", [&] { std::filesystem::resize_file(file, 2); }, {u"remove 1-1"_qs}},
-        {"emptied", [&] { std::filesystem::resize_file(file, 0); }, {u"remove 0-1"_qs}},
-        {"replaced", [&] { put("x\nb\nc"); }, {u"insert 2-2"_qs, u"change 0"_qs}},
-        {"same size", [&] { put("x\ny"), poll(), put("a\nb\nc"); }, {u"insert 2-2"_qs}},
+        {"appended", [&] { append("\nc\nd"); }, {u"insert 2-3"_s}},
+        {"last line goes on", [&] { append("+"); }, {u"change 1"_s}},
+        {"truncated", [&] { std::filesystem::resize_file(file, 2); }, {u"remove 1-1"_s}},
+        {"emptied", [&] { std::filesystem::resize_file(file, 0); }, {u"remove 0-1"_s}},
+        {"replaced", [&] { put("x\nb\nc"); }, {u"insert 2-2"_s, u"change 0"_s}},
+        {"same size", [&] { put("x\ny"), poll(), put("a\nb\nc"); }, {u"insert 2-2"_s}},
         {"deleted",
          [&] { std::filesystem::remove(file), poll(), put("a\nb\nc"); },
-         {u"insert 2-2"_qs}},
+         {u"insert 2-2"_s}},
         {"folder",
          [&] { std::filesystem::remove(file), std::filesystem::create_directory(file); },
-         {u"remove 0-1"_qs}},
+         {u"remove 0-1"_s}},
         {"pipe",
          [&] { std::filesystem::remove(file), ::mkfifo(file.c_str(), 0600); },
-         {u"remove 0-1"_qs}},
+         {u"remove 0-1"_s}},
         {"device",
          [&] { std::filesystem::remove(file), std::filesystem::create_symlink("/dev/zero", file); },
-         {u"remove 0-1"_qs}},
+         {u"remove 0-1"_s}},
     };
     for (const auto& [name, happens, expected] : cases) {
         put("a\nb");
         read();
-        ASSERT_EQ(shown(), QStringList({u"a"_qs, u"b"_qs})) << name;
+        ASSERT_EQ(shown(), QStringList({u"a"_s, u"b"_s})) << name;
         ModelOperations operations(model);
         happens();
         QStringList noted;
@@ -183,9 +164,9 @@ TEST(LogTextTest, LinesAreThoseOfTheFileWhateverWasReadBefore) {
             bytes +=
                 QByteArray(upTo(60) == 0 ? upTo(150'000) : upTo(90), char('a' + upTo(9))) + '\n';
         bytes += QByteArray(upTo(20), 'e');
-        folder.write(u"log"_qs, bytes);
+        folder.write(u"log"_s, bytes);
 
-        const std::optional<LogText> text = readLogText(folder.path(u"log"_qs), before, isStopped);
+        const std::optional<LogText> text = readLogText(folder.path(u"log"_s), before, isStopped);
         ASSERT_TRUE(text);
         QByteArrayList lines = bytes.split('\n');
         lines.removeAll(QByteArray());
@@ -203,28 +184,28 @@ TEST(LogTextTest, LinesAreThoseOfTheFileWhateverWasReadBefore) {
 }
 
 TEST_F(LogTabTest, MarksBelongToALineAtItsPlace) {
-    expectShown("same\nsame\nlast\n", {u"same"_qs, u"same"_qs, u"last"_qs});
+    expectShown("same\nsame\nlast\n", {u"same"_s, u"same"_s, u"last"_s});
     viewModel.toggleMark(1);
     viewModel.toggleMark(2);
     viewModel.toggleMark(0);
     viewModel.toggleMark(0);
     viewModel.toggleMark(3);
-    EXPECT_EQ(model.markedLineIDs(), QStringList({u"1:same"_qs, u"2:last"_qs}));
-    expectShown("same\nsame\nother\n", {u"same"_qs, u"same"_qs, u"other"_qs});
-    EXPECT_EQ(model.markedLineIDs(), QStringList(u"1:same"_qs));
+    EXPECT_EQ(model.markedLineIDs(), QStringList({u"1:same"_s, u"2:last"_s}));
+    expectShown("same\nsame\nother\n", {u"same"_s, u"same"_s, u"other"_s});
+    EXPECT_EQ(model.markedLineIDs(), QStringList(u"1:same"_s));
     viewModel.unmarkAll();
     EXPECT_FALSE(viewModel.hasMarks());
     viewModel.toggleMark(1);
     viewModel.toggleMark(2);
     // With a line before them one still has its equal at its place.
-    expectShown("new\nsame\nsame\nother\n", {u"new"_qs, u"same"_qs, u"same"_qs, u"other"_qs});
-    EXPECT_EQ(model.markedLineIDs(), QStringList(u"1:same"_qs));
-    expectShown("same\n", {u"same"_qs});
+    expectShown("new\nsame\nsame\nother\n", {u"new"_s, u"same"_s, u"same"_s, u"other"_s});
+    EXPECT_EQ(model.markedLineIDs(), QStringList(u"1:same"_s));
+    expectShown("same\n", {u"same"_s});
     EXPECT_FALSE(viewModel.hasMarks());
 }
 
 TEST_F(LogTabTest, ClearingLeavesTheWordThatItWasCleared) {
-    expectShown("a\nb\n", {u"a"_qs, u"b"_qs});
+    expectShown("a\nb\n", {u"a"_s, u"b"_s});
     viewModel.toggleMark(1);
     viewModel.clearLog();
     ASSERT_TRUE(waitFor([&] { return model.rowCount() == 1; }));
@@ -232,37 +213,34 @@ TEST_F(LogTabTest, ClearingLeavesTheWordThatItWasCleared) {
     EXPECT_FALSE(viewModel.hasMarks());
 
     // Where no file can be put in its place the log stays as it is.
-    AppLog elsewhere(folder.path(QStringLiteral("elsewhere")));
-    folder.write(QStringLiteral("occupied/file"), "x");
-    LogTabViewModel occupied(folder.path(QStringLiteral("occupied")), elsewhere);
+    AppLog elsewhere(folder.path(u"elsewhere"_s));
+    folder.write(u"occupied/file"_s, "x");
+    LogTabViewModel occupied(folder.path(u"occupied"_s), elsewhere);
     occupied.clearLog();
-    QFile record(folder.path(QStringLiteral("elsewhere")));
+    QFile record(folder.path(u"elsewhere"_s));
     ASSERT_TRUE(waitFor([&] { return record.exists() && record.size() > 0; }));
     ASSERT_TRUE(record.open(QIODevice::ReadOnly));
     EXPECT_TRUE(record.readAll().contains(" [zenlot-app] log clear failed: "));
 }
 
 TEST_F(LogTabTest, FollowsTheFileWhileItIsShown) {
-    QQuickView view;
-    view.engine()->addImportPath(u":/qt/qml"_qs);
-    view.setInitialProperties({{u"viewModel"_qs, QVariant::fromValue(&viewModel)}});
+    ViewDriver driver;
+    QQuickView& view = driver.view;
     view.setResizeMode(QQuickView::SizeRootObjectToView);
-    view.setSource(QUrl(u"qrc:/qt/qml/Zenlot/LogViewer/LogTabView.qml"_qs));
     view.resize(480, 300);
-    view.show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&view));
+    driver.open("LogViewer/LogTabView.qml", {{u"viewModel"_s, QVariant::fromValue(&viewModel)}});
 
     QByteArray text;
     for (int line = 0; line < 2000; ++line)
         text += "line " + QByteArray::number(line) + '\n';
-    folder.write(u"log"_qs, text);
-    auto* list = view.rootObject()->findChild<QQuickItem*>(u"logLines"_qs);
+    folder.write(u"log"_s, text);
+    auto* list = view.rootObject()->findChild<QQuickItem*>(u"logLines"_s);
     ASSERT_NE(list, nullptr);
     const auto isAtEnd = [list] { return list->property("atYEnd").toBool(); };
     ASSERT_TRUE(waitFor([&] { return model.rowCount() == 2000 && isAtEnd(); }));
     EXPECT_LT(list->property("contentItem").value<QQuickItem*>()->childItems().size(), 60);
 
-    folder.write(u"log"_qs, text + "one more\n");
+    folder.write(u"log"_s, text + "one more\n");
     ASSERT_TRUE(waitFor([&] { return model.rowCount() == 2001 && isAtEnd(); }));
 
     // By keyboard, from the line that was the last one; whole pages and back are the way to 1999.
@@ -275,31 +253,31 @@ TEST_F(LogTabTest, FollowsTheFileWhileItIsShown) {
                 {Qt::Key_Down, 2000}, {Qt::Key_Home, 0},    {Qt::Key_Up, 0},
                 {Qt::Key_PageUp, 0},  {Qt::Key_End, 2000},  {Qt::Key_PageDown, 2000}};
     for (const auto& [key, row] : keys) {
-        QTest::keyClick(&view, key);
+        driver.press(key);
         EXPECT_EQ(current(), row) << key;
     }
-    QTest::keyClick(&view, Qt::Key_PageUp);
+    driver.press(Qt::Key_PageUp);
     const int aPageUp = current();
     EXPECT_LT(aPageUp, 1990);
     EXPECT_GT(aPageUp, 1970);
-    QTest::keyClick(&view, Qt::Key_PageDown);
+    driver.press(Qt::Key_PageDown);
     EXPECT_GT(current(), aPageUp);
-    QTest::keyClick(&view, Qt::Key_End);
-    QTest::keyClick(&view, Qt::Key_Return);
-    EXPECT_EQ(model.markedLineIDs(), QStringList(u"2000:one more"_qs));
-    QTest::keyClick(&view, Qt::Key_Space);
+    driver.press(Qt::Key_End);
+    driver.press(Qt::Key_Return);
+    EXPECT_EQ(model.markedLineIDs(), QStringList(u"2000:one more"_s));
+    driver.press(Qt::Key_Space);
     EXPECT_FALSE(viewModel.hasMarks());
-    QTest::keyClick(&view, Qt::Key_C, Qt::ControlModifier);
-    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"one more"_qs);
+    driver.press(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"one more"_s);
 
     // By mouse on its text, which can also be selected; that is no click.
     auto* row = list->property("currentItem").value<QQuickItem*>();
     ASSERT_NE(row, nullptr);
     const auto at = [row](int x) { return row->mapToScene({double(x), 8}).toPoint(); };
     QTest::mouseClick(&view, Qt::LeftButton, {}, at(60));
-    EXPECT_EQ(model.markedLineIDs(), QStringList(u"2000:one more"_qs));
+    EXPECT_EQ(model.markedLineIDs(), QStringList(u"2000:one more"_s));
     QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(row);
-    EXPECT_EQ(accessible->text(QAccessible::Name), u"one more"_qs);
+    EXPECT_EQ(accessible->text(QAccessible::Name), u"one more"_s);
     EXPECT_EQ(accessible->role(), QAccessible::ListItem);
     EXPECT_TRUE(accessible->state().checked);
     QTest::mousePress(&view, Qt::LeftButton, {}, at(26));
@@ -308,25 +286,25 @@ TEST_F(LogTabTest, FollowsTheFileWhileItIsShown) {
     QTest::mouseRelease(&view, Qt::LeftButton, {}, at(200));
     EXPECT_TRUE(viewModel.hasMarks());
     QGuiApplication::clipboard()->clear();
-    QTest::keyClick(&view, Qt::Key_C, Qt::ControlModifier);
-    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"one more"_qs);
-    QTest::keyClick(&view, Qt::Key_Up); // the text has the focus, and the keys still go by rows
+    driver.press(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"one more"_s);
+    driver.press(Qt::Key_Up); // the text has the focus, and the keys still go by rows
     EXPECT_EQ(current(), 1999);
 
     QTest::mouseClick(&view, Qt::RightButton, {}, at(60));
     EXPECT_TRUE(viewModel.hasMarks());
-    QTest::keyClick(&view, Qt::Key_Down);
-    QTest::keyClick(&view, Qt::Key_Return);
+    driver.press(Qt::Key_Down);
+    driver.press(Qt::Key_Return);
     EXPECT_TRUE(waitFor([&] { return !viewModel.hasMarks(); }));
 
     EXPECT_TRUE(waitFor([&] { return list->property("activeFocus").toBool(); }));
-    QTest::keyClick(&view, Qt::Key_Menu); // and for the row with the keyboard
-    QTest::keyClick(&view, Qt::Key_Down);
-    QTest::keyClick(&view, Qt::Key_Return);
+    driver.press(Qt::Key_Menu); // and for the row with the keyboard
+    driver.press(Qt::Key_Down);
+    driver.press(Qt::Key_Return);
     EXPECT_TRUE(waitFor([&] { return viewModel.hasMarks(); }));
 
     // Whoever comes back to the tab sees the end at once.
-    QTest::keyClick(&view, Qt::Key_Home);
+    driver.press(Qt::Key_Home);
     view.rootObject()->setVisible(false);
     view.rootObject()->setVisible(true);
     EXPECT_TRUE(isAtEnd());

@@ -7,6 +7,8 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 OccupiedPort port(std::int64_t number, const std::string& path, const std::string& name = "") {
     return {number, "TCP4", name, name, number, "501", path};
 }
@@ -17,8 +19,8 @@ class PortGroupingTest : public testing::Test {
     ~PortGroupingTest() override { QLocale::setDefault(QLocale::c()); }
 
     void identify(const QString& bundle, const QVariant& identifier) {
-        reader.files.insert(bundle + u"/Contents/Info.plist"_qs,
-                            {{u"CFBundleIdentifier"_qs, identifier}});
+        reader.files.insert(bundle + u"/Contents/Info.plist"_s,
+                            {{u"CFBundleIdentifier"_s, identifier}});
     }
 
     // Each group as its name, its bundle and its ports.
@@ -39,33 +41,33 @@ class PortGroupingTest : public testing::Test {
 };
 
 TEST_F(PortGroupingTest, KeyIsTheFirstTwoPiecesOfTheIdentifier) {
-    identify(u"/a.app"_qs, u"com.example.editor.tool"_qs);
-    identify(u"/b.app"_qs, u"..solo."_qs);
-    identify(u"/c.app"_qs, 5);
+    identify(u"/a.app"_s, u"com.example.editor.tool"_s);
+    identify(u"/b.app"_s, u"..solo."_s);
+    identify(u"/c.app"_s, 5);
     EXPECT_EQ(keys.bundleGroupKey("/a.app"), "com.example");
     EXPECT_EQ(keys.bundleGroupKey("/b.app"), "..solo.");
     EXPECT_EQ(keys.bundleGroupKey("/c.app"), "/c.app");
     EXPECT_EQ(keys.bundleGroupKey("/d.app"), "/d.app");
     EXPECT_EQ(reader.reads, 4);
-    identify(u"/d.app"_qs, u"com.late.one"_qs);
+    identify(u"/d.app"_s, u"com.late.one"_s);
     EXPECT_EQ(keys.bundleGroupKey("/d.app"), "/d.app"); // read once per run
     EXPECT_EQ(reader.reads, 4);
 }
 
 TEST_F(PortGroupingTest, OneMakersBundlesFormOneGroup) {
-    identify(u"/opt/One.app"_qs, u"com.example.one"_qs);
-    identify(u"/Applications/Two.app"_qs, u"com.example.two"_qs);
+    identify(u"/opt/One.app"_s, u"com.example.one"_s);
+    identify(u"/Applications/Two.app"_s, u"com.example.two"_s);
     EXPECT_EQ(grouped({port(3001, "/opt/One.app/x"), port(3000, "/Applications/Two.app/y"),
                        port(3000, "/opt/One.app/x"), port(2999, "/opt/One.app/z")}),
-              QStringList{u"Two /Applications/Two.app 2999 3000 3001"_qs});
+              QStringList{u"Two /Applications/Two.app 2999 3000 3001"_s});
 }
 
 TEST_F(PortGroupingTest, SinglePortsStandBetweenTheGroupsByName) {
     EXPECT_EQ(grouped({port(8001, "/bin/a"), port(8000, "/bin/b", "shadowed"),
                        port(8000, "/X/Quiet.app/q"), port(22, "/bin/c", "Zeta"),
                        port(23, "/bin/d", "beta"), port(24, "/bin/e", "Älpha")}),
-              (QStringList{u"Älpha - 24"_qs, u"beta - 23"_qs, u"Port 8001 - 8001"_qs,
-                           u"Quiet /X/Quiet.app 8000"_qs, u"Zeta - 22"_qs}));
+              (QStringList{u"Älpha - 24"_s, u"beta - 23"_s, u"Port 8001 - 8001"_s,
+                           u"Quiet /X/Quiet.app 8000"_s, u"Zeta - 22"_s}));
     EXPECT_TRUE(grouped({}).isEmpty());
     EXPECT_EQ(groupDisplayName({}), QString());
 }

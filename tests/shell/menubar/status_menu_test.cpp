@@ -1,4 +1,3 @@
-#include "shell/menubar/port_search_field_host_view.h"
 #include "shell/menubar/status_menu.h"
 
 #include <QCoreApplication>
@@ -91,22 +90,6 @@ TEST_F(StatusMenuTest, KeyEquivalentsRunAndEscapeCloses) {
     press(Qt::Key_Escape);
     EXPECT_FALSE(menu.isVisible());
     EXPECT_EQ(ran.size(), 1);
-}
-
-TEST_F(StatusMenuTest, ClicksAnywhereOnTheRowMeanTheField) {
-    const auto* view = qobject_cast<PortSearchFieldHostView*>(menu.searchField().parentWidget());
-    ASSERT_NE(view, nullptr);
-    EXPECT_EQ(view->sizeHint(), QSize(240, 34));
-    EXPECT_EQ(view->hitTest({0, 0}), &menu.searchField());
-    EXPECT_EQ(view->hitTest({view->width(), 0}), nullptr);
-    EXPECT_EQ(menu.searchField().geometry().left(), 12);
-    EXPECT_EQ(menu.searchField().geometry().right(), view->width() - 13);
-
-    menu.searchField().setText(u"8080"_s);
-    const QPoint edge = view->mapTo(view->window(), QPoint(2, 1));
-    QTest::mouseClick(menu.windowHandle(), Qt::LeftButton, {}, edge);
-    EXPECT_EQ(menu.searchField().cursorPosition(), 0);
-    EXPECT_TRUE(menu.isVisible());
 }
 
 TEST_F(StatusMenuTest, ItOpensBesideTheIconInsideOfTheScreen) {

@@ -1,14 +1,11 @@
 // The real window over a feed that answers when the test says so.
-#include "shell/updater/update_window.h"
+#include "shell/style/qml_window.h"
+#include "shell/updater/update_view_model.h"
+#include "support/window_driver.h"
 #include "updates/fake_release_feed.h"
 
-#include <QAccessible>
-#include <QQmlEngine>
-#include <QQuickItem>
-#include <QQuickWindow>
-#include <QTest>
+#include <QPointer>
 #include <QtQml/qqmlextensionplugin.h>
-#include <gtest/gtest.h>
 
 Q_IMPORT_QML_PLUGIN(Zenlot_StylePlugin)
 Q_IMPORT_QML_PLUGIN(Zenlot_UpdaterPlugin)
@@ -16,39 +13,31 @@ Q_IMPORT_QML_PLUGIN(Zenlot_UpdaterPlugin)
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 Release release(const char* text) {
-    return {*ReleaseVersion::fromText(QLatin1String(text)),
-            QUrl(u"https://zenlot.example/notes"_qs), QDate(2026, 3, 5)};
+    return {*ReleaseVersion::fromText(QLatin1String(text)), QUrl(u"https://zenlot.example/notes"_s),
+            QDate(2026, 3, 5)};
 }
 
-QString nameOf(QQuickItem* item) {
-    QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(item);
-    return interface ? interface->text(QAccessible::Name) : QString();
-}
-
-bool isShownIn(QQuickItem* root, const QString& name) {
-    const auto isBelow = [&](QQuickItem* item) { return isShownIn(item, name); };
-    return root->isVisible() &&
-           (nameOf(root) == name || std::ranges::any_of(root->childItems(), isBelow));
-}
-
-class UpdateWindowTest : public testing::Test {
+class UpdateWindowTest : public testing::Test, protected WindowDriver {
   protected:
+    QQuickWindow* window() override { return updates.window(); }
     void ask() {
-        engine.addImportPath(u":/qt/qml"_qs);
-        updater.checkForUpdates();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(updater.window()));
+        engine.addImportPath(u":/qt/qml"_s);
+        viewModel.check();
+        updates.open()->show();
+        window()->requestActivate();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window()));
     }
 
     void answer(const ReleaseAnswer& answer) {
         feed.answer(answer);
-        EXPECT_TRUE(QTest::qWaitFor(
-            [this] { return viewModel.state() != UpdateViewModel::State::Checking; }, 10'000));
+        EXPECT_TRUE(
+            waitFor([this] { return viewModel.state() != UpdateViewModel::State::Checking; }));
     }
 
-    void press(Qt::Key key) { QTest::keyClick(updater.window(), key); }
-    QString focused() { return nameOf(updater.window()->activeFocusItem()); }
-    bool isShown(const QString& name) { return isShownIn(updater.window()->contentItem(), name); }
+    bool isShown(const QString& name) { return itemNamed(name) != nullptr; }
 
     FakeReleaseFeed feed;
     QList<QUrl> opened;
@@ -58,21 +47,22 @@ class UpdateWindowTest : public testing::Test {
                                   return hasBrowser;
                               }};
     QQmlEngine engine;
-    UpdateWindow updater{[this]() -> QQmlEngine& { return engine; }, viewModel};
+    QmlWindow updates{[this]() -> QQmlEngine& { return engine; }, "Updater/UpdateWindow.qml",
+                      QmlWindow::showing(viewModel)};
 };
 
 TEST_F(UpdateWindowTest, AsksOnceHoweverOftenItIsToldUntilEscape) {
     EXPECT_EQ(feed.questions, 0);
     ask();
-    const QPointer<QQuickWindow> window = updater.window();
+    const QPointer<QQuickWindow> first = window();
     ask();
     EXPECT_EQ(feed.questions, 1);
-    EXPECT_EQ(updater.window(), window);
-    EXPECT_EQ(focused(), u"Cancel"_qs);
+    EXPECT_EQ(window(), first);
+    EXPECT_EQ(focused(), u"Cancel"_s);
     press(Qt::Key_Escape);
-    EXPECT_EQ(updater.window(), nullptr);
+    EXPECT_EQ(window(), nullptr);
     EXPECT_TRUE(feed.wasCanceled());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return window.isNull(); }, 10'000));
+    EXPECT_TRUE(waitFor([&] { return first.isNull(); }));
     feed.answer(release("2.0"));
     QCoreApplication::processEvents();
     EXPECT_EQ(viewModel.state(), UpdateViewModel::State::Idle);
@@ -84,15 +74,15 @@ TEST_F(UpdateWindowTest, TellsWhatCameOfItAndWhatCanBeDone) {
         QString title;
         QStringList buttons; // the last one is what Return does
     };
-    const QString failed = u"Zenlot could not check for updates"_qs;
-    const QStringList again{u"Close"_qs, u"Try Again"_qs};
+    const QString failed = u"Zenlot could not check for updates"_s;
+    const QStringList again{u"Close"_s, u"Try Again"_s};
     const Outcome outcomes[]{
-        {release("1.10"), u"Zenlot 1.10 is available"_qs, {u"Later"_qs, u"Release Notes"_qs}},
-        {release("1.9.0"), u"Zenlot is up to date"_qs, {u"OK"_qs}},
-        {release("1.9-rc1"), u"Zenlot is up to date"_qs, {u"OK"_qs}},
+        {release("1.10"), u"Zenlot 1.10 is available"_s, {u"Later"_s, u"Release Notes"_s}},
+        {release("1.9.0"), u"Zenlot is up to date"_s, {u"OK"_s}},
+        {release("1.9-rc1"), u"Zenlot is up to date"_s, {u"OK"_s}},
         {ReleaseFeedFailure::unreachable, failed, again},
         {ReleaseFeedFailure::nonsense, failed, again},
-        {ReleaseFeedFailure::noFeed, u"This build has no update feed"_qs, {u"OK"_qs}},
+        {ReleaseFeedFailure::noFeed, u"This build has no update feed"_s, {u"OK"_s}},
     };
     for (const Outcome& outcome : outcomes) {
         ask();
@@ -113,15 +103,15 @@ TEST_F(UpdateWindowTest, ReturnOpensTheNotesAndTriesAgain) {
     answer(ReleaseFeedFailure::tooSlow);
     press(Qt::Key_Return);
     EXPECT_EQ(feed.questions, 2);
-    EXPECT_EQ(focused(), u"Cancel"_qs);
+    EXPECT_EQ(focused(), u"Cancel"_s);
     answer(release("2.0"));
     hasBrowser = false;
     press(Qt::Key_Return);
-    EXPECT_TRUE(isShown(u"https://zenlot.example/notes"_qs)) << "to be copied at least";
+    EXPECT_TRUE(isShown(u"https://zenlot.example/notes"_s)) << "to be copied at least";
     hasBrowser = true;
     press(Qt::Key_Return);
-    EXPECT_EQ(opened, QList<QUrl>(2, QUrl(u"https://zenlot.example/notes"_qs)));
-    EXPECT_EQ(updater.window(), nullptr);
+    EXPECT_EQ(opened, QList<QUrl>(2, QUrl(u"https://zenlot.example/notes"_s)));
+    EXPECT_EQ(window(), nullptr);
 }
 
 } // namespace

@@ -1,11 +1,10 @@
 #include "platform/linux/statusarea/status_notifier_watch.h"
 
+#include "platform/linux/bus_call.h"
 #include "platform/linux/session_bus.h"
 
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
 #include <QDBusVariant>
 
 namespace zenlot {
@@ -15,17 +14,6 @@ using namespace Qt::StringLiterals;
 
 const QString kService = u"org.kde.StatusNotifierWatcher"_s;
 const QString kPath = u"/StatusNotifierWatcher"_s;
-
-// Calls `handler` with the answer, unless `context` is gone by then.
-template <typename Value, typename Handler>
-void whenAnswered(const QDBusPendingCall& call, QObject* context, Handler handler) {
-    auto* watcher = new QDBusPendingCallWatcher(call, context);
-    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, context,
-                     [watcher, handler = std::move(handler)] {
-                         watcher->deleteLater();
-                         handler(QDBusPendingReply<Value>(*watcher));
-                     });
-}
 
 } // namespace
 

@@ -9,6 +9,8 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 // What panels show, up to twice as fine displays.
 const QList<QSize> kSizes{{16, 16}, {22, 22}, {24, 24}, {32, 32}, {48, 48}};
 
@@ -16,9 +18,8 @@ const QColor kLightRim(255, 255, 255, 150);
 const QColor kDarkRim(0, 0, 0, 90);
 
 bool isInstalled(const QString& themeName) {
-    return !QStandardPaths::locate(
-                QStandardPaths::GenericDataLocation,
-                QStringLiteral("icons/hicolor/symbolic/apps/%1.svg").arg(themeName))
+    return !QStandardPaths::locate(QStandardPaths::GenericDataLocation,
+                                   u"icons/hicolor/symbolic/apps/%1.svg"_s.arg(themeName))
                 .isEmpty();
 }
 

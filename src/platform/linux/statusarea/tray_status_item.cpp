@@ -13,13 +13,15 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 const QColor kOnLight(0x30, 0x30, 0x30);
 const QColor kOnDark(0xf2, 0xf2, 0xf2);
 
 // Panels take an underscore for the mark of a key, and the toolkit sends one for an ampersand,
 // which it leaves no way to write.
 QString exported(QString title) {
-    return title.replace(u'_', QStringLiteral("__")).replace(u'&', u'+');
+    return title.replace(u'_', u"__"_s).replace(u'&', u'+');
 }
 
 // Of the corners, which the picture leaves free; none when the display does not show them.
@@ -107,7 +109,7 @@ void TrayStatusItem::handleActivation(QSystemTrayIcon::ActivationReason reason) 
 }
 
 std::optional<QRect> TrayStatusItem::place() const {
-    if (QGuiApplication::platformName().startsWith(QStringLiteral("wayland")))
+    if (QGuiApplication::platformName().startsWith(u"wayland"_s))
         return std::nullopt;
     const QRect geometry = icon_ ? icon_->geometry() : QRect();
     return geometry.isValid() ? geometry : QRect(QCursor::pos(), QSize(1, 1));

@@ -8,6 +8,8 @@
 namespace zenlot {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 bool isPanel(const QWindow& window) {
     const Qt::WindowType type = window.type();
     return (type != Qt::Window && type != Qt::Dialog) ||
@@ -55,8 +57,7 @@ void DesktopApplicationWindows::setActivationPolicy(ActivationPolicy policy) {
 }
 
 bool DesktopApplicationWindows::blendsWindows() const {
-    return x11_ ? x11_->hasCompositor()
-                : QGuiApplication::platformName().startsWith(QStringLiteral("wayland"));
+    return x11_ ? x11_->hasCompositor() : QGuiApplication::platformName().startsWith(u"wayland"_s);
 }
 
 // The toolkit tells of a window's showing just before it maps the window. A window manager that is

@@ -1,5 +1,6 @@
 #include "platform/linux/windowsystem/portal_global_shortcut.h"
 
+#include "platform/linux/bus_call.h"
 #include "platform/linux/bus_name_owner.h"
 #include "platform/linux/session_bus.h"
 #include "platform/linux/windowsystem/activation_acceptance.h"
@@ -10,7 +11,6 @@
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
-#include <QDBusPendingCallWatcher>
 #include <QGuiApplication>
 #include <QLoggingCategory>
 #include <QWindow>
@@ -156,11 +156,10 @@ class PortalSession final : public QObject, public GlobalShortcut::Monitor {
                     u"Response"_s, this, SLOT(bind(uint, QVariantMap, QDBusMessage)));
         QDBusMessage message = callOfPortal(kInterface, u"CreateSession"_s);
         message << QVariantMap{{u"handle_token"_s, token()}, {u"session_handle_token"_s, token()}};
-        auto* answer = new QDBusPendingCallWatcher(bus.asyncCall(message), this);
-        connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
-            isLost_ = answer->isError();
-            answer->deleteLater();
-        });
+        whenAnswered<QDBusObjectPath>(bus.asyncCall(message), this,
+                                      [this](const QDBusPendingReply<QDBusObjectPath>& answer) {
+                                          isLost_ = answer.isError();
+                                      });
     }
 
     SessionBus& bus_;

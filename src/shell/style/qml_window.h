@@ -1,7 +1,8 @@
 // A window made of QML that exists while it is shown: opening it again after it was closed makes a
 // new one.
 //
-//     QmlWindow window([&]() -> QQmlEngine& { return engine; }, url, [&](QObject& owner) { ... });
+//     QmlWindow window([&]() -> QQmlEngine& { return engine; }, "Updater/UpdateWindow.qml",
+//                      QmlWindow::showing(viewModel));
 //     window.open();
 //
 // Main thread only. It must be gone before the engine.
@@ -29,7 +30,16 @@ class QmlWindow final : public QObject {
     // somewhat longer than the window.
     using Properties = std::function<QVariantMap(QObject& owner)>;
 
-    QmlWindow(Engine engine, QUrl source, Properties properties);
+    // What shows one view model and nothing else. It must outlive the window.
+    template <typename ViewModel>
+    static Properties showing(ViewModel& viewModel) {
+        return [&viewModel](QObject&) -> QVariantMap {
+            return {{QStringLiteral("viewModel"), QVariant::fromValue(&viewModel)}};
+        };
+    }
+
+    // The file is one of the program's modules, below Zenlot.
+    QmlWindow(Engine engine, const char* file, Properties properties);
     ~QmlWindow() override;
 
     // Makes the window if there is none. It is not shown yet. Null when it can't be made; what is

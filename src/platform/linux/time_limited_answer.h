@@ -1,7 +1,7 @@
 // The answer to a question whose asker must not wait for ever: what is given first counts, and a
 // fallback counts when nothing is given in time, or by anybody who still could.
 //
-//     auto answer = std::make_shared<CertainAnswer<bool>>(10s, false);
+//     auto answer = std::make_shared<TimeLimitedAnswer<bool>>(10s, false);
 //     QFuture<bool> future = answer->future();
 //     ask([answer](bool isPresent) { answer->give(isPresent); });
 //
@@ -19,18 +19,18 @@
 namespace zenlot {
 
 template <class Answer>
-class CertainAnswer final {
+class TimeLimitedAnswer final {
   public:
-    CertainAnswer(std::chrono::milliseconds timeout, Answer fallback)
+    TimeLimitedAnswer(std::chrono::milliseconds timeout, Answer fallback)
         : future_(promise_.future()), fallback_(std::move(fallback)) {
         promise_.start();
         timer_.setSingleShot(true);
         QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { give(fallback_); });
         timer_.start(timeout);
     }
-    CertainAnswer(const CertainAnswer&) = delete;
-    CertainAnswer& operator=(const CertainAnswer&) = delete;
-    ~CertainAnswer() { give(fallback_); }
+    TimeLimitedAnswer(const TimeLimitedAnswer&) = delete;
+    TimeLimitedAnswer& operator=(const TimeLimitedAnswer&) = delete;
+    ~TimeLimitedAnswer() { give(fallback_); }
 
     QFuture<Answer> future() const { return future_; }
     bool isGiven() const { return isGiven_; }

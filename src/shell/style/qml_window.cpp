@@ -1,4 +1,4 @@
-#include "shell/app/qml_window.h"
+#include "shell/style/qml_window.h"
 
 #include <QQmlComponent>
 #include <QQmlEngine>
@@ -8,8 +8,11 @@
 
 namespace zenlot {
 
-QmlWindow::QmlWindow(Engine engine, QUrl source, Properties properties)
-    : engine_(std::move(engine)), source_(std::move(source)), properties_(std::move(properties)) {}
+using namespace Qt::StringLiterals;
+
+QmlWindow::QmlWindow(Engine engine, const char* file, Properties properties)
+    : engine_(std::move(engine)), source_(u"qrc:/qt/qml/Zenlot/"_s + QLatin1StringView(file)),
+      properties_(std::move(properties)) {}
 
 QmlWindow::~QmlWindow() {
     if (window_)

@@ -3,7 +3,6 @@
 
 #include "monitoring/launch_agent_installer.h"
 #include "platform/fake_app_service.h"
-#include "platform/fake_background_items_settings.h"
 #include "platform/fake_system_log.h"
 #include "platform/fake_user_defaults.h"
 #include "settings/app_settings.h"
@@ -15,9 +14,12 @@ struct SampleUser {
     FakeAppService loginItem;
     FakeAppService monitor;
     FakeSystemLog systemLog;
-    FakeBackgroundItemsSettings loginItems;
     AppSettings settings{defaults, loginItem};
     LaunchAgentInstaller installer{monitor, systemLog, QStringLiteral("/opt/zenlot")};
+
+    // Where the user may allow the monitor.
+    int loginItemsOpened{0};
+    std::function<void()> openLoginItems = [this] { ++loginItemsOpened; };
 
     void forbidTheMonitor() { monitor.currentStatus = AppServiceStatus::requiresApproval; }
 };

@@ -1,0 +1,53 @@
+// An inventory over a machine that is made up, or over tables that a test brings; and what tells
+// its user of conflicts, up to a desktop that shows nothing.
+#pragma once
+
+#include "inventory/fake_process_pinner.h"
+#include "inventory/fake_process_tables.h"
+#include "monitoring/port_inventory.h"
+#include "monitoring/port_notification_manager.h"
+#include "platform/fake_process_end_watch.h"
+#include "platform/fake_user_notification_center.h"
+#include "support/sample_user.h"
+#include "support/temporary_folder.h"
+
+#include <memory>
+#include <set>
+#include <sstream>
+
+namespace zenlot {
+
+template <typename Tables = FakeProcessTables, typename Pinner = FakeProcessPinner>
+struct SampleInventory {
+    Tables tables;
+    Pinner pinner;
+    std::set<std::int64_t> inUse; // what binding finds
+    SharedPortCache cache;
+    PortScanner scanner{tables,
+                        [this](std::uint16_t port, AddressFamily) { return inUse.contains(port); }};
+    PortInventory inventory{scanner, cache, pinner};
+};
+
+template <typename Tables = FakeProcessTables, typename Pinner = FakeProcessPinner>
+struct SampleAlerts : SampleInventory<Tables, Pinner>, SampleUser {
+    // What was logged since the last call, without times and tags.
+    std::vector<std::string> logged() const {
+        std::istringstream text(folder.read("app.log"));
+        folder.write("app.log", "");
+        std::vector<std::string> lines;
+        for (std::string line; std::getline(text, line);)
+            lines.push_back(line.substr(line.find("] ") + 2));
+        return lines;
+    }
+
+    TemporaryFolder folder;
+    const QString home = QString::fromStdString(folder.path().string()) + u'/';
+    AppLog log{home + QStringLiteral("app.log")};
+    NotificationCenter notifications;
+    FakeUserNotificationCenter center;
+    FakeProcessEndWatch processEnds;
+    std::unique_ptr<PortNotificationManager> alerts = std::make_unique<PortNotificationManager>(
+        center, this->inventory, processEnds, notifications, log);
+};
+
+} // namespace zenlot
