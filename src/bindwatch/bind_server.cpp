@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <iterator>
 #include <optional>
 #include <utility>
 
@@ -104,6 +105,8 @@ void BindServer::welcome() {
         return;
     }
     takesNote_ = true;
+    if (ofUser == 0 && !source_.follow(who.uid))
+        return;
     Reader reader;
     reader.socket = std::move(socket);
     reader.user = who.uid;
@@ -143,7 +146,15 @@ void BindServer::send(Reader& reader) {
 }
 
 void BindServer::dismiss() {
-    std::erase_if(readers_, [](const Reader& reader) { return reader.hasLeft; });
+    const auto leaving = std::stable_partition(
+        readers_.begin(), readers_.end(), [](const Reader& reader) { return !reader.hasLeft; });
+    const std::vector<Reader> left(std::make_move_iterator(leaving),
+                                   std::make_move_iterator(readers_.end()));
+    readers_.erase(leaving, readers_.end());
+    for (const Reader& reader : left) {
+        if (std::ranges::count(readers_, reader.user, &Reader::user) == 0)
+            source_.unfollow(reader.user);
+    }
     if (takesNote_ && readers_.empty()) {
         source_.stop();
         takesNote_ = false;

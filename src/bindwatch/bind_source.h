@@ -15,10 +15,14 @@ class BindSource {
     BindSource& operator=(const BindSource&) = delete;
     virtual ~BindSource() = default;
 
-    // Begins to take note; false when that is not to be had. While nobody takes note it costs the
-    // machine nothing.
+    // Begins to take note of the users who are followed; false when that is not to be had. While
+    // nobody takes note it costs the machine nothing.
     virtual bool start() = 0;
     virtual void stop() = 0;
+
+    // False when there are too many already.
+    virtual bool follow(std::uint32_t user) = 0;
+    virtual void unfollow(std::uint32_t user) = 0;
 
     // To wait on for reading.
     virtual int descriptor() const = 0;

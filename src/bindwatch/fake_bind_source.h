@@ -7,6 +7,7 @@
 #include <sys/eventfd.h>
 
 #include <map>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -18,6 +19,9 @@ class FakeBindSource final : public BindSource {
     bool isStarted{false};
     std::map<std::uint32_t, std::uint64_t> lost;
 
+    std::set<std::uint32_t> followed;
+
+    // Also of a user who is not followed: what is on its way can't be taken back.
     void happen(const BindEvent& event) {
         events_.push_back(event);
         ::eventfd_write(signal_.get(), 1);
@@ -25,6 +29,11 @@ class FakeBindSource final : public BindSource {
 
     bool start() override { return isStarted = canStart; }
     void stop() override { isStarted = false; }
+    bool follow(std::uint32_t user) override {
+        followed.insert(user);
+        return true;
+    }
+    void unfollow(std::uint32_t user) override { followed.erase(user); }
     int descriptor() const override { return signal_.get(); }
 
     void read(const std::function<void(const BindEvent&)>& call) override {

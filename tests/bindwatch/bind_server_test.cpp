@@ -74,9 +74,16 @@ TEST_F(BindServerTest, TakesNoteOnlyWhileSomebodyReads) {
     FileDescriptor reader = connect();
     serve();
     EXPECT_TRUE(source.isStarted);
+    EXPECT_THAT(source.followed, testing::ElementsAre(::getuid()));
     ASSERT_TRUE(read(reader)) << "is greeted";
+    FileDescriptor second = connect();
+    serve();
     reader = FileDescriptor();
     serve();
+    EXPECT_THAT(source.followed, testing::ElementsAre(::getuid()));
+    second = FileDescriptor();
+    serve();
+    EXPECT_THAT(source.followed, testing::IsEmpty());
     EXPECT_FALSE(source.isStarted);
 }
 

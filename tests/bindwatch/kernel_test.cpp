@@ -69,6 +69,8 @@ class BpfBindSourceTest : public testing::Test {
     void SetUp() override {
         if (!source.load())
             GTEST_SKIP() << source.why();
+        ASSERT_TRUE(source.follow(kFirst));
+        ASSERT_TRUE(source.follow(::getuid()));
         ASSERT_TRUE(source.start());
     }
 
@@ -159,20 +161,21 @@ TEST_F(BpfBindSourceTest, ListenersAreToldFromTheirBeginningToTheirEnd) {
         EXPECT_EQ(event.port, port) << static_cast<int>(event.kind);
 }
 
-TEST_F(BpfBindSourceTest, TakesNoNoteOnceStopped) {
+TEST_F(BpfBindSourceTest, TakesNoNoteOnceStoppedNorOfWhomNobodyFollows) {
     source.stop();
     const Listener holder;
     const pid_t unseen = doAs(kFirst, [&] { bindTo(holder.port()); });
     ASSERT_TRUE(source.start());
+    const pid_t another = doAs(kSecond, [&] { bindTo(holder.port()); });
     const pid_t seen = doAs(kFirst, [&] { bindTo(holder.port()); });
     std::vector<std::uint32_t> processes;
     const auto end = std::chrono::steady_clock::now() + kPatience;
     while (processes.empty() && std::chrono::steady_clock::now() < end)
         source.read([&](const BindEvent& event) {
-            if (event.user == kFirst)
+            if (event.user == kFirst || event.user == kSecond)
                 processes.push_back(event.process);
         });
-    EXPECT_THAT(processes, testing::Each(seen)) << unseen;
+    EXPECT_THAT(processes, testing::Each(seen)) << unseen << " and " << another;
 }
 
 // As its unit runs it: under a user of its own, with two privileges.

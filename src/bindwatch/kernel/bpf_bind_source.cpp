@@ -125,6 +125,17 @@ void BpfBindSource::stop() {
         refused_binds__detach(loaded_->object.get());
 }
 
+bool BpfBindSource::follow(std::uint32_t user) {
+    const std::uint8_t value = 1;
+    return loaded_ && bpf_map_update_elem(bpf_map__fd(loaded_->object->maps.followed), &user,
+                                          &value, BPF_ANY) == 0;
+}
+
+void BpfBindSource::unfollow(std::uint32_t user) {
+    if (loaded_)
+        bpf_map_delete_elem(bpf_map__fd(loaded_->object->maps.followed), &user);
+}
+
 int BpfBindSource::descriptor() const {
     return loaded_ ? ring_buffer__epoll_fd(loaded_->ring.get()) : -1;
 }

@@ -28,6 +28,8 @@ class BpfBindSource final : public BindSource {
 
     bool start() override;
     void stop() override;
+    bool follow(std::uint32_t user) override;
+    void unfollow(std::uint32_t user) override;
     int descriptor() const override;
     void read(const std::function<void(const BindEvent&)>& call) override;
     std::uint64_t lostOf(std::uint32_t user) const override;

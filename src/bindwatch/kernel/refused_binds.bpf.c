@@ -135,6 +135,14 @@ struct {
     __uint(max_entries, RING_BYTES);
 } events SEC(".maps");
 
+// The users who have a reader; of others nothing is noted.
+struct {
+    __uint(type, BPF_MAP_TYPE_HASH);
+    __uint(max_entries, MOST_USERS);
+    __type(key, __u32);
+    __type(value, __u8);
+} followed SEC(".maps");
+
 // So that nobody's flood takes the place of what others have to be told.
 struct {
     __uint(type, BPF_MAP_TYPE_LRU_HASH);
@@ -155,8 +163,10 @@ struct {
 const volatile long bind_call = -1;
 const volatile long listen_call = -1;
 
-// With a count of what finds no room.
+// Nothing for a user whom nobody follows. With a count of what finds no room.
 static struct BindEvent* reserve(__u32 user) {
+    if (!bpf_map_lookup_elem(&followed, &user))
+        return 0;
     const __u64 tenth = bpf_ktime_get_boot_ns() / 100000000;
     struct UserBudget* budget = bpf_map_lookup_elem(&budgets, &user);
     if (!budget) {
