@@ -1,5 +1,6 @@
 #include "ctl/linux/doctor.h"
 
+#include "bindwatch/bindwatch_service.h"
 #include "ctl/linux/session_bus.h"
 #include "inventory/linux/netlink_transport.h"
 #include "inventory/linux/process_connector.h"
@@ -23,7 +24,6 @@ namespace {
 using enum Finding::State;
 
 constexpr const char* kUnit = "dev.quorvane.zenlot.monitor.service";
-constexpr const char* kRefusedBinds = "/run/zenlot/binds";
 
 std::string homeFolder() {
     const char* home = std::getenv("HOME"); // NOLINT(concurrency-mt-unsafe): one thread
@@ -69,12 +69,11 @@ Finding refusedBinds() {
         ::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
-    std::strncpy(address.sun_path, kRefusedBinds, sizeof address.sun_path - 1);
+    std::strncpy(address.sun_path, kBindwatchSocket, sizeof address.sun_path - 1);
     if (socket &&
         ::connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0)
         return {"refused binds", works, "zenlot-bindwatch tells them exactly"};
-    return {"refused binds", limited,
-            "inferred; exact with: sudo systemctl enable --now zenlot-bindwatch.service"};
+    return {"refused binds", limited, std::string("inferred; exact with: ") + kBindwatchCommand};
 }
 
 Finding notifications(const SessionBus& bus) {
