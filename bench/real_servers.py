@@ -562,7 +562,7 @@ untuned("Privoxy", "privoxy --no-daemon privoxy.conf", {"privoxy.conf": "listen-
 
 # Chosen after the rows above, by what developers run, and without a look at the method.
 untuned("NATS", "nats-server -a 127.0.0.1 -p %P")
-untuned("MariaDB", "mariadbd --defaults-file=my.cnf",
+add("MariaDB", "mariadbd --defaults-file=my.cnf",
         {"my.cnf": "[client]\nport = %D\n\n[mysqld]\nuser = root\ndatadir = ./data\nsocket = m.sock\n"
                    "bind-address = 127.0.0.1\nport = %P\n"},
         build=["sh", "-c", "mariadb-install-db --no-defaults --user=\"$(id -un)\" --datadir=\"$PWD/data\" --skip-test-db"],
@@ -575,9 +575,9 @@ untuned("git daemon", "git daemon --listen=127.0.0.1 --port=%P --base-path=. --e
 untuned("svnserve", "svnserve -d --foreground -r . --listen-host 127.0.0.1 --listen-port %P")
 untuned("hg serve", "hg serve -a 127.0.0.1 -p %P", build=["hg", "init"])
 untuned("Fossil", "fossil server --localhost --nojail --port %P shop.fossil", build=["fossil", "init", "-A", "dev", "shop.fossil"])
-untuned("rsync", "rsync --daemon --no-detach --config=rsyncd.conf",
+add("rsync", "rsync --daemon --no-detach --config=rsyncd.conf",
         {"rsyncd.conf": "address = 127.0.0.1\nport = %P\nuse chroot = no\nlog file = rsync.log\n\n[files]\npath = /tmp\n"})
-untuned("iperf3", "iperf3 -s", port=5201)
+add("iperf3", "iperf3 -s", port=5201)
 untuned("distccd", "distccd --no-detach --log-stderr --daemon --allow 127.0.0.1 --listen 127.0.0.1 --port %P")
 untuned("gdbserver", "gdbserver --once 127.0.0.1:%P /bin/sleep 99")
 untuned("Dropbear", "dropbear -F -E -r key -P dropbear.pid -p 127.0.0.1:%P", build=["dropbearkey", "-t", "ed25519", "-f", "key"])
@@ -586,7 +586,7 @@ untuned("ngIRCd", "ngircd -n -f ngircd.conf",
 untuned("Prosody", "prosody -F --config prosody.cfg.lua",
         {"prosody.cfg.lua": "run_as_root = true\ndata_path = '.'\nmodules_disabled = { 's2s' }\ninterfaces = { '127.0.0.1' }\n"
                             "c2s_ports = { %P }\nVirtualHost 'localhost'\n"})
-untuned("Transmission", "transmission-daemon -f -g settings",
+add("Transmission", "transmission-daemon -f -g settings",
         {"settings/settings.json": '{"bind-address-ipv4": "127.0.0.1", "bind-address-ipv6": "::1", '
                                    '"dht-enabled": false, "lpd-enabled": false, "pex-enabled": false, '
                                    '"utp-enabled": false, "port-forwarding-enabled": false, '
@@ -614,7 +614,7 @@ untuned("Java, jar", "java -jar target/shop.jar",
          "src/main/resources/application.properties": "spring.redis.port=%D\nserver.port=%P\n"},
         build=["sh", "-c", "javac -d target/classes src/main/java/Server.java && jar cfe target/shop.jar Server "
                            "-C target/classes Server.class -C src/main/resources application.properties"], second=True)
-untuned("Groovy", "groovy server.groovy",
+add("Groovy", "groovy server.groovy",
         {"server.groovy": "def config = new ConfigSlurper().parse(new File('config.groovy').toURL())\n"
                           "new ServerSocket(config.http.port).accept()\n",
          "config.groovy": "mail { port = %D }\nhttp { port = %P }\n"}, second=True)
@@ -657,7 +657,7 @@ untuned("EventMachine", "ruby echo.rb",
 untuned("Catalyst", "perl script/shop_server.pl -p %P",
         {"script/shop_server.pl": "use lib 'lib';\nuse Catalyst::ScriptRunner;\nCatalyst::ScriptRunner->run('Shop', 'Server');\n",
          "lib/Shop.pm": "package Shop;\nuse Moose;\nuse Catalyst;\nextends 'Catalyst';\n__PACKAGE__->setup;\n1;\n"})
-untuned("hypnotoad", "hypnotoad -f shop.pl",
+add("hypnotoad", "hypnotoad -f shop.pl",
         {"shop.pl": "use Mojolicious::Lite;\napp->config(hypnotoad => {listen => ['http://127.0.0.1:%P'], workers => 1});\n"
                     "get '/' => {text => 'ok'};\napp->start;\n"})
 untuned("Net::Server", "perl chat.pl --port=127.0.0.1:%P",
@@ -692,15 +692,15 @@ untuned("Radicale", "radicale --config radicale.ini",
         {"radicale.ini": "[server]\nhosts = 127.0.0.1:%P\n\n[storage]\nfilesystem_folder = calendars\n"})
 untuned("pydoc", py("-m pydoc -n 127.0.0.1 -p %P"))
 untuned("smtpd", py("-W ignore -m smtpd -n -c DebuggingServer 127.0.0.1:%P"))
-untuned("wsgiref", py("-m wsgiref.simple_server"), port=8000)
+add("wsgiref", py("-m wsgiref.simple_server"), port=8000)
 untuned("multiprocessing manager", py("queue_server.py"),
         {"queue_server.py": "from multiprocessing.managers import BaseManager\nfrom queue import Queue\nwork = Queue()\n"
                             "BaseManager.register('work', callable=lambda: work)\n"
                             "BaseManager(address=('', %P), authkey=b'x').get_server().serve_forever()\n"})
 untuned("mitmdump", "mitmdump --listen-host 127.0.0.1 -p %P")
 
-untuned("VitePress", "vitepress dev", {"index.md": "# x\n", "package.json": '{"type": "module"}\n'}, port=5173)
-untuned("Rspack", "rspack serve",
+add("VitePress", "vitepress dev", {"index.md": "# x\n", "package.json": '{"type": "module"}\n'}, port=5173)
+add("Rspack", "rspack serve",
         {"rspack.config.js": "module.exports = {\n  mode: 'development',\n  entry: './main.js',\n"
                              "  devServer: { host: '127.0.0.1', port: %P },\n};\n", "main.js": "console.log(1);\n",
          "package.json": '{"name": "pack"}\n'})
@@ -711,8 +711,8 @@ untuned("rollup-plugin-serve", "rollup -c -w",
 untuned("gulp-connect", "gulp serve",
         {"gulpfile.js": "const connect = require('gulp-connect');\nexports.serve = (done) => {\n"
                         "  connect.server({ root: '.', host: '127.0.0.1', port: %P });\n  done();\n};\n"})
-untuned("local-web-server", "ws", port=8000)
-untuned("lite-server", "lite-server", {**WEB, "bs-config.json": '{"port": %P, "open": false, "ui": false}\n'})
+add("local-web-server", "ws", port=8000)
+add("lite-server", "lite-server", {**WEB, "bs-config.json": '{"port": %P, "open": false, "ui": false}\n'})
 untuned("Verdaccio", "verdaccio -c verdaccio.yaml",
         {"verdaccio.yaml": "storage: ./storage\nuplinks:\n  office:\n    url: http://localhost:%D/\npackages:\n  '**':\n"
                            "    access: $all\n    proxy: office\nlisten: 127.0.0.1:%P\n"}, second=True)
@@ -769,7 +769,7 @@ untuned("concurrently", "npm run dev",
 untuned("cross-env", "npm run serve",
         {"package.json": '{"name": "own", "scripts": {"serve": "cross-env HTTP_PORT=%P node server.js"}}\n',
          "server.js": HTTP + ".listen(process.env.HTTP_PORT);\n"})
-untuned("babel-node", "babel-node --presets @babel/preset-env server.js",
+add("babel-node", "babel-node --presets @babel/preset-env server.js",
         {"server.js": "import http from 'http';\nimport { port } from './settings';\nhttp.createServer().listen(port);\n",
          "settings.js": "export const metricsPort = %D;\nexport const port = %P;\n"}, second=True)
 untuned("tsc, dist", "node dist/server.js",
@@ -778,7 +778,7 @@ untuned("tsc, dist", "node dist/server.js",
          "src/settings.ts": "export const settings: { port: number } = { port: %P };\n",
          "tsconfig.json": '{"compilerOptions": {"outDir": "dist", "module": "commonjs", "types": ["node"], "skipLibCheck": true}}\n'},
         build=["node", "node_modules/typescript/bin/tsc"])
-untuned("CoffeeScript", "coffee server.coffee",
+add("CoffeeScript", "coffee server.coffee",
         {"server.coffee": "http = require 'http'\nport = process.env.PORT or %P\n"
                           "http.createServer((request, response) -> response.end 'ok').listen port\n"})
 
