@@ -52,9 +52,10 @@ ColumnLayout {
             Layout.leftMargin: 12
             Layout.rightMargin: 12
             activeFocusOnTab: false
+            color: Theme.secondaryLabel
             font: TextStyle.caption
             objectName: "bindwatchLine"
-            text: root.viewModel.hasBindwatch ? qsTr("The system tells of refused ports exactly.") : qsTr("For exact alerts an administrator turns on the helper of the system: %1").arg(root.viewModel.bindwatchCommand)
+            text: root.viewModel.hasBindwatch ? qsTr("The system tells of refused ports exactly.") : qsTr("For exact alerts an administrator turns on the helper of the system: %1").arg("\n" + root.viewModel.bindwatchCommand)
         }
     }
     FormSection {
