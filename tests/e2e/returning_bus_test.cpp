@@ -37,18 +37,6 @@ class ReturningBusTest : public testing::Test {
         process.waitForFinished();
     }
 
-    std::string log() const { return desktop->files().read(kLog); }
-    std::ptrdiff_t countInLog(const std::string& text) const {
-        const std::string lines = log();
-        std::ptrdiff_t count = 0;
-        for (auto at = lines.find(text); at != lines.npos; at = lines.find(text, at + 1))
-            ++count;
-        return count;
-    }
-    bool comesToLog(const std::string& text, std::ptrdiff_t times) const {
-        return QTest::qWaitFor([&] { return countInLog(text) >= times; }, kPatience);
-    }
-
     TemporaryFolder busFiles;
     QProcess bus;
     std::optional<PrivateDesktop> desktop;
@@ -67,10 +55,10 @@ TEST_F(ReturningBusTest, OnlyARefusedServerIsAConflict) {
         R"({"conflictMonitoringEnabled": true, "hasCompletedOnboarding": true})");
     std::optional<AlertScreen> alerts(*desktop);
     desktop->start(QStringLiteral(ZENLOT_MONITOR), {});
-    ASSERT_TRUE(comesToLog("background monitor started", 1));
+    ASSERT_TRUE(desktop->waitForLog("background monitor started"));
     desktop->start(QStringLiteral(ZENLOT_PROGRAM), {u"--background"_s});
-    ASSERT_TRUE(comesToLog("conflict listener started", 1));
-    ASSERT_TRUE(comesToLog("notification setup granted=true", 1));
+    ASSERT_TRUE(desktop->waitForLog("conflict listener started"));
+    ASSERT_TRUE(desktop->waitForLog("notification setup granted=true"));
 
     {
         StandInMonitor stranger(*desktop);
@@ -94,12 +82,13 @@ TEST_F(ReturningBusTest, OnlyARefusedServerIsAConflict) {
     for (int starts = 0; starts < 20 && !isTold; ++starts) {
         QProcess& refused = desktop->startServer(u"Refused"_s, port);
         EXPECT_TRUE(refused.state() == QProcess::NotRunning || refused.waitForFinished(kPatience));
-        isTold = QTest::qWaitFor([&] { return countInLog(alert) > 0; }, kPatience / 20);
+        isTold = desktop->waitForLog(alert, kPatience / 20);
     }
-    EXPECT_TRUE(isTold) << log();
+    EXPECT_TRUE(isTold) << desktop->log();
     EXPECT_TRUE(alerts->shows(u"Port %1 is already in use"_s.arg(port)));
-    EXPECT_EQ(countInLog(alert), 1) << log();
-    EXPECT_EQ(countInLog(alert + " id=zenlot-conflict-" + port.toStdString()), 1) << log();
+    EXPECT_EQ(desktop->countInLog(alert), 1U) << desktop->log();
+    EXPECT_EQ(desktop->countInLog(alert + " id=zenlot-conflict-" + port.toStdString()), 1U)
+        << desktop->log();
 }
 
 } // namespace
