@@ -60,7 +60,7 @@ class FakeUserNotificationCenter final : public UserNotificationCenter {
     QFuture<Answer> ask(const Answer& current) {
         const auto promise = std::make_shared<QPromise<Answer>>();
         promise->start();
-        const QFuture<Answer> future = promise->future();
+        QFuture<Answer> future = promise->future();
         open_.emplace_back([promise, &current] {
             promise->addResult(current);
             promise->finish();

@@ -88,7 +88,7 @@ void OnboardingViewModel::recheckApproval() {
     finish();
 }
 
-void OnboardingViewModel::openLoginItems() {
+void OnboardingViewModel::openLoginItems() const {
     actions_.openLoginItems();
 }
 

@@ -62,7 +62,7 @@ class OnboardingViewModel : public QObject {
     Q_INVOKABLE void finish();
     Q_INVOKABLE void enableBackgroundMonitor();
     Q_INVOKABLE void recheckApproval();
-    Q_INVOKABLE void openLoginItems();
+    Q_INVOKABLE void openLoginItems() const;
 
   Q_SIGNALS:
     void finished();
