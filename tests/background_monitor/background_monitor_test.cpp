@@ -369,10 +369,10 @@ TEST_P(BackgroundMonitorTest, AHolderOfAnotherUserIsNamed) {
     EXPECT_THAT(conflicts()[0].processName, HasSubstr("python3"));
 }
 
+class HelpedMonitorTest : public BackgroundMonitorTest {};
+
 // The helper may be removed, and come back, at any moment: each refusal is told once all the same.
-TEST_P(BackgroundMonitorTest, TheHelperMayComeAndGo) {
-    if (!isTold())
-        GTEST_SKIP() << "is about the helper";
+TEST_P(HelpedMonitorTest, TheHelperMayComeAndGo) {
     ASSERT_NO_FATAL_FAILURE(startHolder());
     ASSERT_NO_FATAL_FAILURE(startMonitor());
     const std::string broadcast = "broadcasting port " + std::to_string(port) + ", ";
@@ -407,9 +407,7 @@ TEST_P(BackgroundMonitorTest, TheHelperMayComeAndGo) {
     }
 }
 
-TEST_P(BackgroundMonitorTest, ANetworkOfItsOwnIsLookedIntoAsWell) {
-    if (!isTold())
-        GTEST_SKIP() << "is about the helper";
+TEST_P(HelpedMonitorTest, ANetworkOfItsOwnIsLookedIntoAsWell) {
     start(
         holder, u"unshare"_s,
         {u"-n"_s, u"python3"_s, u"-u"_s, u"-m"_s, u"http.server"_s, u"-b"_s, u"0.0.0.0"_s, u"0"_s});
@@ -434,6 +432,7 @@ INSTANTIATE_TEST_SUITE_P(Noticing, BackgroundMonitorTest,
                                     : mode.param.contains(u"--poll"_s) ? "ByPolling"
                                                                        : "WithTheHelper";
                          });
+INSTANTIATE_TEST_SUITE_P(Noticing, HelpedMonitorTest, testing::Values(QStringList(kBindwatch)));
 
 } // namespace
 } // namespace zenlot

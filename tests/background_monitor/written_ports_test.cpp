@@ -128,6 +128,19 @@ TEST_F(SourceReaderTest, FilesWithVariablesAreReadOnlyByWhoLoadsThem) {
     EXPECT_THAT(ports("plain.js"), ElementsAre(4103));
 }
 
+// What a package says of itself is not what is run by it.
+TEST_F(SourceReaderTest, InstalledToolsAreAskedForTheScriptsThatTheyAreGiven) {
+    folder.write("app/node_modules/tool/bin/tool.js", "listen(4400)");
+    folder.write("app/node_modules/tool/package.json", "{}");
+    folder.write("app/server.coffee", "port = process.env.PORT or 4300");
+    const std::string tool = "node_modules/tool/bin/tool.js";
+    attempt.arguments = {"server.coffee"};
+    EXPECT_THAT(ports(tool), ElementsAre(4300));
+    attempt.arguments = {"serve"};
+    EXPECT_THAT(ports(tool), ElementsAre(4300));
+    EXPECT_EQ(answer->source, PortSource::project);
+}
+
 TEST_F(SourceReaderTest, HeldPortsThatTheProjectMentionsComeLast) {
     folder.write("package.json", "{}");
     folder.write("lib/settings.py", "WEB = dict(listen=4300)\nredis = 'localhost:4400'\n");
