@@ -40,6 +40,8 @@ constexpr std::array<BootTime, 9> kLooksAfterEvidence{
 constexpr BootTime kGoesOnAfter{300};
 // After this long one whose port was named is not just slow.
 constexpr BootTime kStaysWithoutPort{1500};
+// And one of which only the command line tells that it may be a server is no client by then.
+constexpr BootTime kUnknownStaysWithoutPort{2000};
 // Restarts that follow faster than people do are a loop.
 constexpr BootTime kFasterThanPeople{3000};
 // Several processes of one attempt may fail one after the other.
@@ -94,7 +96,7 @@ bool isUnknown(const Attempt& attempt) {
 
 // Whether the answer is too weak where it is not certain that the attempt was refused anything.
 bool isWeak(const Attempt& attempt, const PortAnswer& answer) {
-    return answer.source == PortSource::project ||
+    return answer.source == PortSource::project || answer.source > PortSource::habit ||
            (isUnknown(attempt) && !isExplicit(answer.source));
 }
 
@@ -293,6 +295,16 @@ AttemptTracker::Outcome AttemptTracker::lookAtEnded(Tracked& tracked, const Pres
                                                     BootTime now, std::vector<Verdict>& verdicts) {
     const Attempt& attempt = tracked.attempt;
     const Evidence evidence = evidenceFor(tracked, present, now);
+    // Whoever waits for debuggers does so before any code runs that probes.
+    const Evidence any =
+        attempt.debugger ? evidenceFor(tracked, present, now, Probes::counted) : evidence;
+    if (attempt.debugger && any != deadSockets_.end()) {
+        if (auto verdict = judgeDebugger(attempt, Verdict::Kind::failedStart, present,
+                                         present.listening(), any->at)) {
+            conclude(tracked, any, *std::move(verdict), now, verdicts);
+            return Outcome::done;
+        }
+    }
     const bool isUnseen = deadSocketsSeen_ == DeadSockets::unseen;
     if (isUnseen && (ends_ == Ends::unseen || tracked.hasEndedQuietly))
         return Outcome::done;
@@ -327,6 +339,19 @@ AttemptTracker::Outcome AttemptTracker::lookAtRunning(Tracked& tracked, const Pr
     const bool isSettled = now - attempt.startedAt >= kSettled;
     const Evidence evidence = evidenceFor(tracked, present, now);
     const bool hasEvidence = evidence != deadSockets_.end();
+    if (hasEvidence && attempt.debugger) {
+        auto verdict =
+            judgeDebugger(attempt, Verdict::Kind::goesOn, present, foreign, evidence->at);
+        // One that can't have its own port either ends or says so first.
+        if (verdict && now - tracked.evidenceAt < kStaysWithoutPort) {
+            planNextLook(tracked, now);
+            return Outcome::keepLooking;
+        }
+        if (verdict) {
+            conclude(tracked, evidence, *std::move(verdict), now, verdicts);
+            return Outcome::done;
+        }
+    }
     const bool mayJudge = hasEvidence || attempt.runtime->probesByConnecting ||
                           (deadSocketsSeen_ == DeadSockets::unseen && attempt.runtime->drifts);
     const bool mayGoOn = own.empty() && hasEvidence && now - tracked.evidenceAt >= kGoesOnAfter;
@@ -352,9 +377,13 @@ AttemptTracker::Outcome AttemptTracker::lookAtRunning(Tracked& tracked, const Pr
             return Outcome::done;
         }
         // What is known to ask or to try again is believed sooner than what may only be slow.
-        const bool goesOn = mayGoOn && (attempt.runtime->goesOnWithoutPort ||
-                                        (isExplicit(answer->source) && !isUnknown(attempt) &&
-                                         now - tracked.evidenceAt >= kStaysWithoutPort));
+        const BootTime sinceEvidence = now - tracked.evidenceAt;
+        const bool staysWithout =
+            isUnknown(attempt)
+                ? isNamed(answer->source) && sinceEvidence >= kUnknownStaysWithoutPort &&
+                      hasEvidence && !mayBeOthers(tracked, present, evidenceAt)
+                : isExplicit(answer->source) && sinceEvidence >= kStaysWithoutPort;
+        const bool goesOn = mayGoOn && (attempt.runtime->goesOnWithoutPort || staysWithout);
         const bool isTooWeak =
             isWeak(attempt, *answer) && (!hasEvidence || mayBeOthers(tracked, present, evidenceAt));
         if ((goesOn || !own.empty()) && !isTooWeak)
@@ -436,6 +465,17 @@ std::optional<Verdict> AttemptTracker::judge(const Attempt& attempt, Verdict::Ki
     return verdict;
 }
 
+// Where somebody else has the debugger's port, the attempt was refused it.
+std::optional<Verdict> AttemptTracker::judgeDebugger(const Attempt& attempt, Verdict::Kind kind,
+                                                     const Present& present,
+                                                     const std::vector<ListeningSocket>& foreign,
+                                                     BootTime evidenceAt) const {
+    Attempt debugged = attempt;
+    debugged.wanted = *attempt.debugger;
+    return judge(debugged, kind, present, foreign,
+                 PortAnswer{PortSource::argument, {debugged.wanted.port}}, evidenceAt);
+}
+
 void AttemptTracker::conclude(const Tracked& tracked, const Evidence& evidence, Verdict verdict,
                               BootTime now, std::vector<Verdict>& verdicts) {
     if (evidence != deadSockets_.end()) {
@@ -473,7 +513,7 @@ bool AttemptTracker::announce(const Attempt& attempt, const Verdict& verdict, Bo
 }
 
 AttemptTracker::Evidence AttemptTracker::evidenceFor(const Tracked& tracked, const Present& present,
-                                                     BootTime now) {
+                                                     BootTime now, Probes probes) {
     const BootTime latest = tracked.endedAt ? *tracked.endedAt + kEventDelay : now;
     const auto isProbe = [this, &tracked](const Evidence& dead) {
         const auto next = std::next(dead);
@@ -485,7 +525,8 @@ AttemptTracker::Evidence AttemptTracker::evidenceFor(const Tracked& tracked, con
     // The last one is the likeliest to be its own.
     for (auto dead = deadSockets_.end(); dead != deadSockets_.begin();) {
         --dead;
-        if (dead->at < tracked.attempt.startedAt || dead->at > latest || isProbe(dead))
+        if (dead->at < tracked.attempt.startedAt || dead->at > latest ||
+            (probes == Probes::ignored && isProbe(dead)))
             continue;
         if (!tracked.endedAt)
             return now - dead->at <= kLongestSearch ? dead : deadSockets_.end();

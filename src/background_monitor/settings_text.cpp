@@ -13,11 +13,12 @@ constexpr std::size_t kMostSettings = 2000;
 constexpr std::size_t kLongestValue = 300;
 constexpr std::size_t kDeepest = 32;
 
-constexpr std::array<std::pair<std::string_view, SettingsFormat>, 16> kFormats{{
+constexpr std::array<std::pair<std::string_view, SettingsFormat>, 17> kFormats{{
     {".json", SettingsFormat::braces},
     {".json5", SettingsFormat::braces},
     {".jsonc", SettingsFormat::braces},
     {".hcl", SettingsFormat::braces},
+    {".edn", SettingsFormat::keywords},
     {".yaml", SettingsFormat::indentation},
     {".yml", SettingsFormat::indentation},
     {".toml", SettingsFormat::lines},
@@ -219,6 +220,26 @@ class BracesReader {
     Settings settings_;
 };
 
+// EDN's `{:http {:port 4990}}` as `{, http: {, port: 4990}}`.
+std::string withColonsBehind(std::string_view text) {
+    std::string braces;
+    for (std::size_t place = 0; place < text.size();) {
+        const bool isKeyword = text[place] == ':' && place + 1 < text.size() &&
+                               isKeyCharacter(text[place + 1]) &&
+                               (place == 0 || !isKeyCharacter(text[place - 1]));
+        if (!isKeyword) {
+            braces += text[place++];
+            continue;
+        }
+        std::size_t end = ++place;
+        while (end < text.size() && (isKeyCharacter(text[end]) || text[end] == '/'))
+            ++end;
+        braces += ", " + std::string(text.substr(place, end - place)) + ": ";
+        place = end;
+    }
+    return braces;
+}
+
 std::string_view withoutComment(std::string_view line, std::string_view mark) {
     const std::size_t comment = line.find(mark);
     const bool isComment =
@@ -350,10 +371,16 @@ std::optional<SettingsFormat> settingsFormatOf(std::string_view fileName) {
     return std::nullopt;
 }
 
+bool isSettingsFile(std::string_view fileName) {
+    return settingsFormatOf(fileName) || fileName.ends_with(".lua");
+}
+
 std::vector<Setting> readSettings(std::string_view text, SettingsFormat format) {
     switch (format) {
     case SettingsFormat::braces:
         return BracesReader(text).read();
+    case SettingsFormat::keywords:
+        return BracesReader(withColonsBehind(text)).read();
     case SettingsFormat::indentation:
         return readIndented(text);
     case SettingsFormat::lines:
@@ -387,10 +414,16 @@ std::vector<Setting> readVariables(std::string_view text) {
     return variables;
 }
 
-int likelihoodOfSetting(std::string_view path) {
+int likelihoodOfSetting(std::string_view path, std::span<const std::string> program) {
     const std::size_t dot = path.rfind('.');
     const std::string_view key = path.substr(dot + 1);
-    if (!isOneOf(key, kPortKeys) || speaksOfOthers(path))
+    if (!isOneOf(key, kPortKeys))
+        return 0;
+    // A database's own block is called like others' blocks about it.
+    if (dot != std::string_view::npos &&
+        std::ranges::find(program, path.substr(0, dot)) != program.end())
+        return 3;
+    if (speaksOfOthers(path))
         return 0;
     int likelihood = key == "address" || key == "addr" || key == "bind" ? 2 : 3;
     for (std::string_view rest = dot == std::string_view::npos ? "" : path.substr(0, dot);

@@ -1,17 +1,13 @@
 #include "background_monitor/source_reader.h"
 
+#include "background_monitor/manual_reader.h"
 #include "background_monitor/port_text.h"
 #include "background_monitor/settings_text.h"
+#include "background_monitor/text_file.h"
 #include "background_monitor/written_ports.h"
-#include "posix/file_descriptor.h"
-
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <chrono>
 #include <deque>
 #include <filesystem>
@@ -80,39 +76,6 @@ bool endsWithAny(std::string_view name, const std::array<std::string_view, Count
                                [name](std::string_view ending) { return name.ends_with(ending); });
 }
 
-// Only a regular file is opened: opening a device may do something, and a terminal may become the
-// program's own. It may have become another one since it was looked at.
-FileDescriptor opened(const fs::path& path) {
-    std::error_code error;
-    if (!fs::is_regular_file(path, error))
-        return {};
-    return FileDescriptor(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
-}
-
-// Up to `length` bytes from that place on; fewer at the end of the file.
-std::size_t readAt(const FileDescriptor& file, off_t place, char* start, std::size_t length) {
-    std::size_t filled = 0;
-    while (filled < length) {
-        const ssize_t count = ::pread(file.get(), start + filled, length - filled,
-                                      place + static_cast<off_t>(filled));
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count <= 0)
-            break;
-        filled += static_cast<std::size_t>(count);
-    }
-    return filled;
-}
-
-// The size of a regular file of the user or the system; none for other things and larger ones.
-std::optional<off_t> sizeOf(const FileDescriptor& file, off_t largest) {
-    struct stat status {};
-    if (!file || ::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode) ||
-        status.st_size > largest || (status.st_uid != ::geteuid() && status.st_uid != 0))
-        return std::nullopt;
-    return status.st_size;
-}
-
 // What a built program holds of the ports and the words that are looked for.
 struct Found {
     std::vector<std::uint16_t> ports;
@@ -123,7 +86,7 @@ struct Found {
 // anew may make it shorter meanwhile, which would end this program.
 Found searchBuilt(const FileDescriptor& file, BinaryKind kind, std::span<const std::uint16_t> held,
                   std::span<const std::string> words = {}) {
-    const off_t size = sizeOf(file, kLargestProgram).value_or(0);
+    const off_t size = sizeOfFile(file, kLargestProgram).value_or(0);
     std::string piece;
     std::vector<std::uint16_t> open(held.begin(), held.end());
     Found found;
@@ -152,16 +115,7 @@ Found searchBuilt(const FileDescriptor& file, BinaryKind kind, std::span<const s
 }
 
 std::optional<std::string> readText(const fs::path& path, off_t largest = kLargestText) {
-    const FileDescriptor file = opened(path);
-    const auto size = sizeOf(file, largest);
-    if (!size)
-        return std::nullopt;
-    std::string text(static_cast<std::size_t>(*size), '\0');
-    text.resize(readAt(file, 0, text.data(), text.size()));
-    // What holds a zero is no text.
-    if (text.find('\0') != std::string::npos)
-        return std::nullopt;
-    return text;
+    return readTextFile(path, largest);
 }
 
 // The file that a script means by the name, with the endings that it may leave out.
@@ -195,9 +149,10 @@ class FileSearch {
             answersOfSites(sites_, attempt_.environment, variables_, attempt_.arguments);
         std::vector<Setting> variables = attempt_.environment;
         variables.insert(variables.end(), variables_.begin(), variables_.end());
-        all.push_back({PortSource::settings, attempt_.runtime->publishesPorts
-                                                 ? publishedPorts()
-                                                 : portsOfSettings(settings_, variables)});
+        all.push_back({PortSource::settings,
+                       attempt_.runtime->publishesPorts
+                           ? publishedPorts()
+                           : portsOfSettings(settings_, variables, attempt_.runtime->programs)});
         // A tool's own configuration may be a program; what counts there is as good as settings.
         for (PortAnswer answer :
              answersOfSites(configSites_, attempt_.environment, variables_, {})) {
@@ -206,10 +161,14 @@ class FileSearch {
             all.push_back(std::move(answer));
         }
         all.push_back({PortSource::source, inBuilt_.ports});
+        if (!names(all, PortSource::source))
+            all.push_back({PortSource::source, inNamedPlaces()});
         all.push_back({PortSource::environmentFile, inVariableFiles()});
         addBuiltsVariables(all);
-        if (attempt_.runtime->mayNamePortItself) {
+        const bool mayNamePortItself = attempt_.runtime->mayNamePortItself;
+        if (mayNamePortItself || !attempt_.config.empty())
             all.push_back({PortSource::mention, mentionedNearby()});
+        if (mayNamePortItself) {
             // What is merely installed has no project, but for a tool that runs scripts.
             if ((!isUnknown() || isInstalledTool()) && !decidingAnswer(all))
                 all.push_back({PortSource::project, mentionedInProject()});
@@ -217,6 +176,9 @@ class FileSearch {
                 if (usesLibrary(library))
                     all.push_back({PortSource::habit, {port}});
             }
+            all.push_back({PortSource::spelled, spelledNearby()});
+            if (!decidingAnswer(all))
+                all.push_back({PortSource::manual, portsInManual(attempt_, held_, deadline_)});
         }
         return all;
     }
@@ -235,6 +197,12 @@ class FileSearch {
     // A script that a package brought, which works on what lies where it is started.
     bool isInstalledTool() const {
         return !attempt_.script.empty() && isInstalledScript(attempt_.script);
+    }
+
+    static bool names(std::span<const PortAnswer> answers, PortSource source) {
+        return std::ranges::any_of(answers, [source](const PortAnswer& answer) {
+            return answer.source == source && !answer.ports.empty();
+        });
     }
 
     bool hasTime() const { return std::chrono::steady_clock::now() < deadline_; }
@@ -265,7 +233,10 @@ class FileSearch {
             script = *file;
         scriptFolder_ = script.parent_path();
         if (script.extension() == ".class") {
-            inBuilt_ = searchBuilt(opened(script), BinaryKind::bytecode, held_);
+            std::vector<std::string> words;
+            for (const Setting& variable : attempt_.environment)
+                words.push_back(variable.path);
+            inBuilt_ = searchBuilt(openedFile(script), BinaryKind::bytecode, held_, words);
             return;
         }
         std::deque<fs::path> files{script};
@@ -279,6 +250,7 @@ class FileSearch {
             const auto format = settingsFormatOf(file.filename().string());
             if (format) {
                 addSettings(*text, *format);
+                texts_.push_back(*text);
                 continue;
             }
             addSource(*text, file.parent_path());
@@ -300,6 +272,7 @@ class FileSearch {
             }
         }
         sources_ += inSmallLetters(text);
+        texts_.push_back(text);
     }
 
     // What a built program was built from, where that lies in its project.
@@ -363,17 +336,22 @@ class FileSearch {
     // A built program whose source is not there: it knows the name of a variable that is set. What
     // is written in it may still be what counts, so both are named.
     void addBuiltsVariables(std::vector<PortAnswer>& all) const {
-        if (!attempt_.program || !sites_.empty())
+        if (!sites_.empty())
             return;
         PortAnswer answer{PortSource::environment, {}};
-        for (const std::string& name : attempt_.runtime->environment) {
-            const auto variable = std::ranges::find(attempt_.environment, name, &Setting::path);
-            if (variable == attempt_.environment.end() || !inBuilt_.words.contains(name))
+        for (const Setting& variable : attempt_.environment) {
+            const std::string& name = variable.path;
+            // A name of one's own says what it is for.
+            constexpr std::string_view kEnding = "_PORT";
+            const bool isOwn = name.ends_with(kEnding) && !speaksOfOthers(inSmallLetters(name));
+            if (!inBuilt_.words.contains(name) ||
+                (!isOwn && std::ranges::find(attempt_.runtime->environment, name) ==
+                               attempt_.runtime->environment.end()))
                 continue;
-            if (const auto endpoint = parseEndpoint(variable->value)) {
-                answer.ports = inBuilt_.ports;
+            if (const auto endpoint = parseEndpoint(variable.value)) {
+                if (answer.ports.empty())
+                    answer.ports = inBuilt_.ports;
                 answer.ports.push_back(endpoint->port);
-                break;
             }
         }
         all.push_back(std::move(answer));
@@ -406,8 +384,9 @@ class FileSearch {
             addSettings(*text, *format);
             return;
         }
-        const bool isObject = file.extension().string().find('s') != std::string::npos &&
-                              file.extension() != ".exs"; // .js, .ts, .mjs, ...
+        const bool isObject = (file.extension().string().find('s') != std::string::npos &&
+                               file.extension() != ".exs") || // .js, .ts, .mjs, ...
+                              file.extension() == ".lua";
         if (isObject)
             addSettings(*text, SettingsFormat::braces);
         if (!isObject || settings_.empty()) {
@@ -416,14 +395,30 @@ class FileSearch {
         }
     }
 
+    void readConfigOrFolder(const fs::path& path) {
+        std::error_code error;
+        if (!fs::is_directory(path, error)) {
+            readConfig(path);
+            return;
+        }
+        std::size_t count = 0;
+        for (fs::directory_iterator entry(path, error), end;
+             !error && entry != end && count < kMostSettingsFiles; entry.increment(error)) {
+            if (isSettingsFile(entry->path().filename().string())) {
+                readConfig(entry->path());
+                ++count;
+            }
+        }
+    }
+
     void readSettingsFiles() {
         // What the arguments name comes before what lies there.
         if (!attempt_.config.empty())
-            readConfig(folder_ / attempt_.config);
+            readConfigOrFolder(folder_ / attempt_.config);
         if (attempt_.runtime->mayNamePortItself || attempt_.runtime->configFlags.empty()) {
             for (const std::string& word : attempt_.arguments) {
                 const std::string name = word.substr(word.find('=') + 1);
-                if (settingsFormatOf(name) && name.size() < kLongestPath)
+                if (isSettingsFile(name) && name.size() < kLongestPath)
                     readConfig(folder_ / name);
             }
         }
@@ -431,7 +426,8 @@ class FileSearch {
             if (!file.filename().string().starts_with(".env"))
                 readConfig(file);
         }
-        if (!portsOfSettings(settings_, {}).empty() || !configSites_.empty())
+        if (!portsOfSettings(settings_, {}, attempt_.runtime->programs).empty() ||
+            !configSites_.empty())
             return;
         for (const std::string& config : attempt_.runtime->configs) {
             readConfig(folder_ / config);
@@ -491,6 +487,35 @@ class FileSearch {
         return sources_.find(library) != std::string::npos;
     }
 
+    // Of the held ports those that the names stand for which its own lines listen on.
+    std::vector<std::uint16_t> inNamedPlaces() const {
+        std::vector<std::string> called;
+        for (const std::string& text : texts_) {
+            for (std::string& name : namesListenedOn(text))
+                called.push_back(std::move(name));
+        }
+        std::vector<std::uint16_t> found;
+        for (const std::string& text : texts_) {
+            for (const std::uint16_t port : portsCalled(called, text)) {
+                if (std::ranges::find(held_, port) != held_.end())
+                    found.push_back(port);
+            }
+        }
+        return found;
+    }
+
+    // Of the held ports those that stand as a number in its arguments and its own files.
+    std::vector<std::uint16_t> spelledNearby() const {
+        std::vector<std::uint16_t> found;
+        for (const std::string& text : texts_) {
+            for (const std::uint16_t port : spelledPorts(text, held_))
+                found.push_back(port);
+        }
+        for (const std::uint16_t port : spelledPorts(nearby_, held_))
+            found.push_back(port);
+        return found;
+    }
+
     // Of the held ports those that arguments, variables called like one and named files mention.
     std::vector<std::uint16_t> mentionedNearby() const {
         std::vector<std::uint16_t> found;
@@ -500,17 +525,26 @@ class FileSearch {
                 found.push_back(port);
         };
         const std::vector<std::string>& arguments = attempt_.arguments;
+        // Beside a port alone, an address with one is where something is passed on to.
+        std::vector<std::uint16_t> withHost;
         for (std::size_t place = 0; place < arguments.size(); ++place) {
             const std::string& word = arguments[place];
             if (const auto value = tellingValue(arguments, place))
                 add(parseEndpoint(*value)->port);
             const bool isRequest = word.find("http://") != std::string::npos ||
                                    word.find("https://") != std::string::npos;
-            if (!isRequest && !speaksOfOthers(inSmallLetters(word))) {
-                for (const std::uint16_t port : portsInValue(word))
+            if (isRequest || speaksOfOthers(inSmallLetters(word)))
+                continue;
+            const auto endpoint = parseEndpoint(word);
+            for (const std::uint16_t port : portsInValue(word)) {
+                if (endpoint && !endpoint->host.empty())
+                    withHost.push_back(port);
+                else
                     add(port);
             }
         }
+        if (found.empty())
+            std::ranges::for_each(withHost, add);
         if (!found.empty())
             return found;
         for (const std::span<const Setting> variables :
@@ -632,8 +666,9 @@ class FileSearch {
     std::chrono::steady_clock::time_point deadline_;
     std::vector<PortSite> sites_;
     std::vector<PortSite> configSites_;
-    std::string sources_; // in small letters
-    std::string nearby_;  // the text of files that are named
+    std::string sources_;            // in small letters
+    std::string nearby_;             // the text of files that are named
+    std::vector<std::string> texts_; // of what it runs and loads
     std::vector<fs::path> namedFiles_;
     std::set<fs::path> known_;
     std::vector<Setting> settings_;
