@@ -354,7 +354,9 @@ AttemptTracker::Outcome AttemptTracker::lookAtRunning(Tracked& tracked, const Pr
     }
     const bool mayJudge = hasEvidence || attempt.runtime->probesByConnecting ||
                           (deadSocketsSeen_ == DeadSockets::unseen && attempt.runtime->drifts);
-    const bool mayGoOn = own.empty() && hasEvidence && now - tracked.evidenceAt >= kGoesOnAfter;
+    // One that asks or tries again may have further ports.
+    const bool mayGoOn = (own.empty() || attempt.runtime->goesOnWithoutPort) && hasEvidence &&
+                         now - tracked.evidenceAt >= kGoesOnAfter;
     const auto answer =
         mayJudge && (!own.empty() || mayGoOn) ? answerFor(attempt, present) : std::nullopt;
     if (answer) {

@@ -21,7 +21,6 @@ constexpr std::array<std::string_view, 6> kListening{"port", "listen", "addr",
                                                      "bind", "http",   "serve"};
 
 constexpr std::size_t kLongestName = 60;
-constexpr std::uint16_t kLowestPort = 80; // below it a number counts workers or seconds
 
 constexpr std::array<std::string_view, 7> kOtherSockets{
     "unix:", "unix@", "--uds", "--unix-socket", "--unixsocket", "fd://", "--fd"};

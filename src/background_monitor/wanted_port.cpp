@@ -91,8 +91,10 @@ std::optional<Endpoint> endpointInArguments(const Runtime& runtime,
     });
     if (runtime.takesPositional) {
         for (std::size_t place = 0; !found && place < arguments.size(); ++place) {
-            if (!arguments[place].starts_with('-'))
-                found = parseEndpoint(arguments[place]);
+            // Where it is passed on to comes later, and a small number is an option's.
+            const auto endpoint = parseEndpoint(arguments[place]);
+            if (endpoint && (endpoint->port == 0 || endpoint->port >= kLowestPort))
+                found = endpoint;
         }
     }
     return found || !runtime.mayNamePortItself ? found : endpointInTellingWords(arguments);

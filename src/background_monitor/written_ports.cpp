@@ -288,8 +288,10 @@ std::vector<std::string> namesListenedOn(std::string_view text) {
         const std::string_view line = withoutComment(raw);
         const std::string small = inSmallLetters(line);
         std::size_t start = std::string::npos;
-        for (const std::string_view word : kServing)
-            start = std::min(start, small.find(word));
+        for (const std::string_view word : kServing) {
+            if (start == std::string::npos)
+                start = small.find(word);
+        }
         bool hasPort = false;
         forEachPort(line, [&hasPort](std::uint16_t, std::size_t) { hasPort = true; });
         // What stands before the call may be about anything.

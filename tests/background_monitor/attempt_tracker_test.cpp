@@ -306,6 +306,44 @@ TEST_F(AttemptTrackerTest, ToolThatAsksGoesOn) {
     EXPECT_THAT(kinds, ElementsAre(Verdict::Kind::goesOn));
 }
 
+TEST_F(AttemptTrackerTest, UnknownProgramGoesOnWhenNobodyElseCanHaveBeenRefused) {
+    runtime.programs = {std::string(kAnyProgram)};
+    start();
+    socketDies();
+    EXPECT_THAT(pass(BootTime(1900)), IsEmpty());
+    EXPECT_THAT(pass(BootTime(1200)), ElementsAre(3000));
+
+    tracker = AttemptTracker();
+    attempt.startedAt = now;
+    start();
+    Attempt other = attempt;
+    other.pid = kServer + 1;
+    other.commandKey = 2;
+    other.ancestors = {};
+    tracker.processStarted(other, now);
+    socketDies();
+    EXPECT_THAT(pass(BootTime(4000)), IsEmpty());
+}
+
+TEST_F(AttemptTrackerTest, PortOfADebuggerIsAskedForFirst) {
+    attempt.wanted = {WantedPort::Source::argument, 4000, {}};
+    attempt.debugger = WantedPort{WantedPort::Source::argument, 3000, {}};
+    start();
+    socketDies();
+    listenOn(4000); // it serves without
+    EXPECT_THAT(pass(BootTime(2000)), ElementsAre(3000));
+    EXPECT_THAT(kinds, ElementsAre(Verdict::Kind::goesOn));
+
+    tracker = AttemptTracker();
+    machine.listening.pop_back();
+    runtime.probesProtocols = true;
+    attempt.startedAt = now;
+    start();
+    socketDies(unbound, AddressFamily::ipv4); // no code of Java's has run that probes
+    end();
+    EXPECT_THAT(pass(BootTime(500)), ElementsAre(3000));
+}
+
 TEST_F(AttemptTrackerTest, PortComesFromTheHighestSourceThatNamesOne) {
     runtime.mayNamePortItself = true;
     attempt.wanted = {WantedPort::Source::usual, 3000, {}};

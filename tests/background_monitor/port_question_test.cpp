@@ -35,6 +35,9 @@ TEST(SettingsTextTest, KeysStandWithTheirBlocks) {
         {"<a b=\"1\"/><!-- c=\"2\" --><d><e f=\"3\"></e></d>",
          attributes,
          {{"a.b", "1"}, {"e.f", "3"}}},
+        {"{:db {:host \"x\" :port 1}\n :http/web {:port 2}}",
+         keywords,
+         {{"db.host", "x"}, {"db.port", "1"}, {"web.port", "2"}}},
         {"{\"a\": [[[{", braces, {}},
         {"}}}]]\"", braces, {}},
     };

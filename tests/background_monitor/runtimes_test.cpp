@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <iterator>
 #include <set>
 #include <sstream>
 
@@ -144,7 +145,6 @@ const Case kCases[]{
     {"Phoenix", "PORT=4009 /usr/lib/erlang/bin/beam.smp -- -extra mix phx.server", "4009"},
     {"Caddy", "caddy file-server --listen :2015", "2015"},
     {"Redis", "redis-server --port 6380", "6380"},
-    {"PostgreSQL", "postgres -D data -p 5433", "5433"},
     {"MongoDB", "mongod --port 27018", "27018"},
     {"MinIO", "minio server --address 127.0.0.1:9001 data", "127.0.0.1:9001"},
     {"Prometheus", "prometheus --web.listen-address=:9091", "9091"},
@@ -161,7 +161,12 @@ const Case kCases[]{
      "127.0.0.1:2381"},
     {"any program",
      "/usr/bin/etcd --listen-client-urls http://:2381 --listen-peer-urls http://:2382", kUnknown},
-    {"any program", "/usr/sbin/varnishd -a :8080 -b :8081", kUnknown},
+    {"Varnish", "/usr/sbin/varnishd -a :8080 -b :8081", "8080"},
+    {"websockify", "python3 -m websockify 6080 127.0.0.1:5900", "6080"},
+    {"any program", "node node_modules/.bin/rollup -c", kNothing},
+    {"any program", "node node_modules/.bin/rollup -c -w", kUnknown},
+    {"any program", "ruby /usr/bin/rake serve", kUnknown},
+    {"any program", "ruby /usr/bin/rake test", kNothing},
     {"Browsersync", "node node_modules/.bin/browser-sync start --port 3007", "3007"},
 };
 
@@ -207,6 +212,23 @@ TEST(RuntimesTest, EveryRowFindsThePortOfItsCommandLines) {
     }
     for (const Runtime& row : table.rows())
         EXPECT_TRUE(seen.contains(row.name)) << row.name << " has no example";
+}
+
+TEST(RuntimesTest, DebuggersThatAreWaitedFor) {
+    const std::pair<const char*, const char*> cases[]{
+        {"node --inspect=0.0.0.0:9230 server.js", "0.0.0.0:9230"},
+        {"node --inspect-brk server.js", "127.0.0.1:9229"},
+        {"node --inspect-port=9230 server.js --inspect", ""},
+        {"java -agentlib:jdwp=transport=dt_socket,server=y,address=*:5005,suspend=n Shop",
+         "*:5005"},
+        {"java -agentlib:jdwp=transport=dt_socket,address=host:5005 Shop", ""},
+        {"python3 -m debugpy --listen 5678 app.py --listen 1", "5678"},
+    };
+    for (const auto& [command, debugger] : cases) {
+        std::istringstream text(command);
+        const std::vector<std::string> words{std::istream_iterator<std::string>(text), {}};
+        EXPECT_EQ(identifyInvocation(words, words.front())->debugger, debugger) << command;
+    }
 }
 
 } // namespace
