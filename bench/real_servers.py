@@ -782,6 +782,252 @@ add("CoffeeScript", "coffee server.coffee",
         {"server.coffee": "http = require 'http'\nport = process.env.PORT or %P\n"
                           "http.createServer((request, response) -> response.end 'ok').listen port\n"})
 
+# Chosen after the rows above, in the same way.
+untuned("Prism", "prism mock openapi.yaml",
+        {"openapi.yaml": "openapi: 3.0.3\ninfo: {title: Shop, version: '1'}\nservers:\n  - url: http://localhost:%D/v1\npaths:\n"
+                         "  /orders:\n    get:\n      responses:\n        '200': {description: ok}\n"}, port=4010, second=True)
+untuned("Mockoon", "mockoon-cli start --data shop.json --disable-log-to-file",
+        {"shop.json": '{"uuid": "a", "lastMigration": 33, "name": "shop", "port": %P, "hostname": "127.0.0.1", '
+                      '"endpointPrefix": "", "latency": 0, "folders": [], "routes": [], "rootChildren": [], '
+                      '"proxyMode": false, "proxyHost": "", "headers": [], "data": [], "callbacks": []}\n'})
+untuned("docsify", "docsify serve docs", {"docs/index.html": "<!doctype html><div id=app></div>\n", "docs/README.md": "# x\n"},
+        port=3000)
+untuned("reveal-md", "reveal-md slides.md --disable-auto-open", {"slides.md": "# one\n\n---\n\n# two\n"}, port=1948)
+untuned("Ganache", "ganache --server.host 127.0.0.1 --server.port %P")
+untuned("Dynalite", "dynalite", port=4567)
+untuned("S3rver", "s3rver --directory buckets --address 127.0.0.1 --port %P", {"buckets/x": ""})
+untuned("Hexo", "hexo server",
+        {"_config.yml": "title: x\nurl: http://example.test\ntheme: plain\nserver:\n  port: %P\n",
+         "package.json": '{"name": "blog", "private": true, "hexo": {"version": "7.0.0"}, "dependencies": '
+                         '{"hexo": "*", "hexo-server": "*"}}\n', "source/_posts/one.md": "---\ntitle: one\n---\nok\n"})
+untuned("Rsbuild", "rsbuild dev",
+        {"rsbuild.config.mjs": "export default {\n  source: { entry: { index: './main.js' } },\n"
+                               "  server: { port: %P, strictPort: true },\n};\n", "main.js": "console.log(1);\n",
+         "package.json": '{"name": "pack"}\n'})
+untuned("Nitro", "nitro dev",
+        {"nitro.config.mjs": "export default {};\n", "routes/index.js": "export default () => 'ok';\n",
+         "package.json": '{"name": "nitro-web", "type": "module"}\n'}, port=3000)
+untuned("pm2-runtime", "pm2-runtime ecosystem.config.js",
+        {"ecosystem.config.js": "module.exports = {\n  apps: [{ name: 'api', script: 'api.js', env: { HTTP_PORT: %P, "
+                                "MONGO_URL: 'mongodb://localhost:%D/shop' } }],\n};\n",
+         "api.js": HTTP + ".listen(process.env.HTTP_PORT);\n"}, second=True)
+untuned("node-foreman", "nf start",
+        {"Procfile": "web: node server.js\n", "server.js": HTTP + ".listen(process.env.PORT || 3999);\n"}, port=5000)
+untuned("MailDev", "maildev", port=1080)
+untuned("y-websocket", "y-websocket", environment={"HOST": "127.0.0.1", "PORT": "%P"})
+untuned("StatsD", "node node_modules/statsd/stats.js config.js",
+        {"config.js": "{\n  graphitePort: %D,\n  graphiteHost: '127.0.0.1',\n  port: 8125,\n  mgmt_address: '127.0.0.1',\n"
+                      "  mgmt_port: %P,\n  backends: ['./backends/console']\n}\n"}, second=True)
+untuned("Karma", "karma start", {"karma.conf.js": "module.exports = (config) => config.set({ browsers: [], files: [] });\n"},
+        port=9876)
+untuned("Playwright", "playwright-core run-server --host 127.0.0.1 --port %P")
+untuned("servor", "servor . index.html", WEB, port=8080)
+untuned("local-cors-proxy", "lcp --proxyUrl http://localhost:%D --port %P", second=True)
+untuned("Redis Commander", "redis-commander --nosave --address 127.0.0.1 --port %P --redis-port %D", second=True)
+untuned("ssh2", "node sftp.mjs",
+        {"sftp.mjs": "import { readFileSync } from 'fs';\nimport ssh from 'ssh2';\nconst SFTP_PORT = %P;\n"
+                     "new ssh.Server({ hostKeys: [readFileSync('host.key')] }, () => {}).listen(SFTP_PORT, '127.0.0.1');\n"},
+        build=["ssh-keygen", "-q", "-t", "rsa", "-m", "PEM", "-N", "", "-f", "host.key"])
+untuned("ftp-srv", "node ftp.js",
+        {"ftp.js": "const FtpSrv = require('ftp-srv');\nconst ftp = new FtpSrv({ url: 'ftp://127.0.0.1:%P', anonymous: true });\n"
+                   "ftp.listen().then(() => console.log('ready'));\n"})
+untuned("jayson", "node rpc.js",
+        {"rpc.js": "const jayson = require('jayson');\nconst { rpc } = require('./etc/services');\n"
+                   "jayson.server({ add: ([a, b], done) => done(null, a + b) }).tcp().listen(rpc.port, rpc.host);\n",
+         "etc/services.json": '{"rpc": {"host": "127.0.0.1", "port": %P}, "queue": {"host": "127.0.0.1", "port": %D}}\n'},
+        second=True)
+untuned("Apollo Server", "node index.mjs",
+        {"index.mjs": "import { ApolloServer } from '@apollo/server';\n"
+                      "import { startStandaloneServer } from '@apollo/server/standalone';\n"
+                      "const server = new ApolloServer({ typeDefs: 'type Query { on: Boolean }' });\n"
+                      "const { url } = await startStandaloneServer(server, { listen: { port: %P } });\nconsole.log(url);\n"})
+untuned("tRPC", "tsx watch src/server.ts",
+        {"src/server.ts": "import { initTRPC } from '@trpc/server';\n"
+                          "import { createHTTPServer } from '@trpc/server/adapters/standalone';\nimport { ports } from './ports';\n\n"
+                          "const t = initTRPC.create();\nconst router = t.router({ on: t.procedure.query(() => true) });\n"
+                          "createHTTPServer({ router }).listen(ports.trpc);\n",
+         "src/ports.ts": "export const ports = { web: %D, trpc: %P } as const;\n"}, second=True)
+untuned("Elysia", "bun run src/index.ts",
+        {"src/index.ts": "import { Elysia } from 'elysia';\n\nnew Elysia().get('/', () => 'ok').listen(Bun.env.API_PORT ?? 3000);\n",
+         ".env": "API_PORT=%P\n"})
+untuned("deno task", "deno task dev",
+        {"deno.json": '{"tasks": {"dev": "deno run --allow-net --watch src/main.ts"}}\n',
+         "src/main.ts": "import { port } from './config.ts';\n\nDeno.serve({ port }, () => new Response('ok'));\n",
+         "src/config.ts": "export const port = %P;\n"})
+untuned("pnpm, filtered", "pnpm -C shop --filter api dev",
+        {"shop/package.json": '{"name": "all", "private": true}\n', "shop/pnpm-workspace.yaml": "packages:\n  - apps/*\n",
+         "shop/apps/api/package.json": '{"name": "api", "scripts": {"dev": "node --watch src/main.js"}}\n',
+         "shop/apps/api/src/main.js": "const { HTTP_PORT } = require('../../../shared/ports');\n" + HTTP + ".listen(HTTP_PORT);\n",
+         "shop/shared/ports.js": "exports.HTTP_PORT = %P;\n"})
+untuned("yarn start", "yarn start",
+        {"package.json": '{"name": "own", "private": true, "scripts": {"start": "node . --listen 127.0.0.1:%P"}}\n',
+         "index.js": "const [host, port] = process.argv[3].split(':');\n" + HTTP + ".listen(port, host);\n"})
+untuned("budo", "budo main.js", {"main.js": "console.log(1);\n"}, port=9966)
+untuned("Vite, preview", "vite preview", {"dist/index.html": "<!doctype html>\n", "package.json": '{"type": "module"}\n'}, port=4173)
+untuned("Bundle Analyzer", "webpack-bundle-analyzer stats.json --no-open -h 127.0.0.1", PACK, port=8888,
+        build=["sh", "-c", "node node_modules/webpack/bin/webpack.js --json > stats.json"])
+
+untuned("dnsmasq", "dnsmasq -k -C dnsmasq.conf",
+        {"dnsmasq.conf": "port=%P\nlisten-address=127.0.0.1\nbind-interfaces\nno-resolv\nno-hosts\nuser=\ngroup=\npid-file=\n"
+                         "address=/shop.test/127.0.0.1\n"})
+untuned("sshd", "/usr/sbin/sshd -D -e -f sshd_config",
+        {"sshd_config": "Port %P\nListenAddress 127.0.0.1\nHostKey host_key\nPidFile none\nUsePAM no\n"},
+        build=["sh", "-c", "mkdir -p /run/sshd && ssh-keygen -q -t ed25519 -N '' -f host_key"])
+untuned("vsftpd", "vsftpd vsftpd.conf",
+        {"vsftpd.conf": "listen=YES\nlisten_ipv6=NO\nbackground=NO\nlisten_address=127.0.0.1\nlisten_port=%P\n"
+                        "anonymous_enable=YES\nrun_as_launching_user=YES\n"})
+untuned("Gearman", "gearmand -L 127.0.0.1 -l stderr", port=4730)
+untuned("Alertmanager", "prometheus-alertmanager --config.file=a.yml --storage.path=data --cluster.listen-address=",
+        {"a.yml": "route:\n  receiver: hook\nreceivers:\n  - name: hook\n    webhook_configs:\n"
+                  "      - url: http://localhost:%D/alerts\n"}, port=9093, second=True)
+untuned("VictoriaMetrics", "victoria-metrics -httpListenAddr=127.0.0.1:%P -storageDataPath=data")
+untuned("rclone", "rclone serve webdav . --addr 127.0.0.1:%P")
+untuned("Pelican", "pelican --listen", {"pelicanconf.py": "SITENAME = 'x'\nPORT = %P\n", "output/index.html": "x\n"})
+untuned("Django, runserver_plus", py("manage.py runserver_plus"),
+        {**DJANGO, "settings.py": DJANGO["settings.py"] +
+                                  "INSTALLED_APPS = ['django.contrib.staticfiles', 'django_extensions']\nSTATIC_URL = 'static/'\n"
+                                  "RUNSERVERPLUS_SERVER_ADDRESS_PORT = '127.0.0.1:%P'\n"
+                                  "CACHES = {'default': {'BACKEND': 'django.core.cache.backends.redis.RedisCache', "
+                                  "'LOCATION': 'redis://127.0.0.1:%D'}}\n"}, second=True)
+untuned("Flask-SocketIO", py("app.py"),
+        {"app.py": "import os\nfrom flask import Flask\nfrom flask_socketio import SocketIO\n\napp = Flask(__name__)\n"
+                   "socketio = SocketIO(app, async_mode='threading')\n\nif __name__ == '__main__':\n"
+                   "    socketio.run(app, host='127.0.0.1', port=int(os.environ['SOCKET_PORT']), allow_unsafe_werkzeug=True)\n"},
+        environment={"SOCKET_PORT": "%P"})
+untuned("pserve", "pserve3 development.ini",
+        {"development.ini": "[app:main]\nuse = call:shop:main\nsqlalchemy.url = postgresql://localhost:%D/shop\n\n[server:main]\n"
+                            "use = egg:waitress#main\nlisten = 127.0.0.1:%P\n",
+         "shop.py": "from pyramid.config import Configurator\n\ndef main(global_config, **settings):\n"
+                    "    return Configurator(settings=settings).make_wsgi_app()\n"},
+        environment={"PYTHONPATH": "."}, second=True)
+untuned("aiohttp.web", py("-m aiohttp.web -H 127.0.0.1 -P %P app:create"),
+        {"app.py": "from aiohttp import web\n\ndef create(arguments):\n    return web.Application()\n"})
+untuned("pylsp", "pylsp --tcp", port=2087)
+untuned("AsyncSSH", py("server.py"),
+        {"server.py": "import asyncio\nimport asyncssh\n\nasync def main():\n"
+                      "    await asyncssh.listen('127.0.0.1', %P, server_host_keys=[asyncssh.generate_private_key('ssh-ed25519')])\n"
+                      "    await asyncio.Event().wait()\n\nasyncio.run(main())\n"})
+untuned("Pyro4 name server", py("-m Pyro4.naming"), port=9090)
+untuned("Dask", "dask-scheduler --host 127.0.0.1", port=8786)
+untuned("httpbin", py("-m httpbin.core --host 127.0.0.1 --port %P"))
+untuned("Locust", "locust",
+        {"locustfile.py": "from locust import HttpUser, task\n\nclass Visitor(HttpUser):\n    host = 'http://localhost:%D'\n\n"
+                          "    @task\n    def home(self):\n        self.client.get('/')\n",
+         "locust.conf": "web-host = 127.0.0.1\nweb-port = %P\nusers = 5\n"}, second=True)
+untuned("python -c", [PYTHON, "-c", "import socketserver; socketserver.TCPServer(('127.0.0.1', %P), "
+                                    "socketserver.StreamRequestHandler).serve_forever()"])
+
+untuned("YARD", "yard server", {"lib/shop.rb": "# A shop.\nclass Shop\nend\n", "README.md": "# x\n"}, port=8808)
+untuned("Grape", "puma -b tcp://127.0.0.1:%P",
+        {"config.ru": "require 'grape'\n\nclass Shop < Grape::API\n  get(:on) { 'ok' }\nend\n\nrun Shop\n"})
+untuned("rackup, options in config.ru", "rackup",
+        {"config.ru": "#\\ -s webrick -o 127.0.0.1 -p %P\nrun ->(env) { [200, {}, ['ok']] }\n"})
+untuned("rdbg", "rdbg3.1 -O -n --port %P app.rb", {"app.rb": "sleep 99\n"})
+untuned("ruby -rsocket -e", ["ruby", "-rsocket", "-e", "TCPServer.open('127.0.0.1', %P) { |s| loop { s.accept.close } }"])
+untuned("PHP-FPM", "php-fpm8.2 -F -R -p . -y fpm.conf",
+        {"fpm.conf": "[global]\nerror_log = fpm.log\n\n[www]\nuser = nobody\ngroup = nogroup\nlisten = 127.0.0.1:%P\npm = static\n"
+                     "pm.max_children = 1\n"})
+untuned("composer serve", "composer serve",
+        {"composer.json": '{"name": "shop/web", "require": {}, "scripts": {"serve": "@php -S 127.0.0.1:%P -t public"}, '
+                          '"config": {"process-timeout": 0}}\n', "public/index.php": "<?php echo 'ok';\n"})
+untuned("php -r", ["php", "-r", "$s = stream_socket_server('tcp://127.0.0.1:%P') or exit(1); "
+                                "while ($c = stream_socket_accept($s, -1)) fclose($c);"])
+untuned("morbo", "morbo app.pl", {"app.pl": "use Mojolicious::Lite;\nget '/' => {text => 'ok'};\napp->start;\n"}, port=3000)
+untuned("SOAP::Lite", "perl soap.pl",
+        {"soap.pl": "use SOAP::Transport::HTTP;\nmy $daemon = SOAP::Transport::HTTP::Daemon->new(LocalAddr => '127.0.0.1',\n"
+                    "    LocalPort => %P) or die \"can't listen: $!\";\n$daemon->dispatch_to('Shop');\n$daemon->handle;\n"})
+untuned("perl -MIO::Socket -e", ["perl", "-MIO::Socket::INET", "-e", "my $s = IO::Socket::INET->new(Listen => 5, LocalAddr => "
+                                 "'127.0.0.1:%P', ReuseAddr => 1) or die $@; close $_ while $_ = $s->accept"])
+untuned("mix run", "mix run --no-halt",
+        {"mix.exs": "defmodule Shop.MixProject do\n  use Mix.Project\n\n  def project, do: [app: :shop, version: \"0.1.0\"]\n"
+                    "  def application, do: [mod: {Shop, []}]\nend\n",
+         "config/config.exs": "import Config\n\nconfig :shop, database: [port: %D], http: [port: %P]\n",
+         "lib/shop.ex": "defmodule Shop do\n  use Application\n\n  def start(_type, _args) do\n"
+                        "    port = Application.fetch_env!(:shop, :http)[:port]\n"
+                        "    {:ok, socket} = :gen_tcp.listen(port, ip: {127, 0, 0, 1})\n"
+                        "    Task.start_link(fn -> :gen_tcp.accept(socket) end)\n  end\nend\n"}, second=True)
+untuned("yaws", "yaws -i --conf yaws.conf",
+        {"yaws.conf": "logdir = .\n\n<server localhost>\n  port = %P\n  listen = 127.0.0.1\n  docroot = .\n</server>\n"})
+untuned("Shiny", "Rscript app.R",
+        {"app.R": "library(shiny)\nshinyApp(fluidPage('ok'), function(input, output) {}) |> print()\n",
+         ".Rprofile": "options(shiny.port = %P, shiny.launch.browser = FALSE)\n"})
+
+untuned("Gin", "./shop",
+        {"main.go": "package main\n\nimport \"github.com/gin-gonic/gin\"\n\nfunc main() {\n\tr := gin.Default()\n"
+                    "\tr.GET(\"/\", func(c *gin.Context) { c.String(200, \"ok\") })\n\tif err := r.Run(); err != nil {\n"
+                    "\t\tpanic(err)\n\t}\n}\n"},
+        build=["env", "GOPATH=/usr/share/gocode", "go", "build", "-o", "shop", "main.go"], port=8080)
+untuned("godoc", "godoc", {"main.go": "package main\n\nfunc main() {}\n"}, port=6060)
+untuned("gopls", "gopls -listen=127.0.0.1:%P")
+untuned("Delve", "dlv exec ./app --headless --listen=127.0.0.1:%P",
+        {"main.go": "package main\n\nimport \"time\"\n\nfunc main() { time.Sleep(time.Minute) }\n"},
+        build=["go", "build", "-o", "app", "main.go"])
+untuned("webhook", "webhook -hooks hooks.json -ip 127.0.0.1", {"hooks.json": '[{"id": "on", "execute-command": "/bin/true"}]\n'},
+        port=9000)
+untuned("Cargo workspace", "cargo run --quiet --offline -p api",
+        {"Cargo.toml": "[workspace]\nmembers = [\"api\", \"settings\"]\nresolver = \"2\"\n",
+         "api/Cargo.toml": "[package]\nname = \"api\"\nversion = \"0.1.0\"\nedition = \"2021\"\n\n[dependencies]\n"
+                           "settings = { path = \"../settings\" }\n",
+         "api/src/main.rs": "fn main() {\n    let listener = std::net::TcpListener::bind(settings::LISTEN).expect(\"listen\");\n"
+                            "    for stream in listener.incoming() {\n        drop(stream);\n    }\n}\n",
+         "settings/Cargo.toml": "[package]\nname = \"settings\"\nversion = \"0.1.0\"\nedition = \"2021\"\n",
+         "settings/src/lib.rs": "pub const DATABASE: &str = \"127.0.0.1:%D\";\npub const LISTEN: &str = \"127.0.0.1:%P\";\n"},
+        second=True)
+untuned("Derby", "java -cp /usr/share/java/derby.jar:/usr/share/java/derbynet.jar:/usr/share/java/derbytools.jar "
+        "org.apache.derby.drda.NetworkServerControl start", port=1527)
+untuned("HSQLDB", "java -cp /usr/share/java/hsqldb.jar org.hsqldb.server.Server",
+        {"server.properties": "server.address=127.0.0.1\nserver.port=%P\nserver.database.0=mem:shop\nserver.dbname.0=shop\n"})
+untuned("Tomcat", "sh /usr/share/tomcat10/bin/catalina.sh run",
+        {"conf/server.xml": "<Server port=\"-1\">\n  <Service name=\"Catalina\">\n"
+                            "    <Connector address=\"127.0.0.1\" port=\"%P\" protocol=\"HTTP/1.1\" redirectPort=\"%D\"/>\n"
+                            "    <Engine name=\"Catalina\" defaultHost=\"localhost\">\n"
+                            "      <Host name=\"localhost\" appBase=\"webapps\"/>\n    </Engine>\n  </Service>\n</Server>\n",
+         "conf/web.xml": "<web-app/>\n", "webapps/x": "", "temp/x": "", "logs/x": ""},
+        environment={"CATALINA_BASE": "."}, second=True)
+untuned("ant run", "ant run",
+        {"build.xml": "<project name=\"shop\" default=\"run\">\n  <property name=\"http.port\" value=\"%P\"/>\n"
+                      "  <target name=\"compile\">\n    <mkdir dir=\"out\"/>\n"
+                      "    <javac srcdir=\"src\" destdir=\"out\" includeantruntime=\"false\"/>\n  </target>\n"
+                      "  <target name=\"run\" depends=\"compile\">\n    <java classname=\"Server\" classpath=\"out\" fork=\"true\" "
+                      "failonerror=\"true\">\n      <arg value=\"${http.port}\"/>\n    </java>\n  </target>\n</project>\n",
+         "src/Server.java": JAVA % "    int port = Integer.parseInt(a[0]);\n"})
+untuned("ZooKeeper", "java -cp /usr/share/java/zookeeper.jar:/usr/share/java/slf4j-simple.jar "
+        "org.apache.zookeeper.server.quorum.QuorumPeerMain zoo.cfg",
+        {"zoo.cfg": "tickTime=2000\ndataDir=./data\nclientPort=%P\nclientPortAddress=127.0.0.1\nadmin.enableServer=false\n",
+         "data/x": ""})
+
+untuned("adb", "adb nodaemon server", port=5037)
+untuned("kubectl proxy", "kubectl proxy", port=8001)
+untuned("sccache", "sccache", environment={"SCCACHE_START_SERVER": "1", "SCCACHE_NO_DAEMON": "1", "SCCACHE_SERVER_PORT": "%P"})
+untuned("H2O", "h2o -c h2o.conf",
+        {"h2o.conf": "hosts:\n  \"shop.test\":\n    listen: &web\n      host: 127.0.0.1\n      port: %P\n    paths:\n      /:\n"
+                     "        proxy.reverse.url: http://127.0.0.1:%D/\n  \"files.test\":\n    listen: *web\n    paths:\n"
+                     "      /:\n        file.dir: .\n"}, second=True)
+untuned("nvim", "nvim --headless --listen 127.0.0.1:%P")
+untuned("InfluxDB", "influxd -config influxdb.conf",
+        {"influxdb.conf": "reporting-disabled = true\nbind-address = \"127.0.0.1:0\"\n\n[meta]\n  dir = \"meta\"\n\n[data]\n"
+                          "  dir = \"data\"\n  wal-dir = \"wal\"\n\n[http]\n  bind-address = \"127.0.0.1:%P\"\n"})
+untuned("slapd", "slapd -d stats -h ldap://127.0.0.1:%P -f slapd.conf",
+        {"slapd.conf": "include /etc/ldap/schema/core.schema\npidfile slapd.pid\ndatabase ldif\nsuffix dc=shop,dc=test\n"
+                       "directory data\n", "data/x": ""})
+untuned("Docker Registry", "docker-registry serve registry.yml",
+        {"registry.yml": "version: 0.1\nstorage:\n  filesystem:\n    rootdirectory: ./images\nhttp:\n  addr: 127.0.0.1:%P\n"
+                         "notifications:\n  endpoints:\n    - name: hook\n      disabled: true\n      url: http://127.0.0.1:%D/pushed\n"},
+        second=True)
+untuned("Breezy", "brz serve --listen 127.0.0.1", port=4155)
+untuned("tcpserver", "tcpserver -v 127.0.0.1 %P cat")
+untuned("openssl s_server", "openssl s_server -cert cert.pem -key key.pem -www", port=4433,
+        build=["openssl", "req", "-x509", "-newkey", "ed25519", "-noenc", "-subj", "/CN=localhost", "-keyout", "key.pem",
+               "-out", "cert.pem"])
+untuned("busybox nc", "busybox nc -l -p %P")
+untuned("systemd-socket-activate", "systemd-socket-activate -l 127.0.0.1:%P cat")
+untuned("PostgreSQL", "sh db.sh",
+        {"db.sh": "# The server refuses to run as root.\nset -e\nif [ \"$(id -u)\" = 0 ]; then\n"
+                  "  become='setpriv --reuid=nobody --regid=nogroup --clear-groups'\nfi\n"
+                  "data=$(mktemp -d)\ntrap 'rm -rf \"$data\"' EXIT\ntrap exit TERM\nchmod 777 \"$data\"\ncd \"$data\"\n"
+                  "bin=/usr/lib/postgresql/15/bin\n$become $bin/initdb --no-sync --auth=trust -D shop >initdb.log\n"
+                  "$become $bin/postgres -D shop -k \"$data\" -h 127.0.0.1 -p %P\n"})
+
 # --- What must give no alert ---------------------------------------------------------------------
 def crashes(port):
     """(name, command, files, port that is held) of programs that end without having asked for it, or
