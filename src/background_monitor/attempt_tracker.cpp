@@ -82,7 +82,8 @@ bool isIpv4(const ListeningSocket& socket) {
 // Whether listening there says that the wanted port could not be had.
 bool isDrift(const Attempt& attempt, const PortAnswer& answer, std::uint16_t wanted,
              const std::vector<ListeningSocket>& own) {
-    if (attempt.runtime->drifts || isExplicit(answer.source))
+    // Of one whose own package tells the port, nobody knows how it chooses another.
+    if (attempt.runtime->drifts || isExplicit(answer.source) || answer.source == PortSource::manual)
         return !own.empty();
     return std::ranges::any_of(own, [wanted](const ListeningSocket& socket) {
         return socket.port > wanted && socket.port <= wanted + kNextPorts;
@@ -315,8 +316,9 @@ AttemptTracker::Outcome AttemptTracker::lookAtEnded(Tracked& tracked, const Pres
     const auto answer = answerFor(attempt, present);
     const BootTime evidenceAt = isUnseen ? *tracked.endedAt : evidence->at;
     if (!answer ||
-        ((isUnseen || tracked.hasEndedQuietly || mayBeOthers(tracked, present, evidenceAt)) &&
-         isWeak(attempt, *answer)))
+        (isWeak(attempt, *answer) &&
+         (isUnseen || (tracked.hasEndedQuietly && answer->source != PortSource::project) ||
+          mayBeOthers(tracked, present, evidenceAt))))
         return Outcome::done;
     if (auto verdict = judge(attempt, Verdict::Kind::failedStart, present, present.listening(),
                              *answer, evidenceAt))
@@ -381,10 +383,9 @@ AttemptTracker::Outcome AttemptTracker::lookAtRunning(Tracked& tracked, const Pr
         // What is known to ask or to try again is believed sooner than what may only be slow.
         const BootTime sinceEvidence = now - tracked.evidenceAt;
         const bool staysWithout =
-            isUnknown(attempt)
-                ? isNamed(answer->source) && sinceEvidence >= kUnknownStaysWithoutPort &&
-                      hasEvidence && !mayBeOthers(tracked, present, evidenceAt)
-                : isExplicit(answer->source) && sinceEvidence >= kStaysWithoutPort;
+            isUnknown(attempt) ? sinceEvidence >= kUnknownStaysWithoutPort && hasEvidence &&
+                                     !mayBeOthers(tracked, present, evidenceAt)
+                               : isExplicit(answer->source) && sinceEvidence >= kStaysWithoutPort;
         const bool goesOn = mayGoOn && (attempt.runtime->goesOnWithoutPort || staysWithout);
         const bool isTooWeak =
             isWeak(attempt, *answer) && (!hasEvidence || mayBeOthers(tracked, present, evidenceAt));

@@ -1,6 +1,8 @@
 #include "background_monitor/manual_reader.h"
 
+#include "background_monitor/built_program.h"
 #include "background_monitor/invocation.h"
+#include "background_monitor/port_text.h"
 #include "background_monitor/text_file.h"
 #include "background_monitor/written_ports.h"
 
@@ -65,12 +67,22 @@ class ManualSearch {
                  std::chrono::steady_clock::time_point deadline)
         : attempt_(attempt), held_(held), deadline_(deadline) {}
 
-    std::vector<std::uint16_t> search() {
+    std::vector<PortAnswer> search() {
+        searchTool();
+        return {{PortSource::environment, variables_}, {PortSource::manual, found_}};
+    }
+
+  private:
+    void searchTool() {
         const std::string& script = attempt_.script;
         if (script.empty()) {
-            if (attempt_.inlineSource.empty())
-                searchDocuments(fs::path(attempt_.executable).filename().string());
-            return std::move(found_);
+            if (!attempt_.inlineSource.empty())
+                return;
+            searchDocuments(fs::path(attempt_.executable).filename().string());
+            if (found_.empty())
+                found_ = searchProgram(openedFile(attempt_.executable), BinaryKind::program, held_)
+                             .ports;
+            return;
         }
         std::error_code error;
         const fs::path file = fs::canonical(fs::path(attempt_.workingDirectory) / script, error);
@@ -80,16 +92,31 @@ class ManualSearch {
             searchPackageOf(file);
             searchDocuments(fs::path(script).stem().string());
         }
-        return std::move(found_);
     }
 
-  private:
     bool hasTime() const { return std::chrono::steady_clock::now() < deadline_; }
 
+    static void addOnce(std::vector<std::uint16_t>& ports, std::uint16_t port) {
+        if (std::ranges::find(ports, port) == ports.end())
+            ports.push_back(port);
+    }
+
     void add(std::string_view text) {
-        for (const std::uint16_t port : describedPorts(text, held_)) {
-            if (std::ranges::find(found_, port) == found_.end())
-                found_.push_back(port);
+        for (const std::uint16_t port : describedPorts(text, held_))
+            addOnce(found_, port);
+    }
+
+    void addSource(std::string_view text) {
+        add(text);
+        if (attempt_.environment.empty())
+            return;
+        for (const PortSite& site : portSites(text)) {
+            for (const Setting& variable : attempt_.environment) {
+                const auto endpoint = parseEndpoint(variable.value);
+                if (endpoint &&
+                    std::ranges::find(site.variables, variable.path) != site.variables.end())
+                    addOnce(variables_, endpoint->port);
+            }
         }
     }
 
@@ -108,12 +135,44 @@ class ManualSearch {
         const auto text = readTextFile(script, kLargestPackageFile);
         if (!text)
             return;
-        add(*text);
+        addSource(*text);
         // What stands in a folder for programs only calls the package.
-        constexpr std::string_view kPython = "python";
-        if (text->substr(0, text->find('\n')).find(kPython) != std::string::npos) {
+        const std::string_view interpreter = std::string_view(*text).substr(0, text->find('\n'));
+        if (interpreter.find("python") != std::string_view::npos) {
             for (const std::string& module : relativeImports(*text))
                 searchModule(module);
+            searchEntryPoint(*text);
+        } else if (interpreter.find("ruby") != std::string_view::npos) {
+            searchGem(script.stem().string());
+        }
+    }
+
+    // What a script that was made for `'distributed==2022.12', 'console_scripts', 'dask-scheduler'`
+    // stands for.
+    void searchEntryPoint(std::string_view text) {
+        const std::size_t version = text.find("==");
+        if (version == std::string_view::npos || text.find("console_scripts") == std::string::npos)
+            return;
+        const std::size_t start = text.find_last_of("'\"", version);
+        if (start != std::string_view::npos)
+            searchModule(std::string(text.substr(start + 1, version - start - 1)));
+    }
+
+    void searchGem(const std::string& name) {
+        const fs::path prefix = fs::path(attempt_.executable).parent_path().parent_path();
+        for (const fs::path& place :
+             {fs::path("/usr/share/rubygems-integration"), fs::path("/var/lib/gems"),
+              prefix / "lib/ruby/gems", fs::path(attempt_.home) / ".local/share/gem/ruby"}) {
+            std::error_code error;
+            for (fs::directory_iterator version(place, error), end; !error && version != end;
+                 version.increment(error)) {
+                std::error_code ignored;
+                for (fs::directory_iterator gem(version->path() / "gems", ignored), last;
+                     !ignored && gem != last; gem.increment(ignored)) {
+                    if (gem->path().filename().string().starts_with(name + "-"))
+                        searchFolder(gem->path());
+                }
+            }
         }
     }
 
@@ -138,11 +197,13 @@ class ManualSearch {
             for (const char* packages : {"", "site-packages", "dist-packages"}) {
                 std::error_code error;
                 const fs::path folder = place / packages / package;
-                if (fs::is_directory(folder, error))
+                const fs::path file = place / packages / (module + ".py");
+                // The module itself knows best.
+                const std::size_t before = found_.size();
+                if (const auto text = readTextFile(file, kLargestPackageFile))
+                    addSource(*text);
+                if (found_.size() == before && fs::is_directory(folder, error))
                     searchFolder(folder);
-                else if (const auto text =
-                             readTextFile(folder.string() + ".py", kLargestPackageFile))
-                    add(*text);
             }
         }
     }
@@ -168,7 +229,7 @@ class ManualSearch {
                 } else if (isPackageSource(name)) {
                     ++files;
                     if (const auto text = readTextFile(entry->path(), kLargestPackageFile))
-                        add(*text);
+                        addSource(*text);
                 }
             }
         }
@@ -177,14 +238,13 @@ class ManualSearch {
     void searchDocuments(const std::string& name) {
         if (name.empty() || name.size() > kLongestToolName)
             return;
-        for (const std::string_view manuals : kManuals) {
-            for (const char section : {'1', '8'}) {
-                const std::string ending = std::string(".") + section;
-                const fs::path folder = fs::path(manuals) / (std::string("man") + section);
-                add(readManual(folder / (name + ending + ".gz")));
-                add(readManual(folder / (name + ending)));
-            }
-        }
+        // What does several things has a manual for each.
+        const std::string command = attempt_.arguments.empty() ? "" : attempt_.arguments.front();
+        const bool isCommand = !command.empty() && command.size() < kLongestToolName &&
+                               command.find_first_of("-./ ") == std::string::npos;
+        if (isCommand && searchManual(name + "-" + command))
+            return;
+        searchManual(name);
         for (const std::string& file :
              {"/etc/" + name + ".conf", "/etc/" + name + "/" + name + ".conf"}) {
             if (const auto text = readTextFile(file, kLargestPackageFile))
@@ -192,17 +252,32 @@ class ManualSearch {
         }
     }
 
+    bool searchManual(const std::string& name) {
+        bool isThere = false;
+        for (const std::string_view manuals : kManuals) {
+            for (const char* section : {"1", "8", "1ssl"}) {
+                const fs::path folder = fs::path(manuals) / (std::string("man") + section[0]);
+                for (const char* ending : {".gz", ""}) {
+                    const std::string text = readManual(folder / (name + "." + section + ending));
+                    isThere |= !text.empty();
+                    add(text);
+                }
+            }
+        }
+        return isThere;
+    }
+
     const Attempt& attempt_;
     std::span<const std::uint16_t> held_;
     std::chrono::steady_clock::time_point deadline_;
+    std::vector<std::uint16_t> variables_;
     std::vector<std::uint16_t> found_;
 };
 
 } // namespace
 
-std::vector<std::uint16_t> portsInManual(const Attempt& attempt,
-                                         std::span<const std::uint16_t> held,
-                                         std::chrono::steady_clock::time_point deadline) {
+std::vector<PortAnswer> answersInManual(const Attempt& attempt, std::span<const std::uint16_t> held,
+                                        std::chrono::steady_clock::time_point deadline) {
     return ManualSearch(attempt, held, deadline).search();
 }
 

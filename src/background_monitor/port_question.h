@@ -45,11 +45,6 @@ constexpr bool isExplicit(PortSource source) {
     return source < PortSource::mention;
 }
 
-// Whether its arguments, its variables or its files name the port, or may.
-constexpr bool isNamed(PortSource source) {
-    return source <= PortSource::mention;
-}
-
 // Of the highest source that names a port at all, every port that it names; none when none does.
 std::optional<PortAnswer> decidingAnswer(std::span<const PortAnswer> answers);
 

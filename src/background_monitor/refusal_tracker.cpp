@@ -25,6 +25,8 @@ constexpr BootTime kFasterThanPeople{3000};
 constexpr BootTime kMomentary{50};
 // What a program closes so shortly before its end belongs to its end.
 constexpr BootTime kPartOfEnd{300};
+// A program that looked for a free port and ends with an error within this time did not use it.
+constexpr BootTime kAtOnce{100};
 // So long a program may still try again for what it was refused.
 constexpr BootTime kLongestMemory{600'000};
 
@@ -161,6 +163,7 @@ void RefusalTracker::noteEnd(const BindEvent& event, BootTime at, BootTime now) 
             process.startedAt != event.process_started_at || process.endedAt)
             continue;
         process.endedAt = at;
+        process.hasFailed = event.error != 0;
         process.nextLook = now;
     }
 }
@@ -216,6 +219,22 @@ std::vector<Verdict> RefusalTracker::look(BootTime now) {
     return verdicts;
 }
 
+// Whether it ended as one does that wanted this port and no other, although it took others in
+// between.
+bool RefusalTracker::gaveUp(const Process& process, const Refused& refused) {
+    if (!process.endedAt || !process.hasFailed)
+        return false;
+    BootTime lastTaken{0};
+    BootTime lastUse{0};
+    for (const Taken& taken : process.taken) {
+        lastTaken = std::max(lastTaken, taken.at);
+        lastUse = std::max(lastUse, taken.letGoAt.value_or(taken.at));
+    }
+    const bool cameBack =
+        refused.lastAt > lastTaken && *process.endedAt - refused.lastAt <= kPartOfEnd;
+    return cameBack || (lastTaken >= refused.at && *process.endedAt - lastUse <= kAtOnce);
+}
+
 void RefusalTracker::decide(Process& process, BootTime now, std::vector<Verdict>& verdicts) {
     const auto isKept = [&process](const Taken& taken) {
         return taken.listensSince && !taken.letGoAt &&
@@ -225,7 +244,8 @@ void RefusalTracker::decide(Process& process, BootTime now, std::vector<Verdict>
     for (Refused& refused : process.refused) {
         const bool wasTried =
             refused.state == Refused::State::tried && now - refused.at <= kLaterUse;
-        if (refused.state != Refused::State::open && !(wasTried && tookAnother))
+        const bool hasGivenUp = gaveUp(process, refused);
+        if (refused.state != Refused::State::open && !(wasTried && (tookAnother || hasGivenUp)))
             continue;
         const auto isTry = [&](const Taken& taken) {
             if (taken.at < refused.at || isKept(taken))
@@ -238,7 +258,8 @@ void RefusalTracker::decide(Process& process, BootTime now, std::vector<Verdict>
                    *taken.letGoAt - *taken.listensSince <= kMomentary || !process.endedAt ||
                    *process.endedAt - *taken.letGoAt > kPartOfEnd;
         };
-        if (!tookAnother && !refused.isKnownToWant && std::ranges::any_of(process.taken, isTry)) {
+        if (!tookAnother && !hasGivenUp && !refused.isKnownToWant &&
+            std::ranges::any_of(process.taken, isTry)) {
             refused.state = Refused::State::tried;
             continue;
         }

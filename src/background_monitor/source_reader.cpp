@@ -1,5 +1,6 @@
 #include "background_monitor/source_reader.h"
 
+#include "background_monitor/built_program.h"
 #include "background_monitor/manual_reader.h"
 #include "background_monitor/port_text.h"
 #include "background_monitor/settings_text.h"
@@ -12,6 +13,7 @@
 #include <deque>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <optional>
 #include <set>
 #include <sstream>
@@ -26,7 +28,6 @@ namespace fs = std::filesystem;
 
 constexpr off_t kLargestText = off_t{512} * 1024;
 constexpr off_t kLargestProjectFile = off_t{128} * 1024;
-constexpr off_t kLargestProgram = off_t{64} * 1024 * 1024;
 constexpr std::size_t kMostImportedFiles = 24;
 constexpr std::size_t kMostSettingsFiles = 24;
 constexpr std::size_t kLongestPath = 1000;
@@ -37,9 +38,6 @@ constexpr int kFarthestProjectRoot = 6;
 constexpr std::chrono::milliseconds kLongestSearch{400};
 // How likely a line has to say where to listen for its address to count.
 constexpr int kSurely = 3;
-constexpr std::size_t kPiece = std::size_t{1024} * 1024;
-// More than the longest thing that is looked for.
-constexpr std::size_t kOverlap = 64;
 
 constexpr std::array<std::string_view, 19> kManifests{
     ".git",         "package.json", "go.mod",           "Cargo.toml", "pyproject.toml",
@@ -74,44 +72,6 @@ template <std::size_t Count>
 bool endsWithAny(std::string_view name, const std::array<std::string_view, Count>& endings) {
     return std::ranges::any_of(endings,
                                [name](std::string_view ending) { return name.ends_with(ending); });
-}
-
-// What a built program holds of the ports and the words that are looked for.
-struct Found {
-    std::vector<std::uint16_t> ports;
-    std::set<std::string> words;
-};
-
-// Piece by piece, since a program may be large. It is not mapped into memory: whoever builds it
-// anew may make it shorter meanwhile, which would end this program.
-Found searchBuilt(const FileDescriptor& file, BinaryKind kind, std::span<const std::uint16_t> held,
-                  std::span<const std::string> words = {}) {
-    const off_t size = sizeOfFile(file, kLargestProgram).value_or(0);
-    std::string piece;
-    std::vector<std::uint16_t> open(held.begin(), held.end());
-    Found found;
-    for (off_t place = 0; place < size;) {
-        piece.resize(kPiece);
-        piece.resize(readAt(file, place, piece.data(), kPiece));
-        const bool isLast = piece.size() < kPiece;
-        // No number is cut in two, and what may have been cut is in the next piece as well.
-        std::size_t end = piece.size();
-        while (!isLast && end > kPiece - kOverlap && isDigit(piece[end - 1]))
-            --end;
-        for (const std::uint16_t port :
-             portsInBinary(std::string_view(piece).substr(0, end), kind, open)) {
-            found.ports.push_back(port);
-            std::erase(open, port);
-        }
-        for (const std::string& word : words) {
-            if (piece.find(word) != std::string::npos)
-                found.words.insert(word);
-        }
-        if (isLast)
-            break;
-        place += static_cast<off_t>(end - kOverlap);
-    }
-    return found;
 }
 
 std::optional<std::string> readText(const fs::path& path, off_t largest = kLargestText) {
@@ -165,6 +125,7 @@ class FileSearch {
             all.push_back({PortSource::source, inNamedPlaces()});
         all.push_back({PortSource::environmentFile, inVariableFiles()});
         addBuiltsVariables(all);
+        narrow(all);
         const bool mayNamePortItself = attempt_.runtime->mayNamePortItself;
         if (mayNamePortItself || !attempt_.config.empty())
             all.push_back({PortSource::mention, mentionedNearby()});
@@ -177,8 +138,10 @@ class FileSearch {
                     all.push_back({PortSource::habit, {port}});
             }
             all.push_back({PortSource::spelled, spelledNearby()});
-            if (!decidingAnswer(all))
-                all.push_back({PortSource::manual, portsInManual(attempt_, held_, deadline_)});
+            if (!decidingAnswer(all)) {
+                for (PortAnswer& answer : answersInManual(attempt_, held_, deadline_))
+                    all.push_back(std::move(answer));
+            }
         }
         return all;
     }
@@ -197,6 +160,27 @@ class FileSearch {
     // A script that a package brought, which works on what lies where it is started.
     bool isInstalledTool() const {
         return !attempt_.script.empty() && isInstalledScript(attempt_.script);
+    }
+
+    // Where a source or settings name several held ports, the one counts whose name the line that
+    // listens holds: `listen(ports.trpc)` beside `{ web: 3000, trpc: 4000 }`.
+    void narrow(std::vector<PortAnswer>& answers) const {
+        const auto isHeld = [this](std::uint16_t port) {
+            return std::ranges::find(held_, port) != held_.end();
+        };
+        const std::vector<std::uint16_t> called = inNamedPlaces();
+        for (PortAnswer& answer : answers) {
+            if ((answer.source != PortSource::source && answer.source != PortSource::settings) ||
+                std::ranges::count_if(answer.ports, isHeld) < 2)
+                continue;
+            std::vector<std::uint16_t> both;
+            std::ranges::copy_if(answer.ports, std::back_inserter(both),
+                                 [&called](std::uint16_t port) {
+                                     return std::ranges::find(called, port) != called.end();
+                                 });
+            if (!both.empty())
+                answer.ports = std::move(both);
+        }
     }
 
     static bool names(std::span<const PortAnswer> answers, PortSource source) {
@@ -222,7 +206,7 @@ class FileSearch {
         }
         if (attempt_.program) {
             readBuiltFrom();
-            searchProgram();
+            searchBuilt();
         }
     }
 
@@ -236,7 +220,7 @@ class FileSearch {
             std::vector<std::string> words;
             for (const Setting& variable : attempt_.environment)
                 words.push_back(variable.path);
-            inBuilt_ = searchBuilt(openedFile(script), BinaryKind::bytecode, held_, words);
+            inBuilt_ = searchProgram(openedFile(script), BinaryKind::bytecode, held_, words);
             return;
         }
         std::deque<fs::path> files{script};
@@ -303,7 +287,7 @@ class FileSearch {
 
     // The settings beside a built program, or beside where it runs, that it knows by name; which
     // variables it knows; and the addresses in it.
-    void searchProgram() {
+    void searchBuilt() {
         std::vector<fs::path> files;
         std::vector<std::string> words{".env"};
         const fs::path beside = fs::path(attempt_.executable).parent_path();
@@ -314,17 +298,17 @@ class FileSearch {
                  entry.increment(error)) {
                 const std::string name = entry->path().filename().string();
                 if (files.size() < kMostSettingsFiles && settingsFormatOf(name) &&
-                    name.size() < kOverlap) {
+                    name.size() < kLongestBuiltWord) {
                     files.push_back(entry->path());
                     words.push_back(name);
                 }
             }
         }
         for (const Setting& variable : attempt_.environment) {
-            if (variable.path.size() < kOverlap)
+            if (variable.path.size() < kLongestBuiltWord)
                 words.push_back(variable.path);
         }
-        inBuilt_ = searchBuilt(*attempt_.program, BinaryKind::program, held_, words);
+        inBuilt_ = searchProgram(*attempt_.program, BinaryKind::program, held_, words);
         for (const fs::path& file : files) {
             if (inBuilt_.words.contains(file.filename().string()))
                 namedFiles_.push_back(file);
@@ -420,6 +404,9 @@ class FileSearch {
                 const std::string name = word.substr(word.find('=') + 1);
                 if (isSettingsFile(name) && name.size() < kLongestPath)
                     readConfig(folder_ / name);
+                else if (isUnknown() && !name.empty() && name.size() < kLongestPath &&
+                         !name.starts_with('-') && !endsWithAny(name, kProjectEndings))
+                    nearby_ += readText(folder_ / name, kLargestProjectFile).value_or("") + "\n";
             }
         }
         for (const fs::path& file : namedFiles_) {
@@ -495,16 +482,37 @@ class FileSearch {
                 called.push_back(std::move(name));
         }
         std::vector<std::uint16_t> found;
-        for (const std::string& text : texts_) {
-            for (const std::uint16_t port : portsCalled(called, text)) {
-                if (std::ranges::find(held_, port) != held_.end())
-                    found.push_back(port);
-            }
+        const auto add = [this, &found](std::uint16_t port) {
+            if (std::ranges::find(held_, port) != held_.end())
+                found.push_back(port);
+        };
+        // "rpc.port" of settings where `listen(rpc.port)` stands.
+        for (const Setting& setting : settings_) {
+            const bool isBlock = setting.path.find('.') != std::string::npos;
+            if (isBlock && isCalled(setting.path, called))
+                std::ranges::for_each(portsInValue(setting.value), add);
         }
+        if (!found.empty())
+            return found;
+        for (const std::string& text : texts_)
+            std::ranges::for_each(portsCalled(called, text), add);
         return found;
     }
 
-    // Of the held ports those that stand as a number in its arguments and its own files.
+    // Whether each key of the path is one of the names.
+    static bool isCalled(std::string_view path, std::span<const std::string> names) {
+        while (!path.empty()) {
+            const std::string_view key = path.substr(0, path.find('.'));
+            path.remove_prefix(std::min(path.size(), key.size() + 1));
+            if (std::ranges::none_of(
+                    names, [key](const std::string& name) { return inSmallLetters(name) == key; }))
+                return false;
+        }
+        return true;
+    }
+
+    // Of the held ports those that stand as a number in its own files, or in variables called like
+    // one.
     std::vector<std::uint16_t> spelledNearby() const {
         std::vector<std::uint16_t> found;
         for (const std::string& text : texts_) {
@@ -513,6 +521,15 @@ class FileSearch {
         }
         for (const std::uint16_t port : spelledPorts(nearby_, held_))
             found.push_back(port);
+        // Whether it asks for them nobody knows here.
+        for (const Setting& variable : attempt_.environment) {
+            constexpr std::string_view kEnding = "_PORT";
+            const auto endpoint = parseEndpoint(variable.value);
+            if (endpoint && variable.path.ends_with(kEnding) &&
+                !speaksOfOthers(inSmallLetters(variable.path)) &&
+                std::ranges::find(held_, endpoint->port) != held_.end())
+                found.push_back(endpoint->port);
+        }
         return found;
     }
 
@@ -637,8 +654,8 @@ class FileSearch {
             name.find(".spec.") != std::string::npos || name.find("_test.") != std::string::npos)
             return false;
         return endsWithAny(name, kProjectEndings) || settingsFormatOf(name) ||
-               name.starts_with(".env") || name == "Procfile" || name == "Makefile" ||
-               name == "Rakefile";
+               name.starts_with(".env") || name == ".Rprofile" || name == "Procfile" ||
+               name == "Makefile" || name == "Rakefile";
     }
 
     // In settings the block counts as well.
@@ -647,8 +664,15 @@ class FileSearch {
         const auto format = settingsFormatOf(name);
         if (!format || name == "package.json")
             return mentionedPorts(text, held_);
+        const std::vector<Setting> settings = readSettings(text, *format);
         std::vector<std::uint16_t> found;
-        for (const Setting& setting : readSettings(text, *format)) {
+        for (const std::uint16_t port : portsOfSettings(settings, {}, attempt_.runtime->programs)) {
+            if (std::ranges::find(held_, port) != held_.end())
+                found.push_back(port);
+        }
+        if (!found.empty())
+            return found;
+        for (const Setting& setting : settings) {
             if (speaksOfOthers(setting.path))
                 continue;
             const std::string line = setting.path + " = " + setting.value;
@@ -673,7 +697,7 @@ class FileSearch {
     std::set<fs::path> known_;
     std::vector<Setting> settings_;
     std::vector<Setting> variables_; // of files
-    Found inBuilt_;
+    FoundInProgram inBuilt_;
 };
 
 } // namespace

@@ -111,8 +111,10 @@ class BackgroundMonitorTest : public testing::TestWithParam<QStringList> {
     }
 
     // Those of the test: others may start servers on the machine meanwhile.
-    std::vector<ConflictRecord> conflicts() const {
-        auto records = decodeConflictRecords(home.read(kContainer + "conflicts.json"))
+    std::vector<ConflictRecord> conflicts() const { return conflictsIn(home); }
+
+    std::vector<ConflictRecord> conflictsIn(const TemporaryFolder& folder) const {
+        auto records = decodeConflictRecords(folder.read(kContainer + "conflicts.json"))
                            .value_or(std::vector<ConflictRecord>());
         std::erase_if(records, [this](const ConflictRecord& each) { return each.port != port; });
         return records;
@@ -171,6 +173,24 @@ class BackgroundMonitorTest : public testing::TestWithParam<QStringList> {
 
     testing::Matcher<std::vector<std::string>> sayFree() const {
         return testing::Each("Port " + std::to_string(port) + " is free — nothing is using it.");
+    }
+
+    static constexpr uid_t kUser = 65533;
+    static constexpr uid_t kOtherUser = 65534;
+
+    static void runAs(QProcess& process, uid_t user) {
+        process.setChildProcessModifier([user] {
+            if (::setuid(user) != 0)
+                ::_exit(1);
+        });
+    }
+
+    // The program where every user may start it.
+    QString monitorForEverybody() {
+        const std::filesystem::path program = home.path() / "monitor";
+        std::filesystem::copy(ZENLOT_MONITOR, program);
+        std::filesystem::permissions(home.path(), std::filesystem::perms::all);
+        return QString::fromStdString(program.string());
     }
 
     TemporaryFolder home;
@@ -345,24 +365,14 @@ TEST_P(BackgroundMonitorTest, AStartThatNobodyToldOfIsFound) {
 TEST_P(BackgroundMonitorTest, AHolderOfAnotherUserIsNamed) {
     if (::geteuid() != 0)
         GTEST_SKIP() << "only root can start something as two other users";
-    constexpr uid_t kHoldersUser = 65534;
-    constexpr uid_t kUser = 65533;
-    const auto as = [](QProcess& process, uid_t user) {
-        process.setChildProcessModifier([user] {
-            if (::setuid(user) != 0)
-                ::_exit(1);
-        });
-    };
-    const std::filesystem::path program = home.path() / "monitor";
-    std::filesystem::copy(ZENLOT_MONITOR, program);
-    std::filesystem::permissions(home.path(), std::filesystem::perms::all);
-    as(holder, kHoldersUser);
-    as(monitor, kUser);
-    as(server, kUser);
+    const QString program = monitorForEverybody();
+    runAs(holder, kOtherUser);
+    runAs(monitor, kUser);
+    runAs(server, kUser);
     // Without control groups its arguments tell.
     const QString free = QString::number(Listener().port());
     ASSERT_NO_FATAL_FAILURE(startHolder(u"/usr/bin/python3"_s, free));
-    start(monitor, QString::fromStdString(program.string()), monitorArguments());
+    start(monitor, program, monitorArguments());
     ASSERT_TRUE(waitFor([&] { return home.read(kLog).find("started") != std::string::npos; }));
     ASSERT_TRUE(isNoticed());
     EXPECT_EQ(conflicts()[0].pid, holder.processId());
@@ -405,6 +415,40 @@ TEST_P(HelpedMonitorTest, TheHelperMayComeAndGo) {
         EXPECT_EQ(told(), round);
         QTest::qWait(2000); // until it is no restart in a loop
     }
+}
+
+TEST_P(HelpedMonitorTest, NobodyIsToldOfTheServersOfOthers) {
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "only root can start something as two other users";
+    const QString program = monitorForEverybody();
+    const TemporaryFolder othersHome;
+    std::filesystem::permissions(othersHome.path(), std::filesystem::perms::all);
+    ASSERT_NO_FATAL_FAILURE(startHolder());
+    QProcess others;
+    runAs(monitor, kUser);
+    runAs(others, kOtherUser);
+    start(monitor, program, monitorArguments());
+    ASSERT_TRUE(waitFor([this] { return saysThatItIsTold(); }));
+    const QProcessEnvironment own = environment;
+    environment.insert(u"HOME"_s, QString::fromStdString(othersHome.path().string()));
+    environment.insert(u"XDG_STATE_HOME"_s,
+                       QString::fromStdString((othersHome.path() / "state").string()));
+    start(others, program, monitorArguments());
+    ASSERT_TRUE(waitFor(
+        [&] { return othersHome.read(kLog).find("told of refused ports") != std::string::npos; }));
+    environment = own;
+    // The second is told after the first could have been told to the wrong one.
+    const std::pair<uid_t, const TemporaryFolder*> users[]{{kUser, &home},
+                                                           {kOtherUser, &othersHome}};
+    for (const auto& [user, folder] : users) {
+        runAs(server, user);
+        start(server, u"/usr/bin/python3"_s,
+              {u"-m"_s, u"http.server"_s, u"-b"_s, u"127.0.0.1"_s, QString::number(port)});
+        ASSERT_TRUE(server.waitForFinished(kPatienceMilliseconds));
+        EXPECT_TRUE(waitFor([&] { return conflictsIn(*folder).size() == 1; })) << user;
+    }
+    EXPECT_EQ(conflicts().size(), 1U);
+    end(others);
 }
 
 TEST_P(HelpedMonitorTest, ANetworkOfItsOwnIsLookedIntoAsWell) {

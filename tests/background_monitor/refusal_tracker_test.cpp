@@ -22,6 +22,7 @@ struct Step {
     std::uint16_t port{0};
     std::uint32_t process{kAsker};
     std::uint8_t flags{0};
+    std::int32_t error{0};
 };
 
 struct Told {
@@ -48,7 +49,7 @@ class RefusalTrackerTest : public testing::Test {
     BindEvent eventOf(const Step& step) const {
         BindEvent event =
             bindEvent(step.kind, step.process, step.port, static_cast<std::uint64_t>(step.at));
-        event.error = step.kind == ZENLOT_BIND_REFUSED ? EADDRINUSE : 0;
+        event.error = step.kind == ZENLOT_BIND_REFUSED ? EADDRINUSE : step.error;
         event.flags = step.flags;
         event.parent = step.process == kChildOfAsker ? kAsker : parent;
         return event;
@@ -127,6 +128,19 @@ INSTANTIATE_TEST_SUITE_P(
                {100, kBound, 3003},
                {101, kListening, 3003}},
               {{401, 3000, Verdict::Kind::drift}}},
+        Story{"ComesBackAndGivesUp",
+              {{0, kRefused, 3000},
+               {1, kBound, 40'001, kAsker, ZENLOT_KERNEL_CHOSEN},
+               {100, kRefused, 3000},
+               {500, kRefused, 3000},
+               {501, kEnded, 0, kAsker, 0, 6}},
+              {{501, 3000, Verdict::Kind::failedStart}}},
+        Story{"LooksOnlyToSayWhichIsFree",
+              {{0, kRefused, 3000},
+               {1, kListening, 3003},
+               {2, kClosed, 3003},
+               {6, kEnded, 0, kAsker, 0, 256}},
+              {{6, 3000, Verdict::Kind::failedStart}}},
         Story{"AsksThePersonFirst",
               {{0, kRefused, 3000},
                {5, kListening, 3003},

@@ -184,6 +184,13 @@ TEST_F(SourceReaderTest, ToolThatSaysNothingIsAskedForItsOwnDefault) {
 }
 
 TEST_F(SourceReaderTest, ArgumentsAndSettingsThatNameSeveralPorts) {
+    folder.write("app/ports.ts", "export const ports = { web: 4400, rpc: 4300 };\n");
+    folder.write("app/own.ts", "import { ports } from './ports';\nlisten(ports.rpc)\n");
+    EXPECT_THAT(ports("own.ts"), ElementsAre(4300));
+    folder.write("app/all.json", R"({"rpc": {"port": 4300}, "queue": {"port": 4400}})");
+    folder.write("app/rpc.js", "const { rpc } = require('./all');\nx.tcp().listen(rpc.port)\n");
+    EXPECT_THAT(ports("rpc.js"), ElementsAre(4300));
+    attempt.script.clear();
     attempt.arguments = {"4300", "localhost:4400"}; // what comes in, and where it goes
     EXPECT_THAT(ports(), ElementsAre(4300));
     attempt.arguments = {"conf.lua"};
