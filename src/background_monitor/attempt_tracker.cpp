@@ -40,8 +40,8 @@ constexpr std::array<BootTime, 9> kLooksAfterEvidence{
 constexpr BootTime kGoesOnAfter{300};
 // After this long one whose port was named is not just slow.
 constexpr BootTime kStaysWithoutPort{1500};
-// And one of which only the command line tells that it may be a server is no client by then.
-constexpr BootTime kUnknownStaysWithoutPort{2000};
+// And one that may be a client, or whose port only a file mentions.
+constexpr BootTime kLessSurelyStaysWithoutPort{2000};
 // Restarts that follow faster than people do are a loop.
 constexpr BootTime kFasterThanPeople{3000};
 // Several processes of one attempt may fail one after the other.
@@ -382,10 +382,11 @@ AttemptTracker::Outcome AttemptTracker::lookAtRunning(Tracked& tracked, const Pr
         }
         // What is known to ask or to try again is believed sooner than what may only be slow.
         const BootTime sinceEvidence = now - tracked.evidenceAt;
-        const bool staysWithout =
-            isUnknown(attempt) ? sinceEvidence >= kUnknownStaysWithoutPort && hasEvidence &&
-                                     !mayBeOthers(tracked, present, evidenceAt)
-                               : isExplicit(answer->source) && sinceEvidence >= kStaysWithoutPort;
+        const bool isNamed = isExplicit(answer->source) && !isUnknown(attempt);
+        const bool staysWithout = isNamed ? sinceEvidence >= kStaysWithoutPort
+                                          : answer->source != PortSource::habit &&
+                                                sinceEvidence >= kLessSurelyStaysWithoutPort &&
+                                                !mayBeOthers(tracked, present, evidenceAt);
         const bool goesOn = mayGoOn && (attempt.runtime->goesOnWithoutPort || staysWithout);
         const bool isTooWeak =
             isWeak(attempt, *answer) && (!hasEvidence || mayBeOthers(tracked, present, evidenceAt));

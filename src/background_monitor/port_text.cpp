@@ -17,6 +17,9 @@ constexpr std::array<std::string_view, 46> kOthers{
     "nats",       "inspect",   "debugger",  "sslport", "iisexpress", "shutdown", "requests.",
     "urlopen",    "influx",    "cassandra", "s3_"};
 
+// What begins like one of them and is about the program itself.
+constexpr std::array<std::string_view, 2> kOwnDespite{"connector", "clientport"};
+
 constexpr std::array<std::string_view, 6> kListening{"port", "listen", "addr",
                                                      "bind", "http",   "serve"};
 
@@ -79,7 +82,17 @@ std::string inSmallLetters(std::string_view text) {
 }
 
 bool speaksOfOthers(std::string_view text) {
-    return holdsAny(text, kOthers);
+    return std::ranges::any_of(kOthers, [text](std::string_view word) {
+        for (std::size_t place = text.find(word); place != std::string_view::npos;
+             place = text.find(word, place + 1)) {
+            const auto isOwn = [rest = text.substr(place)](std::string_view own) {
+                return rest.starts_with(own);
+            };
+            if (std::ranges::none_of(kOwnDespite, isOwn))
+                return true;
+        }
+        return false;
+    });
 }
 
 bool speaksOfListening(std::string_view name) {

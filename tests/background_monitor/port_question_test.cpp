@@ -67,6 +67,7 @@ TEST(PortQuestionTest, SettingsOfTheServerItselfCount) {
         {{{"server.port", "process.env.PORT || 3000"}}, {4000}},
         {{{"server.port", "Number(3000)"}}, {3000}},
         {{{"shop.port", "3000"}, {"stock.port", "3001"}}, {3000, 3001}},
+        {{{"connector.port", "3000"}, {"connect.port", "3001"}}, {3000}},
         {{{"port", "none"}, {"timeout", "3000"}}, {}},
     };
     for (const auto& [settings, ports] : cases)
