@@ -27,6 +27,8 @@ constexpr BootTime kEventDelay{120};
 constexpr BootTime kFirstLookAfterEnd{15};
 // What runtimes probe at their start takes far less.
 constexpr BootTime kLongestProbe{5};
+// The Java machine has threads of its own that may come in between.
+constexpr BootTime kLongestProbeOfJava{25};
 // And so long after its question a socket dies that waited for an answer.
 constexpr BootTime kAfterNameQuestion{60};
 // A server listens by then, or never will.
@@ -203,6 +205,10 @@ void AttemptTracker::socketDied(UnusedSocket socket, BootTime now) {
             lastProbeAt_ = now;
         return;
     }
+    // Noted at once, whatever becomes of this one.
+    for (auto dead = deadSockets_.rbegin();
+         dead != deadSockets_.rend() && now - dead->at <= kLongestProbeOfJava; ++dead)
+        dead->isFollowedByIpv4 |= socket.family == AddressFamily::ipv4;
     if (socket.family == AddressFamily::ipv4 && now - lastProbeAt_ <= kLongestProbe) {
         lastProbeAt_ = BootTime(-1'000'000);
         return;
@@ -216,7 +222,8 @@ void AttemptTracker::socketDied(UnusedSocket socket, BootTime now) {
     }
     if (deadSockets_.size() >= kMostDeadSockets)
         deadSockets_.pop_front();
-    deadSockets_.push_back({now, socket.family, now - lastNameQuestionAt_ <= kAfterNameQuestion});
+    deadSockets_.push_back(
+        {now, socket.family, now - lastNameQuestionAt_ <= kAfterNameQuestion, false});
     for (Tracked& tracked : attempts_) {
         // Tools that try again and again are not to be waited for again and again.
         if (tracked.evidenceAt == BootTime(0) || now - tracked.evidenceAt > kLongestSearch) {
@@ -519,12 +526,10 @@ bool AttemptTracker::announce(const Attempt& attempt, const Verdict& verdict, Bo
 AttemptTracker::Evidence AttemptTracker::evidenceFor(const Tracked& tracked, const Present& present,
                                                      BootTime now, Probes probes) {
     const BootTime latest = tracked.endedAt ? *tracked.endedAt + kEventDelay : now;
-    const auto isProbe = [this, &tracked](const Evidence& dead) {
-        const auto next = std::next(dead);
+    const auto isProbe = [&tracked](const Evidence& dead) {
         return tracked.attempt.runtime->probesProtocols &&
                (dead->family == AddressFamily::ipv4 || dead->followsNameQuestion ||
-                (next != deadSockets_.end() && next->family == AddressFamily::ipv4 &&
-                 next->at - dead->at <= kLongestProbe));
+                dead->isFollowedByIpv4);
     };
     // The last one is the likeliest to be its own.
     for (auto dead = deadSockets_.end(); dead != deadSockets_.begin();) {

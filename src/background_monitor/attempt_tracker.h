@@ -140,6 +140,7 @@ class AttemptTracker {
         BootTime at;
         AddressFamily family;
         bool followsNameQuestion;
+        bool isFollowedByIpv4; // at once
     };
     // A process that may have left a dead socket.
     struct Suspect {

@@ -25,8 +25,8 @@ constexpr BootTime kFasterThanPeople{3000};
 constexpr BootTime kMomentary{50};
 // What a program closes so shortly before its end belongs to its end.
 constexpr BootTime kPartOfEnd{300};
-// A program that looked for a free port and ends with an error within this time did not use it.
-constexpr BootTime kAtOnce{100};
+// A program that looked which of the next ports is free and fails at once only wanted to name it.
+constexpr BootTime kAtOnce{20};
 // So long a program may still try again for what it was refused.
 constexpr BootTime kLongestMemory{600'000};
 
@@ -224,15 +224,15 @@ std::vector<Verdict> RefusalTracker::look(BootTime now) {
 bool RefusalTracker::gaveUp(const Process& process, const Refused& refused) {
     if (!process.endedAt || !process.hasFailed)
         return false;
-    BootTime lastTaken{0};
-    BootTime lastUse{0};
-    for (const Taken& taken : process.taken) {
-        lastTaken = std::max(lastTaken, taken.at);
-        lastUse = std::max(lastUse, taken.letGoAt.value_or(taken.at));
-    }
+    if (process.taken.empty())
+        return false;
+    const Taken& last = *std::ranges::max_element(process.taken, {}, &Taken::at);
     const bool cameBack =
-        refused.lastAt > lastTaken && *process.endedAt - refused.lastAt <= kPartOfEnd;
-    return cameBack || (lastTaken >= refused.at && *process.endedAt - lastUse <= kAtOnce);
+        refused.lastAt > last.at && *process.endedAt - refused.lastAt <= kPartOfEnd;
+    const bool lookedOnly = last.at >= refused.at && last.letGoAt &&
+                            isNear(refused.port, last.port) &&
+                            *process.endedAt - *last.letGoAt <= kAtOnce;
+    return cameBack || lookedOnly;
 }
 
 void RefusalTracker::decide(Process& process, BootTime now, std::vector<Verdict>& verdicts) {

@@ -8,8 +8,8 @@
 //   - it takes other ports as well but lets go of them: not told, it looks for a free one, unless
 //   it
 //     is a tool that is known to want this port. What it opened for good before it gave up is no
-//     such port. One that comes back for the first port, or that looked only to say which one would
-//     be free, and ends with an error at once, is told all the same;
+//     such port. One that comes back for the first port, or that looked only to say which of the
+//     next is free, and ends with an error at once, is told all the same;
 //   - it gets the port after all, on an overlapping address: not told;
 //   - it does nothing of this: told, once, however often it tries again.
 //

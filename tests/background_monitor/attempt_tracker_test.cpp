@@ -143,6 +143,7 @@ TEST_F(AttemptTrackerTest, OtherEndsAreNoConflict) {
              for (const AddressFamily family :
                   {AddressFamily::ipv4, AddressFamily::ipv6, AddressFamily::ipv4})
                  socketDies(unbound, family);
+             tracker.connectionsFailed(1, now); // somebody's
              end();
              pass(BootTime(1000));
              runtime.probesProtocols = false;
