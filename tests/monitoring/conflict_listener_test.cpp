@@ -5,7 +5,6 @@
 
 #include <QTest>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <atomic>
 

@@ -3,7 +3,6 @@
 #include <QRegularExpression>
 #include <QTest>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace zenlot {
 namespace {

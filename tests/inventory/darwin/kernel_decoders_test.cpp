@@ -3,7 +3,6 @@
 #include "inventory/darwin/tcp_pcb_list.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <random>
 

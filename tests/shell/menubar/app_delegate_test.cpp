@@ -12,7 +12,6 @@
 #include <QTest>
 #include <QWindow>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace zenlot {
 namespace {
