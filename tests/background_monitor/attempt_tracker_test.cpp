@@ -336,6 +336,15 @@ TEST_F(AttemptTrackerTest, ChildrenOfOneCommandAreOneAttempt) {
     EXPECT_THAT(pass(BootTime(1000)), ElementsAre(3000));
 }
 
+TEST_F(AttemptTrackerTest, CommandsThatFailTogetherAreToldOnce) {
+    EXPECT_THAT(fail(), ElementsAre(3000));
+    attempt.pid = attempt.origin = 201;
+    attempt.commandKey = 2;
+    EXPECT_THAT(fail(), IsEmpty());
+    pass(BootTime(3000));
+    EXPECT_THAT(fail(), ElementsAre(3000));
+}
+
 TEST_F(AttemptTrackerTest, EndThatNobodyToldOfIsFound) {
     tracker = AttemptTracker(AttemptTracker::DeadSockets::seen, AttemptTracker::Ends::unseen);
     start();
