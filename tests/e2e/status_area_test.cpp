@@ -282,6 +282,12 @@ TEST_F(StatusAreaTest, SwitchesOfTheSettingsWorkAtOnce) {
 
     desktop.press("ctrl+alt+shift+p");
     EXPECT_TRUE(tree.find("frame", u"Zenlot"_s, AccessibleTree::State::active));
+    // A list makes only the rows that fit, and the machine may have many listeners.
+    desktop.start("xdotool search --sync --onlyvisible --name ^Zenlot$ windowsize 860 3900");
+    EXPECT_TRUE(tree.find("list item", port + u' '));
+    const QString later = PrivateDesktop::portOf(desktop.startServer(u"Later"_s));
+    desktop.press("ctrl+r");
+    EXPECT_TRUE(tree.find("list item", later + u' '));
     closeWindow();
     EXPECT_EQ(zenlot->state(), QProcess::Running);
 
