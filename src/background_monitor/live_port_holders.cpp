@@ -1,6 +1,6 @@
 #include "background_monitor/live_port_holders.h"
 
-#include "inventory/linux/listening_sockets.h"
+#include "inventory/linux/listening_socket_reader.h"
 
 #include <sys/stat.h>
 

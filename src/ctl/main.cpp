@@ -4,8 +4,8 @@
 #include "ctl/port_table.h"
 #include "inventory/linux/linux_process_tables.h"
 #include "inventory/linux/processors.h"
+#include "inventory/occupied_ports_json.h"
 #include "inventory/port_lookup.h"
-#include "inventory/records_json.h"
 
 #include <unistd.h>
 

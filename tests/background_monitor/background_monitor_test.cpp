@@ -3,6 +3,7 @@
 #include "monitoring/conflict_record.h"
 #include "platform/linux/session_bus_broadcast_center.h"
 #include "support/listener.h"
+#include "support/private_bus.h"
 #include "support/temporary_folder.h"
 
 #include <QDBusMessage>
@@ -35,15 +36,11 @@ const std::string kLog = "Library/Logs/zenlot-monitor.log";
 class BackgroundMonitorTest : public testing::TestWithParam<QStringList> {
   protected:
     void SetUp() override {
-        bus.start(u"dbus-daemon"_s, {u"--session"_s, u"--nofork"_s, u"--print-address"_s});
-        ASSERT_TRUE(QTest::qWaitFor([this] { return bus.canReadLine(); }));
-        const QString address = QString::fromUtf8(bus.readLine()).trimmed();
-        connection = QDBusConnection::connectToBus(address, u"observer"_s);
         environment = QProcessEnvironment::systemEnvironment();
         environment.insert(u"HOME"_s, QString::fromStdString(home.path().string()));
         environment.insert(u"XDG_STATE_HOME"_s,
                            QString::fromStdString((home.path() / "state").string()));
-        environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, address);
+        environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, bus.address());
         environment.remove(u"PORT"_s);
         environment.insert(u"TOKEN"_s, u"never-to-be-written"_s);
         if (isTold()) {
@@ -54,8 +51,7 @@ class BackgroundMonitorTest : public testing::TestWithParam<QStringList> {
     }
 
     void TearDown() override {
-        QDBusConnection::disconnectFromBus(u"observer"_s);
-        for (QProcess* process : {&server, &holder, &automation, &monitor, &helper, &bus}) {
+        for (QProcess* process : {&server, &holder, &automation, &monitor, &helper}) {
             process->kill();
             process->waitForFinished();
         }
@@ -195,13 +191,13 @@ class BackgroundMonitorTest : public testing::TestWithParam<QStringList> {
 
     TemporaryFolder home;
     QProcessEnvironment environment;
-    QProcess bus;
+    PrivateBus bus;
     QProcess helper;
     QProcess monitor;
     QProcess automation;
     QProcess holder;
     QProcess server;
-    QDBusConnection connection{QString()};
+    QDBusConnection connection = bus.connect(u"observer"_s);
     int port = 0;
 };
 

@@ -1,6 +1,6 @@
 #include "inventory/app_port_group.h"
+#include "inventory/occupied_ports_json.h"
 #include "inventory/record_json.h"
-#include "inventory/records_json.h"
 #include "inventory/shared_port_cache.h"
 
 #include <gtest/gtest.h>
