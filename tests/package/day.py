@@ -40,7 +40,7 @@ def check(what, outcome, detail=""):
 
 
 def run(*command, **options):
-    return subprocess.run(command, text=True, capture_output=True, timeout=300, **options)
+    return subprocess.run(command, text=True, capture_output=True, timeout=90, **options)
 
 
 def output(*command):
@@ -145,10 +145,10 @@ def packages(pattern="*"):
 
 
 def apt(*arguments):
-    done = run("apt-get", "-q", "--yes", "--no-install-recommends", "--no-download", *arguments,
+    done = run("apt-get", "-q", "--yes", "--no-install-recommends", *arguments,
                env={"PATH": "/usr/sbin:/usr/bin:/sbin:/bin", "DEBIAN_FRONTEND": "noninteractive", "LC_ALL": "C.UTF-8"})
     if done.returncode != 0:
-        say(done.stdout + done.stderr)
+        say(done.stderr)
     return done.returncode == 0
 
 
