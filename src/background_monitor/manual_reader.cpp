@@ -6,6 +6,7 @@
 #include "background_monitor/text_file.h"
 #include "background_monitor/written_ports.h"
 
+#include <fcntl.h>
 #include <zlib.h>
 
 #include <algorithm>
@@ -51,8 +52,9 @@ std::string readManual(const fs::path& path) {
     const FileDescriptor file = openedFile(path);
     if (!sizeOfFile(file, static_cast<off_t>(kLargestManual)))
         return {};
-    // The descriptor becomes the reader's own.
-    const std::unique_ptr<gzFile_s, CloseCompressed> reader(::gzdopen(::dup(file.get()), "rb"));
+    // The duplicate becomes the reader's own.
+    const std::unique_ptr<gzFile_s, CloseCompressed> reader(
+        ::gzdopen(::fcntl(file.get(), F_DUPFD_CLOEXEC, 0), "rb"));
     if (!reader)
         return {};
     std::string text(kLargestManual, '\0');

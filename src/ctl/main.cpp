@@ -43,8 +43,15 @@ class Runner {
   public:
     ExitStatus operator()(const ListCommand& command) const {
         const std::vector<OccupiedPort> ports = scanner_.listOccupiedPorts();
-        return print(command.format == Format::json ? encodeOccupiedPorts(ports) + "\n"
-                                                    : portTable(ports));
+        switch (command.listing) {
+        case Listing::json:
+            return print(encodeOccupiedPorts(ports) + "\n");
+        case Listing::offers:
+            return print(portOffers(ports));
+        case Listing::text:
+            break;
+        }
+        return print(portTable(ports));
     }
 
     ExitStatus operator()(const CheckCommand& command) const {
