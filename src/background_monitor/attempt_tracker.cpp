@@ -476,15 +476,17 @@ std::optional<Verdict> AttemptTracker::judge(const Attempt& attempt, Verdict::Ki
     return verdict;
 }
 
-// Where somebody else has the debugger's port, the attempt was refused it.
+// Where somebody else has had the debugger's port, the attempt was refused it.
 std::optional<Verdict> AttemptTracker::judgeDebugger(const Attempt& attempt, Verdict::Kind kind,
                                                      const Present& present,
                                                      const std::vector<ListeningSocket>& foreign,
                                                      BootTime evidenceAt) const {
     Attempt debugged = attempt;
     debugged.wanted = *attempt.debugger;
+    // Python's debugger leaves the waiting to a program that it starts.
     return judge(debugged, kind, present, foreign,
-                 PortAnswer{PortSource::argument, {debugged.wanted.port}}, evidenceAt);
+                 PortAnswer{PortSource::argument, {debugged.wanted.port}},
+                 std::min(evidenceAt, attempt.startedAt));
 }
 
 void AttemptTracker::conclude(const Tracked& tracked, const Evidence& evidence, Verdict verdict,

@@ -266,6 +266,16 @@ TEST_F(AttemptTrackerTest, PortOfADebuggerIsAskedForFirst) {
     socketDies(unbound, AddressFamily::ipv4); // no code of Java's has run that probes
     end();
     EXPECT_THAT(pass(BootTime(500)), ElementsAre(3000));
+
+    tracker = AttemptTracker();
+    attempt.startedAt = now;
+    machine.holder.startedAt = now + BootTime(10); // a program that it started to wait there
+    machine.isServerRunning = true;
+    start();
+    now += BootTime(50);
+    socketDies();
+    listenOn(4000);
+    EXPECT_THAT(pass(BootTime(60'000)), IsEmpty());
 }
 
 TEST_F(AttemptTrackerTest, PortComesFromTheHighestSourceThatNamesOne) {
