@@ -1060,7 +1060,7 @@ untuned("Vite, React, port in .env", "npm run dev",
                          "createRoot(document.getElementById('root')!).render(<p>shop</p>)\n"}, second=True)
 untuned("SvelteKit", "npm run dev",
         {"package.json": '{"name": "shop", "type": "module", "scripts": {"dev": "vite dev"}}\n',
-         "vite.config.js": "import { sveltekit } from '@sveltejs/kit/vite';\nexport default { plugins: [sveltekit()] };\n",
+         "vite.config.js": "import { sveltekit } from '@sveltejs/kit/vite';\nexport default { cacheDir: '.vite', plugins: [sveltekit()] };\n",
          "svelte.config.js": "export default { kit: {} };\n", "src/routes/+page.svelte": "<p>shop</p>\n",
          "src/app.html": "<!doctype html><head>%sveltekit.head%</head><body>%sveltekit.body%</body>\n"}, port=5173)
 untuned("Storybook", "npm run storybook",
@@ -1156,7 +1156,7 @@ untuned("stubby", "stubby -d stubs.yml -s %P -a 0 -t 0 -l localhost", {"stubs.ym
 untuned("Marp", "marp -s slides", {"slides/talk.md": "# x\n"}, environment={"PORT": "%P"})
 untuned("Django, default_port", py("manage.py runserver"),
         {**DJANGO, "settings.py": DJANGO["settings.py"] +
-                                  "INSTALLED_APPS = ['django.contrib.staticfiles', 'shop']\nSTATIC_URL = 'static/'\n"
+                                  "INSTALLED_APPS = ['shop', 'django.contrib.staticfiles']\nSTATIC_URL = 'static/'\n"
                                   "DATABASES = {'default': {'ENGINE': 'django.db.backends.sqlite3', 'NAME': 'x', "
                                   "'TEST': {'PORT': %D}}}\n",
          "shop/__init__.py": "", "shop/management/__init__.py": "", "shop/management/commands/__init__.py": "",
@@ -1171,7 +1171,7 @@ untuned("Flask, config object", py("-m shop"),
                              "class Development(Base):\n    DEBUG = False\n    HTTP_PORT = %P\n"}, second=True)
 untuned("gunicorn, GUNICORN_CMD_ARGS", "/usr/bin/gunicorn app:app", WSGI,
         environment={"GUNICORN_CMD_ARGS": "--bind=127.0.0.1:%P --workers=2"})
-untuned("debugpy", py("-m debugpy --listen 5678 --wait-for-client app.py"), {"app.py": "print('x')\n"}, port=5678)
+untuned("debugpy", py("-m debugpy --listen 5678 app.py"), {"app.py": "import time\n\ntime.sleep(99)\n"}, port=5678)
 untuned("Invoke", "invoke serve",
         {"tasks.py": "from invoke import task\n\n\n@task\ndef serve(context, port=%P):\n"
                      "    context.run(f'/usr/bin/python3 -m http.server -b 127.0.0.1 {port}')\n"})
