@@ -1060,11 +1060,13 @@ untuned("Vite, React, port in .env", "npm run dev",
                          "createRoot(document.getElementById('root')!).render(<p>shop</p>)\n"}, second=True)
 untuned("SvelteKit", "npm run dev",
         {"package.json": '{"name": "shop", "type": "module", "scripts": {"dev": "vite dev"}}\n',
-         "vite.config.js": "import { sveltekit } from '@sveltejs/kit/vite';\nexport default { cacheDir: '.vite', plugins: [sveltekit()] };\n",
+         "vite.config.js": "import { sveltekit } from '@sveltejs/kit/vite';\n"
+                           "export default { cacheDir: '.vite', plugins: [sveltekit()] };\n",
          "svelte.config.js": "export default { kit: {} };\n", "src/routes/+page.svelte": "<p>shop</p>\n",
          "src/app.html": "<!doctype html><head>%sveltekit.head%</head><body>%sveltekit.body%</body>\n"}, port=5173)
 untuned("Storybook", "npm run storybook",
-        {"package.json": '{"name": "shop", "private": true, "scripts": {"storybook": "storybook dev -p 6006 --no-open --no-version-updates"}}\n',
+        {"package.json": '{"name": "shop", "private": true, "scripts": {"storybook": '
+                         '"storybook dev -p 6006 --no-open --no-version-updates"}}\n',
          ".storybook/main.js": "export default { framework: '@storybook/html-vite', stories: ['../src/*.stories.js'], "
                                "core: { disableTelemetry: true } };\n",
          "src/button.stories.js": "export default { title: 'Button' };\nexport const Plain = () => '<button>x</button>';\n"},
