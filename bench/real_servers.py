@@ -1028,6 +1028,310 @@ untuned("PostgreSQL", "sh db.sh",
                   "bin=/usr/lib/postgresql/15/bin\n$become $bin/initdb --no-sync --auth=trust -D shop >initdb.log\n"
                   "$become $bin/postgres -D shop -k \"$data\" -h 127.0.0.1 -p %P\n"})
 
+# Chosen after the rows above: other frameworks, layouts and ways of telling the port, most common first.
+untuned("Create React App", "npm start",
+        {"package.json": '{"name": "shop", "private": true, "scripts": {"start": "react-scripts start"}, '
+                         '"browserslist": ["last 1 chrome version"]}\n',
+         ".env": "REACT_APP_API=http://localhost:%D\nPORT=%P\n", "public/index.html": "<!doctype html><div id=root></div>\n",
+         "src/index.js": "document.title = 'shop';\n"}, second=True)
+untuned("Angular", "ng serve",
+        {"package.json": '{"name": "shop", "private": true}\n',
+         "angular.json": '{"version": 1, "cli": {"analytics": false, "cache": {"enabled": false}}, "projects": {"shop": {"projectType": '
+                         '"application", "root": "", "sourceRoot": "src", "architect": {"build": {"builder": '
+                         '"@angular/build:application", "options": {"browser": "src/main.ts", "index": "src/index.html", '
+                         '"tsConfig": "tsconfig.json", "optimization": false}}, "serve": {"builder": "@angular/build:dev-server", '
+                         '"options": {"buildTarget": "shop:build"}}}}}}\n',
+         "tsconfig.json": '{"compilerOptions": {"target": "ES2022", "module": "preserve", "skipLibCheck": true, "types": []}, '
+                          '"files": ["src/main.ts"]}\n',
+         "src/index.html": "<!doctype html><title>shop</title><base href=\"/\">\n", "src/main.ts": "document.title = 'on';\n"},
+        port=4200)
+untuned("Vue CLI", "vue-cli-service serve",
+        {"package.json": '{"name": "shop", "private": true, "browserslist": ["last 1 chrome version"]}\n',
+         "public/index.html": "<!doctype html><div id=app></div>\n", "src/main.js": "document.title = 'shop';\n"}, port=8080)
+untuned("Vite, React, port in .env", "npm run dev",
+        {"package.json": '{"name": "shop", "type": "module", "scripts": {"dev": "vite"}}\n',
+         "vite.config.ts": "import react from '@vitejs/plugin-react'\nimport { defineConfig, loadEnv } from 'vite'\n\n"
+                           "export default defineConfig(({ mode }) => {\n  const env = loadEnv(mode, process.cwd())\n  return {\n"
+                           "    plugins: [react()],\n    server: {\n      port: Number(env.VITE_DEV_PORT),\n      strictPort: true,\n"
+                           "      proxy: { '/api': env.VITE_API_URL },\n    },\n  }\n})\n",
+         ".env.development": "VITE_API_URL=http://localhost:%D\nVITE_DEV_PORT=%P\n",
+         "index.html": "<!doctype html><div id=root></div><script type=module src=/src/main.tsx></script>\n",
+         "src/main.tsx": "import { createRoot } from 'react-dom/client'\n"
+                         "createRoot(document.getElementById('root')!).render(<p>shop</p>)\n"}, second=True)
+untuned("SvelteKit", "npm run dev",
+        {"package.json": '{"name": "shop", "type": "module", "scripts": {"dev": "vite dev"}}\n',
+         "vite.config.js": "import { sveltekit } from '@sveltejs/kit/vite';\n"
+                           "export default { cacheDir: '.vite', plugins: [sveltekit()] };\n",
+         "svelte.config.js": "export default { kit: {} };\n", "src/routes/+page.svelte": "<p>shop</p>\n",
+         "src/app.html": "<!doctype html><head>%sveltekit.head%</head><body>%sveltekit.body%</body>\n"}, port=5173)
+untuned("Storybook", "npm run storybook",
+        {"package.json": '{"name": "shop", "private": true, "scripts": {"storybook": '
+                         '"storybook dev -p 6006 --no-open --no-version-updates"}}\n',
+         ".storybook/main.js": "export default { framework: '@storybook/html-vite', stories: ['../src/*.stories.js'], "
+                               "core: { disableTelemetry: true } };\n",
+         "src/button.stories.js": "export default { title: 'Button' };\nexport const Plain = () => '<button>x</button>';\n"},
+        port=6006)
+untuned("webpack serve, config", "webpack serve",
+        {"webpack.config.js": "const path = require('path');\n\nmodule.exports = {\n  mode: 'development',\n"
+                              "  entry: './src/index.js',\n  devServer: {\n    static: path.join(__dirname, 'public'),\n"
+                              "    proxy: [{ context: ['/api'], target: 'http://localhost:%D' }],\n    port: %P,\n  },\n};\n",
+         "src/index.js": "document.title = 'on';\n", "public/index.html": "<!doctype html><script src=main.js></script>\n"},
+        second=True)
+untuned("express-generator", "npm start",
+        {"package.json": '{"name": "shop", "private": true, "scripts": {"start": "node ./bin/www"}}\n',
+         "bin/www": "#!/usr/bin/env node\nvar app = require('../app');\nvar http = require('http');\n\n"
+                    "var port = normalize(process.env.PORT || '%P');\napp.set('port', port);\n\n"
+                    "var server = http.createServer(app);\nserver.listen(port);\nserver.on('error', complain);\n\n"
+                    "function normalize(text) {\n  var number = parseInt(text, 10);\n  return isNaN(number) ? text : number;\n}\n\n"
+                    "function complain(error) {\n  if (error.code !== 'EADDRINUSE') throw error;\n"
+                    "  console.error('Port ' + port + ' is already in use');\n  process.exit(1);\n}\n",
+         "app.js": "var express = require('express');\nvar app = express();\napp.use('/', require('./routes/index'));\n"
+                   "module.exports = app;\n",
+         "routes/index.js": "var router = require('express').Router();\nrouter.get('/', (q, a) => a.send('ok'));\n"
+                            "module.exports = router;\n"})
+untuned("Express, src/config/index.js", "nodemon --exitcrash src/index.js",
+        {"src/index.js": "const app = require('./app');\nconst { server, mongo } = require('./config');\n\n"
+                         "app.listen(server.port, server.host, (error) => {\n  if (error) throw error;\n"
+                         "  console.log(`shop with ${mongo.url}`);\n});\n",
+         "src/app.js": "module.exports = require('express')();\n",
+         "src/config/index.js": "const number = (text, other) => (text ? parseInt(text, 10) : other);\n\nmodule.exports = {\n"
+                                "  mongo: { url: process.env.MONGO_URL || 'mongodb://localhost:%D/shop' },\n"
+                                "  server: { host: '127.0.0.1', port: number(process.env.SHOP_PORT, %P) },\n};\n"}, second=True)
+untuned("node-config", "node server.js",
+        {"server.js": "const config = require('config');\nconst app = require('express')();\n"
+                      "app.listen(config.get('http.port'), config.get('http.host'), (e) => { if (e) throw e; });\n",
+         "config/default.yaml": "http:\n  host: 127.0.0.1\n  port: 80\nredis:\n  port: %D\n",
+         "config/development.yaml": "http:\n  port: %P\n"}, second=True)
+untuned("nodemon.json, ts-node", "nodemon",
+        {"nodemon.json": '{"watch": ["src"], "ext": "ts", "exec": "ts-node --transpile-only src/main.ts", '
+                         '"env": {"HTTP_PORT": "%P"}}\n',
+         "src/main.ts": "import express from 'express';\n\nconst app = express();\n"
+                        "const port = Number(process.env.HTTP_PORT);\n"
+                        "app.listen(port, (error?: Error) => { if (error) throw error; });\n",
+         "tsconfig.json": '{"compilerOptions": {"module": "commonjs", "esModuleInterop": true, "skipLibCheck": true}}\n'})
+untuned("dotenv-cli", "dotenv -e .env.local -- node index.mjs",
+        {"index.mjs": "import express from 'express';\n\nconst { LISTEN_ON } = process.env;\n"
+                      "express().listen(LISTEN_ON).on('error', (e) => { console.error(e); process.exit(1); });\n",
+         ".env.local": "DATABASE_URL=postgres://localhost:%D/shop\nLISTEN_ON=%P\n"}, second=True)
+untuned("env-cmd", "env-cmd -e development -- node server.js",
+        {"server.js": HTTP + ".listen(process.env.PORT);\n",
+         ".env-cmdrc": '{"development": {"PORT": "%P"}, "production": {"PORT": "80"}}\n'})
+untuned("tsc-watch", ["tsc-watch", "--onSuccess", "node dist/main.js"],
+        {"src/main.ts": "import { createServer } from 'http';\nimport { PORT } from './constants';\n\n"
+                        "createServer((_, answer) => { answer.end('ok'); }).listen(PORT);\n",
+         "src/constants.ts": "export const PORT = %P;\n",
+         "tsconfig.json": '{"compilerOptions": {"module": "commonjs", "target": "es2022", "rootDir": "src", "outDir": "dist", '
+                          '"types": ["node"], "skipLibCheck": true}, "include": ["src"]}\n'})
+untuned("npm-run-all", "npm run dev",
+        {"package.json": '{"name": "shop", "scripts": {"dev": "run-p dev:*", "dev:api": "node api.js --port=%P", '
+                         '"dev:types": "node types.js"}}\n',
+         "api.js": "const { values } = require('util').parseArgs({ options: { port: { type: 'string' } } });\n" + HTTP +
+                   ".listen(Number(values.port));\n", "types.js": "setInterval(() => {}, 1000);\n"})
+untuned("https", "node server.js",
+        {"server.js": "const fs = require('fs');\nconst https = require('https');\n\nconst own = (name) => fs.readFileSync("
+                      "`${__dirname}/certificates/${name}.pem`);\n"
+                      "https.createServer({ key: own('key'), cert: own('cert') }, (q, a) => a.end('ok')).listen(%P, 'localhost');\n",
+         "certificates/x": ""},
+        build=["openssl", "req", "-x509", "-newkey", "ed25519", "-noenc", "-subj", "/CN=localhost", "-keyout",
+               "certificates/key.pem", "-out", "certificates/cert.pem"])
+untuned("Bun, hot", "bun --hot src/index.ts",
+        {"src/index.ts": "import { port } from './settings'\n\nexport default { port, fetch: () => new Response('ok') }\n",
+         "src/settings.ts": "export const cache = 'redis://localhost:%D'\nexport const port = %P\n"}, second=True)
+untuned("Wrangler", "wrangler dev",
+        {"wrangler.toml": "name = \"shop\"\nmain = \"src/index.js\"\ncompatibility_date = \"2024-01-01\"\nsend_metrics = false\n",
+         "src/index.js": "export default { fetch: () => new Response('ok') };\n"}, port=8787,
+        environment={"CLOUDFLARE_CF_FETCH_ENABLED": "false"})
+untuned("Stencil", "stencil build --dev --watch --serve --no-open",
+        {"package.json": '{"name": "shop"}\n', "tsconfig.json": '{"compilerOptions": {"target": "es2017"}, "include": ["src"]}\n',
+         "stencil.config.ts": "export const config = { namespace: 'shop', outputTargets: [{ type: 'www', serviceWorker: null }] };\n",
+         "src/index.html": "<!doctype html><p>shop\n"}, port=3333)
+untuned("Grunt", "grunt",
+        {"Gruntfile.js": "module.exports = (grunt) => {\n  grunt.initConfig({ connect: { server: { options: { keepalive: true } } } });\n"
+                         "  grunt.loadNpmTasks('grunt-contrib-connect');\n  grunt.registerTask('default', ['connect']);\n};\n",
+         "package.json": '{"name": "shop"}\n'}, port=8000)
+untuned("Sails", "node app.js",
+        {"app.js": "const sails = require('sails');\n\nprocess.chdir(__dirname);\nsails.lift(require('rc')('sails'));\n",
+         "package.json": '{"name": "shop", "dependencies": {}}\n',
+         "config/local.js": "module.exports.port = %P;\nmodule.exports.explicitHost = '127.0.0.1';\n"})
+untuned("mountebank", "mb start --localOnly", port=2525)
+untuned("stubby", "stubby -d stubs.yml -s %P -a 0 -t 0 -l localhost", {"stubs.yml": "- request:\n    url: /on\n"})
+untuned("Marp", "marp -s slides", {"slides/talk.md": "# x\n"}, environment={"PORT": "%P"})
+untuned("Django, default_port", py("manage.py runserver"),
+        {**DJANGO, "settings.py": DJANGO["settings.py"] +
+                                  "INSTALLED_APPS = ['shop', 'django.contrib.staticfiles']\nSTATIC_URL = 'static/'\n"
+                                  "DATABASES = {'default': {'ENGINE': 'django.db.backends.sqlite3', 'NAME': 'x', "
+                                  "'TEST': {'PORT': %D}}}\n",
+         "shop/__init__.py": "", "shop/management/__init__.py": "", "shop/management/commands/__init__.py": "",
+         "shop/management/commands/runserver.py": "from django.core.management.commands.runserver import Command\n\n"
+                                                  "Command.default_port = '%P'\n"}, second=True)
+untuned("Flask, config object", py("-m shop"),
+        {"shop/__init__.py": "from flask import Flask\n\n\ndef create_app(settings):\n    app = Flask(__name__)\n"
+                             "    app.config.from_object(settings)\n    return app\n",
+         "shop/__main__.py": "from . import create_app\n\napp = create_app('shop.settings.Development')\n"
+                             "app.run(host='127.0.0.1', port=app.config['HTTP_PORT'])\n",
+         "shop/settings.py": "class Base:\n    REDIS_URL = 'redis://localhost:%D/0'\n    HTTP_PORT = 80\n\n\n"
+                             "class Development(Base):\n    DEBUG = False\n    HTTP_PORT = %P\n"}, second=True)
+untuned("gunicorn, GUNICORN_CMD_ARGS", "/usr/bin/gunicorn app:app", WSGI,
+        environment={"GUNICORN_CMD_ARGS": "--bind=127.0.0.1:%P --workers=2"})
+untuned("debugpy", py("-m debugpy --listen 5678 app.py"), {"app.py": "import time\n\ntime.sleep(99)\n"}, port=5678)
+untuned("Invoke", "invoke serve",
+        {"tasks.py": "from invoke import task\n\n\n@task\ndef serve(context, port=%P):\n"
+                     "    context.run(f'/usr/bin/python3 -m http.server -b 127.0.0.1 {port}')\n"})
+
+GOPATH_BUILD = ["env", "GOPATH=/usr/share/gocode", "go", "build", "-o", "shop", "main.go"]
+untuned("chi", "./shop",
+        {"main.go": "package main\n\nimport (\n\t\"log\"\n\t\"net/http\"\n\t\"os\"\n\n\t\"github.com/go-chi/chi\"\n)\n\n"
+                    "func setting(name, other string) string {\n\tif text, ok := os.LookupEnv(name); ok {\n\t\treturn text\n\t}\n"
+                    "\treturn other\n}\n\nfunc main() {\n\tlog.Println(\"cache\", setting(\"CACHE_ADDR\", \"127.0.0.1:%D\"))\n"
+                    "\tlog.Fatal(http.ListenAndServe(setting(\"LISTEN_ADDR\", \"127.0.0.1:%P\"), chi.NewRouter()))\n}\n"},
+        build=GOPATH_BUILD, second=True)
+untuned("gorilla/mux", "go run .",
+        {"main.go": "package main\n\nimport (\n\t\"log\"\n\t\"net/http\"\n\n\t\"github.com/gorilla/mux\"\n)\n\nfunc main() {\n"
+                    "\tserver := &http.Server{Handler: mux.NewRouter(), Addr: listenAddress}\n"
+                    "\tif err := server.ListenAndServe(); err != nil {\n\t\tlog.Println(err)\n\t}\n}\n",
+         "settings.go": "package main\n\nconst listenAddress = \"localhost:%P\"\n"},
+        environment={"GOPATH": "/usr/share/gocode"})
+untuned("Echo", "./shop",
+        {"main.go": "package main\n\nimport \"github.com/labstack/echo\"\n\nfunc main() {\n\te := echo.New()\n"
+                    "\te.Logger.Fatal(e.Start(\":1323\"))\n}\n"}, build=GOPATH_BUILD, port=1323)
+untuned("Viper", "./shop",
+        {"main.go": "package main\n\nimport (\n\t\"fmt\"\n\t\"net/http\"\n\t\"os\"\n\n\t\"github.com/spf13/viper\"\n)\n\n"
+                    "func main() {\n\tviper.AddConfigPath(\"./configs\")\n\tviper.SetConfigName(\"shop\")\n"
+                    "\tif err := viper.ReadInConfig(); err != nil {\n\t\tpanic(err)\n\t}\n"
+                    "\taddress := fmt.Sprintf(\"%s:%d\", viper.GetString(\"http.host\"), viper.GetInt(\"http.port\"))\n"
+                    "\tif err := http.ListenAndServe(address, nil); err != nil {\n\t\tfmt.Fprintln(os.Stderr, err)\n"
+                    "\t\tos.Exit(2)\n\t}\n}\n",
+         "configs/shop.yaml": "postgres:\n  host: localhost\n  port: %D\nhttp:\n  host: 127.0.0.1\n  port: %P\n"},
+        build=GOPATH_BUILD, second=True)
+untuned("Cobra", "./shop serve -l 127.0.0.1:%P",
+        {"main.go": "package main\n\nimport (\n\t\"net/http\"\n\t\"os\"\n\n\t\"github.com/spf13/cobra\"\n)\n\nfunc main() {\n"
+                    "\troot := &cobra.Command{Use: \"shop\"}\n\tvar listen string\n\tserve := &cobra.Command{Use: \"serve\", "
+                    "RunE: func(*cobra.Command, []string) error {\n\t\treturn http.ListenAndServe(listen, nil)\n\t}}\n"
+                    "\tserve.Flags().StringVarP(&listen, \"listen\", \"l\", \":8080\", \"\")\n\troot.AddCommand(serve)\n"
+                    "\tif root.Execute() != nil {\n\t\tos.Exit(1)\n\t}\n}\n"}, build=GOPATH_BUILD)
+untuned("go tool pprof", "go tool pprof -http=localhost:%P -no_browser cpu.prof",
+        {"main.go": "package main\n\nimport (\n\t\"os\"\n\t\"runtime/pprof\"\n)\n\nfunc main() {\n"
+                    "\tfile, _ := os.Create(\"cpu.prof\")\n\tpprof.StartCPUProfile(file)\n\tpprof.StopCPUProfile()\n}\n"},
+        build=["go", "run", "main.go"])
+untuned("Tomcat, embedded", "java -cp /usr/share/java/tomcat10-embed-core.jar:/usr/share/java/tomcat-annotations-api.jar:. Shop",
+        {"Shop.java": "import org.apache.catalina.startup.Tomcat;\n\npublic class Shop {\n"
+                      "  public static void main(String[] words) throws Exception {\n"
+                      "    var settings = new java.util.Properties();\n"
+                      "    try (var file = Shop.class.getResourceAsStream(\"/application.properties\")) {\n"
+                      "      settings.load(file);\n    }\n    Tomcat tomcat = new Tomcat();\n    tomcat.setBaseDir(\"work\");\n"
+                      "    tomcat.setPort(Integer.parseInt(settings.getProperty(\"server.port\")));\n"
+                      "    tomcat.getConnector().setThrowOnFailure(true);\n    tomcat.start();\n    tomcat.getServer().await();\n"
+                      "  }\n}\n",
+         "application.properties": "spring.datasource.url=jdbc:postgresql://localhost:%D/shop\nserver.port=%P\n"},
+        build=["javac", "-cp", "/usr/share/java/tomcat10-embed-core.jar", "Shop.java"], second=True,
+        needs=["/usr/share/java/tomcat10-embed-core.jar"])
+untuned("Java, JMX", "java -Dcom.sun.management.jmxremote.port=%P -Dcom.sun.management.jmxremote.authenticate=false "
+        "-Dcom.sun.management.jmxremote.ssl=false Work.java",
+        {"Work.java": "public class Work {\n  public static void main(String[] words) throws Exception {\n"
+                      "    Thread.sleep(99999);\n  }\n}\n"})
+untuned("Java, ServerSocket", "java -ea -Xmx64m -cp out shop.Main",
+        {"src/shop/Main.java": "package shop;\n\nimport java.io.IOException;\nimport java.net.ServerSocket;\n\npublic class Main {\n"
+                               "  public static void main(String[] words) {\n"
+                               "    try (var server = new ServerSocket(Settings.PORT)) {\n"
+                               "      while (true) server.accept().close();\n    } catch (IOException problem) {\n"
+                               "      System.err.println(\"Could not listen: \" + problem.getMessage());\n    }\n  }\n}\n",
+         "src/shop/Settings.java": "package shop;\n\ninterface Settings {\n  String BROKER = \"localhost:%D\";\n"
+                                   "  int PORT = %P;\n}\n"},
+        build=["javac", "-d", "out", "src/shop/Main.java", "src/shop/Settings.java"], second=True)
+untuned("nREPL", "java -cp /usr/share/java/clojure.jar:/usr/share/java/nrepl.jar:/usr/share/java/core.specs.alpha.jar:"
+        "/usr/share/java/spec.alpha.jar clojure.main -m nrepl.cmdline --port %P", needs=["/usr/share/java/nrepl.jar"])
+untuned("Slim", "php -S localhost:%P -t public public/index.php",
+        {"public/index.php": "<?php\nrequire 'Slim/autoload.php';\n$app = new Slim\\App();\n"
+                             "$app->get('/', fn ($question, $answer) => $answer->write('ok'));\n$app->run();\n"})
+untuned("PHP, bin/server.php", "php bin/server.php",
+        {"bin/server.php": "<?php\n$settings = require __DIR__ . '/../config/app.php';\n['host' => $host, 'port' => $port] = "
+                           "$settings['listen'];\n$socket = @stream_socket_server(\"tcp://$host:$port\", $code, $text);\n"
+                           "if (!$socket) {\n    fwrite(STDERR, \"$text\\n\");\n    exit(1);\n}\n"
+                           "while ($one = stream_socket_accept($socket, -1)) fclose($one);\n",
+         "config/app.php": "<?php\nreturn [\n    'database' => ['host' => 'localhost', 'port' => %D],\n"
+                           "    'listen' => ['host' => '127.0.0.1', 'port' => getenv('WS_PORT') ?: %P],\n];\n"}, second=True)
+untuned("bin/dev", "sh bin/dev",
+        {"bin/dev": "#!/bin/sh\nset -e\ncd \"$(dirname \"$0\")/..\"\nexport PORT=\"${PORT:-%P}\"\n"
+                    "exec foreman start -f Procfile.dev \"$@\"\n",
+         "Procfile.dev": "web: puma -p $PORT\ncss: sleep 99\n", **RACK})
+untuned("Puma, cluster", "puma",
+        {**RACK, "config/puma.rb": "workers 2\nthreads 1, 1\nport ENV.fetch('PORT') { %P }\n"
+                                   "environment ENV.fetch('RACK_ENV') { 'development' }\n"})
+untuned("Sinatra, modular", "ruby app.rb -p %P -o 127.0.0.1",
+        {"app.rb": "require 'sinatra'\n\nset :cache, 'localhost:%D'\nget('/') { 'ok' }\n"}, second=True)
+untuned("mojo, one line", ["perl", "-Mojo", "-E", "a('/' => {text => 'ok'})->start", "daemon", "-l", "http://127.0.0.1:%P"])
+untuned("Plumber", ["Rscript", "-e", "plumber::pr_run(plumber::pr('plumber.R'), port = %P)"],
+        {"plumber.R": "#* @get /on\nfunction() 'ok'\n"})
+
+untuned("sphinx-autobuild", "sphinx-autobuild --port %P docs docs/_build",
+        {"docs/conf.py": "project = 'shop'\n", "docs/index.rst": "Shop\n====\n"})
+untuned("FastAPI, UVICORN_PORT", "uvicorn shop.main:app --reload",
+        {"shop/__init__.py": "", "shop/main.py": "from fastapi import FastAPI\n\napp = FastAPI()\n\n\n@app.get('/')\n"
+                                                 "def home():\n    return 'ok'\n"}, environment={"UVICORN_PORT": "%P"})
+untuned("Django REST framework", py("manage.py runserver --noreload localhost:%P"),
+        {**DJANGO, "settings.py": DJANGO["settings.py"] +
+                                  "INSTALLED_APPS = ['django.contrib.contenttypes', 'django.contrib.auth', 'rest_framework']\n"
+                                  "CELERY_BROKER_URL = 'redis://localhost:%D/0'\n"}, second=True)
+untuned("Flask-RESTful", py("api.py"),
+        {"api.py": "from flask import Flask\nfrom flask_restful import Api, Resource\n\napp = Flask(__name__)\napi = Api(app)\n\n\n"
+                   "class Home(Resource):\n    def get(self):\n        return 'ok'\n\n\napi.add_resource(Home, '/')\n"
+                   "app.run(debug=True)\n"}, port=5000)
+untuned("Jupyter Server", py("-m jupyter_server --no-browser --allow-root"), port=8888)
+untuned("mitmweb", "mitmweb --no-web-open-browser --listen-port %P --set web_port=0 --set connection_strategy=lazy")
+untuned("python, YAML anchor", py("-u serve.py --config config/dev.yml"),
+        {"serve.py": "import argparse, socketserver, yaml\n\nparser = argparse.ArgumentParser()\n"
+                     "parser.add_argument('--config', type=argparse.FileType())\n"
+                     "settings = yaml.safe_load(parser.parse_args().config)['services']\n"
+                     "socketserver.TCPServer(('127.0.0.1', settings['web']['port']), socketserver.StreamRequestHandler)"
+                     ".serve_forever()\n",
+         "config/dev.yml": "ports:\n  database: &database %D\n  web: &web %P\nservices:\n  database:\n    port: *database\n"
+                           "  web:\n    port: *web\n"}, second=True)
+untuned("python, dataclass settings", py("-m app"),
+        {"app/__init__.py": "", "app/__main__.py": "import asyncio\n\nfrom .settings import Settings\n\n\nasync def main():\n"
+         "    settings = Settings()\n    server = await asyncio.start_server(lambda r, w: w.close(), settings.bind_host, "
+         "settings.bind_port)\n    await server.serve_forever()\n\n\nasyncio.run(main())\n",
+         "app/settings.py": "import dataclasses\nimport os\n\n\n@dataclasses.dataclass\nclass Settings:\n"
+                            "    bind_host: str = '127.0.0.1'\n    bind_port: int = int(os.getenv('APP_BIND_PORT', '%P'))\n"
+                            "    statsd_port: int = %D\n"}, second=True)
+untuned("direnv", "direnv exec . node server.js",
+        {".envrc": "export SHOP_PORT=%P\n", "server.js": HTTP + ".listen(process.env.SHOP_PORT, 'localhost');\n"},
+        build=["direnv", "allow", "."])
+untuned("Turborepo", "turbo run dev",
+        {"package.json": '{"name": "shop", "private": true, "packageManager": "npm@10.0.0", "workspaces": ["apps/*"]}\n',
+         "package-lock.json": '{"name": "shop", "lockfileVersion": 3, "packages": {"": {"workspaces": ["apps/*"]}, '
+                              '"apps/api": {"name": "api", "version": "1.0.0"}, "node_modules/api": {"resolved": "apps/api", '
+                              '"link": true}}}\n',
+         "turbo.json": '{"ui": "stream", "tasks": {"dev": {"cache": false, "persistent": true}}}\n',
+         "apps/api/package.json": '{"name": "api", "version": "1.0.0", "scripts": {"dev": "node server.js"}}\n',
+         "apps/api/server.js": HTTP + ".listen(%P);\n"}, environment={"TURBO_TELEMETRY_DISABLED": "1"})
+untuned("entr", ["sh", "-c", "ls *.js | entr -r node server.js"], {"server.js": HTTP + ".listen(%P);\n"})
+untuned("QEMU, hostfwd", "qemu-system-x86_64 -display none -m 16 -S -nic user,hostfwd=tcp:127.0.0.1:%P-:22")
+untuned("Redis Sentinel", "redis-server sentinel.conf --sentinel",
+        {"sentinel.conf": "bind 127.0.0.1\nsentinel monitor shop 127.0.0.1 %D 1\n"}, port=26379, second=True)
+untuned("PgBouncer", "sh pool.sh",
+        {"pool.sh": "# The pool refuses to run as root.\nif [ \"$(id -u)\" = 0 ]; then\n"
+                    "  become='setpriv --reuid=nobody --regid=nogroup --clear-groups'\nfi\nexec $become pgbouncer pool.ini\n",
+         "pool.ini": "[databases]\nshop = host=127.0.0.1 port=%D\n\n[pgbouncer]\nlisten_addr = 127.0.0.1\n"
+                     "auth_type = any\nunix_socket_dir =\n"}, port=6432, second=True)
+untuned("Glances", "glances -w -B 127.0.0.1 --disable-check-update", port=61208)
+untuned("json-graphql-server", "json-graphql-server db.js -p %P", {"db.js": "module.exports = { posts: [{ id: 1, title: 'x' }] };\n"})
+untuned("Laravel console", "php artisan serve",
+        {"artisan": "#!/usr/bin/env php\n<?php\nrequire 'Illuminate/autoload.php';\n"
+                    "$app = new Illuminate\\Foundation\\Application(__DIR__);\n"
+                    "$console = new Illuminate\\Console\\Application($app, new Illuminate\\Events\\Dispatcher($app), '8');\n"
+                    "$console->resolve(Illuminate\\Foundation\\Console\\ServeCommand::class);\nexit($console->run());\n",
+         "server.php": "<?php echo 'ok';\n", "public/index.php": "<?php echo 'ok';\n"}, port=8000)
+untuned("Nailgun", "java -cp /usr/share/java/nailgun-server.jar com.martiansoftware.nailgun.NGServer 127.0.0.1", port=2113,
+        needs=["/usr/share/java/nailgun-server.jar"])
+untuned("ssh -L", "ssh -N -F ssh_config -L %P:localhost:%D shop",
+        {"ssh_config": "Host shop\n  ProxyCommand /usr/sbin/sshd -i -f sshd_config -o AuthorizedKeysFile=$PWD/id.pub\n"
+                       "  IdentityFile id\n  StrictHostKeyChecking no\n  UserKnownHostsFile /dev/null\n",
+         "sshd_config": "HostKey id\nUsePAM no\nStrictModes no\nPidFile none\n"},
+        build=["ssh-keygen", "-q", "-t", "ed25519", "-N", "", "-f", "id"], second=True)
+untuned("Swank", ["sbcl", "--noinform", "--load", "start.lisp"],
+        {"start.lisp": "(require :asdf)\n(asdf:load-system :swank)\n(swank:create-server :port %P :dont-close t)\n(sleep 999)\n"},
+        build=["sbcl", "--noinform", "--non-interactive", "--eval", "(require :asdf)", "--eval", "(asdf:load-system :swank)"])
+
 # --- What must give no alert ---------------------------------------------------------------------
 def crashes(port):
     """(name, command, files, port that is held) of programs that end without having asked for it, or
