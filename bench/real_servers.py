@@ -524,7 +524,7 @@ untuned("Falcon", py("main.py"),
                     "    settings = json.load(f)\nsimple_server.make_server(settings['listen']['host'], "
                     "settings['listen']['port'], falcon.App()).serve_forever()\n",
          "etc/api.json": '{"mongo": {"port": %D}, "listen": {"host": "127.0.0.1", "port": %P}}\n'}, second=True)
-untuned("Werkzeug", py("main.py"),
+learned("Werkzeug", py("main.py"),
         {"main.py": "from werkzeug.serving import run_simple\nrun_simple('127.0.0.1', %P, lambda e, s: [])\n"})
 untuned("Tornado, options", py("main.py --port=%P --redis=localhost:%D"),
         {"main.py": "import asyncio, tornado.web\nfrom tornado.options import define, options, parse_command_line\n"
@@ -580,10 +580,10 @@ add("rsync", "rsync --daemon --no-detach --config=rsyncd.conf",
 add("iperf3", "iperf3 -s", port=5201)
 untuned("distccd", "distccd --no-detach --log-stderr --daemon --allow 127.0.0.1 --listen 127.0.0.1 --port %P")
 untuned("gdbserver", "gdbserver --once 127.0.0.1:%P /bin/sleep 99")
-untuned("Dropbear", "dropbear -F -E -r key -P dropbear.pid -p 127.0.0.1:%P", build=["dropbearkey", "-t", "ed25519", "-f", "key"])
+learned("Dropbear", "dropbear -F -E -r key -P dropbear.pid -p 127.0.0.1:%P", build=["dropbearkey", "-t", "ed25519", "-f", "key"])
 untuned("ngIRCd", "ngircd -n -f ngircd.conf",
         {"ngircd.conf": "[Global]\nName = irc.localhost.test\nInfo = x\nListen = 127.0.0.1\nPorts = %P\n"})
-untuned("Prosody", "prosody -F --config prosody.cfg.lua",
+learned("Prosody", "prosody -F --config prosody.cfg.lua",
         {"prosody.cfg.lua": "run_as_root = true\ndata_path = '.'\nmodules_disabled = { 's2s' }\ninterfaces = { '127.0.0.1' }\n"
                             "c2s_ports = { %P }\nVirtualHost 'localhost'\n"})
 add("Transmission", "transmission-daemon -f -g settings",
@@ -601,10 +601,10 @@ untuned("H2", "java -cp /usr/share/java/h2.jar org.h2.tools.Server -tcp -tcpPort
 untuned("sslh", "sslh-select -f -n -p 127.0.0.1:%P --http 127.0.0.1:%D", second=True)
 untuned("Shell In A Box", "shellinaboxd -t -p %P --localhost-only -s /:AUTH:HOME:/bin/true")
 untuned("rmiregistry", "rmiregistry %P")
-untuned("Java, JDWP", "java -agentlib:jdwp=transport=dt_socket,server=y,suspend=n,address=127.0.0.1:%P Main.java",
+learned("Java, JDWP", "java -agentlib:jdwp=transport=dt_socket,server=y,suspend=n,address=127.0.0.1:%P Main.java",
         {"Main.java": "public class Main {\n  public static void main(String[] a) throws Exception {\n"
                       "    Thread.sleep(60000);\n  }\n}\n"})
-untuned("Jetty", ["java", "-cp", "out:/usr/share/java/*", "Web"],
+learned("Jetty", ["java", "-cp", "out:/usr/share/java/*", "Web"],
         {"Web.java": "import org.eclipse.jetty.server.Server;\npublic class Web {\n  public static void main(String[] a) throws "
                      "Exception {\n    Server server = new Server(Integer.parseInt(System.getenv(\"JETTY_PORT\")));\n"
                      "    server.start();\n    server.join();\n  }\n}\n"},
@@ -618,7 +618,7 @@ add("Groovy", "groovy server.groovy",
         {"server.groovy": "def config = new ConfigSlurper().parse(new File('config.groovy').toURL())\n"
                           "new ServerSocket(config.http.port).accept()\n",
          "config.groovy": "mail { port = %D }\nhttp { port = %P }\n"}, second=True)
-untuned("Clojure", "clojure server.clj",
+learned("Clojure", "clojure server.clj",
         {"server.clj": "(require '[clojure.edn :as edn])\n(def config (edn/read-string (slurp \"config.edn\")))\n"
                        "(.accept (java.net.ServerSocket. (get-in config [:http :port])))\n",
          "config.edn": "{:db {:host \"localhost\" :port %D}\n :http {:port %P}}\n"}, second=True)
@@ -633,7 +633,7 @@ untuned("bash, sourced .env", "bash serve.sh",
         {"serve.sh": "set -a\nsource .env\nexec ruby -run -e httpd . -b 127.0.0.1 -p \"$WEB_PORT\"\n",
          ".env": "DATABASE_URL=postgres://localhost:%D/shop\nWEB_PORT=%P\n"}, second=True)
 untuned("make serve", "make serve", {"Makefile": "PORT ?= %P\n\n.PHONY: serve\nserve:\n\tpython3 -m http.server $(PORT)\n"})
-untuned("rake serve", "rake serve",
+learned("rake serve", "rake serve",
         {"Rakefile": "require 'webrick'\n\ndesc 'Serve'\ntask :serve do\n  WEBrick::HTTPServer.new("
                      "BindAddress: '127.0.0.1', Port: ENV.fetch('PORT', %P).to_i).start\nend\n"})
 untuned("Foreman", "foreman start", {"Procfile": "web: python3 -m http.server $PORT\n", ".env": "PORT=%P\n"})
@@ -704,11 +704,11 @@ add("Rspack", "rspack serve",
         {"rspack.config.js": "module.exports = {\n  mode: 'development',\n  entry: './main.js',\n"
                              "  devServer: { host: '127.0.0.1', port: %P },\n};\n", "main.js": "console.log(1);\n",
          "package.json": '{"name": "pack"}\n'})
-untuned("rollup-plugin-serve", "rollup -c -w",
+learned("rollup-plugin-serve", "rollup -c -w",
         {"rollup.config.mjs": "import serve from 'rollup-plugin-serve';\nexport default {\n  input: 'main.js',\n"
                               "  output: { file: 'dist/out.js' },\n  plugins: [serve({ contentBase: 'dist', host: '127.0.0.1', "
                               "port: %P })],\n};\n", "main.js": "console.log(1);\n", "package.json": "{}"})
-untuned("gulp-connect", "gulp serve",
+learned("gulp-connect", "gulp serve",
         {"gulpfile.js": "const connect = require('gulp-connect');\nexports.serve = (done) => {\n"
                         "  connect.server({ root: '.', host: '127.0.0.1', port: %P });\n  done();\n};\n"})
 add("local-web-server", "ws", port=8000)
@@ -719,7 +719,7 @@ untuned("Verdaccio", "verdaccio -c verdaccio.yaml",
 untuned("Node-RED", "node-red -u flows -p %P", {"flows/flows.json": "[]"})
 untuned("TiddlyWiki", "tiddlywiki . --listen port=%P",
         {"tiddlywiki.info": '{"plugins": ["tiddlywiki/tiddlyweb", "tiddlywiki/filesystem"], "themes": []}\n'})
-untuned("PeerJS", "peerjs --host 127.0.0.1 --port %P")
+learned("PeerJS", "peerjs --host 127.0.0.1 --port %P")
 untuned("Fastify CLI", "fastify start -l info -p %P plugin.js", {"plugin.js": "module.exports = async (fastify, options) => {};\n"})
 untuned("GraphQL Yoga", "node index.js",
         {"index.js": "const { createSchema, createYoga } = require('graphql-yoga');\nconst { createServer } = require('http');\n"
@@ -747,8 +747,8 @@ untuned("http2", "node h2.mjs",
         {"h2.mjs": "import http2 from 'node:http2';\nimport { parseArgs } from 'node:util';\n"
                    "const { values } = parseArgs({ options: { listen: { type: 'string', short: 'l', default: '%P' } } });\n"
                    "http2.createServer().listen(Number(values.listen), '127.0.0.1');\n"})
-untuned("node --inspect", "node --inspect=127.0.0.1:%P worker.js", {"worker.js": "setInterval(() => {}, 1000);\n"})
-untuned("Aedes", "node broker.js",
+learned("node --inspect", "node --inspect=127.0.0.1:%P worker.js", {"worker.js": "setInterval(() => {}, 1000);\n"})
+learned("Aedes", "node broker.js",
         {"broker.js": "const config = require('./package.json').config;\nconst { Aedes } = require('aedes');\n"
                       "Aedes.createBroker().then((broker) => require('net').createServer(broker.handle).listen(config.mqtt));\n",
          "package.json": '{"name": "broker", "config": {"mqtt": %P, "admin": %D}}\n'}, second=True)
@@ -800,28 +800,28 @@ untuned("Hexo", "hexo server",
         {"_config.yml": "title: x\nurl: http://example.test\ntheme: plain\nserver:\n  port: %P\n",
          "package.json": '{"name": "blog", "private": true, "hexo": {"version": "7.0.0"}, "dependencies": '
                          '{"hexo": "*", "hexo-server": "*"}}\n', "source/_posts/one.md": "---\ntitle: one\n---\nok\n"})
-untuned("Rsbuild", "rsbuild dev",
+learned("Rsbuild", "rsbuild dev",
         {"rsbuild.config.mjs": "export default {\n  source: { entry: { index: './main.js' } },\n"
                                "  server: { port: %P, strictPort: true },\n};\n", "main.js": "console.log(1);\n",
          "package.json": '{"name": "pack"}\n'})
-untuned("Nitro", "nitro dev",
+learned("Nitro", "nitro dev",
         {"nitro.config.mjs": "export default {};\n", "routes/index.js": "export default () => 'ok';\n",
          "package.json": '{"name": "nitro-web", "type": "module"}\n'}, port=3000)
-untuned("pm2-runtime", "pm2-runtime ecosystem.config.js",
+learned("pm2-runtime", "pm2-runtime ecosystem.config.js",
         {"ecosystem.config.js": "module.exports = {\n  apps: [{ name: 'api', script: 'api.js', env: { HTTP_PORT: %P, "
                                 "MONGO_URL: 'mongodb://localhost:%D/shop' } }],\n};\n",
          "api.js": HTTP + ".listen(process.env.HTTP_PORT);\n"}, second=True)
 untuned("node-foreman", "nf start",
         {"Procfile": "web: node server.js\n", "server.js": HTTP + ".listen(process.env.PORT || 3999);\n"}, port=5000)
 untuned("MailDev", "maildev", port=1080)
-untuned("y-websocket", "y-websocket", environment={"HOST": "127.0.0.1", "PORT": "%P"})
+learned("y-websocket", "y-websocket", environment={"HOST": "127.0.0.1", "PORT": "%P"})
 untuned("StatsD", "node node_modules/statsd/stats.js config.js",
         {"config.js": "{\n  graphitePort: %D,\n  graphiteHost: '127.0.0.1',\n  port: 8125,\n  mgmt_address: '127.0.0.1',\n"
                       "  mgmt_port: %P,\n  backends: ['./backends/console']\n}\n"}, second=True)
 untuned("Karma", "karma start", {"karma.conf.js": "module.exports = (config) => config.set({ browsers: [], files: [] });\n"},
         port=9876)
 untuned("Playwright", "playwright-core run-server --host 127.0.0.1 --port %P")
-untuned("servor", "servor . index.html", WEB, port=8080)
+learned("servor", "servor . index.html", WEB, port=8080)
 untuned("local-cors-proxy", "lcp --proxyUrl http://localhost:%D --port %P", second=True)
 untuned("Redis Commander", "redis-commander --nosave --address 127.0.0.1 --port %P --redis-port %D", second=True)
 untuned("ssh2", "node sftp.mjs",
@@ -831,7 +831,7 @@ untuned("ssh2", "node sftp.mjs",
 untuned("ftp-srv", "node ftp.js",
         {"ftp.js": "const FtpSrv = require('ftp-srv');\nconst ftp = new FtpSrv({ url: 'ftp://127.0.0.1:%P', anonymous: true });\n"
                    "ftp.listen().then(() => console.log('ready'));\n"})
-untuned("jayson", "node rpc.js",
+learned("jayson", "node rpc.js",
         {"rpc.js": "const jayson = require('jayson');\nconst { rpc } = require('./etc/services');\n"
                    "jayson.server({ add: ([a, b], done) => done(null, a + b) }).tcp().listen(rpc.port, rpc.host);\n",
          "etc/services.json": '{"rpc": {"host": "127.0.0.1", "port": %P}, "queue": {"host": "127.0.0.1", "port": %D}}\n'},
@@ -841,7 +841,7 @@ untuned("Apollo Server", "node index.mjs",
                       "import { startStandaloneServer } from '@apollo/server/standalone';\n"
                       "const server = new ApolloServer({ typeDefs: 'type Query { on: Boolean }' });\n"
                       "const { url } = await startStandaloneServer(server, { listen: { port: %P } });\nconsole.log(url);\n"})
-untuned("tRPC", "tsx watch src/server.ts",
+learned("tRPC", "tsx watch src/server.ts",
         {"src/server.ts": "import { initTRPC } from '@trpc/server';\n"
                           "import { createHTTPServer } from '@trpc/server/adapters/standalone';\nimport { ports } from './ports';\n\n"
                           "const t = initTRPC.create();\nconst router = t.router({ on: t.procedure.query(() => true) });\n"
@@ -870,19 +870,19 @@ untuned("Bundle Analyzer", "webpack-bundle-analyzer stats.json --no-open -h 127.
 untuned("dnsmasq", "dnsmasq -k -C dnsmasq.conf",
         {"dnsmasq.conf": "port=%P\nlisten-address=127.0.0.1\nbind-interfaces\nno-resolv\nno-hosts\nuser=\ngroup=\npid-file=\n"
                          "address=/shop.test/127.0.0.1\n"})
-untuned("sshd", "/usr/sbin/sshd -D -e -f sshd_config",
+learned("sshd", "/usr/sbin/sshd -D -e -f sshd_config",
         {"sshd_config": "Port %P\nListenAddress 127.0.0.1\nHostKey host_key\nPidFile none\nUsePAM no\n"},
         build=["sh", "-c", "mkdir -p /run/sshd && ssh-keygen -q -t ed25519 -N '' -f host_key"])
 untuned("vsftpd", "vsftpd vsftpd.conf",
         {"vsftpd.conf": "listen=YES\nlisten_ipv6=NO\nbackground=NO\nlisten_address=127.0.0.1\nlisten_port=%P\n"
                         "anonymous_enable=YES\nrun_as_launching_user=YES\n"})
-untuned("Gearman", "gearmand -L 127.0.0.1 -l stderr", port=4730)
+learned("Gearman", "gearmand -L 127.0.0.1 -l stderr", port=4730)
 untuned("Alertmanager", "prometheus-alertmanager --config.file=a.yml --storage.path=data --cluster.listen-address=",
         {"a.yml": "route:\n  receiver: hook\nreceivers:\n  - name: hook\n    webhook_configs:\n"
                   "      - url: http://localhost:%D/alerts\n"}, port=9093, second=True)
 untuned("VictoriaMetrics", "victoria-metrics -httpListenAddr=127.0.0.1:%P -storageDataPath=data")
 untuned("rclone", "rclone serve webdav . --addr 127.0.0.1:%P")
-untuned("Pelican", "pelican --listen", {"pelicanconf.py": "SITENAME = 'x'\nPORT = %P\n", "output/index.html": "x\n"})
+learned("Pelican", "pelican --listen", {"pelicanconf.py": "SITENAME = 'x'\nPORT = %P\n", "output/index.html": "x\n"})
 untuned("Django, runserver_plus", py("manage.py runserver_plus"),
         {**DJANGO, "settings.py": DJANGO["settings.py"] +
                                   "INSTALLED_APPS = ['django.contrib.staticfiles', 'django_extensions']\nSTATIC_URL = 'static/'\n"
@@ -908,7 +908,7 @@ untuned("AsyncSSH", py("server.py"),
                       "    await asyncssh.listen('127.0.0.1', %P, server_host_keys=[asyncssh.generate_private_key('ssh-ed25519')])\n"
                       "    await asyncio.Event().wait()\n\nasyncio.run(main())\n"})
 untuned("Pyro4 name server", py("-m Pyro4.naming"), port=9090)
-untuned("Dask", "dask-scheduler --host 127.0.0.1", port=8786)
+learned("Dask", "dask-scheduler --host 127.0.0.1", port=8786)
 untuned("httpbin", py("-m httpbin.core --host 127.0.0.1 --port %P"))
 untuned("Locust", "locust",
         {"locustfile.py": "from locust import HttpUser, task\n\nclass Visitor(HttpUser):\n    host = 'http://localhost:%D'\n\n"
@@ -917,12 +917,12 @@ untuned("Locust", "locust",
 untuned("python -c", [PYTHON, "-c", "import socketserver; socketserver.TCPServer(('127.0.0.1', %P), "
                                     "socketserver.StreamRequestHandler).serve_forever()"])
 
-untuned("YARD", "yard server", {"lib/shop.rb": "# A shop.\nclass Shop\nend\n", "README.md": "# x\n"}, port=8808)
+learned("YARD", "yard server", {"lib/shop.rb": "# A shop.\nclass Shop\nend\n", "README.md": "# x\n"}, port=8808)
 untuned("Grape", "puma -b tcp://127.0.0.1:%P",
         {"config.ru": "require 'grape'\n\nclass Shop < Grape::API\n  get(:on) { 'ok' }\nend\n\nrun Shop\n"})
 untuned("rackup, options in config.ru", "rackup",
         {"config.ru": "#\\ -s webrick -o 127.0.0.1 -p %P\nrun ->(env) { [200, {}, ['ok']] }\n"})
-untuned("rdbg", "rdbg3.1 -O -n --port %P app.rb", {"app.rb": "sleep 99\n"})
+learned("rdbg", "rdbg3.1 -O -n --port %P app.rb", {"app.rb": "sleep 99\n"})
 untuned("ruby -rsocket -e", ["ruby", "-rsocket", "-e", "TCPServer.open('127.0.0.1', %P) { |s| loop { s.accept.close } }"])
 untuned("PHP-FPM", "php-fpm8.2 -F -R -p . -y fpm.conf",
         {"fpm.conf": "[global]\nerror_log = fpm.log\n\n[www]\nuser = nobody\ngroup = nogroup\nlisten = 127.0.0.1:%P\npm = static\n"
@@ -948,7 +948,7 @@ untuned("mix run", "mix run --no-halt",
                         "    Task.start_link(fn -> :gen_tcp.accept(socket) end)\n  end\nend\n"}, second=True)
 untuned("yaws", "yaws -i --conf yaws.conf",
         {"yaws.conf": "logdir = .\n\n<server localhost>\n  port = %P\n  listen = 127.0.0.1\n  docroot = .\n</server>\n"})
-untuned("Shiny", "Rscript app.R",
+learned("Shiny", "Rscript app.R",
         {"app.R": "library(shiny)\nshinyApp(fluidPage('ok'), function(input, output) {}) |> print()\n",
          ".Rprofile": "options(shiny.port = %P, shiny.launch.browser = FALSE)\n"})
 
@@ -957,7 +957,7 @@ untuned("Gin", "./shop",
                     "\tr.GET(\"/\", func(c *gin.Context) { c.String(200, \"ok\") })\n\tif err := r.Run(); err != nil {\n"
                     "\t\tpanic(err)\n\t}\n}\n"},
         build=["env", "GOPATH=/usr/share/gocode", "go", "build", "-o", "shop", "main.go"], port=8080)
-untuned("godoc", "godoc", {"main.go": "package main\n\nfunc main() {}\n"}, port=6060)
+learned("godoc", "godoc", {"main.go": "package main\n\nfunc main() {}\n"}, port=6060)
 untuned("gopls", "gopls -listen=127.0.0.1:%P")
 untuned("Delve", "dlv exec ./app --headless --listen=127.0.0.1:%P",
         {"main.go": "package main\n\nimport \"time\"\n\nfunc main() { time.Sleep(time.Minute) }\n"},
@@ -975,9 +975,9 @@ untuned("Cargo workspace", "cargo run --quiet --offline -p api",
         second=True)
 untuned("Derby", "java -cp /usr/share/java/derby.jar:/usr/share/java/derbynet.jar:/usr/share/java/derbytools.jar "
         "org.apache.derby.drda.NetworkServerControl start", port=1527)
-untuned("HSQLDB", "java -cp /usr/share/java/hsqldb.jar org.hsqldb.server.Server",
+learned("HSQLDB", "java -cp /usr/share/java/hsqldb.jar org.hsqldb.server.Server",
         {"server.properties": "server.address=127.0.0.1\nserver.port=%P\nserver.database.0=mem:shop\nserver.dbname.0=shop\n"})
-untuned("Tomcat", "sh /usr/share/tomcat10/bin/catalina.sh run",
+learned("Tomcat", "sh /usr/share/tomcat10/bin/catalina.sh run",
         {"conf/server.xml": "<Server port=\"-1\">\n  <Service name=\"Catalina\">\n"
                             "    <Connector address=\"127.0.0.1\" port=\"%P\" protocol=\"HTTP/1.1\" redirectPort=\"%D\"/>\n"
                             "    <Engine name=\"Catalina\" defaultHost=\"localhost\">\n"
@@ -991,14 +991,14 @@ untuned("ant run", "ant run",
                       "  <target name=\"run\" depends=\"compile\">\n    <java classname=\"Server\" classpath=\"out\" fork=\"true\" "
                       "failonerror=\"true\">\n      <arg value=\"${http.port}\"/>\n    </java>\n  </target>\n</project>\n",
          "src/Server.java": JAVA % "    int port = Integer.parseInt(a[0]);\n"})
-untuned("ZooKeeper", "java -cp /usr/share/java/zookeeper.jar:/usr/share/java/slf4j-simple.jar "
+learned("ZooKeeper", "java -cp /usr/share/java/zookeeper.jar:/usr/share/java/slf4j-simple.jar "
         "org.apache.zookeeper.server.quorum.QuorumPeerMain zoo.cfg",
         {"zoo.cfg": "tickTime=2000\ndataDir=./data\nclientPort=%P\nclientPortAddress=127.0.0.1\nadmin.enableServer=false\n",
          "data/x": ""})
 
 untuned("adb", "adb nodaemon server", port=5037)
-untuned("kubectl proxy", "kubectl proxy", port=8001)
-untuned("sccache", "sccache", environment={"SCCACHE_START_SERVER": "1", "SCCACHE_NO_DAEMON": "1", "SCCACHE_SERVER_PORT": "%P"})
+learned("kubectl proxy", "kubectl proxy", port=8001)
+learned("sccache", "sccache", environment={"SCCACHE_START_SERVER": "1", "SCCACHE_NO_DAEMON": "1", "SCCACHE_SERVER_PORT": "%P"})
 untuned("H2O", "h2o -c h2o.conf",
         {"h2o.conf": "hosts:\n  \"shop.test\":\n    listen: &web\n      host: 127.0.0.1\n      port: %P\n    paths:\n      /:\n"
                      "        proxy.reverse.url: http://127.0.0.1:%D/\n  \"files.test\":\n    listen: *web\n    paths:\n"
@@ -1019,7 +1019,7 @@ untuned("tcpserver", "tcpserver -v 127.0.0.1 %P cat")
 untuned("openssl s_server", "openssl s_server -cert cert.pem -key key.pem -www", port=4433,
         build=["openssl", "req", "-x509", "-newkey", "ed25519", "-noenc", "-subj", "/CN=localhost", "-keyout", "key.pem",
                "-out", "cert.pem"])
-untuned("busybox nc", "busybox nc -l -p %P")
+learned("busybox nc", "busybox nc -l -p %P")
 untuned("systemd-socket-activate", "systemd-socket-activate -l 127.0.0.1:%P cat")
 untuned("PostgreSQL", "sh db.sh",
         {"db.sh": "# The server refuses to run as root.\nset -e\nif [ \"$(id -u)\" = 0 ]; then\n"
@@ -1048,7 +1048,7 @@ untuned("Angular", "ng serve",
 untuned("Vue CLI", "vue-cli-service serve",
         {"package.json": '{"name": "shop", "private": true, "browserslist": ["last 1 chrome version"]}\n',
          "public/index.html": "<!doctype html><div id=app></div>\n", "src/main.js": "document.title = 'shop';\n"}, port=8080)
-untuned("Vite, React, port in .env", "npm run dev",
+learned("Vite, React, port in .env", "npm run dev",
         {"package.json": '{"name": "shop", "type": "module", "scripts": {"dev": "vite"}}\n',
          "vite.config.ts": "import react from '@vitejs/plugin-react'\nimport { defineConfig, loadEnv } from 'vite'\n\n"
                            "export default defineConfig(({ mode }) => {\n  const env = loadEnv(mode, process.cwd())\n  return {\n"
@@ -1154,8 +1154,8 @@ untuned("Sails", "node app.js",
          "package.json": '{"name": "shop", "dependencies": {}}\n',
          "config/local.js": "module.exports.port = %P;\nmodule.exports.explicitHost = '127.0.0.1';\n"})
 untuned("mountebank", "mb start --localOnly", port=2525)
-untuned("stubby", "stubby -d stubs.yml -s %P -a 0 -t 0 -l localhost", {"stubs.yml": "- request:\n    url: /on\n"})
-untuned("Marp", "marp -s slides", {"slides/talk.md": "# x\n"}, environment={"PORT": "%P"})
+learned("stubby", "stubby -d stubs.yml -s %P -a 0 -t 0 -l localhost", {"stubs.yml": "- request:\n    url: /on\n"})
+learned("Marp", "marp -s slides", {"slides/talk.md": "# x\n"}, environment={"PORT": "%P"})
 untuned("Django, default_port", py("manage.py runserver"),
         {**DJANGO, "settings.py": DJANGO["settings.py"] +
                                   "INSTALLED_APPS = ['shop', 'django.contrib.staticfiles']\nSTATIC_URL = 'static/'\n"
@@ -1203,7 +1203,7 @@ untuned("Viper", "./shop",
                     "\t\tos.Exit(2)\n\t}\n}\n",
          "configs/shop.yaml": "postgres:\n  host: localhost\n  port: %D\nhttp:\n  host: 127.0.0.1\n  port: %P\n"},
         build=GOPATH_BUILD, second=True)
-untuned("Cobra", "./shop serve -l 127.0.0.1:%P",
+learned("Cobra", "./shop serve -l 127.0.0.1:%P",
         {"main.go": "package main\n\nimport (\n\t\"net/http\"\n\t\"os\"\n\n\t\"github.com/spf13/cobra\"\n)\n\nfunc main() {\n"
                     "\troot := &cobra.Command{Use: \"shop\"}\n\tvar listen string\n\tserve := &cobra.Command{Use: \"serve\", "
                     "RunE: func(*cobra.Command, []string) error {\n\t\treturn http.ListenAndServe(listen, nil)\n\t}}\n"
@@ -1225,7 +1225,7 @@ untuned("Tomcat, embedded", "java -cp /usr/share/java/tomcat10-embed-core.jar:/u
          "application.properties": "spring.datasource.url=jdbc:postgresql://localhost:%D/shop\nserver.port=%P\n"},
         build=["javac", "-cp", "/usr/share/java/tomcat10-embed-core.jar", "Shop.java"], second=True,
         needs=["/usr/share/java/tomcat10-embed-core.jar"])
-untuned("Java, JMX", "java -Dcom.sun.management.jmxremote.port=%P -Dcom.sun.management.jmxremote.authenticate=false "
+learned("Java, JMX", "java -Dcom.sun.management.jmxremote.port=%P -Dcom.sun.management.jmxremote.authenticate=false "
         "-Dcom.sun.management.jmxremote.ssl=false Work.java",
         {"Work.java": "public class Work {\n  public static void main(String[] words) throws Exception {\n"
                       "    Thread.sleep(99999);\n  }\n}\n"})
@@ -1278,7 +1278,7 @@ untuned("Flask-RESTful", py("api.py"),
                    "app.run(debug=True)\n"}, port=5000)
 untuned("Jupyter Server", py("-m jupyter_server --no-browser --allow-root"), port=8888)
 untuned("mitmweb", "mitmweb --no-web-open-browser --listen-port %P --set web_port=0 --set connection_strategy=lazy")
-untuned("python, YAML anchor", py("-u serve.py --config config/dev.yml"),
+learned("python, YAML anchor", py("-u serve.py --config config/dev.yml"),
         {"serve.py": "import argparse, socketserver, yaml\n\nparser = argparse.ArgumentParser()\n"
                      "parser.add_argument('--config', type=argparse.FileType())\n"
                      "settings = yaml.safe_load(parser.parse_args().config)['services']\n"
@@ -1308,7 +1308,7 @@ untuned("entr", ["sh", "-c", "ls *.js | entr -r node server.js"], {"server.js": 
 untuned("QEMU, hostfwd", "qemu-system-x86_64 -display none -m 16 -S -nic user,hostfwd=tcp:127.0.0.1:%P-:22")
 untuned("Redis Sentinel", "redis-server sentinel.conf --sentinel",
         {"sentinel.conf": "bind 127.0.0.1\nsentinel monitor shop 127.0.0.1 %D 1\n"}, port=26379, second=True)
-untuned("PgBouncer", "sh pool.sh",
+learned("PgBouncer", "sh pool.sh",
         {"pool.sh": "# The pool refuses to run as root.\nif [ \"$(id -u)\" = 0 ]; then\n"
                     "  become='setpriv --reuid=nobody --regid=nogroup --clear-groups'\nfi\nexec $become pgbouncer pool.ini\n",
          "pool.ini": "[databases]\nshop = host=127.0.0.1 port=%D\n\n[pgbouncer]\nlisten_addr = 127.0.0.1\n"
@@ -1328,7 +1328,7 @@ untuned("ssh -L", "ssh -N -F ssh_config -L %P:localhost:%D shop",
                        "  IdentityFile id\n  StrictHostKeyChecking no\n  UserKnownHostsFile /dev/null\n",
          "sshd_config": "HostKey id\nUsePAM no\nStrictModes no\nPidFile none\n"},
         build=["ssh-keygen", "-q", "-t", "ed25519", "-N", "", "-f", "id"], second=True)
-untuned("Swank", ["sbcl", "--noinform", "--load", "start.lisp"],
+learned("Swank", ["sbcl", "--noinform", "--load", "start.lisp"],
         {"start.lisp": "(require :asdf)\n(asdf:load-system :swank)\n(swank:create-server :port %P :dont-close t)\n(sleep 999)\n"},
         build=["sbcl", "--noinform", "--non-interactive", "--eval", "(require :asdf)", "--eval", "(asdf:load-system :swank)"])
 

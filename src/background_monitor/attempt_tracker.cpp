@@ -324,7 +324,7 @@ AttemptTracker::Outcome AttemptTracker::lookAtEnded(Tracked& tracked, const Pres
     const BootTime evidenceAt = isUnseen ? *tracked.endedAt : evidence->at;
     if (!answer ||
         (isWeak(attempt, *answer) &&
-         (isUnseen || (tracked.hasEndedQuietly && answer->source != PortSource::project) ||
+         (isUnseen || (tracked.hasEndedQuietly && answer->source > PortSource::project) ||
           mayBeOthers(tracked, present, evidenceAt))))
         return Outcome::done;
     if (auto verdict = judge(attempt, Verdict::Kind::failedStart, present, present.listening(),

@@ -38,7 +38,7 @@ constexpr std::array<Interpreter, 17> kInterpreters{{
     {"Rscript", " -p ", " -e ", "", ""},
     {"guile", " -L -C -l ", " -c ", "", ""},
     {"swipl", " -g -t -x -p -l ", "", "", ""},
-    {"sbcl", " --core --load ", " --eval ", "", ""},
+    {"sbcl", " --core ", " --eval ", "", ""},
 }};
 
 // What the table calls scripts of interpreters that are not their own namesakes.
@@ -195,8 +195,12 @@ std::string debuggerOfNode(std::string_view word) {
     return std::string(equals < word.size() ? word.substr(equals + 1) : kUsual);
 }
 
-// Of "-agentlib:jdwp=transport=dt_socket,server=y,address=*:5005" the address.
+// Of "-agentlib:jdwp=transport=dt_socket,server=y,address=*:5005" the address; what manages the
+// machine waits in the same way.
 std::string debuggerOfJava(std::string_view word) {
+    constexpr std::string_view kManagement = "-Dcom.sun.management.jmxremote.port=";
+    if (word.starts_with(kManagement))
+        return std::string(word.substr(kManagement.size()));
     constexpr std::string_view kAddress = "address=";
     const bool isAgent = word.starts_with("-agentlib:jdwp=") || word.starts_with("-Xrunjdwp:");
     const std::size_t address = word.find(kAddress);
@@ -402,8 +406,10 @@ std::optional<Invocation> identifyInvocation(std::span<const std::string> comman
             return std::nullopt;
         if (name == "java") {
             invocation.script = javaProgram(commandLine);
-            for (const std::string& word : commandLine)
-                invocation.debugger += debuggerOfJava(word);
+            for (const std::string& word : commandLine) {
+                if (invocation.debugger.empty())
+                    invocation.debugger = debuggerOfJava(word);
+            }
         }
         if (name == "beam.smp")
             readErlang(invocation);

@@ -63,6 +63,22 @@ std::string readManual(const fs::path& path) {
     return text;
 }
 
+// "process.env.PORT", `os.environ["PORT"]`, `ENV.fetch('PORT')`; lines may be as long as they like.
+bool asksForVariable(std::string_view text, std::string_view name) {
+    constexpr std::size_t kBefore = 24;
+    for (std::size_t place = text.find(name); place != std::string_view::npos;
+         place = text.find(name, place + 1)) {
+        const std::size_t from = place - std::min(place, kBefore);
+        const std::string before = inSmallLetters(text.substr(from, place - from));
+        const std::size_t end = place + name.size();
+        const bool isWhole =
+            end == text.size() || (text[end] != '_' && (text[end] < 'A' || text[end] > 'Z'));
+        if (isWhole && before.find("env") != std::string::npos)
+            return true;
+    }
+    return false;
+}
+
 class ManualSearch {
   public:
     ManualSearch(const Attempt& attempt, std::span<const std::uint16_t> held,
@@ -110,15 +126,11 @@ class ManualSearch {
 
     void addSource(std::string_view text) {
         add(text);
-        if (attempt_.environment.empty())
-            return;
-        for (const PortSite& site : portSites(text)) {
-            for (const Setting& variable : attempt_.environment) {
-                const auto endpoint = parseEndpoint(variable.value);
-                if (endpoint &&
-                    std::ranges::find(site.variables, variable.path) != site.variables.end())
-                    addOnce(variables_, endpoint->port);
-            }
+        for (const Setting& variable : attempt_.environment) {
+            const auto endpoint = parseEndpoint(variable.value);
+            if (endpoint && speaksOfListening(inSmallLetters(variable.path)) &&
+                asksForVariable(text, variable.path))
+                addOnce(variables_, endpoint->port);
         }
     }
 

@@ -102,6 +102,12 @@ bool speaksOfListening(std::string_view name) {
 std::optional<std::string_view> tellingValue(const std::vector<std::string>& arguments,
                                              std::size_t place) {
     const std::string_view word = arguments[place];
+    // An address with its port behind what mostly stands for "listen", "address" or "bind".
+    if ((word == "-l" || word == "-a" || word == "-b") && place + 1 < arguments.size()) {
+        const auto endpoint = parseEndpoint(arguments[place + 1]);
+        if (endpoint && arguments[place + 1].find(':') != std::string::npos)
+            return arguments[place + 1];
+    }
     const std::size_t equals = word.find('=');
     const std::string name = inSmallLetters(word.substr(0, equals));
     // "--listen-client-urls" is about listening, whoever is to come.

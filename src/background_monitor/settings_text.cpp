@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
 #include <utility>
 
 namespace zenlot {
@@ -248,8 +249,22 @@ std::string_view withoutComment(std::string_view line, std::string_view mark) {
     return isComment ? line.substr(0, comment) : line;
 }
 
+// "&web 4990" gives the value a name, and "*web" stands for it.
+std::string_view resolved(std::string_view value,
+                          std::map<std::string_view, std::string_view>& anchors) {
+    if (value.starts_with('*')) {
+        const auto anchor = anchors.find(value.substr(1));
+        return anchor == anchors.end() ? value : anchor->second;
+    }
+    if (!value.starts_with('&'))
+        return value;
+    const std::size_t blank = std::min(value.find(' '), value.size());
+    return anchors[value.substr(1, blank - 1)] = trimmed(value.substr(blank));
+}
+
 std::vector<Setting> readIndented(std::string_view text) {
     Settings settings;
+    std::map<std::string_view, std::string_view> anchors;
     std::vector<std::size_t> indentations;
     forEachLine(text, [&](std::string_view line) {
         line = withoutComment(line, "#");
@@ -275,7 +290,7 @@ std::vector<Setting> readIndented(std::string_view text) {
                 settings.add({}, content);
             return;
         }
-        const std::string_view value = trimmed(content.substr(colon + 1));
+        const std::string_view value = resolved(trimmed(content.substr(colon + 1)), anchors);
         const std::string_view key = content.substr(0, colon);
         if (value.empty() || value == "|" || value == ">") {
             settings.push(key);

@@ -362,12 +362,14 @@ class FileSearch {
         const auto text = known_.insert(file).second && hasTime() ? readText(file) : std::nullopt;
         if (!text)
             return;
-        nearby_ += *text + "\n";
         const std::string name = file.filename().string();
         if (const auto format = settingsFormatOf(name)) {
+            for (const std::uint16_t port : portsMentionedIn(*text, name))
+                mentionedBySettings_.push_back(port);
             addSettings(*text, *format);
             return;
         }
+        nearby_ += *text + "\n";
         const bool isObject = (file.extension().string().find('s') != std::string::npos &&
                                file.extension() != ".exs") || // .js, .ts, .mjs, ...
                               file.extension() == ".lua";
@@ -577,7 +579,9 @@ class FileSearch {
         }
         if (!found.empty())
             return found;
-        return mentionedPorts(nearby_, held_);
+        found = mentionedPorts(nearby_, held_);
+        found.insert(found.end(), mentionedBySettings_.begin(), mentionedBySettings_.end());
+        return found;
     }
 
     // The folder with a manifest or a repository, at or above the working directory or what is run;
@@ -696,6 +700,7 @@ class FileSearch {
     std::vector<fs::path> namedFiles_;
     std::set<fs::path> known_;
     std::vector<Setting> settings_;
+    std::vector<std::uint16_t> mentionedBySettings_;
     std::vector<Setting> variables_; // of files
     FoundInProgram inBuilt_;
 };

@@ -80,7 +80,9 @@ std::string_view withoutComment(std::string_view line) {
 
 // Whether a line, in small letters, asks another server for something. Ruby's ENV.fetch does not.
 bool asksOthers(std::string_view line) {
-    if (speaksOfOthers(line))
+    // Where a host and a port stand in one value, somebody is to be connected to.
+    if (speaksOfOthers(line) || (line.find("host=") != std::string_view::npos &&
+                                 line.find(" port=") != std::string_view::npos))
         return true;
     return std::ranges::any_of(kAsking, [line](std::string_view word) {
         const std::size_t place = line.find(word);

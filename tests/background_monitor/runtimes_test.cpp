@@ -89,6 +89,8 @@ const Case kCases[]{
     {"built program", "PORT=8086 /tmp/go-build1/b001/exe/main", kUnknown},
     {"built program", "/home/ada/go/bin/api -addr 127.0.0.1:8087", "127.0.0.1:8087"},
     {"built program", "/home/ada/bin/echo --port 8089", "8089"},
+    {"built program", "/home/ada/bin/shop serve -l :8090 -b 5000", "8090"},
+    {"script of another language", "sbcl --noinform --load server.lisp", kUnknown},
     {"built program", "/opt/shop/server -http-port=8088 -Ddb.port=5432", "8088"},
     {"any program", "/usr/sbin/lighttpd -D -f lighttpd.conf", kUnknown},
     {"any program", "/usr/bin/grep -r 3000", kNothing},
@@ -197,6 +199,7 @@ TEST(RuntimesTest, DebuggersThatAreWaitedFor) {
         {"java -agentlib:jdwp=transport=dt_socket,server=y,address=*:5005,suspend=n Shop",
          "*:5005"},
         {"java -agentlib:jdwp=transport=dt_socket,address=host:5005 Shop", ""},
+        {"java -Dcom.sun.management.jmxremote.port=5006 Shop", "5006"},
         {"python3 -m debugpy --listen 5678 app.py --listen 1", "5678"},
     };
     for (const auto& [command, debugger] : cases) {

@@ -50,6 +50,7 @@ TEST(WrittenPortsTest, MentionsOfHeldPorts) {
         {"url = 'http://localhost:8080'", {}},
         {"listen 'http://localhost:8080'", {8080}},
         {"redis port 3000", {}},
+        {"shop = host=127.0.0.1 port=3000", {}},
         {"timeout = 3000", {}},
         {"port 4000", {}},
     };
@@ -176,6 +177,10 @@ TEST_F(SourceReaderTest, ToolThatSaysNothingIsAskedForItsOwnDefault) {
     folder.write("app/node_modules/tool/test/index.js", "const defaults = { port: 4400 };");
     EXPECT_THAT(ports("node_modules/tool/bin/tool.js"), ElementsAre(4300));
     EXPECT_EQ(answer->source, PortSource::manual);
+    folder.write("app/node_modules/tool/lib/min.js", "a=1;b=process.env.PORT||c;d=PORTS");
+    attempt.environment = {{"PORT", "4500"}, {"TIMEOUT", "4400"}};
+    EXPECT_THAT(ports("node_modules/tool/bin/tool.js"), ElementsAre(4500));
+    attempt.environment.clear();
     folder.write("env/lib/python3.11/site-packages/mock/cli.py", "def main(port=4400): pass");
     folder.write("env/bin/mock", "#!/usr/bin/python3\nfrom mock.cli import main\n");
     EXPECT_THAT(ports((folder.path() / "env/bin/mock").string()), ElementsAre(4400));
