@@ -50,6 +50,15 @@ TEST(SharedPortCacheTest, ReadersSeeWholeListsOnly) {
     writer.join();
 }
 
+TEST(SharedPortCacheTest, AListThatNobodyMindsIsEmpty) {
+    bool isMinded = true;
+    SharedPortCache cache([&isMinded] { return isMinded; });
+    cache.replace({OccupiedPort()});
+    EXPECT_EQ(cache.copy().size(), 1U);
+    isMinded = false;
+    EXPECT_TRUE(cache.copy().empty());
+}
+
 const std::vector<OccupiedPort> kPorts{{3000, "TCP4", "node", "Node", 4312, "501", "/usr/bin/node"},
                                        {std::numeric_limits<std::int64_t>::max(), "",
                                         R"(a"  b \ /)", "\n\t\x01\x7F\u0080\u009F\u00A0\u00C2",
