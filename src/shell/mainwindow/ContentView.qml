@@ -41,10 +41,25 @@ T.SplitView {
 
     Connections {
         function onPortFieldFocusRequested() {
-            portField.selectAndFocus();
+            if (!keeper.isWithPopup())
+                portField.selectAndFocus();
+        }
+
+        function onResultsFocusRequested() {
+            if (!keeper.isWithPopup())
+                results.takeKeyboard();
         }
 
         target: root.viewModel
+    }
+    KeyboardKeeper {
+        id: keeper
+
+        area: root
+        home: portField
+
+        // The next digit begins a new number.
+        onBroughtHome: portField.selectAll()
     }
     Shortcut {
         sequences: ["Ctrl+R", "F5"]
@@ -136,6 +151,8 @@ T.SplitView {
         }
 
         PortResults {
+            id: results
+
             Layout.fillWidth: true
             viewModel: root.viewModel
             visible: hasRows

@@ -16,6 +16,10 @@ ColumnLayout {
     // Somebody goes on typing the number while the list has the keyboard.
     signal digitTyped(digit: string)
 
+    function takeKeyboard() {
+        list.forceActiveFocus();
+    }
+
     spacing: 0
 
     Divider {
@@ -89,14 +93,6 @@ ColumnLayout {
         onCurrentIndexChanged: {
             if (list.currentIndex >= 0)
                 list.positionViewAtIndex(list.currentIndex, ListView.Contain);
-        }
-
-        Connections {
-            function onResultsFocusRequested() {
-                list.forceActiveFocus();
-            }
-
-            target: root.viewModel
         }
     }
     PortContextMenu {

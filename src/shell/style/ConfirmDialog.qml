@@ -19,7 +19,7 @@ T.Dialog {
 
     property string cancelText: qsTr("Cancel")
     property string destructiveText: ""
-    // What had the keyboard, and gets it back before the answer is known.
+    // What had the keyboard, and gets it back before the answer is known, if it is still there.
     property Item focusBefore: null
     property bool hadFocusRing: false
     property string message: ""
@@ -76,7 +76,7 @@ T.Dialog {
     }
 
     onAboutToHide: {
-        if (root.focusBefore)
+        if (root.focusBefore?.visible)
             root.focusBefore.forceActiveFocus(root.hadFocusRing ? Qt.TabFocusReason : Qt.PopupFocusReason);
     }
     onAboutToShow: {
