@@ -38,6 +38,8 @@ T.SplitView {
         portField.forceActiveFocus();
     }
     Keys.onEscapePressed: portField.clearAndFocus()
+    // Whoever has the keyboard: nothing else in the window has a use for these.
+    Keys.onPressed: event => event.accepted = portField.take(event)
 
     Connections {
         function onPortFieldFocusRequested() {
@@ -156,8 +158,6 @@ T.SplitView {
             Layout.fillWidth: true
             viewModel: root.viewModel
             visible: hasRows
-
-            onDigitTyped: digit => portField.type(digit)
         }
 
         Item {

@@ -11,12 +11,26 @@ T.TextField {
 
     required property ContentViewModel viewModel
 
-    // Types at the end, from wherever the keyboard was.
-    function type(text: string) {
+    // Takes a key that came to something else, with the keyboard, if it is one for a number.
+    function take(event: var): bool {
+        const isPlain = !(event.modifiers & (Qt.ControlModifier | Qt.AltModifier | Qt.MetaModifier));
+        if (event.matches(StandardKey.Paste)) {
+            root.selectAndFocus();
+            root.paste();
+        } else if (isPlain && /^[0-9]$/.test(event.text)) {
+            root.goOnWith(root.viewModel.portInput + event.text);
+        } else if (isPlain && event.key === Qt.Key_Backspace) {
+            root.goOnWith(root.viewModel.portInput.slice(0, -1));
+        } else {
+            return false;
+        }
+        return true;
+    }
+
+    function goOnWith(text: string) {
         root.forceActiveFocus();
-        root.deselect();
+        root.viewModel.portInput = text;
         root.cursorPosition = root.length;
-        root.viewModel.portInput = root.viewModel.portInput + text;
     }
 
     function selectAndFocus() {

@@ -13,9 +13,6 @@ ColumnLayout {
     required property ContentViewModel viewModel
     readonly property bool hasRows: list.count > 0
 
-    // Somebody goes on typing the number while the list has the keyboard.
-    signal digitTyped(digit: string)
-
     function takeKeyboard() {
         list.forceActiveFocus();
     }
@@ -79,10 +76,7 @@ ColumnLayout {
         Keys.onDownPressed: root.viewModel.moveSelection(1)
         Keys.onEnterPressed: root.viewModel.openRow(root.viewModel.selectedRow)
         Keys.onPressed: event => {
-            if (event.text >= "0" && event.text <= "9") {
-                event.accepted = true;
-                root.digitTyped(event.text);
-            } else if (event.matches(StandardKey.Copy)) {
+            if (event.matches(StandardKey.Copy)) {
                 event.accepted = true;
                 root.viewModel.copySelectedPid();
             }

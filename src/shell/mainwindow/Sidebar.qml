@@ -29,9 +29,10 @@ Rectangle {
                 font: TextStyle.headline
                 text: "Zenlot"
             }
+            // A disabled button would lose the keyboard to a moment of scanning.
             IconButton {
-                enabled: !root.viewModel.isLoadingSidebar
-                opacity: enabled ? 1 : 0.4
+                enabled: !root.viewModel.isLoadingSidebar || activeFocus
+                opacity: root.viewModel.isLoadingSidebar ? 0.4 : 1
                 symbol: "arrow.clockwise"
                 text: qsTr("Refresh")
                 toolTip: qsTr("Refresh")

@@ -56,6 +56,57 @@ TEST_F(ContentViewTest, KeyboardAloneFindsOpensAndEndsAProcess) {
     EXPECT_NE(waitForItem(u"Port 8080 is free"_s), nullptr);
     EXPECT_TRUE(waitForNoItem(u"Sample"_s));
     EXPECT_TRUE(model.isInspectorOpen()) << "what was being read stays";
+    EXPECT_TRUE(comesToFocus(u"Port"_s));
+    type(u"9"_s);
+    EXPECT_EQ(model.portInput(), u"9"_s);
+}
+
+TEST_F(ContentViewTest, EndOfACheckTakesTheKeyboardFromNoDialogAndNoMenu) {
+    fixture.tables.addListener(8080, 42, currentUserId(), "/opt/Sample.app/server");
+    fixture.tables.addListener(9000, 43, currentUserId(), "/opt/Other.app/server");
+    open();
+    type(u"8080"_s);
+    ASSERT_TRUE(comesToFocus(u"1 process on port 8080"_s));
+    press(Qt::Key_Delete);
+    ASSERT_TRUE(comesToFocus(u"Cancel"_s));
+    fixture.appModel.setPendingPort(9000);
+    ASSERT_NE(waitForItem(u"1 process on port 9000"_s), nullptr);
+    model.focusPortField();
+    EXPECT_EQ(focused(), u"Cancel"_s);
+    press(Qt::Key_Return);
+    ASSERT_TRUE(waitForNoItem(u"Force-quit Sample"_s));
+    EXPECT_TRUE(fixture.tables.process(42));
+    EXPECT_TRUE(comesToFocus(u"1 process on port 9000"_s));
+
+    click(itemFrom(u"Other TCP4"_s), Qt::RightButton);
+    ASSERT_NE(waitForItem(u"Copy Port"_s), nullptr);
+    fixture.appModel.setPendingPort(8080);
+    ASSERT_NE(waitForItem(u"1 process on port 8080"_s), nullptr);
+    press(Qt::Key_Down);
+    press(Qt::Key_Return);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"9000"_s);
+    ASSERT_TRUE(waitForNoItem(u"Copy Port"_s));
+    EXPECT_TRUE(comesToFocus(u"1 process on port 8080"_s));
+}
+
+TEST_F(ContentViewTest, KeysForTheNumberReachTheFieldFromEverywhere) {
+    fixture.tables.addListener(8080, 42, currentUserId(), "/opt/Sample.app/server");
+    open();
+    for (const QString& place : {u"Listening ports"_s, u"Refresh"_s, u"Toggle Inspector"_s}) {
+        SCOPED_TRACE(place.toStdString());
+        press(Qt::Key_Escape);
+        type(u"8080"_s);
+        ASSERT_TRUE(comesToFocus(u"1 process on port 8080"_s));
+        itemFrom(place)->forceActiveFocus();
+        press(Qt::Key_Backspace);
+        EXPECT_EQ(model.portInput(), u"808"_s);
+        EXPECT_EQ(focused(), u"Port"_s);
+        itemFrom(place)->forceActiveFocus();
+        QGuiApplication::clipboard()->setText(u"port 8081"_s);
+        press(Qt::Key_V, Qt::ControlModifier);
+        EXPECT_EQ(model.portInput(), u"8081"_s);
+        EXPECT_EQ(focused(), u"Port"_s);
+    }
 }
 
 TEST_F(ContentViewTest, DigitsTypedIntoTheResultsGoOnInTheField) {
