@@ -52,6 +52,7 @@ class PrivateBus {
         return QDBusConnection::connectToBus(address_, name);
     }
 
+    const QString& address() const { return address_; }
     pid_t processId() const { return static_cast<pid_t>(daemon_.processId()); }
 
   private:

@@ -43,7 +43,7 @@ T.Dialog {
 
         Behavior on opacity {
             NumberAnimation {
-                duration: 120
+                duration: 120 * Theme.motion
             }
         }
     }
@@ -53,14 +53,14 @@ T.Dialog {
     }
     enter: Transition {
         NumberAnimation {
-            duration: 130
+            duration: 130 * Theme.motion
             easing.type: Easing.OutCubic
             from: 0
             property: "opacity"
             to: 1
         }
         NumberAnimation {
-            duration: 130
+            duration: 130 * Theme.motion
             easing.type: Easing.OutCubic
             from: 0.94
             property: "scale"
@@ -69,7 +69,7 @@ T.Dialog {
     }
     exit: Transition {
         NumberAnimation {
-            duration: 100
+            duration: 100 * Theme.motion
             property: "opacity"
             to: 0
         }

@@ -79,7 +79,7 @@ TEST_F(PiecesTest, MenuIsWalkedWithTheKeyboardAndAsWideAsItsItems) {
          "    StyleMenuItem { text: 'Copy Port'; onTriggered: root.chosen += 'port' }"
          "    StyleMenuSeparator {}"
          "    StyleMenuItem { id: item; text: 'Something with quite a long name'; symbol: 'trash';"
-         "        shortcutText: 'Del'; onTriggered: root.chosen += 'long' } }");
+         "        keys: 'Del'; onTriggered: root.chosen += 'long' } }");
     press(Qt::Key_Return);
     ASSERT_TRUE(waitFor([&] { return value("opened").toBool(); }));
     EXPECT_GE(value("spare").toDouble(), 0);
