@@ -17,20 +17,22 @@ T.TextField {
         if (event.matches(StandardKey.Paste)) {
             root.selectAndFocus();
             root.paste();
-        } else if (isPlain && /^[0-9]$/.test(event.text)) {
-            root.goOnWith(root.viewModel.portInput + event.text);
+        } else if (isPlain && root.isDigit(event.text)) {
+            root.forceActiveFocus();
+            root.viewModel.typeDigit(event.text);
+            root.cursorPosition = root.length;
         } else if (isPlain && event.key === Qt.Key_Backspace) {
-            root.goOnWith(root.viewModel.portInput.slice(0, -1));
+            root.forceActiveFocus();
+            root.viewModel.portInput = root.viewModel.portInput.slice(0, -1);
+            root.cursorPosition = root.length;
         } else {
             return false;
         }
         return true;
     }
 
-    function goOnWith(text: string) {
-        root.forceActiveFocus();
-        root.viewModel.portInput = text;
-        root.cursorPosition = root.length;
+    function isDigit(text: string): bool {
+        return /^[0-9]$/.test(text);
     }
 
     function selectAndFocus() {
@@ -55,7 +57,15 @@ T.TextField {
     text: root.viewModel.portInput
 
     Keys.onEnterPressed: root.viewModel.performCheck()
+    Keys.onPressed: event => {
+        if ([Qt.Key_Left, Qt.Key_Right, Qt.Key_Home, Qt.Key_End].includes(event.key))
+            root.viewModel.goIntoNumber();
+        else if (root.isDigit(event.text) && root.cursorPosition === root.length && root.viewModel.beginsNewNumber())
+            root.selectAll();
+        event.accepted = false;
+    }
     Keys.onReturnPressed: root.viewModel.performCheck()
+    onPressed: root.viewModel.goIntoNumber()
     onTextEdited: root.viewModel.portInput = root.text
 
     // Typing takes the field's text out of its binding, and a refused character stays otherwise.

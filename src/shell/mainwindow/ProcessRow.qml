@@ -12,7 +12,10 @@ T.ItemDelegate {
     id: root
 
     required property string accessibleName
+    required property bool canForceQuit
     required property string displayName
+    // What a tool tip has to say in full.
+    readonly property string elidedText: title.isElided ? root.displayName : ""
     required property string executablePath
     required property int index
     required property bool isLast
@@ -20,8 +23,10 @@ T.ItemDelegate {
     required property string localAddress
     required property int pid
     required property string pidText
+    required property int port
     required property string processState
     required property string proto
+    required property string rowKey
     required property int stateTint
     required property string user
 
@@ -40,17 +45,23 @@ T.ItemDelegate {
 
     background: Item {
         Rectangle {
+            anchors.fill: selection
+            color: Theme.hover
+            radius: 7
+            visible: root.hovered && !root.isSelected
+        }
+        SelectedRowMark {
+            id: selection
+
             anchors.bottomMargin: root.isLast ? 0 : 1 // above the divider
             anchors.fill: parent
             anchors.leftMargin: 6
             anchors.rightMargin: 6
-            color: Theme.accent
-            opacity: root.isSelected ? 0.14 : root.hovered ? 0.05 : 0
-            radius: 7
+            opacity: root.isSelected ? 1 : 0
 
             Behavior on opacity {
                 NumberAnimation {
-                    duration: 120
+                    duration: 120 * Theme.motion
                     easing.type: Easing.InOutQuad
                 }
             }
@@ -76,6 +87,8 @@ T.ItemDelegate {
             spacing: 2
 
             ProcessTitle {
+                id: title
+
                 Layout.fillWidth: true
                 displayName: root.displayName
                 pidText: root.pidText
@@ -87,12 +100,14 @@ T.ItemDelegate {
                 spacing: 8
 
                 StyleText {
+                    Accessible.ignored: true
                     color: Theme.secondaryLabel
                     font: TextStyle.monospaced(TextStyle.caption)
                     text: root.localAddress
                     visible: text !== ""
                 }
                 StyleText {
+                    Accessible.ignored: true
                     Layout.fillWidth: true
                     color: Theme.tertiaryLabel
                     font: TextStyle.caption

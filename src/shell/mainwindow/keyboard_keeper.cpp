@@ -46,12 +46,23 @@ void KeyboardKeeper::followHolder() {
         visibleConnection_ =
             connect(holder, &QQuickItem::visibleChanged, this, &KeyboardKeeper::settleLater);
         if (area_->isAncestorOf(holder)) {
-            earlierHolders_.removeAll(holder);
+            QQuickItem* const place = placeOf(holder);
+            earlierHolders_.removeAll(place);
             earlierHolders_.removeAll(nullptr);
-            earlierHolders_.append(holder);
+            earlierHolders_.append(place);
         }
     }
     settleLater();
+}
+
+// Rows come and go; their list stays.
+QQuickItem* KeyboardKeeper::placeOf(QQuickItem* holder) const {
+    QQuickItem* place = holder;
+    for (QQuickItem* item = holder->parentItem(); item != area_; item = item->parentItem()) {
+        if (item->isFocusScope())
+            place = item;
+    }
+    return place;
 }
 
 // The keyboard may be on its way, and who takes it comes first.

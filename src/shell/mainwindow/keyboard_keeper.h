@@ -42,6 +42,7 @@ class KeyboardKeeper : public QObject {
   private:
     void followWindow(QQuickWindow* window);
     void followHolder();
+    QQuickItem* placeOf(QQuickItem* holder) const;
     void settleLater();
     void settle();
     bool isLostWith(const QQuickItem* item) const;
