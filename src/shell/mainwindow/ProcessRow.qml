@@ -37,6 +37,8 @@ T.ItemDelegate {
     Accessible.selected: root.isSelected
     Accessible.onPressAction: root.clicked()
     bottomPadding: root.isLast ? 7 : 8
+    // A row that fades out is no row any more.
+    enabled: root.index >= 0
     focusPolicy: Qt.NoFocus
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     leftPadding: 16

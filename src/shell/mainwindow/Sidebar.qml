@@ -139,9 +139,10 @@ Rectangle {
                 target: root.viewModel
             }
             Connections {
+                // The list itself has yet to take the rows.
                 function onRowsInserted() {
                     if (list.isAwaitingSelection)
-                        list.showSelection();
+                        Qt.callLater(list.showSelection);
                 }
 
                 target: root.viewModel.sidebar

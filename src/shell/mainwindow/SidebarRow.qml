@@ -36,7 +36,8 @@ T.ItemDelegate {
     Accessible.selected: root.isSelected
     Accessible.onPressAction: root.clicked()
     bottomPadding: 4
-    enabled: root.kind !== SidebarModel.Heading
+    // A row that fades out is no row any more.
+    enabled: root.kind !== SidebarModel.Heading && root.index >= 0
     focusPolicy: Qt.NoFocus
     implicitHeight: content.implicitHeight + topPadding + bottomPadding
     leftPadding: root.kind === SidebarModel.PortOfGroup ? 46 : 16

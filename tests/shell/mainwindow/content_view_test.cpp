@@ -152,6 +152,7 @@ TEST_F(ContentViewTest, ContextMenusOpenByKeyAndWhatCannotBeEndedSaysWhy) {
     press(Qt::Key_Delete);
     EXPECT_NE(waitForItem(u"It belongs to another user. To end it: sudo kill -9 42"_s), nullptr);
 
+    ASSERT_NE(waitForItem(u"8080 Sample"_s), nullptr);
     itemFrom(u"Listening ports"_s)->forceActiveFocus();
     press(Qt::Key_F10, Qt::ShiftModifier);
     ASSERT_TRUE(comesToFocus(u"Show Details"_s));
