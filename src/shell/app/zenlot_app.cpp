@@ -135,19 +135,8 @@ void ZenlotApp::start(LaunchStyle style) {
     if (style == LaunchStyle::withWindow)
         openMainWindow();
     else
-        startInBackground();
+        runStartupSequence();
     followInstance();
-}
-
-// Where no status area turns up, the window waits in the taskbar.
-void ZenlotApp::startInBackground() {
-    runStartupSequence();
-    statusBar_.observeAvailability(&context_, [this] {
-        if (statusBar_.isAvailable() || !settings_.showInMenuBar() || !windows_.windows().isEmpty())
-            return;
-        if (QQuickWindow* const window = mainWindow_.open())
-            window->showMinimized();
-    });
 }
 
 // With its last window closed, a program without a status item and without anything to watch has

@@ -93,7 +93,6 @@ class ZenlotApp final {
   private:
     enum class RunningMonitor { leave, restart };
 
-    void startInBackground();
     void runStartupSequence();
     QCoro::Task<> finishStartupSequence();
     void refreshMonitorRegistration(RunningMonitor whenRunning);
