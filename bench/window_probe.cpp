@@ -65,7 +65,7 @@ class Probe final {
     // Returns whether everything could be measured.
     bool run(int refreshes, int listeners) {
         app_.start(LaunchStyle::withWindow);
-        if (!app_.mainWindow() || !app_.contentViewModel())
+        if (!waitUntil([this] { return app_.mainWindow() != nullptr; }))
             return false;
         QObject::connect(app_.mainWindow(), &QQuickWindow::frameSwapped, app_.mainWindow(),
                          [this] { ++frames_; });

@@ -160,8 +160,7 @@ void ZenlotApp::openSettings() {
 }
 
 void ZenlotApp::show(QmlWindow& window) {
-    if (QQuickWindow* const opened = window.open())
-        windows_.bringForward(*opened);
+    window.openSoon([this](QQuickWindow& opened) { windows_.bringForward(opened); });
 }
 
 void ZenlotApp::showOnboarding() {

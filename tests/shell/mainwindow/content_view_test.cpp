@@ -193,8 +193,15 @@ TEST_F(ContentViewTest, SidebarIsReachedByClickAndByKey) {
 
     const QQuickItem* group = waitForItem(u"Sample 2"_s);
     ASSERT_NE(group, nullptr);
+    const auto state = [this] {
+        return QAccessible::queryAccessibleInterface(itemFrom(u"Sample 2"_s))
+            ->text(QAccessible::Description);
+    };
+    EXPECT_EQ(state(), u"closed"_s);
     click(group);
     EXPECT_NE(waitForItem(u"3001 TCP4"_s), nullptr);
+    EXPECT_EQ(state(), u"open"_s);
+    EXPECT_EQ(itemsNamed(u"3001"_s), QList<QQuickItem*>()) << "nothing repeats its row";
     itemFrom(u"Listening ports"_s)->forceActiveFocus();
     press(Qt::Key_Left);
     EXPECT_TRUE(waitForNoItem(u"3001 TCP4"_s));
