@@ -4,11 +4,11 @@
 #include "inventory/linux/proc_net_tcp.h"
 #include "inventory/linux/sock_diag.h"
 #include "inventory/linux/socket_index.h"
+#include "inventory/occupied_ports_json.h"
 #include "inventory/port_merge.h"
 #include "inventory/port_scanner.h"
 #include "inventory/process_names.h"
 #include "inventory/process_tables.h"
-#include "inventory/records_json.h"
 
 #include <benchmark/benchmark.h>
 

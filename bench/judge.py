@@ -47,6 +47,15 @@ def connect(path):
             time.sleep(0.05)
 
 
+def records_in(home, since):
+    """What a monitor with that home has published since then."""
+    try:
+        text = (home / "state/group.dev.quorvane.zenlot/conflicts.json").read_text()
+    except FileNotFoundError:
+        return []
+    return [record for record in json.loads(text) if record["detectedAt"] + REFERENCE_DATE > since]
+
+
 def read_events():
     with connect(sys.argv[1]) as reader:
         while packet := reader.recv(1 << 16):
@@ -94,11 +103,7 @@ class Judge:
                 process.wait()
 
     def told(self, since):
-        try:
-            text = (self.home / "state/group.dev.quorvane.zenlot/conflicts.json").read_text()
-        except FileNotFoundError:
-            return []
-        return [record for record in json.loads(text) if record["detectedAt"] + REFERENCE_DATE > since]
+        return records_in(self.home, since)
 
     def refused(self, since):
         return [event for event in list(self.events)

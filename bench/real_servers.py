@@ -524,7 +524,7 @@ untuned("Falcon", py("main.py"),
                     "    settings = json.load(f)\nsimple_server.make_server(settings['listen']['host'], "
                     "settings['listen']['port'], falcon.App()).serve_forever()\n",
          "etc/api.json": '{"mongo": {"port": %D}, "listen": {"host": "127.0.0.1", "port": %P}}\n'}, second=True)
-untuned("Werkzeug", py("main.py"),
+learned("Werkzeug", py("main.py"),
         {"main.py": "from werkzeug.serving import run_simple\nrun_simple('127.0.0.1', %P, lambda e, s: [])\n"})
 untuned("Tornado, options", py("main.py --port=%P --redis=localhost:%D"),
         {"main.py": "import asyncio, tornado.web\nfrom tornado.options import define, options, parse_command_line\n"
@@ -580,10 +580,10 @@ add("rsync", "rsync --daemon --no-detach --config=rsyncd.conf",
 add("iperf3", "iperf3 -s", port=5201)
 untuned("distccd", "distccd --no-detach --log-stderr --daemon --allow 127.0.0.1 --listen 127.0.0.1 --port %P")
 untuned("gdbserver", "gdbserver --once 127.0.0.1:%P /bin/sleep 99")
-untuned("Dropbear", "dropbear -F -E -r key -P dropbear.pid -p 127.0.0.1:%P", build=["dropbearkey", "-t", "ed25519", "-f", "key"])
+learned("Dropbear", "dropbear -F -E -r key -P dropbear.pid -p 127.0.0.1:%P", build=["dropbearkey", "-t", "ed25519", "-f", "key"])
 untuned("ngIRCd", "ngircd -n -f ngircd.conf",
         {"ngircd.conf": "[Global]\nName = irc.localhost.test\nInfo = x\nListen = 127.0.0.1\nPorts = %P\n"})
-untuned("Prosody", "prosody -F --config prosody.cfg.lua",
+learned("Prosody", "prosody -F --config prosody.cfg.lua",
         {"prosody.cfg.lua": "run_as_root = true\ndata_path = '.'\nmodules_disabled = { 's2s' }\ninterfaces = { '127.0.0.1' }\n"
                             "c2s_ports = { %P }\nVirtualHost 'localhost'\n"})
 add("Transmission", "transmission-daemon -f -g settings",
@@ -601,10 +601,10 @@ untuned("H2", "java -cp /usr/share/java/h2.jar org.h2.tools.Server -tcp -tcpPort
 untuned("sslh", "sslh-select -f -n -p 127.0.0.1:%P --http 127.0.0.1:%D", second=True)
 untuned("Shell In A Box", "shellinaboxd -t -p %P --localhost-only -s /:AUTH:HOME:/bin/true")
 untuned("rmiregistry", "rmiregistry %P")
-untuned("Java, JDWP", "java -agentlib:jdwp=transport=dt_socket,server=y,suspend=n,address=127.0.0.1:%P Main.java",
+learned("Java, JDWP", "java -agentlib:jdwp=transport=dt_socket,server=y,suspend=n,address=127.0.0.1:%P Main.java",
         {"Main.java": "public class Main {\n  public static void main(String[] a) throws Exception {\n"
                       "    Thread.sleep(60000);\n  }\n}\n"})
-untuned("Jetty", ["java", "-cp", "out:/usr/share/java/*", "Web"],
+learned("Jetty", ["java", "-cp", "out:/usr/share/java/*", "Web"],
         {"Web.java": "import org.eclipse.jetty.server.Server;\npublic class Web {\n  public static void main(String[] a) throws "
                      "Exception {\n    Server server = new Server(Integer.parseInt(System.getenv(\"JETTY_PORT\")));\n"
                      "    server.start();\n    server.join();\n  }\n}\n"},
@@ -618,7 +618,7 @@ add("Groovy", "groovy server.groovy",
         {"server.groovy": "def config = new ConfigSlurper().parse(new File('config.groovy').toURL())\n"
                           "new ServerSocket(config.http.port).accept()\n",
          "config.groovy": "mail { port = %D }\nhttp { port = %P }\n"}, second=True)
-untuned("Clojure", "clojure server.clj",
+learned("Clojure", "clojure server.clj",
         {"server.clj": "(require '[clojure.edn :as edn])\n(def config (edn/read-string (slurp \"config.edn\")))\n"
                        "(.accept (java.net.ServerSocket. (get-in config [:http :port])))\n",
          "config.edn": "{:db {:host \"localhost\" :port %D}\n :http {:port %P}}\n"}, second=True)
@@ -633,7 +633,7 @@ untuned("bash, sourced .env", "bash serve.sh",
         {"serve.sh": "set -a\nsource .env\nexec ruby -run -e httpd . -b 127.0.0.1 -p \"$WEB_PORT\"\n",
          ".env": "DATABASE_URL=postgres://localhost:%D/shop\nWEB_PORT=%P\n"}, second=True)
 untuned("make serve", "make serve", {"Makefile": "PORT ?= %P\n\n.PHONY: serve\nserve:\n\tpython3 -m http.server $(PORT)\n"})
-untuned("rake serve", "rake serve",
+learned("rake serve", "rake serve",
         {"Rakefile": "require 'webrick'\n\ndesc 'Serve'\ntask :serve do\n  WEBrick::HTTPServer.new("
                      "BindAddress: '127.0.0.1', Port: ENV.fetch('PORT', %P).to_i).start\nend\n"})
 untuned("Foreman", "foreman start", {"Procfile": "web: python3 -m http.server $PORT\n", ".env": "PORT=%P\n"})
@@ -704,11 +704,11 @@ add("Rspack", "rspack serve",
         {"rspack.config.js": "module.exports = {\n  mode: 'development',\n  entry: './main.js',\n"
                              "  devServer: { host: '127.0.0.1', port: %P },\n};\n", "main.js": "console.log(1);\n",
          "package.json": '{"name": "pack"}\n'})
-untuned("rollup-plugin-serve", "rollup -c -w",
+learned("rollup-plugin-serve", "rollup -c -w",
         {"rollup.config.mjs": "import serve from 'rollup-plugin-serve';\nexport default {\n  input: 'main.js',\n"
                               "  output: { file: 'dist/out.js' },\n  plugins: [serve({ contentBase: 'dist', host: '127.0.0.1', "
                               "port: %P })],\n};\n", "main.js": "console.log(1);\n", "package.json": "{}"})
-untuned("gulp-connect", "gulp serve",
+learned("gulp-connect", "gulp serve",
         {"gulpfile.js": "const connect = require('gulp-connect');\nexports.serve = (done) => {\n"
                         "  connect.server({ root: '.', host: '127.0.0.1', port: %P });\n  done();\n};\n"})
 add("local-web-server", "ws", port=8000)
@@ -719,7 +719,7 @@ untuned("Verdaccio", "verdaccio -c verdaccio.yaml",
 untuned("Node-RED", "node-red -u flows -p %P", {"flows/flows.json": "[]"})
 untuned("TiddlyWiki", "tiddlywiki . --listen port=%P",
         {"tiddlywiki.info": '{"plugins": ["tiddlywiki/tiddlyweb", "tiddlywiki/filesystem"], "themes": []}\n'})
-untuned("PeerJS", "peerjs --host 127.0.0.1 --port %P")
+learned("PeerJS", "peerjs --host 127.0.0.1 --port %P")
 untuned("Fastify CLI", "fastify start -l info -p %P plugin.js", {"plugin.js": "module.exports = async (fastify, options) => {};\n"})
 untuned("GraphQL Yoga", "node index.js",
         {"index.js": "const { createSchema, createYoga } = require('graphql-yoga');\nconst { createServer } = require('http');\n"
@@ -747,8 +747,8 @@ untuned("http2", "node h2.mjs",
         {"h2.mjs": "import http2 from 'node:http2';\nimport { parseArgs } from 'node:util';\n"
                    "const { values } = parseArgs({ options: { listen: { type: 'string', short: 'l', default: '%P' } } });\n"
                    "http2.createServer().listen(Number(values.listen), '127.0.0.1');\n"})
-untuned("node --inspect", "node --inspect=127.0.0.1:%P worker.js", {"worker.js": "setInterval(() => {}, 1000);\n"})
-untuned("Aedes", "node broker.js",
+learned("node --inspect", "node --inspect=127.0.0.1:%P worker.js", {"worker.js": "setInterval(() => {}, 1000);\n"})
+learned("Aedes", "node broker.js",
         {"broker.js": "const config = require('./package.json').config;\nconst { Aedes } = require('aedes');\n"
                       "Aedes.createBroker().then((broker) => require('net').createServer(broker.handle).listen(config.mqtt));\n",
          "package.json": '{"name": "broker", "config": {"mqtt": %P, "admin": %D}}\n'}, second=True)
@@ -781,6 +781,556 @@ untuned("tsc, dist", "node dist/server.js",
 add("CoffeeScript", "coffee server.coffee",
         {"server.coffee": "http = require 'http'\nport = process.env.PORT or %P\n"
                           "http.createServer((request, response) -> response.end 'ok').listen port\n"})
+
+# Chosen after the rows above, in the same way.
+untuned("Prism", "prism mock openapi.yaml",
+        {"openapi.yaml": "openapi: 3.0.3\ninfo: {title: Shop, version: '1'}\nservers:\n  - url: http://localhost:%D/v1\npaths:\n"
+                         "  /orders:\n    get:\n      responses:\n        '200': {description: ok}\n"}, port=4010, second=True)
+untuned("Mockoon", "mockoon-cli start --data shop.json --disable-log-to-file",
+        {"shop.json": '{"uuid": "a", "lastMigration": 33, "name": "shop", "port": %P, "hostname": "127.0.0.1", '
+                      '"endpointPrefix": "", "latency": 0, "folders": [], "routes": [], "rootChildren": [], '
+                      '"proxyMode": false, "proxyHost": "", "headers": [], "data": [], "callbacks": []}\n'})
+untuned("docsify", "docsify serve docs", {"docs/index.html": "<!doctype html><div id=app></div>\n", "docs/README.md": "# x\n"},
+        port=3000)
+untuned("reveal-md", "reveal-md slides.md --disable-auto-open", {"slides.md": "# one\n\n---\n\n# two\n"}, port=1948)
+untuned("Ganache", "ganache --server.host 127.0.0.1 --server.port %P")
+untuned("Dynalite", "dynalite", port=4567)
+untuned("S3rver", "s3rver --directory buckets --address 127.0.0.1 --port %P", {"buckets/x": ""})
+untuned("Hexo", "hexo server",
+        {"_config.yml": "title: x\nurl: http://example.test\ntheme: plain\nserver:\n  port: %P\n",
+         "package.json": '{"name": "blog", "private": true, "hexo": {"version": "7.0.0"}, "dependencies": '
+                         '{"hexo": "*", "hexo-server": "*"}}\n', "source/_posts/one.md": "---\ntitle: one\n---\nok\n"})
+learned("Rsbuild", "rsbuild dev",
+        {"rsbuild.config.mjs": "export default {\n  source: { entry: { index: './main.js' } },\n"
+                               "  server: { port: %P, strictPort: true },\n};\n", "main.js": "console.log(1);\n",
+         "package.json": '{"name": "pack"}\n'})
+learned("Nitro", "nitro dev",
+        {"nitro.config.mjs": "export default {};\n", "routes/index.js": "export default () => 'ok';\n",
+         "package.json": '{"name": "nitro-web", "type": "module"}\n'}, port=3000)
+learned("pm2-runtime", "pm2-runtime ecosystem.config.js",
+        {"ecosystem.config.js": "module.exports = {\n  apps: [{ name: 'api', script: 'api.js', env: { HTTP_PORT: %P, "
+                                "MONGO_URL: 'mongodb://localhost:%D/shop' } }],\n};\n",
+         "api.js": HTTP + ".listen(process.env.HTTP_PORT);\n"}, second=True)
+untuned("node-foreman", "nf start",
+        {"Procfile": "web: node server.js\n", "server.js": HTTP + ".listen(process.env.PORT || 3999);\n"}, port=5000)
+untuned("MailDev", "maildev", port=1080)
+learned("y-websocket", "y-websocket", environment={"HOST": "127.0.0.1", "PORT": "%P"})
+untuned("StatsD", "node node_modules/statsd/stats.js config.js",
+        {"config.js": "{\n  graphitePort: %D,\n  graphiteHost: '127.0.0.1',\n  port: 8125,\n  mgmt_address: '127.0.0.1',\n"
+                      "  mgmt_port: %P,\n  backends: ['./backends/console']\n}\n"}, second=True)
+untuned("Karma", "karma start", {"karma.conf.js": "module.exports = (config) => config.set({ browsers: [], files: [] });\n"},
+        port=9876)
+untuned("Playwright", "playwright-core run-server --host 127.0.0.1 --port %P")
+learned("servor", "servor . index.html", WEB, port=8080)
+untuned("local-cors-proxy", "lcp --proxyUrl http://localhost:%D --port %P", second=True)
+untuned("Redis Commander", "redis-commander --nosave --address 127.0.0.1 --port %P --redis-port %D", second=True)
+untuned("ssh2", "node sftp.mjs",
+        {"sftp.mjs": "import { readFileSync } from 'fs';\nimport ssh from 'ssh2';\nconst SFTP_PORT = %P;\n"
+                     "new ssh.Server({ hostKeys: [readFileSync('host.key')] }, () => {}).listen(SFTP_PORT, '127.0.0.1');\n"},
+        build=["ssh-keygen", "-q", "-t", "rsa", "-m", "PEM", "-N", "", "-f", "host.key"])
+untuned("ftp-srv", "node ftp.js",
+        {"ftp.js": "const FtpSrv = require('ftp-srv');\nconst ftp = new FtpSrv({ url: 'ftp://127.0.0.1:%P', anonymous: true });\n"
+                   "ftp.listen().then(() => console.log('ready'));\n"})
+learned("jayson", "node rpc.js",
+        {"rpc.js": "const jayson = require('jayson');\nconst { rpc } = require('./etc/services');\n"
+                   "jayson.server({ add: ([a, b], done) => done(null, a + b) }).tcp().listen(rpc.port, rpc.host);\n",
+         "etc/services.json": '{"rpc": {"host": "127.0.0.1", "port": %P}, "queue": {"host": "127.0.0.1", "port": %D}}\n'},
+        second=True)
+untuned("Apollo Server", "node index.mjs",
+        {"index.mjs": "import { ApolloServer } from '@apollo/server';\n"
+                      "import { startStandaloneServer } from '@apollo/server/standalone';\n"
+                      "const server = new ApolloServer({ typeDefs: 'type Query { on: Boolean }' });\n"
+                      "const { url } = await startStandaloneServer(server, { listen: { port: %P } });\nconsole.log(url);\n"})
+learned("tRPC", "tsx watch src/server.ts",
+        {"src/server.ts": "import { initTRPC } from '@trpc/server';\n"
+                          "import { createHTTPServer } from '@trpc/server/adapters/standalone';\nimport { ports } from './ports';\n\n"
+                          "const t = initTRPC.create();\nconst router = t.router({ on: t.procedure.query(() => true) });\n"
+                          "createHTTPServer({ router }).listen(ports.trpc);\n",
+         "src/ports.ts": "export const ports = { web: %D, trpc: %P } as const;\n"}, second=True)
+untuned("Elysia", "bun run src/index.ts",
+        {"src/index.ts": "import { Elysia } from 'elysia';\n\nnew Elysia().get('/', () => 'ok').listen(Bun.env.API_PORT ?? 3000);\n",
+         ".env": "API_PORT=%P\n"})
+untuned("deno task", "deno task dev",
+        {"deno.json": '{"tasks": {"dev": "deno run --allow-net --watch src/main.ts"}}\n',
+         "src/main.ts": "import { port } from './config.ts';\n\nDeno.serve({ port }, () => new Response('ok'));\n",
+         "src/config.ts": "export const port = %P;\n"})
+untuned("pnpm, filtered", "pnpm -C shop --filter api dev",
+        {"shop/package.json": '{"name": "all", "private": true}\n', "shop/pnpm-workspace.yaml": "packages:\n  - apps/*\n",
+         "shop/apps/api/package.json": '{"name": "api", "scripts": {"dev": "node --watch src/main.js"}}\n',
+         "shop/apps/api/src/main.js": "const { HTTP_PORT } = require('../../../shared/ports');\n" + HTTP + ".listen(HTTP_PORT);\n",
+         "shop/shared/ports.js": "exports.HTTP_PORT = %P;\n"})
+untuned("yarn start", "yarn start",
+        {"package.json": '{"name": "own", "private": true, "scripts": {"start": "node . --listen 127.0.0.1:%P"}}\n',
+         "index.js": "const [host, port] = process.argv[3].split(':');\n" + HTTP + ".listen(port, host);\n"})
+untuned("budo", "budo main.js", {"main.js": "console.log(1);\n"}, port=9966)
+untuned("Vite, preview", "vite preview", {"dist/index.html": "<!doctype html>\n", "package.json": '{"type": "module"}\n'}, port=4173)
+untuned("Bundle Analyzer", "webpack-bundle-analyzer stats.json --no-open -h 127.0.0.1", PACK, port=8888,
+        build=["sh", "-c", "node node_modules/webpack/bin/webpack.js --json > stats.json"])
+
+untuned("dnsmasq", "dnsmasq -k -C dnsmasq.conf",
+        {"dnsmasq.conf": "port=%P\nlisten-address=127.0.0.1\nbind-interfaces\nno-resolv\nno-hosts\nuser=\ngroup=\npid-file=\n"
+                         "address=/shop.test/127.0.0.1\n"})
+learned("sshd", "/usr/sbin/sshd -D -e -f sshd_config",
+        {"sshd_config": "Port %P\nListenAddress 127.0.0.1\nHostKey host_key\nPidFile none\nUsePAM no\n"},
+        build=["sh", "-c", "mkdir -p /run/sshd && ssh-keygen -q -t ed25519 -N '' -f host_key"])
+untuned("vsftpd", "vsftpd vsftpd.conf",
+        {"vsftpd.conf": "listen=YES\nlisten_ipv6=NO\nbackground=NO\nlisten_address=127.0.0.1\nlisten_port=%P\n"
+                        "anonymous_enable=YES\nrun_as_launching_user=YES\n"})
+learned("Gearman", "gearmand -L 127.0.0.1 -l stderr", port=4730)
+untuned("Alertmanager", "prometheus-alertmanager --config.file=a.yml --storage.path=data --cluster.listen-address=",
+        {"a.yml": "route:\n  receiver: hook\nreceivers:\n  - name: hook\n    webhook_configs:\n"
+                  "      - url: http://localhost:%D/alerts\n"}, port=9093, second=True)
+untuned("VictoriaMetrics", "victoria-metrics -httpListenAddr=127.0.0.1:%P -storageDataPath=data")
+untuned("rclone", "rclone serve webdav . --addr 127.0.0.1:%P")
+learned("Pelican", "pelican --listen", {"pelicanconf.py": "SITENAME = 'x'\nPORT = %P\n", "output/index.html": "x\n"})
+untuned("Django, runserver_plus", py("manage.py runserver_plus"),
+        {**DJANGO, "settings.py": DJANGO["settings.py"] +
+                                  "INSTALLED_APPS = ['django.contrib.staticfiles', 'django_extensions']\nSTATIC_URL = 'static/'\n"
+                                  "RUNSERVERPLUS_SERVER_ADDRESS_PORT = '127.0.0.1:%P'\n"
+                                  "CACHES = {'default': {'BACKEND': 'django.core.cache.backends.redis.RedisCache', "
+                                  "'LOCATION': 'redis://127.0.0.1:%D'}}\n"}, second=True)
+untuned("Flask-SocketIO", py("app.py"),
+        {"app.py": "import os\nfrom flask import Flask\nfrom flask_socketio import SocketIO\n\napp = Flask(__name__)\n"
+                   "socketio = SocketIO(app, async_mode='threading')\n\nif __name__ == '__main__':\n"
+                   "    socketio.run(app, host='127.0.0.1', port=int(os.environ['SOCKET_PORT']), allow_unsafe_werkzeug=True)\n"},
+        environment={"SOCKET_PORT": "%P"})
+untuned("pserve", "pserve3 development.ini",
+        {"development.ini": "[app:main]\nuse = call:shop:main\nsqlalchemy.url = postgresql://localhost:%D/shop\n\n[server:main]\n"
+                            "use = egg:waitress#main\nlisten = 127.0.0.1:%P\n",
+         "shop.py": "from pyramid.config import Configurator\n\ndef main(global_config, **settings):\n"
+                    "    return Configurator(settings=settings).make_wsgi_app()\n"},
+        environment={"PYTHONPATH": "."}, second=True)
+untuned("aiohttp.web", py("-m aiohttp.web -H 127.0.0.1 -P %P app:create"),
+        {"app.py": "from aiohttp import web\n\ndef create(arguments):\n    return web.Application()\n"})
+untuned("pylsp", "pylsp --tcp", port=2087)
+untuned("AsyncSSH", py("server.py"),
+        {"server.py": "import asyncio\nimport asyncssh\n\nasync def main():\n"
+                      "    await asyncssh.listen('127.0.0.1', %P, server_host_keys=[asyncssh.generate_private_key('ssh-ed25519')])\n"
+                      "    await asyncio.Event().wait()\n\nasyncio.run(main())\n"})
+untuned("Pyro4 name server", py("-m Pyro4.naming"), port=9090)
+learned("Dask", "dask-scheduler --host 127.0.0.1", port=8786)
+untuned("httpbin", py("-m httpbin.core --host 127.0.0.1 --port %P"))
+untuned("Locust", "locust",
+        {"locustfile.py": "from locust import HttpUser, task\n\nclass Visitor(HttpUser):\n    host = 'http://localhost:%D'\n\n"
+                          "    @task\n    def home(self):\n        self.client.get('/')\n",
+         "locust.conf": "web-host = 127.0.0.1\nweb-port = %P\nusers = 5\n"}, second=True)
+untuned("python -c", [PYTHON, "-c", "import socketserver; socketserver.TCPServer(('127.0.0.1', %P), "
+                                    "socketserver.StreamRequestHandler).serve_forever()"])
+
+learned("YARD", "yard server", {"lib/shop.rb": "# A shop.\nclass Shop\nend\n", "README.md": "# x\n"}, port=8808)
+untuned("Grape", "puma -b tcp://127.0.0.1:%P",
+        {"config.ru": "require 'grape'\n\nclass Shop < Grape::API\n  get(:on) { 'ok' }\nend\n\nrun Shop\n"})
+untuned("rackup, options in config.ru", "rackup",
+        {"config.ru": "#\\ -s webrick -o 127.0.0.1 -p %P\nrun ->(env) { [200, {}, ['ok']] }\n"})
+learned("rdbg", "rdbg3.1 -O -n --port %P app.rb", {"app.rb": "sleep 99\n"})
+untuned("ruby -rsocket -e", ["ruby", "-rsocket", "-e", "TCPServer.open('127.0.0.1', %P) { |s| loop { s.accept.close } }"])
+untuned("PHP-FPM", "php-fpm8.2 -F -R -p . -y fpm.conf",
+        {"fpm.conf": "[global]\nerror_log = fpm.log\n\n[www]\nuser = nobody\ngroup = nogroup\nlisten = 127.0.0.1:%P\npm = static\n"
+                     "pm.max_children = 1\n"})
+untuned("composer serve", "composer serve",
+        {"composer.json": '{"name": "shop/web", "require": {}, "scripts": {"serve": "@php -S 127.0.0.1:%P -t public"}, '
+                          '"config": {"process-timeout": 0}}\n', "public/index.php": "<?php echo 'ok';\n"})
+untuned("php -r", ["php", "-r", "$s = stream_socket_server('tcp://127.0.0.1:%P') or exit(1); "
+                                "while ($c = stream_socket_accept($s, -1)) fclose($c);"])
+untuned("morbo", "morbo app.pl", {"app.pl": "use Mojolicious::Lite;\nget '/' => {text => 'ok'};\napp->start;\n"}, port=3000)
+untuned("SOAP::Lite", "perl soap.pl",
+        {"soap.pl": "use SOAP::Transport::HTTP;\nmy $daemon = SOAP::Transport::HTTP::Daemon->new(LocalAddr => '127.0.0.1',\n"
+                    "    LocalPort => %P) or die \"can't listen: $!\";\n$daemon->dispatch_to('Shop');\n$daemon->handle;\n"})
+untuned("perl -MIO::Socket -e", ["perl", "-MIO::Socket::INET", "-e", "my $s = IO::Socket::INET->new(Listen => 5, LocalAddr => "
+                                 "'127.0.0.1:%P', ReuseAddr => 1) or die $@; close $_ while $_ = $s->accept"])
+untuned("mix run", "mix run --no-halt",
+        {"mix.exs": "defmodule Shop.MixProject do\n  use Mix.Project\n\n  def project, do: [app: :shop, version: \"0.1.0\"]\n"
+                    "  def application, do: [mod: {Shop, []}]\nend\n",
+         "config/config.exs": "import Config\n\nconfig :shop, database: [port: %D], http: [port: %P]\n",
+         "lib/shop.ex": "defmodule Shop do\n  use Application\n\n  def start(_type, _args) do\n"
+                        "    port = Application.fetch_env!(:shop, :http)[:port]\n"
+                        "    {:ok, socket} = :gen_tcp.listen(port, ip: {127, 0, 0, 1})\n"
+                        "    Task.start_link(fn -> :gen_tcp.accept(socket) end)\n  end\nend\n"}, second=True)
+untuned("yaws", "yaws -i --conf yaws.conf",
+        {"yaws.conf": "logdir = .\n\n<server localhost>\n  port = %P\n  listen = 127.0.0.1\n  docroot = .\n</server>\n"})
+learned("Shiny", "Rscript app.R",
+        {"app.R": "library(shiny)\nshinyApp(fluidPage('ok'), function(input, output) {}) |> print()\n",
+         ".Rprofile": "options(shiny.port = %P, shiny.launch.browser = FALSE)\n"})
+
+untuned("Gin", "./shop",
+        {"main.go": "package main\n\nimport \"github.com/gin-gonic/gin\"\n\nfunc main() {\n\tr := gin.Default()\n"
+                    "\tr.GET(\"/\", func(c *gin.Context) { c.String(200, \"ok\") })\n\tif err := r.Run(); err != nil {\n"
+                    "\t\tpanic(err)\n\t}\n}\n"},
+        build=["env", "GOPATH=/usr/share/gocode", "go", "build", "-o", "shop", "main.go"], port=8080)
+learned("godoc", "godoc", {"main.go": "package main\n\nfunc main() {}\n"}, port=6060)
+untuned("gopls", "gopls -listen=127.0.0.1:%P")
+untuned("Delve", "dlv exec ./app --headless --listen=127.0.0.1:%P",
+        {"main.go": "package main\n\nimport \"time\"\n\nfunc main() { time.Sleep(time.Minute) }\n"},
+        build=["go", "build", "-o", "app", "main.go"])
+untuned("webhook", "webhook -hooks hooks.json -ip 127.0.0.1", {"hooks.json": '[{"id": "on", "execute-command": "/bin/true"}]\n'},
+        port=9000)
+untuned("Cargo workspace", "cargo run --quiet --offline -p api",
+        {"Cargo.toml": "[workspace]\nmembers = [\"api\", \"settings\"]\nresolver = \"2\"\n",
+         "api/Cargo.toml": "[package]\nname = \"api\"\nversion = \"0.1.0\"\nedition = \"2021\"\n\n[dependencies]\n"
+                           "settings = { path = \"../settings\" }\n",
+         "api/src/main.rs": "fn main() {\n    let listener = std::net::TcpListener::bind(settings::LISTEN).expect(\"listen\");\n"
+                            "    for stream in listener.incoming() {\n        drop(stream);\n    }\n}\n",
+         "settings/Cargo.toml": "[package]\nname = \"settings\"\nversion = \"0.1.0\"\nedition = \"2021\"\n",
+         "settings/src/lib.rs": "pub const DATABASE: &str = \"127.0.0.1:%D\";\npub const LISTEN: &str = \"127.0.0.1:%P\";\n"},
+        second=True)
+untuned("Derby", "java -cp /usr/share/java/derby.jar:/usr/share/java/derbynet.jar:/usr/share/java/derbytools.jar "
+        "org.apache.derby.drda.NetworkServerControl start", port=1527)
+learned("HSQLDB", "java -cp /usr/share/java/hsqldb.jar org.hsqldb.server.Server",
+        {"server.properties": "server.address=127.0.0.1\nserver.port=%P\nserver.database.0=mem:shop\nserver.dbname.0=shop\n"})
+learned("Tomcat", "sh /usr/share/tomcat10/bin/catalina.sh run",
+        {"conf/server.xml": "<Server port=\"-1\">\n  <Service name=\"Catalina\">\n"
+                            "    <Connector address=\"127.0.0.1\" port=\"%P\" protocol=\"HTTP/1.1\" redirectPort=\"%D\"/>\n"
+                            "    <Engine name=\"Catalina\" defaultHost=\"localhost\">\n"
+                            "      <Host name=\"localhost\" appBase=\"webapps\"/>\n    </Engine>\n  </Service>\n</Server>\n",
+         "conf/web.xml": "<web-app/>\n", "webapps/x": "", "temp/x": "", "logs/x": ""},
+        environment={"CATALINA_BASE": "."}, second=True)
+untuned("ant run", "ant run",
+        {"build.xml": "<project name=\"shop\" default=\"run\">\n  <property name=\"http.port\" value=\"%P\"/>\n"
+                      "  <target name=\"compile\">\n    <mkdir dir=\"out\"/>\n"
+                      "    <javac srcdir=\"src\" destdir=\"out\" includeantruntime=\"false\"/>\n  </target>\n"
+                      "  <target name=\"run\" depends=\"compile\">\n    <java classname=\"Server\" classpath=\"out\" fork=\"true\" "
+                      "failonerror=\"true\">\n      <arg value=\"${http.port}\"/>\n    </java>\n  </target>\n</project>\n",
+         "src/Server.java": JAVA % "    int port = Integer.parseInt(a[0]);\n"})
+learned("ZooKeeper", "java -cp /usr/share/java/zookeeper.jar:/usr/share/java/slf4j-simple.jar "
+        "org.apache.zookeeper.server.quorum.QuorumPeerMain zoo.cfg",
+        {"zoo.cfg": "tickTime=2000\ndataDir=./data\nclientPort=%P\nclientPortAddress=127.0.0.1\nadmin.enableServer=false\n",
+         "data/x": ""})
+
+untuned("adb", "adb nodaemon server", port=5037)
+learned("kubectl proxy", "kubectl proxy", port=8001)
+learned("sccache", "sccache", environment={"SCCACHE_START_SERVER": "1", "SCCACHE_NO_DAEMON": "1", "SCCACHE_SERVER_PORT": "%P"})
+untuned("H2O", "h2o -c h2o.conf",
+        {"h2o.conf": "hosts:\n  \"shop.test\":\n    listen: &web\n      host: 127.0.0.1\n      port: %P\n    paths:\n      /:\n"
+                     "        proxy.reverse.url: http://127.0.0.1:%D/\n  \"files.test\":\n    listen: *web\n    paths:\n"
+                     "      /:\n        file.dir: .\n"}, second=True)
+untuned("nvim", "nvim --headless --listen 127.0.0.1:%P")
+untuned("InfluxDB", "influxd -config influxdb.conf",
+        {"influxdb.conf": "reporting-disabled = true\nbind-address = \"127.0.0.1:0\"\n\n[meta]\n  dir = \"meta\"\n\n[data]\n"
+                          "  dir = \"data\"\n  wal-dir = \"wal\"\n\n[http]\n  bind-address = \"127.0.0.1:%P\"\n"})
+untuned("slapd", "slapd -d stats -h ldap://127.0.0.1:%P -f slapd.conf",
+        {"slapd.conf": "include /etc/ldap/schema/core.schema\npidfile slapd.pid\ndatabase ldif\nsuffix dc=shop,dc=test\n"
+                       "directory data\n", "data/x": ""})
+untuned("Docker Registry", "docker-registry serve registry.yml",
+        {"registry.yml": "version: 0.1\nstorage:\n  filesystem:\n    rootdirectory: ./images\nhttp:\n  addr: 127.0.0.1:%P\n"
+                         "notifications:\n  endpoints:\n    - name: hook\n      disabled: true\n      url: http://127.0.0.1:%D/pushed\n"},
+        second=True)
+untuned("Breezy", "brz serve --listen 127.0.0.1", port=4155)
+untuned("tcpserver", "tcpserver -v 127.0.0.1 %P cat")
+untuned("openssl s_server", "openssl s_server -cert cert.pem -key key.pem -www", port=4433,
+        build=["openssl", "req", "-x509", "-newkey", "ed25519", "-noenc", "-subj", "/CN=localhost", "-keyout", "key.pem",
+               "-out", "cert.pem"])
+learned("busybox nc", "busybox nc -l -p %P")
+untuned("systemd-socket-activate", "systemd-socket-activate -l 127.0.0.1:%P cat")
+untuned("PostgreSQL", "sh db.sh",
+        {"db.sh": "# The server refuses to run as root.\nset -e\nif [ \"$(id -u)\" = 0 ]; then\n"
+                  "  become='setpriv --reuid=nobody --regid=nogroup --clear-groups'\nfi\n"
+                  "data=$(mktemp -d)\ntrap 'rm -rf \"$data\"' EXIT\ntrap exit TERM\nchmod 777 \"$data\"\ncd \"$data\"\n"
+                  "bin=/usr/lib/postgresql/15/bin\n$become $bin/initdb --no-sync --auth=trust -D shop >initdb.log\n"
+                  "$become $bin/postgres -D shop -k \"$data\" -h 127.0.0.1 -p %P\n"})
+
+# Chosen after the rows above: other frameworks, layouts and ways of telling the port, most common first.
+untuned("Create React App", "npm start",
+        {"package.json": '{"name": "shop", "private": true, "scripts": {"start": "react-scripts start"}, '
+                         '"browserslist": ["last 1 chrome version"]}\n',
+         ".env": "REACT_APP_API=http://localhost:%D\nPORT=%P\n", "public/index.html": "<!doctype html><div id=root></div>\n",
+         "src/index.js": "document.title = 'shop';\n"}, second=True)
+untuned("Angular", "ng serve",
+        {"package.json": '{"name": "shop", "private": true}\n',
+         "angular.json": '{"version": 1, "cli": {"analytics": false, "cache": {"enabled": false}}, "projects": {"shop": {"projectType": '
+                         '"application", "root": "", "sourceRoot": "src", "architect": {"build": {"builder": '
+                         '"@angular/build:application", "options": {"browser": "src/main.ts", "index": "src/index.html", '
+                         '"tsConfig": "tsconfig.json", "optimization": false}}, "serve": {"builder": "@angular/build:dev-server", '
+                         '"options": {"buildTarget": "shop:build"}}}}}}\n',
+         "tsconfig.json": '{"compilerOptions": {"target": "ES2022", "module": "preserve", "skipLibCheck": true, "types": []}, '
+                          '"files": ["src/main.ts"]}\n',
+         "src/index.html": "<!doctype html><title>shop</title><base href=\"/\">\n", "src/main.ts": "document.title = 'on';\n"},
+        port=4200)
+untuned("Vue CLI", "vue-cli-service serve",
+        {"package.json": '{"name": "shop", "private": true, "browserslist": ["last 1 chrome version"]}\n',
+         "public/index.html": "<!doctype html><div id=app></div>\n", "src/main.js": "document.title = 'shop';\n"}, port=8080)
+learned("Vite, React, port in .env", "npm run dev",
+        {"package.json": '{"name": "shop", "type": "module", "scripts": {"dev": "vite"}}\n',
+         "vite.config.ts": "import react from '@vitejs/plugin-react'\nimport { defineConfig, loadEnv } from 'vite'\n\n"
+                           "export default defineConfig(({ mode }) => {\n  const env = loadEnv(mode, process.cwd())\n  return {\n"
+                           "    plugins: [react()],\n    server: {\n      port: Number(env.VITE_DEV_PORT),\n      strictPort: true,\n"
+                           "      proxy: { '/api': env.VITE_API_URL },\n    },\n  }\n})\n",
+         ".env.development": "VITE_API_URL=http://localhost:%D\nVITE_DEV_PORT=%P\n",
+         "index.html": "<!doctype html><div id=root></div><script type=module src=/src/main.tsx></script>\n",
+         "src/main.tsx": "import { createRoot } from 'react-dom/client'\n"
+                         "createRoot(document.getElementById('root')!).render(<p>shop</p>)\n"}, second=True)
+untuned("SvelteKit", "npm run dev",
+        {"package.json": '{"name": "shop", "type": "module", "scripts": {"dev": "vite dev"}}\n',
+         "vite.config.js": "import { sveltekit } from '@sveltejs/kit/vite';\n"
+                           "export default { cacheDir: '.vite', plugins: [sveltekit()] };\n",
+         "svelte.config.js": "export default { kit: {} };\n", "src/routes/+page.svelte": "<p>shop</p>\n",
+         "src/app.html": "<!doctype html><head>%sveltekit.head%</head><body>%sveltekit.body%</body>\n"}, port=5173)
+untuned("Storybook", "npm run storybook",
+        {"package.json": '{"name": "shop", "private": true, "scripts": {"storybook": '
+                         '"storybook dev -p 6006 --no-open --no-version-updates"}}\n',
+         ".storybook/main.js": "export default { framework: '@storybook/html-vite', stories: ['../src/*.stories.js'], "
+                               "core: { disableTelemetry: true } };\n",
+         "src/button.stories.js": "export default { title: 'Button' };\nexport const Plain = () => '<button>x</button>';\n"},
+        port=6006)
+untuned("webpack serve, config", "webpack serve",
+        {"webpack.config.js": "const path = require('path');\n\nmodule.exports = {\n  mode: 'development',\n"
+                              "  entry: './src/index.js',\n  devServer: {\n    static: path.join(__dirname, 'public'),\n"
+                              "    proxy: [{ context: ['/api'], target: 'http://localhost:%D' }],\n    port: %P,\n  },\n};\n",
+         "src/index.js": "document.title = 'on';\n", "public/index.html": "<!doctype html><script src=main.js></script>\n"},
+        second=True)
+untuned("express-generator", "npm start",
+        {"package.json": '{"name": "shop", "private": true, "scripts": {"start": "node ./bin/www"}}\n',
+         "bin/www": "#!/usr/bin/env node\nvar app = require('../app');\nvar http = require('http');\n\n"
+                    "var port = normalize(process.env.PORT || '%P');\napp.set('port', port);\n\n"
+                    "var server = http.createServer(app);\nserver.listen(port);\nserver.on('error', complain);\n\n"
+                    "function normalize(text) {\n  var number = parseInt(text, 10);\n  return isNaN(number) ? text : number;\n}\n\n"
+                    "function complain(error) {\n  if (error.code !== 'EADDRINUSE') throw error;\n"
+                    "  console.error('Port ' + port + ' is already in use');\n  process.exit(1);\n}\n",
+         "app.js": "var express = require('express');\nvar app = express();\napp.use('/', require('./routes/index'));\n"
+                   "module.exports = app;\n",
+         "routes/index.js": "var router = require('express').Router();\nrouter.get('/', (q, a) => a.send('ok'));\n"
+                            "module.exports = router;\n"})
+untuned("Express, src/config/index.js", "nodemon --exitcrash src/index.js",
+        {"src/index.js": "const app = require('./app');\nconst { server, mongo } = require('./config');\n\n"
+                         "app.listen(server.port, server.host, (error) => {\n  if (error) throw error;\n"
+                         "  console.log(`shop with ${mongo.url}`);\n});\n",
+         "src/app.js": "module.exports = require('express')();\n",
+         "src/config/index.js": "const number = (text, other) => (text ? parseInt(text, 10) : other);\n\nmodule.exports = {\n"
+                                "  mongo: { url: process.env.MONGO_URL || 'mongodb://localhost:%D/shop' },\n"
+                                "  server: { host: '127.0.0.1', port: number(process.env.SHOP_PORT, %P) },\n};\n"}, second=True)
+untuned("node-config", "node server.js",
+        {"server.js": "const config = require('config');\nconst app = require('express')();\n"
+                      "app.listen(config.get('http.port'), config.get('http.host'), (e) => { if (e) throw e; });\n",
+         "config/default.yaml": "http:\n  host: 127.0.0.1\n  port: 80\nredis:\n  port: %D\n",
+         "config/development.yaml": "http:\n  port: %P\n"}, second=True)
+untuned("nodemon.json, ts-node", "nodemon",
+        {"nodemon.json": '{"watch": ["src"], "ext": "ts", "exec": "ts-node --transpile-only src/main.ts", '
+                         '"env": {"HTTP_PORT": "%P"}}\n',
+         "src/main.ts": "import express from 'express';\n\nconst app = express();\n"
+                        "const port = Number(process.env.HTTP_PORT);\n"
+                        "app.listen(port, (error?: Error) => { if (error) throw error; });\n",
+         "tsconfig.json": '{"compilerOptions": {"module": "commonjs", "esModuleInterop": true, "skipLibCheck": true}}\n'})
+untuned("dotenv-cli", "dotenv -e .env.local -- node index.mjs",
+        {"index.mjs": "import express from 'express';\n\nconst { LISTEN_ON } = process.env;\n"
+                      "express().listen(LISTEN_ON).on('error', (e) => { console.error(e); process.exit(1); });\n",
+         ".env.local": "DATABASE_URL=postgres://localhost:%D/shop\nLISTEN_ON=%P\n"}, second=True)
+untuned("env-cmd", "env-cmd -e development -- node server.js",
+        {"server.js": HTTP + ".listen(process.env.PORT);\n",
+         ".env-cmdrc": '{"development": {"PORT": "%P"}, "production": {"PORT": "80"}}\n'})
+untuned("tsc-watch", ["tsc-watch", "--onSuccess", "node dist/main.js"],
+        {"src/main.ts": "import { createServer } from 'http';\nimport { PORT } from './constants';\n\n"
+                        "createServer((_, answer) => { answer.end('ok'); }).listen(PORT);\n",
+         "src/constants.ts": "export const PORT = %P;\n",
+         "tsconfig.json": '{"compilerOptions": {"module": "commonjs", "target": "es2022", "rootDir": "src", "outDir": "dist", '
+                          '"types": ["node"], "skipLibCheck": true}, "include": ["src"]}\n'})
+untuned("npm-run-all", "npm run dev",
+        {"package.json": '{"name": "shop", "scripts": {"dev": "run-p dev:*", "dev:api": "node api.js --port=%P", '
+                         '"dev:types": "node types.js"}}\n',
+         "api.js": "const { values } = require('util').parseArgs({ options: { port: { type: 'string' } } });\n" + HTTP +
+                   ".listen(Number(values.port));\n", "types.js": "setInterval(() => {}, 1000);\n"})
+untuned("https", "node server.js",
+        {"server.js": "const fs = require('fs');\nconst https = require('https');\n\nconst own = (name) => fs.readFileSync("
+                      "`${__dirname}/certificates/${name}.pem`);\n"
+                      "https.createServer({ key: own('key'), cert: own('cert') }, (q, a) => a.end('ok')).listen(%P, 'localhost');\n",
+         "certificates/x": ""},
+        build=["openssl", "req", "-x509", "-newkey", "ed25519", "-noenc", "-subj", "/CN=localhost", "-keyout",
+               "certificates/key.pem", "-out", "certificates/cert.pem"])
+untuned("Bun, hot", "bun --hot src/index.ts",
+        {"src/index.ts": "import { port } from './settings'\n\nexport default { port, fetch: () => new Response('ok') }\n",
+         "src/settings.ts": "export const cache = 'redis://localhost:%D'\nexport const port = %P\n"}, second=True)
+untuned("Wrangler", "wrangler dev",
+        {"wrangler.toml": "name = \"shop\"\nmain = \"src/index.js\"\ncompatibility_date = \"2024-01-01\"\nsend_metrics = false\n",
+         "src/index.js": "export default { fetch: () => new Response('ok') };\n"}, port=8787,
+        environment={"CLOUDFLARE_CF_FETCH_ENABLED": "false"})
+untuned("Stencil", "stencil build --dev --watch --serve --no-open",
+        {"package.json": '{"name": "shop"}\n', "tsconfig.json": '{"compilerOptions": {"target": "es2017"}, "include": ["src"]}\n',
+         "stencil.config.ts": "export const config = { namespace: 'shop', outputTargets: [{ type: 'www', serviceWorker: null }] };\n",
+         "src/index.html": "<!doctype html><p>shop\n"}, port=3333)
+untuned("Grunt", "grunt",
+        {"Gruntfile.js": "module.exports = (grunt) => {\n  grunt.initConfig({ connect: { server: { options: { keepalive: true } } } });\n"
+                         "  grunt.loadNpmTasks('grunt-contrib-connect');\n  grunt.registerTask('default', ['connect']);\n};\n",
+         "package.json": '{"name": "shop"}\n'}, port=8000)
+untuned("Sails", "node app.js",
+        {"app.js": "const sails = require('sails');\n\nprocess.chdir(__dirname);\nsails.lift(require('rc')('sails'));\n",
+         "package.json": '{"name": "shop", "dependencies": {}}\n',
+         "config/local.js": "module.exports.port = %P;\nmodule.exports.explicitHost = '127.0.0.1';\n"})
+untuned("mountebank", "mb start --localOnly", port=2525)
+learned("stubby", "stubby -d stubs.yml -s %P -a 0 -t 0 -l localhost", {"stubs.yml": "- request:\n    url: /on\n"})
+learned("Marp", "marp -s slides", {"slides/talk.md": "# x\n"}, environment={"PORT": "%P"})
+untuned("Django, default_port", py("manage.py runserver"),
+        {**DJANGO, "settings.py": DJANGO["settings.py"] +
+                                  "INSTALLED_APPS = ['shop', 'django.contrib.staticfiles']\nSTATIC_URL = 'static/'\n"
+                                  "DATABASES = {'default': {'ENGINE': 'django.db.backends.sqlite3', 'NAME': 'x', "
+                                  "'TEST': {'PORT': %D}}}\n",
+         "shop/__init__.py": "", "shop/management/__init__.py": "", "shop/management/commands/__init__.py": "",
+         "shop/management/commands/runserver.py": "from django.core.management.commands.runserver import Command\n\n"
+                                                  "Command.default_port = '%P'\n"}, second=True)
+untuned("Flask, config object", py("-m shop"),
+        {"shop/__init__.py": "from flask import Flask\n\n\ndef create_app(settings):\n    app = Flask(__name__)\n"
+                             "    app.config.from_object(settings)\n    return app\n",
+         "shop/__main__.py": "from . import create_app\n\napp = create_app('shop.settings.Development')\n"
+                             "app.run(host='127.0.0.1', port=app.config['HTTP_PORT'])\n",
+         "shop/settings.py": "class Base:\n    REDIS_URL = 'redis://localhost:%D/0'\n    HTTP_PORT = 80\n\n\n"
+                             "class Development(Base):\n    DEBUG = False\n    HTTP_PORT = %P\n"}, second=True)
+untuned("gunicorn, GUNICORN_CMD_ARGS", "/usr/bin/gunicorn app:app", WSGI,
+        environment={"GUNICORN_CMD_ARGS": "--bind=127.0.0.1:%P --workers=2"})
+untuned("debugpy", py("-m debugpy --listen 5678 app.py"), {"app.py": "import time\n\ntime.sleep(99)\n"}, port=5678)
+untuned("Invoke", "invoke serve",
+        {"tasks.py": "from invoke import task\n\n\n@task\ndef serve(context, port=%P):\n"
+                     "    context.run(f'/usr/bin/python3 -m http.server -b 127.0.0.1 {port}')\n"})
+
+GOPATH_BUILD = ["env", "GOPATH=/usr/share/gocode", "go", "build", "-o", "shop", "main.go"]
+untuned("chi", "./shop",
+        {"main.go": "package main\n\nimport (\n\t\"log\"\n\t\"net/http\"\n\t\"os\"\n\n\t\"github.com/go-chi/chi\"\n)\n\n"
+                    "func setting(name, other string) string {\n\tif text, ok := os.LookupEnv(name); ok {\n\t\treturn text\n\t}\n"
+                    "\treturn other\n}\n\nfunc main() {\n\tlog.Println(\"cache\", setting(\"CACHE_ADDR\", \"127.0.0.1:%D\"))\n"
+                    "\tlog.Fatal(http.ListenAndServe(setting(\"LISTEN_ADDR\", \"127.0.0.1:%P\"), chi.NewRouter()))\n}\n"},
+        build=GOPATH_BUILD, second=True)
+untuned("gorilla/mux", "go run .",
+        {"main.go": "package main\n\nimport (\n\t\"log\"\n\t\"net/http\"\n\n\t\"github.com/gorilla/mux\"\n)\n\nfunc main() {\n"
+                    "\tserver := &http.Server{Handler: mux.NewRouter(), Addr: listenAddress}\n"
+                    "\tif err := server.ListenAndServe(); err != nil {\n\t\tlog.Println(err)\n\t}\n}\n",
+         "settings.go": "package main\n\nconst listenAddress = \"localhost:%P\"\n"},
+        environment={"GOPATH": "/usr/share/gocode"})
+untuned("Echo", "./shop",
+        {"main.go": "package main\n\nimport \"github.com/labstack/echo\"\n\nfunc main() {\n\te := echo.New()\n"
+                    "\te.Logger.Fatal(e.Start(\":1323\"))\n}\n"}, build=GOPATH_BUILD, port=1323)
+untuned("Viper", "./shop",
+        {"main.go": "package main\n\nimport (\n\t\"fmt\"\n\t\"net/http\"\n\t\"os\"\n\n\t\"github.com/spf13/viper\"\n)\n\n"
+                    "func main() {\n\tviper.AddConfigPath(\"./configs\")\n\tviper.SetConfigName(\"shop\")\n"
+                    "\tif err := viper.ReadInConfig(); err != nil {\n\t\tpanic(err)\n\t}\n"
+                    "\taddress := fmt.Sprintf(\"%s:%d\", viper.GetString(\"http.host\"), viper.GetInt(\"http.port\"))\n"
+                    "\tif err := http.ListenAndServe(address, nil); err != nil {\n\t\tfmt.Fprintln(os.Stderr, err)\n"
+                    "\t\tos.Exit(2)\n\t}\n}\n",
+         "configs/shop.yaml": "postgres:\n  host: localhost\n  port: %D\nhttp:\n  host: 127.0.0.1\n  port: %P\n"},
+        build=GOPATH_BUILD, second=True)
+learned("Cobra", "./shop serve -l 127.0.0.1:%P",
+        {"main.go": "package main\n\nimport (\n\t\"net/http\"\n\t\"os\"\n\n\t\"github.com/spf13/cobra\"\n)\n\nfunc main() {\n"
+                    "\troot := &cobra.Command{Use: \"shop\"}\n\tvar listen string\n\tserve := &cobra.Command{Use: \"serve\", "
+                    "RunE: func(*cobra.Command, []string) error {\n\t\treturn http.ListenAndServe(listen, nil)\n\t}}\n"
+                    "\tserve.Flags().StringVarP(&listen, \"listen\", \"l\", \":8080\", \"\")\n\troot.AddCommand(serve)\n"
+                    "\tif root.Execute() != nil {\n\t\tos.Exit(1)\n\t}\n}\n"}, build=GOPATH_BUILD)
+untuned("go tool pprof", "go tool pprof -http=localhost:%P -no_browser cpu.prof",
+        {"main.go": "package main\n\nimport (\n\t\"os\"\n\t\"runtime/pprof\"\n)\n\nfunc main() {\n"
+                    "\tfile, _ := os.Create(\"cpu.prof\")\n\tpprof.StartCPUProfile(file)\n\tpprof.StopCPUProfile()\n}\n"},
+        build=["go", "run", "main.go"])
+untuned("Tomcat, embedded", "java -cp /usr/share/java/tomcat10-embed-core.jar:/usr/share/java/tomcat-annotations-api.jar:. Shop",
+        {"Shop.java": "import org.apache.catalina.startup.Tomcat;\n\npublic class Shop {\n"
+                      "  public static void main(String[] words) throws Exception {\n"
+                      "    var settings = new java.util.Properties();\n"
+                      "    try (var file = Shop.class.getResourceAsStream(\"/application.properties\")) {\n"
+                      "      settings.load(file);\n    }\n    Tomcat tomcat = new Tomcat();\n    tomcat.setBaseDir(\"work\");\n"
+                      "    tomcat.setPort(Integer.parseInt(settings.getProperty(\"server.port\")));\n"
+                      "    tomcat.getConnector().setThrowOnFailure(true);\n    tomcat.start();\n    tomcat.getServer().await();\n"
+                      "  }\n}\n",
+         "application.properties": "spring.datasource.url=jdbc:postgresql://localhost:%D/shop\nserver.port=%P\n"},
+        build=["javac", "-cp", "/usr/share/java/tomcat10-embed-core.jar", "Shop.java"], second=True,
+        needs=["/usr/share/java/tomcat10-embed-core.jar"])
+learned("Java, JMX", "java -Dcom.sun.management.jmxremote.port=%P -Dcom.sun.management.jmxremote.authenticate=false "
+        "-Dcom.sun.management.jmxremote.ssl=false Work.java",
+        {"Work.java": "public class Work {\n  public static void main(String[] words) throws Exception {\n"
+                      "    Thread.sleep(99999);\n  }\n}\n"})
+untuned("Java, ServerSocket", "java -ea -Xmx64m -cp out shop.Main",
+        {"src/shop/Main.java": "package shop;\n\nimport java.io.IOException;\nimport java.net.ServerSocket;\n\npublic class Main {\n"
+                               "  public static void main(String[] words) {\n"
+                               "    try (var server = new ServerSocket(Settings.PORT)) {\n"
+                               "      while (true) server.accept().close();\n    } catch (IOException problem) {\n"
+                               "      System.err.println(\"Could not listen: \" + problem.getMessage());\n    }\n  }\n}\n",
+         "src/shop/Settings.java": "package shop;\n\ninterface Settings {\n  String BROKER = \"localhost:%D\";\n"
+                                   "  int PORT = %P;\n}\n"},
+        build=["javac", "-d", "out", "src/shop/Main.java", "src/shop/Settings.java"], second=True)
+untuned("nREPL", "java -cp /usr/share/java/clojure.jar:/usr/share/java/nrepl.jar:/usr/share/java/core.specs.alpha.jar:"
+        "/usr/share/java/spec.alpha.jar clojure.main -m nrepl.cmdline --port %P", needs=["/usr/share/java/nrepl.jar"])
+untuned("Slim", "php -S localhost:%P -t public public/index.php",
+        {"public/index.php": "<?php\nrequire 'Slim/autoload.php';\n$app = new Slim\\App();\n"
+                             "$app->get('/', fn ($question, $answer) => $answer->write('ok'));\n$app->run();\n"})
+untuned("PHP, bin/server.php", "php bin/server.php",
+        {"bin/server.php": "<?php\n$settings = require __DIR__ . '/../config/app.php';\n['host' => $host, 'port' => $port] = "
+                           "$settings['listen'];\n$socket = @stream_socket_server(\"tcp://$host:$port\", $code, $text);\n"
+                           "if (!$socket) {\n    fwrite(STDERR, \"$text\\n\");\n    exit(1);\n}\n"
+                           "while ($one = stream_socket_accept($socket, -1)) fclose($one);\n",
+         "config/app.php": "<?php\nreturn [\n    'database' => ['host' => 'localhost', 'port' => %D],\n"
+                           "    'listen' => ['host' => '127.0.0.1', 'port' => getenv('WS_PORT') ?: %P],\n];\n"}, second=True)
+untuned("bin/dev", "sh bin/dev",
+        {"bin/dev": "#!/bin/sh\nset -e\ncd \"$(dirname \"$0\")/..\"\nexport PORT=\"${PORT:-%P}\"\n"
+                    "exec foreman start -f Procfile.dev \"$@\"\n",
+         "Procfile.dev": "web: puma -p $PORT\ncss: sleep 99\n", **RACK})
+untuned("Puma, cluster", "puma",
+        {**RACK, "config/puma.rb": "workers 2\nthreads 1, 1\nport ENV.fetch('PORT') { %P }\n"
+                                   "environment ENV.fetch('RACK_ENV') { 'development' }\n"})
+untuned("Sinatra, modular", "ruby app.rb -p %P -o 127.0.0.1",
+        {"app.rb": "require 'sinatra'\n\nset :cache, 'localhost:%D'\nget('/') { 'ok' }\n"}, second=True)
+untuned("mojo, one line", ["perl", "-Mojo", "-E", "a('/' => {text => 'ok'})->start", "daemon", "-l", "http://127.0.0.1:%P"])
+untuned("Plumber", ["Rscript", "-e", "plumber::pr_run(plumber::pr('plumber.R'), port = %P)"],
+        {"plumber.R": "#* @get /on\nfunction() 'ok'\n"})
+
+untuned("sphinx-autobuild", "sphinx-autobuild --port %P docs docs/_build",
+        {"docs/conf.py": "project = 'shop'\n", "docs/index.rst": "Shop\n====\n"})
+untuned("FastAPI, UVICORN_PORT", "uvicorn shop.main:app --reload",
+        {"shop/__init__.py": "", "shop/main.py": "from fastapi import FastAPI\n\napp = FastAPI()\n\n\n@app.get('/')\n"
+                                                 "def home():\n    return 'ok'\n"}, environment={"UVICORN_PORT": "%P"})
+untuned("Django REST framework", py("manage.py runserver --noreload localhost:%P"),
+        {**DJANGO, "settings.py": DJANGO["settings.py"] +
+                                  "INSTALLED_APPS = ['django.contrib.contenttypes', 'django.contrib.auth', 'rest_framework']\n"
+                                  "CELERY_BROKER_URL = 'redis://localhost:%D/0'\n"}, second=True)
+untuned("Flask-RESTful", py("api.py"),
+        {"api.py": "from flask import Flask\nfrom flask_restful import Api, Resource\n\napp = Flask(__name__)\napi = Api(app)\n\n\n"
+                   "class Home(Resource):\n    def get(self):\n        return 'ok'\n\n\napi.add_resource(Home, '/')\n"
+                   "app.run(debug=True)\n"}, port=5000)
+untuned("Jupyter Server", py("-m jupyter_server --no-browser --allow-root"), port=8888)
+untuned("mitmweb", "mitmweb --no-web-open-browser --listen-port %P --set web_port=0 --set connection_strategy=lazy")
+learned("python, YAML anchor", py("-u serve.py --config config/dev.yml"),
+        {"serve.py": "import argparse, socketserver, yaml\n\nparser = argparse.ArgumentParser()\n"
+                     "parser.add_argument('--config', type=argparse.FileType())\n"
+                     "settings = yaml.safe_load(parser.parse_args().config)['services']\n"
+                     "socketserver.TCPServer(('127.0.0.1', settings['web']['port']), socketserver.StreamRequestHandler)"
+                     ".serve_forever()\n",
+         "config/dev.yml": "ports:\n  database: &database %D\n  web: &web %P\nservices:\n  database:\n    port: *database\n"
+                           "  web:\n    port: *web\n"}, second=True)
+untuned("python, dataclass settings", py("-m app"),
+        {"app/__init__.py": "", "app/__main__.py": "import asyncio\n\nfrom .settings import Settings\n\n\nasync def main():\n"
+         "    settings = Settings()\n    server = await asyncio.start_server(lambda r, w: w.close(), settings.bind_host, "
+         "settings.bind_port)\n    await server.serve_forever()\n\n\nasyncio.run(main())\n",
+         "app/settings.py": "import dataclasses\nimport os\n\n\n@dataclasses.dataclass\nclass Settings:\n"
+                            "    bind_host: str = '127.0.0.1'\n    bind_port: int = int(os.getenv('APP_BIND_PORT', '%P'))\n"
+                            "    statsd_port: int = %D\n"}, second=True)
+untuned("direnv", "direnv exec . node server.js",
+        {".envrc": "export SHOP_PORT=%P\n", "server.js": HTTP + ".listen(process.env.SHOP_PORT, 'localhost');\n"},
+        build=["direnv", "allow", "."])
+untuned("Turborepo", "turbo run dev",
+        {"package.json": '{"name": "shop", "private": true, "packageManager": "npm@10.0.0", "workspaces": ["apps/*"]}\n',
+         "package-lock.json": '{"name": "shop", "lockfileVersion": 3, "packages": {"": {"workspaces": ["apps/*"]}, '
+                              '"apps/api": {"name": "api", "version": "1.0.0"}, "node_modules/api": {"resolved": "apps/api", '
+                              '"link": true}}}\n',
+         "turbo.json": '{"ui": "stream", "tasks": {"dev": {"cache": false, "persistent": true}}}\n',
+         "apps/api/package.json": '{"name": "api", "version": "1.0.0", "scripts": {"dev": "node server.js"}}\n',
+         "apps/api/server.js": HTTP + ".listen(%P);\n"}, environment={"TURBO_TELEMETRY_DISABLED": "1"})
+untuned("entr", ["sh", "-c", "ls *.js | entr -r node server.js"], {"server.js": HTTP + ".listen(%P);\n"})
+untuned("QEMU, hostfwd", "qemu-system-x86_64 -display none -m 16 -S -nic user,hostfwd=tcp:127.0.0.1:%P-:22")
+untuned("Redis Sentinel", "redis-server sentinel.conf --sentinel",
+        {"sentinel.conf": "bind 127.0.0.1\nsentinel monitor shop 127.0.0.1 %D 1\n"}, port=26379, second=True)
+learned("PgBouncer", "sh pool.sh",
+        {"pool.sh": "# The pool refuses to run as root.\nif [ \"$(id -u)\" = 0 ]; then\n"
+                    "  become='setpriv --reuid=nobody --regid=nogroup --clear-groups'\nfi\nexec $become pgbouncer pool.ini\n",
+         "pool.ini": "[databases]\nshop = host=127.0.0.1 port=%D\n\n[pgbouncer]\nlisten_addr = 127.0.0.1\n"
+                     "auth_type = any\nunix_socket_dir =\n"}, port=6432, second=True)
+untuned("Glances", "glances -w -B 127.0.0.1 --disable-check-update", port=61208)
+untuned("json-graphql-server", "json-graphql-server db.js -p %P", {"db.js": "module.exports = { posts: [{ id: 1, title: 'x' }] };\n"})
+untuned("Laravel console", "php artisan serve",
+        {"artisan": "#!/usr/bin/env php\n<?php\nrequire 'Illuminate/autoload.php';\n"
+                    "$app = new Illuminate\\Foundation\\Application(__DIR__);\n"
+                    "$console = new Illuminate\\Console\\Application($app, new Illuminate\\Events\\Dispatcher($app), '8');\n"
+                    "$console->resolve(Illuminate\\Foundation\\Console\\ServeCommand::class);\nexit($console->run());\n",
+         "server.php": "<?php echo 'ok';\n", "public/index.php": "<?php echo 'ok';\n"}, port=8000)
+untuned("Nailgun", "java -cp /usr/share/java/nailgun-server.jar com.martiansoftware.nailgun.NGServer 127.0.0.1", port=2113,
+        needs=["/usr/share/java/nailgun-server.jar"])
+untuned("ssh -L", "ssh -N -F ssh_config -L %P:localhost:%D shop",
+        {"ssh_config": "Host shop\n  ProxyCommand /usr/sbin/sshd -i -f sshd_config -o AuthorizedKeysFile=$PWD/id.pub\n"
+                       "  IdentityFile id\n  StrictHostKeyChecking no\n  UserKnownHostsFile /dev/null\n",
+         "sshd_config": "HostKey id\nUsePAM no\nStrictModes no\nPidFile none\n"},
+        build=["ssh-keygen", "-q", "-t", "ed25519", "-N", "", "-f", "id"], second=True)
+learned("Swank", ["sbcl", "--noinform", "--load", "start.lisp"],
+        {"start.lisp": "(require :asdf)\n(asdf:load-system :swank)\n(swank:create-server :port %P :dont-close t)\n(sleep 999)\n"},
+        build=["sbcl", "--noinform", "--non-interactive", "--eval", "(require :asdf)", "--eval", "(asdf:load-system :swank)"])
 
 # --- What must give no alert ---------------------------------------------------------------------
 def crashes(port):

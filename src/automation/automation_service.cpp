@@ -3,10 +3,10 @@
 #include "automation/check_port_adaptor.h"
 #include "automation/krunner_runner.h"
 #include "automation/search_provider.h"
+#include "platform/bus_call.h"
 #include "shell/intents/check_port_intent.h"
 
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
 #include <QLoggingCategory>
 
 #include <utility>
@@ -95,11 +95,9 @@ void AutomationService::openMainWindow(const PortQuery& query, const QString& ac
         call << u"check-port"_s << QVariantList{qlonglong{*query.port}};
     call << platformData;
     beginCall(); // the bus forgets what somebody wanted who has left before the application came
-    auto* watcher = new QDBusPendingCallWatcher(bus_.asyncCall(call), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
-        watcher->deleteLater();
-        if (watcher->isError())
-            qCInfo(automationLog) << "Can't open the window:" << watcher->error().message();
+    whenAnswered<void>(bus_.asyncCall(call), this, [this](const QDBusPendingReply<void>& answer) {
+        if (answer.isError())
+            qCInfo(automationLog) << "Can't open the window:" << answer.error().message();
         endCall();
     });
 }
@@ -130,11 +128,8 @@ void AutomationService::handleTimeout() {
     release << QString(kAutomationBusName);
     // What was sent to the name comes before the answer to this.
     beginCall();
-    auto* watcher = new QDBusPendingCallWatcher(bus_.asyncCall(release), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
-        watcher->deleteLater();
-        endCall();
-    });
+    whenAnswered<void>(bus_.asyncCall(release), this,
+                       [this](const QDBusPendingReply<void>& /*answer*/) { endCall(); });
 }
 
 } // namespace zenlot

@@ -10,6 +10,7 @@
 #include <chrono>
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -28,6 +29,8 @@ struct Attempt {
     BootTime startedAt{0};        // later, where a shell became the program after other work
     const Runtime* runtime{nullptr};
     WantedPort wanted;
+    // Where it is to wait for a debugger, which it asks for before everything else.
+    std::optional<WantedPort> debugger;
     std::size_t commandKey{0}; // the same for the same command in the same folder
     // Where to look for ports that are written down, in memory only.
     std::string home;

@@ -133,6 +133,9 @@ std::optional<Attempt> AttemptReader::read(ProcessId pid) const {
     attempt.pid = pid;
     attempt.runtime = runtime;
     attempt.wanted = *wanted;
+    if (const auto endpoint = parseEndpoint(invocation->debugger); endpoint && endpoint->port != 0)
+        attempt.debugger =
+            WantedPort{WantedPort::Source::argument, endpoint->port, addressesOf(endpoint->host)};
     attempt.home = home_;
     attempt.workingDirectory = link(pid, "cwd");
     attempt.executable = executable;

@@ -27,6 +27,8 @@ constexpr BootTime kEventDelay{120};
 constexpr BootTime kFirstLookAfterEnd{15};
 // What runtimes probe at their start takes far less.
 constexpr BootTime kLongestProbe{5};
+// The Java machine has threads of its own that may come in between.
+constexpr BootTime kLongestProbeOfJava{25};
 // And so long after its question a socket dies that waited for an answer.
 constexpr BootTime kAfterNameQuestion{60};
 // A server listens by then, or never will.
@@ -40,6 +42,8 @@ constexpr std::array<BootTime, 9> kLooksAfterEvidence{
 constexpr BootTime kGoesOnAfter{300};
 // After this long one whose port was named is not just slow.
 constexpr BootTime kStaysWithoutPort{1500};
+// And one that may be a client, or whose port only a file mentions.
+constexpr BootTime kLessSurelyStaysWithoutPort{2000};
 // Restarts that follow faster than people do are a loop.
 constexpr BootTime kFasterThanPeople{3000};
 // Several processes of one attempt may fail one after the other.
@@ -80,7 +84,8 @@ bool isIpv4(const ListeningSocket& socket) {
 // Whether listening there says that the wanted port could not be had.
 bool isDrift(const Attempt& attempt, const PortAnswer& answer, std::uint16_t wanted,
              const std::vector<ListeningSocket>& own) {
-    if (attempt.runtime->drifts || isExplicit(answer.source))
+    // Of one whose own package tells the port, nobody knows how it chooses another.
+    if (attempt.runtime->drifts || isExplicit(answer.source) || answer.source == PortSource::manual)
         return !own.empty();
     return std::ranges::any_of(own, [wanted](const ListeningSocket& socket) {
         return socket.port > wanted && socket.port <= wanted + kNextPorts;
@@ -94,7 +99,7 @@ bool isUnknown(const Attempt& attempt) {
 
 // Whether the answer is too weak where it is not certain that the attempt was refused anything.
 bool isWeak(const Attempt& attempt, const PortAnswer& answer) {
-    return answer.source == PortSource::project ||
+    return answer.source == PortSource::project || answer.source > PortSource::habit ||
            (isUnknown(attempt) && !isExplicit(answer.source));
 }
 
@@ -200,6 +205,10 @@ void AttemptTracker::socketDied(UnusedSocket socket, BootTime now) {
             lastProbeAt_ = now;
         return;
     }
+    // Noted at once, whatever becomes of this one.
+    for (auto dead = deadSockets_.rbegin();
+         dead != deadSockets_.rend() && now - dead->at <= kLongestProbeOfJava; ++dead)
+        dead->isFollowedByIpv4 |= socket.family == AddressFamily::ipv4;
     if (socket.family == AddressFamily::ipv4 && now - lastProbeAt_ <= kLongestProbe) {
         lastProbeAt_ = BootTime(-1'000'000);
         return;
@@ -213,7 +222,8 @@ void AttemptTracker::socketDied(UnusedSocket socket, BootTime now) {
     }
     if (deadSockets_.size() >= kMostDeadSockets)
         deadSockets_.pop_front();
-    deadSockets_.push_back({now, socket.family, now - lastNameQuestionAt_ <= kAfterNameQuestion});
+    deadSockets_.push_back(
+        {now, socket.family, now - lastNameQuestionAt_ <= kAfterNameQuestion, false});
     for (Tracked& tracked : attempts_) {
         // Tools that try again and again are not to be waited for again and again.
         if (tracked.evidenceAt == BootTime(0) || now - tracked.evidenceAt > kLongestSearch) {
@@ -293,6 +303,16 @@ AttemptTracker::Outcome AttemptTracker::lookAtEnded(Tracked& tracked, const Pres
                                                     BootTime now, std::vector<Verdict>& verdicts) {
     const Attempt& attempt = tracked.attempt;
     const Evidence evidence = evidenceFor(tracked, present, now);
+    // Whoever waits for debuggers does so before any code runs that probes.
+    const Evidence any =
+        attempt.debugger ? evidenceFor(tracked, present, now, Probes::counted) : evidence;
+    if (attempt.debugger && any != deadSockets_.end()) {
+        if (auto verdict = judgeDebugger(attempt, Verdict::Kind::failedStart, present,
+                                         present.listening(), any->at)) {
+            conclude(tracked, any, *std::move(verdict), now, verdicts);
+            return Outcome::done;
+        }
+    }
     const bool isUnseen = deadSocketsSeen_ == DeadSockets::unseen;
     if (isUnseen && (ends_ == Ends::unseen || tracked.hasEndedQuietly))
         return Outcome::done;
@@ -303,8 +323,9 @@ AttemptTracker::Outcome AttemptTracker::lookAtEnded(Tracked& tracked, const Pres
     const auto answer = answerFor(attempt, present);
     const BootTime evidenceAt = isUnseen ? *tracked.endedAt : evidence->at;
     if (!answer ||
-        ((isUnseen || tracked.hasEndedQuietly || mayBeOthers(tracked, present, evidenceAt)) &&
-         isWeak(attempt, *answer)))
+        (isWeak(attempt, *answer) &&
+         (isUnseen || (tracked.hasEndedQuietly && answer->source > PortSource::project) ||
+          mayBeOthers(tracked, present, evidenceAt))))
         return Outcome::done;
     if (auto verdict = judge(attempt, Verdict::Kind::failedStart, present, present.listening(),
                              *answer, evidenceAt))
@@ -327,9 +348,24 @@ AttemptTracker::Outcome AttemptTracker::lookAtRunning(Tracked& tracked, const Pr
     const bool isSettled = now - attempt.startedAt >= kSettled;
     const Evidence evidence = evidenceFor(tracked, present, now);
     const bool hasEvidence = evidence != deadSockets_.end();
+    if (hasEvidence && attempt.debugger) {
+        auto verdict =
+            judgeDebugger(attempt, Verdict::Kind::goesOn, present, foreign, evidence->at);
+        // One that can't have its own port either ends or says so first.
+        if (verdict && now - tracked.evidenceAt < kStaysWithoutPort) {
+            planNextLook(tracked, now);
+            return Outcome::keepLooking;
+        }
+        if (verdict) {
+            conclude(tracked, evidence, *std::move(verdict), now, verdicts);
+            return Outcome::done;
+        }
+    }
     const bool mayJudge = hasEvidence || attempt.runtime->probesByConnecting ||
                           (deadSocketsSeen_ == DeadSockets::unseen && attempt.runtime->drifts);
-    const bool mayGoOn = own.empty() && hasEvidence && now - tracked.evidenceAt >= kGoesOnAfter;
+    // One that asks or tries again may have further ports.
+    const bool mayGoOn = (own.empty() || attempt.runtime->goesOnWithoutPort) && hasEvidence &&
+                         now - tracked.evidenceAt >= kGoesOnAfter;
     const auto answer =
         mayJudge && (!own.empty() || mayGoOn) ? answerFor(attempt, present) : std::nullopt;
     if (answer) {
@@ -352,9 +388,13 @@ AttemptTracker::Outcome AttemptTracker::lookAtRunning(Tracked& tracked, const Pr
             return Outcome::done;
         }
         // What is known to ask or to try again is believed sooner than what may only be slow.
-        const bool goesOn = mayGoOn && (attempt.runtime->goesOnWithoutPort ||
-                                        (isExplicit(answer->source) && !isUnknown(attempt) &&
-                                         now - tracked.evidenceAt >= kStaysWithoutPort));
+        const BootTime sinceEvidence = now - tracked.evidenceAt;
+        const bool isNamed = isExplicit(answer->source) && !isUnknown(attempt);
+        const bool staysWithout = isNamed ? sinceEvidence >= kStaysWithoutPort
+                                          : answer->source != PortSource::habit &&
+                                                sinceEvidence >= kLessSurelyStaysWithoutPort &&
+                                                !mayBeOthers(tracked, present, evidenceAt);
+        const bool goesOn = mayGoOn && (attempt.runtime->goesOnWithoutPort || staysWithout);
         const bool isTooWeak =
             isWeak(attempt, *answer) && (!hasEvidence || mayBeOthers(tracked, present, evidenceAt));
         if ((goesOn || !own.empty()) && !isTooWeak)
@@ -436,6 +476,19 @@ std::optional<Verdict> AttemptTracker::judge(const Attempt& attempt, Verdict::Ki
     return verdict;
 }
 
+// Where somebody else has had the debugger's port, the attempt was refused it.
+std::optional<Verdict> AttemptTracker::judgeDebugger(const Attempt& attempt, Verdict::Kind kind,
+                                                     const Present& present,
+                                                     const std::vector<ListeningSocket>& foreign,
+                                                     BootTime evidenceAt) const {
+    Attempt debugged = attempt;
+    debugged.wanted = *attempt.debugger;
+    // Python's debugger leaves the waiting to a program that it starts.
+    return judge(debugged, kind, present, foreign,
+                 PortAnswer{PortSource::argument, {debugged.wanted.port}},
+                 std::min(evidenceAt, attempt.startedAt));
+}
+
 void AttemptTracker::conclude(const Tracked& tracked, const Evidence& evidence, Verdict verdict,
                               BootTime now, std::vector<Verdict>& verdicts) {
     if (evidence != deadSockets_.end()) {
@@ -473,19 +526,18 @@ bool AttemptTracker::announce(const Attempt& attempt, const Verdict& verdict, Bo
 }
 
 AttemptTracker::Evidence AttemptTracker::evidenceFor(const Tracked& tracked, const Present& present,
-                                                     BootTime now) {
+                                                     BootTime now, Probes probes) {
     const BootTime latest = tracked.endedAt ? *tracked.endedAt + kEventDelay : now;
-    const auto isProbe = [this, &tracked](const Evidence& dead) {
-        const auto next = std::next(dead);
+    const auto isProbe = [&tracked](const Evidence& dead) {
         return tracked.attempt.runtime->probesProtocols &&
                (dead->family == AddressFamily::ipv4 || dead->followsNameQuestion ||
-                (next != deadSockets_.end() && next->family == AddressFamily::ipv4 &&
-                 next->at - dead->at <= kLongestProbe));
+                dead->isFollowedByIpv4);
     };
     // The last one is the likeliest to be its own.
     for (auto dead = deadSockets_.end(); dead != deadSockets_.begin();) {
         --dead;
-        if (dead->at < tracked.attempt.startedAt || dead->at > latest || isProbe(dead))
+        if (dead->at < tracked.attempt.startedAt || dead->at > latest ||
+            (probes == Probes::ignored && isProbe(dead)))
             continue;
         if (!tracked.endedAt)
             return now - dead->at <= kLongestSearch ? dead : deadSockets_.end();

@@ -140,6 +140,7 @@ class AttemptTracker {
         BootTime at;
         AddressFamily family;
         bool followsNameQuestion;
+        bool isFollowedByIpv4; // at once
     };
     // A process that may have left a dead socket.
     struct Suspect {
@@ -176,7 +177,15 @@ class AttemptTracker {
     void conclude(const Tracked& tracked, const Evidence& evidence, Verdict verdict, BootTime now,
                   std::vector<Verdict>& verdicts);
     bool announce(const Attempt& attempt, const Verdict& verdict, BootTime now);
-    Evidence evidenceFor(const Tracked& tracked, const Present& present, BootTime now);
+    // What runtimes probe at their start leaves dead sockets too, which say something only of those
+    // that can't have got as far as that.
+    enum class Probes : std::uint8_t { ignored, counted };
+    Evidence evidenceFor(const Tracked& tracked, const Present& present, BootTime now,
+                         Probes probes = Probes::ignored);
+    std::optional<Verdict> judgeDebugger(const Attempt& attempt, Verdict::Kind kind,
+                                         const Present& present,
+                                         const std::vector<ListeningSocket>& foreign,
+                                         BootTime evidenceAt) const;
     bool mayBeOthers(const Tracked& tracked, const Present& present, BootTime diedAt) const;
     void suspect(const Tracked& tracked);
     void remember(const Attempt& attempt, std::span<const ListeningSocket> own);

@@ -38,7 +38,7 @@ constexpr std::array<Interpreter, 17> kInterpreters{{
     {"Rscript", " -p ", " -e ", "", ""},
     {"guile", " -L -C -l ", " -c ", "", ""},
     {"swipl", " -g -t -x -p -l ", "", "", ""},
-    {"sbcl", " --core --load ", " --eval ", "", ""},
+    {"sbcl", " --core ", " --eval ", "", ""},
 }};
 
 // What the table calls scripts of interpreters that are not their own namesakes.
@@ -185,6 +185,32 @@ void takeScript(Invocation& invocation, const Interpreter& interpreter,
     invocation.genericTool.clear();
 }
 
+// "--inspect", "--inspect-brk=127.0.0.1:9230", but not "--inspect-port".
+std::string debuggerOfNode(std::string_view word) {
+    const std::size_t equals = std::min(word.find('='), word.size());
+    const std::string_view option = word.substr(0, equals);
+    if (option != "--inspect" && option != "--inspect-brk" && option != "--inspect-wait")
+        return {};
+    constexpr std::string_view kUsual = "127.0.0.1:9229";
+    return std::string(equals < word.size() ? word.substr(equals + 1) : kUsual);
+}
+
+// Of "-agentlib:jdwp=transport=dt_socket,server=y,address=*:5005" the address; what manages the
+// machine waits in the same way.
+std::string debuggerOfJava(std::string_view word) {
+    constexpr std::string_view kManagement = "-Dcom.sun.management.jmxremote.port=";
+    if (word.starts_with(kManagement))
+        return std::string(word.substr(kManagement.size()));
+    constexpr std::string_view kAddress = "address=";
+    const bool isAgent = word.starts_with("-agentlib:jdwp=") || word.starts_with("-Xrunjdwp:");
+    const std::size_t address = word.find(kAddress);
+    if (!isAgent || word.find("server=y") == std::string_view::npos ||
+        address == std::string_view::npos)
+        return {};
+    word.remove_prefix(address + kAddress.size());
+    return std::string(word.substr(0, word.find(',')));
+}
+
 // A word that begins with a short option and goes on with its value, such as -rjson.
 bool hasAttachedValue(std::string_view options, std::string_view word) {
     return word.size() > 2 && word[1] != '-' && isWordOf(options, word.substr(0, 2));
@@ -214,6 +240,8 @@ Invocation readInterpreted(const Interpreter& interpreter, std::span<const std::
             else if (hasNext)
                 invocation.environmentFiles.push_back(words[place + 1]);
         }
+        if (interpreter.name == "node" && word.starts_with("--inspect"))
+            invocation.debugger = debuggerOfNode(word);
         if (interpreter.name == "php" && word.starts_with("-S")) {
             invocation.tool = "php";
             invocation.arguments = from(words, place);
@@ -347,8 +375,14 @@ std::optional<Invocation> identifyInvocation(std::span<const std::string> comman
         const bool runsNothing = invocation.tool.empty() && invocation.inlineSource.empty();
         if (runsNothing || invocation.script.ends_with(kDebuggersOwn))
             return std::nullopt;
-        if (const auto carried = carriedCommand(invocation, commandLine.front()))
-            return identifyInvocation(*carried, executable);
+        if (const auto carried = carriedCommand(invocation, commandLine.front())) {
+            auto inner = identifyInvocation(*carried, executable);
+            const auto listen = std::ranges::find(invocation.arguments, "--listen");
+            if (inner && invocation.tool == "debugpy" && listen != invocation.arguments.end() &&
+                std::next(listen) != invocation.arguments.end())
+                inner->debugger = *std::next(listen);
+            return inner;
+        }
         // A runner of scripts is a script itself, and another process runs what it is given.
         const auto isRunner = [&invocation](const Interpreter& other) {
             return other.name == invocation.tool;
@@ -370,9 +404,14 @@ std::optional<Invocation> identifyInvocation(std::span<const std::string> comman
         // What builds starts the program that it has built as one of its own.
         if (name == "java" && std::ranges::any_of(commandLine, isOfBuild))
             return std::nullopt;
-        if (name == "java")
+        if (name == "java") {
             invocation.script = javaProgram(commandLine);
-        else if (name == "beam.smp")
+            for (const std::string& word : commandLine) {
+                if (invocation.debugger.empty())
+                    invocation.debugger = debuggerOfJava(word);
+            }
+        }
+        if (name == "beam.smp")
             readErlang(invocation);
     } else if (name == "R") {
         for (const std::string& word : invocation.arguments) {

@@ -30,6 +30,7 @@ struct Invocation {
     std::string script;                 // as it stands in the command line; empty without one
     std::string inlineSource;           // of a program that stands in the command line itself
     std::vector<std::string> environmentFiles; // that the interpreter is told to read
+    std::string debugger; // where a debugger is to be waited for, beside all the rest; may be empty
 
     friend bool operator==(const Invocation&, const Invocation&) = default;
 };

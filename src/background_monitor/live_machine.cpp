@@ -4,7 +4,7 @@
 #include "background_monitor/port_text.h"
 #include "background_monitor/source_reader.h"
 #include "inventory/linux/control_group.h"
-#include "inventory/linux/listening_sockets.h"
+#include "inventory/linux/listening_socket_reader.h"
 #include "inventory/process_names.h"
 
 #include <ifaddrs.h>

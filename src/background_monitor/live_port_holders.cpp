@@ -1,6 +1,6 @@
 #include "background_monitor/live_port_holders.h"
 
-#include "inventory/linux/listening_sockets.h"
+#include "inventory/linux/listening_socket_reader.h"
 
 #include <sys/stat.h>
 
@@ -121,7 +121,12 @@ std::vector<ProcessId> LivePortHolders::ancestorsOf(const BindEvent& refused) co
 // A script may be anything, so the row for all of them says nothing.
 bool LivePortHolders::isKnownToWant(ProcessId pid, std::uint16_t port) const {
     const auto attempt = attempts_.read(pid);
-    return attempt && attempt->wanted.port == port && !attempt->runtime->mayNamePortItself &&
+    if (!attempt)
+        return false;
+    // One that asks what to do may have its port from a file.
+    const bool isWanted = attempt->wanted.port == port ||
+                          (attempt->runtime->goesOnWithoutPort && !attempt->wanted.isExplicit());
+    return isWanted && !attempt->runtime->mayNamePortItself &&
            std::ranges::find(attempt->runtime->programs, kAnyProgram) ==
                attempt->runtime->programs.end();
 }

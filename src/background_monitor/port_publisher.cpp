@@ -1,6 +1,6 @@
 #include "background_monitor/port_publisher.h"
 
-#include "inventory/records_json.h"
+#include "inventory/occupied_ports_json.h"
 #include "monitoring/broadcast_names.h"
 #include "monitoring/shared_container.h"
 

@@ -110,11 +110,12 @@ std::vector<PortAnswer> answersOfSites(std::span<const PortSite> sites,
 }
 
 std::vector<std::uint16_t> portsOfSettings(std::span<const Setting> settings,
-                                           std::span<const Setting> variables) {
+                                           std::span<const Setting> variables,
+                                           std::span<const std::string> program) {
     int best = 1;
     std::vector<std::uint16_t> ports;
     for (const Setting& setting : settings) {
-        const int likelihood = likelihoodOfSetting(setting.path);
+        const int likelihood = likelihoodOfSetting(setting.path, program);
         if (likelihood < best)
             continue;
         const std::vector<std::uint16_t> said = portsOfValue(setting.value, variables);

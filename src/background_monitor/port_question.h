@@ -29,6 +29,8 @@ enum class PortSource : std::uint8_t {
     mention,         // of the held ports those that arguments, variables or named files mention
     project,         // of the held ports those that the other files of its project mention
     habit,           // what the tool takes when nobody says otherwise
+    spelled,         // of the held ports those that stand as a number in its own files
+    manual,          // of the held ports those that its manual or its package tell of
 };
 
 struct PortAnswer {
@@ -54,8 +56,10 @@ std::vector<PortAnswer> answersOfSites(std::span<const PortSite> sites,
                                        std::span<const Setting> environmentFile,
                                        std::span<const std::string> arguments);
 
-// What settings say, the likeliest ones. Variables in their values are looked up.
+// What settings say, the likeliest ones. Variables in their values are looked up; `program` are the
+// names of the program that reads them.
 std::vector<std::uint16_t> portsOfSettings(std::span<const Setting> settings,
-                                           std::span<const Setting> variables);
+                                           std::span<const Setting> variables,
+                                           std::span<const std::string> program = {});
 
 } // namespace zenlot

@@ -17,11 +17,13 @@ constexpr std::array<std::string_view, 46> kOthers{
     "nats",       "inspect",   "debugger",  "sslport", "iisexpress", "shutdown", "requests.",
     "urlopen",    "influx",    "cassandra", "s3_"};
 
+// What begins like one of them and is about the program itself.
+constexpr std::array<std::string_view, 2> kOwnDespite{"connector", "clientport"};
+
 constexpr std::array<std::string_view, 6> kListening{"port", "listen", "addr",
                                                      "bind", "http",   "serve"};
 
 constexpr std::size_t kLongestName = 60;
-constexpr std::uint16_t kLowestPort = 80; // below it a number counts workers or seconds
 
 constexpr std::array<std::string_view, 7> kOtherSockets{
     "unix:", "unix@", "--uds", "--unix-socket", "--unixsocket", "fd://", "--fd"};
@@ -80,7 +82,17 @@ std::string inSmallLetters(std::string_view text) {
 }
 
 bool speaksOfOthers(std::string_view text) {
-    return holdsAny(text, kOthers);
+    return std::ranges::any_of(kOthers, [text](std::string_view word) {
+        for (std::size_t place = text.find(word); place != std::string_view::npos;
+             place = text.find(word, place + 1)) {
+            const auto isOwn = [rest = text.substr(place)](std::string_view own) {
+                return rest.starts_with(own);
+            };
+            if (std::ranges::none_of(kOwnDespite, isOwn))
+                return true;
+        }
+        return false;
+    });
 }
 
 bool speaksOfListening(std::string_view name) {
@@ -90,6 +102,12 @@ bool speaksOfListening(std::string_view name) {
 std::optional<std::string_view> tellingValue(const std::vector<std::string>& arguments,
                                              std::size_t place) {
     const std::string_view word = arguments[place];
+    // An address with its port behind what mostly stands for "listen", "address" or "bind".
+    if ((word == "-l" || word == "-a" || word == "-b") && place + 1 < arguments.size()) {
+        const auto endpoint = parseEndpoint(arguments[place + 1]);
+        if (endpoint && arguments[place + 1].find(':') != std::string::npos)
+            return arguments[place + 1];
+    }
     const std::size_t equals = word.find('=');
     const std::string name = inSmallLetters(word.substr(0, equals));
     // "--listen-client-urls" is about listening, whoever is to come.

@@ -16,6 +16,9 @@
 
 namespace zenlot {
 
+// Below it a number counts workers or seconds.
+inline constexpr std::uint16_t kLowestPort = 80;
+
 // A port, and the address before it, where one is named.
 struct Endpoint {
     std::uint16_t port{0};

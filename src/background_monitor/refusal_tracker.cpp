@@ -25,6 +25,8 @@ constexpr BootTime kFasterThanPeople{3000};
 constexpr BootTime kMomentary{50};
 // What a program closes so shortly before its end belongs to its end.
 constexpr BootTime kPartOfEnd{300};
+// A program that looked which of the next ports is free and fails at once only wanted to name it.
+constexpr BootTime kAtOnce{20};
 // So long a program may still try again for what it was refused.
 constexpr BootTime kLongestMemory{600'000};
 
@@ -161,6 +163,7 @@ void RefusalTracker::noteEnd(const BindEvent& event, BootTime at, BootTime now) 
             process.startedAt != event.process_started_at || process.endedAt)
             continue;
         process.endedAt = at;
+        process.hasFailed = event.error != 0;
         process.nextLook = now;
     }
 }
@@ -216,6 +219,22 @@ std::vector<Verdict> RefusalTracker::look(BootTime now) {
     return verdicts;
 }
 
+// Whether it ended as one does that wanted this port and no other, although it took others in
+// between.
+bool RefusalTracker::gaveUp(const Process& process, const Refused& refused) {
+    if (!process.endedAt || !process.hasFailed)
+        return false;
+    if (process.taken.empty())
+        return false;
+    const Taken& last = *std::ranges::max_element(process.taken, {}, &Taken::at);
+    const bool cameBack =
+        refused.lastAt > last.at && *process.endedAt - refused.lastAt <= kPartOfEnd;
+    const bool lookedOnly = last.at >= refused.at && last.letGoAt &&
+                            isNear(refused.port, last.port) &&
+                            *process.endedAt - *last.letGoAt <= kAtOnce;
+    return cameBack || lookedOnly;
+}
+
 void RefusalTracker::decide(Process& process, BootTime now, std::vector<Verdict>& verdicts) {
     const auto isKept = [&process](const Taken& taken) {
         return taken.listensSince && !taken.letGoAt &&
@@ -225,7 +244,8 @@ void RefusalTracker::decide(Process& process, BootTime now, std::vector<Verdict>
     for (Refused& refused : process.refused) {
         const bool wasTried =
             refused.state == Refused::State::tried && now - refused.at <= kLaterUse;
-        if (refused.state != Refused::State::open && !(wasTried && tookAnother))
+        const bool hasGivenUp = gaveUp(process, refused);
+        if (refused.state != Refused::State::open && !(wasTried && (tookAnother || hasGivenUp)))
             continue;
         const auto isTry = [&](const Taken& taken) {
             if (taken.at < refused.at || isKept(taken))
@@ -238,7 +258,8 @@ void RefusalTracker::decide(Process& process, BootTime now, std::vector<Verdict>
                    *taken.letGoAt - *taken.listensSince <= kMomentary || !process.endedAt ||
                    *process.endedAt - *taken.letGoAt > kPartOfEnd;
         };
-        if (!tookAnother && !refused.isKnownToWant && std::ranges::any_of(process.taken, isTry)) {
+        if (!tookAnother && !hasGivenUp && !refused.isKnownToWant &&
+            std::ranges::any_of(process.taken, isTry)) {
             refused.state = Refused::State::tried;
             continue;
         }

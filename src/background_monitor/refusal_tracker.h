@@ -8,7 +8,8 @@
 //   - it takes other ports as well but lets go of them: not told, it looks for a free one, unless
 //   it
 //     is a tool that is known to want this port. What it opened for good before it gave up is no
-//     such port;
+//     such port. One that comes back for the first port, or that looked only to say which of the
+//     next is free, and ends with an error at once, is told all the same;
 //   - it gets the port after all, on an overlapping address: not told;
 //   - it does nothing of this: told, once, however often it tries again.
 //
@@ -92,6 +93,7 @@ class RefusalTracker {
         std::vector<Taken> taken;
         std::optional<BootTime> nextLook;
         std::optional<BootTime> endedAt;
+        bool hasFailed{false}; // ended with a status of its own that is not 0, or by a crash
         BootTime lastAt{0};
     };
     struct Announcement {
@@ -110,6 +112,7 @@ class RefusalTracker {
     void noteTaken(const BindEvent& event, BootTime at);
     void noteLetGo(const BindEvent& event, BootTime at);
     void noteEnd(const BindEvent& event, BootTime at, BootTime now);
+    static bool gaveUp(const Process& process, const Refused& refused);
     Process& processOf(const BindEvent& event);
     bool mayAsk(BootTime now);
     void decide(Process& process, BootTime now, std::vector<Verdict>& verdicts);

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
 #include <utility>
 
 namespace zenlot {
@@ -13,11 +14,12 @@ constexpr std::size_t kMostSettings = 2000;
 constexpr std::size_t kLongestValue = 300;
 constexpr std::size_t kDeepest = 32;
 
-constexpr std::array<std::pair<std::string_view, SettingsFormat>, 16> kFormats{{
+constexpr std::array<std::pair<std::string_view, SettingsFormat>, 17> kFormats{{
     {".json", SettingsFormat::braces},
     {".json5", SettingsFormat::braces},
     {".jsonc", SettingsFormat::braces},
     {".hcl", SettingsFormat::braces},
+    {".edn", SettingsFormat::keywords},
     {".yaml", SettingsFormat::indentation},
     {".yml", SettingsFormat::indentation},
     {".toml", SettingsFormat::lines},
@@ -219,6 +221,26 @@ class BracesReader {
     Settings settings_;
 };
 
+// EDN's `{:http {:port 4990}}` as `{, http: {, port: 4990}}`.
+std::string withColonsBehind(std::string_view text) {
+    std::string braces;
+    for (std::size_t place = 0; place < text.size();) {
+        const bool isKeyword = text[place] == ':' && place + 1 < text.size() &&
+                               isKeyCharacter(text[place + 1]) &&
+                               (place == 0 || !isKeyCharacter(text[place - 1]));
+        if (!isKeyword) {
+            braces += text[place++];
+            continue;
+        }
+        std::size_t end = ++place;
+        while (end < text.size() && (isKeyCharacter(text[end]) || text[end] == '/'))
+            ++end;
+        braces += ", " + std::string(text.substr(place, end - place)) + ": ";
+        place = end;
+    }
+    return braces;
+}
+
 std::string_view withoutComment(std::string_view line, std::string_view mark) {
     const std::size_t comment = line.find(mark);
     const bool isComment =
@@ -227,8 +249,22 @@ std::string_view withoutComment(std::string_view line, std::string_view mark) {
     return isComment ? line.substr(0, comment) : line;
 }
 
+// "&web 4990" gives the value a name, and "*web" stands for it.
+std::string_view resolved(std::string_view value,
+                          std::map<std::string_view, std::string_view>& anchors) {
+    if (value.starts_with('*')) {
+        const auto anchor = anchors.find(value.substr(1));
+        return anchor == anchors.end() ? value : anchor->second;
+    }
+    if (!value.starts_with('&'))
+        return value;
+    const std::size_t blank = std::min(value.find(' '), value.size());
+    return anchors[value.substr(1, blank - 1)] = trimmed(value.substr(blank));
+}
+
 std::vector<Setting> readIndented(std::string_view text) {
     Settings settings;
+    std::map<std::string_view, std::string_view> anchors;
     std::vector<std::size_t> indentations;
     forEachLine(text, [&](std::string_view line) {
         line = withoutComment(line, "#");
@@ -254,7 +290,7 @@ std::vector<Setting> readIndented(std::string_view text) {
                 settings.add({}, content);
             return;
         }
-        const std::string_view value = trimmed(content.substr(colon + 1));
+        const std::string_view value = resolved(trimmed(content.substr(colon + 1)), anchors);
         const std::string_view key = content.substr(0, colon);
         if (value.empty() || value == "|" || value == ">") {
             settings.push(key);
@@ -350,10 +386,16 @@ std::optional<SettingsFormat> settingsFormatOf(std::string_view fileName) {
     return std::nullopt;
 }
 
+bool isSettingsFile(std::string_view fileName) {
+    return settingsFormatOf(fileName) || fileName.ends_with(".lua");
+}
+
 std::vector<Setting> readSettings(std::string_view text, SettingsFormat format) {
     switch (format) {
     case SettingsFormat::braces:
         return BracesReader(text).read();
+    case SettingsFormat::keywords:
+        return BracesReader(withColonsBehind(text)).read();
     case SettingsFormat::indentation:
         return readIndented(text);
     case SettingsFormat::lines:
@@ -387,10 +429,16 @@ std::vector<Setting> readVariables(std::string_view text) {
     return variables;
 }
 
-int likelihoodOfSetting(std::string_view path) {
+int likelihoodOfSetting(std::string_view path, std::span<const std::string> program) {
     const std::size_t dot = path.rfind('.');
     const std::string_view key = path.substr(dot + 1);
-    if (!isOneOf(key, kPortKeys) || speaksOfOthers(path))
+    if (!isOneOf(key, kPortKeys))
+        return 0;
+    // A database's own block is called like others' blocks about it.
+    if (dot != std::string_view::npos &&
+        std::ranges::find(program, path.substr(0, dot)) != program.end())
+        return 3;
+    if (speaksOfOthers(path))
         return 0;
     int likelihood = key == "address" || key == "addr" || key == "bind" ? 2 : 3;
     for (std::string_view rest = dot == std::string_view::npos ? "" : path.substr(0, dot);

@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,6 +25,7 @@ struct Setting {
 
 enum class SettingsFormat : std::uint8_t {
     braces,      // JSON and its kin, objects in JavaScript
+    keywords,    // EDN
     indentation, // YAML
     lines,       // TOML, INI, properties, and what servers read: "port 6379", "listen 8080;"
     attributes,  // XML
@@ -32,13 +34,17 @@ enum class SettingsFormat : std::uint8_t {
 // By the name of the file; none for what is no settings file.
 std::optional<SettingsFormat> settingsFormatOf(std::string_view fileName);
 
+// Whether a file with such a name may hold settings, be they written as a program.
+bool isSettingsFile(std::string_view fileName);
+
 std::vector<Setting> readSettings(std::string_view text, SettingsFormat format);
 
 // The variables in a file as dotenv reads it; of a name that stands there twice the last.
 std::vector<Setting> readVariables(std::string_view text);
 
 // How likely the value of the path is the port that the file's own program listens on: 0 for not at
-// all, 3 for a plain "port" at the top or in a block such as "server".
-int likelihoodOfSetting(std::string_view path);
+// all, 3 for a plain "port" at the top or in a block such as "server" or one that is called like
+// the program.
+int likelihoodOfSetting(std::string_view path, std::span<const std::string> program = {});
 
 } // namespace zenlot

@@ -1,21 +1,19 @@
 #include "background_monitor/source_reader.h"
 
+#include "background_monitor/built_program.h"
+#include "background_monitor/manual_reader.h"
 #include "background_monitor/port_text.h"
 #include "background_monitor/settings_text.h"
+#include "background_monitor/text_file.h"
 #include "background_monitor/written_ports.h"
-#include "posix/file_descriptor.h"
-
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <chrono>
 #include <deque>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <optional>
 #include <set>
 #include <sstream>
@@ -30,7 +28,6 @@ namespace fs = std::filesystem;
 
 constexpr off_t kLargestText = off_t{512} * 1024;
 constexpr off_t kLargestProjectFile = off_t{128} * 1024;
-constexpr off_t kLargestProgram = off_t{64} * 1024 * 1024;
 constexpr std::size_t kMostImportedFiles = 24;
 constexpr std::size_t kMostSettingsFiles = 24;
 constexpr std::size_t kLongestPath = 1000;
@@ -41,9 +38,6 @@ constexpr int kFarthestProjectRoot = 6;
 constexpr std::chrono::milliseconds kLongestSearch{400};
 // How likely a line has to say where to listen for its address to count.
 constexpr int kSurely = 3;
-constexpr std::size_t kPiece = std::size_t{1024} * 1024;
-// More than the longest thing that is looked for.
-constexpr std::size_t kOverlap = 64;
 
 constexpr std::array<std::string_view, 19> kManifests{
     ".git",         "package.json", "go.mod",           "Cargo.toml", "pyproject.toml",
@@ -80,88 +74,8 @@ bool endsWithAny(std::string_view name, const std::array<std::string_view, Count
                                [name](std::string_view ending) { return name.ends_with(ending); });
 }
 
-// Only a regular file is opened: opening a device may do something, and a terminal may become the
-// program's own. It may have become another one since it was looked at.
-FileDescriptor opened(const fs::path& path) {
-    std::error_code error;
-    if (!fs::is_regular_file(path, error))
-        return {};
-    return FileDescriptor(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
-}
-
-// Up to `length` bytes from that place on; fewer at the end of the file.
-std::size_t readAt(const FileDescriptor& file, off_t place, char* start, std::size_t length) {
-    std::size_t filled = 0;
-    while (filled < length) {
-        const ssize_t count = ::pread(file.get(), start + filled, length - filled,
-                                      place + static_cast<off_t>(filled));
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count <= 0)
-            break;
-        filled += static_cast<std::size_t>(count);
-    }
-    return filled;
-}
-
-// The size of a regular file of the user or the system; none for other things and larger ones.
-std::optional<off_t> sizeOf(const FileDescriptor& file, off_t largest) {
-    struct stat status {};
-    if (!file || ::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode) ||
-        status.st_size > largest || (status.st_uid != ::geteuid() && status.st_uid != 0))
-        return std::nullopt;
-    return status.st_size;
-}
-
-// What a built program holds of the ports and the words that are looked for.
-struct Found {
-    std::vector<std::uint16_t> ports;
-    std::set<std::string> words;
-};
-
-// Piece by piece, since a program may be large. It is not mapped into memory: whoever builds it
-// anew may make it shorter meanwhile, which would end this program.
-Found searchBuilt(const FileDescriptor& file, BinaryKind kind, std::span<const std::uint16_t> held,
-                  std::span<const std::string> words = {}) {
-    const off_t size = sizeOf(file, kLargestProgram).value_or(0);
-    std::string piece;
-    std::vector<std::uint16_t> open(held.begin(), held.end());
-    Found found;
-    for (off_t place = 0; place < size;) {
-        piece.resize(kPiece);
-        piece.resize(readAt(file, place, piece.data(), kPiece));
-        const bool isLast = piece.size() < kPiece;
-        // No number is cut in two, and what may have been cut is in the next piece as well.
-        std::size_t end = piece.size();
-        while (!isLast && end > kPiece - kOverlap && isDigit(piece[end - 1]))
-            --end;
-        for (const std::uint16_t port :
-             portsInBinary(std::string_view(piece).substr(0, end), kind, open)) {
-            found.ports.push_back(port);
-            std::erase(open, port);
-        }
-        for (const std::string& word : words) {
-            if (piece.find(word) != std::string::npos)
-                found.words.insert(word);
-        }
-        if (isLast)
-            break;
-        place += static_cast<off_t>(end - kOverlap);
-    }
-    return found;
-}
-
 std::optional<std::string> readText(const fs::path& path, off_t largest = kLargestText) {
-    const FileDescriptor file = opened(path);
-    const auto size = sizeOf(file, largest);
-    if (!size)
-        return std::nullopt;
-    std::string text(static_cast<std::size_t>(*size), '\0');
-    text.resize(readAt(file, 0, text.data(), text.size()));
-    // What holds a zero is no text.
-    if (text.find('\0') != std::string::npos)
-        return std::nullopt;
-    return text;
+    return readTextFile(path, largest);
 }
 
 // The file that a script means by the name, with the endings that it may leave out.
@@ -195,9 +109,10 @@ class FileSearch {
             answersOfSites(sites_, attempt_.environment, variables_, attempt_.arguments);
         std::vector<Setting> variables = attempt_.environment;
         variables.insert(variables.end(), variables_.begin(), variables_.end());
-        all.push_back({PortSource::settings, attempt_.runtime->publishesPorts
-                                                 ? publishedPorts()
-                                                 : portsOfSettings(settings_, variables)});
+        all.push_back({PortSource::settings,
+                       attempt_.runtime->publishesPorts
+                           ? publishedPorts()
+                           : portsOfSettings(settings_, variables, attempt_.runtime->programs)});
         // A tool's own configuration may be a program; what counts there is as good as settings.
         for (PortAnswer answer :
              answersOfSites(configSites_, attempt_.environment, variables_, {})) {
@@ -206,16 +121,26 @@ class FileSearch {
             all.push_back(std::move(answer));
         }
         all.push_back({PortSource::source, inBuilt_.ports});
+        if (!names(all, PortSource::source))
+            all.push_back({PortSource::source, inNamedPlaces()});
         all.push_back({PortSource::environmentFile, inVariableFiles()});
         addBuiltsVariables(all);
-        if (attempt_.runtime->mayNamePortItself) {
+        narrow(all);
+        const bool mayNamePortItself = attempt_.runtime->mayNamePortItself;
+        if (mayNamePortItself || !attempt_.config.empty())
             all.push_back({PortSource::mention, mentionedNearby()});
+        if (mayNamePortItself) {
             // What is merely installed has no project, but for a tool that runs scripts.
             if ((!isUnknown() || isInstalledTool()) && !decidingAnswer(all))
                 all.push_back({PortSource::project, mentionedInProject()});
             for (const auto& [library, port] : attempt_.runtime->libraries) {
                 if (usesLibrary(library))
                     all.push_back({PortSource::habit, {port}});
+            }
+            all.push_back({PortSource::spelled, spelledNearby()});
+            if (!decidingAnswer(all)) {
+                for (PortAnswer& answer : answersInManual(attempt_, held_, deadline_))
+                    all.push_back(std::move(answer));
             }
         }
         return all;
@@ -237,6 +162,33 @@ class FileSearch {
         return !attempt_.script.empty() && isInstalledScript(attempt_.script);
     }
 
+    // Where a source or settings name several held ports, the one counts whose name the line that
+    // listens holds: `listen(ports.trpc)` beside `{ web: 3000, trpc: 4000 }`.
+    void narrow(std::vector<PortAnswer>& answers) const {
+        const auto isHeld = [this](std::uint16_t port) {
+            return std::ranges::find(held_, port) != held_.end();
+        };
+        const std::vector<std::uint16_t> called = inNamedPlaces();
+        for (PortAnswer& answer : answers) {
+            if ((answer.source != PortSource::source && answer.source != PortSource::settings) ||
+                std::ranges::count_if(answer.ports, isHeld) < 2)
+                continue;
+            std::vector<std::uint16_t> both;
+            std::ranges::copy_if(answer.ports, std::back_inserter(both),
+                                 [&called](std::uint16_t port) {
+                                     return std::ranges::find(called, port) != called.end();
+                                 });
+            if (!both.empty())
+                answer.ports = std::move(both);
+        }
+    }
+
+    static bool names(std::span<const PortAnswer> answers, PortSource source) {
+        return std::ranges::any_of(answers, [source](const PortAnswer& answer) {
+            return answer.source == source && !answer.ports.empty();
+        });
+    }
+
     bool hasTime() const { return std::chrono::steady_clock::now() < deadline_; }
 
     void readSources() {
@@ -254,7 +206,7 @@ class FileSearch {
         }
         if (attempt_.program) {
             readBuiltFrom();
-            searchProgram();
+            searchBuilt();
         }
     }
 
@@ -265,7 +217,10 @@ class FileSearch {
             script = *file;
         scriptFolder_ = script.parent_path();
         if (script.extension() == ".class") {
-            inBuilt_ = searchBuilt(opened(script), BinaryKind::bytecode, held_);
+            std::vector<std::string> words;
+            for (const Setting& variable : attempt_.environment)
+                words.push_back(variable.path);
+            inBuilt_ = searchProgram(openedFile(script), BinaryKind::bytecode, held_, words);
             return;
         }
         std::deque<fs::path> files{script};
@@ -279,6 +234,7 @@ class FileSearch {
             const auto format = settingsFormatOf(file.filename().string());
             if (format) {
                 addSettings(*text, *format);
+                texts_.push_back(*text);
                 continue;
             }
             addSource(*text, file.parent_path());
@@ -300,6 +256,7 @@ class FileSearch {
             }
         }
         sources_ += inSmallLetters(text);
+        texts_.push_back(text);
     }
 
     // What a built program was built from, where that lies in its project.
@@ -330,7 +287,7 @@ class FileSearch {
 
     // The settings beside a built program, or beside where it runs, that it knows by name; which
     // variables it knows; and the addresses in it.
-    void searchProgram() {
+    void searchBuilt() {
         std::vector<fs::path> files;
         std::vector<std::string> words{".env"};
         const fs::path beside = fs::path(attempt_.executable).parent_path();
@@ -341,17 +298,17 @@ class FileSearch {
                  entry.increment(error)) {
                 const std::string name = entry->path().filename().string();
                 if (files.size() < kMostSettingsFiles && settingsFormatOf(name) &&
-                    name.size() < kOverlap) {
+                    name.size() < kLongestBuiltWord) {
                     files.push_back(entry->path());
                     words.push_back(name);
                 }
             }
         }
         for (const Setting& variable : attempt_.environment) {
-            if (variable.path.size() < kOverlap)
+            if (variable.path.size() < kLongestBuiltWord)
                 words.push_back(variable.path);
         }
-        inBuilt_ = searchBuilt(*attempt_.program, BinaryKind::program, held_, words);
+        inBuilt_ = searchProgram(*attempt_.program, BinaryKind::program, held_, words);
         for (const fs::path& file : files) {
             if (inBuilt_.words.contains(file.filename().string()))
                 namedFiles_.push_back(file);
@@ -363,17 +320,22 @@ class FileSearch {
     // A built program whose source is not there: it knows the name of a variable that is set. What
     // is written in it may still be what counts, so both are named.
     void addBuiltsVariables(std::vector<PortAnswer>& all) const {
-        if (!attempt_.program || !sites_.empty())
+        if (!sites_.empty())
             return;
         PortAnswer answer{PortSource::environment, {}};
-        for (const std::string& name : attempt_.runtime->environment) {
-            const auto variable = std::ranges::find(attempt_.environment, name, &Setting::path);
-            if (variable == attempt_.environment.end() || !inBuilt_.words.contains(name))
+        for (const Setting& variable : attempt_.environment) {
+            const std::string& name = variable.path;
+            // A name of one's own says what it is for.
+            constexpr std::string_view kEnding = "_PORT";
+            const bool isOwn = name.ends_with(kEnding) && !speaksOfOthers(inSmallLetters(name));
+            if (!inBuilt_.words.contains(name) ||
+                (!isOwn && std::ranges::find(attempt_.runtime->environment, name) ==
+                               attempt_.runtime->environment.end()))
                 continue;
-            if (const auto endpoint = parseEndpoint(variable->value)) {
-                answer.ports = inBuilt_.ports;
+            if (const auto endpoint = parseEndpoint(variable.value)) {
+                if (answer.ports.empty())
+                    answer.ports = inBuilt_.ports;
                 answer.ports.push_back(endpoint->port);
-                break;
             }
         }
         all.push_back(std::move(answer));
@@ -400,14 +362,17 @@ class FileSearch {
         const auto text = known_.insert(file).second && hasTime() ? readText(file) : std::nullopt;
         if (!text)
             return;
-        nearby_ += *text + "\n";
         const std::string name = file.filename().string();
         if (const auto format = settingsFormatOf(name)) {
+            for (const std::uint16_t port : portsMentionedIn(*text, name))
+                mentionedBySettings_.push_back(port);
             addSettings(*text, *format);
             return;
         }
-        const bool isObject = file.extension().string().find('s') != std::string::npos &&
-                              file.extension() != ".exs"; // .js, .ts, .mjs, ...
+        nearby_ += *text + "\n";
+        const bool isObject = (file.extension().string().find('s') != std::string::npos &&
+                               file.extension() != ".exs") || // .js, .ts, .mjs, ...
+                              file.extension() == ".lua";
         if (isObject)
             addSettings(*text, SettingsFormat::braces);
         if (!isObject || settings_.empty()) {
@@ -416,22 +381,42 @@ class FileSearch {
         }
     }
 
+    void readConfigOrFolder(const fs::path& path) {
+        std::error_code error;
+        if (!fs::is_directory(path, error)) {
+            readConfig(path);
+            return;
+        }
+        std::size_t count = 0;
+        for (fs::directory_iterator entry(path, error), end;
+             !error && entry != end && count < kMostSettingsFiles; entry.increment(error)) {
+            if (isSettingsFile(entry->path().filename().string())) {
+                readConfig(entry->path());
+                ++count;
+            }
+        }
+    }
+
     void readSettingsFiles() {
         // What the arguments name comes before what lies there.
         if (!attempt_.config.empty())
-            readConfig(folder_ / attempt_.config);
+            readConfigOrFolder(folder_ / attempt_.config);
         if (attempt_.runtime->mayNamePortItself || attempt_.runtime->configFlags.empty()) {
             for (const std::string& word : attempt_.arguments) {
                 const std::string name = word.substr(word.find('=') + 1);
-                if (settingsFormatOf(name) && name.size() < kLongestPath)
+                if (isSettingsFile(name) && name.size() < kLongestPath)
                     readConfig(folder_ / name);
+                else if (isUnknown() && !name.empty() && name.size() < kLongestPath &&
+                         !name.starts_with('-') && !endsWithAny(name, kProjectEndings))
+                    nearby_ += readText(folder_ / name, kLargestProjectFile).value_or("") + "\n";
             }
         }
         for (const fs::path& file : namedFiles_) {
             if (!file.filename().string().starts_with(".env"))
                 readConfig(file);
         }
-        if (!portsOfSettings(settings_, {}).empty() || !configSites_.empty())
+        if (!portsOfSettings(settings_, {}, attempt_.runtime->programs).empty() ||
+            !configSites_.empty())
             return;
         for (const std::string& config : attempt_.runtime->configs) {
             readConfig(folder_ / config);
@@ -491,6 +476,65 @@ class FileSearch {
         return sources_.find(library) != std::string::npos;
     }
 
+    // Of the held ports those that the names stand for which its own lines listen on.
+    std::vector<std::uint16_t> inNamedPlaces() const {
+        std::vector<std::string> called;
+        for (const std::string& text : texts_) {
+            for (std::string& name : namesListenedOn(text))
+                called.push_back(std::move(name));
+        }
+        std::vector<std::uint16_t> found;
+        const auto add = [this, &found](std::uint16_t port) {
+            if (std::ranges::find(held_, port) != held_.end())
+                found.push_back(port);
+        };
+        // "rpc.port" of settings where `listen(rpc.port)` stands.
+        for (const Setting& setting : settings_) {
+            const bool isBlock = setting.path.find('.') != std::string::npos;
+            if (isBlock && isCalled(setting.path, called))
+                std::ranges::for_each(portsInValue(setting.value), add);
+        }
+        if (!found.empty())
+            return found;
+        for (const std::string& text : texts_)
+            std::ranges::for_each(portsCalled(called, text), add);
+        return found;
+    }
+
+    // Whether each key of the path is one of the names.
+    static bool isCalled(std::string_view path, std::span<const std::string> names) {
+        while (!path.empty()) {
+            const std::string_view key = path.substr(0, path.find('.'));
+            path.remove_prefix(std::min(path.size(), key.size() + 1));
+            if (std::ranges::none_of(
+                    names, [key](const std::string& name) { return inSmallLetters(name) == key; }))
+                return false;
+        }
+        return true;
+    }
+
+    // Of the held ports those that stand as a number in its own files, or in variables called like
+    // one.
+    std::vector<std::uint16_t> spelledNearby() const {
+        std::vector<std::uint16_t> found;
+        for (const std::string& text : texts_) {
+            for (const std::uint16_t port : spelledPorts(text, held_))
+                found.push_back(port);
+        }
+        for (const std::uint16_t port : spelledPorts(nearby_, held_))
+            found.push_back(port);
+        // Whether it asks for them nobody knows here.
+        for (const Setting& variable : attempt_.environment) {
+            constexpr std::string_view kEnding = "_PORT";
+            const auto endpoint = parseEndpoint(variable.value);
+            if (endpoint && variable.path.ends_with(kEnding) &&
+                !speaksOfOthers(inSmallLetters(variable.path)) &&
+                std::ranges::find(held_, endpoint->port) != held_.end())
+                found.push_back(endpoint->port);
+        }
+        return found;
+    }
+
     // Of the held ports those that arguments, variables called like one and named files mention.
     std::vector<std::uint16_t> mentionedNearby() const {
         std::vector<std::uint16_t> found;
@@ -500,17 +544,26 @@ class FileSearch {
                 found.push_back(port);
         };
         const std::vector<std::string>& arguments = attempt_.arguments;
+        // Beside a port alone, an address with one is where something is passed on to.
+        std::vector<std::uint16_t> withHost;
         for (std::size_t place = 0; place < arguments.size(); ++place) {
             const std::string& word = arguments[place];
             if (const auto value = tellingValue(arguments, place))
                 add(parseEndpoint(*value)->port);
             const bool isRequest = word.find("http://") != std::string::npos ||
                                    word.find("https://") != std::string::npos;
-            if (!isRequest && !speaksOfOthers(inSmallLetters(word))) {
-                for (const std::uint16_t port : portsInValue(word))
+            if (isRequest || speaksOfOthers(inSmallLetters(word)))
+                continue;
+            const auto endpoint = parseEndpoint(word);
+            for (const std::uint16_t port : portsInValue(word)) {
+                if (endpoint && !endpoint->host.empty())
+                    withHost.push_back(port);
+                else
                     add(port);
             }
         }
+        if (found.empty())
+            std::ranges::for_each(withHost, add);
         if (!found.empty())
             return found;
         for (const std::span<const Setting> variables :
@@ -526,7 +579,9 @@ class FileSearch {
         }
         if (!found.empty())
             return found;
-        return mentionedPorts(nearby_, held_);
+        found = mentionedPorts(nearby_, held_);
+        found.insert(found.end(), mentionedBySettings_.begin(), mentionedBySettings_.end());
+        return found;
     }
 
     // The folder with a manifest or a repository, at or above the working directory or what is run;
@@ -603,8 +658,8 @@ class FileSearch {
             name.find(".spec.") != std::string::npos || name.find("_test.") != std::string::npos)
             return false;
         return endsWithAny(name, kProjectEndings) || settingsFormatOf(name) ||
-               name.starts_with(".env") || name == "Procfile" || name == "Makefile" ||
-               name == "Rakefile";
+               name.starts_with(".env") || name == ".Rprofile" || name == "Procfile" ||
+               name == "Makefile" || name == "Rakefile";
     }
 
     // In settings the block counts as well.
@@ -613,8 +668,15 @@ class FileSearch {
         const auto format = settingsFormatOf(name);
         if (!format || name == "package.json")
             return mentionedPorts(text, held_);
+        const std::vector<Setting> settings = readSettings(text, *format);
         std::vector<std::uint16_t> found;
-        for (const Setting& setting : readSettings(text, *format)) {
+        for (const std::uint16_t port : portsOfSettings(settings, {}, attempt_.runtime->programs)) {
+            if (std::ranges::find(held_, port) != held_.end())
+                found.push_back(port);
+        }
+        if (!found.empty())
+            return found;
+        for (const Setting& setting : settings) {
             if (speaksOfOthers(setting.path))
                 continue;
             const std::string line = setting.path + " = " + setting.value;
@@ -632,13 +694,15 @@ class FileSearch {
     std::chrono::steady_clock::time_point deadline_;
     std::vector<PortSite> sites_;
     std::vector<PortSite> configSites_;
-    std::string sources_; // in small letters
-    std::string nearby_;  // the text of files that are named
+    std::string sources_;            // in small letters
+    std::string nearby_;             // the text of files that are named
+    std::vector<std::string> texts_; // of what it runs and loads
     std::vector<fs::path> namedFiles_;
     std::set<fs::path> known_;
     std::vector<Setting> settings_;
+    std::vector<std::uint16_t> mentionedBySettings_;
     std::vector<Setting> variables_; // of files
-    Found inBuilt_;
+    FoundInProgram inBuilt_;
 };
 
 } // namespace

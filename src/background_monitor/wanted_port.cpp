@@ -24,6 +24,11 @@ constexpr std::array<std::string_view, 48> kNotServing{
     "npx-cli",        "yarn",      "pnpm",       "rollup",
     "esbuild-build",  "stylelint", "playwright", "cypress"};
 
+// Tools that build, unless they are told to go on and serve.
+constexpr std::array<std::string_view, 2> kTaskRunners{"rake", "rollup"};
+constexpr std::array<std::string_view, 9> kServingTasks{
+    "serve", "server", "start", "dev", "run", "watch", "-w", "--watch", "preview"};
+
 bool contains(const std::vector<std::string>& list, std::string_view word) {
     return std::ranges::find(list, word) != list.end();
 }
@@ -84,9 +89,11 @@ std::optional<Endpoint> endpointInArguments(const Runtime& runtime,
         if (const auto endpoint = parseEndpoint(value))
             found = endpoint;
     });
-    if (!found && runtime.takesPositional) {
-        for (const std::string& word : arguments) {
-            if (const auto endpoint = parseEndpoint(word); endpoint && !word.starts_with('-'))
+    if (runtime.takesPositional) {
+        for (std::size_t place = 0; !found && place < arguments.size(); ++place) {
+            // Where it is passed on to comes later, and a small number is an option's.
+            const auto endpoint = parseEndpoint(arguments[place]);
+            if (endpoint && (endpoint->port == 0 || endpoint->port >= kLowestPort))
                 found = endpoint;
         }
     }
@@ -108,6 +115,14 @@ std::optional<Endpoint> endpointInEnvironment(const Runtime& runtime,
 bool isNotServing(std::string_view word) {
     word = word.substr(0, word.find(':'));
     return std::ranges::find(kNotServing, word) != kNotServing.end();
+}
+
+// Whether one that runs tasks is told to run one that serves.
+bool isToldToServe(std::string_view tool, const std::vector<std::string>& arguments) {
+    return isOneOf(tool, kTaskRunners) &&
+           std::ranges::any_of(arguments, [](const std::string& word) {
+               return isOneOf(word.substr(0, word.find(':')), kServingTasks);
+           });
 }
 
 } // namespace
@@ -132,7 +147,7 @@ std::optional<WantedPort> wantedPort(const Runtime& runtime, const Invocation& i
     const bool isKnownToServe = !runtime.within.empty();
     // A script of the user's own may be called as it likes; a module is called by its name.
     const bool isInstalled = invocation.genericTool.empty() || invocation.script == invocation.tool;
-    if (!isKnownToServe &&
+    if (!isKnownToServe && !isToldToServe(invocation.tool, arguments) &&
         (isNotServing(firstWord) || (isInstalled && isNotServing(invocation.tool))))
         return std::nullopt;
 

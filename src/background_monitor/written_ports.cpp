@@ -18,7 +18,15 @@ constexpr std::array<std::string_view, 9> kNaming{"port", "bind",  "addr",   "li
 constexpr std::array<std::string_view, 4> kAsking{"fetch(", "curl", ".get(\"http", "open_uri"};
 constexpr std::array<std::string_view, 5> kArguments{"argv", "os.args", "flag.", "env::args",
                                                      "commandargs"};
+// What else is counted in numbers as large as ports.
+constexpr std::array<std::string_view, 12> kCounting{"timeout", "interval", "delay",  "sleep",
+                                                     "millis",  "_ms",      "second", "limit",
+                                                     "size",    "max",      "length", "age"};
 constexpr std::size_t kLongestLine = 2000;
+constexpr std::size_t kMostNames = 64;
+constexpr std::size_t kShortestName = 2;
+// So far from the words that tell about it a number stands in a manual.
+constexpr std::size_t kVicinity = 120;
 constexpr std::size_t kMostImports = 24;
 constexpr std::size_t kMostSites = 256;
 
@@ -72,7 +80,9 @@ std::string_view withoutComment(std::string_view line) {
 
 // Whether a line, in small letters, asks another server for something. Ruby's ENV.fetch does not.
 bool asksOthers(std::string_view line) {
-    if (speaksOfOthers(line))
+    // Where a host and a port stand in one value, somebody is to be connected to.
+    if (speaksOfOthers(line) || (line.find("host=") != std::string_view::npos &&
+                                 line.find(" port=") != std::string_view::npos))
         return true;
     return std::ranges::any_of(kAsking, [line](std::string_view word) {
         const std::size_t place = line.find(word);
@@ -111,9 +121,9 @@ int likelihoodOf(std::string_view line) {
     return mentions(line, kNaming) ? 2 : 0;
 }
 
-// Calls back with every number from 80 to 65535 that stands by itself, and where it stands.
+// Calls back with every word of letters, digits and underscores, and where it begins.
 template <typename Call>
-void forEachPort(std::string_view line, Call&& call) {
+void forEachWord(std::string_view line, Call&& call) {
     for (std::size_t place = 0; place < line.size();) {
         if (!isWordCharacter(line[place])) {
             ++place;
@@ -122,20 +132,48 @@ void forEachPort(std::string_view line, Call&& call) {
         std::size_t end = place;
         while (end < line.size() && isWordCharacter(line[end]))
             ++end;
+        call(line.substr(place, end - place), place);
+        place = end;
+    }
+}
+
+// Calls back with every number from 80 to 65535 that stands by itself, and where it stands.
+template <typename Call>
+void forEachPort(std::string_view line, Call&& call) {
+    forEachWord(line, [&](std::string_view word, std::size_t place) {
+        const std::size_t end = place + word.size();
         std::uint16_t number{0};
-        const auto [last, error] = std::from_chars(line.data() + place, line.data() + end, number);
+        const auto [last, error] = std::from_chars(word.data(), word.data() + word.size(), number);
         // Rust writes the type behind a number.
-        const std::string_view ending = line.substr(last - line.data(), line.data() + end - last);
+        const std::string_view ending = word.substr(static_cast<std::size_t>(last - word.data()));
         const bool isWhole = ending.empty() || ending == "u16" || ending == "_u16" ||
                              ending == "i32" || ending == "L";
         const bool isFraction =
             (place > 0 && line[place - 1] == '.') ||
-            (end + 1 < line.size() && line[end] == '.' && isWordCharacter(line[end + 1]) &&
-             line[end + 1] >= '0' && line[end + 1] <= '9');
+            (end + 1 < line.size() && line[end] == '.' && isDigit(line[end + 1]));
         if (error == std::errc() && isWhole && number >= 80 && !isFraction)
             call(number, place);
-        place = end;
-    }
+    });
+}
+
+// What is assigned to the name that ends there: up to the end of the value, or of the brackets that
+// it stands in. Empty for a block.
+std::string_view valueBehind(std::string_view line, std::size_t end) {
+    std::string_view rest = line.substr(end);
+    const auto skip = [&rest](std::string_view characters) {
+        rest.remove_prefix(std::min(rest.find_first_not_of(characters), rest.size()));
+    };
+    skip("\"' ");
+    const bool isAssigned =
+        rest.starts_with(":") || (rest.starts_with("=") && !rest.starts_with("=="));
+    if (!isAssigned)
+        return {};
+    skip(":=> ");
+    if (rest.starts_with("{"))
+        return {};
+    if (rest.starts_with("(") || rest.starts_with("["))
+        return rest.substr(0, rest.find_first_of(")]"));
+    return rest.substr(0, rest.find_first_of(",;}"));
 }
 
 // Whether the number at that place is the port in somebody's URL.
@@ -235,12 +273,93 @@ std::vector<std::uint16_t> mentionedPorts(std::string_view text,
             if (small.empty())
                 small = inSmallLetters(line);
             const bool isAddress = place > 0 && line[place - 1] == ':' && !isInUrl(line, place);
-            if (!asksOthers(small) && (isAddress || mentions(small, kNaming)) &&
-                (!isInUrl(line, place) || mentions(small, kServing)))
+            // Whatever else the line speaks of.
+            if (mentions(small, kServing) && isValueOfPort(line, place))
+                addOnce(mentioned, port);
+            else if (!asksOthers(small) && (isAddress || mentions(small, kNaming)) &&
+                     (!isInUrl(line, place) || mentions(small, kServing)))
                 addOnce(mentioned, port);
         });
     });
     return mentioned;
+}
+
+std::vector<std::string> namesListenedOn(std::string_view text) {
+    std::vector<std::string> names;
+    forEachLine(text, [&names](std::string_view raw) {
+        const std::string_view line = withoutComment(raw);
+        const std::string small = inSmallLetters(line);
+        std::size_t start = std::string::npos;
+        for (const std::string_view word : kServing) {
+            if (start == std::string::npos)
+                start = small.find(word);
+        }
+        bool hasPort = false;
+        forEachPort(line, [&hasPort](std::uint16_t, std::size_t) { hasPort = true; });
+        // What stands before the call may be about anything.
+        if (hasPort || start == std::string::npos || asksOthers(small.substr(start)))
+            return;
+        forEachWord(line.substr(start), [&names](std::string_view word, std::size_t) {
+            if (names.size() < kMostNames && word.size() >= kShortestName && !isDigit(word.front()))
+                addOnce(names, std::string(word));
+        });
+    });
+    return names;
+}
+
+std::vector<std::uint16_t> portsCalled(std::span<const std::string> names, std::string_view text) {
+    std::vector<std::uint16_t> ports;
+    forEachLine(text, [&](std::string_view raw) {
+        const std::string_view line = withoutComment(raw);
+        forEachWord(line, [&](std::string_view word, std::size_t place) {
+            if (std::ranges::find(names, word) == names.end())
+                return;
+            for (const std::uint16_t port : portsInValue(valueBehind(line, place + word.size())))
+                addOnce(ports, port);
+        });
+    });
+    return ports;
+}
+
+std::vector<std::uint16_t> spelledPorts(std::string_view text,
+                                        std::span<const std::uint16_t> ports) {
+    std::vector<std::uint16_t> spelled;
+    forEachLine(text, [&](std::string_view raw) {
+        const std::string_view line = withoutComment(raw);
+        std::string small;
+        forEachPort(line, [&](std::uint16_t port, std::size_t place) {
+            if (std::ranges::find(ports, port) == ports.end() || isInUrl(line, place))
+                return;
+            if (small.empty())
+                small = inSmallLetters(line);
+            if (!asksOthers(small) && !mentions(small, kCounting))
+                addOnce(spelled, port);
+        });
+    });
+    return spelled;
+}
+
+std::vector<std::uint16_t> describedPorts(std::string_view text,
+                                          std::span<const std::uint16_t> ports) {
+    std::vector<std::uint16_t> described;
+    for (const std::uint16_t port : ports) {
+        const std::string number = std::to_string(port);
+        for (std::size_t place = text.find(number); place != std::string_view::npos;
+             place = text.find(number, place + 1)) {
+            const std::size_t end = place + number.size();
+            const bool isWhole = (place == 0 || !isWordCharacter(text[place - 1])) &&
+                                 (end == text.size() || !isWordCharacter(text[end]));
+            const std::size_t from = place - std::min(place, kVicinity);
+            const std::string before = inSmallLetters(text.substr(from, place - from));
+            if (isWhole && !isInUrl(text.substr(from, end - from), place - from) &&
+                (before.find("port") != std::string::npos ||
+                 before.find("listen") != std::string::npos)) {
+                described.push_back(port);
+                break;
+            }
+        }
+    }
+    return described;
 }
 
 std::vector<std::string> variablesIn(std::string_view text) {
@@ -370,7 +489,7 @@ std::vector<std::string> namedSettings(std::string_view text) {
                 name.size() < 200 && name.find_first_of(" *{}<>$:") == std::string_view::npos;
             if (isPlain && files.size() < kMostImports &&
                 base.find('.') != std::string_view::npos &&
-                (settingsFormatOf(base) || base.starts_with(".env")) && base != "package.json")
+                (isSettingsFile(base) || base.starts_with(".env")) && base != "package.json")
                 addOnce(files, std::string(name));
             begin = line.find_first_of("\"'`", end + 1);
         }

@@ -35,6 +35,24 @@ std::vector<PortSite> portSites(std::string_view text);
 std::vector<std::uint16_t> mentionedPorts(std::string_view text,
                                           std::span<const std::uint16_t> ports);
 
+// The names on the lines that listen and hold no number themselves: `server.listen(config.mqtt)`
+// gives "config" and "mqtt", among others.
+std::vector<std::string> namesListenedOn(std::string_view text);
+
+// What sources and settings say that one of the names is: `"mqtt": 1883`,
+// `WHERE = ('localhost', 4990)`.
+std::vector<std::uint16_t> portsCalled(std::span<const std::string> names, std::string_view text);
+
+// Those of the given ports that the text holds as a number, whatever its line is about, but for
+// what others listen on, times and sizes.
+std::vector<std::uint16_t> spelledPorts(std::string_view text,
+                                        std::span<const std::uint16_t> ports);
+
+// Those of the given ports that follow a word about listening within a line or two, as in a manual
+// and in sources without line ends.
+std::vector<std::uint16_t> describedPorts(std::string_view text,
+                                          std::span<const std::uint16_t> ports);
+
 // The names of variables that a value of a settings file or a line of a source asks for:
 // "process.env.PORT", "${PORT:-8080}", `os.getenv('X', 4990)`.
 std::vector<std::string> variablesIn(std::string_view text);

@@ -16,10 +16,21 @@ UsageError unexpected(std::string_view word) {
     return usageError("unexpected argument '" + terminalText(word) + "'");
 }
 
-// Of a command that takes nothing else.
-template <typename FormattedCommand>
-Command parseFormatted(std::span<const std::string_view> words) {
-    FormattedCommand command;
+Command parseList(std::span<const std::string_view> words) {
+    ListCommand command;
+    for (const std::string_view word : words) {
+        if (word == "--json" && command.listing != Listing::offers)
+            command.listing = Listing::json;
+        else if (word == "--offers" && command.listing != Listing::json)
+            command.listing = Listing::offers;
+        else
+            return unexpected(word);
+    }
+    return command;
+}
+
+Command parseDoctor(std::span<const std::string_view> words) {
+    DoctorCommand command;
     for (const std::string_view word : words) {
         if (word != "--json")
             return unexpected(word);
@@ -49,11 +60,11 @@ Command parseCommandLine(std::span<const std::string_view> words) {
     const std::string_view verb = words.front();
     const auto rest = words.subspan(1);
     if (verb == "list")
-        return parseFormatted<ListCommand>(rest);
+        return parseList(rest);
     if (verb == "check")
         return parseCheck(rest);
     if (verb == "doctor")
-        return parseFormatted<DoctorCommand>(rest);
+        return parseDoctor(rest);
     if (verb != "--help" && verb != "-h" && verb != "--version")
         return usageError("unknown command '" + terminalText(verb) + "'");
     if (!rest.empty())
@@ -62,17 +73,20 @@ Command parseCommandLine(std::span<const std::string_view> words) {
 }
 
 std::string_view helpText() {
-    return "Usage: zenlotctl list [--json]\n"
+    return "Usage: zenlotctl list [--json | --offers]\n"
            "       zenlotctl check PORT\n"
            "       zenlotctl doctor [--json]\n"
            "       zenlotctl --help | --version\n"
            "\n"
            "Tells which process listens on which TCP port.\n"
            "\n"
-           "  list          every listening port: port, protocol, process id, user, name and path\n"
-           "  list --json   the same as a JSON array of records\n"
-           "  check PORT    one sentence on who holds the port\n"
-           "  doctor        what of kernel and desktop works here, what does not, and why\n"
+           "  list           every listening port: port, protocol, process id, user, name and "
+           "path\n"
+           "  list --json    the same as a JSON array of records\n"
+           "  list --offers  each port once, a tab, and who holds it; for the completion of "
+           "shells\n"
+           "  check PORT     one sentence on who holds the port\n"
+           "  doctor         what of kernel and desktop works here, what does not, and why\n"
            "\n"
            "Processes of other users are named only where the system lets this user see them.\n"
            "Exit status: 0 answered, 1 the answer could not be written, 2 bad usage.\n";

@@ -11,8 +11,11 @@ namespace zenlot {
 
 enum class Format : std::uint8_t { text, json };
 
+// What `list` says of the ports: all that is known, or a line for each that a shell can offer.
+enum class Listing : std::uint8_t { text, json, offers };
+
 struct ListCommand {
-    Format format{Format::text};
+    Listing listing{Listing::text};
 };
 
 struct DoctorCommand {

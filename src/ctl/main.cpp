@@ -4,8 +4,8 @@
 #include "ctl/port_table.h"
 #include "inventory/linux/linux_process_tables.h"
 #include "inventory/linux/processors.h"
+#include "inventory/occupied_ports_json.h"
 #include "inventory/port_lookup.h"
-#include "inventory/records_json.h"
 
 #include <unistd.h>
 
@@ -43,8 +43,15 @@ class Runner {
   public:
     ExitStatus operator()(const ListCommand& command) const {
         const std::vector<OccupiedPort> ports = scanner_.listOccupiedPorts();
-        return print(command.format == Format::json ? encodeOccupiedPorts(ports) + "\n"
-                                                    : portTable(ports));
+        switch (command.listing) {
+        case Listing::json:
+            return print(encodeOccupiedPorts(ports) + "\n");
+        case Listing::offers:
+            return print(portOffers(ports));
+        case Listing::text:
+            break;
+        }
+        return print(portTable(ports));
     }
 
     ExitStatus operator()(const CheckCommand& command) const {

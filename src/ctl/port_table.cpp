@@ -6,6 +6,7 @@
 #include <pwd.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstdio>
@@ -145,6 +146,30 @@ std::string portTable(std::span<const OccupiedPort> ports, const LoginNameQuery&
         table += '\n';
     }
     return table;
+}
+
+std::string portOffers(std::span<const OccupiedPort> ports) {
+    std::map<std::int64_t, std::vector<std::string>> owners;
+    for (const OccupiedPort& port : ports) {
+        const std::string owner = port.pid == 0 ? port.proto
+                                                : terminalText(port.displayName) + " (PID " +
+                                                      std::to_string(port.pid) + ")";
+        std::vector<std::string>& known = owners[port.port];
+        if (std::find(known.begin(), known.end(), owner) == known.end())
+            known.push_back(owner);
+    }
+    std::string lines;
+    for (const auto& [port, names] : owners) {
+        lines += std::to_string(port);
+        char separator = '\t';
+        for (const std::string& name : names) {
+            lines += separator;
+            lines += separator == ',' ? " " + name : name;
+            separator = ',';
+        }
+        lines += '\n';
+    }
+    return lines;
 }
 
 } // namespace zenlot

@@ -1,4 +1,4 @@
-// The list of ports as aligned columns for a terminal.
+// The list of ports as lines for a terminal, and for the shell in it.
 #pragma once
 
 #include "inventory/occupied_port.h"
@@ -20,6 +20,10 @@ using LoginNameQuery = std::function<std::string(const std::string& user)>;
 // order is shown as an escape.
 std::string portTable(std::span<const OccupiedPort> ports,
                       const LoginNameQuery& nameOf = loginName);
+
+// One line for each port, in ascending order: its number, a tab, and its owners, each of them once.
+// A port of which no owner is known has its protocol there.
+std::string portOffers(std::span<const OccupiedPort> ports);
 
 // The text with control characters, line breaks, invisible formatting and ill-formed UTF-8 made
 // visible, such as \u{1B}.

@@ -1,6 +1,6 @@
 #include "monitoring/published_ports.h"
 
-#include "inventory/records_json.h"
+#include "inventory/occupied_ports_json.h"
 #include "posix/file_descriptor.h"
 
 #include <fcntl.h>

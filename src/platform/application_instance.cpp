@@ -7,7 +7,9 @@ namespace zenlot {
 using namespace Qt::StringLiterals;
 
 QStringList urisAmong(const QStringList& arguments) {
-    return arguments.filter(QRegularExpression(u"^[A-Za-z][A-Za-z0-9+.-]*:"_s));
+    QStringList requests = arguments;
+    requests.replaceInStrings(QRegularExpression(u'^' + kSettingsOption + u'$'), kSettingsUri);
+    return requests.filter(QRegularExpression(u"^[A-Za-z][A-Za-z0-9+.-]*:"_s));
 }
 
 } // namespace zenlot

@@ -52,7 +52,13 @@ class ApplicationInstance {
     virtual void setHandlers(QObject* context, Handlers handlers) = 0;
 };
 
-// Those of a program's arguments that have a scheme, such as "port://8080".
+// Asks for the settings, among the URIs that are handed over. No web page can: nothing registers
+// it.
+inline constexpr QLatin1StringView kSettingsUri{"zenlot:settings"};
+inline constexpr QLatin1StringView kSettingsOption{"--settings"};
+
+// Those of a program's arguments that have a scheme, such as "port://8080", and what the option for
+// the settings asks for.
 QStringList urisAmong(const QStringList& arguments);
 
 } // namespace zenlot

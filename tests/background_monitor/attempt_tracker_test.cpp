@@ -58,8 +58,8 @@ class AttemptTrackerTest : public testing::Test {
         machine.isServerRunning = false;
         tracker.processEnded(attempt.pid, how, now);
     }
-    void listenOn(std::uint16_t port) {
-        machine.listening.push_back({{}, false, port, 0, kOwnSocket});
+    void listenOn(std::uint16_t port, AddressFamily family = IpAddress().family) {
+        machine.listening.push_back({{family}, false, port, 0, kOwnSocket});
     }
 
     // The ports of the verdicts of that time.
@@ -76,6 +76,45 @@ class AttemptTrackerTest : public testing::Test {
         }
         now = last;
         return ports;
+    }
+
+    // The ports that are told when this happens 40 ms after the start, a letter for each step:
+    //   6 4    a socket that was never bound dies, of that family
+    //   p n f  one that probed an address, asked a name server, found no route
+    //   c      the kernel counts a connection that found no route
+    //   e s    the server fails, or is stopped
+    //   w      it ends well, of which nobody tells
+    //   l h o  it listens on its port, on the half of it that is IPv6, or on another one
+    //   _ - ~  time passes: a moment, 2.5 seconds, more than a start may take
+    std::vector<int> story(std::string_view steps) {
+        std::vector<int> told;
+        const auto wait = [&](BootTime time) {
+            std::ranges::copy(pass(time), std::back_inserter(told));
+        };
+        const std::map<char, std::function<void()>> meanings{
+            {'6', [&] { socketDies(unbound, AddressFamily::ipv6); }},
+            {'4', [&] { socketDies(unbound, AddressFamily::ipv4); }},
+            {'p', [&] { socketDies(addressProbe); }},
+            {'n', [&] { socketDies(nameQuestion); }},
+            {'f', [&] { socketDies(failedConnection); }},
+            {'c', [&] { tracker.connectionsFailed(1, now); }},
+            {'e', [&] { end(); }},
+            {'s', [&] { end(ProcessEnd::stopped); }},
+            {'w', [&] { machine.isServerRunning = false; }},
+            {'l', [&] { listenOn(3000); }},
+            {'h', [&] { listenOn(3000, AddressFamily::ipv6); }},
+            {'o', [&] { listenOn(3001); }},
+            {'_', [&] { wait(BootTime(20)); }},
+            {'-', [&] { wait(BootTime(2500)); }},
+            {'~', [&] { wait(AttemptTracker::kLongestStart * 2); }},
+        };
+        attempt.startedAt = now;
+        start();
+        wait(BootTime(40));
+        for (const char step : steps)
+            meanings.at(step)();
+        wait(BootTime(60'000));
+        return told;
     }
 
     // One start that fails after 40 ms.
@@ -107,161 +146,66 @@ TEST_F(AttemptTrackerTest, FailedStartNamesTheHolderAtOnce) {
     EXPECT_TRUE(tracker.isIdle());
 }
 
-TEST_F(AttemptTrackerTest, WordOfTheSocketMayComeLast) {
-    start();
-    now += BootTime(40);
-    end();
-    pass(BootTime(30));
-    socketDies();
-    EXPECT_THAT(pass(BootTime(500)), ElementsAre(3000));
-}
-
-TEST_F(AttemptTrackerTest, OtherEndsAreNoConflict) {
-    const std::pair<const char*, std::function<void()>> cases[]{
-        {"crash without a dead socket", [&] { end(); }},
-        {"a socket that died long before the end",
-         [&] {
-             socketDies();
-             pass(BootTime(2500));
-             end();
-         }},
-        {"the Go runtime's probe",
-         [&] {
-             socketDies(unbound, AddressFamily::ipv4);
-             socketDies(addressProbe);
-             end();
-         }},
-        {"the same, told the other way round",
-         [&] {
-             socketDies(addressProbe);
-             socketDies(unbound, AddressFamily::ipv4);
-             end();
-         }},
-        {"the Java machine's probe",
-         [&] {
-             runtime.probesProtocols = true;
-             for (const AddressFamily family :
-                  {AddressFamily::ipv4, AddressFamily::ipv6, AddressFamily::ipv4})
-                 socketDies(unbound, family);
-             end();
-             pass(BootTime(1000));
-             runtime.probesProtocols = false;
-         }},
-        {"a Java client's socket, for a name that does not exist",
-         [&] {
-             runtime.probesProtocols = true;
-             socketDies(nameQuestion);
-             now += BootTime(20);
-             socketDies(unbound, AddressFamily::ipv6);
-             end();
-             pass(BootTime(1000));
-             runtime.probesProtocols = false;
-         }},
-        {"Ctrl-C",
-         [&] {
-             socketDies();
-             end(ProcessEnd::stopped);
-         }},
-        {"ended well, long after",
-         [&] {
-             socketDies();
-             pass(BootTime(2500));
-             machine.isServerRunning = false;
-         }},
-        {"a connection over IPv6 that found no route",
-         [&] {
-             socketDies(failedConnection);
-             end();
-         }},
-        {"one over IPv4, counted before",
-         [&] {
-             tracker.connectionsFailed(1, now);
-             socketDies(unbound, AddressFamily::ipv4);
-             end();
-         }},
-        {"one over IPv4, counted after",
-         [&] {
-             socketDies(unbound, AddressFamily::ipv4);
-             tracker.connectionsFailed(1, now);
-             end();
-         }},
-        {"too late",
-         [&] {
-             pass(AttemptTracker::kLongestStart * 2);
-             socketDies();
-             end();
-         }},
-        {"not allowed to whoever holds it",
-         [&] {
-             machine.isAllowed = false;
-             socketDies();
-             end();
-         }},
-        {"an address that is not here",
-         [&] {
-             machine.hasAddresses = false;
-             attempt.wanted.addresses = {*IpAddress::parse("0.0.0.0")};
-             attempt.commandKey = 2;
-             start();
-             socketDies();
-             end();
-         }},
-        {"port free",
-         [&] {
-             machine.listening.clear();
-             socketDies();
-             end();
-         }},
-        {"other address",
-         [&] {
-             machine.listening[0].address = *IpAddress::parse("127.0.0.2");
-             attempt.wanted.addresses = {*IpAddress::parse("127.0.0.1")};
-             attempt.commandKey = 2; // another program in the same process
-             start();
-             socketDies();
-             end();
-         }},
-        {"held by its parent",
-         [&] {
-             attempt.ancestors.push_back(kHolder);
-             attempt.commandKey = 2;
-             start();
-             socketDies();
-             end();
-         }},
-        {"held by its child",
+TEST_F(AttemptTrackerTest, OnlyWhatWasRefusedIsAConflict) {
+    const auto java = [this] { runtime.probesProtocols = true; };
+    const auto wants = [this](const char* address) {
+        attempt.wanted.addresses = {*IpAddress::parse(address)};
+    };
+    const std::vector<int> told{3000};
+    const std::vector<int> nothing;
+    const std::tuple<const char*, const char*, std::vector<int>, std::function<void()>> cases[]{
+        {"the word of the socket comes last", "e_6", told, {}},
+        {"says that all went well", "6w", told, {}},
+        {"a Java server, behind its probe", "64n____6e", told, java},
+        {"got half of its port", "4h", told, {}},
+        {"crash without a dead socket", "e", nothing, {}},
+        {"a socket that died long before the end", "6-e", nothing,
+         [&] { attempt.wanted.source = WantedPort::Source::usual; }},
+        {"the Go runtime's probe", "4pe", nothing, {}},
+        {"the same, told the other way round", "p4e", nothing, {}},
+        {"the Java machine's probe", "464e", nothing, java},
+        {"the same, beside somebody's connection", "464ce", nothing, java},
+        {"a Java client's socket, for a name that does not exist", "n_6e", nothing, java},
+        {"Ctrl-C", "6s", nothing, {}},
+        {"a connection over IPv6 that found no route", "fe", nothing, {}},
+        {"one over IPv4, counted before", "c4e", nothing, {}},
+        {"one over IPv4, counted after", "4ce", nothing, {}},
+        {"too late", "~6e", nothing, {}},
+        {"not allowed to whoever holds it", "6e", nothing, [&] { machine.isAllowed = false; }},
+        {"port free", "6e", nothing, [&] { machine.listening.clear(); }},
+        {"held by its parent", "6e", nothing, [&] { attempt.ancestors.push_back(kHolder); }},
+        {"held by its child", "6e", nothing,
          [&] {
              machine.holder.ancestors = {kServer, 1};
-             socketDies();
-             end();
          }},
-        {"holder came later",
+        {"holder came later", "6e", nothing,
+         [&] { machine.holder.startedAt = now + BootTime(50); }},
+        {"has the port", "l6", nothing, {}},
+        {"listens elsewhere without having been refused", "o", nothing, {}},
+        {"an address that is not here", "6e", nothing,
          [&] {
-             machine.holder.startedAt = now + BootTime(10);
-             socketDies();
-             end();
+             machine.hasAddresses = false;
+             wants("0.0.0.0");
          }},
-        {"has the port",
+        {"other address", "6e", nothing,
          [&] {
-             listenOn(3000);
-             socketDies();
+             machine.listening[0].address = *IpAddress::parse("127.0.0.2");
+             wants("127.0.0.1");
          }},
-        {"listens elsewhere without having been refused", [&] { listenOn(3001); }},
     };
-    const FakeMachine fresh;
+    const auto listening = machine.listening;
+    const PortHolder holder = machine.holder;
     const Attempt original = attempt;
-    for (const auto& [what, happens] : cases) {
+    for (const auto& [what, steps, ports, change] : cases) {
         tracker = AttemptTracker();
-        machine.listening = {{{}, false, 3000, 0, kHolderSocket}};
-        machine.holder = fresh.holder;
-        machine.isAllowed = machine.hasAddresses = true;
-        machine.isServerRunning = true;
+        machine.listening = listening;
+        machine.holder = holder;
+        machine.isAllowed = machine.hasAddresses = machine.isServerRunning = true;
+        runtime = {};
         attempt = original;
-        attempt.startedAt = now;
-        start();
-        now += BootTime(40);
-        happens();
-        EXPECT_THAT(pass(BootTime(60'000)), IsEmpty()) << what;
+        if (change)
+            change();
+        EXPECT_EQ(story(steps), ports) << what;
         EXPECT_TRUE(tracker.isIdle()) << what;
     }
 }
@@ -276,26 +220,6 @@ TEST_F(AttemptTrackerTest, DriftIsSeenWhereTheToolOrTheUserSaidWhichPort) {
     EXPECT_THAT(kinds, ElementsAre(Verdict::Kind::drift));
 }
 
-TEST_F(AttemptTrackerTest, JavaServerIsToldFromItsProbe) {
-    runtime.probesProtocols = true;
-    start();
-    socketDies(unbound, AddressFamily::ipv6);
-    socketDies(unbound, AddressFamily::ipv4);
-    socketDies(nameQuestion);
-    now += BootTime(100);
-    socketDies(unbound, AddressFamily::ipv6);
-    end();
-    EXPECT_THAT(pass(BootTime(500)), ElementsAre(3000));
-}
-
-TEST_F(AttemptTrackerTest, ServerThatGotHalfOfItsPortDrifts) {
-    start();
-    socketDies(unbound, AddressFamily::ipv4);
-    listenOn(3000);
-    machine.listening.back().address.family = AddressFamily::ipv6;
-    EXPECT_THAT(pass(BootTime(500)), ElementsAre(3000));
-}
-
 TEST_F(AttemptTrackerTest, ToolThatAsksGoesOn) {
     runtime.goesOnWithoutPort = true;
     start();
@@ -304,6 +228,54 @@ TEST_F(AttemptTrackerTest, ToolThatAsksGoesOn) {
         EXPECT_EQ(pass(BootTime(1000)).size(), retry == 0 ? 1 : 0);
     }
     EXPECT_THAT(kinds, ElementsAre(Verdict::Kind::goesOn));
+}
+
+TEST_F(AttemptTrackerTest, UnknownProgramGoesOnWhenNobodyElseCanHaveBeenRefused) {
+    runtime.programs = {std::string(kAnyProgram)};
+    start();
+    socketDies();
+    EXPECT_THAT(pass(BootTime(1900)), IsEmpty());
+    EXPECT_THAT(pass(BootTime(1200)), ElementsAre(3000));
+
+    tracker = AttemptTracker();
+    attempt.startedAt = now;
+    start();
+    Attempt other = attempt;
+    other.pid = kServer + 1;
+    other.commandKey = 2;
+    other.ancestors = {};
+    tracker.processStarted(other, now);
+    socketDies();
+    EXPECT_THAT(pass(BootTime(4000)), IsEmpty());
+}
+
+TEST_F(AttemptTrackerTest, PortOfADebuggerIsAskedForFirst) {
+    attempt.wanted = {WantedPort::Source::argument, 4000, {}};
+    attempt.debugger = WantedPort{WantedPort::Source::argument, 3000, {}};
+    start();
+    socketDies();
+    listenOn(4000); // it serves without
+    EXPECT_THAT(pass(BootTime(2000)), ElementsAre(3000));
+    EXPECT_THAT(kinds, ElementsAre(Verdict::Kind::goesOn));
+
+    tracker = AttemptTracker();
+    machine.listening.pop_back();
+    runtime.probesProtocols = true;
+    attempt.startedAt = now;
+    start();
+    socketDies(unbound, AddressFamily::ipv4); // no code of Java's has run that probes
+    end();
+    EXPECT_THAT(pass(BootTime(500)), ElementsAre(3000));
+
+    tracker = AttemptTracker();
+    attempt.startedAt = now;
+    machine.holder.startedAt = now + BootTime(10); // a program that it started to wait there
+    machine.isServerRunning = true;
+    start();
+    now += BootTime(50);
+    socketDies();
+    listenOn(4000);
+    EXPECT_THAT(pass(BootTime(60'000)), IsEmpty());
 }
 
 TEST_F(AttemptTrackerTest, PortComesFromTheHighestSourceThatNamesOne) {
@@ -356,13 +328,6 @@ TEST_F(AttemptTrackerTest, WhatOnlyTheProjectMentionsNeedsASocketThatNobodyElseC
 }
 
 TEST_F(AttemptTrackerTest, EndsThatSayNothingAreFound) {
-    // It says that all went well.
-    start();
-    now += BootTime(40);
-    socketDies();
-    machine.isServerRunning = false;
-    EXPECT_THAT(pass(BootTime(2000)), ElementsAre(3000));
-
     // It lives on, and its port was named.
     attempt.commandKey = 2;
     attempt.startedAt = now;
@@ -418,6 +383,15 @@ TEST_F(AttemptTrackerTest, ChildrenOfOneCommandAreOneAttempt) {
     tracker.processEnded(201, ProcessEnd::failed, now);
     tracker.processEnded(kServer, ProcessEnd::failed, now);
     EXPECT_THAT(pass(BootTime(1000)), ElementsAre(3000));
+}
+
+TEST_F(AttemptTrackerTest, CommandsThatFailTogetherAreToldOnce) {
+    EXPECT_THAT(fail(), ElementsAre(3000));
+    attempt.pid = attempt.origin = 201;
+    attempt.commandKey = 2;
+    EXPECT_THAT(fail(), IsEmpty());
+    pass(BootTime(3000));
+    EXPECT_THAT(fail(), ElementsAre(3000));
 }
 
 TEST_F(AttemptTrackerTest, EndThatNobodyToldOfIsFound) {

@@ -3,6 +3,7 @@
 #include "monitoring/conflict_record.h"
 #include "platform/linux/session_bus_broadcast_center.h"
 #include "support/listener.h"
+#include "support/private_bus.h"
 #include "support/temporary_folder.h"
 
 #include <QDBusMessage>
@@ -35,15 +36,11 @@ const std::string kLog = "Library/Logs/zenlot-monitor.log";
 class BackgroundMonitorTest : public testing::TestWithParam<QStringList> {
   protected:
     void SetUp() override {
-        bus.start(u"dbus-daemon"_s, {u"--session"_s, u"--nofork"_s, u"--print-address"_s});
-        ASSERT_TRUE(QTest::qWaitFor([this] { return bus.canReadLine(); }));
-        const QString address = QString::fromUtf8(bus.readLine()).trimmed();
-        connection = QDBusConnection::connectToBus(address, u"observer"_s);
         environment = QProcessEnvironment::systemEnvironment();
         environment.insert(u"HOME"_s, QString::fromStdString(home.path().string()));
         environment.insert(u"XDG_STATE_HOME"_s,
                            QString::fromStdString((home.path() / "state").string()));
-        environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, address);
+        environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, bus.address());
         environment.remove(u"PORT"_s);
         environment.insert(u"TOKEN"_s, u"never-to-be-written"_s);
         if (isTold()) {
@@ -54,8 +51,7 @@ class BackgroundMonitorTest : public testing::TestWithParam<QStringList> {
     }
 
     void TearDown() override {
-        QDBusConnection::disconnectFromBus(u"observer"_s);
-        for (QProcess* process : {&server, &holder, &automation, &monitor, &helper, &bus}) {
+        for (QProcess* process : {&server, &holder, &automation, &monitor, &helper}) {
             process->kill();
             process->waitForFinished();
         }
@@ -111,8 +107,10 @@ class BackgroundMonitorTest : public testing::TestWithParam<QStringList> {
     }
 
     // Those of the test: others may start servers on the machine meanwhile.
-    std::vector<ConflictRecord> conflicts() const {
-        auto records = decodeConflictRecords(home.read(kContainer + "conflicts.json"))
+    std::vector<ConflictRecord> conflicts() const { return conflictsIn(home); }
+
+    std::vector<ConflictRecord> conflictsIn(const TemporaryFolder& folder) const {
+        auto records = decodeConflictRecords(folder.read(kContainer + "conflicts.json"))
                            .value_or(std::vector<ConflictRecord>());
         std::erase_if(records, [this](const ConflictRecord& each) { return each.port != port; });
         return records;
@@ -173,15 +171,33 @@ class BackgroundMonitorTest : public testing::TestWithParam<QStringList> {
         return testing::Each("Port " + std::to_string(port) + " is free — nothing is using it.");
     }
 
+    static constexpr uid_t kUser = 65533;
+    static constexpr uid_t kOtherUser = 65534;
+
+    static void runAs(QProcess& process, uid_t user) {
+        process.setChildProcessModifier([user] {
+            if (::setuid(user) != 0)
+                ::_exit(1);
+        });
+    }
+
+    // The program where every user may start it.
+    QString monitorForEverybody() {
+        const std::filesystem::path program = home.path() / "monitor";
+        std::filesystem::copy(ZENLOT_MONITOR, program);
+        std::filesystem::permissions(home.path(), std::filesystem::perms::all);
+        return QString::fromStdString(program.string());
+    }
+
     TemporaryFolder home;
     QProcessEnvironment environment;
-    QProcess bus;
+    PrivateBus bus;
     QProcess helper;
     QProcess monitor;
     QProcess automation;
     QProcess holder;
     QProcess server;
-    QDBusConnection connection{QString()};
+    QDBusConnection connection = bus.connect(u"observer"_s);
     int port = 0;
 };
 
@@ -345,24 +361,14 @@ TEST_P(BackgroundMonitorTest, AStartThatNobodyToldOfIsFound) {
 TEST_P(BackgroundMonitorTest, AHolderOfAnotherUserIsNamed) {
     if (::geteuid() != 0)
         GTEST_SKIP() << "only root can start something as two other users";
-    constexpr uid_t kHoldersUser = 65534;
-    constexpr uid_t kUser = 65533;
-    const auto as = [](QProcess& process, uid_t user) {
-        process.setChildProcessModifier([user] {
-            if (::setuid(user) != 0)
-                ::_exit(1);
-        });
-    };
-    const std::filesystem::path program = home.path() / "monitor";
-    std::filesystem::copy(ZENLOT_MONITOR, program);
-    std::filesystem::permissions(home.path(), std::filesystem::perms::all);
-    as(holder, kHoldersUser);
-    as(monitor, kUser);
-    as(server, kUser);
+    const QString program = monitorForEverybody();
+    runAs(holder, kOtherUser);
+    runAs(monitor, kUser);
+    runAs(server, kUser);
     // Without control groups its arguments tell.
     const QString free = QString::number(Listener().port());
     ASSERT_NO_FATAL_FAILURE(startHolder(u"/usr/bin/python3"_s, free));
-    start(monitor, QString::fromStdString(program.string()), monitorArguments());
+    start(monitor, program, monitorArguments());
     ASSERT_TRUE(waitFor([&] { return home.read(kLog).find("started") != std::string::npos; }));
     ASSERT_TRUE(isNoticed());
     EXPECT_EQ(conflicts()[0].pid, holder.processId());
@@ -405,6 +411,40 @@ TEST_P(HelpedMonitorTest, TheHelperMayComeAndGo) {
         EXPECT_EQ(told(), round);
         QTest::qWait(2000); // until it is no restart in a loop
     }
+}
+
+TEST_P(HelpedMonitorTest, NobodyIsToldOfTheServersOfOthers) {
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "only root can start something as two other users";
+    const QString program = monitorForEverybody();
+    const TemporaryFolder othersHome;
+    std::filesystem::permissions(othersHome.path(), std::filesystem::perms::all);
+    ASSERT_NO_FATAL_FAILURE(startHolder());
+    QProcess others;
+    runAs(monitor, kUser);
+    runAs(others, kOtherUser);
+    start(monitor, program, monitorArguments());
+    ASSERT_TRUE(waitFor([this] { return saysThatItIsTold(); }));
+    const QProcessEnvironment own = environment;
+    environment.insert(u"HOME"_s, QString::fromStdString(othersHome.path().string()));
+    environment.insert(u"XDG_STATE_HOME"_s,
+                       QString::fromStdString((othersHome.path() / "state").string()));
+    start(others, program, monitorArguments());
+    ASSERT_TRUE(waitFor(
+        [&] { return othersHome.read(kLog).find("told of refused ports") != std::string::npos; }));
+    environment = own;
+    // The second is told after the first could have been told to the wrong one.
+    const std::pair<uid_t, const TemporaryFolder*> users[]{{kUser, &home},
+                                                           {kOtherUser, &othersHome}};
+    for (const auto& [user, folder] : users) {
+        runAs(server, user);
+        start(server, u"/usr/bin/python3"_s,
+              {u"-m"_s, u"http.server"_s, u"-b"_s, u"127.0.0.1"_s, QString::number(port)});
+        ASSERT_TRUE(server.waitForFinished(kPatienceMilliseconds));
+        EXPECT_TRUE(waitFor([&] { return conflictsIn(*folder).size() == 1; })) << user;
+    }
+    EXPECT_EQ(conflicts().size(), 1U);
+    end(others);
 }
 
 TEST_P(HelpedMonitorTest, ANetworkOfItsOwnIsLookedIntoAsWell) {

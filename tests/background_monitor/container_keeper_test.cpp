@@ -5,10 +5,6 @@
 #include <QTest>
 #include <gmock/gmock.h>
 
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <csignal>
 #include <filesystem>
 #include <optional>
 
@@ -41,15 +37,6 @@ class ContainerKeeperTest : public testing::Test {
     int remade = 0;
     int lost = 0;
 };
-
-TEST_F(ContainerKeeperTest, IsOneMonitorsForAsLongAsItLives) {
-    ASSERT_TRUE(keeper->isOurs());
-    start();
-    EXPECT_FALSE(ContainerKeeper(stateHome()).isOurs());
-    EXPECT_TRUE(keeper->isOurs());
-    keeper.reset();
-    EXPECT_TRUE(ContainerKeeper(stateHome()).isOurs());
-}
 
 TEST_F(ContainerKeeperTest, ClearsAwayWhatAKilledOneLeftAndNothingElse) {
     keeper.reset();
@@ -102,27 +89,6 @@ TEST_F(ContainerKeeperTest, TheListIsMindedByWhoHoldsTheLock) {
     fs::last_write_time(container / "ports.json",
                         fs::file_time_type::clock::now() - std::chrono::years(30));
     EXPECT_FALSE(isMinded()) << "no lock, and a list of long ago";
-
-    // The lock goes with its process, however that ends.
-    int ready[2]{};
-    ASSERT_EQ(::pipe(ready), 0);
-    const pid_t child = ::fork();
-    if (child == 0) {
-        const InstanceLock lock((container / ".monitor.lock").string());
-        const bool isOurs = lock.isOurs();
-        [[maybe_unused]] const ssize_t written = ::write(ready[1], &isOurs, 1);
-        ::pause();
-        ::_exit(0);
-    }
-    char isOurs = 0;
-    ASSERT_EQ(::read(ready[0], &isOurs, 1), 1);
-    EXPECT_TRUE(isOurs);
-    EXPECT_TRUE(isMinded()) << "held";
-    ::kill(child, SIGKILL);
-    ::waitpid(child, nullptr, 0);
-    EXPECT_FALSE(isMinded()) << "its holder was killed";
-    ::close(ready[0]);
-    ::close(ready[1]);
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include "inventory/linux/pidfd_set.h"
 #include "inventory/linux/unused_socket_watch.h"
 #include "inventory/listening_socket.h"
+#include "support/child_process.h"
 #include "support/listener.h"
 #include "support/temporary_folder.h"
 
@@ -151,29 +152,18 @@ TEST(UnusedSocketWatchTest, SeesWhoAskedANameServerAndNoOtherDatagrams) {
 }
 
 TEST(PidfdSetTest, TellsOfEachEndOnceAndOnlyOfThoseThatAreWatched) {
-    const auto fork = [] {
-        const ProcessId child = ::fork();
-        if (child == 0) {
-            ::pause();
-            ::_exit(0);
-        }
-        return child;
-    };
-    const auto end = [](ProcessId child) {
-        ::kill(child, SIGKILL);
-        ::waitpid(child, nullptr, 0);
-    };
-    const ProcessId first = fork();
-    const ProcessId second = fork();
+    ChildProcess first;
+    ChildProcess second;
     PidfdSet set;
-    set.assign({first, second, first});
+    const ProcessId ended = first.pid();
+    set.assign({ended, second.pid(), ended});
     EXPECT_TRUE(set.takeEnded().empty());
-    end(first);
+    first.end();
     ASSERT_TRUE(waitFor(set.descriptor()));
-    EXPECT_EQ(set.takeEnded(), std::vector{first});
+    EXPECT_EQ(set.takeEnded(), std::vector{ended});
     EXPECT_TRUE(set.takeEnded().empty());
     set.assign({});
-    end(second);
+    second.end();
     EXPECT_TRUE(set.takeEnded().empty());
 }
 

@@ -26,6 +26,9 @@ TEST(SettingsTextTest, KeysStandWithTheirBlocks) {
         {"a:\n  b: 1 # x\n  c:\n  - d: 2\n    e: 3\n  - 4\nf: {g: 5}\n",
          indentation,
          {{"a.b", "1"}, {"a.c.d", "2"}, {"a.c.e", "3"}, {"a.c", "4"}, {"f.g", "5"}}},
+        {"a: &own 1\nb:\n  c: *own\n  d: *none\n",
+         indentation,
+         {{"a", "1"}, {"b.c", "1"}, {"b.d", "*none"}}},
         {"a = 1\n[b.c]\nd = \"2\" # x\n; e = 3\n[f]\ng: 4",
          lines,
          {{"a", "1"}, {"b.c.d", "2"}, {"f.g", "4"}}},
@@ -35,6 +38,9 @@ TEST(SettingsTextTest, KeysStandWithTheirBlocks) {
         {"<a b=\"1\"/><!-- c=\"2\" --><d><e f=\"3\"></e></d>",
          attributes,
          {{"a.b", "1"}, {"e.f", "3"}}},
+        {"{:db {:host \"x\" :port 1}\n :http/web {:port 2}}",
+         keywords,
+         {{"db.host", "x"}, {"db.port", "1"}, {"web.port", "2"}}},
         {"{\"a\": [[[{", braces, {}},
         {"}}}]]\"", braces, {}},
     };
@@ -64,6 +70,7 @@ TEST(PortQuestionTest, SettingsOfTheServerItselfCount) {
         {{{"server.port", "process.env.PORT || 3000"}}, {4000}},
         {{{"server.port", "Number(3000)"}}, {3000}},
         {{{"shop.port", "3000"}, {"stock.port", "3001"}}, {3000, 3001}},
+        {{{"connector.port", "3000"}, {"connect.port", "3001"}}, {3000}},
         {{{"port", "none"}, {"timeout", "3000"}}, {}},
     };
     for (const auto& [settings, ports] : cases)

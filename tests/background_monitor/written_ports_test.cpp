@@ -50,11 +50,41 @@ TEST(WrittenPortsTest, MentionsOfHeldPorts) {
         {"url = 'http://localhost:8080'", {}},
         {"listen 'http://localhost:8080'", {8080}},
         {"redis port 3000", {}},
+        {"shop = host=127.0.0.1 port=3000", {}},
         {"timeout = 3000", {}},
         {"port 4000", {}},
     };
     for (const auto& [text, ports] : cases)
         EXPECT_EQ(mentionedPorts(text, held), ports) << text;
+}
+
+TEST(WrittenPortsTest, NamesAreFollowedFromTheLineThatListens) {
+    const std::pair<const char*, std::vector<std::uint16_t>> cases[]{
+        {"a.broker(x).listen(config.mqtt)\n{\"mqtt\": 4300, \"admin\": 4400}", {4300}},
+        {"WHERE = ('localhost', 4300)\nXmlServer(WHERE).serve_forever()", {4300}},
+        {"port => 4300\nOTHER = 4400\nlisten(port)", {4300}},
+        {"listen(4400)\nmqtt: 4300", {}},
+        {"client.connect(config.mqtt)\nmqtt: 4300", {}},
+        {"listen(http)\nhttp: { timeout: 4300 }\nhttp == 4400", {}},
+    };
+    for (const auto& [text, ports] : cases)
+        EXPECT_EQ(portsCalled(namesListenedOn(text), text), ports) << text;
+}
+
+TEST(WrittenPortsTest, NumbersAloneCountLastAndNotForTimesAndSizes) {
+    const std::uint16_t held[]{3000, 8080};
+    const std::pair<const char*, std::vector<std::uint16_t>> cases[]{
+        {"run_simple('127.0.0.1', 3000, app)", {3000}},
+        {"setTimeout(f, 3000); maxSize = 8080", {}},
+        {"redis = ('localhost', 3000)", {}},
+        {"ask('http://localhost:3000')", {}},
+    };
+    for (const auto& [text, ports] : cases)
+        EXPECT_EQ(spelledPorts(text, held), ports) << text;
+    EXPECT_THAT(describedPorts("-p, --port n\n    which to listen on (3000)", held),
+                ElementsAre(3000));
+    EXPECT_THAT(describedPorts("port:void 0;return{port:8080}", held), ElementsAre(8080));
+    EXPECT_THAT(describedPorts("of 3000 users, as on http://x:8080, port 30001", held), IsEmpty());
 }
 
 TEST(WrittenPortsTest, SettingsThatASourceNames) {
@@ -139,6 +169,43 @@ TEST_F(SourceReaderTest, InstalledToolsAreAskedForTheScriptsThatTheyAreGiven) {
     attempt.arguments = {"serve"};
     EXPECT_THAT(ports(tool), ElementsAre(4300));
     EXPECT_EQ(answer->source, PortSource::project);
+}
+
+TEST_F(SourceReaderTest, ToolThatSaysNothingIsAskedForItsOwnDefault) {
+    folder.write("app/node_modules/tool/bin/tool.js", "require('../lib')");
+    folder.write("app/node_modules/tool/lib/index.js", "const defaults = { port: 4300 };");
+    folder.write("app/node_modules/tool/test/index.js", "const defaults = { port: 4400 };");
+    EXPECT_THAT(ports("node_modules/tool/bin/tool.js"), ElementsAre(4300));
+    EXPECT_EQ(answer->source, PortSource::manual);
+    folder.write("app/node_modules/tool/lib/min.js", "a=1;b=process.env.PORT||c;d=PORTS");
+    attempt.environment = {{"PORT", "4500"}, {"TIMEOUT", "4400"}};
+    EXPECT_THAT(ports("node_modules/tool/bin/tool.js"), ElementsAre(4500));
+    attempt.environment.clear();
+    folder.write("env/lib/python3.11/site-packages/mock/cli.py", "def main(port=4400): pass");
+    folder.write("env/bin/mock", "#!/usr/bin/python3\nfrom mock.cli import main\n");
+    EXPECT_THAT(ports((folder.path() / "env/bin/mock").string()), ElementsAre(4400));
+    attempt.executable = (folder.path() / "env/bin/python3").string();
+    EXPECT_THAT(ports("mock"), ElementsAre(4400)); // as a module
+}
+
+TEST_F(SourceReaderTest, ArgumentsAndSettingsThatNameSeveralPorts) {
+    folder.write("app/ports.ts", "export const ports = { web: 4400, rpc: 4300 };\n");
+    folder.write("app/own.ts", "import { ports } from './ports';\nlisten(ports.rpc)\n");
+    EXPECT_THAT(ports("own.ts"), ElementsAre(4300));
+    folder.write("app/all.json", R"({"rpc": {"port": 4300}, "queue": {"port": 4400}})");
+    folder.write("app/rpc.js", "const { rpc } = require('./all');\nx.tcp().listen(rpc.port)\n");
+    EXPECT_THAT(ports("rpc.js"), ElementsAre(4300));
+    attempt.script.clear();
+    attempt.arguments = {"4300", "localhost:4400"}; // what comes in, and where it goes
+    EXPECT_THAT(ports(), ElementsAre(4300));
+    attempt.arguments = {"conf.lua"};
+    folder.write("app/conf.lua", "return { port = 4300, redis = { port = 4400 } }\n");
+    EXPECT_THAT(ports(), ElementsAre(4300));
+    attempt.arguments.clear();
+    runtime.programs = {"mysqld"};
+    attempt.config = "conf.d";
+    folder.write("app/conf.d/my.cnf", "[client]\nport = 4400\n[mysqld]\nport = 4300\n");
+    EXPECT_THAT(ports(), ElementsAre(4300));
 }
 
 TEST_F(SourceReaderTest, HeldPortsThatTheProjectMentionsComeLast) {

@@ -9,13 +9,11 @@
 #include <fcntl.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/un.h>
-#include <sys/wait.h>
+#include <sys/time.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
-#include <optional>
+#include <csignal>
 
 namespace zenlot {
 namespace {
@@ -26,29 +24,12 @@ constexpr std::uint32_t kAnother = 4711;
 
 class BindServerTest : public testing::Test {
   protected:
-    FileDescriptor connect() const {
-        sockaddr_un address{};
-        address.sun_family = AF_UNIX;
-        path.copy(address.sun_path, path.size());
-        FileDescriptor socket(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
-        if (::connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address))
-            return {};
-        return socket;
-    }
+    FileDescriptor connect() const { return connectReader(path, SOCK_NONBLOCK); }
 
     // A turn for each thing that may follow from another.
     void serve() {
         for (int turns = 0; turns < 4; ++turns)
             server.serve(0ms);
-    }
-
-    // Nothing when the server has hung up, or has said nothing.
-    static std::optional<BindPacket> read(const FileDescriptor& reader) {
-        std::array<std::byte, kLargestBindPacket> buffer;
-        const ssize_t length = ::recv(reader.get(), buffer.data(), buffer.size(), 0);
-        if (length <= 0)
-            return std::nullopt;
-        return decodeBindPacket(std::span(buffer).first(static_cast<std::size_t>(length)));
     }
 
     static bool isHungUp(const FileDescriptor& reader) {
@@ -75,7 +56,7 @@ TEST_F(BindServerTest, TakesNoteOnlyWhileSomebodyReads) {
     serve();
     EXPECT_TRUE(source.isStarted);
     EXPECT_THAT(source.followed, testing::ElementsAre(::getuid()));
-    ASSERT_TRUE(read(reader)) << "is greeted";
+    ASSERT_TRUE(readPacket(reader)) << "is greeted";
     FileDescriptor second = connect();
     serve();
     reader = FileDescriptor();
@@ -90,42 +71,42 @@ TEST_F(BindServerTest, TakesNoteOnlyWhileSomebodyReads) {
 TEST_F(BindServerTest, TellsOnlyWhatIsTheReadersOwn) {
     const FileDescriptor reader = connect();
     serve();
-    ASSERT_TRUE(read(reader));
+    ASSERT_TRUE(readPacket(reader));
     source.happen(event(kAnother, 80));
     source.happen(event(::getuid(), 81));
     source.lost[kAnother] = 9;
     serve();
-    const auto packet = read(reader);
+    const auto packet = readPacket(reader);
     ASSERT_TRUE(packet);
     ASSERT_EQ(packet->events.size(), 1U);
     EXPECT_EQ(packet->events.front().port, 81);
     EXPECT_EQ(packet->lost, 0U);
-    EXPECT_FALSE(read(reader));
+    EXPECT_FALSE(readPacket(reader));
 }
 
 TEST_F(BindServerTest, CountsWhatWasLostSinceTheReaderCame) {
     source.lost[::getuid()] = 5;
     const FileDescriptor reader = connect();
     serve();
-    EXPECT_EQ(read(reader)->lost, 0U);
+    EXPECT_EQ(readPacket(reader)->lost, 0U);
     source.lost[::getuid()] = 7;
     source.happen(event(::getuid(), 81));
     serve();
-    EXPECT_EQ(read(reader)->lost, 2U);
+    EXPECT_EQ(readPacket(reader)->lost, 2U);
 }
 
 TEST_F(BindServerTest, AReaderThatTakesNothingCostsOnlyItself) {
     const FileDescriptor idle = connect();
     const FileDescriptor reader = connect();
     serve();
-    ASSERT_TRUE(read(reader));
+    ASSERT_TRUE(readPacket(reader));
     std::size_t taken = 0;
     constexpr std::size_t kEvents = 20'000;
     for (std::size_t count = 0; count < kEvents; count += 100) {
         for (int each = 0; each < 100; ++each)
             source.happen(event(::getuid(), 81));
         server.serve(0ms);
-        while (const auto packet = read(reader))
+        while (const auto packet = readPacket(reader))
             taken += packet->events.size();
     }
     EXPECT_EQ(taken, kEvents);
@@ -145,7 +126,7 @@ TEST_F(BindServerTest, BoundsTheReadersOfAUser) {
 TEST_F(BindServerTest, HangsUpOnWhoSpeaksAndWhenTheKernelRefuses) {
     const FileDescriptor speaker = connect();
     serve();
-    ASSERT_TRUE(read(speaker));
+    ASSERT_TRUE(readPacket(speaker));
     ASSERT_EQ(::send(speaker.get(), "hello", 5, 0), 5);
     serve();
     EXPECT_TRUE(isHungUp(speaker));
@@ -154,6 +135,17 @@ TEST_F(BindServerTest, HangsUpOnWhoSpeaksAndWhenTheKernelRefuses) {
     serve();
     EXPECT_TRUE(isHungUp(late));
     EXPECT_EQ(server.readers(), 0U);
+}
+
+TEST_F(BindServerTest, ASignalEndsNothing) {
+    struct sigaction ignore {};
+    ignore.sa_handler = [](int) {};
+    ::sigaction(SIGALRM, &ignore, nullptr);
+    const itimerval often{{0, 1000}, {0, 1000}};
+    ::setitimer(ITIMER_REAL, &often, nullptr);
+    EXPECT_TRUE(server.serve(20s));
+    const itimerval never{};
+    ::setitimer(ITIMER_REAL, &never, nullptr);
 }
 
 TEST_F(BindServerTest, ASocketThatIsServedOrNoneOfOursIsLeftAlone) {

@@ -1,7 +1,6 @@
 // The real kernel and the real service. Skipped where the kernel does not let this user watch.
-#include "bindwatch/bind_stream.h"
+#include "bindwatch/bind_events.h"
 #include "bindwatch/kernel/bpf_bind_source.h"
-#include "posix/file_descriptor.h"
 #include "support/child_process.h"
 #include "support/listener.h"
 #include "support/temporary_folder.h"
@@ -11,11 +10,9 @@
 #include <poll.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/un.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
 #include <chrono>
 #include <fstream>
@@ -201,18 +198,13 @@ class BindwatchProgramTest : public testing::Test {
 
     // What SO_PEERCRED tells is who connected. Is greeted before it returns.
     FileDescriptor readerOf(uid_t user) const {
-        FileDescriptor reader(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0));
-        sockaddr_un address{};
-        address.sun_family = AF_UNIX;
-        path.copy(address.sun_path, path.size());
         if (::seteuid(user) != 0)
             return {};
         const auto end = std::chrono::steady_clock::now() + kPatience;
-        int status = -1;
-        while (status != 0 && std::chrono::steady_clock::now() < end)
-            status = ::connect(reader.get(), reinterpret_cast<const sockaddr*>(&address),
-                               sizeof address);
-        if (::seteuid(0) != 0 || status != 0)
+        FileDescriptor reader;
+        while (!reader && std::chrono::steady_clock::now() < end)
+            reader = connectReader(path);
+        if (::seteuid(0) != 0 || !reader)
             return {};
         EXPECT_TRUE(packet(reader)) << "is greeted";
         return reader;
@@ -221,13 +213,8 @@ class BindwatchProgramTest : public testing::Test {
     static std::optional<BindPacket> packet(const FileDescriptor& reader,
                                             std::chrono::milliseconds patience = kPatience) {
         pollfd wait{reader.get(), POLLIN, 0};
-        std::array<std::byte, kLargestBindPacket> buffer;
-        if (::poll(&wait, 1, static_cast<int>(patience.count())) <= 0)
-            return std::nullopt;
-        const ssize_t length = ::recv(reader.get(), buffer.data(), buffer.size(), 0);
-        return length > 0
-                   ? decodeBindPacket(std::span(buffer).first(static_cast<std::size_t>(length)))
-                   : std::nullopt;
+        return ::poll(&wait, 1, static_cast<int>(patience.count())) > 0 ? readPacket(reader)
+                                                                        : std::nullopt;
     }
 
     TemporaryFolder folder;

@@ -12,8 +12,9 @@ Command parse(std::vector<std::string_view> words) {
 }
 
 TEST(CommandLineTest, UnderstandsItsCommands) {
-    EXPECT_EQ(std::get<ListCommand>(parse({"list"})).format, Format::text);
-    EXPECT_EQ(std::get<ListCommand>(parse({"list", "--json"})).format, Format::json);
+    EXPECT_EQ(std::get<ListCommand>(parse({"list"})).listing, Listing::text);
+    EXPECT_EQ(std::get<ListCommand>(parse({"list", "--json"})).listing, Listing::json);
+    EXPECT_EQ(std::get<ListCommand>(parse({"list", "--offers"})).listing, Listing::offers);
     EXPECT_EQ(std::get<DoctorCommand>(parse({"doctor", "--json"})).format, Format::json);
     EXPECT_EQ(std::get<CheckCommand>(parse({"check", "08080"})).port, 8080);
     EXPECT_TRUE(std::holds_alternative<HelpCommand>(parse({"--help"})));
@@ -24,10 +25,10 @@ TEST(CommandLineTest, BadUsageIsExplainedInOneLine) {
     using Words = std::vector<std::string_view>;
     for (const Words& words :
          {Words{}, Words{"lsit"}, Words{"list", "-j"}, Words{"doctor", "me"},
-          Words{"list", "--json", "80"}, Words{"check"}, Words{"check", "80", "81"},
-          Words{"check", ""}, Words{"check", "0"}, Words{"check", "-1"}, Words{"check", "65536"},
-          Words{"check", "80x"}, Words{"check", "99999999999999999999"}, Words{"--help", "list"},
-          Words{"a\nb\x1b[2J"}}) {
+          Words{"list", "--json", "80"}, Words{"list", "--json", "--offers"}, Words{"check"},
+          Words{"check", "80", "81"}, Words{"check", ""}, Words{"check", "0"}, Words{"check", "-1"},
+          Words{"check", "65536"}, Words{"check", "80x"}, Words{"check", "99999999999999999999"},
+          Words{"--help", "list"}, Words{"a\nb\x1b[2J"}}) {
         const Command command = parse(words);
         ASSERT_TRUE(std::holds_alternative<UsageError>(command)) << words.size();
         const std::string& message = std::get<UsageError>(command).message;

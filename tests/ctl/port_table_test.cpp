@@ -24,6 +24,15 @@ TEST(PortTableTest, AlignsColumnsByWhatIsSeen) {
     EXPECT_EQ(portTable({}, nameOf), "PORT  PROTO  PID  USER  NAME  PATH\n");
 }
 
+TEST(PortTableTest, OffersEachPortOnce) {
+    const std::vector<OccupiedPort> ports{{8080, "TCP4", "", "", 0, "0", ""},
+                                          {8080, "TCP6", "", "No\tde", 9, "0", ""},
+                                          {80, "TCP4", "", "Apache", 5, "0", ""},
+                                          {80, "TCP6", "", "Apache", 5, "0", ""}};
+    EXPECT_EQ(portOffers(ports), "80\tApache (PID 5)\n"
+                                 "8080\tTCP4, No\\u{9}de (PID 9)\n");
+}
+
 TEST(PortTableTest, TextOfOtherProcessesCantSteerTheTerminal) {
     EXPECT_EQ(terminalText("Sample Ünïcode 🙂"), "Sample Ünïcode 🙂");
     EXPECT_EQ(terminalText("a\nb\tc"), "a\\u{A}b\\u{9}c");

@@ -1,4 +1,4 @@
-#include "inventory/records_json.h"
+#include "inventory/occupied_ports_json.h"
 #include "support/connection.h"
 #include "support/temporary_folder.h"
 

@@ -238,7 +238,78 @@ TEST_F(StatusAreaTest, LaterStartLooksItsPortUpInTheRunningProgram) {
     }
     expectEnd(desktop.start(QStringLiteral(ZENLOT_PROGRAM), {u"port://"_s + port}));
     EXPECT_TRUE(tree.find("list item", row));
+    EXPECT_TRUE(alerts.shows(u"Port %1 is already in use"_s.arg(port)));
     EXPECT_EQ(zenlot->state(), QProcess::Running);
+}
+
+TEST_F(StatusAreaTest, SwitchesOfTheSettingsWorkAtOnce) {
+    const QString icon = u"Show in menu bar"_s;
+    const QString dock = u"Show in Dock"_s;
+    const QString notify = u"Notify on all port activity"_s;
+    const QString monitoring = u"Port Monitoring"_s;
+    const auto press = [this](const char* role, const QString& name) {
+        EXPECT_TRUE(tree.pressOnce(role, name)) << name.toStdString();
+    };
+    const auto comesTo = [](const auto& condition) {
+        return QTest::qWaitFor(condition, kPatience);
+    };
+    const auto hasItem = [&](bool isWanted) {
+        return comesTo([&] { return (item = registeredItem()).isEmpty() != isWanted; });
+    };
+    const auto isInTaskbar = [&](bool isWanted) {
+        return comesTo([&] {
+            QProcess& state = desktop.start("xprop -name Settings _NET_WM_STATE");
+            return state.waitForFinished() &&
+                   state.readAllStandardOutput().contains("SKIP_TASKBAR") != isWanted;
+        });
+    };
+    const auto openSettings = [&] {
+        choose(u"Settings\u2026"_s);
+        EXPECT_TRUE(tree.find("frame", u"Settings"_s, AccessibleTree::State::active));
+    };
+    const auto closeWindow = [&] {
+        desktop.press("ctrl+w");
+        EXPECT_TRUE(comesTo([this] {
+            return desktop.input(u"search --onlyvisible --class ^zenlot$"_s.split(u' ')) != 0;
+        }));
+    };
+    openSettings();
+    press("check box", icon);
+    EXPECT_TRUE(hasItem(false));
+    press("check box", icon);
+    EXPECT_TRUE(hasItem(true));
+    EXPECT_TRUE(isInTaskbar(false));
+    press("check box", dock);
+    EXPECT_TRUE(isInTaskbar(true));
+    press("check box", u"Enable global shortcut"_s);
+    press("page tab", monitoring);
+    press("check box", notify);
+    EXPECT_TRUE(desktop.waitForLog("port activity monitor started"));
+    press("page tab", u"Log"_s);
+    EXPECT_TRUE(tree.find("list item", QDate::currentDate().toString(u"yyyy-"_s)));
+    closeWindow();
+
+    desktop.press("ctrl+alt+shift+p");
+    EXPECT_TRUE(tree.find("frame", u"Zenlot"_s, AccessibleTree::State::active));
+    // A list makes only the rows that fit, and the machine may have many listeners.
+    desktop.start("xdotool search --sync --onlyvisible --name ^Zenlot$ windowsize 860 3900");
+    EXPECT_TRUE(tree.find("list item", port + u' '));
+    const QString later = PrivateDesktop::portOf(desktop.startServer(u"Later"_s));
+    desktop.press("ctrl+r");
+    EXPECT_TRUE(tree.find("list item", later + u' '));
+    closeWindow();
+    EXPECT_EQ(zenlot->state(), QProcess::Running);
+
+    // Without anything to watch, and out of reach, it has nothing left to do.
+    openSettings();
+    press("check box", icon);
+    press("page tab", monitoring);
+    press("check box", notify);
+    press("check box", u"Conflict Monitoring"_s);
+    EXPECT_TRUE(tree.isChecked(u"Conflict Monitoring"_s, false));
+    EXPECT_EQ(zenlot->state(), QProcess::Running);
+    desktop.press("ctrl+w");
+    expectEnd(*zenlot);
 }
 
 } // namespace

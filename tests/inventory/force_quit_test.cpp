@@ -1,7 +1,6 @@
 #include "inventory/fake_process_pinner.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <unistd.h>
 

@@ -7,15 +7,6 @@
 namespace zenlot {
 namespace {
 
-TEST(PortMergeTest, RichnessAddsUpWhatIsKnown) {
-    const std::pair<OccupiedPort, int> cases[] = {
-        {{1, "TCP4", "", "", 0, "0", ""}, 0},    {{1, "TCP4", "n", "", 0, "0", ""}, 2},
-        {{1, "TCP4", "", "N", 0, "0", ""}, 2},   {{1, "TCP4", "", "", 7, "0", ""}, 4},
-        {{1, "TCP4", "", "", -1, "0", "/n"}, 3}, {{1, "TCP4", "n", "N", 7, "0", "/n"}, 11}};
-    for (const auto& [record, richness] : cases)
-        EXPECT_EQ(recordRichness(record), richness);
-}
-
 TEST(PortMergeTest, TheFirstRicherCachedRecordReplacesAFreshOne) {
     const std::vector<OccupiedPort> fresh{{80, "", "", "", 7, "fresh", ""},
                                           {22, "", "", "", 0, "fresh", ""},

@@ -1,6 +1,6 @@
 #include "inventory/app_port_group.h"
+#include "inventory/occupied_ports_json.h"
 #include "inventory/record_json.h"
-#include "inventory/records_json.h"
 #include "inventory/shared_port_cache.h"
 
 #include <gtest/gtest.h>
@@ -48,6 +48,15 @@ TEST(SharedPortCacheTest, ReadersSeeWholeListsOnly) {
         EXPECT_TRUE(seen.empty() || seen == std::vector(8, seen.front()));
     }
     writer.join();
+}
+
+TEST(SharedPortCacheTest, AListThatNobodyMindsIsEmpty) {
+    bool isMinded = true;
+    SharedPortCache cache([&isMinded] { return isMinded; });
+    cache.replace({OccupiedPort()});
+    EXPECT_EQ(cache.copy().size(), 1U);
+    isMinded = false;
+    EXPECT_TRUE(cache.copy().empty());
 }
 
 const std::vector<OccupiedPort> kPorts{{3000, "TCP4", "node", "Node", 4312, "501", "/usr/bin/node"},

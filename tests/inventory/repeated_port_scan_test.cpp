@@ -142,21 +142,6 @@ TEST_F(RepeatedPortScanTest, GivesWhatAScanGives) {
     EXPECT_GT(repeats, 2'000);
 }
 
-TEST_F(RepeatedPortScanTest, FindsTheOwnerOfANewPortWithoutAFullWalk) {
-    const auto listen = [this](std::uint16_t port) {
-        addProcess(port, {{ipv4, TcpState::listen, port, 0}});
-        tables.table.insert(tables.table.begin(), {port, 0, ipv4, 1000, port}); // as kernels do
-    };
-    for (std::uint16_t port = 1000; port < 1500; ++port)
-        listen(port);
-    polls(3);
-    listen(1500);
-    EXPECT_EQ(poll(), 'w');
-    EXPECT_LT(tables.looks, 5);
-    EXPECT_EQ(ports->back().pid, 1500);
-    EXPECT_EQ(ports->size(), 501U);
-}
-
 TEST_F(RepeatedPortScanTest, DropsClosedPortsWithoutALookAtProcesses) {
     addProcess(10, {{ipv4, TcpState::listen, 81, 0}});
     tables.table = {{80, 0, ipv4, 1000, 1}, {81, 0, ipv4, 1000, 2}};

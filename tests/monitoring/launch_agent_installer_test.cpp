@@ -28,17 +28,6 @@ struct LaunchAgentInstallerTest : testing::Test {
     LaunchAgentInstaller installer{service, log, u"/opt/zenlot"_s};
 };
 
-TEST_F(LaunchAgentInstallerTest, TellsTheStatus) {
-    const QString texts[] = {u"notRegistered"_s, u"enabled"_s, u"requiresApproval"_s, u"notFound"_s,
-                             u"unknown(4)"_s};
-    for (int status = 0; status < 5; ++status) {
-        service.currentStatus = static_cast<AppServiceStatus>(status);
-        EXPECT_EQ(installer.statusText(), texts[status]);
-        EXPECT_EQ(installer.isEnabled(), status == 1);
-        EXPECT_EQ(installer.isInstalled(), status != 0);
-    }
-}
-
 // Status before, what the service answers, status after, what the user reads, last line of the log.
 TEST_F(LaunchAgentInstallerTest, InstallsOrTellsWhyNot) {
     const std::tuple<AppServiceStatus, Refusal, AppServiceStatus, QString, QString> cases[] = {

@@ -1,4 +1,4 @@
-#include "inventory/records_json.h"
+#include "inventory/occupied_ports_json.h"
 #include "monitoring/broadcast_names.h"
 #include "monitoring/port_data_cache.h"
 #include "platform/fake_broadcast_center.h"
@@ -6,7 +6,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <fstream>
 #include <memory>

@@ -5,7 +5,6 @@
 #include <QCoroTask>
 #include <QTest>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <random>
 
@@ -196,16 +195,6 @@ TEST_F(PortMonitorTest, PollsFindTheSameOwnPortsAsAFullList) {
                   firstOfEachPort(inventory.listMergedPorts().result()))
             << round;
     }
-}
-
-TEST(PortInventoryTest, APollOfTheSamePortsGivesTheSameList) {
-    SampleInventory<> machine;
-    machine.tables.table = {{80, 0, AddressFamily::ipv4, currentUserId(), 1}};
-    const auto poll = [&] { return machine.inventory.pollPortsOfCurrentUser().result(); };
-    const SharedPorts first = poll();
-    EXPECT_EQ(poll(), first);
-    machine.cache.replace({});
-    EXPECT_NE(poll(), first);
 }
 
 } // namespace

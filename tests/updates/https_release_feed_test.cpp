@@ -6,7 +6,6 @@
 #include <QTcpSocket>
 #include <QTest>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace zenlot {
 namespace {

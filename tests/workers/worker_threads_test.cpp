@@ -4,7 +4,6 @@
 #include <QEventLoop>
 #include <QFutureWatcher>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <atomic>
 #include <latch>
@@ -70,20 +69,6 @@ TEST(WorkerThreadsTest, WhatWasNotBegunCanBeCancelledOrDropped) {
         EXPECT_FALSE(isDone);
         EXPECT_EQ(future.isFinished(), !isDropped);
     }
-}
-
-TEST(WorkerThreadsTest, WorkMaySeeThatItWasCancelled) {
-    WorkerThreads worker(1);
-    std::latch begun(1);
-    QFuture<int> future = worker.runWithPromise<int>([&begun](QPromise<int>& promise) {
-        begun.count_down();
-        while (!promise.isCanceled())
-            QThread::yieldCurrentThread();
-    });
-    begun.wait();
-    future.cancel();
-    worker.wait();
-    EXPECT_TRUE(future.isCanceled());
 }
 
 // The result may be taken while the work's own thread has not yet let go of it.

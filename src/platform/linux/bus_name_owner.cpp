@@ -1,6 +1,6 @@
 #include "platform/linux/bus_name_owner.h"
 
-#include "platform/linux/bus_call.h"
+#include "platform/bus_call.h"
 
 #include <QDBusMessage>
 

@@ -25,6 +25,7 @@ constexpr QLatin1StringView kApplicationPath{"/dev/quorvane/zenlot"};
 constexpr QLatin1StringView kApplicationInterface{"org.freedesktop.Application"};
 constexpr QLatin1StringView kStartupId{"desktop-startup-id"};
 constexpr QLatin1StringView kCheckPortAction{"check-port"};
+constexpr QLatin1StringView kSettingsAction{"settings"};
 constexpr QLatin1StringView kToken{"activation-token"};
 
 // More than anybody opens at once; what exceeds it is dropped.
@@ -108,6 +109,10 @@ class SessionBusApplicationInstance::Application final : public QObject, protect
 
     void ActivateAction(const QString& action_name, const QVariantList& parameter,
                         const QVariantMap& platform_data) {
+        if (action_name == kSettingsAction) {
+            Open({QString(kSettingsUri)}, platform_data);
+            return;
+        }
         bool isNumber = false;
         const qint64 port = parameter.value(0).toLongLong(&isNumber);
         if (action_name != kCheckPortAction || !isNumber) {

@@ -4,10 +4,10 @@
 //     name   dev.quorvane.zenlot
 //     path   /dev/quorvane/zenlot
 //
-// Activations travel as "desktop-startup-id" and "activation-token" in the platform data. The one
-// action, "check-port", takes a 64-bit number. Without a bus, or with one that does not answer, the
-// program is alone; when the bus comes back it takes the name again, unless another program was
-// quicker.
+// Activations travel as "desktop-startup-id" and "activation-token" in the platform data. Of the
+// actions "check-port" takes a 64-bit number, and "settings" nothing. Without a bus, or with one
+// that does not answer, the program is alone; when the bus comes back it takes the name again,
+// unless another program was quicker.
 #pragma once
 
 #include "platform/application_instance.h"

@@ -21,10 +21,15 @@ SettingsViewModel::SettingsViewModel(AppSettings& settings, LaunchAgentInstaller
                      &AppSettings::conflictIgnoredPortsChanged),
       conflictApps_(settings, &AppSettings::conflictIgnoredApps,
                     &AppSettings::setConflictIgnoredApps,
-                    &AppSettings::conflictIgnoredAppsChanged) {}
+                    &AppSettings::conflictIgnoredAppsChanged) {
+    connect(&look_, &QFutureWatcherBase::finished, this, [this] { noteBindwatch(look_.result()); });
+}
 
 void SettingsViewModel::lookForBindwatch() {
-    const bool isThere = QFile::exists(bindwatchSocket_);
+    look_.setFuture(worker_.run([socket = bindwatchSocket_] { return QFile::exists(socket); }));
+}
+
+void SettingsViewModel::noteBindwatch(bool isThere) {
     if (isThere == hasBindwatch_)
         return;
     hasBindwatch_ = isThere;

@@ -4,14 +4,16 @@
 // The switch for conflicts never says more than is true: it is on only once the monitor could be
 // registered, and off when the desktop has given up on it. Problems stay visible until the next
 // attempt, and are forgotten with the object. Whether the helper of the system is there is looked
-// up when it is asked for. Main thread only; the registration is synchronous.
+// up when it is asked for, on a worker thread. Main thread only; the registration is synchronous.
 #pragma once
 
 #include "bindwatch/bindwatch_service.h"
 #include "monitoring/launch_agent_installer.h"
 #include "settings/app_settings.h"
 #include "settings/window/exception_list_model.h"
+#include "workers/worker_threads.h"
 
+#include <QFutureWatcher>
 #include <QObject>
 #include <QString>
 #include <QtQml/qqmlregistration.h>
@@ -65,6 +67,7 @@ class SettingsViewModel : public QObject {
     void hasBindwatchChanged();
 
   private:
+    void noteBindwatch(bool isThere);
     void setProblem(const QString& installError, bool needsApproval);
 
     AppSettings& settings_;
@@ -74,10 +77,12 @@ class SettingsViewModel : public QObject {
     bool needsApproval_{false};
     QString bindwatchSocket_;
     bool hasBindwatch_{false};
+    QFutureWatcher<bool> look_;
     ExceptionListModel monitorPorts_;
     ExceptionListModel monitorApps_;
     ExceptionListModel conflictPorts_;
     ExceptionListModel conflictApps_;
+    WorkerThreads worker_{1}; // the last member
 };
 
 } // namespace zenlot

@@ -2,6 +2,7 @@
 //
 //     zenlot                  opens the main window
 //     zenlot port://8080      looks a port up
+//     zenlot --settings       opens the settings
 //     zenlot --background     opens no window; what the login item does
 #include "localization/translation.h"
 #include "platform/linux/session_bus.h"

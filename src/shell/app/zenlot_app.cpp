@@ -275,6 +275,10 @@ void ZenlotApp::followInstance() {
 }
 
 void ZenlotApp::openUrl(const QString& url) {
+    if (url == kSettingsUri) {
+        openSettings();
+        return;
+    }
     const std::optional<int> port = portFromUrl(url);
     if (!port)
         return;

@@ -13,7 +13,7 @@
 // one.
 #pragma once
 
-#include "shell/logviewer/log_line.h"
+#include "shell/logviewer/coloured_line.h"
 
 #include <QByteArrayView>
 #include <QString>

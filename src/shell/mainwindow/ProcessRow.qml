@@ -15,10 +15,11 @@ T.ItemDelegate {
     required property bool canForceQuit
     required property string displayName
     // What a tool tip has to say in full.
-    readonly property string elidedText: title.isElided ? root.displayName : ""
+    readonly property string elidedText: root.isNameElided ? root.displayName : ""
     required property string executablePath
     required property int index
     required property bool isLast
+    property bool isNameElided: false
     required property bool isSelected
     required property string localAddress
     required property int pid
@@ -47,15 +48,16 @@ T.ItemDelegate {
 
     background: Item {
         Rectangle {
-            anchors.fill: selection
+            anchors.bottomMargin: root.isLast ? 0 : 1 // above the divider
+            anchors.fill: parent
+            anchors.leftMargin: 6
+            anchors.rightMargin: 6
             color: Theme.hover
             radius: 7
             visible: root.hovered && !root.isSelected
         }
         SelectedRowMark {
-            id: selection
-
-            anchors.bottomMargin: root.isLast ? 0 : 1 // above the divider
+            anchors.bottomMargin: root.isLast ? 0 : 1
             anchors.fill: parent
             anchors.leftMargin: 6
             anchors.rightMargin: 6
@@ -89,14 +91,14 @@ T.ItemDelegate {
             spacing: 2
 
             ProcessTitle {
-                id: title
-
                 Layout.fillWidth: true
                 displayName: root.displayName
                 pidText: root.pidText
                 processState: root.processState
                 proto: root.proto
                 stateTint: root.stateTint
+
+                onIsElidedChanged: root.isNameElided = isElided
             }
             RowLayout {
                 spacing: 8

@@ -124,28 +124,18 @@ Rectangle {
                 if (list.activeFocus && list.currentIndex < 0)
                     list.currentIndex = root.viewModel.sidebar.neighbour(-1, 1);
             }
+            onCountChanged: {
+                if (list.isAwaitingSelection)
+                    list.showSelection();
+            }
             onCurrentIndexChanged: scroll.reveal(list.currentIndex)
 
             Connections {
-                function onIsLoadingSidebarChanged() {
-                    if (!root.viewModel.isLoadingSidebar)
-                        list.isAwaitingSelection = false;
-                }
-
                 function onSidebarSelectionChanged() {
                     list.showSelection();
                 }
 
                 target: root.viewModel
-            }
-            Connections {
-                // The list itself has yet to take the rows.
-                function onRowsInserted() {
-                    if (list.isAwaitingSelection)
-                        Qt.callLater(list.showSelection);
-                }
-
-                target: root.viewModel.sidebar
             }
         }
     }

@@ -46,14 +46,14 @@ T.ItemDelegate {
 
     background: Item {
         Rectangle {
-            anchors.fill: selection
+            anchors.fill: parent
+            anchors.leftMargin: 8
+            anchors.rightMargin: 8
             color: Theme.hover
             radius: 7
             visible: root.hovered && !root.isSelected
         }
         SelectedRowMark {
-            id: selection
-
             anchors.fill: parent
             anchors.leftMargin: 8
             anchors.rightMargin: 8

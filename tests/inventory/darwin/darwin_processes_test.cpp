@@ -6,7 +6,6 @@
 #include "inventory/port_scanner.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace zenlot {
 namespace {

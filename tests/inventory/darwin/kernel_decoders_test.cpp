@@ -3,7 +3,6 @@
 #include "inventory/darwin/tcp_pcb_list.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <random>
 
@@ -11,22 +10,10 @@ namespace zenlot {
 namespace {
 
 using namespace test;
-using testing::ElementsAre;
 using testing::Optional;
 using testing::SizeIs;
-using enum AddressFamily;
 
 using NoEntries = std::vector<TcpTableEntry>;
-
-TEST(TcpPcbListTest, EntryLengthDecidesWhichFieldsAreRead) {
-    for (const std::uint32_t length : {25U, 184U, 185U, 256U, 257U, 8191U}) {
-        const TcpTableEntry expected{443, 0x1234, length > 184 ? ipv6 : ipv4,
-                                     length > 256 ? 502U : 777U};
-        const Bytes entry = tableEntry({.localPort = 443, .length = length, .foreignPort = 0x1234});
-        EXPECT_THAT(decodeTcpPcbList(joined({tableHead(4), entry}), 777),
-                    Optional(ElementsAre(expected)));
-    }
-}
 
 TEST(TcpPcbListTest, AnImpossibleLengthEndsTheTable) {
     const Bytes first = joined({tableHead(), tableEntry({})});

@@ -5,9 +5,6 @@
 #include "support/temporary_folder.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <sys/wait.h>
 
 #include <filesystem>
 #include <optional>
@@ -79,23 +76,6 @@ TEST_P(ConnectionsTest, AreListedInTheOrderOfDescriptors) {
 
 INSTANTIATE_TEST_SUITE_P(BothWays, ConnectionsTest, testing::Bool());
 
-TEST(LinuxProcessInspectorTest, ZombieHasAParentAndAStateAndAnExitedProcessNothing) {
-    const LinuxProcessInspector inspector;
-    const ProcessId child = ::fork();
-    if (child == 0)
-        ::_exit(0);
-    siginfo_t end{};
-    ASSERT_EQ(::waitid(P_PID, static_cast<id_t>(child), &end, WEXITED | WNOWAIT), 0);
-    const ProcessFacts zombie = inspector.inspect(child);
-    ::waitpid(child, nullptr, 0);
-    ASSERT_TRUE(zombie.task);
-    EXPECT_EQ(zombie.task->parentPid, ::getpid());
-    EXPECT_EQ(zombie.task->state, ProcessState::zombie);
-    EXPECT_EQ(zombie.task->residentBytes, 0U);
-    EXPECT_GT(zombie.task->startTime, std::chrono::seconds(0));
-    EXPECT_EQ(inspector.inspect(child), ProcessFacts());
-}
-
 TEST(LinuxProcessInspectorTest, ReadsACopyOfProc) {
     const TemporaryFolder folder;
     folder.write("7/stat", "7 (a) S 3 5 6 7 8 9 1 1 1 1 250 50 1 1 1 1 1 1 1000 1 1\n");
@@ -122,6 +102,7 @@ TEST(LinuxProcessInspectorTest, ReadsACopyOfProc) {
                       "p\uFFFD",
                       3,
                       {{AddressFamily::ipv6, TcpState::established, 80, 0xC000}}}));
+    EXPECT_EQ(inspector.inspect(8), ProcessFacts());
     EXPECT_EQ(inspector.physicalMemoryBytes(), 2048U * 1024);
 }
 

@@ -1,13 +1,11 @@
 #include "inventory/linux/fake_netlink_transport.h"
 #include "inventory/linux/linux_process_tables.h"
-#include "inventory/linux/listening_sockets.h"
-#include "inventory/linux/processors.h"
+#include "inventory/linux/listening_socket_reader.h"
 #include "inventory/port_scanner.h"
 #include "support/connection.h"
 #include "support/temporary_folder.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <sched.h>
 #include <sys/wait.h>
@@ -153,46 +151,6 @@ TEST_F(ListenersOnlyTest, NothingIsBoundWhereNothingListens) {
     if (WEXITSTATUS(status) == 2)
         GTEST_SKIP() << "no network namespace may be made here";
     EXPECT_EQ(WEXITSTATUS(status), 0);
-}
-
-TEST(ProcessorsTest, TheSmallestQuotaCounts) {
-    using Files = std::vector<std::pair<const char*, const char*>>;
-    const std::tuple<const char*, Files, std::optional<unsigned>> cases[] = {
-        {"no groups", {}, {}},
-        {"own group, rounded up",
-         {{"proc/self/cgroup", "0::/a/b\n"}, {"sys/fs/cgroup/a/b/cpu.max", "150000 100000\n"}},
-         2},
-        {"a group around it",
-         {{"proc/self/cgroup", "0::/a/b/c\n"},
-          {"sys/fs/cgroup/a/cpu.max", "300000 100000\n"},
-          {"sys/fs/cgroup/a/b/cpu.max", "max 100000\n"},
-          {"sys/fs/cgroup/a/b/c/cpu.max", "400000 100000\n"}},
-         3},
-        {"two hierarchies",
-         {{"proc/self/cgroup", "5:cpuset:/x\n4:cpu,cpuacct:/a\n0::/b\n"},
-          {"sys/fs/cgroup/cpuset/x/cpu.cfs_quota_us", "100000"},
-          {"sys/fs/cgroup/cpuset/x/cpu.cfs_period_us", "100000"},
-          {"sys/fs/cgroup/cpu,cpuacct/a/cpu.cfs_quota_us", "-1\n"},
-          {"sys/fs/cgroup/cpu,cpuacct/a/cpu.cfs_period_us", "100000\n"},
-          {"sys/fs/cgroup/cpu,cpuacct/cpu.cfs_quota_us", "400000\n"},
-          {"sys/fs/cgroup/cpu,cpuacct/cpu.cfs_period_us", "200000\n"},
-          {"sys/fs/cgroup/unified/b/cpu.max", "900000 100000\n"}},
-         2},
-        {"nonsense",
-         {{"proc/self/cgroup", "0:\nx\n\n0::/../a\n"},
-          {"sys/fs/cgroup/cpu.max", "1 0\n"},
-          {"sys/fs/cgroup/a/cpu.max", "-5 x\n"}},
-         {}},
-    };
-    for (const auto& [name, files, expected] : cases) {
-        const TemporaryFolder folder;
-        for (const auto& [file, content] : files)
-            folder.write(file, content);
-        EXPECT_EQ(processorQuota(folder.path().string()), expected) << name;
-        const unsigned available = availableProcessors(folder.path().string());
-        EXPECT_GE(available, 1U) << name;
-        EXPECT_LE(available, expected.value_or(8)) << name;
-    }
 }
 
 } // namespace

@@ -37,7 +37,7 @@ TEST_F(AutostartAppServiceTest, RespectsWhatTheUserAndTheDesktopWrote) {
     const std::string rest = "X-A=1\n\n#Hidden=true\n[Other]\nHidden=true";
     const std::tuple<std::string, AppServiceStatus, std::string> cases[] = {
         {own + "Hidden=true\nHidden=false\n", enabled, own + "Hidden=true\nHidden=false\n"},
-        {"# \xff\n" + kGroup + "Hidden = true \r\n" + rest, requiresApproval,
+        {"# \xff\n" + kGroup + "Hidden = 1 \r\n" + rest, requiresApproval,
          "# \xff\n" + kGroup + kKeys + kOn + rest},
         {kGroup + kKeys + "X-GNOME-Autostart-enabled=false\n" + rest, requiresApproval,
          kGroup + kOn + kKeys + rest},

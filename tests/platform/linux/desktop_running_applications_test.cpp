@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <thread>
 #include <vector>
 
 namespace zenlot {
@@ -92,21 +91,6 @@ TEST_F(DesktopRunningApplicationsTest, FollowsWhatIsInstalledAndRemoved) {
     EXPECT_EQ(applicationOf(u"bin/python"_s), u"none"_s);
     ASSERT_TRUE(QFile::remove(folder_.path(u"home/applications/vendor-snake.desktop"_s)));
     EXPECT_EQ(applicationOf(u"bin/python"_s), u"vendor-snake new"_s);
-}
-
-TEST_F(DesktopRunningApplicationsTest, AnswersSeveralThreads) {
-    const QString expected = applicationOf(u"opt/editor/editor-2"_s);
-    std::vector<std::jthread> threads;
-    threads.reserve(4);
-    for (int i = 0; i < 4; ++i) {
-        threads.emplace_back([&, i] {
-            for (int round = 0; round < 50; ++round) {
-                if (i == 0)
-                    entry(u"more-%1"_s.arg(round), "Exec=shell\n");
-                EXPECT_EQ(applications_.applicationWithPid(pid_)->iconName, u"pen"_s);
-            }
-        });
-    }
 }
 
 } // namespace

@@ -41,6 +41,8 @@ TEST_F(JsonUserDefaultsTest, KeepsWhatIsStoredLikeTheFake) {
         defaults->set(kKey, true);
         EXPECT_TRUE(defaults->boolean(kKey));
     }
+    EXPECT_EQ(std::filesystem::status(folder_.path() / "app").permissions(),
+              std::filesystem::perms::owner_all);
 }
 
 TEST_F(JsonUserDefaultsTest, ReadsWhateverOthersWrote) {

@@ -99,15 +99,17 @@ TEST_F(SessionBusTest, OtherStartsAndDesktopsReachTheFirst) {
 
     for (const auto& [name, argument] : {std::pair(u"quit"_s, QVariant(3000LL)),
                                          {u"check-port"_s, u"x"_s},
-                                         {u"check-port"_s, QVariant(3000LL)}}) {
+                                         {u"check-port"_s, QVariant(3000LL)},
+                                         {u"settings"_s, QVariant(0)}}) {
         auto act =
             QDBusMessage::createMethodCall(kApplicationName, kApplicationPath,
                                            u"org.freedesktop.Application"_s, u"ActivateAction"_s);
         act << name << QVariantList{argument} << QVariantMap();
         desktop.connection().send(act);
     }
-    EXPECT_TRUE(waitFor([this] { return requests.size() == 5; }));
+    EXPECT_TRUE(waitFor([this] { return requests.size() == 6; }));
     EXPECT_EQ(requests[4], Request({u"3000"_s}, {}));
+    EXPECT_EQ(requests[5], Request({QString(kSettingsUri)}, {}));
 }
 
 TEST_F(SessionBusTest, FirstThatHangsOrDiesKeepsNobodyWaiting) {

@@ -65,13 +65,16 @@ TEST_F(SettingsViewTest, SaysWhetherTheSystemTellsOfRefusedPorts) {
     const TemporaryFolder folder;
     const QString socket = QString::fromStdString((folder.path() / "binds").string());
     SettingsViewModel other(settings, installer, openLoginItems, nullptr, socket);
-    other.lookForBindwatch();
-    EXPECT_FALSE(other.hasBindwatch());
     QSignalSpy changed(&other, &SettingsViewModel::hasBindwatchChanged);
-    folder.write("binds", "");
-    other.lookForBindwatch();
-    EXPECT_TRUE(other.hasBindwatch());
-    EXPECT_EQ(changed.size(), 1);
+    for (const bool isThere : {true, false}) {
+        if (isThere)
+            folder.write("binds", "");
+        else
+            std::filesystem::remove(folder.path() / "binds");
+        other.lookForBindwatch();
+        EXPECT_TRUE(waitFor([&] { return other.hasBindwatch() == isThere; }));
+    }
+    EXPECT_EQ(changed.size(), 2);
 
     choose(u"Port Monitoring"_s);
     auto* line = view.findChild<QQuickItem*>(u"bindwatchLine"_s);

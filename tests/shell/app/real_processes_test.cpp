@@ -66,7 +66,10 @@ class Program : SampleAlerts<LinuxProcessTables, LinuxProcessPinner> {
     }
 
     // What the user may then say.
-    void endInWindow() { model.confirmForceQuit(); }
+    void endInWindow() {
+        model.setPortInput(u"1"_s); // what is selected by now was not asked about
+        model.confirmForceQuit();
+    }
     void endInAlert() {
         center.respond(center.requests.back(), PortNotificationManager::killActionID);
     }

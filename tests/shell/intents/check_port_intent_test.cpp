@@ -56,6 +56,7 @@ TEST(PortQueryTest, KnowsWhatIsAboutPorts) {
         {"ports 3000", std::nullopt},
         {"port", std::nullopt},
         {":-1", std::nullopt},
+        {":+80", std::nullopt},
         {"port 1234567890123456789012", std::nullopt},
         {"\xD9\xA3\xD9\xA0", std::nullopt},
         {"", std::nullopt},

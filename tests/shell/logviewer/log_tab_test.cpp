@@ -1,4 +1,4 @@
-#include "shell/logviewer/log_line.h"
+#include "shell/logviewer/coloured_line.h"
 #include "shell/logviewer/log_tab_view_model.h"
 #include "support/model_operations.h"
 #include "support/qt_temporary_folder.h"

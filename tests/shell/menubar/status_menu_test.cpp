@@ -6,7 +6,6 @@
 #include <QScreen>
 #include <QTest>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace zenlot {
 namespace {

@@ -13,21 +13,6 @@ using namespace Qt::StringLiterals;
 
 const QString kFixture = QStringLiteral(ZENLOT_TEST_FOLDER "/red_then_blue.mov");
 
-TEST(TopAlignedPlayerViewTest, VideoIsAsWideAsTheViewAtItsUpperEdge) {
-    const struct {
-        QSizeF view;
-        QSize video;
-        QRectF expected;
-    } cases[] = {
-        {{440, 150}, {880, 300}, {0, 0, 440, 150}},
-        {{440, 150}, {880, 100}, {0, 0, 440, 50}},
-        {{320, 100}, {}, {0, 0, 320, 180}},
-        {{320, -1}, {64, 32}, {}},
-    };
-    for (const auto& [view, video, expected] : cases)
-        EXPECT_EQ(topAlignedVideoRect(view, video), expected) << view.width() << video.width();
-}
-
 class LoopingVideoViewTest : public testing::Test {
   protected:
     LoopingVideoViewTest() {

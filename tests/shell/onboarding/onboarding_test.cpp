@@ -102,9 +102,6 @@ TEST_F(OnboardingTest, NothingIsLeftToEnableWhenTheMonitorIs) {
     const QQuickItem* pages = window()->contentItem()->childItems().value(0);
     ASSERT_TRUE(waitFor([&] { return pages->property("position").toDouble() == 1; }));
     EXPECT_TRUE(video->isVisible());
-    const auto picture = [&] { return window()->grabWindow().copy(0, 28, 440, 150); };
-    const QImage first = picture();
-    EXPECT_TRUE(waitFor([&] { return picture() != first; })) << "frames change";
 
     ASSERT_TRUE(comesToFocus(u"Folytatás"_s));
     press(Qt::Key_Return);

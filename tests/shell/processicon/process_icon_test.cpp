@@ -30,19 +30,6 @@ TEST(ProcessIconRulesTest, RuntimesAreToldByTheirName) {
         EXPECT_FALSE(isDevRuntime(path)) << path.toStdString();
 }
 
-TEST(ProcessIconRulesTest, TheOutermostBundleCounts) {
-    const std::vector<std::pair<QString, QString>> cases{
-        {u"/Applications/Outer.app/Contents/Library/Inner.app/Contents/MacOS/inner"_s,
-         u"/Applications/Outer.app"_s},
-        {u"//a//B.app//c/"_s, u"/a/B.app"_s},
-        {u"rel/B.app/c"_s, u"rel/B.app"_s},
-        {u"B.app/c"_s, u"none"_s},
-        {u"/a/B.APP/c.apps/d"_s, u"none"_s},
-        {u""_s, u"none"_s}};
-    for (const auto& [path, bundle] : cases)
-        EXPECT_EQ(outermostAppBundle(path).value_or(u"none"_s), bundle) << path.toStdString();
-}
-
 // A window with one icon, whose square is of one colour.
 class ProcessIconViewTest : public testing::Test {
   protected:

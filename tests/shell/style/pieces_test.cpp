@@ -33,21 +33,6 @@ class PiecesTest : public ViewTest {
     QVariant value(const char* name) const { return view.rootObject()->property(name); }
 };
 
-TEST_F(PiecesTest, ButtonsAreClickedWithSpaceAndReturnUnlessDisabled) {
-    show("property int clicks: 0;"
-         "GlassButton { id: glass; focus: true; text: 'Glass'; onClicked: ++root.clicks;"
-         "    KeyNavigation.tab: icon }"
-         "IconButton { id: icon; y: 100; symbol: 'plus'; text: 'Add'; onClicked: root.clicks += 10;"
-         "    enabled: root.clicks < 30 }");
-    press(Qt::Key_Space);
-    press(Qt::Key_Return);
-    EXPECT_EQ(value("clicks").toInt(), 2);
-    press(Qt::Key_Tab);
-    for (int time = 0; time < 4; ++time)
-        press(Qt::Key_Return);
-    EXPECT_EQ(value("clicks").toInt(), 32);
-}
-
 TEST_F(PiecesTest, DialogIsAnsweredWithTheKeyboard) {
     show("property string answer; property alias opened: dialog.opened;"
          "property alias back: opener.activeFocus; property alias tall: dialog.height;"
@@ -69,24 +54,6 @@ TEST_F(PiecesTest, DialogIsAnsweredWithTheKeyboard) {
         EXPECT_EQ(value("answer").toString(), QLatin1String(answer));
         EXPECT_TRUE(waitFor([&] { return value("back").toBool(); }));
     }
-}
-
-TEST_F(PiecesTest, MenuIsWalkedWithTheKeyboardAndAsWideAsItsItems) {
-    show("property string chosen; property alias opened: menu.opened;"
-         "property real spare: menu.width - item.implicitWidth;"
-         "GlassButton { focus: true; text: 'Menu'; onClicked: menu.open() }"
-         "StyleMenu { id: menu;"
-         "    StyleMenuItem { text: 'Copy Port'; onTriggered: root.chosen += 'port' }"
-         "    StyleMenuSeparator {}"
-         "    StyleMenuItem { id: item; text: 'Something with quite a long name'; symbol: 'trash';"
-         "        keys: 'Del'; onTriggered: root.chosen += 'long' } }");
-    press(Qt::Key_Return);
-    ASSERT_TRUE(waitFor([&] { return value("opened").toBool(); }));
-    EXPECT_GE(value("spare").toDouble(), 0);
-    press(Qt::Key_Down);
-    press(Qt::Key_Down);
-    press(Qt::Key_Return);
-    EXPECT_EQ(value("chosen").toString(), u"long"_s);
 }
 
 TEST_F(PiecesTest, SymbolsTakeTheirColorAndDoNotOutliveTheirName) {

@@ -1,6 +1,6 @@
 #include "platform/linux/windowsystem/portal_global_shortcut.h"
 
-#include "platform/linux/bus_call.h"
+#include "platform/bus_call.h"
 #include "platform/linux/bus_name_owner.h"
 #include "platform/linux/session_bus.h"
 #include "platform/linux/windowsystem/activation_acceptance.h"

@@ -8,7 +8,6 @@
 #include <QTest>
 #include <QThread>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <atomic>
 #include <mutex>

@@ -6,7 +6,6 @@
 #include <QTest>
 #include <QWindow>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <xcb/xcb.h>
 

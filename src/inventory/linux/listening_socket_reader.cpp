@@ -1,4 +1,4 @@
-#include "inventory/linux/listening_sockets.h"
+#include "inventory/linux/listening_socket_reader.h"
 
 #include "inventory/linux/proc_net_tcp.h"
 #include "inventory/linux/sock_diag.h"

@@ -1,4 +1,4 @@
-#include "shell/logviewer/log_line.h"
+#include "shell/logviewer/coloured_line.h"
 
 #include <QByteArray>
 
