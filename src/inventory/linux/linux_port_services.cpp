@@ -1,6 +1,6 @@
 #include "inventory/linux/linux_port_services.h"
 
-#include "inventory/linux/listening_sockets.h"
+#include "inventory/linux/listening_socket_reader.h"
 #include "inventory/process_names.h"
 
 #include <utility>

@@ -1,6 +1,6 @@
 #include "platform/linux/desktop_motion.h"
 
-#include "platform/linux/bus_call.h"
+#include "platform/bus_call.h"
 #include "platform/linux/session_bus.h"
 
 #include <QDBusMessage>
