@@ -10,8 +10,8 @@
 #include "probe.h"
 #include "settings/app_log.h"
 #include "shell/app/zenlot_app.h"
-#include "shell/style/renderer.h"
 #include "shell/logviewer/log_tab_view_model.h"
+#include "shell/style/renderer.h"
 
 #include <QApplication>
 #include <QDir>
