@@ -11,6 +11,7 @@
 #include "settings/app_log.h"
 #include "shell/app/zenlot_app.h"
 #include "shell/logviewer/log_tab_view_model.h"
+#include "shell/style/renderer.h"
 
 #include <QApplication>
 #include <QDir>
@@ -348,6 +349,7 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("zenlot"));
     QQuickStyle::setStyle(QStringLiteral("Fusion"));
+    zenlot::chooseRenderer();
     QApplication::setQuitOnLastWindowClosed(false);
     qputenv("QT_MEDIA_BACKEND", "ffmpeg");
     const QStringList arguments = QApplication::arguments();

@@ -72,6 +72,10 @@
         <source>Port lookup in %1</source>
         <translation>Portsuche in %1</translation>
     </message>
+    <message>
+        <source>Unknown</source>
+        <translation>Unbekannt</translation>
+    </message>
 </context>
 <context>
     <name>CollapsibleSection</name>
@@ -113,14 +117,6 @@
 <context>
     <name>ContentView</name>
     <message>
-        <source>Force Quit</source>
-        <translation>Sofort beenden</translation>
-    </message>
-    <message>
-        <source>Force-quit selected process</source>
-        <translation>Ausgewählten Prozess sofort beenden</translation>
-    </message>
-    <message>
         <source>Toggle Inspector</source>
         <translation>Inspektor ein-/ausblenden</translation>
     </message>
@@ -131,6 +127,10 @@
     <message>
         <source>Force Quit Process?</source>
         <translation>Prozess sofort beenden?</translation>
+    </message>
+    <message>
+        <source>Inspector</source>
+        <translation>Inspektor</translation>
     </message>
 </context>
 <context>
@@ -169,6 +169,17 @@
     <message>
         <source>Ignored processes</source>
         <translation>Ignorierte Prozesse</translation>
+    </message>
+</context>
+<context>
+    <name>ForceQuitButton</name>
+    <message>
+        <source>Force Quit</source>
+        <translation>Sofort beenden</translation>
+    </message>
+    <message>
+        <source>Force-quit selected process</source>
+        <translation>Ausgewählten Prozess sofort beenden</translation>
     </message>
 </context>
 <context>
@@ -314,6 +325,14 @@
         <source>Copy Path</source>
         <translation>Pfad kopieren</translation>
     </message>
+    <message>
+        <source>Show Details</source>
+        <translation>Details anzeigen</translation>
+    </message>
+    <message>
+        <source>Force Quit…</source>
+        <translation>Sofort beenden …</translation>
+    </message>
 </context>
 <context>
     <name>PortField</name>
@@ -438,6 +457,17 @@
     <message>
         <source>Listening ports</source>
         <translation>Offene Ports</translation>
+    </message>
+</context>
+<context>
+    <name>SidebarRow</name>
+    <message>
+        <source>open</source>
+        <translation>geöffnet</translation>
+    </message>
+    <message>
+        <source>closed</source>
+        <translation>geschlossen</translation>
     </message>
 </context>
 <context>
@@ -677,6 +707,14 @@
         <source>%1 (PID %2) started listening on port %3</source>
         <translation>%1 (PID %2) lauscht jetzt an Port %3</translation>
     </message>
+    <message>
+        <source>%1 is blocking port %2</source>
+        <translation>%1 blockiert Port %2</translation>
+    </message>
+    <message>
+        <source>%1 started listening on port %2</source>
+        <translation>%1 lauscht jetzt an Port %2</translation>
+    </message>
 </context>
 <context>
     <name>zenlot::ProcessDetailViewModel</name>
@@ -725,10 +763,6 @@
         <translation>Flags</translation>
     </message>
     <message>
-        <source>CPU</source>
-        <translation>CPU</translation>
-    </message>
-    <message>
         <source>Memory</source>
         <translation>Speicher</translation>
     </message>
@@ -755,6 +789,10 @@
     <message>
         <source>Build</source>
         <translation>Build</translation>
+    </message>
+    <message>
+        <source>Average CPU</source>
+        <translation>CPU im Mittel</translation>
     </message>
 </context>
 <context>

@@ -72,6 +72,10 @@
         <source>Port lookup in %1</source>
         <translation>Búsqueda de puerto en %1</translation>
     </message>
+    <message>
+        <source>Unknown</source>
+        <translation>Desconocido</translation>
+    </message>
 </context>
 <context>
     <name>CollapsibleSection</name>
@@ -113,14 +117,6 @@
 <context>
     <name>ContentView</name>
     <message>
-        <source>Force Quit</source>
-        <translation>Forzar salida</translation>
-    </message>
-    <message>
-        <source>Force-quit selected process</source>
-        <translation>Forzar la salida del proceso seleccionado</translation>
-    </message>
-    <message>
         <source>Toggle Inspector</source>
         <translation>Mostrar u ocultar el inspector</translation>
     </message>
@@ -131,6 +127,10 @@
     <message>
         <source>Force Quit Process?</source>
         <translation>¿Forzar la salida del proceso?</translation>
+    </message>
+    <message>
+        <source>Inspector</source>
+        <translation>Inspector</translation>
     </message>
 </context>
 <context>
@@ -169,6 +169,17 @@
     <message>
         <source>Ignored processes</source>
         <translation>Procesos ignorados</translation>
+    </message>
+</context>
+<context>
+    <name>ForceQuitButton</name>
+    <message>
+        <source>Force Quit</source>
+        <translation>Forzar salida</translation>
+    </message>
+    <message>
+        <source>Force-quit selected process</source>
+        <translation>Forzar la salida del proceso seleccionado</translation>
     </message>
 </context>
 <context>
@@ -314,6 +325,14 @@
         <source>Copy Path</source>
         <translation>Copiar ruta</translation>
     </message>
+    <message>
+        <source>Show Details</source>
+        <translation>Mostrar detalles</translation>
+    </message>
+    <message>
+        <source>Force Quit…</source>
+        <translation>Forzar salida…</translation>
+    </message>
 </context>
 <context>
     <name>PortField</name>
@@ -438,6 +457,17 @@
     <message>
         <source>Listening ports</source>
         <translation>Puertos a la escucha</translation>
+    </message>
+</context>
+<context>
+    <name>SidebarRow</name>
+    <message>
+        <source>open</source>
+        <translation>abierta</translation>
+    </message>
+    <message>
+        <source>closed</source>
+        <translation>cerrada</translation>
     </message>
 </context>
 <context>
@@ -677,6 +707,14 @@
         <source>%1 (PID %2) started listening on port %3</source>
         <translation>%1 (PID %2) ha empezado a escuchar en el puerto %3</translation>
     </message>
+    <message>
+        <source>%1 is blocking port %2</source>
+        <translation>%1 está bloqueando el puerto %2</translation>
+    </message>
+    <message>
+        <source>%1 started listening on port %2</source>
+        <translation>%1 ha empezado a escuchar en el puerto %2</translation>
+    </message>
 </context>
 <context>
     <name>zenlot::ProcessDetailViewModel</name>
@@ -725,10 +763,6 @@
         <translation>Indicadores</translation>
     </message>
     <message>
-        <source>CPU</source>
-        <translation>CPU</translation>
-    </message>
-    <message>
         <source>Memory</source>
         <translation>Memoria</translation>
     </message>
@@ -755,6 +789,10 @@
     <message>
         <source>Build</source>
         <translation>Compilación</translation>
+    </message>
+    <message>
+        <source>Average CPU</source>
+        <translation>CPU media</translation>
     </message>
 </context>
 <context>

@@ -72,6 +72,10 @@
         <source>Port lookup in %1</source>
         <translation>Recherche de port dans %1</translation>
     </message>
+    <message>
+        <source>Unknown</source>
+        <translation>Inconnu</translation>
+    </message>
 </context>
 <context>
     <name>CollapsibleSection</name>
@@ -113,14 +117,6 @@
 <context>
     <name>ContentView</name>
     <message>
-        <source>Force Quit</source>
-        <translation>Forcer à quitter</translation>
-    </message>
-    <message>
-        <source>Force-quit selected process</source>
-        <translation>Forcer le processus sélectionné à quitter</translation>
-    </message>
-    <message>
         <source>Toggle Inspector</source>
         <translation>Afficher/masquer l’inspecteur</translation>
     </message>
@@ -131,6 +127,10 @@
     <message>
         <source>Force Quit Process?</source>
         <translation>Forcer le processus à quitter&#xa0;?</translation>
+    </message>
+    <message>
+        <source>Inspector</source>
+        <translation>Inspecteur</translation>
     </message>
 </context>
 <context>
@@ -169,6 +169,17 @@
     <message>
         <source>Ignored processes</source>
         <translation>Processus ignorés</translation>
+    </message>
+</context>
+<context>
+    <name>ForceQuitButton</name>
+    <message>
+        <source>Force Quit</source>
+        <translation>Forcer à quitter</translation>
+    </message>
+    <message>
+        <source>Force-quit selected process</source>
+        <translation>Forcer le processus sélectionné à quitter</translation>
     </message>
 </context>
 <context>
@@ -314,6 +325,14 @@
         <source>Copy Path</source>
         <translation>Copier le chemin</translation>
     </message>
+    <message>
+        <source>Show Details</source>
+        <translation>Afficher les détails</translation>
+    </message>
+    <message>
+        <source>Force Quit…</source>
+        <translation>Forcer à quitter…</translation>
+    </message>
 </context>
 <context>
     <name>PortField</name>
@@ -438,6 +457,17 @@
     <message>
         <source>Listening ports</source>
         <translation>Ports à l’écoute</translation>
+    </message>
+</context>
+<context>
+    <name>SidebarRow</name>
+    <message>
+        <source>open</source>
+        <translation>ouvert</translation>
+    </message>
+    <message>
+        <source>closed</source>
+        <translation>fermé</translation>
     </message>
 </context>
 <context>
@@ -677,6 +707,14 @@
         <source>%1 (PID %2) started listening on port %3</source>
         <translation>%1 (PID %2) s’est mis à l’écoute du port %3</translation>
     </message>
+    <message>
+        <source>%1 is blocking port %2</source>
+        <translation>%1 bloque le port %2</translation>
+    </message>
+    <message>
+        <source>%1 started listening on port %2</source>
+        <translation>%1 s’est mis à l’écoute du port %2</translation>
+    </message>
 </context>
 <context>
     <name>zenlot::ProcessDetailViewModel</name>
@@ -725,10 +763,6 @@
         <translation>Indicateurs</translation>
     </message>
     <message>
-        <source>CPU</source>
-        <translation>CPU</translation>
-    </message>
-    <message>
         <source>Memory</source>
         <translation>Mémoire</translation>
     </message>
@@ -755,6 +789,10 @@
     <message>
         <source>Build</source>
         <translation>Build</translation>
+    </message>
+    <message>
+        <source>Average CPU</source>
+        <translation>CPU moyen</translation>
     </message>
 </context>
 <context>

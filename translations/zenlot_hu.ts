@@ -72,6 +72,10 @@
         <source>Port lookup in %1</source>
         <translation>Portkeresés itt: %1</translation>
     </message>
+    <message>
+        <source>Unknown</source>
+        <translation>Ismeretlen</translation>
+    </message>
 </context>
 <context>
     <name>CollapsibleSection</name>
@@ -113,14 +117,6 @@
 <context>
     <name>ContentView</name>
     <message>
-        <source>Force Quit</source>
-        <translation>Kényszerített kilépés</translation>
-    </message>
-    <message>
-        <source>Force-quit selected process</source>
-        <translation>A kijelölt folyamat kényszerített bezárása</translation>
-    </message>
-    <message>
         <source>Toggle Inspector</source>
         <translation>Infóablak be/ki</translation>
     </message>
@@ -131,6 +127,10 @@
     <message>
         <source>Force Quit Process?</source>
         <translation>Kényszeríti a folyamat bezárását?</translation>
+    </message>
+    <message>
+        <source>Inspector</source>
+        <translation>Infóablak</translation>
     </message>
 </context>
 <context>
@@ -169,6 +169,17 @@
     <message>
         <source>Ignored processes</source>
         <translation>Figyelmen kívül hagyott folyamatok</translation>
+    </message>
+</context>
+<context>
+    <name>ForceQuitButton</name>
+    <message>
+        <source>Force Quit</source>
+        <translation>Kényszerített kilépés</translation>
+    </message>
+    <message>
+        <source>Force-quit selected process</source>
+        <translation>A kijelölt folyamat kényszerített bezárása</translation>
     </message>
 </context>
 <context>
@@ -314,6 +325,14 @@
         <source>Copy Path</source>
         <translation>Útvonal másolása</translation>
     </message>
+    <message>
+        <source>Show Details</source>
+        <translation>Részletek megjelenítése</translation>
+    </message>
+    <message>
+        <source>Force Quit…</source>
+        <translation>Kényszerített kilépés…</translation>
+    </message>
 </context>
 <context>
     <name>PortField</name>
@@ -438,6 +457,17 @@
     <message>
         <source>Listening ports</source>
         <translation>Figyelő portok</translation>
+    </message>
+</context>
+<context>
+    <name>SidebarRow</name>
+    <message>
+        <source>open</source>
+        <translation>nyitva</translation>
+    </message>
+    <message>
+        <source>closed</source>
+        <translation>zárva</translation>
     </message>
 </context>
 <context>
@@ -677,6 +707,14 @@
         <source>%1 (PID %2) started listening on port %3</source>
         <translation>%1 (PID %2) figyelni kezdett a(z) %3. porton</translation>
     </message>
+    <message>
+        <source>%1 is blocking port %2</source>
+        <translation>%1 blokkolja a(z) %2. portot</translation>
+    </message>
+    <message>
+        <source>%1 started listening on port %2</source>
+        <translation>%1 figyelni kezdett a(z) %2. porton</translation>
+    </message>
 </context>
 <context>
     <name>zenlot::ProcessDetailViewModel</name>
@@ -725,10 +763,6 @@
         <translation>Jelzők</translation>
     </message>
     <message>
-        <source>CPU</source>
-        <translation>CPU</translation>
-    </message>
-    <message>
         <source>Memory</source>
         <translation>Memória</translation>
     </message>
@@ -755,6 +789,10 @@
     <message>
         <source>Build</source>
         <translation>Build</translation>
+    </message>
+    <message>
+        <source>Average CPU</source>
+        <translation>Átlagos CPU</translation>
     </message>
 </context>
 <context>

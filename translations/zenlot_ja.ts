@@ -72,6 +72,10 @@
         <source>Port lookup in %1</source>
         <translation>%1でポートを検索</translation>
     </message>
+    <message>
+        <source>Unknown</source>
+        <translation>不明</translation>
+    </message>
 </context>
 <context>
     <name>CollapsibleSection</name>
@@ -113,14 +117,6 @@
 <context>
     <name>ContentView</name>
     <message>
-        <source>Force Quit</source>
-        <translation>強制終了</translation>
-    </message>
-    <message>
-        <source>Force-quit selected process</source>
-        <translation>選択したプロセスを強制終了</translation>
-    </message>
-    <message>
         <source>Toggle Inspector</source>
         <translation>インスペクタを表示/非表示</translation>
     </message>
@@ -131,6 +127,10 @@
     <message>
         <source>Force Quit Process?</source>
         <translation>プロセスを強制終了しますか？</translation>
+    </message>
+    <message>
+        <source>Inspector</source>
+        <translation>インスペクタ</translation>
     </message>
 </context>
 <context>
@@ -169,6 +169,17 @@
     <message>
         <source>Ignored processes</source>
         <translation>無視するプロセス</translation>
+    </message>
+</context>
+<context>
+    <name>ForceQuitButton</name>
+    <message>
+        <source>Force Quit</source>
+        <translation>強制終了</translation>
+    </message>
+    <message>
+        <source>Force-quit selected process</source>
+        <translation>選択したプロセスを強制終了</translation>
     </message>
 </context>
 <context>
@@ -314,6 +325,14 @@
         <source>Copy Path</source>
         <translation>パスをコピー</translation>
     </message>
+    <message>
+        <source>Show Details</source>
+        <translation>詳細を表示</translation>
+    </message>
+    <message>
+        <source>Force Quit…</source>
+        <translation>強制終了…</translation>
+    </message>
 </context>
 <context>
     <name>PortField</name>
@@ -438,6 +457,17 @@
     <message>
         <source>Listening ports</source>
         <translation>待ち受け中のポート</translation>
+    </message>
+</context>
+<context>
+    <name>SidebarRow</name>
+    <message>
+        <source>open</source>
+        <translation>開いています</translation>
+    </message>
+    <message>
+        <source>closed</source>
+        <translation>閉じています</translation>
     </message>
 </context>
 <context>
@@ -677,6 +707,14 @@
         <source>%1 (PID %2) started listening on port %3</source>
         <translation>%1（PID %2）がポート%3で待ち受けを開始しました</translation>
     </message>
+    <message>
+        <source>%1 is blocking port %2</source>
+        <translation>%1がポート%2をブロックしています</translation>
+    </message>
+    <message>
+        <source>%1 started listening on port %2</source>
+        <translation>%1がポート%2で待ち受けを開始しました</translation>
+    </message>
 </context>
 <context>
     <name>zenlot::ProcessDetailViewModel</name>
@@ -725,10 +763,6 @@
         <translation>フラグ</translation>
     </message>
     <message>
-        <source>CPU</source>
-        <translation>CPU</translation>
-    </message>
-    <message>
         <source>Memory</source>
         <translation>メモリ</translation>
     </message>
@@ -755,6 +789,10 @@
     <message>
         <source>Build</source>
         <translation>ビルド</translation>
+    </message>
+    <message>
+        <source>Average CPU</source>
+        <translation>平均CPU</translation>
     </message>
 </context>
 <context>

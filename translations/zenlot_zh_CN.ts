@@ -72,6 +72,10 @@
         <source>Port lookup in %1</source>
         <translation>在 %1 中查询端口</translation>
     </message>
+    <message>
+        <source>Unknown</source>
+        <translation>未知</translation>
+    </message>
 </context>
 <context>
     <name>CollapsibleSection</name>
@@ -113,14 +117,6 @@
 <context>
     <name>ContentView</name>
     <message>
-        <source>Force Quit</source>
-        <translation>强制退出</translation>
-    </message>
-    <message>
-        <source>Force-quit selected process</source>
-        <translation>强制退出所选进程</translation>
-    </message>
-    <message>
         <source>Toggle Inspector</source>
         <translation>显示/隐藏检查器</translation>
     </message>
@@ -131,6 +127,10 @@
     <message>
         <source>Force Quit Process?</source>
         <translation>强制退出进程？</translation>
+    </message>
+    <message>
+        <source>Inspector</source>
+        <translation>检查器</translation>
     </message>
 </context>
 <context>
@@ -169,6 +169,17 @@
     <message>
         <source>Ignored processes</source>
         <translation>忽略的进程</translation>
+    </message>
+</context>
+<context>
+    <name>ForceQuitButton</name>
+    <message>
+        <source>Force Quit</source>
+        <translation>强制退出</translation>
+    </message>
+    <message>
+        <source>Force-quit selected process</source>
+        <translation>强制退出所选进程</translation>
     </message>
 </context>
 <context>
@@ -314,6 +325,14 @@
         <source>Copy Path</source>
         <translation>拷贝路径</translation>
     </message>
+    <message>
+        <source>Show Details</source>
+        <translation>显示详细信息</translation>
+    </message>
+    <message>
+        <source>Force Quit…</source>
+        <translation>强制退出…</translation>
+    </message>
 </context>
 <context>
     <name>PortField</name>
@@ -438,6 +457,17 @@
     <message>
         <source>Listening ports</source>
         <translation>正在监听的端口</translation>
+    </message>
+</context>
+<context>
+    <name>SidebarRow</name>
+    <message>
+        <source>open</source>
+        <translation>已展开</translation>
+    </message>
+    <message>
+        <source>closed</source>
+        <translation>已折叠</translation>
     </message>
 </context>
 <context>
@@ -677,6 +707,14 @@
         <source>%1 (PID %2) started listening on port %3</source>
         <translation>%1 (PID %2) 开始监听端口 %3</translation>
     </message>
+    <message>
+        <source>%1 is blocking port %2</source>
+        <translation>%1 正占用端口 %2</translation>
+    </message>
+    <message>
+        <source>%1 started listening on port %2</source>
+        <translation>%1 开始监听端口 %2</translation>
+    </message>
 </context>
 <context>
     <name>zenlot::ProcessDetailViewModel</name>
@@ -725,10 +763,6 @@
         <translation>标志</translation>
     </message>
     <message>
-        <source>CPU</source>
-        <translation>CPU</translation>
-    </message>
-    <message>
         <source>Memory</source>
         <translation>内存</translation>
     </message>
@@ -755,6 +789,10 @@
     <message>
         <source>Build</source>
         <translation>构建版本</translation>
+    </message>
+    <message>
+        <source>Average CPU</source>
+        <translation>平均 CPU</translation>
     </message>
 </context>
 <context>

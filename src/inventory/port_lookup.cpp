@@ -28,7 +28,10 @@ std::string checkPortAnswer(std::int64_t port, const std::vector<PortProcess>& p
     for (const PortProcess& process : processes) {
         if (!owners.empty())
             owners += ", ";
-        owners += process.displayName + " (PID " + std::to_string(process.pid) + ")";
+        if (process.pid > 0)
+            owners += process.displayName + " (PID " + std::to_string(process.pid) + ")";
+        else
+            owners += process.displayName.empty() ? "Unknown" : process.displayName;
     }
     return "Port " + std::to_string(port) + " is used by: " + owners;
 }

@@ -27,6 +27,7 @@ struct PortProcess {
     // when the row is made; who only asks for a sentence leaves them out.
     std::optional<std::int64_t> startTime{};
     ForceQuitObstacle obstacle{ForceQuitObstacle::unknownOwner};
+    std::string service{}; // see PortServices; asked for only where there is an obstacle
 
     // The row for a record: the display name is worked out afresh from the path, the rest copied.
     static PortProcess fromOccupiedPort(const OccupiedPort& record);

@@ -41,7 +41,7 @@ struct TaskInfo {
 
 struct ProcessFacts {
     std::optional<TaskInfo> task;
-    std::string parentExecutablePath;  // as UTF-8 with U+FFFD for what is not; empty when unknown
+    std::string parentName;            // as UTF-8 with U+FFFD for what is not; empty when unknown
     std::int64_t descriptorCount{0};   // of every kind
     std::vector<TcpSocket> tcpSockets; // of every state, in the order of the descriptors
 

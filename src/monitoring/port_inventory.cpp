@@ -10,14 +10,16 @@
 namespace zenlot {
 
 PortInventory::PortInventory(const PortScanner& scanner, const SharedPortCache& sharedPortCache,
-                             const ProcessPinner& processes)
+                             const ProcessPinner& processes, const PortServices* services)
     : scanner_(scanner), sharedPortCache_(sharedPortCache), processes_(processes),
-      repeatedScan_(scanner) {}
+      services_(services), repeatedScan_(scanner) {}
 
 QFuture<std::vector<OccupiedPort>> PortInventory::listMergedPorts() {
     return workers_.run([this] {
-        std::vector<OccupiedPort> fresh = scanner_.listOccupiedPorts();
-        return mergeWithCache(std::move(fresh), sharedPortCache_.copy());
+        const PolledPorts poll = repeatedScan_.poll();
+        const bool isProbing = poll.ports->empty() && !poll.silentFamilies.empty();
+        return mergeWithCache(isProbing ? scanner_.listOccupiedPorts() : *poll.ports,
+                              sharedPortCache_.copy());
     });
 }
 
@@ -71,6 +73,8 @@ QFuture<std::vector<PortProcess>> PortInventory::processesOnPort(std::int64_t po
             const ProcessSighting seen = lookAtProcess(processes_, row.target());
             row.startTime = seen.process.startTime;
             row.obstacle = seen.obstacle;
+            if (services_ && row.obstacle != ForceQuitObstacle::none)
+                row.service = services_->serviceOnPort(static_cast<std::uint16_t>(port));
         }
         return rows;
     });

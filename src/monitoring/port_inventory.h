@@ -11,6 +11,7 @@
 #include "inventory/force_quit.h"
 #include "inventory/port_lookup.h"
 #include "inventory/port_scanner.h"
+#include "inventory/port_services.h"
 #include "inventory/repeated_port_scan.h"
 #include "inventory/shared_port_cache.h"
 #include "workers/worker_threads.h"
@@ -25,11 +26,12 @@ namespace zenlot {
 
 class PortInventory final {
   public:
-    // The references must outlive the object.
+    // They must outlive the object. Without `services` no row names one.
     PortInventory(const PortScanner& scanner, const SharedPortCache& sharedPortCache,
-                  const ProcessPinner& processes);
+                  const ProcessPinner& processes, const PortServices* services = nullptr);
 
-    // A fresh scan of all ports, merged with what the background monitor last published.
+    // All ports, merged with what the background monitor last published. Who asks again pays for
+    // what has changed; see RepeatedPortScan for how long a change of owner may stay unseen.
     QFuture<std::vector<OccupiedPort>> listMergedPorts();
 
     // Of the same merged ports those of the current user; several entries for one port keep their
@@ -37,8 +39,9 @@ class PortInventory final {
     // before. See RepeatedPortScan for how long a change of owner may stay unseen. Never null.
     QFuture<SharedPorts> pollPortsOfCurrentUser();
 
-    // Each row knows whether its process may be ended. When neither the scan nor a look at the
-    // process tells that it is the one that the published list means, it may not.
+    // Each row knows whether its process may be ended, and else to what it belongs. When neither
+    // the scan nor a look at the process tells that it is the one that the published list means, it
+    // may not.
     QFuture<std::vector<PortProcess>> processesOnPort(std::int64_t port);
 
     // One sighting for each target, in their order.
@@ -61,6 +64,7 @@ class PortInventory final {
     const PortScanner& scanner_;
     const SharedPortCache& sharedPortCache_;
     const ProcessPinner& processes_;
+    const PortServices* services_;
     RepeatedPortScan repeatedScan_;
     std::mutex lastPollMutex_;
     Poll lastPoll_;

@@ -89,9 +89,15 @@ QCoro::Task<> PortNotificationManager::post(Kind kind, std::int64_t port, const 
     UserNotificationContent content;
     content.title = (isConflict ? tr("Port %1 is already in use") : tr("Port %1 is now occupied"))
                         .arg(portText);
-    content.body = (isConflict ? tr("%1 (PID %2) is blocking port %3 — kill it to free the port.")
-                               : tr("%1 (PID %2) started listening on port %3"))
-                       .arg(name, pidText, portText);
+    if (process.process.pid > 0)
+        content.body =
+            (isConflict ? tr("%1 (PID %2) is blocking port %3 — kill it to free the port.")
+                        : tr("%1 (PID %2) started listening on port %3"))
+                .arg(name, pidText, portText);
+    else
+        content.body =
+            (isConflict ? tr("%1 is blocking port %2") : tr("%1 started listening on port %2"))
+                .arg(name, portText);
     content.actions = {{ignorePortActionID, tr("Ignore Port")},
                        {ignoreProcessActionID, tr("Ignore Process")}};
     if (process.obstacle == ForceQuitObstacle::none)

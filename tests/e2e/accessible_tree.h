@@ -77,8 +77,8 @@ class AccessibleTree {
         return findBelow(kRoot, "frame", window, State::active).has_value();
     }
 
-    bool isThere(const char* role, const QString& name) const {
-        return findBelow(kRoot, role, name, State::visible).has_value();
+    bool isThere(const char* role, const QString& name, State state = State::visible) const {
+        return findBelow(kRoot, role, name, state).has_value();
     }
 
     // On the screen.

@@ -42,7 +42,6 @@ class PrivateDesktop {
         set("LC_ALL", QStringLiteral("C.UTF-8"));
         set("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", QStringLiteral("1"));
         set("QT_QPA_PLATFORM", QStringLiteral("xcb"));
-        set("QT_QUICK_BACKEND", QStringLiteral("software"));
         // A display starts over when its last client goes, and takes those who just come with it.
         set("DISPLAY", QLatin1Char(':') +
                            firstLine(start("Xvfb -noreset -displayfd 1 -screen 0 900x4000x24")));

@@ -172,6 +172,15 @@ TEST_F(StatusAreaTest, PortTypedAfterAClickIsLookedUpInTheWindow) {
     expectEnd(*zenlot);
 }
 
+TEST_F(StatusAreaTest, TheMenuLeadsToTheMainWindowWhileSettingsAreOpen) {
+    expectMenu(kAlways());
+    choose(u"Settings\u2026"_s);
+    ASSERT_TRUE(tree.find("frame", u"Settings"_s, AccessibleTree::State::active));
+    choose(u"Port number\u2026"_s);
+    EXPECT_TRUE(tree.find("frame", u"Zenlot"_s, AccessibleTree::State::active));
+    EXPECT_TRUE(tree.find("text", u"Port"_s, AccessibleTree::State::focused));
+}
+
 TEST_F(StatusAreaTest, ConflictIsShownAndKilledInTheMenu) {
     expectMenu(kAlways());
     announceConflict();

@@ -615,7 +615,7 @@ Rectangle {
                     visible: true
 
                     StyleMenuItem {
-                        shortcutText: "Ctrl+C"
+                        keys: "Ctrl+C"
                         text: "Copy Port"
                     }
                     StyleMenuItem {
@@ -628,7 +628,7 @@ Rectangle {
                     StyleMenuSeparator {}
                     StyleMenuItem {
                         destructive: true
-                        shortcutText: "Del"
+                        keys: "Del"
                         symbol: "xmark.octagon.fill"
                         text: "Force Quit…"
                     }

@@ -89,7 +89,7 @@ void SampleMachine::addProcess(ProcessId pid, bool isOwn, const std::string& pat
                           1'254'300'000,
                           86'400'000,
                           std::chrono::milliseconds(734'000)};
-    facts.parentExecutablePath = "/usr/bin/bash";
+    facts.parentName = "bash";
     facts.descriptorCount = 41;
     facts.tcpSockets = process.sockets;
     facts.tcpSockets.push_back({AddressFamily::ipv4, TcpState::established, ports.front(), 51'834});

@@ -3,6 +3,7 @@
 #include "inventory/darwin/kernel_records.h"
 #include "inventory/darwin/process_queries.h"
 #include "inventory/darwin/process_records.h"
+#include "inventory/process_names.h"
 #include "posix/load.h"
 
 #include <array>
@@ -32,7 +33,7 @@ ProcessFacts DarwinProcessInspector::inspect(ProcessId pid) const {
     ProcessFacts facts;
     facts.task = queryTaskInfo(calls_, pid);
     if (facts.task && facts.task->parentPid != 0)
-        facts.parentExecutablePath = queryExecutablePath(calls_, facts.task->parentPid);
+        facts.parentName = processNameOf(queryExecutablePath(calls_, facts.task->parentPid));
     const std::vector<std::byte> descriptors = queryDescriptors(calls_, pid);
     facts.descriptorCount = static_cast<std::int64_t>(descriptors.size() / sizeof(ProcFdInfo));
     facts.tcpSockets = queryTcpSockets(calls_, pid, descriptors);

@@ -33,8 +33,7 @@ ProcessFacts LinuxProcessInspector::inspect(ProcessId pid) const {
     ProcessFacts facts;
     facts.task = taskInfo(pid);
     if (facts.task && facts.task->parentPid != 0)
-        facts.parentExecutablePath =
-            sanitizedUtf8(procFiles_.executablePath(facts.task->parentPid));
+        facts.parentName = nameOf(facts.task->parentPid);
 
     // The descriptors come first, since a process without sockets needs no look at the kernel's.
     std::vector<std::uint64_t> inodes;
@@ -49,6 +48,12 @@ ProcessFacts LinuxProcessInspector::inspect(ProcessId pid) const {
             facts.tcpSockets.push_back(*socket);
     }
     return facts;
+}
+
+// The program of another user's process can't be seen, but the name that the process has.
+std::string LinuxProcessInspector::nameOf(ProcessId pid) const {
+    const std::string path = procFiles_.executablePath(pid);
+    return sanitizedUtf8(path.empty() ? procFiles_.commandName(pid) : processNameOf(path));
 }
 
 std::uint64_t LinuxProcessInspector::physicalMemoryBytes() const {

@@ -2,9 +2,10 @@
 // match its descriptors with. Sockets of another network namespace than the program's own are
 // counted among the descriptors but not listed.
 //
-// The state and the sizes of any process can be read; the descriptors and the program of the
-// parent only where the user may look. A process that has ended and waits for its parent to ask
-// how still has a parent, a state and a start.
+// The state and the sizes of any process can be read; the descriptors only where the user may
+// look. A parent is called after its program where that may be seen, else as it calls itself. A
+// process that has ended and waits for its parent to ask how still has a parent, a state and a
+// start.
 #pragma once
 
 #include "inventory/linux/netlink_transport.h"
@@ -26,6 +27,7 @@ class LinuxProcessInspector final : public ProcessInspector {
     std::uint64_t physicalMemoryBytes() const override;
 
   private:
+    std::string nameOf(ProcessId pid) const;
     std::optional<TaskInfo> taskInfo(ProcessId pid) const;
 
     ProcFiles procFiles_;

@@ -64,10 +64,8 @@ class LinuxPinnedProcess final : public PinnedProcess {
         const std::string path = procFiles_.executablePath(pid_);
         if (!path.empty())
             return processNameOf(path) == kServiceManager;
-        const std::string name =
-            procFiles_.read(std::to_string(pid_) + "/comm").value_or(std::string());
-        const std::string_view line = std::string_view(name).substr(0, name.find('\n'));
-        return line == kServiceManager || line == kSessionKeeper;
+        const std::string name = procFiles_.commandName(pid_);
+        return name == kServiceManager || name == kSessionKeeper;
     }
 
     bool listensOn(std::uint16_t port) const override {

@@ -4,6 +4,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <charconv>
@@ -160,6 +161,12 @@ std::string ProcFiles::executablePath(ProcessId pid) const {
     if (path.ends_with(kDeleted) && ::access(path.c_str(), F_OK) != 0)
         path.resize(path.size() - kDeleted.size());
     return path;
+}
+
+std::string ProcFiles::commandName(ProcessId pid) const {
+    std::string name = read(pathOf(pid, "comm").data()).value_or(std::string());
+    name.resize(std::min(name.size(), name.find('\n')));
+    return name;
 }
 
 std::optional<std::string> ProcFiles::read(const std::string& name) const {

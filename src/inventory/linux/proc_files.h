@@ -49,6 +49,10 @@ class ProcFiles {
     // that the kernel adds for a deleted program is taken off.
     std::string executablePath(ProcessId pid) const;
 
+    // What the process is called, of every process as stat() has it; its threads, or it itself, may
+    // have taken another name than that of the program. Bytes and all; empty when unknown.
+    std::string commandName(ProcessId pid) const;
+
     // A whole file, named from the root; none when it can't be read.
     std::optional<std::string> read(const std::string& name) const;
 

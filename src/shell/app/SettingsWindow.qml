@@ -49,7 +49,7 @@ ApplicationWindow {
         enabled: root.visible
 
         NumberAnimation {
-            duration: 280
+            duration: 280 * Theme.motion
             easing.type: Easing.InOutQuad
         }
     }
@@ -57,7 +57,7 @@ ApplicationWindow {
         enabled: root.visible
 
         NumberAnimation {
-            duration: 280
+            duration: 280 * Theme.motion
             easing.type: Easing.InOutQuad
         }
     }

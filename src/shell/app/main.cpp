@@ -9,6 +9,7 @@
 #include "platform/linux/session_bus_application_instance.h"
 #include "platform/linux/termination_signals.h"
 #include "shell/app/zenlot_app.h"
+#include "shell/style/renderer.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -61,6 +62,7 @@ int main(int argc, char** argv) {
         QIcon::fromTheme(QStringLiteral("dev.quorvane.zenlot"),
                          QIcon(QStringLiteral(":/zenlot/icons/application.svg"))));
     QQuickStyle::setStyle(QStringLiteral("Fusion"));
+    chooseRenderer();
 
     const Translation translation;
     ZenlotApp zenlot(bus, instance);

@@ -14,6 +14,7 @@
 #include "shell/onboarding/after_next_frame.h"
 #include "shell/onboarding/onboarding_view_model.h"
 #include "shell/processicon/process_icon_provider.h"
+#include "shell/style/theme.h"
 #include "updates/release_feed_address.h"
 
 #include <QCoroFuture>
@@ -67,15 +68,15 @@ ZenlotApp::ZenlotApp(SessionBus& bus, ApplicationInstance& instance)
       loginItem_(directories_.configHome, QCoreApplication::applicationFilePath(),
                  kBackgroundOption),
       settings_(userDefaults_, loginItem_), log_(monitorLogPath(directories_.home)),
-      systemLog_("zenlot"),
+      systemLog_("zenlot"), motion_(bus_),
       runningApplications_(xdgDataDirectories(directories_), programDirectories()),
       workspace_(directories_.home, xdgDataDirectories(directories_), propertyLists_),
       sharedPortCache_([container = SharedContainer(directories_.stateHome)] {
           return isPortListMinded(container);
       }),
       scanner_(processTables_, isPortInUse, availableProcessors()),
-      inventory_(scanner_, sharedPortCache_, processPinner_), broadcasts_(bus_, kMonitorBusName),
-      alerts_(bus_), monitorService_(bus_, kMonitorUnit),
+      inventory_(scanner_, sharedPortCache_, processPinner_, &portServices_),
+      broadcasts_(bus_, kMonitorBusName), alerts_(bus_), monitorService_(bus_, kMonitorUnit),
       launchAgentInstaller_(monitorService_, systemLog_, QCoreApplication::applicationDirPath()),
       portDataCache_(SharedContainer(directories_.stateHome), sharedPortCache_, broadcasts_,
                      notifications_, portReader_),
@@ -134,19 +135,8 @@ void ZenlotApp::start(LaunchStyle style) {
     if (style == LaunchStyle::withWindow)
         openMainWindow();
     else
-        startInBackground();
+        runStartupSequence();
     followInstance();
-}
-
-// Where no status area turns up, the window waits in the taskbar.
-void ZenlotApp::startInBackground() {
-    runStartupSequence();
-    statusBar_.observeAvailability(&context_, [this] {
-        if (statusBar_.isAvailable() || !settings_.showInMenuBar() || !windows_.windows().isEmpty())
-            return;
-        if (QQuickWindow* const window = mainWindow_.open())
-            window->showMinimized();
-    });
 }
 
 // With its last window closed, a program without a status item and without anything to watch has
@@ -170,8 +160,7 @@ void ZenlotApp::openSettings() {
 }
 
 void ZenlotApp::show(QmlWindow& window) {
-    if (QQuickWindow* const opened = window.open())
-        windows_.bringForward(*opened);
+    window.openSoon([this](QQuickWindow& opened) { windows_.bringForward(opened); });
 }
 
 void ZenlotApp::showOnboarding() {
@@ -318,8 +307,17 @@ QQmlEngine& ZenlotApp::engine() {
         engine_ = std::make_unique<QQmlEngine>();
         engine_->addImportPath(u":/qt/qml"_s);
         ProcessIconProvider::install(*engine_, runningApplications_, workspace_);
+        applyMotion();
+        QObject::connect(&motion_, &DesktopMotion::changed, engine_.get(),
+                         [this] { applyMotion(); });
     }
     return *engine_;
+}
+
+void ZenlotApp::applyMotion() {
+    const int type = qmlTypeId("Zenlot.Style", 1, 0, "Theme");
+    if (auto* const theme = engine_->singletonInstance<Theme*>(type))
+        theme->setMotion(motion_.isReduced() ? 0 : 1);
 }
 
 QVariantMap ZenlotApp::makeMainContent(QObject& owner) {

@@ -8,6 +8,7 @@
 // sits in the status area costs little until somebody looks at it.
 #pragma once
 
+#include "inventory/linux/linux_port_services.h"
 #include "inventory/linux/linux_process_inspector.h"
 #include "inventory/linux/linux_process_pinner.h"
 #include "inventory/linux/linux_process_tables.h"
@@ -23,6 +24,7 @@
 #include "platform/application_instance.h"
 #include "platform/home_directories.h"
 #include "platform/linux/autostart_app_service.h"
+#include "platform/linux/desktop_motion.h"
 #include "platform/linux/desktop_running_applications.h"
 #include "platform/linux/freedesktop_user_notification_center.h"
 #include "platform/linux/freedesktop_workspace.h"
@@ -91,7 +93,6 @@ class ZenlotApp final {
   private:
     enum class RunningMonitor { leave, restart };
 
-    void startInBackground();
     void runStartupSequence();
     QCoro::Task<> finishStartupSequence();
     void refreshMonitorRegistration(RunningMonitor whenRunning);
@@ -105,6 +106,7 @@ class ZenlotApp final {
     void openLoginItems();
     void checkForUpdates();
     QQmlEngine& engine();
+    void applyMotion();
     QVariantMap makeMainContent(QObject& owner);
     QVariantMap makeSettingsContent(QObject& owner);
     QVariantMap makeOnboardingContent(QObject& owner);
@@ -119,6 +121,7 @@ class ZenlotApp final {
     AppSettings settings_;
     AppLog log_;
     JournalSystemLog systemLog_;
+    DesktopMotion motion_;
     DesktopRunningApplications runningApplications_;
     LibplistPropertyListReader propertyLists_;
     FreedesktopWorkspace workspace_;
@@ -126,6 +129,7 @@ class ZenlotApp final {
     LinuxProcessTables processTables_;
     LinuxProcessPinner processPinner_;
     LinuxProcessInspector processInspector_;
+    LinuxPortServices portServices_;
     SharedPortCache sharedPortCache_;
     PortScanner scanner_;
     PortInventory inventory_;

@@ -20,7 +20,6 @@ RowLayout {
         Layout.minimumWidth: 80
         color: Theme.secondaryLabel
         font: TextStyle.caption
-        horizontalAlignment: Text.AlignRight
         text: root.label
         wrapMode: Text.Wrap
     }

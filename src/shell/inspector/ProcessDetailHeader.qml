@@ -24,10 +24,20 @@ RowLayout {
         spacing: 2
 
         StyleText {
+            id: title
+
             Accessible.role: Accessible.Heading
             Layout.fillWidth: true
             font: TextStyle.headline
             text: root.viewModel.title
+
+            HoverHandler {
+                id: pointer
+            }
+            StyleToolTip {
+                text: title.text
+                visible: title.truncated && pointer.hovered
+            }
         }
         StyleText {
             Layout.fillWidth: true

@@ -174,7 +174,7 @@ QList<DetailRow> ProcessDetailViewModel::resourceRowList() const {
     QList<DetailRow> rows;
     if (!details_)
         return rows;
-    appendIfSet(rows, tr("CPU"), details_->cpuPercent);
+    appendIfSet(rows, tr("Average CPU"), details_->cpuPercent);
     appendIfSet(rows, tr("Memory"), details_->memPercent);
     appendIfSet(rows, tr("Resident"), details_->residentMB);
     appendIfSet(rows, tr("Virtual"), details_->virtualMB);

@@ -1,7 +1,6 @@
 #include "shell/inspector/process_details_collector.h"
 
 #include "inventory/process_identity.h"
-#include "inventory/process_names.h"
 #include "shell/inspector/process_details_text.h"
 
 #include <QDateTime>
@@ -39,7 +38,7 @@ ProcessDetails ProcessDetailsCollector::collectProcessDetails(qint64 pid) const 
     const ProcessFacts facts = inspector_.inspect(process);
     if (const std::optional<TaskInfo>& task = facts.task) {
         details.parentPID = task->parentPid;
-        details.parentName = QString::fromStdString(processNameOf(facts.parentExecutablePath));
+        details.parentName = QString::fromStdString(facts.parentName);
         details.residentMB = residentSizeText(task->residentBytes);
         details.virtualMB = virtualSizeText(task->virtualBytes);
         details.memPercent = memoryShareText(task->residentBytes, inspector_.physicalMemoryBytes());

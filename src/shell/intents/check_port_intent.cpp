@@ -49,8 +49,15 @@ QString checkPortDialog(std::int64_t portNumber, const std::vector<PortProcess>&
             .arg(number);
 
     QStringList names;
-    for (const PortProcess& owner : owners)
-        names.append(u"%2 (PID %1)"_s.arg(owner.pid).arg(displayLine(owner.displayName)));
+    for (const PortProcess& owner : owners) {
+        const QString name = displayLine(owner.displayName);
+        if (owner.pid > 0)
+            names.append(u"%2 (PID %1)"_s.arg(owner.pid).arg(name));
+        else
+            names.append(name.isEmpty()
+                             ? translated(QT_TRANSLATE_NOOP("CheckPortIntent", "Unknown"))
+                             : name);
+    }
     // The names may hold anything, also what looks like a place for an argument.
     return translated(QT_TRANSLATE_NOOP("CheckPortIntent", "Port %1 is used by: %2"))
         .arg(number, names.join(u", "_s));

@@ -97,10 +97,10 @@ FocusScope {
                         value: 0
                     }
                     PauseAnimation {
-                        duration: 400
+                        duration: 400 * Theme.motion
                     }
                     NumberAnimation {
-                        duration: 150
+                        duration: 150 * Theme.motion
                         to: 1
                     }
                 }

@@ -11,6 +11,7 @@ RowLayout {
 
     required property string bundlePath
     required property string countText
+    property alias isElided: label.truncated
     required property bool isExpanded
     required property string name
 
@@ -22,11 +23,15 @@ RowLayout {
         size: 22
     }
     StyleText {
+        id: label
+
+        Accessible.ignored: true
         Layout.fillWidth: true
         font: TextStyle.bold(TextStyle.callout)
         text: root.name
     }
     StyleText {
+        Accessible.ignored: true
         color: Theme.tertiaryLabel
         font: TextStyle.sized(9, Font.Medium)
         text: root.countText
@@ -39,7 +44,7 @@ RowLayout {
 
         Behavior on rotation {
             NumberAnimation {
-                duration: 180
+                duration: 180 * Theme.motion
                 easing.type: Easing.InOutQuad
             }
         }

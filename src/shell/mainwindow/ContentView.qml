@@ -13,7 +13,7 @@ T.SplitView {
 
     required property ContentViewModel viewModel
     // Shows the process whose details are asked for; seen only while they are.
-    property alias inspector: inspectorColumn.data
+    property alias inspector: inspectorContent.data
 
     orientation: Qt.Horizontal
 
@@ -38,18 +38,35 @@ T.SplitView {
         portField.forceActiveFocus();
     }
     Keys.onEscapePressed: portField.clearAndFocus()
+    // Whoever has the keyboard: nothing else in the window has a use for these.
+    Keys.onPressed: event => event.accepted = portField.take(event)
 
     Connections {
         function onPortFieldFocusRequested() {
-            portField.selectAndFocus();
+            if (!keeper.isWithPopup())
+                portField.selectAndFocus();
+        }
+
+        function onResultsFocusRequested() {
+            if (!keeper.isWithPopup())
+                results.takeKeyboard();
         }
 
         target: root.viewModel
     }
+    KeyboardKeeper {
+        id: keeper
+
+        area: root
+        home: portField
+
+        // The next digit begins a new number.
+        onBroughtHome: portField.selectAll()
+    }
     Shortcut {
         sequences: ["Ctrl+R", "F5"]
 
-        onActivated: root.viewModel.loadOccupiedPorts()
+        onActivated: root.viewModel.refresh()
     }
     Shortcut {
         sequences: ["Ctrl+F", "Ctrl+L"]
@@ -83,32 +100,39 @@ T.SplitView {
         RowLayout {
             id: toolbar
 
+            // While the inspector is closed its button stands here.
+            readonly property real roomOfToggle: inspectorColumn.visible ? 0 : inspectorButton.width + toolbar.spacing
+
             Layout.fillWidth: true
             Layout.leftMargin: 10
             Layout.preferredHeight: 44
-            Layout.rightMargin: 10
+            Layout.rightMargin: 10 + toolbar.roomOfToggle
             spacing: 8
 
-            GlassButton {
-                enabled: root.viewModel.canForceQuit
-                room: detail.width - 20 - inspectorButton.width - 2 * toolbar.spacing
-                symbol: "xmark.octagon.fill"
-                text: qsTr("Force Quit")
-                toolTip: qsTr("Force-quit selected process")
+            ForceQuitButton {
+                room: detail.width - 20 - toolbar.roomOfToggle
+                viewModel: root.viewModel
                 visible: root.viewModel.hasSelection
-
-                onClicked: root.viewModel.requestForceQuit()
             }
             Item {
                 Layout.fillWidth: true
             }
+            // In the corner of the window rather than of a column, so that it stays under the pointer when
+            // the inspector opens and closes.
             IconButton {
                 id: inspectorButton
 
+                checked: root.viewModel.isInspectorOpen
                 enabled: root.viewModel.canToggleInspector
+                keys: "Ctrl+I"
+                parent: root
+                showsState: true
                 symbol: "sidebar.right"
                 text: qsTr("Toggle Inspector")
                 toolTip: qsTr("Toggle Inspector")
+                x: root.width - width - 10
+                y: 8
+                z: 1
 
                 onClicked: root.viewModel.toggleInspector()
             }
@@ -136,11 +160,10 @@ T.SplitView {
         }
 
         PortResults {
+            id: results
+
             Layout.fillWidth: true
             viewModel: root.viewModel
-            visible: hasRows
-
-            onDigitTyped: digit => portField.type(digit)
         }
 
         Item {
@@ -156,6 +179,22 @@ T.SplitView {
         T.SplitView.preferredWidth: 290
         color: Theme.sidebar
         visible: root.viewModel.isInspectorOpen
+
+        StyleText {
+            Accessible.ignored: true
+            anchors.left: parent.left
+            anchors.leftMargin: 14
+            font: TextStyle.headline
+            height: 44
+            text: qsTr("Inspector")
+            verticalAlignment: Text.AlignVCenter
+        }
+        Item {
+            id: inspectorContent
+
+            anchors.fill: parent
+            anchors.topMargin: 44
+        }
     }
 
     ConfirmDialog {

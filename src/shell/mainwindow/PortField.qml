@@ -11,12 +11,28 @@ T.TextField {
 
     required property ContentViewModel viewModel
 
-    // Types at the end, from wherever the keyboard was.
-    function type(text: string) {
-        root.forceActiveFocus();
-        root.deselect();
-        root.cursorPosition = root.length;
-        root.viewModel.portInput = root.viewModel.portInput + text;
+    // Takes a key that came to something else, with the keyboard, if it is one for a number.
+    function take(event: var): bool {
+        const isPlain = !(event.modifiers & (Qt.ControlModifier | Qt.AltModifier | Qt.MetaModifier));
+        if (event.matches(StandardKey.Paste)) {
+            root.selectAndFocus();
+            root.paste();
+        } else if (isPlain && root.isDigit(event.text)) {
+            root.forceActiveFocus();
+            root.viewModel.typeDigit(event.text);
+            root.cursorPosition = root.length;
+        } else if (isPlain && event.key === Qt.Key_Backspace) {
+            root.forceActiveFocus();
+            root.viewModel.portInput = root.viewModel.portInput.slice(0, -1);
+            root.cursorPosition = root.length;
+        } else {
+            return false;
+        }
+        return true;
+    }
+
+    function isDigit(text: string): bool {
+        return /^[0-9]$/.test(text);
     }
 
     function selectAndFocus() {
@@ -41,7 +57,15 @@ T.TextField {
     text: root.viewModel.portInput
 
     Keys.onEnterPressed: root.viewModel.performCheck()
+    Keys.onPressed: event => {
+        if ([Qt.Key_Left, Qt.Key_Right, Qt.Key_Home, Qt.Key_End].includes(event.key))
+            root.viewModel.goIntoNumber();
+        else if (root.isDigit(event.text) && root.cursorPosition === root.length && root.viewModel.beginsNewNumber())
+            root.selectAll();
+        event.accepted = false;
+    }
     Keys.onReturnPressed: root.viewModel.performCheck()
+    onPressed: root.viewModel.goIntoNumber()
     onTextEdited: root.viewModel.portInput = root.text
 
     // Typing takes the field's text out of its binding, and a refused character stays otherwise.

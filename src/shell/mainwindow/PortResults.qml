@@ -11,13 +11,28 @@ ColumnLayout {
     id: root
 
     required property ContentViewModel viewModel
-    readonly property bool hasRows: list.count > 0
+    function takeKeyboard() {
+        list.forceActiveFocus();
+    }
 
-    // Somebody goes on typing the number while the list has the keyboard.
-    signal digitTyped(digit: string)
-
+    // Rows that fade out are gone for the keyboard.
+    enabled: root.viewModel.hasResults
+    opacity: root.viewModel.hasResults ? 1 : 0
     spacing: 0
+    visible: root.viewModel.hasResults || opacity > 0
 
+    Behavior on opacity {
+        NumberAnimation {
+            duration: 200 * Theme.motion
+            easing.type: Easing.InOutQuad
+        }
+    }
+
+    ListScroll {
+        id: scroll
+
+        list: list
+    }
     Divider {
         Layout.fillWidth: true
     }
@@ -35,11 +50,19 @@ ColumnLayout {
     ListView {
         id: list
 
+        // That of the last rows while they fade out.
+        property real shownHeight: 0
+
+        function keepHeight() {
+            if (list.count > 0)
+                list.shownHeight = list.contentHeight;
+        }
+
         Accessible.name: root.viewModel.resultsHeader
         Accessible.role: Accessible.List
         Layout.fillWidth: true
         Layout.maximumHeight: 300
-        Layout.preferredHeight: contentHeight
+        Layout.preferredHeight: list.shownHeight
         activeFocusOnTab: true
         boundsBehavior: Flickable.StopAtBounds
         clip: true
@@ -49,14 +72,7 @@ ColumnLayout {
         model: root.viewModel.processes
 
         T.ScrollBar.vertical: StyleScrollBar {}
-        add: Transition {
-            NumberAnimation {
-                duration: 150
-                from: 0
-                property: "opacity"
-                to: 1
-            }
-        }
+        add: RowsAppear {}
         delegate: ProcessRow {
             id: row
 
@@ -64,44 +80,47 @@ ColumnLayout {
             isSelected: row.index === root.viewModel.selectedRow
             width: list.width
 
-            onContextMenuRequested: menu.popupFor(parseInt(root.viewModel.portInput), row.pid, row.executablePath)
+            onContextMenuRequested: menu.popupFor(row)
+            onHoveredChanged: tip.follow(row)
             onClicked: {
                 root.viewModel.openRow(row.index);
                 list.forceActiveFocus();
             }
         }
 
+        displaced: RowsMove {}
+        move: RowsMove {}
+        remove: RowsDisappear {}
+
         Keys.onDeletePressed: root.viewModel.requestForceQuit()
         Keys.onDownPressed: root.viewModel.moveSelection(1)
         Keys.onEnterPressed: root.viewModel.openRow(root.viewModel.selectedRow)
         Keys.onPressed: event => {
-            if (event.text >= "0" && event.text <= "9") {
-                event.accepted = true;
-                root.digitTyped(event.text);
-            } else if (event.matches(StandardKey.Copy)) {
+            if (event.matches(StandardKey.Copy)) {
                 event.accepted = true;
                 root.viewModel.copySelectedPid();
+            } else if (menu.isOpenedBy(event) && list.currentItem) {
+                event.accepted = true;
+                menu.popupAt(list.currentItem);
             }
         }
         Keys.onReturnPressed: root.viewModel.openRow(root.viewModel.selectedRow)
         Keys.onSpacePressed: root.viewModel.openRow(root.viewModel.selectedRow)
         Keys.onUpPressed: root.viewModel.moveSelection(-1)
-        onCurrentIndexChanged: {
-            if (list.currentIndex >= 0)
-                list.positionViewAtIndex(list.currentIndex, ListView.Contain);
-        }
-
-        Connections {
-            function onResultsFocusRequested() {
-                list.forceActiveFocus();
-            }
-
-            target: root.viewModel
-        }
+        onContentHeightChanged: list.keepHeight()
+        onCountChanged: list.keepHeight()
+        onCurrentIndexChanged: scroll.reveal(list.currentIndex)
     }
     PortContextMenu {
         id: menu
 
+        copiesPid: true
         viewModel: root.viewModel
+
+        onDetailsRequested: rowKey => root.viewModel.openProcess(rowKey)
+        onForceQuitRequested: rowKey => root.viewModel.requestForceQuitOf(rowKey)
+    }
+    ElidedNameTip {
+        id: tip
     }
 }

@@ -12,16 +12,22 @@ T.ItemDelegate {
     id: root
 
     required property string accessibleName
+    required property bool canForceQuit
     required property string displayName
+    // What a tool tip has to say in full.
+    readonly property string elidedText: root.isNameElided ? root.displayName : ""
     required property string executablePath
     required property int index
     required property bool isLast
+    property bool isNameElided: false
     required property bool isSelected
     required property string localAddress
     required property int pid
     required property string pidText
+    required property int port
     required property string processState
     required property string proto
+    required property string rowKey
     required property int stateTint
     required property string user
 
@@ -32,6 +38,8 @@ T.ItemDelegate {
     Accessible.selected: root.isSelected
     Accessible.onPressAction: root.clicked()
     bottomPadding: root.isLast ? 7 : 8
+    // A row that fades out is no row any more.
+    enabled: root.index >= 0
     focusPolicy: Qt.NoFocus
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     leftPadding: 16
@@ -44,13 +52,20 @@ T.ItemDelegate {
             anchors.fill: parent
             anchors.leftMargin: 6
             anchors.rightMargin: 6
-            color: Theme.accent
-            opacity: root.isSelected ? 0.14 : root.hovered ? 0.05 : 0
+            color: Theme.hover
             radius: 7
+            visible: root.hovered && !root.isSelected
+        }
+        SelectedRowMark {
+            anchors.bottomMargin: root.isLast ? 0 : 1
+            anchors.fill: parent
+            anchors.leftMargin: 6
+            anchors.rightMargin: 6
+            opacity: root.isSelected ? 1 : 0
 
             Behavior on opacity {
                 NumberAnimation {
-                    duration: 120
+                    duration: 120 * Theme.motion
                     easing.type: Easing.InOutQuad
                 }
             }
@@ -82,17 +97,21 @@ T.ItemDelegate {
                 processState: root.processState
                 proto: root.proto
                 stateTint: root.stateTint
+
+                onIsElidedChanged: root.isNameElided = isElided
             }
             RowLayout {
                 spacing: 8
 
                 StyleText {
+                    Accessible.ignored: true
                     color: Theme.secondaryLabel
                     font: TextStyle.monospaced(TextStyle.caption)
                     text: root.localAddress
                     visible: text !== ""
                 }
                 StyleText {
+                    Accessible.ignored: true
                     Layout.fillWidth: true
                     color: Theme.tertiaryLabel
                     font: TextStyle.caption

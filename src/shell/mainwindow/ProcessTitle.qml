@@ -11,6 +11,7 @@ Item {
     id: root
 
     required property string displayName
+    property alias isElided: name.truncated
     required property string pidText
     required property string processState
     required property string proto
@@ -24,8 +25,11 @@ Item {
         spacing: 5
 
         StyleText {
+            id: name
+
             readonly property real room: root.width - protoBadge.width - 5 - (stateBadge.visible ? stateBadge.width + 5 : 0) - (pidLabel.visible ? pidLabel.width + 5 : 0)
 
+            Accessible.ignored: true
             anchors.verticalCenter: parent.verticalCenter
             font: TextStyle.bold(TextStyle.callout)
             text: root.displayName
@@ -34,6 +38,7 @@ Item {
         Badge {
             id: protoBadge
 
+            Accessible.ignored: true
             anchors.verticalCenter: parent.verticalCenter
             text: root.proto
             tint: Theme.blue
@@ -41,6 +46,7 @@ Item {
         Badge {
             id: stateBadge
 
+            Accessible.ignored: true
             anchors.verticalCenter: parent.verticalCenter
             text: root.processState
             tint: root.stateTint === ProcessListModel.Green ? Theme.green : root.stateTint === ProcessListModel.Blue ? Theme.blue : root.stateTint === ProcessListModel.Orange ? Theme.orange : Theme.secondaryLabel
@@ -50,6 +56,7 @@ Item {
     StyleText {
         id: pidLabel
 
+        Accessible.ignored: true
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
         color: Theme.tertiaryLabel

@@ -29,14 +29,16 @@ Rectangle {
                 font: TextStyle.headline
                 text: "Zenlot"
             }
+            // A disabled button would lose the keyboard to a moment of scanning.
             IconButton {
-                enabled: !root.viewModel.isLoadingSidebar
-                opacity: enabled ? 1 : 0.4
+                enabled: !root.viewModel.isLoadingSidebar || activeFocus
+                opacity: root.viewModel.isLoadingSidebar ? 0.4 : 1
+                keys: "Ctrl+R"
                 symbol: "arrow.clockwise"
                 text: qsTr("Refresh")
                 toolTip: qsTr("Refresh")
 
-                onClicked: root.viewModel.loadOccupiedPorts()
+                onClicked: root.viewModel.refresh()
             }
         }
         RowLayout {
@@ -58,6 +60,17 @@ Rectangle {
         ListView {
             id: list
 
+            property bool isAwaitingSelection: false
+
+            // The row of the selected port, which may be still to come: a window that was opened
+            // with a port has no rows yet.
+            function showSelection() {
+                const row = root.viewModel.sidebar.rowOfPort(root.viewModel.sidebarSelection);
+                list.isAwaitingSelection = row < 0 && root.viewModel.sidebarSelection >= 0;
+                if (row >= 0)
+                    list.currentIndex = row;
+            }
+
             Accessible.name: qsTr("Listening ports")
             Accessible.role: Accessible.List
             Layout.fillHeight: true
@@ -71,6 +84,7 @@ Rectangle {
             model: root.viewModel.sidebar
 
             T.ScrollBar.vertical: StyleScrollBar {}
+            add: RowsAppear {}
             delegate: SidebarRow {
                 id: row
 
@@ -78,12 +92,17 @@ Rectangle {
                 isSelected: row.port >= 0 && row.port === root.viewModel.sidebarSelection
                 width: list.width
 
-                onContextMenuRequested: menu.popupFor(row.port, row.pid, row.executablePath)
+                onContextMenuRequested: menu.popupFor(row)
+                onHoveredChanged: tip.follow(row)
                 onClicked: {
                     list.currentIndex = row.index;
                     root.viewModel.activateSidebarRow(row.index);
                 }
             }
+
+            displaced: RowsMove {}
+            move: RowsMove {}
+            remove: RowsDisappear {}
 
             Keys.onDownPressed: list.currentIndex = root.viewModel.sidebar.neighbour(list.currentIndex, 1)
             Keys.onEnterPressed: root.viewModel.activateSidebarRow(list.currentIndex)
@@ -92,6 +111,9 @@ Rectangle {
                 if (event.matches(StandardKey.Copy)) {
                     event.accepted = true;
                     root.viewModel.copySidebarPort(list.currentIndex);
+                } else if (menu.isOpenedBy(event) && (list.currentItem as SidebarRow)?.port >= 0) {
+                    event.accepted = true;
+                    menu.popupAt(list.currentItem);
                 }
             }
             Keys.onReturnPressed: root.viewModel.activateSidebarRow(list.currentIndex)
@@ -102,16 +124,15 @@ Rectangle {
                 if (list.activeFocus && list.currentIndex < 0)
                     list.currentIndex = root.viewModel.sidebar.neighbour(-1, 1);
             }
-            onCurrentIndexChanged: {
-                if (list.currentIndex >= 0)
-                    list.positionViewAtIndex(list.currentIndex, ListView.Contain);
+            onCountChanged: {
+                if (list.isAwaitingSelection)
+                    list.showSelection();
             }
+            onCurrentIndexChanged: scroll.reveal(list.currentIndex)
 
             Connections {
                 function onSidebarSelectionChanged() {
-                    const row = root.viewModel.sidebar.rowOfPort(root.viewModel.sidebarSelection);
-                    if (row >= 0)
-                        list.currentIndex = row;
+                    list.showSelection();
                 }
 
                 target: root.viewModel
@@ -119,9 +140,20 @@ Rectangle {
         }
     }
 
+    ListScroll {
+        id: scroll
+
+        list: list
+    }
     PortContextMenu {
         id: menu
 
         viewModel: root.viewModel
+
+        onDetailsRequested: rowKey => root.viewModel.openPort(rowKey)
+        onForceQuitRequested: rowKey => root.viewModel.requestForceQuitOfPort(rowKey)
+    }
+    ElidedNameTip {
+        id: tip
     }
 }

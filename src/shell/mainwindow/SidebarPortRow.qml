@@ -10,6 +10,7 @@ RowLayout {
     id: root
 
     required property string executablePath
+    property alias isElided: label.truncated
     required property string name
     required property int pid
     required property int port
@@ -29,11 +30,15 @@ RowLayout {
         spacing: 1
 
         StyleText {
+            Accessible.ignored: true
             Layout.fillWidth: true
             font: TextStyle.bold(TextStyle.monospaced(TextStyle.callout))
             text: root.port
         }
         StyleText {
+            id: label
+
+            Accessible.ignored: true
             Layout.fillWidth: true
             color: Theme.secondaryLabel
             font: TextStyle.caption
@@ -42,6 +47,7 @@ RowLayout {
         }
     }
     StyleText {
+        Accessible.ignored: true
         color: Theme.tertiaryLabel
         font: TextStyle.sized(9, Font.Medium)
         text: root.proto

@@ -11,7 +11,10 @@ T.ItemDelegate {
 
     required property string accessibleName
     required property string bundlePath
+    required property bool canForceQuit
     required property string countText
+    // What a tool tip has to say in full.
+    readonly property string elidedText: group.visible && group.isElided ? root.title : portRow.visible && portRow.isElided ? root.name : ""
     required property string executablePath
     required property bool hasFocusRing
     required property int index
@@ -22,16 +25,19 @@ T.ItemDelegate {
     required property int pid
     required property int port
     required property string proto
+    required property string rowKey
     required property string title
 
     signal contextMenuRequested
 
+    Accessible.description: root.kind !== SidebarModel.Group ? "" : root.isExpanded ? qsTr("open") : qsTr("closed")
     Accessible.name: root.accessibleName
     Accessible.role: root.kind === SidebarModel.Heading ? Accessible.StaticText : Accessible.ListItem
     Accessible.selected: root.isSelected
     Accessible.onPressAction: root.clicked()
     bottomPadding: 4
-    enabled: root.kind !== SidebarModel.Heading
+    // A row that fades out is no row any more.
+    enabled: root.kind !== SidebarModel.Heading && root.index >= 0
     focusPolicy: Qt.NoFocus
     implicitHeight: content.implicitHeight + topPadding + bottomPadding
     leftPadding: root.kind === SidebarModel.PortOfGroup ? 46 : 16
@@ -43,15 +49,21 @@ T.ItemDelegate {
             anchors.fill: parent
             anchors.leftMargin: 8
             anchors.rightMargin: 8
-            color: root.isSelected ? Theme.accent : Theme.hover
-            opacity: root.isSelected ? 0.18 : root.hovered ? 1 : 0
-            radius: 6
+            color: Theme.hover
+            radius: 7
+            visible: root.hovered && !root.isSelected
+        }
+        SelectedRowMark {
+            anchors.fill: parent
+            anchors.leftMargin: 8
+            anchors.rightMargin: 8
+            visible: root.isSelected
         }
         FocusRing {
             anchors.fill: parent
             anchors.leftMargin: 8
             anchors.rightMargin: 8
-            radius: 6
+            radius: 7
             visible: root.hasFocusRing
         }
     }

@@ -31,13 +31,13 @@ Item {
 
         Behavior on opacity {
             NumberAnimation {
-                duration: 150
+                duration: 150 * Theme.motion
                 easing.type: Easing.InOutQuad
             }
         }
         Behavior on scale {
             NumberAnimation {
-                duration: 150
+                duration: 150 * Theme.motion
                 easing.type: Easing.InOutQuad
             }
         }
@@ -52,7 +52,7 @@ Item {
             anchors.verticalCenter: parent.verticalCenter
             color: Theme.secondaryLabel
             font: TextStyle.callout
-            text: root.viewModel.isFree ? root.viewModel.statusText : ""
+            text: root.viewModel.freeText
         }
     }
     StyleText {
@@ -61,7 +61,7 @@ Item {
         anchors.centerIn: parent
         color: Theme.tertiaryLabel
         font: TextStyle.callout
-        text: root.viewModel.isFree ? "" : root.viewModel.statusText
-        visible: text !== ""
+        text: root.viewModel.statusText
+        visible: text !== "" && !root.viewModel.isFree
     }
 }

@@ -1,5 +1,6 @@
 #include "shell/mainwindow/content_view_model.h"
 
+#include "shell/mainwindow/force_quit_hint.h"
 #include "shell/mainwindow/port_grouping.h"
 #include "text/display_line.h"
 #include "text/numbers.h"
@@ -10,6 +11,7 @@
 #include <QGuiApplication>
 #include <QPointer>
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -61,13 +63,18 @@ bool isSameRow(const std::optional<PortProcess>& one, const PortProcess& other) 
 } // namespace
 
 ContentViewModel::ContentViewModel(const Collaborators& collaborators, Actions actions,
-                                   QObject* parent)
-    : QObject(parent), with_(collaborators), actions_(std::move(actions)) {
+                                   QObject* parent, Clock clock)
+    : QObject(parent), with_(collaborators), actions_(std::move(actions)),
+      clock_(std::move(clock)) {
     debounce_.setSingleShot(true);
     debounce_.setInterval(kTypingPause);
-    connect(&debounce_, &QTimer::timeout, this, &ContentViewModel::performCheck);
+    connect(&debounce_, &QTimer::timeout, this, &ContentViewModel::askOrCheckAgain);
     connect(this, &ContentViewModel::detailProcessChanged, this,
             &ContentViewModel::selectionChanged);
+    connect(&sidebar_, &SidebarModel::settled, this, [this] {
+        if (shownSidebarLoad_ == newestSidebarLoad_)
+            assignIsLoadingSidebar(false);
+    });
     connect(&with_.appModel, &AppModel::pendingPortChanged, this,
             &ContentViewModel::takePendingPort);
     connect(&with_.notifications, &NotificationCenter::portsUpdated, this,
@@ -96,7 +103,7 @@ void ContentViewModel::takePendingPort() {
     const std::optional<qint64> port = with_.appModel.pendingPort();
     if (!port)
         return;
-    setPortInput(QString::number(*port));
+    fillIn(*port);
     with_.appModel.setPendingPort(std::nullopt);
     performCheck();
 }
@@ -107,21 +114,48 @@ void ContentViewModel::openSettings() const {
 }
 
 void ContentViewModel::checkPort(qint64 port) {
-    setPortInput(QString::number(port));
+    fillIn(port);
     performCheck();
 }
 
+// ---- The number in the field ----
+
+void ContentViewModel::fillIn(qint64 port) {
+    changePortInput(QString::number(port));
+    number_ = Number::done;
+}
+
 void ContentViewModel::setPortInput(const QString& text) {
+    changePortInput(text);
+    number_ = Number::typed;
+    lastTyped_ = clock_();
+}
+
+void ContentViewModel::changePortInput(const QString& text) {
     if (text == portInput_)
         return;
-    portInput_ = numericCharacters(text, kMostDigits);
+    const QString before = std::exchange(portInput_, numericCharacters(text, kMostDigits));
     // Also when the text is what it was: the field may show a character that was refused.
     Q_EMIT portInputChanged();
-    assignSidebarSelection(decimalNumber(portInput_));
+    if (portInput_ == before)
+        return;
+    question_.reset();
     select(std::nullopt);
     showDetails(std::nullopt);
     scheduleDebouncedCheck();
-    Q_EMIT statusChanged();
+    // Last, since it may write the number in another way and ask about it at once.
+    assignSidebarSelection(decimalNumber(portInput_));
+    updateStatus();
+}
+
+bool ContentViewModel::beginsNewNumber() const {
+    const bool isAnswered = question_ && question_->isAnswered;
+    return number_ == Number::done ||
+           (number_ == Number::typed && isAnswered && clock_() - lastTyped_ >= kLookAtTheAnswer);
+}
+
+void ContentViewModel::typeDigit(const QString& digit) {
+    setPortInput(beginsNewNumber() ? digit : portInput_ + digit);
 }
 
 void ContentViewModel::setSidebarSelection(int port) {
@@ -137,38 +171,30 @@ void ContentViewModel::assignSidebarSelection(std::optional<int> port) {
         checkPort(*port);
 }
 
-bool ContentViewModel::isFree() const {
-    return !isChecking_ && hasSearched_ && !portInput_.isEmpty() && processes_.isEmpty();
-}
-
 QString ContentViewModel::statusText() const {
     if (isChecking_)
         return {};
     if (!hasSearched_)
         return tr("Enter a port number");
-    return isFree() ? tr("Port %1 is free").arg(portInput_) : QString();
+    return isFree() ? freeText_ : QString();
 }
 
-QString ContentViewModel::resultsHeader() const {
-    const int count = processes_.rowCount();
-    return (count == 1 ? tr("%1 process on port %2") : tr("%1 processes on port %2"))
-        .arg(QString::number(count), portInput_);
+void ContentViewModel::updateStatus() {
+    if (checkedPort_) {
+        const QString port = QString::number(*checkedPort_);
+        const int count = processes_.rowCount();
+        if (count == 0)
+            freeText_ = tr("Port %1 is free").arg(port);
+        else
+            resultsHeader_ =
+                (count == 1 ? tr("%1 process on port %2") : tr("%1 processes on port %2"))
+                    .arg(QString::number(count), port);
+    }
+    Q_EMIT statusChanged();
 }
 
 int ContentViewModel::selectedRow() const {
-    return selectedProcess_ ? processes_.rowOf(QString::fromStdString(selectedProcess_->id.text()))
-                            : kNoSelection;
-}
-
-QString ContentViewModel::confirmationMessage() const {
-    if (!processToKill_)
-        return {};
-    return tr("Force-quit %1 (PID %2)? Any unsaved work will be lost.")
-        .arg(nameInSentence(*processToKill_), QString::number(processToKill_->pid));
-}
-
-QString ContentViewModel::confirmationButton() const {
-    return processToKill_ ? tr("Force Quit %1").arg(nameInSentence(*processToKill_)) : QString();
+    return selectedProcess_ ? processes_.rowOfProcess(*selectedProcess_) : kNoSelection;
 }
 
 void ContentViewModel::scheduleDebouncedCheck() {
@@ -181,23 +207,54 @@ void ContentViewModel::scheduleDebouncedCheck() {
     ++newestCheck_;
     isChecking_ = false;
     hasSearched_ = false;
+    checkedPort_.reset();
     processes_.setProcesses({});
 }
 
-void ContentViewModel::performCheck() {
+// ---- Checks ----
+
+std::optional<int> ContentViewModel::portInField() const {
     const std::optional<int> port = decimalNumber(portInput_);
-    if (port && isValidPort(*port))
-        check(*port);
+    return port && isValidPort(*port) ? port : std::nullopt;
 }
 
-QCoro::Task<> ContentViewModel::check(int port) {
-    const quint64 number = ++newestCheck_;
+void ContentViewModel::performCheck() {
+    if (const std::optional<int> port = portInField())
+        ask(*port);
+}
+
+void ContentViewModel::askOrCheckAgain() {
+    if (question_)
+        check(question_->port);
+    else
+        performCheck();
+}
+
+// Of a number that is still being typed the next check is on its way.
+void ContentViewModel::checkAgain() {
+    if (question_)
+        check(question_->port);
+    else if (checkedPort_ && !debounce_.isActive())
+        check(*checkedPort_);
+}
+
+void ContentViewModel::refresh() {
+    loadSidebar();
+    checkAgain();
+}
+
+void ContentViewModel::ask(int port) {
+    question_ = Question{port};
     isChecking_ = true;
     hasSearched_ = true;
     select(std::nullopt);
     showDetails(std::nullopt);
-    Q_EMIT statusChanged();
+    updateStatus();
+    check(port);
+}
 
+QCoro::Task<> ContentViewModel::check(int port) {
+    const quint64 number = ++newestCheck_;
     const QPointer<ContentViewModel> self(this);
     const QFuture<std::vector<PortProcess>> lookup = with_.inventory.processesOnPort(port);
     std::vector<PortProcess> found = co_await lookup;
@@ -206,18 +263,33 @@ QCoro::Task<> ContentViewModel::check(int port) {
     const QFuture<std::vector<ProcessListRow>> making = workers_.run(
         [found = std::move(found)]() mutable { return processListRows(std::move(found)); });
     std::vector<ProcessListRow> rows = co_await making;
-    if (!self || number != newestCheck_)
-        co_return;
-    processes_.setProcesses(std::move(rows));
-    select(processes_.processAt(0));
+    if (self && number == newestCheck_)
+        showAnswer(port, std::move(rows));
+}
+
+void ContentViewModel::showAnswer(int port, std::vector<ProcessListRow> rows) {
     isChecking_ = false;
-    Q_EMIT statusChanged();
-    if (!processes_.isEmpty())
+    checkedPort_ = port;
+    processes_.setProcesses(std::move(rows));
+    const bool isFirst = question_ && question_->port == port && !question_->isAnswered;
+    if (isFirst) {
+        question_->isAnswered = true;
+        select(processes_.processAt(0));
+    } else if (selectedProcess_) {
+        select(processes_.processAt(selectedRow()));
+    }
+    Q_EMIT selectionChanged(); // its row may be another one
+    updateStatus();
+    if (isFirst && !processes_.isEmpty()) {
         Q_EMIT resultsFocusRequested();
+        fulfilWish();
+    }
     // Two answers to one question can't stand side by side.
     if (processes_.isEmpty() == sidebar_.holds(port) && !isLoadingSidebar_)
         loadSidebar();
 }
+
+// ---- The sidebar ----
 
 void ContentViewModel::loadOccupiedPorts() {
     loadSidebar();
@@ -238,8 +310,8 @@ QCoro::Task<> ContentViewModel::loadSidebar() {
     SidebarContent content = co_await grouping;
     if (!self || number != newestSidebarLoad_)
         co_return;
+    shownSidebarLoad_ = number;
     sidebar_.setContent(std::move(content));
-    assignIsLoadingSidebar(false);
 }
 
 void ContentViewModel::assignIsLoadingSidebar(bool isLoading) {
@@ -288,16 +360,32 @@ void ContentViewModel::showDetails(std::optional<PortProcess> process) {
     Q_EMIT detailProcessChanged();
 }
 
+QString ContentViewModel::forceQuitHint() const {
+    return selectedProcess_ ? zenlot::forceQuitHint(*selectedProcess_) : QString();
+}
+
 void ContentViewModel::requestForceQuit() {
     if (canForceQuit())
         assignProcessToKill(selectedProcess_);
+    else if (selectedProcess_)
+        Q_EMIT forceQuitRefused();
+}
+
+void ContentViewModel::requestForceQuitOf(const QString& rowKey) {
+    if (const int row = processes_.rowOf(rowKey); row >= 0) {
+        select(processes_.processAt(row));
+        requestForceQuit();
+    }
 }
 
 void ContentViewModel::confirmForceQuit() {
     const std::optional<PortProcess> process = processToKill_;
     assignProcessToKill(std::nullopt);
-    if (process)
-        forceQuit(*process);
+    if (!process)
+        return;
+    if (process->port == portInField())
+        number_ = Number::done; // the next digit may come before the end of the process
+    forceQuit(*process);
 }
 
 void ContentViewModel::cancelForceQuit() {
@@ -308,6 +396,12 @@ void ContentViewModel::assignProcessToKill(std::optional<PortProcess> process) {
     if (process == processToKill_)
         return;
     processToKill_ = std::move(process);
+    if (processToKill_) {
+        const QString name = nameInSentence(*processToKill_);
+        confirmationMessage_ = tr("Force-quit %1 (PID %2)? Any unsaved work will be lost.")
+                                   .arg(name, QString::number(processToKill_->pid));
+        confirmationButton_ = tr("Force Quit %1").arg(name);
+    }
     Q_EMIT confirmationChanged();
 }
 
@@ -321,7 +415,7 @@ QCoro::Task<> ContentViewModel::forceQuit(PortProcess process) {
     if (isSameRow(selectedProcess_, process))
         select(std::nullopt);
     Q_EMIT selectionChanged();
-    Q_EMIT statusChanged();
+    updateStatus();
     const QCoro::Task<> loading = loadSidebar();
     co_await loading;
     if (!self)
@@ -332,7 +426,7 @@ QCoro::Task<> ContentViewModel::forceQuit(PortProcess process) {
     co_await pause;
     if (!self)
         co_return;
-    performCheck();
+    checkAgain();
     // A process that was still ending a moment ago held its port in the first look.
     loadSidebar();
 }
@@ -341,8 +435,40 @@ void ContentViewModel::activateSidebarRow(int row) {
     const int port = sidebar_.portAt(row);
     if (port < 0)
         sidebar_.toggle(row);
-    else
+    else if (port != sidebarSelection_)
         setSidebarSelection(port);
+    else
+        askOrCheckAgain();
+}
+
+void ContentViewModel::lookCloser(const QString& sidebarRowKey, Wish wish) {
+    const int row = sidebar_.rowOf(sidebarRowKey);
+    const int port = sidebar_.portAt(row);
+    if (port < 0)
+        return;
+    setSidebarSelection(port);
+    if (!question_)
+        performCheck();
+    if (!question_)
+        return;
+    question_->wish = wish;
+    question_->pid = sidebar_.index(row).data(SidebarModel::pidRole).toInt();
+    if (question_->isAnswered)
+        fulfilWish();
+}
+
+// Of another process than the one that was meant nothing is done.
+void ContentViewModel::fulfilWish() {
+    const Wish wish = std::exchange(question_->wish, Wish::none);
+    const auto row =
+        std::ranges::find(processes_.rows(), question_->pid,
+                          [](const ProcessListRow& each) { return processIdOf(each.process.pid); });
+    if (wish == Wish::none || row == processes_.rows().end())
+        return;
+    if (wish == Wish::details)
+        openProcess(row->key);
+    else
+        requestForceQuitOf(row->key);
 }
 
 void ContentViewModel::copySelectedPid() const {

@@ -23,6 +23,7 @@
 #include <QTimer>
 #include <QtQml/qqmlregistration.h>
 
+#include <chrono>
 #include <functional>
 #include <optional>
 
@@ -37,7 +38,7 @@ class ContentViewModel : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("The application owns it")
 
-    // At most five digits; whatever else is assigned is dropped.
+    // At most five digits; whatever else is assigned is dropped. What the window assigns was typed.
     Q_PROPERTY(QString portInput READ portInput WRITE setPortInput NOTIFY portInputChanged)
     // A port number, or -1 while none is selected.
     Q_PROPERTY(int sidebarSelection READ sidebarSelection WRITE setSidebarSelection NOTIFY
@@ -45,13 +46,17 @@ class ContentViewModel : public QObject {
     Q_PROPERTY(bool isChecking READ isChecking NOTIFY statusChanged)
     Q_PROPERTY(bool isFree READ isFree NOTIFY statusChanged)
     Q_PROPERTY(QString statusText READ statusText NOTIFY statusChanged)
+    // These two stay when they are no longer true, for what fades out with them.
+    Q_PROPERTY(QString freeText READ freeText NOTIFY statusChanged)
     Q_PROPERTY(QString resultsHeader READ resultsHeader NOTIFY statusChanged)
+    Q_PROPERTY(bool hasResults READ hasResults NOTIFY statusChanged)
     Q_PROPERTY(bool isLoadingSidebar READ isLoadingSidebar NOTIFY isLoadingSidebarChanged)
     // The row of the highlighted process, or -1.
     Q_PROPERTY(int selectedRow READ selectedRow NOTIFY selectionChanged)
     Q_PROPERTY(bool hasSelection READ hasSelection NOTIFY selectionChanged)
-    // Whether the highlighted process may be ended.
+    // Whether the highlighted process may be ended, and else why not and what would help.
     Q_PROPERTY(bool canForceQuit READ canForceQuit NOTIFY selectionChanged)
+    Q_PROPERTY(QString forceQuitHint READ forceQuitHint NOTIFY selectionChanged)
     Q_PROPERTY(bool isInspectorOpen READ isInspectorOpen NOTIFY detailProcessChanged)
     Q_PROPERTY(bool canToggleInspector READ canToggleInspector NOTIFY selectionChanged)
     Q_PROPERTY(bool isConfirming READ isConfirming NOTIFY confirmationChanged)
@@ -78,10 +83,14 @@ class ContentViewModel : public QObject {
         UserDefaults& userDefaults;
     };
 
-    static constexpr int kNoSelection = -1;
+    using Clock = std::function<std::chrono::steady_clock::time_point()>;
 
-    ContentViewModel(const Collaborators& collaborators, Actions actions,
-                     QObject* parent = nullptr);
+    static constexpr int kNoSelection = -1;
+    // Who has looked at an answer for so long types a new number.
+    static constexpr std::chrono::seconds kLookAtTheAnswer{2};
+
+    ContentViewModel(const Collaborators& collaborators, Actions actions, QObject* parent = nullptr,
+                     Clock clock = std::chrono::steady_clock::now);
     ~ContentViewModel() override;
 
     QString portInput() const { return portInput_; }
@@ -90,26 +99,38 @@ class ContentViewModel : public QObject {
     int sidebarSelection() const { return sidebarSelection_.value_or(kNoSelection); }
     void setSidebarSelection(int port);
 
+    // Whether the next digit is the first of a new number, rather than one more of that in the
+    // field: when that came from elsewhere, or its answer has been looked at.
+    Q_INVOKABLE bool beginsNewNumber() const;
+    // A digit that was typed anywhere but in the field.
+    Q_INVOKABLE void typeDigit(const QString& digit);
+    // The user has gone into the number in the field.
+    Q_INVOKABLE void goIntoNumber() { number_ = Number::edited; }
+
     bool isChecking() const { return isChecking_; }
     bool isLoadingSidebar() const { return isLoadingSidebar_; }
-    // The line below the port field says that nobody holds the port.
-    bool isFree() const;
+    bool hasResults() const { return !processes_.isEmpty(); }
+    // The line below the port field says that nobody holds the port that was checked.
+    bool isFree() const { return !isChecking_ && checkedPort_ && processes_.isEmpty(); }
     QString statusText() const;
-    QString resultsHeader() const;
+    QString freeText() const { return freeText_; }
+    QString resultsHeader() const { return resultsHeader_; }
 
     int selectedRow() const;
     bool hasSelection() const { return selectedProcess_.has_value(); }
     bool canForceQuit() const {
         return selectedProcess_ && selectedProcess_->obstacle == ForceQuitObstacle::none;
     }
+    QString forceQuitHint() const;
     const std::optional<PortProcess>& selectedProcess() const { return selectedProcess_; }
     const std::optional<PortProcess>& detailProcess() const { return detailProcess_; }
     bool isInspectorOpen() const { return detailProcess_.has_value(); }
     bool canToggleInspector() const { return selectedProcess_ || detailProcess_; }
 
     bool isConfirming() const { return processToKill_.has_value(); }
-    QString confirmationMessage() const;
-    QString confirmationButton() const;
+    // Both stay when the question is answered, since it fades out.
+    QString confirmationMessage() const { return confirmationMessage_; }
+    QString confirmationButton() const { return confirmationButton_; }
 
     ProcessListModel* processes() { return &processes_; }
     SidebarModel* sidebar() { return &sidebar_; }
@@ -122,8 +143,11 @@ class ContentViewModel : public QObject {
 
     Q_INVOKABLE void openSettings() const;
 
-    // Looks the port in the field up at once. Does nothing when the field holds no port number.
+    // Asks about the port in the field at once. Does nothing when the field holds no port number.
     Q_INVOKABLE void performCheck();
+
+    // Looks everything up again. What is the same stays on the screen as it is.
+    Q_INVOKABLE void refresh();
 
     // Scans all ports and updates the sidebar.
     Q_INVOKABLE void loadOccupiedPorts();
@@ -138,13 +162,22 @@ class ContentViewModel : public QObject {
     Q_INVOKABLE void closeInspector();
 
     // Asks whether the highlighted process shall be force-quit, if it may be; then one of the
-    // answers is due.
+    // answers is due. If it may not, that is told.
     Q_INVOKABLE void requestForceQuit();
+    // The same for a row by its key. Nothing happens when there is no such row any more.
+    Q_INVOKABLE void openProcess(const QString& rowKey) { openRow(processes_.rowOf(rowKey)); }
+    Q_INVOKABLE void requestForceQuitOf(const QString& rowKey);
     Q_INVOKABLE void confirmForceQuit();
     Q_INVOKABLE void cancelForceQuit();
 
     // Selects the port of a row of the sidebar, or opens or closes its group.
     Q_INVOKABLE void activateSidebarRow(int row);
+    // Asks about the port of a row of the sidebar, and when the answer has come, shows the details
+    // of the row's process, or asks whether it shall be force-quit.
+    Q_INVOKABLE void openPort(const QString& rowKey) { lookCloser(rowKey, Wish::details); }
+    Q_INVOKABLE void requestForceQuitOfPort(const QString& rowKey) {
+        lookCloser(rowKey, Wish::forceQuit);
+    }
 
     Q_INVOKABLE void copyText(const QString& text) const;
     Q_INVOKABLE void copySelectedPid() const;
@@ -158,11 +191,39 @@ class ContentViewModel : public QObject {
     void selectionChanged();
     void detailProcessChanged();
     void confirmationChanged();
+    // The highlighted process can't be ended; `forceQuitHint` says why.
+    void forceQuitRefused();
     void portFieldFocusRequested();
     // A check has found processes: the list of results takes the keyboard.
     void resultsFocusRequested();
 
   private:
+    enum class Number {
+        typed,
+        edited, // by somebody who went back into it
+        done,   // the next digit begins another one
+    };
+
+    // That about the number in the field. Its first answer is shown as one: with the keyboard, and
+    // the first row selected. Those that follow only correct the rows.
+    enum class Wish { none, details, forceQuit };
+    struct Question {
+        int port;
+        bool isAnswered{false};
+        Wish wish{Wish::none}; // what is to follow on the answer
+        ProcessId pid{0};      // for whom
+    };
+
+    std::optional<int> portInField() const;
+    void ask(int port);
+    void askOrCheckAgain();
+    void checkAgain();
+    void fillIn(qint64 port);
+    void changePortInput(const QString& text);
+    void showAnswer(int port, std::vector<ProcessListRow> rows);
+    void updateStatus();
+    void lookCloser(const QString& sidebarRowKey, Wish wish);
+    void fulfilWish();
     void checkPort(qint64 port);
     void takePortToCheck();
     void takePendingPort();
@@ -178,7 +239,17 @@ class ContentViewModel : public QObject {
 
     Collaborators with_;
     Actions actions_;
+    Clock clock_;
     QString portInput_;
+    Number number_{Number::typed};
+    std::chrono::steady_clock::time_point lastTyped_;
+    std::optional<Question>
+        question_;                   // none as long as the number in the field was not asked about
+    std::optional<int> checkedPort_; // whose holders the rows are
+    QString freeText_;
+    QString resultsHeader_;
+    QString confirmationMessage_;
+    QString confirmationButton_;
     std::optional<int> sidebarSelection_;
     std::optional<PortProcess> selectedProcess_;
     std::optional<PortProcess> detailProcess_;
@@ -192,6 +263,7 @@ class ContentViewModel : public QObject {
     // Answers to older questions are dropped.
     quint64 newestCheck_{0};
     quint64 newestSidebarLoad_{0};
+    quint64 shownSidebarLoad_{0};
     WorkerThreads workers_; // the last member, so that it ends before what its work uses
 };
 

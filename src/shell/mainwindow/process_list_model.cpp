@@ -5,8 +5,12 @@
 
 #include <QStringList>
 
+#include <algorithm>
+
 namespace zenlot {
 namespace {
+
+using namespace Qt::StringLiterals;
 
 QString displayName(const PortProcess& process) {
     return process.displayName.empty() ? ProcessListModel::tr("Unknown")
@@ -27,6 +31,14 @@ ProcessListModel::StateTint stateTint(const std::string& state) {
     return ProcessListModel::Neutral;
 }
 
+// A process of which only the port is known may be there several times.
+QString keyOf(const PortProcess& process, int times) {
+    return u"%1 %2 %3 %4 %5"_s.arg(QString::number(process.pid),
+                                   QString::number(process.startTime.value_or(-1)),
+                                   QString::fromStdString(process.proto),
+                                   QString::number(process.port), QString::number(times));
+}
+
 // What the row shows, from left to right.
 QString accessibleName(const PortProcess& process) {
     QStringList parts{
@@ -41,18 +53,34 @@ QString accessibleName(const PortProcess& process) {
 std::vector<ProcessListRow> processListRows(std::vector<PortProcess> processes) {
     std::vector<ProcessListRow> rows;
     rows.reserve(processes.size());
+    QHash<QString, int> seen;
     for (PortProcess& process : processes) {
         QString path = QString::fromStdString(resolveCommandExecutable(process.fullCommand));
-        rows.push_back(
-            {QString::fromStdString(process.id.text()), std::move(process), std::move(path)});
+        const int times = seen[keyOf(process, 0)]++;
+        QString key = keyOf(process, times);
+        rows.push_back({std::move(key), std::move(process), std::move(path)});
     }
     return rows;
+}
+
+void ProcessListModel::setProcesses(std::vector<ProcessListRow> processes) {
+    for (ProcessListRow& row : processes) {
+        if (const int before = rowOf(row.key); before >= 0)
+            row.process.id = rows()[static_cast<std::size_t>(before)].process.id;
+    }
+    setRows(processes);
+}
+
+int ProcessListModel::rowOfProcess(const PortProcess& process) const {
+    const auto row = std::ranges::find(rows(), process.id,
+                                       [](const ProcessListRow& each) { return each.process.id; });
+    return row == rows().end() ? -1 : static_cast<int>(row - rows().begin());
 }
 
 void ProcessListModel::removeProcessesWithPid(std::int64_t pid) {
     std::vector<ProcessListRow> kept = rows();
     std::erase_if(kept, [pid](const ProcessListRow& row) { return row.process.pid == pid; });
-    setRows(std::move(kept));
+    setRows(kept);
 }
 
 std::optional<PortProcess> ProcessListModel::processAt(int row) const {
@@ -67,6 +95,8 @@ QVariant ProcessListModel::data(const QModelIndex& index, int role) const {
     const ProcessListRow& row = rows()[static_cast<std::size_t>(index.row())];
     const PortProcess& process = row.process;
     switch (role) {
+    case rowKeyRole:
+        return row.key;
     case displayNameRole:
         return displayName(process);
     case protoRole:
@@ -79,12 +109,16 @@ QVariant ProcessListModel::data(const QModelIndex& index, int role) const {
         return processIdOf(process.pid);
     case pidTextRole:
         return pidText(process);
+    case portRole:
+        return static_cast<int>(process.port);
     case localAddressRole:
         return displayLine(process.localAddress);
     case userRole:
         return displayLine(process.user);
     case executablePathRole:
         return row.executablePath;
+    case canForceQuitRole:
+        return process.obstacle == ForceQuitObstacle::none;
     case accessibleNameRole:
         return accessibleName(process);
     default:
@@ -93,15 +127,18 @@ QVariant ProcessListModel::data(const QModelIndex& index, int role) const {
 }
 
 QHash<int, QByteArray> ProcessListModel::roleNames() const {
-    return {{displayNameRole, "displayName"},
+    return {{rowKeyRole, "rowKey"},
+            {displayNameRole, "displayName"},
             {protoRole, "proto"},
             {stateRole, "processState"},
             {stateTintRole, "stateTint"},
             {pidRole, "pid"},
             {pidTextRole, "pidText"},
+            {portRole, "port"},
             {localAddressRole, "localAddress"},
             {userRole, "user"},
             {executablePathRole, "executablePath"},
+            {canForceQuitRole, "canForceQuit"},
             {accessibleNameRole, "accessibleName"}};
 }
 

@@ -13,7 +13,7 @@
 namespace zenlot {
 
 struct ProcessListRow {
-    QString key; // the process's identifier as text
+    QString key; // the owner, the protocol and the port
     PortProcess process;
     QString executablePath; // taken from its command
 
@@ -34,24 +34,30 @@ class ProcessListModel : public KeyedListModel<ProcessListRow> {
     Q_ENUM(StateTint)
 
     enum Role {
-        displayNameRole = Qt::UserRole,
+        rowKeyRole = Qt::UserRole,
+        displayNameRole,
         protoRole,
         stateRole,
         stateTintRole,
         pidRole,
         pidTextRole,
+        portRole,
         localAddressRole,
         userRole,
         executablePathRole,
+        canForceQuitRole,
         accessibleNameRole,
     };
 
     explicit ProcessListModel(QObject* parent = nullptr) : KeyedListModel(parent) {}
 
-    // Every lookup gives new identifiers, so the old rows go and the new ones come.
-    void setProcesses(std::vector<ProcessListRow> processes) { setRows(std::move(processes)); }
+    // Rows that were there before keep the identifiers of their processes.
+    void setProcesses(std::vector<ProcessListRow> processes);
 
     void removeProcessesWithPid(std::int64_t pid);
+
+    // The row with the process's identifier, or -1.
+    int rowOfProcess(const PortProcess& process) const;
 
     // None for -1 and whatever else is no row.
     std::optional<PortProcess> processAt(int row) const;

@@ -13,6 +13,9 @@ namespace {
 using namespace Qt::StringLiterals;
 using RowKind = SidebarRow::Kind;
 
+// What a view takes up well within the time of a frame.
+constexpr std::size_t kMostNewRows = 250;
+
 bool isPort(RowKind kind) {
     return kind == RowKind::port || kind == RowKind::portOfGroup;
 }
@@ -43,6 +46,11 @@ QString accessibleName(const SidebarRow& row) {
 }
 
 } // namespace
+
+SidebarModel::SidebarModel(QObject* parent) : KeyedListModel(parent) {
+    nextSlice_.setSingleShot(true);
+    connect(&nextSlice_, &QTimer::timeout, this, &SidebarModel::goOn);
+}
 
 void SidebarModel::setContent(SidebarContent content) {
     content_ = std::move(content);
@@ -99,11 +107,21 @@ int SidebarModel::neighbour(int row, int direction) const {
 }
 
 void SidebarModel::rebuild() {
-    std::vector<SidebarRow> wanted;
-    appendPart(wanted, u"own"_s, tr("My Processes"), content_.own);
-    appendPart(wanted, u"system"_s, tr("System"), content_.system);
-    makeKeysUnique(wanted);
-    setRows(std::move(wanted));
+    wanted_.clear();
+    appendPart(wanted_, u"own"_s, tr("My Processes"), content_.own);
+    appendPart(wanted_, u"system"_s, tr("System"), content_.system);
+    makeKeysUnique(wanted_);
+    goOn();
+}
+
+void SidebarModel::goOn() {
+    if (!setRows(wanted_, kMostNewRows)) {
+        nextSlice_.start(0);
+        return;
+    }
+    nextSlice_.stop();
+    wanted_ = {};
+    Q_EMIT settled();
 }
 
 void SidebarModel::appendPart(std::vector<SidebarRow>& rows, const QString& key,
@@ -146,6 +164,8 @@ QVariant SidebarModel::data(const QModelIndex& index, int role) const {
         return {};
     const SidebarRow& row = rows()[static_cast<std::size_t>(index.row())];
     switch (role) {
+    case rowKeyRole:
+        return row.key;
     case kindRole:
         return static_cast<int>(row.kind);
     case titleRole:
@@ -166,6 +186,8 @@ QVariant SidebarModel::data(const QModelIndex& index, int role) const {
         return processIdOf(row.port.pid);
     case executablePathRole:
         return QString::fromStdString(row.port.executablePath);
+    case canForceQuitRole:
+        return row.port.pid > 0 && row.port.isCurrentUser();
     case accessibleNameRole:
         return accessibleName(row);
     default:
@@ -174,7 +196,8 @@ QVariant SidebarModel::data(const QModelIndex& index, int role) const {
 }
 
 QHash<int, QByteArray> SidebarModel::roleNames() const {
-    return {{kindRole, "kind"},
+    return {{rowKeyRole, "rowKey"},
+            {kindRole, "kind"},
             {titleRole, "title"},
             {isExpandedRole, "isExpanded"},
             {countTextRole, "countText"},
@@ -184,6 +207,7 @@ QHash<int, QByteArray> SidebarModel::roleNames() const {
             {protoRole, "proto"},
             {pidRole, "pid"},
             {executablePathRole, "executablePath"},
+            {canForceQuitRole, "canForceQuit"},
             {accessibleNameRole, "accessibleName"}};
 }
 

@@ -7,6 +7,7 @@
 
 #include <QSet>
 #include <QString>
+#include <QTimer>
 #include <QtQml/qqmlregistration.h>
 
 #include <vector>
@@ -50,7 +51,8 @@ class SidebarModel : public KeyedListModel<SidebarRow> {
     Q_ENUM(Kind)
 
     enum Role {
-        kindRole = Qt::UserRole,
+        rowKeyRole = Qt::UserRole,
+        kindRole,
         titleRole,
         isExpandedRole,
         countTextRole,
@@ -60,11 +62,14 @@ class SidebarModel : public KeyedListModel<SidebarRow> {
         protoRole,
         pidRole,
         executablePathRole,
+        canForceQuitRole, // as far as the list can tell
         accessibleNameRole,
     };
 
-    explicit SidebarModel(QObject* parent = nullptr) : KeyedListModel(parent) {}
+    explicit SidebarModel(QObject* parent = nullptr);
 
+    // Many new rows come over some turns of the event loop; `settled` is emitted when they are
+    // there, maybe before this returns.
     void setContent(SidebarContent content);
 
     // Opens or closes a group; nothing happens for other rows. Which groups are open outlives a
@@ -87,14 +92,20 @@ class SidebarModel : public KeyedListModel<SidebarRow> {
     QVariant data(const QModelIndex& index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
 
+  Q_SIGNALS:
+    void settled();
+
   private:
     const SidebarRow* rowAt(int row) const;
     void rebuild();
+    void goOn();
     void appendPart(std::vector<SidebarRow>& rows, const QString& key, const QString& title,
                     const std::vector<AppPortGroup>& groups) const;
 
     SidebarContent content_;
     QSet<QString> expandedBundles_;
+    std::vector<SidebarRow> wanted_; // empty once it is reached
+    QTimer nextSlice_;
 };
 
 } // namespace zenlot

@@ -98,7 +98,7 @@ QList<StatusMenuEntry> AppDelegate::buildMenu() {
     QList<StatusMenuEntry> entries;
     if (conflict_.current())
         appendConflict(entries, *conflict_.current());
-    entries.append({.title = tr("Open Zenlot"), .run = [this] { showSomeWindow(); }});
+    entries.append({.title = tr("Open Zenlot"), .run = [this] { showMainWindow(); }});
     entries.append(StatusMenuEntry{});
     entries.append({.title = tr("Settings\u2026"), .keyEquivalent = u"Ctrl+,"_s, .run = [this] {
                         openSettings();
@@ -181,17 +181,17 @@ void AppDelegate::portSearchCommitted(StatusMenu& menu) {
         appModel_->setPendingPort(port);
     menu.searchField().clear();
     menu.close();
-    showSomeWindow();
+    showMainWindow();
 }
 
 // Windows open in the next turn of the event loop, when the menu has closed.
-void AppDelegate::showSomeWindow() {
+void AppDelegate::showMainWindow() {
     QMetaObject::invokeMethod(
-        this, [this] { applicationShouldHandleReopen(); }, Qt::QueuedConnection);
+        this, [this] { call(actions_.openMainWindow); }, Qt::QueuedConnection);
 }
 
 void AppDelegate::searchInMainWindow() {
-    showSomeWindow();
+    showMainWindow();
     QMetaObject::invokeMethod(
         this, [this] { call(actions_.focusPortField); }, Qt::QueuedConnection);
 }
@@ -209,7 +209,7 @@ void AppDelegate::openSettings() {
 void AppDelegate::updateGlobalShortcut(const AppSettings& settings) {
     eventMonitor_.reset();
     if (settings.showInMenuBar() && settings.globalShortcutEnabled())
-        eventMonitor_ = with_.globalShortcut.install([this] { showSomeWindow(); });
+        eventMonitor_ = with_.globalShortcut.install([this] { showMainWindow(); });
 }
 
 // ---- The windows ----

@@ -45,7 +45,7 @@ class AppDelegate final : public QObject {
 
     // What the program as a whole does. Each may be missing.
     struct Actions {
-        std::function<void()> openMainWindow;
+        std::function<void()> openMainWindow; // or brings it forward
         std::function<void()> openSettings;
         std::function<void()> checkForUpdates;
         std::function<void()> focusPortField; // of the main window, if that is open
@@ -81,7 +81,7 @@ class AppDelegate final : public QObject {
     void retireMenu();
 
     void portSearchCommitted(StatusMenu& menu);
-    void showSomeWindow();
+    void showMainWindow();
     void searchInMainWindow();
     void openSettings();
 

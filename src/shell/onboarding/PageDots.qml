@@ -27,7 +27,7 @@ Row {
 
             Behavior on color {
                 ColorAnimation {
-                    duration: 200
+                    duration: 200 * Theme.motion
                 }
             }
         }

@@ -46,7 +46,7 @@ Item {
     // The wheel fades in too, so that an icon that comes at once shows none.
     transitions: Transition {
         NumberAnimation {
-            duration: 150
+            duration: 150 * Theme.motion
             easing.type: Easing.InOutQuad
             property: "opacity"
         }

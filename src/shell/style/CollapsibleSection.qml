@@ -27,11 +27,11 @@ Item {
     signal toggled
 
     implicitHeight: header.height + body.height
-    implicitWidth: Math.max(header.implicitWidth, column.implicitWidth + 20)
+    implicitWidth: Math.max(header.implicitWidth, column.implicitWidth + 25)
 
     Behavior on openness {
         NumberAnimation {
-            duration: 180
+            duration: 180 * Theme.motion
             easing.type: Easing.InOutQuad
         }
     }
@@ -104,6 +104,7 @@ Item {
                 id: column
 
                 anchors.fill: parent
+                anchors.leftMargin: 15 // where the title begins
                 anchors.margins: 10
                 spacing: 4
             }

@@ -19,7 +19,7 @@ T.Dialog {
 
     property string cancelText: qsTr("Cancel")
     property string destructiveText: ""
-    // What had the keyboard, and gets it back before the answer is known.
+    // What had the keyboard, and gets it back before the answer is known, if it is still there.
     property Item focusBefore: null
     property bool hadFocusRing: false
     property string message: ""
@@ -43,7 +43,7 @@ T.Dialog {
 
         Behavior on opacity {
             NumberAnimation {
-                duration: 120
+                duration: 120 * Theme.motion
             }
         }
     }
@@ -53,14 +53,14 @@ T.Dialog {
     }
     enter: Transition {
         NumberAnimation {
-            duration: 130
+            duration: 130 * Theme.motion
             easing.type: Easing.OutCubic
             from: 0
             property: "opacity"
             to: 1
         }
         NumberAnimation {
-            duration: 130
+            duration: 130 * Theme.motion
             easing.type: Easing.OutCubic
             from: 0.94
             property: "scale"
@@ -69,14 +69,14 @@ T.Dialog {
     }
     exit: Transition {
         NumberAnimation {
-            duration: 100
+            duration: 100 * Theme.motion
             property: "opacity"
             to: 0
         }
     }
 
     onAboutToHide: {
-        if (root.focusBefore)
+        if (root.focusBefore?.visible)
             root.focusBefore.forceActiveFocus(root.hadFocusRing ? Qt.TabFocusReason : Qt.PopupFocusReason);
     }
     onAboutToShow: {

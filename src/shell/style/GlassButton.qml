@@ -10,6 +10,8 @@ import Zenlot.Style
 T.AbstractButton {
     id: root
 
+    // Those that do the same; the tool tip names them.
+    property string keys: ""
     property bool large: false
     property bool prominent: false
     property real room: Infinity
@@ -68,7 +70,7 @@ T.AbstractButton {
         text: root.text
     }
     StyleToolTip {
-        text: root.toolTip
+        text: root.keys === "" ? root.toolTip : "%1 (%2)".arg(root.toolTip).arg(TextStyle.keyText(root.keys))
         visible: root.toolTip !== "" && (root.hovered || root.visualFocus) && !root.down
     }
 }

@@ -10,10 +10,16 @@ T.AbstractButton {
     id: root
 
     property color color: Theme.label
+    // Those that do the same; the tool tip names them.
+    property string keys: ""
+    // Whether `checked`, which belongs to its owner, is to be seen.
+    property bool showsState: false
     required property string symbol
     property real symbolSize: 16
     property string toolTip: root.text
 
+    Accessible.checkable: root.showsState
+    Accessible.checked: root.checked
     Accessible.name: root.text
     Accessible.role: Accessible.Button
     Accessible.onPressAction: root.clicked()
@@ -30,7 +36,7 @@ T.AbstractButton {
     contentItem: Item {
         SymbolIcon {
             anchors.centerIn: parent
-            color: root.color
+            color: root.showsState && root.checked ? Theme.focus : root.color
             name: root.symbol
             size: root.symbolSize
         }
@@ -44,7 +50,7 @@ T.AbstractButton {
         radius: 7
     }
     StyleToolTip {
-        text: root.toolTip
+        text: root.keys === "" ? root.toolTip : "%1 (%2)".arg(root.toolTip).arg(TextStyle.keyText(root.keys))
         visible: root.toolTip !== "" && (root.hovered || root.visualFocus) && !root.down
     }
 }

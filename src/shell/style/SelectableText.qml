@@ -15,6 +15,7 @@ T.TextArea {
     activeFocusOnTab: true
     color: Theme.label
     font: TextStyle.body
+    horizontalAlignment: TextEdit.AlignLeft
     implicitHeight: contentHeight + topPadding + bottomPadding
     padding: 0
     readOnly: true

@@ -33,7 +33,7 @@ T.Menu {
     delegate: StyleMenuItem {}
     enter: Transition {
         NumberAnimation {
-            duration: 90
+            duration: 90 * Theme.motion
             from: 0
             property: "opacity"
             to: 1
@@ -41,7 +41,7 @@ T.Menu {
     }
     exit: Transition {
         NumberAnimation {
-            duration: 90
+            duration: 90 * Theme.motion
             property: "opacity"
             to: 0
         }

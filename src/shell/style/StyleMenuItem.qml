@@ -1,4 +1,4 @@
-// A command of a StyleMenu, with an optional symbol in front and a shortcut shown behind.
+// A command of a StyleMenu, with an optional symbol in front and its keys behind.
 // `destructive` is for what can't be undone.
 pragma ComponentBehavior: Bound
 
@@ -12,7 +12,8 @@ T.MenuItem {
 
     readonly property color color: root.highlighted ? Theme.accentText : root.destructive ? Theme.red : Theme.label
     property bool destructive: false
-    property string shortcutText: ""
+    // Those that do the same outside of the menu.
+    property string keys: ""
     property string symbol: ""
 
     Accessible.name: root.text
@@ -50,8 +51,8 @@ T.MenuItem {
             Layout.leftMargin: 16
             color: root.highlighted ? Theme.accentText : Theme.tertiaryLabel
             font: root.font
-            text: root.shortcutText
-            visible: root.shortcutText !== ""
+            text: TextStyle.keyText(root.keys)
+            visible: root.keys !== ""
         }
     }
 }

@@ -66,7 +66,7 @@ T.CheckBox {
 
             Behavior on color {
                 ColorAnimation {
-                    duration: 120
+                    duration: 120 * Theme.motion
                 }
             }
 
@@ -81,7 +81,7 @@ T.CheckBox {
 
                 Behavior on x {
                     NumberAnimation {
-                        duration: 140
+                        duration: 140 * Theme.motion
                         easing.type: Easing.InOutQuad
                     }
                 }

@@ -13,6 +13,8 @@ Text {
     color: Theme.label
     elide: Text.ElideRight
     font: TextStyle.body
+    // Names written from the right keep to the edge that all others begin at.
+    horizontalAlignment: Text.AlignLeft
     maximumLineCount: root.wrapMode === Text.NoWrap ? 1 : 1000
     textFormat: Text.PlainText
 }

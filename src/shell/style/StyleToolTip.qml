@@ -14,7 +14,7 @@ T.ToolTip {
     delay: 700
     font: TextStyle.sized(11, Font.Normal)
     implicitHeight: contentHeight + topPadding + bottomPadding
-    implicitWidth: contentWidth + leftPadding + rightPadding
+    implicitWidth: Math.min(340, contentWidth + leftPadding + rightPadding)
     leftPadding: 8
     margins: 6
     rightPadding: 8
@@ -29,10 +29,11 @@ T.ToolTip {
     contentItem: StyleText {
         font: root.font
         text: root.text
+        wrapMode: Text.Wrap
     }
     enter: Transition {
         NumberAnimation {
-            duration: 120
+            duration: 120 * Theme.motion
             from: 0
             property: "opacity"
             to: 1
@@ -40,7 +41,7 @@ T.ToolTip {
     }
     exit: Transition {
         NumberAnimation {
-            duration: 120
+            duration: 120 * Theme.motion
             property: "opacity"
             to: 0
         }

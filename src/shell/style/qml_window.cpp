@@ -23,6 +23,32 @@ QQuickWindow* QmlWindow::open() {
     if (window_)
         return window_.get();
     QQmlComponent component(&engine_(), source_);
+    return make(component);
+}
+
+void QmlWindow::openSoon(Opened opened) {
+    if (window_) {
+        opened(*window_);
+        return;
+    }
+    const bool isLoading = opened_ != nullptr;
+    opened_ = std::move(opened);
+    if (isLoading)
+        return;
+    component_ = std::make_unique<QQmlComponent>(&engine_(), source_, QQmlComponent::Asynchronous);
+    if (component_->isLoading())
+        connect(component_.get(), &QQmlComponent::statusChanged, this, &QmlWindow::finishOpening);
+    else
+        finishOpening();
+}
+
+void QmlWindow::finishOpening() {
+    const Opened opened = std::exchange(opened_, {});
+    if (QQuickWindow* const window = window_ ? window_.get() : make(*component_))
+        opened(*window);
+}
+
+QQuickWindow* QmlWindow::make(QQmlComponent& component) {
     owner_ = std::make_unique<QObject>();
     QObject* made = component.createWithInitialProperties(properties_(*owner_));
     window_.reset(qobject_cast<QQuickWindow*>(made));

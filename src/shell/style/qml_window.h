@@ -15,6 +15,7 @@
 #include <functional>
 #include <memory>
 
+QT_FORWARD_DECLARE_CLASS(QQmlComponent)
 QT_FORWARD_DECLARE_CLASS(QQmlEngine)
 QT_FORWARD_DECLARE_CLASS(QQuickWindow)
 
@@ -46,6 +47,11 @@ class QmlWindow final : public QObject {
     // wrong is in the log.
     QQuickWindow* open();
 
+    // The same from the event loop, which turns while the files are read, and calls with the window
+    // when it is there.
+    using Opened = std::function<void(QQuickWindow&)>;
+    void openSoon(Opened opened);
+
     // Null while there is none.
     QQuickWindow* window() const { return window_.get(); }
 
@@ -53,11 +59,15 @@ class QmlWindow final : public QObject {
     void closed();
 
   private:
+    void finishOpening();
+    QQuickWindow* make(QQmlComponent& component);
     void release();
 
     Engine engine_;
     QUrl source_;
     Properties properties_;
+    std::unique_ptr<QQmlComponent> component_; // of what was opened soon
+    Opened opened_;                            // of the latest who waits
     std::unique_ptr<QObject> owner_;
     std::unique_ptr<QQuickWindow> window_; // goes before its owner
 };

@@ -3,6 +3,7 @@
 #include <QEvent>
 #include <QFontDatabase>
 #include <QGuiApplication>
+#include <QKeySequence>
 
 #include <algorithm>
 #include <cmath>
@@ -29,6 +30,11 @@ QFont TextStyle::sized(double pixelSize, int weight) const {
     font.setPixelSize(std::max(1, static_cast<int>(std::lround(pixelSize))));
     font.setWeight(static_cast<QFont::Weight>(weight));
     return font;
+}
+
+QString TextStyle::keyText(const QString& keys) const {
+    return QKeySequence::fromString(keys, QKeySequence::PortableText)
+        .toString(QKeySequence::NativeText);
 }
 
 bool TextStyle::eventFilter(QObject* watched, QEvent* event) {

@@ -44,6 +44,9 @@ class TextStyle : public QObject {
     // The weight is one of QML's Font.Thin to Font.Black.
     Q_INVOKABLE QFont sized(double pixelSize, int weight) const;
 
+    // What a key sequence is called on keyboards of the user's language.
+    Q_INVOKABLE QString keyText(const QString& keys) const;
+
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   Q_SIGNALS:

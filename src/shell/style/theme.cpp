@@ -9,6 +9,13 @@ Theme::Theme(QObject* parent) : QObject(parent), colors_(themeColors(QGuiApplica
     QGuiApplication::instance()->installEventFilter(this);
 }
 
+void Theme::setMotion(double motion) {
+    if (motion == motion_)
+        return;
+    motion_ = motion;
+    Q_EMIT motionChanged();
+}
+
 bool Theme::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::ApplicationPaletteChange) {
         colors_ = themeColors(QGuiApplication::palette());

@@ -19,6 +19,8 @@ class Theme : public QObject {
     QML_SINGLETON
 
     Q_PROPERTY(bool isDark READ isDark NOTIFY changed)
+    // 1, or 0 for people who want nothing to move: what durations are multiplied with.
+    Q_PROPERTY(double motion READ motion WRITE setMotion NOTIFY motionChanged)
     Q_PROPERTY(QColor label READ label NOTIFY changed)
     Q_PROPERTY(QColor secondaryLabel READ secondaryLabel NOTIFY changed)
     Q_PROPERTY(QColor tertiaryLabel READ tertiaryLabel NOTIFY changed)
@@ -52,6 +54,9 @@ class Theme : public QObject {
   public:
     // Needs a QGuiApplication.
     explicit Theme(QObject* parent = nullptr);
+
+    double motion() const { return motion_; }
+    void setMotion(double motion);
 
     bool isDark() const { return colors_.isDark; }
     QColor label() const { return colors_.label; }
@@ -88,9 +93,11 @@ class Theme : public QObject {
 
   Q_SIGNALS:
     void changed();
+    void motionChanged();
 
   private:
     ThemeColors colors_;
+    double motion_{1};
 };
 
 } // namespace zenlot

@@ -173,7 +173,7 @@ ThemeColors themeColors(const QPalette& palette) {
         return leastContrast(candidate, surfaces) >= kTextContrast;
     });
     colors.secondaryLabel = fainter(colors.label, colors.window, 40, surfaces, kTextContrast);
-    colors.tertiaryLabel = fainter(colors.label, colors.window, 56, surfaces, kSymbolContrast);
+    colors.tertiaryLabel = fainter(colors.label, colors.window, 56, surfaces, kTextContrast);
     colors.quaternaryLabel = mixed(colors.label, colors.window, 0.74F);
 
     colors.green = textTint(kGreen, isDark, tinted, button);

@@ -1,8 +1,8 @@
 // The colours of the program, derived from the desktop's palette.
 //
 // Text and tints come out with a contrast (as WCAG defines it) of at least 4.5 to 1 against every
-// surface that they are meant for, tertiary text, symbols and the focus ring 3 to 1, whatever
-// the palette; a palette that is itself readable keeps its own text and highlight colours.
+// surface that they are meant for, symbols, the focus ring and the mark of a selected row 3 to 1,
+// whatever the palette; a palette that is itself readable keeps its own text and highlight colours.
 //
 //     const ThemeColors colors = themeColors(QGuiApplication::palette());
 #pragma once

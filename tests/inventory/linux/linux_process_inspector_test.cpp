@@ -31,9 +31,22 @@ TEST(LinuxProcessInspectorTest, SeesItself) {
     EXPECT_LT(facts.task->startTime, before + std::chrono::seconds(2));
     EXPECT_GT(facts.task->startTime, before - std::chrono::hours(1));
     std::error_code error;
-    EXPECT_EQ(
-        facts.parentExecutablePath,
-        std::filesystem::read_symlink("/proc/" + std::to_string(::getppid()) + "/exe", error));
+    EXPECT_EQ(facts.parentName,
+              std::filesystem::read_symlink("/proc/" + std::to_string(::getppid()) + "/exe", error)
+                  .filename());
+}
+
+TEST(LinuxProcessInspectorTest, ParentIsCalledAsItCallsItselfWhereItsProgramIsNotToBeSeen) {
+    const TemporaryFolder folder;
+    folder.write(
+        "7/stat",
+        "7 (x) S 6 7 7 0 -1 0 0 0 0 0 1 1 0 0 20 0 1 0 50 100 1 0 0 0 0 0 0 0 0 0 0 0 0 0");
+    folder.write("6/comm", "ngin\xFFx: main\n");
+    const LinuxProcessInspector inspector(folder.path().string(),
+                                          std::make_unique<SilentNetlinkTransport>());
+    EXPECT_EQ(inspector.inspect(7).parentName, "ngin\xEF\xBF\xBDx: main");
+    folder.link("6/exe", "/usr/sbin/nginx");
+    EXPECT_EQ(inspector.inspect(7).parentName, "nginx");
 }
 
 class ConnectionsTest : public testing::TestWithParam<bool> {};
@@ -86,7 +99,7 @@ TEST(LinuxProcessInspectorTest, ReadsACopyOfProc) {
         inspector.inspect(7),
         (ProcessFacts{TaskInfo{3, ProcessState::sleeping, std::chrono::seconds(5000 + 1000 / ticks),
                                300 * page, 20 * page, std::chrono::milliseconds(300'000 / ticks)},
-                      "/opt/p\uFFFD",
+                      "p\uFFFD",
                       3,
                       {{AddressFamily::ipv6, TcpState::established, 80, 0xC000}}}));
     EXPECT_EQ(inspector.inspect(8), ProcessFacts());

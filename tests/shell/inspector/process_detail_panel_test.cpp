@@ -22,7 +22,7 @@ class ProcessDetailPanelTest : public ViewTest, protected InspectorFixture {
   protected:
     ProcessDetailPanelTest() {
         facts.task = TaskInfo{1, ProcessState::sleeping, 1'741'000'000s, 1, 1, 1s};
-        facts.parentExecutablePath = "/bin/<b>par\xE2\x80\xAE\nent";
+        facts.parentName = "<b>par\xE2\x80\xAE\nent";
         facts.descriptorCount = 3;
         facts.tcpSockets = {{AddressFamily::ipv4, TcpState::established, 8080, 52000}};
         view.setResizeMode(QQuickView::SizeRootObjectToView);

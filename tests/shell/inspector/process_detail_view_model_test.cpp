@@ -38,7 +38,7 @@ TEST_F(ProcessDetailViewModelTest, ShowsAllThereIs) {
                           std::uint64_t{3} << 30,
                           std::uint64_t{312} << 20,
                           36s};
-    facts.parentExecutablePath = "/sbin/launchd";
+    facts.parentName = "launchd";
     facts.descriptorCount = 12;
     facts.tcpSockets = {{AddressFamily::ipv4, TcpState::listen, 8080, 0},
                         {AddressFamily::ipv4, TcpState::established, 8080, 52000}};
@@ -55,7 +55,7 @@ TEST_F(ProcessDetailViewModelTest, ShowsAllThereIs) {
               u"Parent=launchd (1)|Port=8080|Protocol=TCP4|State=LISTEN|Address=*:8080|"
               "Started=Mar 5 07:07:31 2025|Elapsed=1:00:00|Flags=S"_s);
     EXPECT_EQ(text(viewModel.resourceRows()),
-              u"CPU=1.0%|Memory=1.9%|Resident=312 MB|Virtual=3 GB|Open FDs=12"_s);
+              u"Average CPU=1.0%|Memory=1.9%|Resident=312 MB|Virtual=3 GB|Open FDs=12"_s);
     EXPECT_EQ(text(viewModel.applicationRows()), u"Bundle ID=org.my|Version=1.2|Build=34"_s);
     EXPECT_EQ(viewModel.networkTitle(), u"Network (2)"_s);
     EXPECT_TRUE(viewModel.showsResources() && viewModel.showsNetwork() &&

@@ -30,6 +30,7 @@ TEST(CheckPortIntentTest, AnswersInOneSentence) {
         {65535,
          {owner("%1 %2\n\xE2\x80\xAE", 7)},
          u"Port 65535 is used by: %1 %2\uFFFD\uFFFD (PID 7)"_s},
+        {22, {owner("", 0), owner("sshd", 0)}, u"Port 22 is used by: Unknown, sshd"_s},
     };
     for (const auto& [port, owners, answer] : cases)
         EXPECT_EQ(checkPortDialog(port, owners).toStdString(), answer.toStdString());

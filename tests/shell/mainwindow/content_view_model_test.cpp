@@ -1,4 +1,5 @@
 #include "inventory_fixture.h"
+#include "support/model_operations.h"
 #include "support/window_driver.h"
 
 #include <QSignalSpy>
@@ -74,6 +75,115 @@ TEST_F(ContentViewModelTest, FreePortsAndNumbersThatAreNoPort) {
     EXPECT_EQ(model.statusText(), u"Port 81 is free"_s);
 }
 
+TEST_F(ContentViewModelTest, TextsSayWhatWasCheckedAndStayWhileTheyFade) {
+    ASSERT_TRUE(check(u"81"_s));
+    model.setPortInput(u"81818"_s); // no port, so nothing else becomes known
+    EXPECT_EQ(model.statusText(), u"Port 81 is free"_s);
+    model.setPortInput({});
+    EXPECT_FALSE(model.isFree());
+    EXPECT_EQ(model.freeText(), u"Port 81 is free"_s);
+
+    ASSERT_TRUE(check(u"8080"_s));
+    model.requestForceQuit();
+    model.cancelForceQuit();
+    EXPECT_EQ(model.confirmationButton(), u"Force Quit Sample"_s);
+    EXPECT_TRUE(model.confirmationMessage().startsWith(u"Force-quit Sample (PID 42)?"_s));
+    model.setPortInput(u"80803"_s);
+    EXPECT_EQ(model.resultsHeader(), u"1 process on port 8080"_s);
+    model.setPortInput({});
+    EXPECT_EQ(model.resultsHeader(), u"1 process on port 8080"_s);
+}
+
+TEST_F(ContentViewModelTest, DigitsGoOnOrBeginANewNumber) {
+    const auto type = [this](const QString& digits) {
+        for (const QChar digit : digits)
+            model.typeDigit(digit);
+        return model.portInput();
+    };
+    const auto look = [this](std::chrono::milliseconds time) { fixture->now += time; };
+    using namespace std::chrono_literals;
+
+    EXPECT_EQ(type(u"80"_s), u"80"_s);
+    look(5s);
+    EXPECT_EQ(type(u"8"_s), u"808"_s) << "nothing was shown yet";
+    ASSERT_TRUE(check(u"80"_s));
+    look(1900ms);
+    EXPECT_EQ(type(u"80"_s), u"8080"_s) << "a slow typist";
+    ASSERT_TRUE(check(u"8080"_s));
+    look(2s);
+    EXPECT_EQ(type(u"90"_s), u"90"_s);
+    EXPECT_EQ(type(u"00"_s), u"9000"_s);
+    ASSERT_TRUE(check(u"9000"_s));
+    look(2s);
+    model.goIntoNumber();
+    EXPECT_EQ(type(u"1"_s), u"90001"_s);
+
+    model.setSidebarSelection(8080);
+    EXPECT_EQ(type(u"2"_s), u"2"_s) << "chosen, not typed";
+    fixture->appModel.setPendingPort(8080);
+    EXPECT_EQ(type(u"3"_s), u"3"_s) << "handed over";
+    model.setPortInput({});
+    EXPECT_EQ(type(u"0808"_s), u"808"_s) << "written in another way only";
+    ASSERT_TRUE(check(u"8080"_s));
+    model.requestForceQuit();
+    model.confirmForceQuit();
+    EXPECT_EQ(type(u"4"_s), u"4"_s) << "done with that port";
+}
+
+TEST_F(ContentViewModelTest, FurtherChecksChangeOnlyWhatIsDifferent) {
+    const auto holders = [this](std::initializer_list<std::int64_t> pids) {
+        std::vector<OccupiedPort> list;
+        for (const std::int64_t pid : pids)
+            list.push_back({7000, "TCP4", "a", "A", pid, "0", ""});
+        fixture->cache.replace(std::move(list));
+    };
+    holders({1, 2});
+    ModelOperations rows(*model.processes());
+    QSignalSpy focus(&model, &ContentViewModel::resultsFocusRequested);
+    QSignalSpy answers(&model, &ContentViewModel::statusChanged);
+    const auto waitForAnswer = [&answers](auto cause) {
+        answers.clear();
+        cause();
+        return waitFor([&answers] { return !answers.empty(); });
+    };
+
+    model.setSidebarSelection(7000); // checks at once, and once more after a moment
+    ASSERT_TRUE(waitForCheck());
+    EXPECT_EQ(rows.take(), QStringList{u"insert 0-1"_s});
+    model.openRow(1);
+    ASSERT_TRUE(waitForAnswer([] {}));
+    EXPECT_EQ(fixture->tables.lookups(7000), 2);
+    model.loadOccupiedPorts();
+    ASSERT_TRUE(waitFor([this] { return model.sidebar()->rowOfPort(7000) >= 0; }));
+    const int row = model.sidebar()->rowOfPort(7000);
+    ASSERT_TRUE(waitForAnswer([this] { model.refresh(); }));
+    ASSERT_TRUE(waitForAnswer([&] { model.activateSidebarRow(row); }));
+    EXPECT_EQ(fixture->tables.lookups(7000), 4);
+    EXPECT_EQ(rows.take(), QStringList());
+    EXPECT_EQ(model.selectedRow(), 1);
+    EXPECT_TRUE(model.isInspectorOpen());
+
+    holders({3, 2});
+    ASSERT_TRUE(waitForAnswer([this] { model.refresh(); }));
+    EXPECT_EQ(rows.take(), (QStringList{u"remove 0-0"_s, u"insert 0-0"_s}));
+    EXPECT_EQ(model.selectedRow(), 1);
+    EXPECT_TRUE(model.isInspectorOpen());
+    holders({3});
+    ASSERT_TRUE(waitForAnswer([this] { model.refresh(); }));
+    EXPECT_EQ(rows.take(), QStringList{u"remove 1-1"_s});
+    EXPECT_FALSE(model.hasSelection());
+    EXPECT_EQ(focus.count(), 1);
+
+    fixture->tables.holdNext(7000);
+    model.performCheck(); // somebody asks again
+    EXPECT_TRUE(model.isChecking());
+    fixture->tables.letGo();
+    ASSERT_TRUE(waitForCheck());
+    EXPECT_EQ(rows.take(), QStringList());
+    EXPECT_EQ(model.selectedRow(), 0);
+    EXPECT_EQ(focus.count(), 2);
+}
+
 TEST_F(ContentViewModelTest, OvertakenAnswersAreDropped) {
     fixture->tables.holdNext(8080);
     model.setPortInput(u"8080"_s);
@@ -128,11 +238,40 @@ TEST_F(ContentViewModelTest, OffersToEndOnlyWhatMayBeEnded) {
         ASSERT_TRUE(check(port));
         EXPECT_TRUE(model.hasSelection());
         EXPECT_EQ(model.canForceQuit(), isOffered);
+        EXPECT_EQ(model.forceQuitHint().isEmpty(), isOffered);
         model.requestForceQuit();
         EXPECT_EQ(model.isConfirming(), isOffered);
         model.cancelForceQuit();
     }
     EXPECT_EQ(model.processes()->index(0).data(ProcessListModel::pidRole), 0);
+}
+
+TEST_F(ContentViewModelTest, RowsOfTheSidebarAreAskedAboutBeforeTheyAreLookedAtOrEnded) {
+    model.appear();
+    ASSERT_TRUE(waitFor([this] { return model.sidebar()->holds(8080); }));
+    const auto keyOf = [this](int port) {
+        const QModelIndex row = model.sidebar()->index(model.sidebar()->rowOfPort(port));
+        return row.data(SidebarModel::rowKeyRole).toString();
+    };
+    model.requestForceQuitOfPort(keyOf(8080));
+    EXPECT_FALSE(model.isConfirming());
+    ASSERT_TRUE(waitFor([this] { return model.isConfirming(); }));
+    model.cancelForceQuit();
+    model.openPort(keyOf(8080)); // which is answered
+    EXPECT_TRUE(model.isInspectorOpen());
+    model.openPort(keyOf(9000));
+    EXPECT_FALSE(model.isInspectorOpen());
+    ASSERT_TRUE(waitFor([this] { return model.isInspectorOpen(); }));
+    EXPECT_EQ(model.detailProcess()->pid, 77);
+
+    // Whoever has taken the port meanwhile was not meant.
+    const QString key = keyOf(8080);
+    fixture->tables.end(42);
+    fixture->tables.addListener(8080, 43, currentUserId(), "/bin/newer");
+    QSignalSpy focus(&model, &ContentViewModel::resultsFocusRequested);
+    model.requestForceQuitOfPort(key);
+    ASSERT_TRUE(waitFor([&] { return !focus.empty(); }));
+    EXPECT_FALSE(model.isConfirming());
 }
 
 TEST_F(ContentViewModelTest, HostileNamesLeaveTheQuestionWhole) {
@@ -161,9 +300,11 @@ TEST_F(ContentViewModelTest, TakesUpRequestsFromElsewhere) {
     EXPECT_EQ(fixture->onboardingShown, 1);
 
     QSignalSpy changes(&fixture->appModel, &AppModel::pendingPortChanged);
+    fixture->tables.holdNext(8080);
     fixture->appModel.setPendingPort(8080);
     EXPECT_EQ(model.portInput(), u"8080"_s);
     EXPECT_TRUE(model.isChecking());
+    fixture->tables.letGo();
     EXPECT_EQ(changes.count(), 2) << "taken up, and reset";
 }
 
@@ -200,10 +341,10 @@ TEST_F(ContentViewModelTest, SidebarKeepsTheNewestOfTwoLists) {
     ASSERT_TRUE(waitFor([this] { return fixture->tables.isHolding(); }));
     fixture->tables.addListener(5000, 50, currentUserId(), "/bin/newer");
     model.loadOccupiedPorts();
-    ASSERT_TRUE(waitFor([this] { return !model.isLoadingSidebar(); })) << "the newest ends it";
-    EXPECT_GE(model.sidebar()->rowOfPort(5000), 0);
     QSignalSpy removals(model.sidebar(), &QAbstractItemModel::rowsRemoved);
     fixture->tables.letGo();
+    ASSERT_TRUE(waitFor([this] { return !model.isLoadingSidebar(); })) << "the newest ends it";
+    EXPECT_GE(model.sidebar()->rowOfPort(5000), 0);
     for (int later = 0; later < 5; ++later) { // time for what becomes of the first
         model.loadOccupiedPorts();
         ASSERT_TRUE(waitFor([this] { return !model.isLoadingSidebar(); }));

@@ -7,6 +7,8 @@
 #include <QtQml/qqmlextensionplugin.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 Q_IMPORT_QML_PLUGIN(Zenlot_MainWindowPlugin)
 Q_IMPORT_QML_PLUGIN(Zenlot_ProcessIconPlugin)
 Q_IMPORT_QML_PLUGIN(Zenlot_StylePlugin)
@@ -27,6 +29,12 @@ class ContentViewTest : public ViewTest {
         view.resize(720, 480);
         ViewDriver::open("MainWindow/ContentView.qml",
                          {{u"viewModel"_s, QVariant::fromValue(&model)}});
+    }
+
+    // Waits for a list of which one row has it.
+    bool hasKeyboard(const QString& list) {
+        return waitFor(
+            [&] { return std::ranges::any_of(itemsNamed(list), &QQuickItem::hasActiveFocus); });
     }
 
     MainWindowFixture fixture;
@@ -56,6 +64,57 @@ TEST_F(ContentViewTest, KeyboardAloneFindsOpensAndEndsAProcess) {
     EXPECT_NE(waitForItem(u"Port 8080 is free"_s), nullptr);
     EXPECT_TRUE(waitForNoItem(u"Sample"_s));
     EXPECT_TRUE(model.isInspectorOpen()) << "what was being read stays";
+    EXPECT_TRUE(comesToFocus(u"Port"_s));
+    type(u"9"_s);
+    EXPECT_EQ(model.portInput(), u"9"_s);
+}
+
+TEST_F(ContentViewTest, EndOfACheckTakesTheKeyboardFromNoDialogAndNoMenu) {
+    fixture.tables.addListener(8080, 42, currentUserId(), "/opt/Sample.app/server");
+    fixture.tables.addListener(9000, 43, currentUserId(), "/opt/Other.app/server");
+    open();
+    type(u"8080"_s);
+    ASSERT_TRUE(hasKeyboard(u"1 process on port 8080"_s));
+    press(Qt::Key_Delete);
+    ASSERT_TRUE(comesToFocus(u"Cancel"_s));
+    fixture.appModel.setPendingPort(9000);
+    ASSERT_NE(waitForItem(u"1 process on port 9000"_s), nullptr);
+    model.focusPortField();
+    EXPECT_EQ(focused(), u"Cancel"_s);
+    press(Qt::Key_Return);
+    ASSERT_TRUE(waitForNoItem(u"Force-quit Sample"_s));
+    EXPECT_TRUE(fixture.tables.process(42));
+    EXPECT_TRUE(hasKeyboard(u"1 process on port 9000"_s));
+
+    click(itemFrom(u"Other TCP4"_s), Qt::RightButton);
+    ASSERT_NE(waitForItem(u"Copy Port"_s), nullptr);
+    fixture.appModel.setPendingPort(8080);
+    ASSERT_NE(waitForItem(u"1 process on port 8080"_s), nullptr);
+    for (const int key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Down, Qt::Key_Return})
+        press(key);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"9000"_s);
+    ASSERT_TRUE(waitForNoItem(u"Copy Port"_s));
+    EXPECT_TRUE(hasKeyboard(u"1 process on port 8080"_s));
+}
+
+TEST_F(ContentViewTest, KeysForTheNumberReachTheFieldFromEverywhere) {
+    fixture.tables.addListener(8080, 42, currentUserId(), "/opt/Sample.app/server");
+    open();
+    for (const QString& place : {u"Listening ports"_s, u"Refresh"_s, u"Toggle Inspector"_s}) {
+        SCOPED_TRACE(place.toStdString());
+        press(Qt::Key_Escape);
+        type(u"8080"_s);
+        ASSERT_TRUE(hasKeyboard(u"1 process on port 8080"_s));
+        itemFrom(place)->forceActiveFocus();
+        press(Qt::Key_Backspace);
+        EXPECT_EQ(model.portInput(), u"808"_s);
+        EXPECT_EQ(focused(), u"Port"_s);
+        itemFrom(place)->forceActiveFocus();
+        QGuiApplication::clipboard()->setText(u"port 8081"_s);
+        press(Qt::Key_V, Qt::ControlModifier);
+        EXPECT_EQ(model.portInput(), u"8081"_s);
+        EXPECT_EQ(focused(), u"Port"_s);
+    }
 }
 
 TEST_F(ContentViewTest, DigitsTypedIntoTheResultsGoOnInTheField) {
@@ -67,9 +126,48 @@ TEST_F(ContentViewTest, DigitsTypedIntoTheResultsGoOnInTheField) {
     ASSERT_TRUE(waitFor([this] { return model.hasSelection(); }));
     type(u"80"_s);
     EXPECT_NE(waitForItem(u"Other TCP4"_s), nullptr);
+    fixture.now += ContentViewModel::kLookAtTheAnswer;
+    type(u"81"_s);
+    EXPECT_NE(waitForItem(u"Port 81 is free"_s), nullptr);
+    EXPECT_EQ(model.portInput(), u"81"_s);
+    fixture.now += ContentViewModel::kLookAtTheAnswer; // the field still has the keyboard
+    type(u"82"_s);
+    EXPECT_EQ(model.portInput(), u"82"_s);
     press(Qt::Key_Escape);
     EXPECT_EQ(model.portInput(), QString());
     EXPECT_NE(waitForItem(u"Enter a port number"_s), nullptr);
+}
+
+TEST_F(ContentViewTest, ContextMenusOpenByKeyAndWhatCannotBeEndedSaysWhy) {
+    fixture.tables.addListener(8080, 42, currentUserId() + 1, "/opt/Sample.app/server");
+    open();
+    type(u"8080"_s);
+    ASSERT_TRUE(hasKeyboard(u"1 process on port 8080"_s));
+    press(Qt::Key_Menu);
+    ASSERT_TRUE(comesToFocus(u"Show Details"_s));
+    press(Qt::Key_Return);
+    EXPECT_TRUE(model.isInspectorOpen());
+    EXPECT_TRUE(hasKeyboard(u"1 process on port 8080"_s));
+    EXPECT_FALSE(itemFrom(u"Force Quit"_s)->isEnabled());
+    press(Qt::Key_Delete);
+    EXPECT_NE(waitForItem(u"It belongs to another user. To end it: sudo kill -9 42"_s), nullptr);
+
+    ASSERT_NE(waitForItem(u"8080 Sample"_s), nullptr);
+    itemFrom(u"Listening ports"_s)->forceActiveFocus();
+    press(Qt::Key_F10, Qt::ShiftModifier);
+    ASSERT_TRUE(comesToFocus(u"Show Details"_s));
+    EXPECT_FALSE(waitForItem(u"Force Quit…"_s)->isEnabled());
+    press(Qt::Key_Escape);
+    EXPECT_TRUE(hasKeyboard(u"Listening ports"_s));
+}
+
+TEST_F(ContentViewTest, ACutOffNameIsWholeInATip) {
+    fixture.tables.addListener(22, 43, currentUserId(), "/bin/" + std::string(100, 'n'));
+    open();
+    const QQuickItem* row = waitForItem(u"22 N"_s);
+    ASSERT_NE(row, nullptr);
+    QTest::mouseMove(window(), row->mapToScene(row->boundingRect().center()).toPoint());
+    EXPECT_NE(waitForItem(u'N' + QString(99, u'n')), nullptr);
 }
 
 TEST_F(ContentViewTest, SidebarIsReachedByClickAndByKey) {
@@ -95,8 +193,16 @@ TEST_F(ContentViewTest, SidebarIsReachedByClickAndByKey) {
 
     const QQuickItem* group = waitForItem(u"Sample 2"_s);
     ASSERT_NE(group, nullptr);
+    const auto state = [this] {
+        return QAccessible::queryAccessibleInterface(itemFrom(u"Sample 2"_s))
+            ->text(QAccessible::Description);
+    };
+    EXPECT_EQ(state(), u"closed"_s);
     click(group);
     EXPECT_NE(waitForItem(u"3001 TCP4"_s), nullptr);
+    EXPECT_EQ(state(), u"open"_s);
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(itemFrom(u"3001 TCP4"_s))->childCount(), 0)
+        << "nothing repeats its row";
     itemFrom(u"Listening ports"_s)->forceActiveFocus();
     press(Qt::Key_Left);
     EXPECT_TRUE(waitForNoItem(u"3001 TCP4"_s));

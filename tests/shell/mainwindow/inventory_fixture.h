@@ -64,9 +64,12 @@ struct MainWindowFixture {
     FakeAppService loginItem;
     AppSettings settings{userDefaults, loginItem};
     int onboardingShown{0};
+    std::chrono::steady_clock::time_point now{std::chrono::hours(1)};
     ContentViewModel model{
         {inventory, notifications, applications, bundleKeys, appModel, settings, userDefaults},
-        {{}, [this] { ++onboardingShown; }}};
+        {{}, [this] { ++onboardingShown; }},
+        nullptr,
+        [this] { return now; }};
 };
 
 } // namespace zenlot

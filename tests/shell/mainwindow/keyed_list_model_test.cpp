@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <random>
+#include <utility>
 
 namespace zenlot {
 namespace {
@@ -21,11 +22,11 @@ struct Row {
 class Model : public KeyedListModel<Row> {
   public:
     // Each character is a key; rows of an upper-case letter carry another value.
-    void show(const QString& keys) {
+    bool show(const QString& keys, std::size_t mostNew = kAll) {
         std::vector<Row> rows;
         for (const QChar key : keys)
             rows.push_back({QString(key.toLower()), key.isUpper() ? 1 : 0});
-        setRows(std::move(rows));
+        return setRows(rows, mostNew);
     }
 
     QString shown() const {
@@ -38,9 +39,18 @@ class Model : public KeyedListModel<Row> {
     QVariant data(const QModelIndex&, int) const override { return {}; }
 };
 
-TEST(KeyedListModelTest, ReachesWhateverIsWanted) {
+// At once, or in slices.
+class KeyedListModelTest : public testing::TestWithParam<std::size_t> {};
+INSTANTIATE_TEST_SUITE_P(By, KeyedListModelTest, testing::Values(static_cast<std::size_t>(-1), 2));
+
+TEST_P(KeyedListModelTest, ReachesWhateverIsWanted) {
     std::mt19937 random(7);
     Model model;
+    std::size_t inserted = 0;
+    QObject::connect(&model, &QAbstractItemModel::rowsInserted,
+                     [&](const QModelIndex&, int first, int last) {
+                         inserted += static_cast<std::size_t>(last - first + 1);
+                     });
     const QAbstractItemModelTester tester(&model);
     for (int round = 0; round < 300; ++round) {
         QString keys = u"abcdefghijkl"_s.left(static_cast<int>(random() % 13));
@@ -49,7 +59,11 @@ TEST(KeyedListModelTest, ReachesWhateverIsWanted) {
             if (random() % 4 == 0)
                 key = key.toUpper();
         }
-        model.show(keys);
+        while (!model.show(keys, GetParam())) {
+            ASSERT_EQ(inserted, GetParam()) << "or it might go on for good";
+            inserted = 0;
+        }
+        ASSERT_LE(std::exchange(inserted, 0), GetParam());
         ASSERT_EQ(model.shown(), keys);
     }
 }

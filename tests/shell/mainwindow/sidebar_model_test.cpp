@@ -2,6 +2,8 @@
 #include "support/model_operations.h"
 
 #include <QAbstractItemModelTester>
+#include <QSignalSpy>
+#include <QTest>
 #include <gtest/gtest.h>
 
 namespace zenlot {
@@ -55,7 +57,11 @@ TEST(SidebarModelTest, RefreshTouchesOnlyWhatChanged) {
     std::vector<AppPortGroup> own;
     for (std::int64_t port = 1000; port < 2200; ++port)
         own.push_back(single(port, port));
+    QSignalSpy settled(&model, &SidebarModel::settled);
     model.setContent({own, {}});
+    EXPECT_LT(model.rowCount(), 1000) << "the window would stand still";
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !settled.empty(); }, 20'000));
+    EXPECT_EQ(model.rowCount(), 1201);
     ModelOperations operations(model);
     model.setContent({own, {}});
     EXPECT_EQ(operations.take(), QStringList());

@@ -63,7 +63,7 @@ TEST(ThemeColorsTest, EverythingWrittenCanBeRead) {
             SCOPED_TRACE(surface.name().toStdString());
             EXPECT_GE(contrastRatio(colors.label, surface), 4.5);
             EXPECT_GE(contrastRatio(colors.secondaryLabel, surface), 4.5);
-            EXPECT_GE(contrastRatio(colors.tertiaryLabel, surface), 3.0);
+            EXPECT_GE(contrastRatio(colors.tertiaryLabel, surface), 4.5);
             EXPECT_GE(contrastRatio(colors.focus, surface), 3.0);
         }
         for (const QColor& symbol : {colors.vividGreen, colors.vividBlue, colors.vividOrange,
