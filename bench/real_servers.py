@@ -1342,22 +1342,13 @@ untuned("Vite, vite.config.ts with loadEnv", "npm run dev",
         {"index.html": WEB["index.html"], "main.js": WEB["main.js"],
          "package.json": '{"name": "shop", "private": true, "type": "module", "scripts": {"dev": "vite", "build": "vite build"}}\n',
          "vite.config.ts": "import { defineConfig, loadEnv } from 'vite';\n\nexport default defineConfig(({ mode }) => {\n"
-                           "  const env = loadEnv(mode, process.cwd(), '');\n  return {\n    server: {\n"
+                           "  const env = loadEnv(mode, process.cwd(), '');\n  return {\n    cacheDir: '.vite',\n    server: {\n"
                            "      port: Number(env.FRONTEND_PORT),\n      proxy: { '/api': env.BACKEND_URL },\n    },\n  };\n});\n",
          ".env.development": "FRONTEND_PORT=%P\nBACKEND_URL=http://localhost:%D\n"}, second=True)
 untuned("Next.js, app router, PORT", "npm run dev",
         {"package.json": '{"name": "shop", "private": true, "scripts": {"dev": "next dev", "build": "next build"}}\n',
          "app/layout.js": "export default function Layout({ children }) {\n  return <html><body>{children}</body></html>;\n}\n",
          "app/page.js": "export default function Page() {\n  return <h1>ok</h1>;\n}\n"}, environment={"PORT": "%P"})
-untuned("React Router", "npm run dev",
-        {"package.json": '{"name": "shop", "private": true, "type": "module", "scripts": {"dev": "react-router dev"}, '
-                         '"dependencies": {"@react-router/node": "*", "isbot": "*", "react": "*", "react-dom": "*"}}\n',
-         "vite.config.ts": "import { reactRouter } from '@react-router/dev/vite';\nimport { defineConfig } from 'vite';\n\n"
-                           "export default defineConfig({\n  plugins: [reactRouter()],\n  server: { port: %P, strictPort: true },\n});\n",
-         "app/root.tsx": "import { Outlet } from 'react-router';\n\nexport default function App() {\n"
-                         "  return <html><body><Outlet /></body></html>;\n}\n",
-         "app/routes.ts": "import { index } from '@react-router/dev/routes';\n\nexport default [index('home.tsx')];\n",
-         "app/home.tsx": "export default function Home() {\n  return <h1>ok</h1>;\n}\n"})
 untuned("Express, npm script with PORT=", "npm run dev",
         {"package.json": '{"name": "shop", "main": "src/index.js", "scripts": {"dev": "PORT=%P NODE_ENV=development node --watch '
                          'src/index.js"}}\n',
@@ -1393,13 +1384,13 @@ untuned("json-server, db.json", "json-server db.json", {"db.json": '{"posts": [{
 untuned("http.server, --directory", py("-m http.server --directory dist --bind 127.0.0.1 %P"), {"dist/index.html": WEB["index.html"]})
 untuned("gunicorn, PORT", "gunicorn --access-logfile - app:app", WSGI, environment={"PORT": "%P"})
 untuned("gunicorn, uvicorn workers", "gunicorn -k uvicorn.workers.UvicornWorker -w 2 -b :%P app:app", ASGI)
-untuned("uvicorn, workers", "uvicorn app:app --host 0.0.0.0 --port %P --workers 2", ASGI)
+untuned("uvicorn, workers", "uvicorn app:app --host 0.0.0.0 --workers 2", ASGI, port=8000)
 untuned("node --inspect, 9229", "node --inspect server.js", {"server.js": HTTP + ".listen(0, '127.0.0.1');\n"}, port=9229)
-untuned("Docusaurus", "docusaurus start --no-open --port %P",
+untuned("Docusaurus", "docusaurus start --no-open",
         {"package.json": '{"name": "shop-docs", "private": true}\n',
          "docusaurus.config.js": "module.exports = {\n  title: 'Shop',\n  url: 'http://localhost:%D',\n  baseUrl: '/',\n"
                                  "  presets: [['classic', { blog: false }]],\n};\n",
-         "docs/intro.md": "---\nslug: /\n---\n# Shop\n", "sidebars.js": "module.exports = {};\n"}, second=True)
+         "docs/intro.md": "---\nslug: /\n---\n# Shop\n", "sidebars.js": "module.exports = {};\n"}, port=3000, second=True)
 untuned("Rails, config/puma.rb", "ruby bin/rails server",
         {"bin/rails": "APP_PATH = File.expand_path('../config/application', __dir__)\nrequire 'rails/commands'\n",
          "config/application.rb": "require 'rails'\nrequire 'action_controller/railtie'\n\nclass Shop < Rails::Application\n"
@@ -1447,8 +1438,8 @@ untuned("Next.js, custom server", "node server.js",
                       "  createServer((request, response) => handle(request, response)).listen(port);\n});\n"})
 untuned("Vite, middleware mode", "node server.js",
         {**WEB, "server.js": "import express from 'express';\nimport { createServer } from 'vite';\n\nconst app = express();\n"
-                             "const vite = await createServer({ server: { middlewareMode: true, hmr: false, ws: false }, "
-                             "appType: 'custom' });\n"
+                             "const vite = await createServer({ cacheDir: '.vite', server: { middlewareMode: true, "
+                             "hmr: false, ws: false }, appType: 'custom' });\n"
                              "app.use(vite.middlewares);\napp.listen(%P, () => console.log('http://localhost:%P'));\n"})
 untuned("node, settings by NODE_ENV", "node server.js",
         {"server.js": "const settings = require('./settings')[process.env.NODE_ENV || 'development'];\n" + HTTP +
@@ -1462,8 +1453,8 @@ untuned("webpack-dev-middleware", "node server.js",
                               "app.use(middleware(webpack(require('./webpack.config.js'))));\napp.listen(%P);\n"})
 untuned("Browsersync in a gulpfile", "gulp",
         {"gulpfile.js": "const sync = require('browser-sync').create();\n\nexports.default = (done) => {\n"
-                        "  sync.init({ server: './src', port: %P, open: false, ui: false }, done);\n};\n",
-         "src/index.html": WEB["index.html"], "package.json": '{"name": "shop"}\n'})
+                        "  sync.init({ server: './src', open: false, ui: false }, done);\n};\n",
+         "src/index.html": WEB["index.html"], "package.json": '{"name": "shop"}\n'}, port=3000)
 untuned("Foreman, Procfile.dev", "foreman start -f Procfile.dev",
         {"Procfile.dev": "web: bundle exec puma -p %P config.ru\nworker: sleep 600\n", "Gemfile": "gem 'puma'\ngem 'rack'\n", **RACK})
 untuned("run.sh", "sh run.sh",
@@ -1474,7 +1465,8 @@ untuned("caddy reverse-proxy", "caddy reverse-proxy --from http://:%P --to local
 untuned("socat, forwarding", "socat TCP-LISTEN:%P,fork TCP:127.0.0.1:%D", second=True)
 untuned("prometheus_client", py("worker.py"),
         {"worker.py": "import time\n\nfrom prometheus_client import Counter, start_http_server\n\n"
-                      "runs = Counter('runs', 'Runs so far')\nstart_http_server(8000)\nwhile True:\n    runs.inc()\n    time.sleep(5)\n"}, port=8000)
+                      "runs = Counter('runs', 'Runs so far')\nstart_http_server(8000)\n"
+                      "while True:\n    runs.inc()\n    time.sleep(5)\n"}, port=8000)
 untuned("MkDocs, dev_addr", "mkdocs serve",
         {"mkdocs.yml": "site_name: Shop\ndev_addr: 127.0.0.1:%P\n", "docs/index.md": "# Shop\n"})
 untuned("Jekyll, _config.yml", "jekyll serve",
