@@ -71,7 +71,8 @@ ENVIRONMENT = {
 
 
 def as_user(*command):
-    return ["runuser", "-u", USER, "--", "env", "-i", *(f"{k}={v}" for k, v in ENVIRONMENT.items()), *command]
+    return ["setpriv", f"--reuid={UID}", f"--regid={UID}", "--init-groups", "--",
+            "env", "-i", *(f"{name}={text}" for name, text in ENVIRONMENT.items()), *command]
 
 
 def user(*command):
@@ -224,8 +225,8 @@ def completions():
 def first_run():
     say("First run:")
     check("a desktop with a real service manager of the user", log_in())
-    user("gio", "launch", f"/usr/share/applications/{NAME}.desktop")
-    check("the entry of the menu starts it", shows("frame", "Welcome to Zenlot"))
+    user("gapplication", "launch", NAME)
+    check("a desktop starts it over the bus, as its entry says", shows("frame", "Welcome to Zenlot"))
     check("as a service of the session", unit_process(f"{NAME}.service") == owner(NAME) != 0)
     picture("welcome")
     check("the welcome goes on", press("push button", "Continue") and press("push button", "Enable"))
@@ -298,10 +299,8 @@ def links(place):
 
 def next_login():
     say("Out and in again:")
-    user("gtk-launch", NAME) if shutil.which("gtk-launch") else user("gio", "launch",
-                                                                    f"/usr/share/applications/{NAME}.desktop")
-    user("zenlot", "--settings")
-    check("the settings open", shows("frame", "Settings"))
+    user("gapplication", "action", NAME, "settings")
+    check("the action of its entry opens the settings", shows("frame", "Settings"))
     check("the start at login is switched on", press("check box", "Launch at login") and
           wait(lambda: (HOME / f".config/autostart/{NAME}.desktop").exists()))
     check("everything ends with the session", log_out() and
@@ -350,7 +349,7 @@ def upgrade():
           wait(lambda: program(unit_process(MONITOR)) == "/usr/bin/zenlot-monitor"), program(unit_process(MONITOR)))
     check("the application goes on", owner(NAME) == application and "(deleted)" in program(application))
     quit_zenlot()
-    started_by_user("zenlot")
+    user("gapplication", "launch", NAME)
     check("and is the new one when it is started again", wait(lambda: program(owner(NAME)) == "/usr/bin/zenlot"))
 
 
