@@ -39,8 +39,11 @@ def check(what, outcome, detail=""):
     return bool(outcome)
 
 
-def run(*command, **options):
-    return subprocess.run(command, text=True, capture_output=True, timeout=90, **options)
+def run(*command, timeout=300, **options):
+    try:
+        return subprocess.run(command, text=True, capture_output=True, timeout=timeout, **options)
+    except subprocess.TimeoutExpired:
+        return subprocess.CompletedProcess(command, -1, "", f"no end of {command} in {timeout} s")
 
 
 def output(*command):
@@ -76,7 +79,7 @@ def as_user(*command):
 
 
 def user(*command):
-    return run(*as_user(*command), cwd=HOME)
+    return run(*as_user(*command), cwd=HOME, timeout=30)
 
 
 def user_output(*command):
@@ -228,6 +231,7 @@ def first_run():
     user("gapplication", "launch", NAME)
     check("a desktop starts it over the bus, as its entry says", shows("frame", "Welcome to Zenlot"))
     check("as a service of the session", unit_process(f"{NAME}.service") == owner(NAME) != 0)
+    shows("push button", "Continue")
     picture("welcome")
     check("the welcome goes on", press("push button", "Continue") and press("push button", "Enable"))
     state = wait(lambda: unit_state(MONITOR) == ("enabled", "active"))

@@ -10,7 +10,14 @@ A NAME that ends in an asterisk is the beginning of one. Each fails where there 
 """
 import sys
 
+import gi
 import pyatspi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi  # noqa: E402
+
+# A program that does not answer is passed over; milliseconds, and those for one that has just started.
+Atspi.set_timeout(2000, 5000)
 
 
 def shown(node, depth=0):
