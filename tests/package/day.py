@@ -244,6 +244,19 @@ def first_run():
     check("its icon is in the panel", items)
 
 
+def settings():
+    say("The settings:")
+    user("gapplication", "action", NAME, "settings")
+    check("the action of its entry opens them", shows("frame", "Settings"))
+    check("the start at login is switched on", press("check box", "Launch at login") and
+          wait(lambda: (HOME / f".config/autostart/{NAME}.desktop").exists()))
+    check("conflicts are watched for", press("page tab", "Port Monitoring") and
+          wait(lambda: screen("checked", "check box", "Conflict Monitoring")))
+    stored = HOME / f".config/{NAME}/defaults.json"
+    check("and told", wait(lambda: '"conflictMonitoringEnabled": true' in stored.read_text()), stored.read_text())
+    user("xdotool", "key", "Escape")
+
+
 def conflict():
     say("A conflict:")
     project = HOME / "project"
@@ -303,10 +316,6 @@ def links(place):
 
 def next_login():
     say("Out and in again:")
-    user("gapplication", "action", NAME, "settings")
-    check("the action of its entry opens the settings", shows("frame", "Settings"))
-    check("the start at login is switched on", press("check box", "Launch at login") and
-          wait(lambda: (HOME / f".config/autostart/{NAME}.desktop").exists()))
     check("everything ends with the session", log_out() and
           wait(lambda: not run("pgrep", "-u", USER).stdout), output("ps", "-u", USER, "-o", "args"))
     check("the next login", log_in())
@@ -398,6 +407,7 @@ def main():
     morning()
     completions()
     first_run()
+    settings()
     server = conflict()
     searches()
     links("with the package")
