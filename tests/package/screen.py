@@ -51,7 +51,9 @@ def main():
                     place = node.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
                     print(place.x, place.y, place.width, place.height)
                 elif verb == "press":
-                    node.queryAction().doAction(0)
+                    actions = node.queryAction()
+                    names = [actions.getName(place).lower() for place in range(actions.nActions)]
+                    actions.doAction(next(names.index(name) for name in ("press", "toggle", "click") if name in names))
                 elif verb == "text":
                     print(node.queryText().getText(0, -1))
                 elif verb == "checked":
