@@ -301,7 +301,7 @@ def searches():
 def quit_zenlot():
     if process := owner(NAME):
         os.kill(process, signal.SIGTERM)
-    return wait(lambda: not owner(NAME))
+    return wait(lambda: not owner(NAME) and unit_state(f"{NAME}.service")[1] in ("inactive", "failed"))
 
 
 def links(place):
@@ -317,7 +317,7 @@ def links(place):
 def next_login():
     say("Out and in again:")
     check("everything ends with the session", log_out() and
-          wait(lambda: not run("pgrep", "-u", USER).stdout), output("ps", "-u", USER, "-o", "args"))
+          wait(lambda: not run("pgrep", "-u", USER, "-f", "zenlot").stdout), output("ps", "-u", USER, "-o", "args"))
     check("the next login", log_in())
     check("starts it", wait(lambda: owner(NAME)))
     check("without a window", not screen("find", "frame", "Zenlot"))
@@ -326,6 +326,7 @@ def next_login():
 
 def newer_packages():
     """The same packages with a higher version."""
+    os.makedirs("/tmp/newer", exist_ok=True)
     for path in packages():
         folder = f"/tmp/newer/{pathlib.Path(path).stem}"
         run("dpkg-deb", "--raw-extract", path, folder)
