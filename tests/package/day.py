@@ -39,8 +39,11 @@ def check(what, outcome, detail=""):
     return bool(outcome)
 
 
-def run(*command, **options):
-    return subprocess.run(command, text=True, capture_output=True, timeout=90, **options)
+def run(*command, timeout=300, **options):
+    try:
+        return subprocess.run(command, text=True, capture_output=True, timeout=timeout, **options)
+    except subprocess.TimeoutExpired:
+        return subprocess.CompletedProcess(command, -1, "", f"no end of {command} in {timeout} s")
 
 
 def output(*command):
@@ -71,11 +74,12 @@ ENVIRONMENT = {
 
 
 def as_user(*command):
-    return ["runuser", "-u", USER, "--", "env", "-i", *(f"{k}={v}" for k, v in ENVIRONMENT.items()), *command]
+    return ["setpriv", f"--reuid={UID}", f"--regid={UID}", "--init-groups", "--",
+            "env", "-i", *(f"{name}={text}" for name, text in ENVIRONMENT.items()), *command]
 
 
 def user(*command):
-    return run(*as_user(*command), cwd=HOME)
+    return run(*as_user(*command), cwd=HOME, timeout=30)
 
 
 def user_output(*command):
@@ -224,9 +228,10 @@ def completions():
 def first_run():
     say("First run:")
     check("a desktop with a real service manager of the user", log_in())
-    user("gio", "launch", f"/usr/share/applications/{NAME}.desktop")
-    check("the entry of the menu starts it", shows("frame", "Welcome to Zenlot"))
+    user("gapplication", "launch", NAME)
+    check("a desktop starts it over the bus, as its entry says", shows("frame", "Welcome to Zenlot"))
     check("as a service of the session", unit_process(f"{NAME}.service") == owner(NAME) != 0)
+    shows("push button", "Continue")
     picture("welcome")
     check("the welcome goes on", press("push button", "Continue") and press("push button", "Enable"))
     state = wait(lambda: unit_state(MONITOR) == ("enabled", "active"))
@@ -237,6 +242,19 @@ def first_run():
         "busctl", "--user", "get-property", "org.kde.StatusNotifierWatcher", "/StatusNotifierWatcher",
         "org.kde.StatusNotifierWatcher", "RegisteredStatusNotifierItems")) and "StatusNotifierItem" in said and said)
     check("its icon is in the panel", items)
+
+
+def settings():
+    say("The settings:")
+    user("gapplication", "action", NAME, "settings")
+    check("the action of its entry opens them", shows("frame", "Settings"))
+    check("the start at login is switched on", press("check box", "Launch at login") and
+          wait(lambda: (HOME / f".config/autostart/{NAME}.desktop").exists()))
+    check("conflicts are watched for", press("page tab", "Port Monitoring") and
+          wait(lambda: screen("checked", "check box", "Conflict Monitoring")))
+    stored = HOME / f".config/{NAME}/defaults.json"
+    check("and told", wait(lambda: '"conflictMonitoringEnabled": true' in stored.read_text()), stored.read_text())
+    user("xdotool", "key", "Escape")
 
 
 def conflict():
@@ -283,7 +301,7 @@ def searches():
 def quit_zenlot():
     if process := owner(NAME):
         os.kill(process, signal.SIGTERM)
-    return wait(lambda: not owner(NAME))
+    return wait(lambda: not owner(NAME) and unit_state(f"{NAME}.service")[1] in ("inactive", "failed"))
 
 
 def links(place):
@@ -298,14 +316,8 @@ def links(place):
 
 def next_login():
     say("Out and in again:")
-    user("gtk-launch", NAME) if shutil.which("gtk-launch") else user("gio", "launch",
-                                                                    f"/usr/share/applications/{NAME}.desktop")
-    user("zenlot", "--settings")
-    check("the settings open", shows("frame", "Settings"))
-    check("the start at login is switched on", press("check box", "Launch at login") and
-          wait(lambda: (HOME / f".config/autostart/{NAME}.desktop").exists()))
     check("everything ends with the session", log_out() and
-          wait(lambda: not run("pgrep", "-u", USER).stdout), output("ps", "-u", USER, "-o", "args"))
+          wait(lambda: not run("pgrep", "-u", USER, "-f", "zenlot").stdout), output("ps", "-u", USER, "-o", "args"))
     check("the next login", log_in())
     check("starts it", wait(lambda: owner(NAME)))
     check("without a window", not screen("find", "frame", "Zenlot"))
@@ -314,6 +326,7 @@ def next_login():
 
 def newer_packages():
     """The same packages with a higher version."""
+    os.makedirs("/tmp/newer", exist_ok=True)
     for path in packages():
         folder = f"/tmp/newer/{pathlib.Path(path).stem}"
         run("dpkg-deb", "--raw-extract", path, folder)
@@ -350,7 +363,7 @@ def upgrade():
           wait(lambda: program(unit_process(MONITOR)) == "/usr/bin/zenlot-monitor"), program(unit_process(MONITOR)))
     check("the application goes on", owner(NAME) == application and "(deleted)" in program(application))
     quit_zenlot()
-    started_by_user("zenlot")
+    user("gapplication", "launch", NAME)
     check("and is the new one when it is started again", wait(lambda: program(owner(NAME)) == "/usr/bin/zenlot"))
 
 
@@ -395,6 +408,7 @@ def main():
     morning()
     completions()
     first_run()
+    settings()
     server = conflict()
     searches()
     links("with the package")

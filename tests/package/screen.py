@@ -10,7 +10,14 @@ A NAME that ends in an asterisk is the beginning of one. Each fails where there 
 """
 import sys
 
+import gi
 import pyatspi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi  # noqa: E402
+
+# A program that does not answer is passed over; milliseconds, and those for one that has just started.
+Atspi.set_timeout(2000, 5000)
 
 
 def shown(node, depth=0):
@@ -44,7 +51,9 @@ def main():
                     place = node.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
                     print(place.x, place.y, place.width, place.height)
                 elif verb == "press":
-                    node.queryAction().doAction(0)
+                    actions = node.queryAction()
+                    names = [actions.getName(place).lower() for place in range(actions.nActions)]
+                    actions.doAction(next(names.index(name) for name in ("press", "toggle", "click") if name in names))
                 elif verb == "text":
                     print(node.queryText().getText(0, -1))
                 elif verb == "checked":
