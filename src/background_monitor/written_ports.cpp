@@ -183,6 +183,14 @@ bool isInUrl(std::string_view line, std::size_t place) {
            line.substr(scheme, place - scheme).find_first_of(" \t\"'`,") == std::string_view::npos;
 }
 
+// Whether the URLs on the line say where to listen, as in `app.Run("http://localhost:5000")`.
+bool listensByUrl(std::string_view line) {
+    const std::string small = inSmallLetters(line);
+    constexpr std::array<std::string_view, 5> kListeningByUrl{"listen", "bind", ".run", "urls",
+                                                              "daemon"};
+    return mentions(small, kListeningByUrl);
+}
+
 // The addresses on a line that are written as numbers, with or without a port behind them.
 std::vector<IpAddress> addressesIn(std::string_view line) {
     constexpr std::string_view kCharacters = "0123456789abcdefABCDEF:.";
@@ -212,6 +220,19 @@ bool isValueOfPort(std::string_view line, std::size_t place) {
     return inSmallLetters(line.substr(start, end - start)) == "port";
 }
 
+// Whether the colon ends the host of a URL, as in "postgres://ada@localhost:5432".
+bool isBehindScheme(std::string_view binary, std::size_t colon) {
+    constexpr std::size_t kLongestHost = 80;
+    const std::size_t from = colon - std::min(colon, kLongestHost);
+    const std::string_view before = binary.substr(from, colon - from);
+    const std::size_t scheme = before.rfind("://");
+    return scheme != std::string_view::npos &&
+           std::ranges::all_of(before.substr(scheme + 3), [](char character) {
+               return isWordCharacter(character) || character == '.' || character == '-' ||
+                      character == '@' || character == ':';
+           });
+}
+
 // Calls back with every number behind a colon.
 template <typename Call>
 void forEachColonNumber(std::string_view binary, Call&& call) {
@@ -220,7 +241,7 @@ void forEachColonNumber(std::string_view binary, Call&& call) {
         std::uint16_t number{0};
         const auto [last, error] =
             std::from_chars(binary.data() + colon + 1, binary.data() + binary.size(), number);
-        if (error == std::errc() && binary[colon + 1] != '0')
+        if (error == std::errc() && binary[colon + 1] != '0' && !isBehindScheme(binary, colon))
             call(number);
     }
 }
@@ -241,6 +262,8 @@ std::vector<PortSite> portSites(std::string_view text) {
         site.variables = variablesIn(line);
         std::vector<std::uint16_t> direct;
         forEachPort(line, [&](std::uint16_t port, std::size_t place) {
+            if (isInUrl(line, place) && !listensByUrl(line))
+                return;
             addOnce(site.ports, port);
             if (isValueOfPort(line, place))
                 addOnce(direct, port);

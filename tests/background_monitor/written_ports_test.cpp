@@ -30,6 +30,8 @@ TEST(WrittenPortsTest, LinesThatSayWhereToListen) {
         {"x({ metricsPort: 9100, port: 3006 })", {{3, {}, {3006}, false, {}}}},
         {"METRICS_PORT = 9100", {{2, {}, {9100}, false, {}}}},
         {"origin = 'http://localhost:8081'", {}},
+        {"new Server(server, { origin: 'http://localhost:8081' })", {}},
+        {"app.Run(\"http://localhost:8081\")", {{4, {}, {8081}, false, {}}}},
         {"port = 5432 # postgres", {{3, {}, {5432}, false, {}}}},
         {"postgres_port = 5432", {}},
         {"proxy: { target: 'http://localhost:8080' }", {}},
@@ -95,7 +97,9 @@ TEST(WrittenPortsTest, SettingsThatASourceNames) {
 
 TEST(WrittenPortsTest, NumbersInPrograms) {
     const std::uint16_t held[]{8080, 4096, 40000};
-    EXPECT_THAT(portsInBinary("GET:8080HTTP:40961", BinaryKind::program, held), ElementsAre(8080));
+    EXPECT_THAT(
+        portsInBinary("GET:8080HTTP:40961 postgres://a:b@host:4096/x", BinaryKind::program, held),
+        ElementsAre(8080));
     EXPECT_THAT(
         portsInBinary(std::string("\x11\x1f\x90\x03\0\0\x9c\x40", 8), BinaryKind::bytecode, held),
         ElementsAre(8080, 40000));
