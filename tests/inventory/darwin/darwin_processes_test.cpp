@@ -82,7 +82,7 @@ TEST_F(DarwinProcessesTest, InspectsAProcess) {
                                        .systemTime = 48'000'000});
     const ProcessFacts facts{TaskInfo{1, ProcessState::sleeping, seconds(1'700'000'000),
                                       std::uint64_t{400} << 30, 1'048'576, seconds(3)},
-                             "/sbin/launchd",
+                             "launchd",
                              3,
                              {{AddressFamily::ipv6, TcpState::listen, 3000, 0},
                               {AddressFamily::ipv4, TcpState::established, 3000, 52000}}};
