@@ -168,8 +168,12 @@ void takeScript(Invocation& invocation, const Interpreter& interpreter,
     invocation.tool = withoutScriptEnding(baseName(script));
     invocation.arguments = from(words, place + 1);
     // A script of an installed package has its row, or none; only one of the user's own is generic.
-    if (!isInstalledScript(script))
+    if (!isInstalledScript(script)) {
         invocation.genericTool = genericToolOf(interpreter.name);
+        // One's own "serve.py" is no "serve"; Django's script is everybody's own.
+        if (hasScriptEnding(script) && invocation.tool != "manage")
+            invocation.tool = baseName(script);
+    }
     if (interpreter.name != "deno" && interpreter.name != "bun")
         return;
     // Their own options come before the script, and a package may stand in its place.

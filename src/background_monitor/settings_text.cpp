@@ -35,13 +35,13 @@ constexpr std::array<std::pair<std::string_view, SettingsFormat>, 17> kFormats{{
 }};
 
 // Keys whose value is a port or an address with one.
-constexpr std::array<std::string_view, 26> kPortKeys{
+constexpr std::array<std::string_view, 27> kPortKeys{
     "port",       "http_port",      "httpport",       "http-port",      "listen_port",
     "listenport", "listen-port",    "server_port",    "serverport",     "server-port",
     "listen",     "bind",           "addr",           "address",        "listen_addr",
     "listenaddr", "listen-addr",    "listen_address", "listen-address", "listenaddress",
     "listener",   "applicationurl", "urls",           "bind_address",   "bind_addr",
-    "local_port"};
+    "local_port", "dev_addr"};
 
 // Blocks that say where the program itself listens.
 constexpr std::array<std::string_view, 15> kOwnBlocks{

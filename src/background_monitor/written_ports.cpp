@@ -78,11 +78,17 @@ std::string_view withoutComment(std::string_view line) {
     return line.substr(0, hash);
 }
 
+// "host=127.0.0.1 port=5432": in one value, and no arguments of a call.
+bool isConnectionString(std::string_view line) {
+    const std::size_t host = line.find("host=");
+    const std::size_t port = line.find(" port=", host);
+    return host != std::string_view::npos && port != std::string_view::npos &&
+           line.substr(host, port - host).find_first_of(",(") == std::string_view::npos;
+}
+
 // Whether a line, in small letters, asks another server for something. Ruby's ENV.fetch does not.
 bool asksOthers(std::string_view line) {
-    // Where a host and a port stand in one value, somebody is to be connected to.
-    if (speaksOfOthers(line) || (line.find("host=") != std::string_view::npos &&
-                                 line.find(" port=") != std::string_view::npos))
+    if (speaksOfOthers(line) || isConnectionString(line))
         return true;
     return std::ranges::any_of(kAsking, [line](std::string_view word) {
         const std::size_t place = line.find(word);
@@ -399,6 +405,15 @@ std::vector<std::string> variablesIn(std::string_view text) {
             addOnce(names, std::string(name));
         return end;
     };
+    // `const { PORT = 3000 } = process.env`
+    const std::size_t unpacked = text.find("} = process.env");
+    const std::size_t brace = text.substr(0, unpacked).rfind('{');
+    if (unpacked != std::string_view::npos && brace != std::string_view::npos) {
+        for (std::size_t place = brace; place < unpacked; ++place) {
+            if (isWordCharacter(text[place]))
+                place = take(place);
+        }
+    }
     for (std::size_t place = 0; place + 1 < text.size(); ++place) {
         if (text[place] == '$' && (text[place + 1] == '{' || isCapital(text[place + 1]))) {
             take(place + (text[place + 1] == '{' ? 2 : 1));

@@ -87,6 +87,12 @@ TEST(PortQuestionTest, SourcesAskForVariablesArgumentsAndFilesFirst) {
         std::vector<std::uint16_t> ports;
     } cases[]{
         {"const port = process.env.PORT || 3000;", PortSource::environment, {4000}},
+        {"const { X, PORT = 3000 } = process.env;\napp.listen(PORT)",
+         PortSource::environment,
+         {4000}},
+        {"app.run(host='0.0.0.0', port=int(os.environ.get('API_PORT', 3000)))",
+         PortSource::environment,
+         {4001}},
         {"port = int(os.getenv('API_PORT', 3000))", PortSource::environment, {4001}},
         {"set :port, ENV.fetch(\"WEB_PORT\") { 3000 }", PortSource::environmentFile, {5001}},
         {"port = os.getenv('X', 4990)", PortSource::source, {4990}},

@@ -46,6 +46,7 @@ const Case kCases[]{
     {"Python script", "python3.11 -X dev app.py -p 8123", "8123"},
     {"any program", "python3 /usr/lib/python3/dist-packages/tool.py", kUnknown},
     {"Python script", "python3 -m shop.web", kUnknown},
+    {"Python script", "python3 serve.py", kUnknown},
     {"Python script", "python3 -m unittest", kNothing},
     {"http.server", "python3 -m http.server -b localhost -d 8 8123", "127.0.0.1:8123"},
     {"Flask", "FLASK_RUN_PORT=5005 /usr/bin/python3 /usr/bin/flask --app x run", "5005"},
