@@ -259,8 +259,9 @@ class ManualSearch {
         if (isCommand && searchManual(name + "-" + command))
             return;
         searchManual(name);
-        for (const std::string& file :
-             {"/etc/" + name + ".conf", "/etc/" + name + "/" + name + ".conf"}) {
+        const fs::path settings("/etc");
+        const std::string fileName = name + ".conf";
+        for (const fs::path& file : {settings / fileName, settings / name / fileName}) {
             if (const auto text = readTextFile(file, kLargestPackageFile))
                 add(*text);
         }

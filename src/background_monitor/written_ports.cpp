@@ -302,11 +302,11 @@ std::vector<std::uint16_t> mentionedPorts(std::string_view text,
             if (small.empty())
                 small = inSmallLetters(line);
             const bool isAddress = place > 0 && line[place - 1] == ':' && !isInUrl(line, place);
-            // Whatever else the line speaks of.
-            if (mentions(small, kServing) && isValueOfPort(line, place))
-                addOnce(mentioned, port);
-            else if (!asksOthers(small) && (isAddress || mentions(small, kNaming)) &&
-                     (!isInUrl(line, place) || mentions(small, kServing)))
+            const bool isServing = mentions(small, kServing);
+            // Its own port counts whatever else the line speaks of.
+            const bool isOwn = isServing && isValueOfPort(line, place);
+            if (isOwn || (!asksOthers(small) && (isAddress || mentions(small, kNaming)) &&
+                          (!isInUrl(line, place) || isServing)))
                 addOnce(mentioned, port);
         });
     });
