@@ -11,13 +11,11 @@
 
 #include <algorithm>
 #include <array>
-#include <deque>
 #include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 
 namespace zenlot {
 namespace {
@@ -111,8 +109,6 @@ class ManualSearch {
             searchDocuments(fs::path(script).stem().string());
         }
     }
-
-    bool hasTime() const { return std::chrono::steady_clock::now() < deadline_; }
 
     static void addOnce(std::vector<std::uint16_t>& ports, std::uint16_t port) {
         if (std::ranges::find(ports, port) == ports.end())
@@ -223,30 +219,19 @@ class ManualSearch {
     }
 
     void searchFolder(const fs::path& root) {
-        std::deque<std::pair<fs::path, int>> folders{{root, 0}};
         std::size_t files = 0;
-        std::size_t entries = 0;
-        while (!folders.empty() && hasTime()) {
-            const auto [folder, depth] = std::move(folders.front());
-            folders.pop_front();
-            std::error_code error;
-            for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
-                 entry.increment(error)) {
-                if (++entries > kMostPackageEntries || files >= kMostPackageFiles || !hasTime())
-                    return;
-                const std::string name = entry->path().filename().string();
-                std::error_code ignored;
-                if (entry->is_directory(ignored) && !entry->is_symlink(ignored)) {
-                    if (depth < kDeepestPackageFolder &&
-                        std::ranges::find(kSkippedOfPackage, name) == kSkippedOfPackage.end())
-                        folders.emplace_back(entry->path(), depth + 1);
-                } else if (isPackageSource(name)) {
-                    ++files;
-                    if (const auto text = readTextFile(entry->path(), kLargestPackageFile))
-                        addSource(*text);
-                }
-            }
-        }
+        walkFiles(
+            root, {kMostPackageEntries, kDeepestPackageFolder, deadline_},
+            [](const std::string& folder) { return !isOneOf(folder, kSkippedOfPackage); },
+            [&](const fs::directory_entry& file) {
+                if (!isPackageSource(file.path().filename().string()))
+                    return true;
+                if (++files > kMostPackageFiles)
+                    return false;
+                if (const auto text = readTextFile(file.path(), kLargestPackageFile))
+                    addSource(*text);
+                return true;
+            });
     }
 
     void searchDocuments(const std::string& name) {

@@ -121,11 +121,12 @@ class FileSearch {
             all.push_back(std::move(answer));
         }
         all.push_back({PortSource::source, inBuilt_.ports});
+        const std::vector<std::uint16_t> called = inNamedPlaces();
         if (!names(all, PortSource::source))
-            all.push_back({PortSource::source, inNamedPlaces()});
+            all.push_back({PortSource::source, called});
         all.push_back({PortSource::environmentFile, inVariableFiles()});
         addBuiltsVariables(all);
-        narrow(all);
+        narrow(all, called);
         const bool mayNamePortItself = attempt_.runtime->mayNamePortItself;
         if (mayNamePortItself || !attempt_.config.empty())
             all.push_back({PortSource::mention, mentionedNearby()});
@@ -164,11 +165,10 @@ class FileSearch {
 
     // Where a source or settings name several held ports, the one counts whose name the line that
     // listens holds: `listen(ports.trpc)` beside `{ web: 3000, trpc: 4000 }`.
-    void narrow(std::vector<PortAnswer>& answers) const {
+    void narrow(std::vector<PortAnswer>& answers, std::span<const std::uint16_t> called) const {
         const auto isHeld = [this](std::uint16_t port) {
             return std::ranges::find(held_, port) != held_.end();
         };
-        const std::vector<std::uint16_t> called = inNamedPlaces();
         for (PortAnswer& answer : answers) {
             if ((answer.source != PortSource::source && answer.source != PortSource::settings) ||
                 std::ranges::count_if(answer.ports, isHeld) < 2)
@@ -612,40 +612,29 @@ class FileSearch {
         const fs::path root = projectRoot();
         if (root.empty() || root == root.root_path() || root == attempt_.home || root == "/tmp")
             return found;
-        std::deque<std::pair<fs::path, int>> folders{{root, 0}};
         std::size_t files = 0;
-        std::size_t entries = 0;
-        while (!folders.empty() && hasTime()) {
-            const auto [folder, depth] = std::move(folders.front());
-            folders.pop_front();
-            std::error_code error;
-            for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
-                 entry.increment(error)) {
-                if (++entries > kMostProjectEntries || !hasTime())
-                    return {}; // half a search may have missed the right one
-                const std::string name = entry->path().filename().string();
+        const bool isWhole = walkFiles(
+            root, {kMostProjectEntries, kDeepestProjectFolder, deadline_},
+            [](const std::string& folder) {
+                return !folder.starts_with('.') && !isOneOf(folder, kSkippedFolders);
+            },
+            [&](const fs::directory_entry& file) {
                 std::error_code ignored;
-                if (entry->is_symlink(ignored))
-                    continue;
-                if (entry->is_directory(ignored)) {
-                    if (depth < kDeepestProjectFolder && !name.starts_with('.') &&
-                        !isOneOf(name, kSkippedFolders))
-                        folders.emplace_back(entry->path(), depth + 1);
-                    continue;
-                }
-                if (!isReadOfProject(name))
-                    continue;
+                const std::string name = file.path().filename().string();
+                if (file.is_symlink(ignored) || !isReadOfProject(name))
+                    return true;
                 if (++files > kMostProjectFiles)
-                    return {};
-                const auto text = readText(entry->path(), kLargestProjectFile);
-                if (!text)
-                    continue;
-                for (const std::uint16_t port : portsMentionedIn(*text, name)) {
-                    if (std::ranges::find(found, port) == found.end())
-                        found.push_back(port);
+                    return false;
+                if (const auto text = readText(file.path(), kLargestProjectFile)) {
+                    for (const std::uint16_t port : portsMentionedIn(*text, name)) {
+                        if (std::ranges::find(found, port) == found.end())
+                            found.push_back(port);
+                    }
                 }
-            }
-        }
+                return true;
+            });
+        if (!isWhole)
+            found.clear(); // half a search may have missed the right one
         return found;
     }
 

@@ -5,6 +5,8 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <deque>
+#include <utility>
 
 namespace zenlot {
 
@@ -47,6 +49,33 @@ std::optional<std::string> readTextFile(const std::filesystem::path& path, off_t
     std::string text(static_cast<std::size_t>(*size), '\0');
     text.resize(readAt(file, 0, text.data(), text.size()));
     return text.find('\0') == std::string::npos ? std::optional(std::move(text)) : std::nullopt;
+}
+
+bool walkFiles(const std::filesystem::path& root, const WalkBounds& bounds,
+               const std::function<bool(const std::string& folder)>& enters,
+               const std::function<bool(const std::filesystem::directory_entry& file)>& call) {
+    const auto hasTime = [&bounds] { return std::chrono::steady_clock::now() < bounds.deadline; };
+    std::deque<std::pair<std::filesystem::path, int>> folders{{root, 0}};
+    std::size_t entries = 0;
+    while (!folders.empty() && hasTime()) {
+        const auto [folder, depth] = std::move(folders.front());
+        folders.pop_front();
+        std::error_code error;
+        for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
+             entry.increment(error)) {
+            if (++entries > bounds.entries || !hasTime())
+                return false;
+            std::error_code ignored;
+            if (!entry->is_directory(ignored)) {
+                if (!call(*entry))
+                    return false;
+            } else if (!entry->is_symlink(ignored) && depth < bounds.depth &&
+                       enters(entry->path().filename().string())) {
+                folders.emplace_back(entry->path(), depth + 1);
+            }
+        }
+    }
+    return folders.empty();
 }
 
 } // namespace zenlot

@@ -6,7 +6,10 @@
 
 #include <sys/types.h>
 
+#include <chrono>
+#include <cstddef>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -23,5 +26,18 @@ std::optional<off_t> sizeOfFile(const FileDescriptor& file, off_t largest);
 
 // None as well for what holds a zero, which is no text.
 std::optional<std::string> readTextFile(const std::filesystem::path& path, off_t largest);
+
+struct WalkBounds {
+    std::size_t entries;
+    int depth;
+    std::chrono::steady_clock::time_point deadline;
+};
+
+// Calls back with everything below the folder but folders, the nearest first, until the call
+// returns false. Folders are entered where `enters` says so by their name, and never through a
+// link. False where it did not get to the end.
+bool walkFiles(const std::filesystem::path& root, const WalkBounds& bounds,
+               const std::function<bool(const std::string& folder)>& enters,
+               const std::function<bool(const std::filesystem::directory_entry& file)>& call);
 
 } // namespace zenlot
