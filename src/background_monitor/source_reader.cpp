@@ -508,6 +508,7 @@ class FileSearch {
 
     // What Java's machine finds beside the classes.
     void readClassPath() {
+        sources_ += attempt_.libraries;
         for (const std::string& entry : attempt_.classPath) {
             const fs::path path = folder_ / entry;
             std::error_code error;
@@ -518,12 +519,13 @@ class FileSearch {
             const FileDescriptor archive = openedFile(path);
             if (!sizeOfFile(archive, kLargestArchive))
                 continue;
-            std::vector<ArchivedFile> files = settingsInArchive(archive);
+            const JavaArchive contents = readJavaArchive(archive);
+            sources_ += contents.libraries;
             const auto stageOf = [this](const ArchivedFile& file) {
                 return stageOfName(fs::path(file.name).stem().string(), attempt_.stage);
             };
             for (const StageOfName wanted : {StageOfName::own, StageOfName::none}) {
-                for (const ArchivedFile& file : files) {
+                for (const ArchivedFile& file : contents.settings) {
                     if (stageOf(file) == wanted && (wanted == StageOfName::own || !saysPort()))
                         addSettings(file.text, *settingsFormatOf(file.name));
                 }
@@ -549,6 +551,8 @@ class FileSearch {
             if (!file.filename().string().starts_with(".env"))
                 readConfigOrFolder(file);
         }
+        if (!saysPort())
+            readClassPath();
         if (saysPort() || !configSites_.empty())
             return;
         for (const std::string& config : attempt_.runtime->configs) {
@@ -556,8 +560,6 @@ class FileSearch {
             if (!scriptFolder_.empty())
                 readConfig(scriptFolder_ / config);
         }
-        if (!saysPort())
-            readClassPath();
     }
 
     // As dotenv reads them: what comes first stays.

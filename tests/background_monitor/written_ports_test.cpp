@@ -277,9 +277,16 @@ TEST_F(SourceReaderTest, SettingsAmongJavasClassesAndInItsArchive) {
     ::zipClose(archive, nullptr);
     attempt.classPath = {"shop.jar"};
     EXPECT_THAT(ports(), ElementsAre(4400));
+    attempt.classPath.clear();
+    attempt.libraries = "spring-boot-3.1.jar x.jar ";
+    runtime.libraries = {{"spring-boot-", 4300}};
+    folder.write("app/classes/application.yml", "");
+    folder.write("app/classes/application-dev.yml", "");
+    EXPECT_THAT(ports(), ElementsAre(4300));
+    EXPECT_EQ(answer->source, PortSource::habit);
+    attempt.classPath = {"shop.jar"};
     folder.write("app/shop.jar", "PK\3\4 no archive");
-    ports();
-    EXPECT_EQ(answer->source, PortSource::project);
+    EXPECT_THAT(ports(), ElementsAre(4300));
 }
 
 TEST_F(SourceReaderTest, AProjectChangesWhatIsUsual) {
