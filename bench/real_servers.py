@@ -1734,7 +1734,7 @@ untuned("Nest, with a TCP microservice", "npm run start:dev",
                         "    transport: Transport.TCP,\n    options: { host: '0.0.0.0', port: 3003 },\n  });\n\n"
                         "  await app.startAllMicroservices();\n  await app.listen(%P);\n}\nbootstrap();\n",
          "src/app.module.ts": "import { Module } from '@nestjs/common';\n\n@Module({\n"
-                              "  providers: [{ provide: 'BROKER_URL', useValue: 'amqp://localhost:%D' }],\n})\n"
+                              "  providers: [{ provide: 'BROKER_URL', useValue: 'amqp://rabbitmq:%D' }],\n})\n"
                               "export class AppModule {}\n"}, second=True)
 # A frontend that is built into a Java program.
 untuned("Vue CLI, vue.config.js", "npm run serve",
@@ -1769,6 +1769,304 @@ untuned("Bun beside Vite", "bun run dev",
          "src/main.ts": "import { port } from './config'\n\nBun.serve({ port, fetch: () => new Response('ok') })\n"
                         "console.log(`http://localhost:${port}`)\n",
          "src/config.ts": "export const port = Number(process.env.PORT ?? %P)\n"})
+# A house's control by MQTT; it looks first whether its own port answers.
+untuned("Flask, after a look at its own port", py("komutan.py"),
+        {"komutan.py": "import socket\n\nfrom flask import Flask, jsonify\n\napp = Flask(__name__)\n\n\n@app.route('/log')\n"
+                       "def log():\n    return jsonify([])\n\n\nif __name__ == '__main__':\n    host = \"0.0.0.0\"\n    port_calis = %P\n"
+                       "    sock = socket.socket(socket.AF_INET, socket.SOCK_STREAM)\n    try:\n"
+                       "        sock.connect_ex((host, port_calis))\n"
+                       "        app.run(host=host, port=port_calis, debug=False, use_evalex=True, threaded=True)\n"
+                       "    except Exception as e:\n        if \"Errno 98\" in str(e):\n            print(\"The port is in use.\")\n"})
+# An API with settings of its own and its own log.
+untuned("uvicorn.run with settings, run.py", py("run.py"),
+        {"run.py": "import uvicorn\n\nfrom app.core.config import settings\nfrom app.core.logs import setup_logging\n\n"
+                   "if __name__ == \"__main__\":\n    setup_logging()\n    uvicorn.run(\n        \"app.main:app\",\n"
+                   "        host=settings.api_host,\n        port=settings.api_port,\n        reload=True,\n        log_config=None,\n"
+                   "        access_log=False,\n    )\n",
+         "app/__init__.py": "", "app/main.py": "from fastapi import FastAPI\n\napp = FastAPI()\n", "app/core/__init__.py": "",
+         "app/core/config.py": "from pydantic import BaseSettings\n\n\nclass Settings(BaseSettings):\n"
+                               "    api_host: str = \"127.0.0.1\"\n    api_port: int = %P\n\n\nsettings = Settings()\n",
+         "app/core/logs.py": "import logging\n\n\ndef setup_logging():\n    logging.basicConfig(level=logging.INFO)\n"})
+# A chat over documents; the environment tells all, or nothing.
+untuned("uvicorn.run in main(), getenv", py("main.py"),
+        {"main.py": "import os\n\nimport uvicorn\nfrom fastapi import FastAPI\n\nfrom api.health import router as health_router\n\n"
+                    "app = FastAPI()\napp.include_router(health_router, prefix=\"/api\")\n\n\ndef main():\n"
+                    "    host = os.getenv(\"HOST\", \"0.0.0.0\")\n    port = int(os.getenv(\"PORT\", \"%P\"))\n\n    uvicorn.run(\n"
+                    "        \"main:app\",\n        host=host,\n        port=port,\n"
+                    "        reload=os.getenv(\"ENV\", \"development\") == \"development\",\n    )\n\n\n"
+                    "if __name__ == \"__main__\":\n    main()\n",
+         "api/__init__.py": "", "api/health.py": "from fastapi import APIRouter\n\nrouter = APIRouter()\n\n\n@router.get('/health')\n"
+                                                 "def health():\n    return {'status': 'ok'}\n"})
+# A Procfile that fetches something before it serves.
+untuned("Procfile, && gunicorn", "foreman start",
+        {"Procfile": "web: python3 download_model.py && gunicorn app:app --bind 0.0.0.0:$PORT --workers 1 --timeout 120 "
+                     "--worker-class sync\n",
+         "download_model.py": "from pathlib import Path\n\nPath('model.bin').write_bytes(b'0')\n",
+         "app.py": "from flask import Flask\n\napp = Flask(__name__)\n\n\n@app.route('/')\ndef home():\n    return 'ok'\n\n\n"
+                   "if __name__ == '__main__':\n    app.run()\n"}, port=5000)
+# A Procfile that leaves the port to the server.
+untuned("Procfile, gunicorn of Django", "foreman start",
+        {**DJANGO, "Procfile": "web: gunicorn edupro.wsgi\n", "edupro/__init__.py": "", "edupro/settings.py": DJANGO["settings.py"],
+         "edupro/wsgi.py": "import os\n\nfrom django.core.wsgi import get_wsgi_application\n\n"
+                           "os.environ.setdefault('DJANGO_SETTINGS_MODULE', 'edupro.settings')\n"
+                           "application = get_wsgi_application()\n"}, port=5000)
+# A proxy for a page's requests.
+untuned("aiohttp, PORT as text", py("generic_proxy.py"),
+        {"generic_proxy.py": "import os\n\nfrom aiohttp import web\n\n\ndef create_app():\n    app = web.Application()\n\n"
+                             "    async def handler(request):\n        return web.Response(status=502, text='Bad Gateway')\n\n"
+                             "    app.router.add_route(\"*\", \"/{tail:.*}\", handler)\n    return app\n\n\n"
+                             "if __name__ == \"__main__\":\n    port = int(os.environ.get(\"PORT\", \"%P\"))\n"
+                             "    web.run_app(create_app(), host=\"0.0.0.0\", port=port)\n"})
+# A downloader, whose settings are a class with defaults, and which shares its port where it can.
+untuned("aiohttp, defaults in a class, reuse_port", py("app/main.py"),
+        {"app/main.py": "import os\nimport socket\n\nfrom aiohttp import web\n\n\nclass Config:\n    _DEFAULTS = {\n"
+                        "        'DOWNLOAD_DIR': '.',\n        'URL_PREFIX': '',\n        'HOST': '0.0.0.0',\n"
+                        "        'PORT': '%P',\n        'MAX_CONCURRENT_DOWNLOADS': '3',\n    }\n\n    def __init__(self):\n"
+                        "        for key, value in self._DEFAULTS.items():\n"
+                        "            setattr(self, key, os.environ.get(key, value))\n\n\nconfig = Config()\n"
+                        "app = web.Application()\n\n\ndef _can_reuse_port():\n    try:\n"
+                        "        with socket.socket() as s:\n"
+                        "            s.setsockopt(socket.SOL_SOCKET, getattr(socket, 'SO_REUSEPORT', 15), 1)\n"
+                        "        return True\n    except OSError:\n        return False\n\n\nif __name__ == '__main__':\n"
+                        "    web.run_app(app, host=config.HOST, port=int(config.PORT), reuse_port=_can_reuse_port())\n"})
+# An API in a package; the port is the library's.
+untuned("aiohttp, 8080", py("main.py"),
+        {"main.py": "from app.server import routes\n\nroutes.start()\n", "app/__init__.py": "",
+         "app/server/__init__.py": "import json\n\nfrom aiohttp import web\n\n\ndef json_wrapper(answer):\n"
+                                   "    async def handler(request):\n        return web.Response(text=json.dumps(answer()))\n\n"
+                                   "    return handler\n",
+         "app/server/handlers.py": "def ping():\n    return 'pong'\n",
+         "app/server/routes.py": "from aiohttp import web\n\nfrom app import server\nfrom app.server import handlers\n\n"
+                                 "routes = [\n    web.get(\"/ping\", server.json_wrapper(handlers.ping)),\n]\n\n\ndef start():\n"
+                                 "    app = web.Application()\n    app.add_routes(routes)\n\n    web.run_app(app)\n"}, port=8080)
+# A catcher of what browsers send.
+untuned("ThreadingTCPServer", py("proxy.py"),
+        {"proxy.py": "import http.server\nimport socketserver\n\nPORT = %P\n\n\n"
+                     "class Proxy(http.server.SimpleHTTPRequestHandler):\n    def do_POST(self):\n        self.send_response(200)\n"
+                     "        self.end_headers()\n\n\nif __name__ == '__main__':\n"
+                     "    socketserver.ThreadingTCPServer.allow_reuse_address = True\n"
+                     "    httpd = socketserver.ThreadingTCPServer(('', PORT), Proxy)\n    print(\"serving at port\", PORT)\n"
+                     "    httpd.serve_forever()\n"})
+# A GraphQL server over MongoDB.
+untuned("Go, PORT or a constant", "go run server.go",
+        {"server.go": "package main\n\nimport (\n\t\"log\"\n\t\"net/http\"\n\t\"net/url\"\n\t\"os\"\n)\n\n"
+                      "const graphqlPort = \"%P\"\n\nfunc main() {\n\tdatabase, err := url.Parse(\"mongodb://localhost:%D\")\n"
+                      "\tif err != nil {\n\t\tlog.Fatal(err)\n\t}\n\tlog.Println(database.Host)\n\n\tport := os.Getenv(\"PORT\")\n\n"
+                      "\tif port == \"\" {\n\t\tport = graphqlPort\n\t}\n\n\thttp.Handle(\"/query\", http.NotFoundHandler())\n\n"
+                      "\tlog.Printf(\"connect to http://localhost:%s/ for GraphQL playground\", port)\n"
+                      "\tlog.Fatal(http.ListenAndServe(\":\"+port, nil))\n}\n"}, second=True)
+# A count of votes; the database's port has the same name as the server's.
+untuned("gorilla/mux, a port that hides another", "./shop",
+        {"main.go": "package main\n\nimport (\n\t\"fmt\"\n\t\"log\"\n\t\"net/http\"\n\n\t\"github.com/gorilla/mux\"\n)\n\nconst (\n"
+                    "\thost   = \"localhost\"\n\tport   = %D\n\tdbname = \"votes\"\n)\n\nfunc main() {\n"
+                    "\tpsqlInfo := fmt.Sprintf(\"host=%s port=%d dbname=%s sslmode=disable\", host, port, dbname)\n"
+                    "\tlog.Println(psqlInfo)\n\n\tr := mux.NewRouter()\n"
+                    "\tr.PathPrefix(\"/\").Handler(http.FileServer(http.Dir(\"/static\")))\n\n\tport := %P\n"
+                    "\tlog.Printf(\"Listening on port %d\\n\", port)\n"
+                    "\tlog.Fatal(http.ListenAndServe(fmt.Sprintf(\":%v\", port), r))\n}\n"}, build=GOPATH_BUILD, second=True)
+
+
+def go_project(name, files, **more):
+    """A project of several packages, which find each other below the name shop."""
+    untuned(name, "./server", files,
+            build=["sh", "-c", "mkdir -p path/src && ln -s ../.. path/src/shop && GOPATH=$PWD/path:/usr/share/gocode "
+                               "go build -o server shop/cmd/server"], **more)
+
+
+# A gate to a language model, after the usual layout.
+go_project("Gin, SERVER_ADDRESS",
+           {"cmd/server/main.go": "package main\n\nimport (\n\t\"log\"\n\n\t\"github.com/gin-gonic/gin\"\n\n"
+                                  "\t\"shop/internal/config\"\n)\n\nfunc main() {\n\tcfg := config.Load()\n\n\tr := gin.Default()\n"
+                                  "\tr.GET(\"/health\", func(c *gin.Context) {\n\t\tc.JSON(200, gin.H{\"status\": \"ok\"})\n\t})\n\n"
+                                  "\tlog.Printf(\"Starting server on %s\", cfg.ServerAddress)\n"
+                                  "\tif err := r.Run(cfg.ServerAddress); err != nil {\n"
+                                  "\t\tlog.Fatal(\"Failed to start server: \", err)\n\t}\n}\n",
+            "internal/config/config.go": "package config\n\nimport \"os\"\n\ntype Config struct {\n\tServerAddress string\n"
+                                         "\tBaseURL       string\n}\n\nfunc Load() *Config {\n\treturn &Config{\n"
+                                         "\t\tServerAddress: getEnv(\"SERVER_ADDRESS\", \"localhost:%P\"),\n"
+                                         "\t\tBaseURL:       getEnv(\"BASE_URL\", \"https://chat.example.test\"),\n\t}\n}\n\n"
+                                         "func getEnv(key, defaultValue string) string {\n"
+                                         "\tif value := os.Getenv(key); value != \"\" {\n\t\treturn value\n\t}\n"
+                                         "\treturn defaultValue\n}\n"})
+# A reader of prices, with a page on another port.
+go_project("Go, BACKEND_PORT in .env",
+           {"cmd/server/main.go": "package main\n\nimport \"shop/internal/server\"\n\nfunc main() {\n\tserver.Start()\n}\n",
+            "internal/server/server.go": "package server\n\nimport (\n\t\"log\"\n\t\"net/http\"\n\t\"os\"\n\n"
+                                         "\t\"github.com/joho/godotenv\"\n)\n\n"
+                                         "var allowedOrigins = []string{\"http://localhost:%D\", os.Getenv(\"PROD_ORIGIN\")}\n\n"
+                                         "func Start() {\n\tif err := godotenv.Load(); err != nil {\n"
+                                         "\t\tlog.Fatal(\"error loading .env file: \", err)\n\t}\n\n"
+                                         "\thandler := http.HandlerFunc(func(w http.ResponseWriter, r *http.Request) {\n"
+                                         "\t\tw.Header().Set(\"Access-Control-Allow-Origin\", allowedOrigins[0])\n\t})\n\n"
+                                         "\tport := os.Getenv(\"BACKEND_PORT\")\n\tif port == \"\" {\n\t\tport = \"5000\"\n\t}\n\n"
+                                         "\tlog.Printf(\"listening on :%s\", port)\n"
+                                         "\tlog.Fatal(http.ListenAndServe(\":\"+port, handler))\n}\n",
+            ".env": "DB_HOST=localhost\nBACKEND_PORT=%P\n"}, second=True)
+# A service for logins, which reads YAML with variables and their defaults, and serves two protocols.
+go_project("Go, variables with defaults in YAML",
+           {"cmd/server/main.go": "package main\n\nimport (\n\t\"fmt\"\n\t\"log\"\n\t\"net\"\n\t\"net/http\"\n\t\"os\"\n\n"
+                                  "\t\"shop/config\"\n)\n\nfunc main() {\n\tpath := os.Getenv(\"CONFIG_PATH\")\n\tif path == \"\" {\n"
+                                  "\t\tpath = \"configs/app.yaml\"\n\t}\n\tcfg, err := config.Load(path)\n\tif err != nil {\n"
+                                  "\t\tlog.Fatal(err)\n\t}\n\n\tgrpcLn, err := net.Listen(\"tcp\", fmt.Sprintf(\":%d\", cfg.App.GRPCPort))\n"
+                                  "\tif err != nil {\n\t\tlog.Fatal(err)\n\t}\n\terrCh := make(chan error, 2)\n\tgo func() {\n"
+                                  "\t\t_, err := grpcLn.Accept()\n\t\terrCh <- err\n\t}()\n\n"
+                                  "\thttpServer := &http.Server{Addr: fmt.Sprintf(\":%d\", cfg.App.Port)}\n\tgo func() {\n"
+                                  "\t\terrCh <- fmt.Errorf(\"HTTP server: %w\", httpServer.ListenAndServe())\n\t}()\n\n"
+                                  "\tlog.Println(<-errCh)\n\thttpServer.Close()\n}\n",
+            "config/config.go": "package config\n\nimport (\n\t\"os\"\n\t\"regexp\"\n\n\t\"gopkg.in/yaml.v3\"\n)\n\ntype Config struct {\n"
+                                "\tApp struct {\n\t\tName     string\n\t\tPort     int\n\t\tGRPCPort int `yaml:\"grpc_port\"`\n\t}\n"
+                                "\tDatabase struct {\n\t\tHost string\n\t\tPort int\n\t}\n}\n\n"
+                                "var variable = regexp.MustCompile(`\\$\\{(\\w+):([^}]*)\\}`)\n\n"
+                                "func Load(path string) (*Config, error) {\n\ttext, err := os.ReadFile(path)\n\tif err != nil {\n"
+                                "\t\treturn nil, err\n\t}\n\ttext = variable.ReplaceAllFunc(text, func(match []byte) []byte {\n"
+                                "\t\tparts := variable.FindSubmatch(match)\n"
+                                "\t\tif value, ok := os.LookupEnv(string(parts[1])); ok {\n\t\t\treturn []byte(value)\n\t\t}\n"
+                                "\t\treturn parts[2]\n\t})\n\tcfg := &Config{}\n\treturn cfg, yaml.Unmarshal(text, cfg)\n}\n",
+            "configs/app.yaml": "app:\n  name: ${APP_NAME:auth-service}\n  env: ${APP_ENV:development}\n  port: ${APP_PORT:%P}\n"
+                                "  grpc_port: ${GRPC_PORT:9090}\n\ndatabase:\n  host: ${DB_HOST:localhost}\n  port: ${DB_PORT:%D}\n\n"
+                                "smtp:\n  host: ${SMTP_HOST:localhost}\n  port: ${SMTP_PORT:1025}\n"}, second=True)
+
+TOMCAT = ["/usr/share/java/tomcat10-embed-core.jar", "/usr/share/java/tomcat-annotations-api.jar", "/usr/share/java/snakeyaml.jar"]
+TOMCAT_PROJECT = {
+    "src/main/java/shop/Application.java":
+    "package shop;\n\nimport org.apache.catalina.startup.Tomcat;\n\npublic class Application {\n"
+    "  public static void main(String[] args) throws Exception {\n    var settings = Settings.load(\"/application.yml\");\n"
+    "    var tomcat = new Tomcat();\n    tomcat.setBaseDir(\"target/work\");\n"
+    "    tomcat.setPort(Integer.parseInt(settings.get(\"server\", \"port\")));\n"
+    "    tomcat.getConnector().setThrowOnFailure(true);\n    try {\n      tomcat.start();\n    } catch (Exception problem) {\n"
+    "      System.err.println(\"APPLICATION FAILED TO START\");\n      problem.printStackTrace();\n      System.exit(1);\n    }\n"
+    "    tomcat.getServer().await();\n  }\n}\n",
+    "src/main/java/shop/Settings.java":
+    "package shop;\n\nimport java.util.Map;\nimport java.util.regex.Pattern;\nimport org.yaml.snakeyaml.Yaml;\n\n"
+    "/** Settings in which ${NAME:default} stands for a variable of the environment. */\npublic class Settings {\n"
+    "  private static final Pattern VARIABLE = Pattern.compile(\"\\\\$\\\\{(\\\\w+):([^}]*)\\\\}\");\n"
+    "  private final Map<String, Map<String, Object>> values;\n\n"
+    "  private Settings(Map<String, Map<String, Object>> values) {\n    this.values = values;\n  }\n\n"
+    "  static Settings load(String name) {\n    return new Settings(new Yaml().load(Settings.class.getResourceAsStream(name)));\n  }\n\n"
+    "  String get(String group, String key) {\n    return VARIABLE.matcher(values.get(group).get(key).toString()).replaceAll(\n"
+    "        found -> System.getenv().getOrDefault(found.group(1), found.group(2)));\n  }\n}\n"}
+TOMCAT_BUILD = ["sh", "-c", f"javac -cp {':'.join(TOMCAT)} -d target/classes src/main/java/shop/*.java && "
+                            "cp src/main/resources/* target/classes"]
+# Vocabulary cards over MySQL.
+untuned("embedded Tomcat, application.yml", f"java -cp target/classes:{':'.join(TOMCAT)} shop.Application",
+        {**TOMCAT_PROJECT,
+         "src/main/resources/application.yml": "\nserver:\n  port: %P\n\nspring:\n  datasource:\n"
+                                               "    url: jdbc:mysql://localhost:%D/cards\n    username: root\n"
+                                               "  jpa:\n    show-sql: true\n"},
+        build=TOMCAT_BUILD, needs=TOMCAT, second=True)
+# Questions to a taxi's office, with the port in a variable or its default, and a mail server's port above it.
+untuned("embedded Tomcat, ${PORT:...} in application.yml", f"java -cp target/classes:{':'.join(TOMCAT)} shop.Application",
+        {**TOMCAT_PROJECT,
+         "src/main/resources/application.yml": "spring:\n  mail:\n    host: ${MAIL_HOST:localhost}\n    port: ${MAIL_PORT:%D}\n"
+                                               "  servlet:\n    multipart:\n      max-file-size: 10MB\n\nserver:\n"
+                                               "  port: ${PORT:%P}\n  servlet:\n    context-path: /api/support\n\n"
+                                               "support:\n  auto-close-days: ${SUPPORT_AUTO_CLOSE_DAYS:7}\n"},
+        build=TOMCAT_BUILD, needs=TOMCAT, second=True)
+# A Java backend, started by a Procfile that hands it the port.
+untuned("Procfile, java -Dserver.port=$PORT -jar", "foreman start",
+        {"Procfile": "web: java -Dserver.port=$PORT -jar build/libs/backend-0.0.1-SNAPSHOT.jar\n",
+         "src/main/java/Server.java": JAVA % "    int port = Integer.getInteger(\"server.port\", 8080);\n",
+         "src/main/resources/application.properties": "spring.application.name=backend\n"
+                                                      "spring.datasource.url=jdbc:postgresql://localhost:%D/backend\n"},
+        build=["sh", "-c", "javac -d build/classes src/main/java/Server.java && mkdir -p build/libs && jar cfe "
+                           "build/libs/backend-0.0.1-SNAPSHOT.jar Server -C build/classes . -C src/main/resources ."],
+        port=5000, second=True)
+# A chat that says nothing when it fails.
+untuned("Java, ServerSocket, exception swallowed", "java -cp out com.company.Main",
+        {"src/com/company/Main.java": "package com.company;\n\nimport java.net.ServerSocket;\nimport java.net.Socket;\n"
+                                      "import java.util.ArrayList;\n\npublic class Main {\n\n    public static final int PORT = %P;\n"
+                                      "    public static ArrayList<String> messages;\n\n    public static void main(String[] args) {\n\n"
+                                      "        messages = new ArrayList<>();\n        try {\n"
+                                      "            ServerSocket server = new ServerSocket(PORT);\n            while (true) {\n"
+                                      "                System.out.println(\"waiting for connections...\");\n"
+                                      "                Socket socket = server.accept();\n"
+                                      "                new ClientThread(socket, messages).start();\n            }\n"
+                                      "        } catch (Exception e) {\n\n        }\n    }\n}\n",
+         "src/com/company/ClientThread.java": "package com.company;\n\nimport java.net.Socket;\nimport java.util.List;\n\n"
+                                              "public class ClientThread extends Thread {\n"
+                                              "    public ClientThread(Socket socket, List<String> messages) {\n"
+                                              "        super(() -> messages.add(socket.toString()));\n    }\n}\n"},
+        build=["javac", "-d", "out", "src/com/company/Main.java", "src/com/company/ClientThread.java"])
+# A helper script with a word for each task.
+untuned("artisan serve, --port in a script", "bash dev.sh serve",
+        {"dev.sh": "#!/bin/bash\n\nGREEN='\\033[0;32m'\nNC='\\033[0m'\n\ncase \"$1\" in\n    \"serve\")\n"
+                   "        echo -e \"${GREEN}Starting Laravel development server...${NC}\"\n"
+                   "        cd shop && php artisan serve --host=0.0.0.0 --port=%P\n        ;;\n    \"vite\")\n"
+                   "        cd shop && npm run dev -- --host=0.0.0.0\n        ;;\n    *)\n"
+                   "        echo \"Usage: $0 {serve|vite}\"\n        ;;\nesac\n",
+         "shop/artisan": "#!/usr/bin/env php\n<?php\nrequire 'Illuminate/autoload.php';\n"
+                         "$app = new Illuminate\\Foundation\\Application(__DIR__);\n"
+                         "$console = new Illuminate\\Console\\Application($app, new Illuminate\\Events\\Dispatcher($app), '8');\n"
+                         "$console->resolve(Illuminate\\Foundation\\Console\\ServeCommand::class);\nexit($console->run());\n",
+         "shop/server.php": "<?php echo 'ok';\n", "shop/public/index.php": "<?php echo 'ok';\n"})
+# A shop's menu in a terminal, with the web server behind it, unheard.
+untuned("php -S in the background of a menu", "bash admin.sh",
+        {"admin.sh": "#!/bin/bash\n\nDATA_FILE=\"data.json\"\n[ ! -f \"$DATA_FILE\" ] && echo '[]' > \"$DATA_FILE\"\n\n"
+                     "start_php() {\n    php -S localhost:%P >/dev/null 2>&1 &\n    sleep 2\n"
+                     "    echo \"[*] PHP server on localhost:%P\"\n}\n\nshow_menu() {\n    echo\n    echo \"[1] List\"\n"
+                     "    echo \"[0] End\"\n    echo\n}\n\nstart_php\n\nwhile true; do\n    show_menu\n"
+                     "    read -p \"Choice: \" OPT || exit 1\n    case $OPT in\n        1) cat \"$DATA_FILE\" ;;\n"
+                     "        0) kill %1; exit 0 ;;\n        *) echo \"[!] No such choice\" ;;\n    esac\ndone\n",
+         "index.php": "<?php readfile('data.json');\n"})
+# A first Sinatra with its settings in YAML.
+untuned("Sinatra, config_file", "ruby main.rb",
+        {"main.rb": "require 'sinatra/base'\nrequire 'sinatra/config_file'\n\nclass Main < Sinatra::Base\n"
+                    "    register Sinatra::ConfigFile\n\n    config_file './config.yaml'\n\n    set :port, settings.port\n\n"
+                    "    get '/' do\n        'Hello World!'\n    end\n\n    run! if app_file == $0\nend\n",
+         "config.yaml": "port: %P\n"})
+RAILS = {"config/application.rb": "require 'rails'\nrequire 'action_controller/railtie'\n\nclass Shop < Rails::Application\n"
+                                  "  config.eager_load = false\n  config.secret_key_base = 'x'\n"
+                                  "  routes.append { root to: ->(env) { [200, {}, ['ok']] } }\nend\n",
+         "bin/rails": "#!/usr/bin/env ruby\nAPP_PATH = File.expand_path('../config/application', __dir__)\n"
+                      "require 'rails/commands'\n",
+         "config.ru": "require_relative 'config/application'\nShop.initialize!\nrun Shop\n", "log/x": "", "tmp/pids/x": ""}
+# Ruby on Rails, with a second, secure port for those who ask for it.
+untuned("Rails, ssl_bind on demand", "ruby bin/rails s",
+        {**RAILS, "config/puma.rb": "threads_count = ENV.fetch(\"RAILS_MAX_THREADS\") { 5 }\nthreads threads_count, threads_count\n\n"
+                                    "port        ENV.fetch(\"PORT\") { %P }\n\n"
+                                    "environment ENV.fetch(\"RAILS_ENV\") { \"development\" }\n\nplugin :tmp_restart\n\n"
+                                    "if Rails.env.development? && ENV['SSL'] == 'true'\n"
+                                    "  ssl_bind '127.0.0.1', '%D', {\n    key: 'config/certs/localhost.key',\n"
+                                    "    cert: 'config/certs/localhost.crt'\n  }\nend\n"}, second=True)
+# Ruby on Rails beside its Redis; the web server shall not take the runner's port.
+untuned("Procfile.dev, unset PORT && bin/rails server", "foreman start -f Procfile.dev",
+        {**RAILS, "Procfile.dev": "redis: redis-server\nweb: unset PORT && bin/rails server\n"},
+        build=["chmod", "+x", "bin/rails"], port=3000)
+# A map of a game's world: a script builds the server, starts it, and bundles beside it.
+untuned("run.py, go build and npm run watch", py("run.py"),
+        {"run.py": "#!/usr/bin/env python\n\nimport os\nfrom os import path\nimport subprocess\n\n\ndef main():\n"
+                   "    base_path = path.dirname(path.abspath(__file__))\n\n    os.chdir(path.join(base_path, 'backend'))\n"
+                   "    print('Building back-end...')\n    if subprocess.run(['go', 'build', '-o', 'backend', '.']).returncode != 0:\n"
+                   "        print('Failed to build back-end')\n        return 1\n\n"
+                   "    os.chdir(path.join(base_path, 'frontend'))\n"
+                   "    webpack = subprocess.Popen(['npm', 'run', 'watch'])\n"
+                   "    result = subprocess.run([path.join(base_path, 'backend', 'backend'), '--debug'])\n    webpack.terminate()\n"
+                   "    return result.returncode\n\n\nif __name__ == '__main__':\n    exit(main())\n",
+         "backend/main.go": "package main\n\nimport (\n\t\"flag\"\n\t\"log\"\n\t\"net\"\n\t\"net/http\"\n)\n\nfunc main() {\n"
+                            "\tflag.Bool(\"debug\", false, \"\")\n\tflag.Parse()\n\tinitRoutes()\n\n"
+                            "\tl, err := net.Listen(\"tcp\", \":%P\")\n\tif err != nil {\n\t\tlog.Fatal(err)\n\t}\n\n"
+                            "\tlog.Fatal(http.Serve(l, nil))\n}\n",
+         "backend/routes.go": "package main\n\nimport \"net/http\"\n\nfunc initRoutes() {\n"
+                              "\thttp.Handle(\"/\", http.FileServer(http.Dir(\".\")))\n}\n",
+         **{"frontend/" + name: text for name, text in PACK.items() if name != "package.json"},
+         "frontend/package.json": '{"name": "frontend", "scripts": {"watch": "webpack --watch"}}\n'})
+# An echo server of a course in C++: a host for people, a port for the program.
+untuned("C++, host and port", "./echo_server localhost %P",
+        {"us_helper.hh": "#pragma once\n\n#include <cstdio>\n#include <cstdlib>\n\n#define CHECK_NOT_M1(v) \\\n"
+                         "  do { if ((v) == -1) { perror(#v); exit(EXIT_FAILURE); } } while (0)\n",
+         "echo_server.cc": "#include <netinet/in.h>\n#include <strings.h>\n#include <sys/socket.h>\n#include <unistd.h>\n\n"
+                           "#include \"us_helper.hh\"\n\nint main(int argc, char** argv) {\n  if (argc != 3) {\n"
+                           "    fprintf(stderr, \"usage: %s [host] [port]\\n\", argv[0]);\n    exit(EXIT_FAILURE);\n  }\n"
+                           "  const char* host = argv[1];\n  const unsigned int port = atoi(argv[2]);\n"
+                           "  printf(\"contact me at host %s port %d\\n\", host, port);\n\n  int sockfd;\n"
+                           "  CHECK_NOT_M1(sockfd = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP));\n  int optval = 1;\n"
+                           "  CHECK_NOT_M1(setsockopt(sockfd, SOL_SOCKET, SO_REUSEADDR, &optval, sizeof(optval)));\n\n"
+                           "  struct sockaddr_in server;\n  bzero(&server, sizeof(server));\n  server.sin_family = AF_INET;\n"
+                           "  server.sin_addr.s_addr = INADDR_ANY;\n  server.sin_port = htons(port);\n"
+                           "  CHECK_NOT_M1(bind(sockfd, (struct sockaddr*)&server, sizeof(server)));\n"
+                           "  CHECK_NOT_M1(listen(sockfd, 128));\n\n  while (true) {\n    int fd;\n"
+                           "    CHECK_NOT_M1(fd = accept(sockfd, nullptr, nullptr));\n    CHECK_NOT_M1(close(fd));\n  }\n}\n"},
+        build=["c++", "-o", "echo_server", "echo_server.cc"])
 
 # --- What must give no alert ---------------------------------------------------------------------
 def crashes(port):
