@@ -1540,6 +1540,7 @@ untuned("Express beside Vite, SERVER_PORT", "npm run dev",
         {**WEB, "package.json": '{"name": "shop", "private": true, "type": "module", "scripts": {"dev": "concurrently '
                                 '\\"npm run dev:client\\" \\"npm run dev:server\\"", "dev:client": "vite", '
                                 '"dev:server": "nodemon server/server.js"}}\n',
+         "vite.config.js": "export default { cacheDir: '.vite' };\n",
          "server/package.json": '{"type": "module", "name": "shop-server", "main": "server.js"}\n',
          "server/server.js": "import dotenv from 'dotenv';\nimport express from 'express';\nimport pool from './config/db.js';\n\n"
                              "dotenv.config();\n\nconst app = express();\nconst PORT = process.env.SERVER_PORT || %P;\n\n"
@@ -1707,7 +1708,8 @@ untuned("Vite for Tauri", "npm run dev",
                                 '"tauri": "tauri"}}\n',
          "vite.config.ts": "import react from \"@vitejs/plugin-react\";\nimport { defineConfig } from \"vite\";\n\n"
                            "const host = process.env.TAURI_DEV_HOST;\n\nexport default defineConfig({\n  plugins: [react()],\n"
-                           "  clearScreen: false,\n  server: {\n    port: %P,\n    strictPort: true,\n    host: host || false,\n"
+                           "  cacheDir: \".vite\",\n  clearScreen: false,\n  server: {\n    port: %P,\n    strictPort: true,\n"
+                           "    host: host || false,\n"
                            "    hmr: host ? { protocol: \"ws\", host, port: %D } : undefined,\n"
                            "    watch: { ignored: [\"**/src-tauri/**\"] },\n  },\n});\n"}, second=True)
 # A first server, whose PORT is read and then not used.
@@ -1760,12 +1762,13 @@ untuned("Vite within a command of one's own", "node bin/island.mjs dev docs",
                              "  const server = await createDevServer(root ? path.resolve(root) : process.cwd());\n"
                              "  await server.listen();\n  server.printUrls();\n});\n\ncli.parse();\n",
          "src/node/dev.mjs": "import react from '@vitejs/plugin-react';\nimport { createServer } from 'vite';\n\n"
-                             "export const createDevServer = (root) => createServer({ root, plugins: [react()] });\n",
+                             "export const createDevServer = (root) => createServer({ root, cacheDir: '.vite', plugins: [react()] });\n",
          "docs/index.html": "<!doctype html><title>docs</title>\n"}, port=5173)
 # A backend and a page in one repository, both by Bun.
 untuned("Bun beside Vite", "bun run dev",
         {**WEB, "package.json": '{"name": "desk", "private": true, "type": "module", "scripts": {"dev": "concurrently '
                                 '\\"bun run --hot src/main.ts\\" \\"vite\\""}}\n',
+         "vite.config.js": "export default { cacheDir: '.vite' };\n",
          "src/main.ts": "import { port } from './config'\n\nBun.serve({ port, fetch: () => new Response('ok') })\n"
                         "console.log(`http://localhost:${port}`)\n",
          "src/config.ts": "export const port = Number(process.env.PORT ?? %P)\n"})
@@ -1907,13 +1910,15 @@ go_project("Go, variables with defaults in YAML",
            {"cmd/server/main.go": "package main\n\nimport (\n\t\"fmt\"\n\t\"log\"\n\t\"net\"\n\t\"net/http\"\n\t\"os\"\n\n"
                                   "\t\"shop/config\"\n)\n\nfunc main() {\n\tpath := os.Getenv(\"CONFIG_PATH\")\n\tif path == \"\" {\n"
                                   "\t\tpath = \"configs/app.yaml\"\n\t}\n\tcfg, err := config.Load(path)\n\tif err != nil {\n"
-                                  "\t\tlog.Fatal(err)\n\t}\n\n\tgrpcLn, err := net.Listen(\"tcp\", fmt.Sprintf(\":%d\", cfg.App.GRPCPort))\n"
+                                  "\t\tlog.Fatal(err)\n\t}\n\n"
+                                  "\tgrpcLn, err := net.Listen(\"tcp\", fmt.Sprintf(\":%d\", cfg.App.GRPCPort))\n"
                                   "\tif err != nil {\n\t\tlog.Fatal(err)\n\t}\n\terrCh := make(chan error, 2)\n\tgo func() {\n"
                                   "\t\t_, err := grpcLn.Accept()\n\t\terrCh <- err\n\t}()\n\n"
                                   "\thttpServer := &http.Server{Addr: fmt.Sprintf(\":%d\", cfg.App.Port)}\n\tgo func() {\n"
                                   "\t\terrCh <- fmt.Errorf(\"HTTP server: %w\", httpServer.ListenAndServe())\n\t}()\n\n"
                                   "\tlog.Println(<-errCh)\n\thttpServer.Close()\n}\n",
-            "config/config.go": "package config\n\nimport (\n\t\"os\"\n\t\"regexp\"\n\n\t\"gopkg.in/yaml.v3\"\n)\n\ntype Config struct {\n"
+            "config/config.go": "package config\n\nimport (\n\t\"os\"\n\t\"regexp\"\n\n\t\"gopkg.in/yaml.v3\"\n)\n\n"
+                                "type Config struct {\n"
                                 "\tApp struct {\n\t\tName     string\n\t\tPort     int\n\t\tGRPCPort int `yaml:\"grpc_port\"`\n\t}\n"
                                 "\tDatabase struct {\n\t\tHost string\n\t\tPort int\n\t}\n}\n\n"
                                 "var variable = regexp.MustCompile(`\\$\\{(\\w+):([^}]*)\\}`)\n\n"
