@@ -88,6 +88,22 @@ TEST_F(ZenlotctlTest, StatusSaysHowItWent) {
     EXPECT_NE(full.errors.find("can't write"), std::string::npos);
 }
 
+TEST_F(ZenlotctlTest, TellsWhichServerItIs) {
+    std::string port;
+    {
+        const Listener listener;
+        port = std::to_string(listener.port());
+        const auto answer = nlohmann::json::parse(run("why --json " + port).output);
+        ASSERT_EQ(answer["origins"].size(), 1U);
+        const auto& origin = answer["origins"][0];
+        EXPECT_EQ(origin["pid"], ::getpid());
+        EXPECT_EQ(origin["reach"], "thisMachine");
+        EXPECT_NE(origin["command"].get<std::string>().find("zenlotctl_test"), std::string::npos);
+        EXPECT_NE(run("why " + port).output.find("127.0.0.1"), std::string::npos);
+    }
+    EXPECT_TRUE(run("why " + port).output.starts_with("Port " + port + ": nobody listens"));
+}
+
 TEST_F(ZenlotctlTest, DoctorNeedsNoSession) {
     ::setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent", 1);
     ::setenv("HOME", folder.path().c_str(), 1);
