@@ -17,7 +17,7 @@ namespace {
 constexpr int kMostEntries = 20'000;
 constexpr std::size_t kMostSettings = 16;
 constexpr std::size_t kLargestSettings = std::size_t{128} * 1024;
-constexpr std::size_t kLongestName = 256;
+constexpr std::size_t kLongestEntryName = 256;
 
 struct CloseArchive {
     void operator()(void* archive) const { ::unzClose(archive); }
@@ -52,7 +52,7 @@ std::vector<ArchivedFile> settingsInArchive(const FileDescriptor& archive) {
          state == UNZ_OK && ++entries <= kMostEntries && files.size() < kMostSettings;
          state = ::unzGoToNextFile(reader.get())) {
         unz_file_info64 info{};
-        std::array<char, kLongestName> name{};
+        std::array<char, kLongestEntryName> name{};
         if (::unzGetCurrentFileInfo64(reader.get(), &info, name.data(), name.size() - 1, nullptr, 0,
                                       nullptr, 0) != UNZ_OK ||
             info.uncompressed_size > kLargestSettings || !isOwnSettings(name.data()) ||

@@ -89,19 +89,19 @@ TEST_F(ZenlotctlTest, StatusSaysHowItWent) {
 }
 
 TEST_F(ZenlotctlTest, TellsWhichServerItIs) {
-    std::string port;
+    std::string number;
     {
-        const Listener listener;
-        port = std::to_string(listener.port());
-        const auto answer = nlohmann::json::parse(run("why --json " + port).output);
+        const Listener server;
+        number = std::to_string(server.port());
+        const auto answer = nlohmann::json::parse(run("why --json " + number).output);
         ASSERT_EQ(answer["origins"].size(), 1U);
         const auto& origin = answer["origins"][0];
         EXPECT_EQ(origin["pid"], ::getpid());
         EXPECT_EQ(origin["reach"], "thisMachine");
         EXPECT_NE(origin["command"].get<std::string>().find("zenlotctl_test"), std::string::npos);
-        EXPECT_NE(run("why " + port).output.find("127.0.0.1"), std::string::npos);
+        EXPECT_NE(run("why " + number).output.find("127.0.0.1"), std::string::npos);
     }
-    EXPECT_TRUE(run("why " + port).output.starts_with("Port " + port + ": nobody listens"));
+    EXPECT_TRUE(run("why " + number).output.starts_with("Port " + number + ": nobody listens"));
 }
 
 TEST_F(ZenlotctlTest, DoctorNeedsNoSession) {
