@@ -2073,6 +2073,295 @@ untuned("C++, host and port", "./echo_server localhost %P",
                            "    CHECK_NOT_M1(fd = accept(sockfd, nullptr, nullptr));\n    CHECK_NOT_M1(close(fd));\n  }\n}\n"},
         build=["c++", "-o", "echo_server", "echo_server.cc"])
 
+# Drawn at random from public projects once more, by other words: a second handful.
+# A backend in TypeScript, with one file of settings per environment.
+untuned("Fastify, .env.development", "npm run dev",
+        {"package.json": '{"name": "backend", "private": true, "scripts": {"dev": "tsx watch src/index.ts"}}\n',
+         ".env.development": "PORT=%P\nLOG_LEVEL=info\n", ".env.production": "PORT=8080\nLOG_LEVEL=warn\n",
+         "src/index.ts": "import path from \"path\";\nimport dotenv from \"dotenv\";\nimport Fastify from \"fastify\";\n\n"
+                         "const environment = process.env.NODE_ENV || \"development\";\n"
+                         "dotenv.config({ path: path.resolve(process.cwd(), `.env.${environment}`) });\n\n"
+                         "const fastify = Fastify({ logger: true });\n"
+                         "fastify.get(\"/\", async (_, reply) => reply.code(200).send());\n\n"
+                         "const port = Number(process.env.PORT) || 8080;\n\nconst start = async () => {\n"
+                         "  await fastify.listen({ port });\n};\n\nstart();\n"})
+# Speech to text: an API, and sockets on a port of their own.
+untuned("Fastify, then Socket.IO on SOCKETIO_PORT", "npm run dev",
+        {"package.json": '{"name": "stt", "private": true, "type": "module", "scripts": {"dev": "tsx watch src/index.ts"}}\n',
+         ".env": "PORT=3017\nSOCKETIO_PORT=%P\nPATH_PREFIX=/stt\nCORS_ORIGIN=http://localhost:%D\n",
+         "src/config/env.ts": "import 'dotenv/config'\n\nexport const env = {\n    PORT: Number(process.env.PORT ?? 3017),\n"
+                              "    SOCKETIO_PORT: Number(process.env.SOCKETIO_PORT ?? 3018),\n"
+                              "    PATH_PREFIX: process.env.PATH_PREFIX ?? '',\n    CORS_ORIGIN: process.env.CORS_ORIGIN ?? '*',\n}\n",
+         "src/socket.ts": "import { createServer } from 'node:http'\nimport { Server } from 'socket.io'\n"
+                          "import { env } from './config/env'\n\nexport const createSockets = () => {\n"
+                          "    const server = createServer()\n"
+                          "    new Server(server, { cors: { origin: env.CORS_ORIGIN }, path: `${env.PATH_PREFIX}/socket.io` })\n"
+                          "    return (port: number, host: string) => new Promise<void>((resolve, reject) => {\n"
+                          "        server.once('error', reject)\n        server.listen(port, host, resolve)\n    })\n}\n",
+         "src/index.ts": "import Fastify from 'fastify'\nimport { env } from './config/env'\n"
+                         "import { createSockets } from './socket'\n\nconst fastify = Fastify()\nconst listen = createSockets()\n\n"
+                         "const start = async () => {\n    await fastify.listen({ port: env.PORT, host: '0.0.0.0' })\n"
+                         "    console.log(`HTTP on port ${env.PORT}`)\n    try {\n        await listen(env.SOCKETIO_PORT, '0.0.0.0')\n"
+                         "        console.log(`Sockets on port ${env.SOCKETIO_PORT}`)\n    } catch (problem) {\n"
+                         "        console.error('Failed to start the sockets:', problem)\n        process.exit(1)\n    }\n}\n\nstart()\n"},
+        second=True)
+# A page's messages: sockets and requests, each with a default of its own behind the same variable.
+untuned("ws and Express, one PORT for both", "node server.js",
+        {"server.js": "const express = require('express');\nconst WebSocket = require('ws');\n\n"
+                      "const wss = new WebSocket.Server({ port: process.env.PORT || %P });\nconst app = express();\n\n"
+                      "app.set('port', process.env.PORT || 3018);\napp.use(express.json());\n\nconst connections = new Set();\n\n"
+                      "wss.on('connection', (socket) => connections.add(socket));\n\n"
+                      "app.post('/ping', (request, response) => {\n"
+                      "  connections.forEach((socket) => socket.send(JSON.stringify(request.body)));\n"
+                      "  response.sendStatus(200);\n});\n\n"
+                      "app.listen(app.get('port'), () => console.log(`Express on ${app.get('port')}`));\n"})
+# An API for GraphQL in a folder beside the page, started anew whenever its schema changes.
+untuned("nodemon -e js,graphql", ["sh", "-c", "cd api && exec npm start"],
+        {"api/package.json": '{"name": "tracker-api", "scripts": {"start": "nodemon -e js,graphql server.js"}}\n',
+         "api/schema.graphql": "type Query {\n  about: String!\n}\n",
+         "api/server.js": "const fs = require('fs');\nconst express = require('express');\n"
+                          "const { createSchema, createYoga } = require('graphql-yoga');\n\nlet aboutMessage = 'Tracker 1.0';\n\n"
+                          "const schema = createSchema({\n  typeDefs: fs.readFileSync('./schema.graphql', 'utf-8'),\n"
+                          "  resolvers: { Query: { about: () => aboutMessage } },\n});\n\nconst app = express();\n"
+                          "app.use('/graphql', createYoga({ schema }));\n\napp.listen(%P, (error) => {\n  if (error) throw error;\n"
+                          "  console.log('API server on port %P');\n});\n",
+         "ui/package.json": '{"name": "tracker-ui", "scripts": {"start": "nodemon -w uiserver.js uiserver.js"}}\n'})
+# Many pages in one repository, each with its own port.
+untuned("Next.js, -p in the package of a workspace", "npm run dev:restaurant",
+        {"package.json": '{"name": "feast", "private": true, "workspaces": ["apps/*"], "scripts": {"dev:restaurant": '
+                         '"npm run dev -w @feast/restaurant", "dev:customer": "npm run dev -w @feast/customer"}}\n',
+         "apps/restaurant/package.json": '{"name": "@feast/restaurant", "version": "0.1.0", "private": true, "scripts": '
+                                         '{"dev": "next dev -p %P", "start": "next start -p %P"}}\n',
+         "apps/restaurant/app/layout.jsx": "export default function Layout({ children }) {\n"
+                                           "  return <html><body>{children}</body></html>\n}\n",
+         "apps/restaurant/app/page.jsx": "export default function Page() {\n  return <main>Orders</main>\n}\n",
+         "apps/customer/package.json": '{"name": "@feast/customer", "version": "0.1.0", "private": true, "scripts": '
+                                       '{"dev": "next dev -p %D"}}\n'}, second=True)
+# A tutorial's server, which goes on to the next port without a word.
+untuned("node, http, up to ten further ports", "npm start",
+        {"package.json": '{"name": "courts", "type": "module", "scripts": {"start": "node server/server.js"}}\n',
+         "app/expressApp.js": "import express from 'express';\n\nconst app = express();\n"
+                              "app.get('/', (request, response) => response.send('ok'));\n\nexport default app;\n",
+         "server/utilityscripts.js": "export function normalizePort(value) {\n  const port = parseInt(value, 10);\n"
+                                     "  if (Number.isNaN(port)) return value;\n  return port >= 0 ? port : false;\n}\n",
+         "server/server.js": "import http from 'http';\nimport app from '../app/expressApp.js';\n"
+                             "import { normalizePort } from './utilityscripts.js';\n\nconst server = http.createServer(app);\n"
+                             "const port = normalizePort(process.env.PORT || %P);\nlet availablePort = port;\n\n"
+                             "server.on('error', (error) => {\n  if (error.code !== 'EADDRINUSE') throw error;\n"
+                             "  if (availablePort - port >= 10) {\n    console.log(`${port} is already in use`);\n"
+                             "    process.exit(1);\n  }\n  availablePort += 1;\n  server.listen(availablePort);\n});\n"
+                             "server.on('listening', () => console.log(`http://localhost:${server.address().port}`));\n\n"
+                             "server.listen(availablePort);\n"})
+# A chat whose first process listens for all its workers.
+untuned("node, cluster, the primary listens", "node server.js",
+        {"server.js": "const cluster = require('cluster');\nconst http = require('http');\nconst { Server } = require('socket.io');\n"
+                      "const socketMain = require('./socketMain');\n\nconst numCPUs = require('os').cpus().length;\n\n"
+                      "if (cluster.isPrimary) {\n  console.log(`Primary ${process.pid}`);\n"
+                      "  const httpServer = http.createServer();\n  cluster.setupPrimary({ serialization: 'advanced' });\n"
+                      "  httpServer.listen(%P);\n\n  for (let i = 0; i < numCPUs; i++) cluster.fork();\n"
+                      "  cluster.on('exit', (worker) => {\n    console.log(`Worker ${worker.process.pid} died`);\n"
+                      "    cluster.fork();\n  });\n} else {\n  const httpServer = http.createServer();\n"
+                      "  const io = new Server(httpServer, {\n"
+                      "    cors: { origin: 'http://localhost:%D', credentials: true },\n  });\n  socketMain(io);\n}\n",
+         "socketMain.js": "module.exports = (io) => io.on('connection', (socket) => socket.emit('welcome'));\n"}, second=True)
+# A house's relays: plain or secure, as the environment says.
+untuned("node, HTTP_PORT beside HTTPS_PORT in .env", "npm run dev",
+        {"package.json": '{"name": "relays", "type": "module", "imports": {"#root/*": "./*"}, "scripts": {"dev": '
+                         '"nodemon index.js"}}\n',
+         ".env": "HTTP_PORT=%P\nHTTPS_ENABLED=no\nHTTPS_PORT=%D\nHTTPS_KEY_FILENAME=key.pem\nDROP_PRIV=no\n",
+         "index.js": "import 'dotenv/config';\nimport http from 'node:http';\nimport https from 'node:https';\n"
+                     "import { readFileSync } from 'node:fs';\nimport { app, secureRedirectApp } from '#root/express/app.js';\n\n"
+                     "const USE_HTTPS = process.env.HTTPS_ENABLED == 'yes';\n"
+                     "const httpServer = http.createServer(USE_HTTPS ? secureRedirectApp : app);\n\n"
+                     "httpServer.listen(process.env.HTTP_PORT, () => {\n"
+                     "    console.log(`HTTP on port ${process.env.HTTP_PORT}`);\n\n    if (USE_HTTPS) {\n"
+                     "        const key = readFileSync('./express/cert/' + process.env.HTTPS_KEY_FILENAME);\n"
+                     "        https.createServer({ key }, app).listen(process.env.HTTPS_PORT);\n    }\n});\n",
+         "express/app.js": "import express from 'express';\n\nexport const app = express();\n"
+                           "app.get('/', (request, response) => response.send('ok'));\n\nexport const secureRedirectApp = express();\n"
+                           "secureRedirectApp.use((request, response) => response.redirect(`https://${request.hostname}`));\n"},
+        second=True)
+# A shop whose server is the package's main file and whose page is a project in a folder.
+untuned("concurrently, nodemon of the main file and yarn client", "npm run start:dev",
+        {"package.json": '{"name": "shop", "main": "server.js", "scripts": {"start": "node server.js", "start:dev": '
+                         '"concurrently \\"nodemon --ignore \'client/*\'\\" \\"yarn client\\"", "client": "cd client && yarn start"}}\n',
+         "server.js": "const express = require('express');\nconst routes = require('./routes');\n\nconst app = express();\n"
+                      "const PORT = process.env.PORT || %P;\n\napp.use(express.static('client/build'));\napp.use(routes);\n\n"
+                      "app.listen(PORT, function (error) {\n  if (error) throw error;\n"
+                      "  console.log(`API Server now listening on PORT ${PORT}!`);\n});\n",
+         "routes/index.js": "const router = require('express').Router();\n\n"
+                            "router.get('/api/items', (request, response) => response.json([]));\n\nmodule.exports = router;\n",
+         "client/package.json": '{"name": "client", "private": true, "proxy": "http://localhost:%P", "scripts": {"start": "vite"}}\n',
+         "client/vite.config.js": "module.exports = { cacheDir: '.vite' };\n", "client/index.html": WEB["index.html"],
+         "client/main.js": WEB["main.js"]})
+# A course's page with an API out of a file, both by one word.
+untuned("concurrently npm:start:*, Parcel and json-server", "npm start",
+        {"package.json": '{"name": "users", "private": true, "scripts": {"start:dev": "parcel index.html", "start:json-server": '
+                         '"json-server -w ./db.json --port %P", "start": "concurrently npm:start:*"}}\n',
+         "db.json": '{"users": [{"id": 1, "name": "Ada", "age": 36}]}\n',
+         "index.html": "<!doctype html><title>users</title><script type=module src=src/index.js></script>\n",
+         "src/index.js": "fetch('http://localhost:%P/users').then((answer) => answer.json()).then(console.log);\n"})
+# A dashboard with its API, where the first that ends takes the other with it.
+untuned("concurrently -k, vite --port=", "npm run dev:full",
+        {**WEB, "package.json": '{"name": "panel", "private": true, "type": "module", "scripts": {"dev": '
+                                '"vite --port=%P --host=0.0.0.0", "dev:server": "tsx watch server/index.ts", "dev:full": '
+                                '"concurrently -k -n vite,api -c blue,magenta \\"npm:dev\\" \\"npm:dev:server\\""}}\n',
+         "vite.config.ts": "import { defineConfig } from 'vite';\n\nexport default defineConfig({\n  cacheDir: '.vite',\n"
+                           "  server: { proxy: { '/api': 'http://localhost:3019' } },\n});\n",
+         "server/index.ts": "import express from 'express';\n\nconst app = express();\n"
+                            "app.get('/api/health', (_request, response) => { response.json({ ok: true }); });\n"
+                            "app.listen(Number(process.env.API_PORT ?? 3019));\n"})
+# A bot's endpoint, compiled before each start.
+untuned("nodemon --exec npm run start, tsc --build", "npm run watch",
+        {"package.json": '{"name": "bot", "main": "./lib/index.js", "scripts": {"build": "tsc --build", "start": '
+                         '"tsc --build && node ./lib/index.js", "watch": "nodemon --watch ./src -e ts --exec \\"npm run start\\""}}\n',
+         "tsconfig.json": '{"compilerOptions": {"declaration": true, "module": "commonjs", "target": "es2017", "composite": true, '
+                          '"outDir": "./lib", "rootDir": "./src", "types": ["node"], '
+                          '"skipLibCheck": true}, "include": ["src"]}\n',
+         "src/index.ts": "import restify = require('restify');\nimport { EchoBot } from './bot';\n\n"
+                         "const bot = new EchoBot();\nconst server = restify.createServer();\n"
+                         "server.use(restify.plugins.bodyParser());\n\n"
+                         "server.listen(process.env.port || process.env.PORT || %P, () => {\n"
+                         "    console.log(`\\n${server.name} listening to ${server.url}`);\n});\n\n"
+                         "server.post('/api/messages', (request: any, response: any, next: any) => {\n"
+                         "    response.send(bot.answer(request.body));\n    next();\n});\n",
+         "src/restify.d.ts": "declare module 'restify';\n",
+         "src/bot.ts": "export class EchoBot {\n    answer(message: unknown) {\n        return { text: String(message) };\n    }\n}\n"})
+# Another bot, with the debugger's port in its script.
+untuned("nodemon --exec node --inspect=, ts-node/register", "npm run dev",
+        {"package.json": '{"name": "agent", "private": true, "scripts": {"dev": "nodemon --exec node --inspect=%P --signal SIGINT '
+                         '-r ts-node/register ./src/index.ts", "start": "node ./lib/src/index.js"}}\n',
+         "tsconfig.json": '{"compilerOptions": {"module": "commonjs", "target": "es2020", "esModuleInterop": true, '
+                          '"skipLibCheck": true, "types": ["node"]}, "ts-node": {"transpileOnly": true}}\n',
+         "src/index.ts": "import app from './app/app';\n\n(async () => {\n  const port = process.env.PORT || 3978;\n"
+                         "  await app.start(Number(port));\n  console.log(`\\nAgent started, app listening to`, port);\n})();\n",
+         "src/app/app.ts": "import http from 'http';\n\nconst server = http.createServer((request, response) => response.end('ok'));\n\n"
+                           "export default {\n  start: (port: number) => new Promise<void>((resolve, reject) => {\n"
+                           "    server.once('error', reject);\n    server.listen(port, resolve);\n  }),\n};\n"})
+# A library's documentation, served from a Makefile and open to a debugger.
+untuned("make web, node --inspect=0.0.0.0:9229", "make web",
+        {"Makefile": "NODE := node\n\nall:\n\t@echo done\n\nweb:\n\t@$(NODE) --inspect=0.0.0.0:9229 tools/server.js\n\n"
+                     "clean:\n\t@rm -rf out\n\n.PHONY: all web clean\n",
+         "tools/server.js": "'use strict';\n\nconst fs = require('fs');\nconst http = require('http');\n"
+                            "const path = require('path');\n\nconst ROOT = path.join(__dirname, '../out/doc');\n\n"
+                            "class Server {\n    constructor(port) {\n        this.port = port;\n"
+                            "        this.server = http.createServer((request, response) => this.answer(request, response));\n    }\n\n"
+                            "    answer(request, response) {\n        const file = path.join(ROOT, path.basename(request.url));\n"
+                            "        response.end(fs.existsSync(file) ? fs.readFileSync(file) : 'none');\n    }\n\n"
+                            "    start() {\n        this.server.listen(this.port);\n    }\n}\n\nnew Server(%P).start();\n"})
+# A page in Angular and an API in Python by one Makefile, which tells the port that may be changed.
+untuned("make dev, ng serve --port $(WEB_PORT)", "make dev",
+        {"Makefile": ".PHONY: dev api web\n\nWEB_PORT ?= %P   # e.g. `make dev WEB_PORT=4300` if it is taken\n\n"
+                     "dev:\n\t@trap 'kill 0' EXIT; \\\n\t( cd api && SIM_INTERVAL=8 uvicorn app.main:app --port 8019 --reload ) & \\\n"
+                     "\t( cd web && npx ng serve --port $(WEB_PORT) ) & \\\n\twait\n\n"
+                     "api:\n\tcd api && SIM_INTERVAL=8 uvicorn app.main:app --port 8019 --reload\n\n"
+                     "web:\n\tcd web && npx ng serve --port $(WEB_PORT)\n",
+         "api/app/__init__.py": "", "api/app/main.py": ASGI["app.py"],
+         "web/package.json": '{"name": "web", "private": true}\n',
+         "web/angular.json": '{"version": 1, "cli": {"analytics": false, "cache": {"enabled": false}}, "projects": {"web": '
+                             '{"projectType": "application", "root": "", "sourceRoot": "src", "architect": {"build": {"builder": '
+                             '"@angular/build:application", "options": {"browser": "src/main.ts", "index": "src/index.html", '
+                             '"tsConfig": "tsconfig.json", "optimization": false}}, "serve": {"builder": '
+                             '"@angular/build:dev-server", "options": {"buildTarget": "web:build"}}}}}}\n',
+         "web/tsconfig.json": '{"compilerOptions": {"target": "ES2022", "module": "preserve", "skipLibCheck": true, "types": []}, '
+                              '"files": ["src/main.ts"]}\n',
+         "web/src/index.html": "<!doctype html><title>web</title><base href=\"/\">\n", "web/src/main.ts": "document.title = 'on';\n"})
+# A course's client in React, moved away from the port of its API.
+untuned("Create React App, PORT= in the script, proxy", "npm start --prefix client",
+        {"package.json": '{"name": "course", "private": true, "scripts": {"client": "npm start --prefix client"}}\n',
+         "client/package.json": '{"name": "client", "version": "0.1.0", "private": true, "proxy": "http://localhost:%D", '
+                                '"scripts": {"start": "PORT=%P react-scripts start"}, "browserslist": ["last 1 chrome version"]}\n',
+         "client/.env": "DANGEROUSLY_DISABLE_HOST_CHECK=true\n",
+         "client/public/index.html": "<!doctype html><div id=root></div>\n", "client/src/index.js": "document.title = 'course';\n"},
+        second=True)
+# A small gate before a mocked API, so that the paths fit.
+untuned("Bun, PROXY_PORT before an upstream", "bun run scripts/mock-proxy.ts",
+        {"package.json": '{"name": "viewer", "private": true, "scripts": {"mock:proxy": "bun run scripts/mock-proxy.ts"}}\n',
+         "scripts/mock-proxy.ts": "const listenPort = Number(process.env.PROXY_PORT ?? %P);\n"
+                                  "const upstream = process.env.UPSTREAM ?? '127.0.0.1:%D';\n\nBun.serve({\n"
+                                  "  hostname: '127.0.0.1',\n  port: listenPort,\n  fetch(request) {\n"
+                                  "    const url = new URL(request.url);\n    url.host = upstream;\n"
+                                  "    url.pathname = url.pathname.replace(/^\\/v1/, '') || '/';\n"
+                                  "    return fetch(new Request(url, request));\n  },\n});\n"}, second=True)
+# A page's local copy: a proxy of a site, or of a folder.
+untuned("http-proxy-middleware, config.port", "node index.js",
+        {"config.json": '{"proxyTarget": "http://localhost:%D/", "port": %P}\n',
+         "index.js": "const express = require(\"express\");\nconst { createProxyMiddleware } = require(\"http-proxy-middleware\");\n"
+                     "const config = require(\"./config\");\n\nconst app = express();\n"
+                     "const target = new URL(config.proxyTarget);\n\nif (target.protocol === \"file:\") {\n"
+                     "  app.use(express.static(target.pathname));\n} else {\n"
+                     "  app.use(createProxyMiddleware({ target: config.proxyTarget, changeOrigin: true }));\n}\n\n"
+                     "app.listen(config.port, function (error) {\n  if (error) throw error;\n"
+                     "  console.log(\"Local proxy URL: http://localhost:\" + config.port + \"/\");\n});\n"}, second=True)
+# Pages of a shop's API, with their root deep in it.
+untuned("Vite, root src/public and a base URL elsewhere", "npm run dev",
+        {"package.json": '{"name": "books", "private": true, "type": "module", "scripts": {"dev": "vite"}}\n',
+         "config/urlConfig.js": "export default {\n  baseUrl: process.env.BASE_URL || 'http://localhost:%D',\n};\n",
+         "vite.config.js": "import path from 'path';\nimport { fileURLToPath } from 'url';\nimport { defineConfig } from 'vite';\n"
+                           "import urlConfig from './config/urlConfig.js';\n\n"
+                           "const currentDir = path.dirname(fileURLToPath(import.meta.url));\n\nexport default defineConfig({\n"
+                           "  root: path.resolve(currentDir, 'src/public'),\n  cacheDir: path.resolve(currentDir, '.vite'),\n"
+                           "  build: { outDir: '../../dist', emptyOutDir: true },\n  server: {\n    port: %P,\n"
+                           "    strictPort: false,\n    proxy: {\n"
+                           "      '/api': { target: urlConfig.baseUrl, changeOrigin: true },\n    },\n  },\n});\n",
+         "src/public/index.html": "<!doctype html><title>books</title><script type=module src=/main.js></script>\n",
+         "src/public/main.js": "document.title = 'on';\n"}, second=True)
+# An administration's page: both ports in variables, with defaults.
+untuned("Vite, FRONTEND_PORT and BACKEND_PORT", ["sh", "-c", "cd frontend && exec npm run dev"],
+        {**{"frontend/" + name: text for name, text in WEB.items()},
+         "frontend/package.json": '{"name": "frontend", "private": true, "type": "module", "scripts": {"dev": "vite"}}\n',
+         "frontend/vite.config.js": "import { defineConfig } from 'vite'\n\n"
+                                    "const backend = `localhost:${process.env.BACKEND_PORT || %D}`\n\nexport default defineConfig({\n"
+                                    "  cacheDir: '.vite',\n  server: {\n    host: '0.0.0.0',\n"
+                                    "    port: parseInt(process.env.FRONTEND_PORT || %P),\n    strictPort: false,\n    proxy: {\n"
+                                    "      '/api': { target: `http://${backend}`, changeOrigin: true },\n"
+                                    "      '/ws': { target: `ws://${backend}`, ws: true },\n    },\n  },\n})\n"}, second=True)
+# An API after its description, which listens when its database has answered.
+untuned("connect, serverPort after a promise", "npm start",
+        {"package.json": '{"name": "petshop", "main": "index.js", "scripts": {"start": "node index.js"}}\n',
+         ".env": "MONGODB_URI=mongodb://localhost:%D/petshop\n",
+         "index.js": "'use strict';\nvar fs = require('fs'),\n  http = require('http'),\n  path = require('path');\n"
+                     "require('dotenv').config()\nvar app = require('connect')();\nvar jsyaml = require('js-yaml');\n"
+                     "var serverPort = %P;\n\nconst { connectDB } = require('./utils/db');\n\n"
+                     "var description = jsyaml.load(fs.readFileSync(path.join(__dirname, 'api/swagger.yaml'), 'utf8'));\n\n"
+                     "connectDB()\n  .then(() => {\n"
+                     "    app.use((request, response) => response.end(JSON.stringify(description.paths)));\n"
+                     "    http.createServer(app).listen(serverPort, function () {\n"
+                     "      console.log('Your server is listening on port %d', serverPort);\n    });\n  })\n"
+                     "  .catch((error) => console.error('Error connecting to MongoDB:', error));\n",
+         "utils/db.js": "exports.connectDB = async () => {\n  await new Promise((resolve) => setTimeout(resolve, 300));\n"
+                        "  console.log(`Connected to ${process.env.MONGODB_URI}`);\n};\n",
+         "api/swagger.yaml": "swagger: '2.0'\ninfo:\n  title: Petshop\n  version: 1.0.0\nhost: localhost:%P\n"
+                             "schemes:\n  - http\npaths:\n  /pets:\n    get: {}\n"}, second=True)
+# One part of a page that is made of several, by several servers.
+untuned("webpack serve, module federation", "npm start",
+        {"package.json": '{"name": "container", "private": true, "scripts": {"start": "webpack serve"}}\n',
+         "webpack.config.js": "const HtmlWebpackPlugin = require('html-webpack-plugin');\n"
+                              "const ModuleFederationPlugin = require('webpack/lib/container/ModuleFederationPlugin');\n\n"
+                              "module.exports = {\n  mode: 'development',\n  devServer: { port: %P },\n  plugins: [\n"
+                              "    new ModuleFederationPlugin({\n      name: 'container',\n"
+                              "      remotes: { cart: 'cart@http://localhost:%D/remoteEntry.js' },\n    }),\n"
+                              "    new HtmlWebpackPlugin({ template: './public/index.html' }),\n  ],\n};\n",
+         "public/index.html": "<!doctype html><div id=root></div>\n", "src/index.js": "import('./bootstrap');\n",
+         "src/bootstrap.js": "document.title = 'container';\n"}, second=True)
+# A service of several, which insists on its settings.
+untuned("Nest, getOrThrow of ConfigService", "npm run start:dev",
+        {"package.json": '{"name": "catalog", "private": true, "scripts": {"start:dev": "nest start --watch"}}\n',
+         "nest-cli.json": '{"sourceRoot": "src"}\n',
+         "tsconfig.json": '{"compilerOptions": {"module": "commonjs", "target": "es2022", "outDir": "./dist", "rootDir": "./src", '
+                          '"types": ["node"], "emitDecoratorMetadata": true, "experimentalDecorators": true, '
+                          '"skipLibCheck": true}, "include": ["src"]}\n',
+         ".env": "APPLICATION_PORT=%P\nREDIS_HOST=localhost\nREDIS_PORT=%D\n",
+         "src/main.ts": "import { Logger } from '@nestjs/common'\nimport { ConfigService } from '@nestjs/config'\n"
+                        "import { NestFactory } from '@nestjs/core'\nimport { AppModule } from './app.module'\n\n"
+                        "async function bootstrap() {\n  const app = await NestFactory.create(AppModule)\n"
+                        "  const config = app.get(ConfigService)\n  const logger = new Logger('HTTP')\n\n"
+                        "  app.use((request: any, _response: any, next: () => void) => {\n"
+                        "    logger.log(`Incoming ${request.method} ${request.originalUrl}`)\n    next()\n  })\n\n"
+                        "  await app.listen(config.getOrThrow<number>('APPLICATION_PORT'))\n}\nbootstrap()\n",
+         "src/app.module.ts": "import { Module } from '@nestjs/common'\nimport { ConfigModule } from '@nestjs/config'\n\n@Module({\n"
+                              "  imports: [ConfigModule.forRoot({ isGlobal: true })],\n})\nexport class AppModule {}\n"}, second=True)
+
 # --- What must give no alert ---------------------------------------------------------------------
 def crashes(port):
     """(name, command, files, port that is held) of programs that end without having asked for it, or
