@@ -2361,6 +2361,350 @@ untuned("Nest, getOrThrow of ConfigService", "npm run start:dev",
                         "  await app.listen(config.getOrThrow<number>('APPLICATION_PORT'))\n}\nbootstrap()\n",
          "src/app.module.ts": "import { Module } from '@nestjs/common'\nimport { ConfigModule } from '@nestjs/config'\n\n@Module({\n"
                               "  imports: [ConfigModule.forRoot({ isGlobal: true })],\n})\nexport class AppModule {}\n"}, second=True)
+# A service for devices, whose port goes through two functions.
+untuned("Tornado, main(int(os.environ.get(\"PORT\")))", py("onboarding.py"),
+        {"onboarding.py": "import os\n\nimport tornado.options\nimport tornado.web\n\nfrom common import handlers\n\n\n"
+                          "class RegisterDeviceHandler(tornado.web.RequestHandler):\n    def post(self):\n        self.write({})\n\n\n"
+                          "def endpoints():\n    return [(\"/register-device\", RegisterDeviceHandler)]\n\n\ndef main(port):\n"
+                          "    tornado.options.parse_command_line()\n    handlers.start_app(endpoints(), port, xheaders=True)\n\n\n"
+                          "if __name__ == \"__main__\":\n    main(int(os.environ.get(\"PORT\", \"%P\")))\n",
+         "common/__init__.py": "",
+         "common/handlers.py": "import asyncio\n\nimport tornado.web\n\n\ndef start_app(endpoints, port, **kwargs):\n"
+                               "    async def serve():\n        app = tornado.web.Application(endpoints)\n"
+                               "        app.listen(port, **kwargs)\n        await asyncio.Event().wait()\n\n    asyncio.run(serve())\n"})
+# A page with its measurements beside it, in one server.
+untuned("Flask, DispatcherMiddleware with metrics", py("app.py"),
+        {"app.py": "from flask import Flask\nfrom prometheus_client import make_wsgi_app\n"
+                   "from werkzeug.middleware.dispatcher import DispatcherMiddleware\n\n"
+                   "from data_handler import DataHandler\n\napp = Flask(__name__)\ndata_handler = DataHandler()\n\n\n"
+                   "@app.route('/')\ndef index():\n    return data_handler.get_data()\n\n\n"
+                   "dispatcher = DispatcherMiddleware(app.wsgi_app, {\"/metrics\": make_wsgi_app()})\n\n"
+                   "if __name__ == '__main__':\n    from werkzeug.serving import run_simple\n"
+                   "    run_simple(hostname=\"0.0.0.0\", port=%P, application=dispatcher)\n",
+         "data_handler.py": "class DataHandler:\n    def get_data(self):\n        return {'visits': 3}\n"})
+# A folder of big files for a page elsewhere.
+untuned("ThreadingHTTPServer, sys.argv[1] or a default", py("cors_server.py"),
+        {"cors_server.py": "import os\nimport sys\nfrom http.server import SimpleHTTPRequestHandler, ThreadingHTTPServer\n\n"
+                           "os.chdir(os.path.dirname(os.path.abspath(__file__)))\n\n\nclass CORS(SimpleHTTPRequestHandler):\n"
+                           "    def end_headers(self):\n        self.send_header(\"Access-Control-Allow-Origin\", \"*\")\n"
+                           "        super().end_headers()\n\n\nif __name__ == \"__main__\":\n"
+                           "    port = int(sys.argv[1]) if len(sys.argv) > 1 else %P\n"
+                           "    httpd = ThreadingHTTPServer((\"127.0.0.1\", port), CORS)\n"
+                           "    print(f\"Serving {os.getcwd()} at http://127.0.0.1:{port}\")\n    httpd.serve_forever()\n"})
+# A framework with a server among its commands.
+untuned("python -m package serve, argparse", py("-m minnow serve"),
+        {"minnow/__init__.py": "", "minnow/__main__.py": "import sys\n\nfrom minnow.cli import main\n\nsys.exit(main())\n",
+         "minnow/server.py": "from fastapi import FastAPI\n\n\ndef create_app(model):\n    app = FastAPI()\n\n"
+                             "    @app.get(\"/health\")\n    def health():\n        return {\"model\": model}\n\n    return app\n",
+         "minnow/cli.py": "import argparse\nimport sys\n\n\ndef _serve(argv: list[str]) -> int:\n"
+                          "    parser = argparse.ArgumentParser(prog=\"minnow serve\")\n"
+                          "    parser.add_argument(\"--host\", default=\"127.0.0.1\", help=\"bind host\")\n"
+                          "    parser.add_argument(\"--port\", type=int, default=%P, help=\"bind port\")\n"
+                          "    parser.add_argument(\"--model\", default=None, help=\"the model's name\")\n"
+                          "    args = parser.parse_args(argv)\n\n    import uvicorn\n\n    from minnow.server import create_app\n\n"
+                          "    uvicorn.run(create_app(args.model), host=args.host, port=args.port)\n    return 0\n\n\n"
+                          "def main() -> int:\n    commands = {\"serve\": _serve}\n    if len(sys.argv) < 2 or sys.argv[1] not in commands:\n"
+                          "        print(\"usage: minnow serve\")\n        return 2\n    return commands[sys.argv[1]](sys.argv[2:])\n"})
+# A messenger for programs: the command line goes before the settings.
+untuned("uvicorn.run, --port or config.yaml", py("server.py"),
+        {"server.py": "import argparse\nimport logging\n\nimport uvicorn\nimport yaml\nfrom fastapi import FastAPI\n\n\n"
+                      "def load_config(path):\n    with open(path) as file:\n        return yaml.safe_load(file)\n\n\n"
+                      "def create_app(config):\n    app = FastAPI()\n    app.state.retention = config[\"messages\"][\"retention_days\"]\n"
+                      "    return app\n\n\ndef main():\n    parser = argparse.ArgumentParser(description=\"Messenger\")\n"
+                      "    parser.add_argument(\"--config\", default=\"config.yaml\", help=\"Config file path\")\n"
+                      "    parser.add_argument(\"--host\", default=None)\n    parser.add_argument(\"--port\", type=int, default=None)\n"
+                      "    args = parser.parse_args()\n\n    config = load_config(args.config)\n    logging.basicConfig(level=logging.INFO)\n\n"
+                      "    host = args.host or config[\"server\"][\"host\"]\n    port = args.port or config[\"server\"][\"port\"]\n"
+                      "    uvicorn.run(create_app(config), host=host, port=port)\n\n\nif __name__ == \"__main__\":\n    main()\n",
+         "config.yaml": "server:\n  host: 127.0.0.1\n  port: %P\n\nmessages:\n  retention_days: 30\n\nagents:\n"
+                        "  - name: reviewer\n    webhook: http://localhost:%D/hook\n"}, second=True)
+# A language model behind sockets, which writes its settings when there are none.
+untuned("websockets, defaults merged with config.json", py("server.py"),
+        {"server.py": "import asyncio\nimport json\nimport os\nfrom pathlib import Path\n\nimport websockets\n\n"
+                      "CONFIG_FILE = \"config.json\"\nDEFAULT_CONFIG = {\n    \"server\": {\n        \"host\": \"0.0.0.0\",\n"
+                      "        \"port\": %P,\n        \"max_message_size\": 16777216,\n        \"ping_interval\": 30,\n    },\n"
+                      "    \"limits\": {\n        \"max_clients\": 10,\n        \"max_context_length\": 128000,\n    },\n"
+                      "    \"paths\": {\"sessions_dir\": \"var/sessions\"},\n}\n\n\ndef load_config():\n"
+                      "    if not Path(CONFIG_FILE).exists():\n"
+                      "        Path(CONFIG_FILE).write_text(json.dumps(DEFAULT_CONFIG, indent=2))\n        return DEFAULT_CONFIG\n"
+                      "    config = json.loads(Path(CONFIG_FILE).read_text())\n"
+                      "    return {key: {**value, **config.get(key, {})} for key, value in DEFAULT_CONFIG.items()}\n\n\n"
+                      "CONFIG = load_config()\nos.makedirs(CONFIG['paths']['sessions_dir'], exist_ok=True)\n\n\n"
+                      "async def handle_connection(socket):\n    await socket.send('ready')\n\n\nasync def main():\n"
+                      "    print(f\"Server ready on ws://{CONFIG['server']['host']}:{CONFIG['server']['port']}\")\n"
+                      "    async with websockets.serve(\n        handle_connection,\n        CONFIG['server']['host'],\n"
+                      "        CONFIG['server']['port'],\n        max_size=CONFIG['server']['max_message_size'],\n"
+                      "        ping_interval=CONFIG['server']['ping_interval'],\n    ):\n        await asyncio.Future()\n\n\n"
+                      "if __name__ == \"__main__\":\n    try:\n        asyncio.run(main())\n    except Exception as e:\n"
+                      "        print(f\"Fatal error: {e}\")\n"})
+# A server that watches over another one, each with a variable for its port.
+untuned("waitress.create_server, CONTROL_SERVER_PORT", py("control/server.py"),
+        {"control/server.py": "import os\n\nfrom application import create_app\n\n"
+                              "CONTROL_SERVER_PORT = int(os.environ.get(\"CONTROL_SERVER_PORT\", \"%P\"))\n"
+                              "INFERENCE_SERVER_PORT = int(os.environ.get(\"INFERENCE_SERVER_PORT\", \"%D\"))\n\n\n"
+                              "if __name__ == \"__main__\":\n    from waitress import create_server\n\n    application = create_app(\n"
+                              "        {\n            \"control_server_host\": \"0.0.0.0\",\n"
+                              "            \"control_server_port\": CONTROL_SERVER_PORT,\n"
+                              "            \"inference_server_port\": INFERENCE_SERVER_PORT,\n        }\n    )\n"
+                              "    application.logger.warning(f\"Starting control server on port {CONTROL_SERVER_PORT}\")\n"
+                              "    server = create_server(\n        application,\n"
+                              "        host=application.config[\"control_server_host\"],\n"
+                              "        port=application.config[\"control_server_port\"],\n    )\n    server.run()\n",
+         "control/application.py": "from flask import Flask\n\n\ndef create_app(base_config):\n    app = Flask(__name__)\n"
+                                   "    app.config.update(base_config)\n    return app\n"}, second=True)
+# The server of a page's own tests, with the variable's name in a constant.
+untuned("ThreadingHTTPServer, os.environ.get(PORT_ENV)", py("-m tools.dev_server"),
+        {"tools/__init__.py": "",
+         "tools/dev_server.py": "import argparse\nimport os\nfrom http.server import SimpleHTTPRequestHandler, ThreadingHTTPServer\n\n"
+                                "PORT_ENV = \"NOTES_DEV_SERVER_PORT\"\nDEV_SERVER_PORT = int(os.environ.get(PORT_ENV) or %P)\n"
+                                "DEV_SERVER_BASE_PATH = \"/Notes/\"\n\n\ndef dev_server_url(path=\"\"):\n"
+                                "    return f\"http://127.0.0.1:{DEV_SERVER_PORT}{DEV_SERVER_BASE_PATH}{path}\"\n\n\n"
+                                "class Handler(SimpleHTTPRequestHandler):\n    def translate_path(self, path):\n"
+                                "        return super().translate_path(path.removeprefix(DEV_SERVER_BASE_PATH.rstrip(\"/\")))\n\n\n"
+                                "def main():\n    parser = argparse.ArgumentParser()\n"
+                                "    parser.add_argument(\"port\", nargs=\"?\", type=int, default=DEV_SERVER_PORT)\n"
+                                "    args = parser.parse_args()\n"
+                                "    with ThreadingHTTPServer((\"127.0.0.1\", args.port), Handler) as server:\n"
+                                "        print(dev_server_url())\n        server.serve_forever()\n\n\n"
+                                "if __name__ == \"__main__\":\n    main()\n"})
+# A probe of a telephone exchange, with sockets for a page.
+untuned("asyncio.start_server, WS_PORT beside ESL_PORT", py("probe.py"),
+        {"probe.py": "import asyncio\n\nWS_PORT = %P\nESL_HOST = '127.0.0.1'\nESL_PORT = %D\n\n\n"
+                     "async def handle_ws_client(reader, writer):\n    await reader.readline()\n    writer.close()\n\n\n"
+                     "async def main():\n    server = await asyncio.start_server(handle_ws_client, '0.0.0.0', WS_PORT)\n"
+                     "    print(f\"[probe] WebSocket: 0.0.0.0:{WS_PORT}\")\n    print(f\"[probe] ESL: {ESL_HOST}:{ESL_PORT}\\n\")\n\n"
+                     "    serving = asyncio.create_task(server.serve_forever())\n    await asyncio.sleep(0.5)\n"
+                     "    reader, writer = await asyncio.open_connection(ESL_HOST, ESL_PORT)\n    await serving\n\n\n"
+                     "asyncio.run(main())\n"}, second=True)
+# A first web server of one's own, of the sockets themselves.
+untuned("python, socket, run('0.0.0.0', port)", py("server.py"),
+        {"server.py": "import socket\nfrom route import *\n\n\ndef run(host, port):\n    with socket.socket() as s:\n"
+                      "        s.bind((host, port))\n        s.listen()\n        while True:\n            connection, ip = s.accept()\n"
+                      "            request = connection.recv(1024).decode('utf-8')\n            if request:\n"
+                      "                connection.sendall(response_for_path(request))\n            connection.close()\n\n\n"
+                      "if __name__ == '__main__':\n    run('0.0.0.0', %P)\n",
+         "route.py": "def response_for_path(request):\n    return b'HTTP/1.1 200 OK\\r\\n\\r\\n' + request.split()[1].encode()\n"})
+# A blog in Django, by a script that enters the environment and calls a function.
+untuned("Django, start() in start.sh", "bash source/start.sh",
+        {**{"source/" + name: text for name, text in DJANGO.items()},
+         "BlogEnv/bin/activate": "export VIRTUAL_ENV=\"$PWD/BlogEnv\"\n",
+         "source/start.sh": "#!/bin/bash\n\nINSTDIR=\"$( cd \"$( dirname \"${BASH_SOURCE[0]}\" )\" && pwd )\"\n"
+                            "SOURCEDIR=\"$(dirname \"$INSTDIR\")\"\n\ncd $SOURCEDIR\nsource BlogEnv/bin/activate\ncd $INSTDIR\n"
+                            "start()\n{\npython3 manage.py runserver 0.0.0.0:%P\n}\nstart\n"})
+# A page before a telnet server: the other's port is asked for, the own one is not.
+untuned("Go, addr beside TELNET_PORT", "go run main.go",
+        {"main.go": "package main\n\nimport (\n\t\"html/template\"\n\t\"log\"\n\t\"net/http\"\n\t\"os\"\n\t\"strconv\"\n\t\"time\"\n)\n\n"
+                    "var (\n\tindexTmpl  *template.Template\n\ttelnetPort int\n)\n\nfunc main() {\n"
+                    "\tportStr := os.Getenv(\"TELNET_PORT\")\n\tif portStr == \"\" {\n\t\tportStr = \"%D\"\n\t}\n"
+                    "\tp, err := strconv.Atoi(portStr)\n\tif err != nil {\n\t\tlog.Fatalf(\"TELNET_PORT: %v\", err)\n\t}\n"
+                    "\ttelnetPort = p\n\n\tindexTmpl = template.Must(template.ParseFiles(\"templates/index.html\"))\n\n"
+                    "\tmux := http.NewServeMux()\n\tmux.HandleFunc(\"/\", func(w http.ResponseWriter, r *http.Request) {\n"
+                    "\t\tindexTmpl.Execute(w, telnetPort)\n\t})\n\n\taddr := \":%P\"\n\tsrv := &http.Server{\n\t\tAddr:        addr,\n"
+                    "\t\tHandler:     mux,\n\t\tReadTimeout: 15 * time.Second,\n\t}\n\n"
+                    "\tlog.Printf(\"http://localhost%s ...\", addr)\n\tif err := srv.ListenAndServe(); err != nil {\n"
+                    "\t\tlog.Fatalf(\"server error: %v\", err)\n\t}\n}\n",
+         "templates/index.html": "<!doctype html><title>Telnet</title><p>{{.}}</p>\n"}, second=True)
+# A book's web application, of several files in cmd/web.
+untuned("go run ./cmd/web, -addr with a default", "go run ./cmd/web",
+        {"cmd/web/main.go": "package main\n\nimport (\n\t\"flag\"\n\t\"log\"\n\t\"net/http\"\n\t\"os\"\n)\n\ntype application struct {\n"
+                            "\terrorLog *log.Logger\n\tinfoLog  *log.Logger\n}\n\nfunc main() {\n"
+                            "\taddr := flag.String(\"addr\", \":%P\", \"HTTP network address\")\n"
+                            "\tdsn := flag.String(\"dsn\", \"web:pass@tcp(localhost:%D)/snippets?parseTime=true\", \"MySQL data source name\")\n"
+                            "\tflag.Parse()\n\n\tapp := &application{\n\t\terrorLog: log.New(os.Stderr, \"ERROR\\t\", log.Lshortfile),\n"
+                            "\t\tinfoLog:  log.New(os.Stdout, \"INFO\\t\", log.Ltime),\n\t}\n\tapp.infoLog.Println(len(*dsn))\n\n"
+                            "\tsrv := &http.Server{\n\t\tAddr:     *addr,\n\t\tErrorLog: app.errorLog,\n\t\tHandler:  app.routes(),\n\t}\n\n"
+                            "\tapp.infoLog.Printf(\"Starting server on %s\", *addr)\n\terr := srv.ListenAndServe()\n"
+                            "\tapp.errorLog.Fatal(err)\n}\n",
+         "cmd/web/routes.go": "package main\n\nimport \"net/http\"\n\nfunc (app *application) routes() http.Handler {\n"
+                              "\tmux := http.NewServeMux()\n\tmux.HandleFunc(\"/\", app.home)\n\treturn mux\n}\n",
+         "cmd/web/handlers.go": "package main\n\nimport \"net/http\"\n\n"
+                                "func (app *application) home(w http.ResponseWriter, r *http.Request) {\n"
+                                "\tw.Write([]byte(\"Snippets\"))\n}\n"}, second=True)
+# A filter of news: settings that are defaults first, and a server in the background.
+untuned("Gin, RunListener, config.yaml over defaults", "./shop",
+        {"main.go": "package main\n\nimport (\n\t\"fmt\"\n\t\"log\"\n\t\"net\"\n\t\"os\"\n\n\t\"github.com/gin-gonic/gin\"\n"
+                    "\t\"gopkg.in/yaml.v3\"\n)\n\ntype Config struct {\n\tDatabase struct {\n\t\tHost string `yaml:\"host\"`\n"
+                    "\t\tPort int    `yaml:\"port\"`\n\t} `yaml:\"database\"`\n\tRedis struct {\n\t\tPort int `yaml:\"port\"`\n"
+                    "\t} `yaml:\"redis\"`\n\tServer struct {\n\t\tPort int `yaml:\"port\"`\n\t} `yaml:\"server\"`\n}\n\n"
+                    "func main() {\n\tcfg := loadConfig()\n\tlog.Printf(\"Database: %s:%d\", cfg.Database.Host, cfg.Database.Port)\n"
+                    "\tgo startServer(cfg.Server.Port)\n\tselect {}\n}\n\nfunc loadConfig() *Config {\n\tcfg := &Config{}\n"
+                    "\tcfg.Database.Host = \"localhost\"\n\tcfg.Database.Port = 5432\n\tcfg.Redis.Port = 6379\n\tcfg.Server.Port = 8080\n\n"
+                    "\tif data, err := os.ReadFile(\"config.yaml\"); err == nil {\n"
+                    "\t\tif err := yaml.Unmarshal(data, cfg); err != nil {\n\t\t\tlog.Println(\"Warning:\", err)\n\t\t}\n\t}\n"
+                    "\tif port := os.Getenv(\"DB_PORT\"); port != \"\" {\n\t\tfmt.Sscanf(port, \"%d\", &cfg.Database.Port)\n\t}\n"
+                    "\treturn cfg\n}\n\nfunc startServer(port int) {\n\trouter := gin.Default()\n"
+                    "\trouter.GET(\"/health\", func(c *gin.Context) { c.JSON(200, gin.H{\"status\": \"ok\"}) })\n\n"
+                    "\taddr := fmt.Sprintf(\"0.0.0.0:%d\", port)\n\tlistener, err := net.Listen(\"tcp\", addr)\n\tif err != nil {\n"
+                    "\t\tlog.Fatalf(\"Failed to create listener: %v\", err)\n\t}\n\tdefer listener.Close()\n\n"
+                    "\tif err := router.RunListener(listener); err != nil {\n\t\tlog.Fatalf(\"Server error: %v\", err)\n\t}\n}\n",
+         "config.yaml": "database:\n  host: localhost\n  port: %D\n\nredis:\n  host: localhost\n  port: 6379\n\n"
+                        "server:\n  port: %P\n"}, build=GOPATH_BUILD, second=True)
+# A student's consensus of three: the own port, then those of the others.
+untuned("Go, net/rpc, three ports as arguments", "./kgv http %P %D 4790",
+        {"main.go": "package main\n\nimport (\n\t\"fmt\"\n\t\"net/rpc\"\n\t\"os\"\n\t\"strconv\"\n)\n\nfunc main() {\n"
+                    "\tfmt.Println(\"KGV Starting\")\n\n\tport1, _ := strconv.Atoi(os.Args[2])\n\tport2, _ := strconv.Atoi(os.Args[3])\n"
+                    "\tport3, _ := strconv.Atoi(os.Args[4])\n\n\traftServer := &Raft{Port: port1}\n"
+                    "\tgo startHttpServer(port1, raftServer)\n\n\traftServer.Start(map[int]*rpc.Client{port2: nil, port3: nil})\n\n"
+                    "\tselect {}\n}\n",
+         "raft.go": "package main\n\nimport (\n\t\"fmt\"\n\t\"net/rpc\"\n)\n\ntype Raft struct{ Port int }\n\n"
+                    "func (r *Raft) Vote(term int, granted *bool) error {\n\t*granted = term > 0\n\treturn nil\n}\n\n"
+                    "func (r *Raft) Start(peers map[int]*rpc.Client) {\n\tfor port := range peers {\n"
+                    "\t\tgo func(port int) {\n\t\t\t_, err := rpc.DialHTTP(\"tcp\", fmt.Sprintf(\"localhost:%d\", port))\n"
+                    "\t\t\tfmt.Println(port, err)\n\t\t}(port)\n\t}\n}\n",
+         "server.go": "package main\n\nimport (\n\t\"log\"\n\t\"net/http\"\n\t\"net/rpc\"\n\t\"strconv\"\n)\n\n"
+                      "func startHttpServer(port int, raft *Raft) {\n\trpc.Register(raft)\n\trpc.HandleHTTP()\n\n"
+                      "\terr := http.ListenAndServe(\":\"+strconv.Itoa(port), nil)\n\n\tif err != nil {\n\t\tlog.Println(err.Error())\n\t}\n}\n"},
+        build=["go", "build", "-o", "kgv", "."], second=True)
+# A player's files over HTTP, on any port when its own is taken.
+untuned("Java, HttpServer, else a port that is free", "java -cp out media.Main",
+        {"src/media/Main.java": "package media;\n\npublic class Main {\n    public static void main(String[] args) {\n"
+                                "        new FileServer().start(%P, \"cache\", \"\");\n    }\n}\n",
+         "src/media/FileServer.java":
+         "package media;\n\nimport com.sun.net.httpserver.HttpServer;\nimport java.io.File;\nimport java.io.IOException;\n"
+         "import java.net.InetSocketAddress;\nimport java.util.logging.Logger;\n\npublic class FileServer {\n"
+         "    private static final Logger logger = Logger.getLogger(\"media\");\n    private HttpServer server;\n\n"
+         "    public void start(int port, String cacheDir, String host) {\n        new File(cacheDir).mkdirs();\n        try {\n"
+         "            server = HttpServer.create(new InetSocketAddress(port), 0);\n        } catch (IOException e) {\n"
+         "            logger.warning(\"Port \" + port + \" is taken (\" + e.getMessage() + \"), taking a free one\");\n"
+         "            try {\n                server = HttpServer.create(new InetSocketAddress(0), 0);\n"
+         "            } catch (IOException again) {\n                logger.severe(again.getMessage());\n                return;\n"
+         "            }\n        }\n        server.start();\n"
+         "        logger.info(\"Files at port \" + server.getAddress().getPort());\n    }\n}\n"},
+        build=["javac", "-d", "out", "src/media/Main.java", "src/media/FileServer.java"])
+# A list of students: a menu asks whether to serve it.
+untuned("Java, HttpServer behind a menu", ["sh", "-c", "echo 2 | java Main.java"],
+        {"Main.java": "import com.sun.net.httpserver.HttpServer;\nimport java.io.IOException;\nimport java.net.InetSocketAddress;\n"
+                      "import java.util.Scanner;\n\npublic class Main {\n    public static void main(String[] args) {\n"
+                      "        Scanner sc = new Scanner(System.in);\n        System.out.println(\"1. Console\");\n"
+                      "        System.out.println(\"2. Web\");\n        try {\n"
+                      "            if (Integer.parseInt(sc.nextLine()) == 2) {\n                runWebMode();\n            }\n"
+                      "        } catch (IOException e) {\n"
+                      "            System.out.println(\"Server configuration error: \" + e.getMessage());\n        } finally {\n"
+                      "            sc.close();\n        }\n    }\n\n    public static void runWebMode() throws IOException {\n"
+                      "        HttpServer server = HttpServer.create(new InetSocketAddress(%P), 0);\n"
+                      "        server.createContext(\"/students\", exchange -> exchange.sendResponseHeaders(204, -1));\n"
+                      "        server.setExecutor(null);\n"
+                      "        System.out.println(\"[WEB MODE] http://localhost:%P/students\");\n        server.start();\n    }\n}\n"})
+# A taxi's exchange: its port, then the broker's address.
+untuned("Java, ServerSocket, port and broker as arguments", "java -cp bin Servidor %P localhost:%D",
+        {"src/Servidor.java": "import java.net.ServerSocket;\nimport java.net.Socket;\n\npublic class Servidor {\n"
+                              "    public static void main(String[] args) throws Exception {\n        if (args.length < 2) {\n"
+                              "            System.out.println(\"$./Servidor <Puerto_Servidor> <Broker>\");\n"
+                              "            System.exit(1);\n        }\n        String puerto = args[0];\n        String broker = args[1];\n\n"
+                              "        ServerSocket skServidor = new ServerSocket(Integer.parseInt(puerto));\n"
+                              "        System.out.println(\"Escucho el puerto \" + puerto);\n        new Consumer(broker).start();\n\n"
+                              "        for (;;) {\n            Socket cliente = skServidor.accept();\n            cliente.close();\n"
+                              "        }\n    }\n}\n",
+         "src/Consumer.java": "class Consumer extends Thread {\n    private final String broker;\n\n    Consumer(String broker) {\n"
+                              "        this.broker = broker;\n        setDaemon(true);\n    }\n\n    @Override\n    public void run() {\n"
+                              "        System.out.println(\"reading from \" + broker);\n    }\n}\n"},
+        build=["javac", "-d", "bin", "src/Servidor.java", "src/Consumer.java"], second=True)
+# A collector of advertisements, which shows them by a socket of its own and goes on without.
+untuned("Java, ServerSocket in a thread, port in app.properties", "java -cp target/classes grabber.Grabber",
+        {"src/main/java/grabber/Grabber.java":
+         "package grabber;\n\nimport java.net.ServerSocket;\nimport java.net.Socket;\nimport java.util.Properties;\n\n"
+         "public class Grabber {\n    private final Properties cfg = new Properties();\n\n    public void cfg() throws Exception {\n"
+         "        try (var in = Grabber.class.getClassLoader().getResourceAsStream(\"app.properties\")) {\n"
+         "            cfg.load(in);\n        }\n    }\n\n    public void web() {\n        new Thread(() -> {\n"
+         "            try (ServerSocket server = new ServerSocket(Integer.parseInt(cfg.getProperty(\"port\")))) {\n"
+         "                while (!server.isClosed()) {\n                    try (Socket socket = server.accept()) {\n"
+         "                        socket.getOutputStream().write(\"HTTP/1.1 200 OK\\r\\n\\r\\n\".getBytes());\n"
+         "                    }\n                }\n            } catch (Exception e) {\n                e.printStackTrace();\n"
+         "            }\n        }).start();\n    }\n\n    public static void main(String[] args) throws Exception {\n"
+         "        Grabber grabber = new Grabber();\n        grabber.cfg();\n        grabber.web();\n        while (true) {\n"
+         "            Thread.sleep(Integer.parseInt(grabber.cfg.getProperty(\"time\")) * 1000L);\n        }\n    }\n}\n",
+         "src/main/resources/app.properties": "port=%P\ntime=60\nurl=jdbc:postgresql://localhost:%D/grabber\nusername=postgres\n"},
+        build=["sh", "-c", "javac -d target/classes src/main/java/grabber/*.java && cp src/main/resources/* target/classes"],
+        second=True)
+# A Procfile of PHP, with eight workers.
+untuned("Procfile, PHP_CLI_SERVER_WORKERS=8 php -S", "foreman start web",
+        {"Procfile": "web: PHP_CLI_SERVER_WORKERS=8 php -S 0.0.0.0:$PORT -t public server.php\n"
+                     "release: chmod -R 775 storage && php artisan migrate --force\n",
+         "server.php": "<?php\nif (is_file(__DIR__ . '/public' . parse_url($_SERVER['REQUEST_URI'], PHP_URL_PATH))) {\n"
+                       "    return false;\n}\nrequire __DIR__ . '/public/index.php';\n",
+         "public/index.php": "<?php\necho 'ok';\n"}, port=5000)
+# A lesson about loops of events, without a look at what comes back.
+untuned("PHP, stream_socket_server in a loop of one's own", "php 04-server.php",
+        {"04-server.php": "<?php\n\nrequire __DIR__.'/99-event-loop.php';\n\n"
+                          "$server = stream_socket_server('tcp://0.0.0.0:%P');\n\n$loop = new EventLoop();\n\n"
+                          "$loop->onReadable($server, function ($server) {\n    $conn = stream_socket_accept($server, 0);\n"
+                          "    fwrite($conn, fgets($conn));\n    fclose($conn);\n});\n\n$loop->run();\n",
+         "99-event-loop.php": "<?php\n\nclass EventLoop\n{\n    private array $streams = [];\n    private array $calls = [];\n\n"
+                              "    public function onReadable($stream, callable $call): void\n    {\n"
+                              "        $this->streams[(int) $stream] = $stream;\n        $this->calls[(int) $stream] = $call;\n    }\n\n"
+                              "    public function run(): void\n    {\n        while ($this->streams) {\n"
+                              "            $read = $this->streams;\n            $write = $except = null;\n"
+                              "            stream_select($read, $write, $except, null);\n            foreach ($read as $stream) {\n"
+                              "                ($this->calls[(int) $stream])($stream);\n            }\n        }\n    }\n}\n"})
+# An API's start: PHP in the background, a proxy before it.
+untuned("php -S in the background, then caddy run", "bash start.sh",
+        {"start.sh": "#!/bin/bash\nset -e\n\necho \"=== Startup ===\"\nmkdir -p storage/logs\n\n"
+                     "php -S 0.0.0.0:%P -t public public/index.php &\n\nsleep 2\n\necho \"=== Starting Caddy ===\"\n"
+                     "exec caddy run --config Caddyfile --adapter caddyfile\n",
+         "Caddyfile": "{\n\tadmin off\n\tauto_https off\n}\n\n:8021 {\n\treverse_proxy localhost:%P\n}\n",
+         "public/index.php": "<?php\necho 'ok';\n"})
+# A page and its server in Ruby, built and served by one script.
+untuned("rackup -p in a script, after a build", "bash bin/start",
+        {"bin/start": "#!/bin/bash\nnpm run build\nAPP_ENV=production bundle exec rackup -p %P --host 0.0.0.0\n",
+         "package.json": '{"name": "page", "private": true, "scripts": {"build": "esbuild src/main.js --outfile=public/main.js"}}\n',
+         "src/main.js": "document.title = 'on';\n", "Gemfile": "gem 'rack'\ngem 'sinatra'\ngem 'webrick'\n",
+         "config.ru": "require './app'\nrun App\n",
+         "app.rb": "require 'sinatra/base'\n\nclass App < Sinatra::Base\n  get '/' do\n    'ok'\n  end\nend\n"})
+# An exercise's server, for one guest.
+untuned("TCPServer.new in initialize", "ruby lib/server.rb",
+        {"lib/server.rb": "require 'socket'\n\nclass Server\n  attr_reader :client\n\n  def initialize\n"
+                          "    @tcp_server = TCPServer.new(%P)\n    @client = @tcp_server.accept\n  end\nend\n\n"
+                          "if __FILE__ == $PROGRAM_NAME\n  server = Server.new\nend\n"})
+# A language server in Ruby, for an editor on the same machine.
+untuned("TCPServer, LSP_PORT", "ruby -Ilib exe/tongue",
+        {"exe/tongue": "#!/usr/bin/env ruby\nrequire 'tongue'\n\nTongue::IO.new\n",
+         "lib/tongue.rb": "require 'logger'\n\nmodule Tongue\n  def self.logger\n    @logger ||= Logger.new($stderr)\n  end\nend\n\n"
+                          "require 'tongue/io'\n",
+         "lib/tongue/io.rb": "require 'socket'\n\nmodule Tongue\n  class IO\n    attr_accessor :in, :out\n\n    def initialize\n"
+                             "      configure_io\n      while (line = self.in.gets)\n        out.puts line\n      end\n    end\n\n"
+                             "    private\n\n    def configure_io\n      if ENV['LSP_PORT']\n"
+                             "        @tcp_server = TCPServer.new(ENV['LSP_PORT'].to_i)\n"
+                             "        Tongue.logger.info \"Listening on TCP port #{ENV['LSP_PORT']} for LSP connections\"\n"
+                             "        self.in = self.out = @tcp_server.accept\n      else\n        self.in = $stdin\n"
+                             "        self.out = $stdout\n      end\n    end\n  end\nend\n"},
+        environment={"LSP_PORT": "%P"})
+# A database's second instance, which copies the first.
+untuned("Redis, --replicaof", "redis-server --port %P --replicaof 127.0.0.1 %D", second=True)
+# A Procfile of two: sockets for all, and the page by Rack without any file.
+untuned("Procfile, ruby server.rb and rackup -b", "foreman start",
+        {"Procfile": "server: ruby server.rb \"*\" %P\n"
+                     "client: rackup -p 8022 -b \"use Rack::Static, :index => 'index.html'; run Rack::File.new('.')\"\n",
+         "index.html": "<!doctype html><script>new WebSocket('ws://localhost:%P')</script>\n",
+         "server.rb": "require 'socket'\n\nhost, port = ARGV\nport = (port || 10081).to_i\n"
+                      "server = TCPServer.new(host == '*' ? '0.0.0.0' : host, port)\nputs \"server is running at #{port}\"\n\n"
+                      "loop do\n  Thread.start(server.accept) do |client|\n    client.gets\n    client.close\n  end\nend\n"})
+# A gate to a language model, by cargo and with two arguments.
+untuned("cargo run -- --port --dest", "cargo run --quiet -- --port %P --dest http://localhost:%D",
+        {"Cargo.toml": "[package]\nname = \"gate\"\nversion = \"0.1.0\"\nedition = \"2021\"\n", ".env": "RUST_LOG=info\n",
+         "src/main.rs": "mod cli;\nmod server;\n\nfn main() -> std::io::Result<()> {\n    let args = cli::Args::parse();\n"
+                        "    println!(\"forwarding to {}\", args.dest);\n    server::serve(args.port)\n}\n",
+         "src/cli.rs": "pub struct Args {\n    pub port: u16,\n    pub dest: String,\n}\n\nimpl Args {\n    pub fn parse() -> Args {\n"
+                       "        let mut args = Args { port: 3000, dest: \"https://api.example.test\".into() };\n"
+                       "        let mut words = std::env::args().skip(1);\n        while let Some(word) = words.next() {\n"
+                       "            let value = words.next().expect(\"a value\");\n            match word.as_str() {\n"
+                       "                \"--port\" => args.port = value.parse().expect(\"a port\"),\n"
+                       "                \"--dest\" => args.dest = value,\n                _ => panic!(\"unknown {word}\"),\n"
+                       "            }\n        }\n        args\n    }\n}\n",
+         "src/server.rs": "use std::io::Write;\nuse std::net::{SocketAddr, TcpListener};\n\npub fn serve(port: u16) -> std::io::Result<()> {\n"
+                          "    let addr = SocketAddr::from(([0, 0, 0, 0], port));\n    let listener = TcpListener::bind(addr)?;\n"
+                          "    println!(\"listening on {addr}\");\n    for stream in listener.incoming() {\n"
+                          "        stream?.write_all(b\"HTTP/1.1 204 No Content\\r\\n\\r\\n\")?;\n    }\n    Ok(())\n}\n"}, second=True)
+# A page in a repository of many, with its router's own server.
+untuned("React Router, dev --port", ["sh", "-c", "cd apps/admin && exec npm run dev"],
+        {"package.json": '{"name": "plans", "private": true, "workspaces": ["apps/*"]}\n',
+         "apps/admin/package.json": '{"name": "admin", "private": true, "type": "module", "scripts": {"dev": '
+                                    '"react-router dev --port %P"}, "dependencies": {"@react-router/node": "^7.18.4", "isbot": "^5.2.3"}}\n',
+         "apps/admin/vite.config.ts": "import { reactRouter } from '@react-router/dev/vite';\nimport { defineConfig } from 'vite';\n\n"
+                                      "export default defineConfig({ cacheDir: '.vite', plugins: [reactRouter()] });\n",
+         "apps/admin/app/routes.ts": "import { index } from '@react-router/dev/routes';\n\nexport default [index('routes/home.jsx')];\n",
+         "apps/admin/app/root.jsx": "import { Outlet, Scripts } from 'react-router';\n\nexport default function Root() {\n"
+                                    "  return <html><body><Outlet /><Scripts /></body></html>;\n}\n",
+         "apps/admin/app/routes/home.jsx": "export default function Home() {\n  return <main>Plans</main>;\n}\n"})
 
 # --- What must give no alert ---------------------------------------------------------------------
 def crashes(port):
