@@ -2073,7 +2073,7 @@ untuned("C++, host and port", "./echo_server localhost %P",
                            "    CHECK_NOT_M1(fd = accept(sockfd, nullptr, nullptr));\n    CHECK_NOT_M1(close(fd));\n  }\n}\n"},
         build=["c++", "-o", "echo_server", "echo_server.cc"])
 
-# Drawn at random from public projects once more, by other words: a second handful.
+# Drawn at random from public projects once more, by other searches.
 # A backend in TypeScript, with one file of settings per environment.
 untuned("Fastify, .env.development", "npm run dev",
         {"package.json": '{"name": "backend", "private": true, "scripts": {"dev": "tsx watch src/index.ts"}}\n',
@@ -2091,7 +2091,8 @@ untuned("Fastify, then Socket.IO on SOCKETIO_PORT", "npm run dev",
          ".env": "PORT=3017\nSOCKETIO_PORT=%P\nPATH_PREFIX=/stt\nCORS_ORIGIN=http://localhost:%D\n",
          "src/config/env.ts": "import 'dotenv/config'\n\nexport const env = {\n    PORT: Number(process.env.PORT ?? 3017),\n"
                               "    SOCKETIO_PORT: Number(process.env.SOCKETIO_PORT ?? 3018),\n"
-                              "    PATH_PREFIX: process.env.PATH_PREFIX ?? '',\n    CORS_ORIGIN: process.env.CORS_ORIGIN ?? '*',\n}\n",
+                              "    PATH_PREFIX: process.env.PATH_PREFIX ?? '',\n    CORS_ORIGIN: process.env.CORS_ORIGIN ?? '*',\n"
+                              "}\n",
          "src/socket.ts": "import { createServer } from 'node:http'\nimport { Server } from 'socket.io'\n"
                           "import { env } from './config/env'\n\nexport const createSockets = () => {\n"
                           "    const server = createServer()\n"
@@ -2101,9 +2102,11 @@ untuned("Fastify, then Socket.IO on SOCKETIO_PORT", "npm run dev",
          "src/index.ts": "import Fastify from 'fastify'\nimport { env } from './config/env'\n"
                          "import { createSockets } from './socket'\n\nconst fastify = Fastify()\nconst listen = createSockets()\n\n"
                          "const start = async () => {\n    await fastify.listen({ port: env.PORT, host: '0.0.0.0' })\n"
-                         "    console.log(`HTTP on port ${env.PORT}`)\n    try {\n        await listen(env.SOCKETIO_PORT, '0.0.0.0')\n"
+                         "    console.log(`HTTP on port ${env.PORT}`)\n    try {\n"
+                         "        await listen(env.SOCKETIO_PORT, '0.0.0.0')\n"
                          "        console.log(`Sockets on port ${env.SOCKETIO_PORT}`)\n    } catch (problem) {\n"
-                         "        console.error('Failed to start the sockets:', problem)\n        process.exit(1)\n    }\n}\n\nstart()\n"},
+                         "        console.error('Failed to start the sockets:', problem)\n        process.exit(1)\n    }\n}\n\n"
+                         "start()\n"},
         second=True)
 # A page's messages: sockets and requests, each with a default of its own behind the same variable.
 untuned("ws and Express, one PORT for both", "node server.js",
@@ -2128,14 +2131,14 @@ untuned("nodemon -e js,graphql", ["sh", "-c", "cd api && exec npm start"],
          "ui/package.json": '{"name": "tracker-ui", "scripts": {"start": "nodemon -w uiserver.js uiserver.js"}}\n'})
 # Many pages in one repository, each with its own port.
 untuned("Next.js, -p in the package of a workspace", "npm run dev:restaurant",
-        {"package.json": '{"name": "feast", "private": true, "workspaces": ["apps/*"], "scripts": {"dev:restaurant": '
-                         '"npm run dev -w @feast/restaurant", "dev:customer": "npm run dev -w @feast/customer"}}\n',
-         "apps/restaurant/package.json": '{"name": "@feast/restaurant", "version": "0.1.0", "private": true, "scripts": '
+        {"package.json": '{"name": "meals", "private": true, "workspaces": ["apps/*"], "scripts": {"dev:restaurant": '
+                         '"npm run dev -w @meals/restaurant", "dev:customer": "npm run dev -w @meals/customer"}}\n',
+         "apps/restaurant/package.json": '{"name": "@meals/restaurant", "version": "0.1.0", "private": true, "scripts": '
                                          '{"dev": "next dev -p %P", "start": "next start -p %P"}}\n',
          "apps/restaurant/app/layout.jsx": "export default function Layout({ children }) {\n"
                                            "  return <html><body>{children}</body></html>\n}\n",
          "apps/restaurant/app/page.jsx": "export default function Page() {\n  return <main>Orders</main>\n}\n",
-         "apps/customer/package.json": '{"name": "@feast/customer", "version": "0.1.0", "private": true, "scripts": '
+         "apps/customer/package.json": '{"name": "@meals/customer", "version": "0.1.0", "private": true, "scripts": '
                                        '{"dev": "next dev -p %D"}}\n'}, second=True)
 # A tutorial's server, which goes on to the next port without a word.
 untuned("node, http, up to ten further ports", "npm start",
@@ -2154,7 +2157,8 @@ untuned("node, http, up to ten further ports", "npm start",
                              "server.listen(availablePort);\n"})
 # A chat whose first process listens for all its workers.
 untuned("node, cluster, the primary listens", "node server.js",
-        {"server.js": "const cluster = require('cluster');\nconst http = require('http');\nconst { Server } = require('socket.io');\n"
+        {"server.js": "const cluster = require('cluster');\nconst http = require('http');\n"
+                      "const { Server } = require('socket.io');\n"
                       "const socketMain = require('./socketMain');\n\nconst numCPUs = require('os').cpus().length;\n\n"
                       "if (cluster.isPrimary) {\n  console.log(`Primary ${process.pid}`);\n"
                       "  const httpServer = http.createServer();\n  cluster.setupPrimary({ serialization: 'advanced' });\n"
@@ -2178,20 +2182,23 @@ untuned("node, HTTP_PORT beside HTTPS_PORT in .env", "npm run dev",
                      "        const key = readFileSync('./express/cert/' + process.env.HTTPS_KEY_FILENAME);\n"
                      "        https.createServer({ key }, app).listen(process.env.HTTPS_PORT);\n    }\n});\n",
          "express/app.js": "import express from 'express';\n\nexport const app = express();\n"
-                           "app.get('/', (request, response) => response.send('ok'));\n\nexport const secureRedirectApp = express();\n"
+                           "app.get('/', (request, response) => response.send('ok'));\n\n"
+                           "export const secureRedirectApp = express();\n"
                            "secureRedirectApp.use((request, response) => response.redirect(`https://${request.hostname}`));\n"},
         second=True)
 # A shop whose server is the package's main file and whose page is a project in a folder.
 untuned("concurrently, nodemon of the main file and yarn client", "npm run start:dev",
         {"package.json": '{"name": "shop", "main": "server.js", "scripts": {"start": "node server.js", "start:dev": '
-                         '"concurrently \\"nodemon --ignore \'client/*\'\\" \\"yarn client\\"", "client": "cd client && yarn start"}}\n',
+                         '"concurrently \\"nodemon --ignore \'client/*\'\\" \\"yarn client\\"", "client": "cd client && yarn '
+                         'start"}}\n',
          "server.js": "const express = require('express');\nconst routes = require('./routes');\n\nconst app = express();\n"
                       "const PORT = process.env.PORT || %P;\n\napp.use(express.static('client/build'));\napp.use(routes);\n\n"
                       "app.listen(PORT, function (error) {\n  if (error) throw error;\n"
                       "  console.log(`API Server now listening on PORT ${PORT}!`);\n});\n",
          "routes/index.js": "const router = require('express').Router();\n\n"
                             "router.get('/api/items', (request, response) => response.json([]));\n\nmodule.exports = router;\n",
-         "client/package.json": '{"name": "client", "private": true, "proxy": "http://localhost:%P", "scripts": {"start": "vite"}}\n',
+         "client/package.json": '{"name": "client", "private": true, "proxy": "http://localhost:%P", "scripts": {"start": '
+                                '"vite"}}\n',
          "client/vite.config.js": "module.exports = { cacheDir: '.vite' };\n", "client/index.html": WEB["index.html"],
          "client/main.js": WEB["main.js"]})
 # A course's page with an API out of a file, both by one word.
@@ -2214,7 +2221,8 @@ untuned("concurrently -k, vite --port=", "npm run dev:full",
 # A bot's endpoint, compiled before each start.
 untuned("nodemon --exec npm run start, tsc --build", "npm run watch",
         {"package.json": '{"name": "bot", "main": "./lib/index.js", "scripts": {"build": "tsc --build", "start": '
-                         '"tsc --build && node ./lib/index.js", "watch": "nodemon --watch ./src -e ts --exec \\"npm run start\\""}}\n',
+                         '"tsc --build && node ./lib/index.js", "watch": "nodemon --watch ./src -e ts --exec \\"npm run '
+                         'start\\""}}\n',
          "tsconfig.json": '{"compilerOptions": {"declaration": true, "module": "commonjs", "target": "es2017", "composite": true, '
                           '"outDir": "./lib", "rootDir": "./src", "types": ["node"], '
                           '"skipLibCheck": true}, "include": ["src"]}\n',
@@ -2226,7 +2234,8 @@ untuned("nodemon --exec npm run start, tsc --build", "npm run watch",
                          "server.post('/api/messages', (request: any, response: any, next: any) => {\n"
                          "    response.send(bot.answer(request.body));\n    next();\n});\n",
          "src/restify.d.ts": "declare module 'restify';\n",
-         "src/bot.ts": "export class EchoBot {\n    answer(message: unknown) {\n        return { text: String(message) };\n    }\n}\n"})
+         "src/bot.ts": "export class EchoBot {\n    answer(message: unknown) {\n        return { text: String(message) };\n    }\n"
+                       "}\n"})
 # Another bot, with the debugger's port in its script.
 untuned("nodemon --exec node --inspect=, ts-node/register", "npm run dev",
         {"package.json": '{"name": "agent", "private": true, "scripts": {"dev": "nodemon --exec node --inspect=%P --signal SIGINT '
@@ -2235,7 +2244,8 @@ untuned("nodemon --exec node --inspect=, ts-node/register", "npm run dev",
                           '"skipLibCheck": true, "types": ["node"]}, "ts-node": {"transpileOnly": true}}\n',
          "src/index.ts": "import app from './app/app';\n\n(async () => {\n  const port = process.env.PORT || 3978;\n"
                          "  await app.start(Number(port));\n  console.log(`\\nAgent started, app listening to`, port);\n})();\n",
-         "src/app/app.ts": "import http from 'http';\n\nconst server = http.createServer((request, response) => response.end('ok'));\n\n"
+         "src/app/app.ts": "import http from 'http';\n\n"
+                           "const server = http.createServer((request, response) => response.end('ok'));\n\n"
                            "export default {\n  start: (port: number) => new Promise<void>((resolve, reject) => {\n"
                            "    server.once('error', reject);\n    server.listen(port, resolve);\n  }),\n};\n"})
 # A library's documentation, served from a Makefile and open to a debugger.
@@ -2245,14 +2255,16 @@ untuned("make web, node --inspect=0.0.0.0:9229", "make web",
          "tools/server.js": "'use strict';\n\nconst fs = require('fs');\nconst http = require('http');\n"
                             "const path = require('path');\n\nconst ROOT = path.join(__dirname, '../out/doc');\n\n"
                             "class Server {\n    constructor(port) {\n        this.port = port;\n"
-                            "        this.server = http.createServer((request, response) => this.answer(request, response));\n    }\n\n"
+                            "        this.server = http.createServer((request, response) => this.answer(request, response));\n"
+                            "    }\n\n"
                             "    answer(request, response) {\n        const file = path.join(ROOT, path.basename(request.url));\n"
                             "        response.end(fs.existsSync(file) ? fs.readFileSync(file) : 'none');\n    }\n\n"
                             "    start() {\n        this.server.listen(this.port);\n    }\n}\n\nnew Server(%P).start();\n"})
 # A page in Angular and an API in Python by one Makefile, which tells the port that may be changed.
 untuned("make dev, ng serve --port $(WEB_PORT)", "make dev",
         {"Makefile": ".PHONY: dev api web\n\nWEB_PORT ?= %P   # e.g. `make dev WEB_PORT=4300` if it is taken\n\n"
-                     "dev:\n\t@trap 'kill 0' EXIT; \\\n\t( cd api && SIM_INTERVAL=8 uvicorn app.main:app --port 8019 --reload ) & \\\n"
+                     "dev:\n\t@trap 'kill 0' EXIT; \\\n"
+                     "\t( cd api && SIM_INTERVAL=8 uvicorn app.main:app --port 8019 --reload ) & \\\n"
                      "\t( cd web && npx ng serve --port $(WEB_PORT) ) & \\\n\twait\n\n"
                      "api:\n\tcd api && SIM_INTERVAL=8 uvicorn app.main:app --port 8019 --reload\n\n"
                      "web:\n\tcd web && npx ng serve --port $(WEB_PORT)\n",
@@ -2280,13 +2292,14 @@ untuned("Bun, PROXY_PORT before an upstream", "bun run scripts/mock-proxy.ts",
          "scripts/mock-proxy.ts": "const listenPort = Number(process.env.PROXY_PORT ?? %P);\n"
                                   "const upstream = process.env.UPSTREAM ?? '127.0.0.1:%D';\n\nBun.serve({\n"
                                   "  hostname: '127.0.0.1',\n  port: listenPort,\n  fetch(request) {\n"
-                                  "    const url = new URL(request.url);\n    url.host = upstream;\n"
-                                  "    url.pathname = url.pathname.replace(/^\\/v1/, '') || '/';\n"
-                                  "    return fetch(new Request(url, request));\n  },\n});\n"}, second=True)
+                                  "    const { pathname, search } = new URL(request.url);\n"
+                                  "    const path = pathname.startsWith('/v1/') ? pathname.slice(3) : '/';\n"
+                                  "    return fetch(`http://${upstream}${path}${search}`, request);\n  },\n});\n"}, second=True)
 # A page's local copy: a proxy of a site, or of a folder.
 untuned("http-proxy-middleware, config.port", "node index.js",
         {"config.json": '{"proxyTarget": "http://localhost:%D/", "port": %P}\n',
-         "index.js": "const express = require(\"express\");\nconst { createProxyMiddleware } = require(\"http-proxy-middleware\");\n"
+         "index.js": "const express = require(\"express\");\n"
+                     "const { createProxyMiddleware } = require(\"http-proxy-middleware\");\n"
                      "const config = require(\"./config\");\n\nconst app = express();\n"
                      "const target = new URL(config.proxyTarget);\n\nif (target.protocol === \"file:\") {\n"
                      "  app.use(express.static(target.pathname));\n} else {\n"
@@ -2311,7 +2324,8 @@ untuned("Vite, FRONTEND_PORT and BACKEND_PORT", ["sh", "-c", "cd frontend && exe
         {**{"frontend/" + name: text for name, text in WEB.items()},
          "frontend/package.json": '{"name": "frontend", "private": true, "type": "module", "scripts": {"dev": "vite"}}\n',
          "frontend/vite.config.js": "import { defineConfig } from 'vite'\n\n"
-                                    "const backend = `localhost:${process.env.BACKEND_PORT || %D}`\n\nexport default defineConfig({\n"
+                                    "const backend = `localhost:${process.env.BACKEND_PORT || %D}`\n\n"
+                                    "export default defineConfig({\n"
                                     "  cacheDir: '.vite',\n  server: {\n    host: '0.0.0.0',\n"
                                     "    port: parseInt(process.env.FRONTEND_PORT || %P),\n    strictPort: false,\n    proxy: {\n"
                                     "      '/api': { target: `http://${backend}`, changeOrigin: true },\n"
@@ -2359,8 +2373,24 @@ untuned("Nest, getOrThrow of ConfigService", "npm run start:dev",
                         "  app.use((request: any, _response: any, next: () => void) => {\n"
                         "    logger.log(`Incoming ${request.method} ${request.originalUrl}`)\n    next()\n  })\n\n"
                         "  await app.listen(config.getOrThrow<number>('APPLICATION_PORT'))\n}\nbootstrap()\n",
-         "src/app.module.ts": "import { Module } from '@nestjs/common'\nimport { ConfigModule } from '@nestjs/config'\n\n@Module({\n"
-                              "  imports: [ConfigModule.forRoot({ isGlobal: true })],\n})\nexport class AppModule {}\n"}, second=True)
+         "src/app.module.ts": "import { Module } from '@nestjs/common'\nimport { ConfigModule } from '@nestjs/config'\n\n"
+                              "@Module({\n"
+                              "  imports: [ConfigModule.forRoot({ isGlobal: true })],\n})\n"
+                              "export class AppModule {}\n"}, second=True)
+# A page in a repository of many, with its router's own server.
+untuned("React Router, dev --port", ["sh", "-c", "cd apps/admin && exec npm run dev"],
+        {"package.json": '{"name": "plans", "private": true, "workspaces": ["apps/*"]}\n',
+         "apps/admin/package.json": '{"name": "admin", "private": true, "type": "module", "scripts": {"dev": '
+                                    '"react-router dev --port %P"}, "dependencies": {"@react-router/node": "^7.18.4", "isbot": '
+                                    '"^5.2.3"}}\n',
+         "apps/admin/vite.config.ts": "import { reactRouter } from '@react-router/dev/vite';\n"
+                                      "import { defineConfig } from 'vite';\n\n"
+                                      "export default defineConfig({ cacheDir: '.vite', plugins: [reactRouter()] });\n",
+         "apps/admin/app/routes.ts": "import { index } from '@react-router/dev/routes';\n\n"
+                                     "export default [index('routes/home.jsx')];\n",
+         "apps/admin/app/root.jsx": "import { Outlet, Scripts } from 'react-router';\n\nexport default function Root() {\n"
+                                    "  return <html><body><Outlet /><Scripts /></body></html>;\n}\n",
+         "apps/admin/app/routes/home.jsx": "export default function Home() {\n  return <main>Plans</main>;\n}\n"})
 # A service for devices, whose port goes through two functions.
 untuned("Tornado, main(int(os.environ.get(\"PORT\")))", py("onboarding.py"),
         {"onboarding.py": "import os\n\nimport tornado.options\nimport tornado.web\n\nfrom common import handlers\n\n\n"
@@ -2371,7 +2401,8 @@ untuned("Tornado, main(int(os.environ.get(\"PORT\")))", py("onboarding.py"),
          "common/__init__.py": "",
          "common/handlers.py": "import asyncio\n\nimport tornado.web\n\n\ndef start_app(endpoints, port, **kwargs):\n"
                                "    async def serve():\n        app = tornado.web.Application(endpoints)\n"
-                               "        app.listen(port, **kwargs)\n        await asyncio.Event().wait()\n\n    asyncio.run(serve())\n"})
+                               "        app.listen(port, **kwargs)\n        await asyncio.Event().wait()\n\n"
+                               "    asyncio.run(serve())\n"})
 # A page with its measurements beside it, in one server.
 untuned("Flask, DispatcherMiddleware with metrics", py("app.py"),
         {"app.py": "from flask import Flask\nfrom prometheus_client import make_wsgi_app\n"
@@ -2389,8 +2420,8 @@ untuned("ThreadingHTTPServer, sys.argv[1] or a default", py("cors_server.py"),
                            "    def end_headers(self):\n        self.send_header(\"Access-Control-Allow-Origin\", \"*\")\n"
                            "        super().end_headers()\n\n\nif __name__ == \"__main__\":\n"
                            "    port = int(sys.argv[1]) if len(sys.argv) > 1 else %P\n"
-                           "    httpd = ThreadingHTTPServer((\"127.0.0.1\", port), CORS)\n"
-                           "    print(f\"Serving {os.getcwd()} at http://127.0.0.1:{port}\")\n    httpd.serve_forever()\n"})
+                           "    server = ThreadingHTTPServer((\"127.0.0.1\", port), CORS)\n"
+                           "    print(\"files at port\", port)\n    server.serve_forever()\n"})
 # A framework with a server among its commands.
 untuned("python -m package serve, argparse", py("-m minnow serve"),
         {"minnow/__init__.py": "", "minnow/__main__.py": "import sys\n\nfrom minnow.cli import main\n\nsys.exit(main())\n",
@@ -2403,17 +2434,22 @@ untuned("python -m package serve, argparse", py("-m minnow serve"),
                           "    parser.add_argument(\"--model\", default=None, help=\"the model's name\")\n"
                           "    args = parser.parse_args(argv)\n\n    import uvicorn\n\n    from minnow.server import create_app\n\n"
                           "    uvicorn.run(create_app(args.model), host=args.host, port=args.port)\n    return 0\n\n\n"
-                          "def main() -> int:\n    commands = {\"serve\": _serve}\n    if len(sys.argv) < 2 or sys.argv[1] not in commands:\n"
-                          "        print(\"usage: minnow serve\")\n        return 2\n    return commands[sys.argv[1]](sys.argv[2:])\n"})
+                          "def main() -> int:\n    commands = {\"serve\": _serve}\n"
+                          "    if len(sys.argv) < 2 or sys.argv[1] not in commands:\n"
+                          "        print(\"usage: minnow serve\")\n        return 2\n"
+                          "    return commands[sys.argv[1]](sys.argv[2:])\n"})
 # A messenger for programs: the command line goes before the settings.
 untuned("uvicorn.run, --port or config.yaml", py("server.py"),
         {"server.py": "import argparse\nimport logging\n\nimport uvicorn\nimport yaml\nfrom fastapi import FastAPI\n\n\n"
                       "def load_config(path):\n    with open(path) as file:\n        return yaml.safe_load(file)\n\n\n"
-                      "def create_app(config):\n    app = FastAPI()\n    app.state.retention = config[\"messages\"][\"retention_days\"]\n"
+                      "def create_app(config):\n    app = FastAPI()\n"
+                      "    app.state.retention = config[\"messages\"][\"retention_days\"]\n"
                       "    return app\n\n\ndef main():\n    parser = argparse.ArgumentParser(description=\"Messenger\")\n"
                       "    parser.add_argument(\"--config\", default=\"config.yaml\", help=\"Config file path\")\n"
-                      "    parser.add_argument(\"--host\", default=None)\n    parser.add_argument(\"--port\", type=int, default=None)\n"
-                      "    args = parser.parse_args()\n\n    config = load_config(args.config)\n    logging.basicConfig(level=logging.INFO)\n\n"
+                      "    parser.add_argument(\"--host\", default=None)\n"
+                      "    parser.add_argument(\"--port\", type=int, default=None)\n"
+                      "    args = parser.parse_args()\n\n    config = load_config(args.config)\n"
+                      "    logging.basicConfig(level=logging.INFO)\n\n"
                       "    host = args.host or config[\"server\"][\"host\"]\n    port = args.port or config[\"server\"][\"port\"]\n"
                       "    uvicorn.run(create_app(config), host=host, port=port)\n\n\nif __name__ == \"__main__\":\n    main()\n",
          "config.yaml": "server:\n  host: 127.0.0.1\n  port: %P\n\nmessages:\n  retention_days: 30\n\nagents:\n"
@@ -2442,7 +2478,8 @@ untuned("waitress.create_server, CONTROL_SERVER_PORT", py("control/server.py"),
         {"control/server.py": "import os\n\nfrom application import create_app\n\n"
                               "CONTROL_SERVER_PORT = int(os.environ.get(\"CONTROL_SERVER_PORT\", \"%P\"))\n"
                               "INFERENCE_SERVER_PORT = int(os.environ.get(\"INFERENCE_SERVER_PORT\", \"%D\"))\n\n\n"
-                              "if __name__ == \"__main__\":\n    from waitress import create_server\n\n    application = create_app(\n"
+                              "if __name__ == \"__main__\":\n    from waitress import create_server\n\n"
+                              "    application = create_app(\n"
                               "        {\n            \"control_server_host\": \"0.0.0.0\",\n"
                               "            \"control_server_port\": CONTROL_SERVER_PORT,\n"
                               "            \"inference_server_port\": INFERENCE_SERVER_PORT,\n        }\n    )\n"
@@ -2455,7 +2492,8 @@ untuned("waitress.create_server, CONTROL_SERVER_PORT", py("control/server.py"),
 # The server of a page's own tests, with the variable's name in a constant.
 untuned("ThreadingHTTPServer, os.environ.get(PORT_ENV)", py("-m tools.dev_server"),
         {"tools/__init__.py": "",
-         "tools/dev_server.py": "import argparse\nimport os\nfrom http.server import SimpleHTTPRequestHandler, ThreadingHTTPServer\n\n"
+         "tools/dev_server.py": "import argparse\nimport os\n"
+                                "from http.server import SimpleHTTPRequestHandler, ThreadingHTTPServer\n\n"
                                 "PORT_ENV = \"NOTES_DEV_SERVER_PORT\"\nDEV_SERVER_PORT = int(os.environ.get(PORT_ENV) or %P)\n"
                                 "DEV_SERVER_BASE_PATH = \"/Notes/\"\n\n\ndef dev_server_url(path=\"\"):\n"
                                 "    return f\"http://127.0.0.1:{DEV_SERVER_PORT}{DEV_SERVER_BASE_PATH}{path}\"\n\n\n"
@@ -2479,7 +2517,8 @@ untuned("asyncio.start_server, WS_PORT beside ESL_PORT", py("probe.py"),
 # A first web server of one's own, of the sockets themselves.
 untuned("python, socket, run('0.0.0.0', port)", py("server.py"),
         {"server.py": "import socket\nfrom route import *\n\n\ndef run(host, port):\n    with socket.socket() as s:\n"
-                      "        s.bind((host, port))\n        s.listen()\n        while True:\n            connection, ip = s.accept()\n"
+                      "        s.bind((host, port))\n        s.listen()\n        while True:\n"
+                      "            connection, ip = s.accept()\n"
                       "            request = connection.recv(1024).decode('utf-8')\n            if request:\n"
                       "                connection.sendall(response_for_path(request))\n            connection.close()\n\n\n"
                       "if __name__ == '__main__':\n    run('0.0.0.0', %P)\n",
@@ -2488,31 +2527,36 @@ untuned("python, socket, run('0.0.0.0', port)", py("server.py"),
 untuned("Django, start() in start.sh", "bash source/start.sh",
         {**{"source/" + name: text for name, text in DJANGO.items()},
          "BlogEnv/bin/activate": "export VIRTUAL_ENV=\"$PWD/BlogEnv\"\n",
-         "source/start.sh": "#!/bin/bash\n\nINSTDIR=\"$( cd \"$( dirname \"${BASH_SOURCE[0]}\" )\" && pwd )\"\n"
-                            "SOURCEDIR=\"$(dirname \"$INSTDIR\")\"\n\ncd $SOURCEDIR\nsource BlogEnv/bin/activate\ncd $INSTDIR\n"
-                            "start()\n{\npython3 manage.py runserver 0.0.0.0:%P\n}\nstart\n"})
+         "source/start.sh": "#!/bin/bash\n\nHERE=\"$(dirname \"$(readlink -f \"$0\")\")\"\n"
+                            "cd \"$HERE/..\"\nsource BlogEnv/bin/activate\ncd source\n\n"
+                            "start() {\n    python3 manage.py runserver 0.0.0.0:%P\n}\n\nstart\n"})
 # A page before a telnet server: the other's port is asked for, the own one is not.
 untuned("Go, addr beside TELNET_PORT", "go run main.go",
-        {"main.go": "package main\n\nimport (\n\t\"html/template\"\n\t\"log\"\n\t\"net/http\"\n\t\"os\"\n\t\"strconv\"\n\t\"time\"\n)\n\n"
+        {"main.go": "package main\n\nimport (\n\t\"html/template\"\n\t\"log\"\n\t\"net/http\"\n\t\"os\"\n\t\"strconv\"\n"
+                    "\t\"time\"\n)\n\n"
                     "var (\n\tindexTmpl  *template.Template\n\ttelnetPort int\n)\n\nfunc main() {\n"
                     "\tportStr := os.Getenv(\"TELNET_PORT\")\n\tif portStr == \"\" {\n\t\tportStr = \"%D\"\n\t}\n"
                     "\tp, err := strconv.Atoi(portStr)\n\tif err != nil {\n\t\tlog.Fatalf(\"TELNET_PORT: %v\", err)\n\t}\n"
                     "\ttelnetPort = p\n\n\tindexTmpl = template.Must(template.ParseFiles(\"templates/index.html\"))\n\n"
                     "\tmux := http.NewServeMux()\n\tmux.HandleFunc(\"/\", func(w http.ResponseWriter, r *http.Request) {\n"
-                    "\t\tindexTmpl.Execute(w, telnetPort)\n\t})\n\n\taddr := \":%P\"\n\tsrv := &http.Server{\n\t\tAddr:        addr,\n"
+                    "\t\tindexTmpl.Execute(w, telnetPort)\n\t})\n\n\taddr := \":%P\"\n\tsrv := &http.Server{\n"
+                    "\t\tAddr:        addr,\n"
                     "\t\tHandler:     mux,\n\t\tReadTimeout: 15 * time.Second,\n\t}\n\n"
                     "\tlog.Printf(\"http://localhost%s ...\", addr)\n\tif err := srv.ListenAndServe(); err != nil {\n"
                     "\t\tlog.Fatalf(\"server error: %v\", err)\n\t}\n}\n",
          "templates/index.html": "<!doctype html><title>Telnet</title><p>{{.}}</p>\n"}, second=True)
 # A book's web application, of several files in cmd/web.
 untuned("go run ./cmd/web, -addr with a default", "go run ./cmd/web",
-        {"cmd/web/main.go": "package main\n\nimport (\n\t\"flag\"\n\t\"log\"\n\t\"net/http\"\n\t\"os\"\n)\n\ntype application struct {\n"
+        {"cmd/web/main.go": "package main\n\nimport (\n\t\"flag\"\n\t\"log\"\n\t\"net/http\"\n\t\"os\"\n)\n\n"
+                            "type application struct {\n"
                             "\terrorLog *log.Logger\n\tinfoLog  *log.Logger\n}\n\nfunc main() {\n"
                             "\taddr := flag.String(\"addr\", \":%P\", \"HTTP network address\")\n"
-                            "\tdsn := flag.String(\"dsn\", \"web:pass@tcp(localhost:%D)/snippets?parseTime=true\", \"MySQL data source name\")\n"
-                            "\tflag.Parse()\n\n\tapp := &application{\n\t\terrorLog: log.New(os.Stderr, \"ERROR\\t\", log.Lshortfile),\n"
+                            "\tdsn := flag.String(\"dsn\", \"web:pass@tcp(localhost:%D)/snippets\", \"data source\")\n"
+                            "\tflag.Parse()\n\n\tapp := &application{\n"
+                            "\t\terrorLog: log.New(os.Stderr, \"ERROR\\t\", log.Lshortfile),\n"
                             "\t\tinfoLog:  log.New(os.Stdout, \"INFO\\t\", log.Ltime),\n\t}\n\tapp.infoLog.Println(len(*dsn))\n\n"
-                            "\tsrv := &http.Server{\n\t\tAddr:     *addr,\n\t\tErrorLog: app.errorLog,\n\t\tHandler:  app.routes(),\n\t}\n\n"
+                            "\tsrv := &http.Server{\n\t\tAddr:     *addr,\n\t\tErrorLog: app.errorLog,\n"
+                            "\t\tHandler:  app.routes(),\n\t}\n\n"
                             "\tapp.infoLog.Printf(\"Starting server on %s\", *addr)\n\terr := srv.ListenAndServe()\n"
                             "\tapp.errorLog.Fatal(err)\n}\n",
          "cmd/web/routes.go": "package main\n\nimport \"net/http\"\n\nfunc (app *application) routes() http.Handler {\n"
@@ -2526,9 +2570,11 @@ untuned("Gin, RunListener, config.yaml over defaults", "./shop",
                     "\t\"gopkg.in/yaml.v3\"\n)\n\ntype Config struct {\n\tDatabase struct {\n\t\tHost string `yaml:\"host\"`\n"
                     "\t\tPort int    `yaml:\"port\"`\n\t} `yaml:\"database\"`\n\tRedis struct {\n\t\tPort int `yaml:\"port\"`\n"
                     "\t} `yaml:\"redis\"`\n\tServer struct {\n\t\tPort int `yaml:\"port\"`\n\t} `yaml:\"server\"`\n}\n\n"
-                    "func main() {\n\tcfg := loadConfig()\n\tlog.Printf(\"Database: %s:%d\", cfg.Database.Host, cfg.Database.Port)\n"
+                    "func main() {\n\tcfg := loadConfig()\n"
+                    "\tlog.Printf(\"Database: %s:%d\", cfg.Database.Host, cfg.Database.Port)\n"
                     "\tgo startServer(cfg.Server.Port)\n\tselect {}\n}\n\nfunc loadConfig() *Config {\n\tcfg := &Config{}\n"
-                    "\tcfg.Database.Host = \"localhost\"\n\tcfg.Database.Port = 5432\n\tcfg.Redis.Port = 6379\n\tcfg.Server.Port = 8080\n\n"
+                    "\tcfg.Database.Host = \"localhost\"\n\tcfg.Database.Port = 5432\n\tcfg.Redis.Port = 6379\n"
+                    "\tcfg.Server.Port = 8080\n\n"
                     "\tif data, err := os.ReadFile(\"config.yaml\"); err == nil {\n"
                     "\t\tif err := yaml.Unmarshal(data, cfg); err != nil {\n\t\t\tlog.Println(\"Warning:\", err)\n\t\t}\n\t}\n"
                     "\tif port := os.Getenv(\"DB_PORT\"); port != \"\" {\n\t\tfmt.Sscanf(port, \"%d\", &cfg.Database.Port)\n\t}\n"
@@ -2540,9 +2586,10 @@ untuned("Gin, RunListener, config.yaml over defaults", "./shop",
          "config.yaml": "database:\n  host: localhost\n  port: %D\n\nredis:\n  host: localhost\n  port: 6379\n\n"
                         "server:\n  port: %P\n"}, build=GOPATH_BUILD, second=True)
 # A student's consensus of three: the own port, then those of the others.
-untuned("Go, net/rpc, three ports as arguments", "./kgv http %P %D 4790",
+untuned("Go, net/rpc, three ports as arguments", "./votes node %P %D 4790",
         {"main.go": "package main\n\nimport (\n\t\"fmt\"\n\t\"net/rpc\"\n\t\"os\"\n\t\"strconv\"\n)\n\nfunc main() {\n"
-                    "\tfmt.Println(\"KGV Starting\")\n\n\tport1, _ := strconv.Atoi(os.Args[2])\n\tport2, _ := strconv.Atoi(os.Args[3])\n"
+                    "\tfmt.Println(\"starting\")\n\n\tport1, _ := strconv.Atoi(os.Args[2])\n"
+                    "\tport2, _ := strconv.Atoi(os.Args[3])\n"
                     "\tport3, _ := strconv.Atoi(os.Args[4])\n\n\traftServer := &Raft{Port: port1}\n"
                     "\tgo startHttpServer(port1, raftServer)\n\n\traftServer.Start(map[int]*rpc.Client{port2: nil, port3: nil})\n\n"
                     "\tselect {}\n}\n",
@@ -2553,8 +2600,9 @@ untuned("Go, net/rpc, three ports as arguments", "./kgv http %P %D 4790",
                     "\t\t\tfmt.Println(port, err)\n\t\t}(port)\n\t}\n}\n",
          "server.go": "package main\n\nimport (\n\t\"log\"\n\t\"net/http\"\n\t\"net/rpc\"\n\t\"strconv\"\n)\n\n"
                       "func startHttpServer(port int, raft *Raft) {\n\trpc.Register(raft)\n\trpc.HandleHTTP()\n\n"
-                      "\terr := http.ListenAndServe(\":\"+strconv.Itoa(port), nil)\n\n\tif err != nil {\n\t\tlog.Println(err.Error())\n\t}\n}\n"},
-        build=["go", "build", "-o", "kgv", "."], second=True)
+                      "\terr := http.ListenAndServe(\":\"+strconv.Itoa(port), nil)\n\n\tif err != nil {\n"
+                      "\t\tlog.Println(err.Error())\n\t}\n}\n"},
+        build=["go", "build", "-o", "votes", "."], second=True)
 # A player's files over HTTP, on any port when its own is taken.
 untuned("Java, HttpServer, else a port that is free", "java -cp out media.Main",
         {"src/media/Main.java": "package media;\n\npublic class Main {\n    public static void main(String[] args) {\n"
@@ -2584,26 +2632,32 @@ untuned("Java, HttpServer behind a menu", ["sh", "-c", "echo 2 | java Main.java"
                       "        HttpServer server = HttpServer.create(new InetSocketAddress(%P), 0);\n"
                       "        server.createContext(\"/students\", exchange -> exchange.sendResponseHeaders(204, -1));\n"
                       "        server.setExecutor(null);\n"
-                      "        System.out.println(\"[WEB MODE] http://localhost:%P/students\");\n        server.start();\n    }\n}\n"})
+                      "        System.out.println(\"[WEB MODE] http://localhost:%P/students\");\n        server.start();\n    }\n"
+                      "}\n"})
 # A taxi's exchange: its port, then the broker's address.
 untuned("Java, ServerSocket, port and broker as arguments", "java -cp bin Servidor %P localhost:%D",
         {"src/Servidor.java": "import java.net.ServerSocket;\nimport java.net.Socket;\n\npublic class Servidor {\n"
                               "    public static void main(String[] args) throws Exception {\n        if (args.length < 2) {\n"
                               "            System.out.println(\"$./Servidor <Puerto_Servidor> <Broker>\");\n"
-                              "            System.exit(1);\n        }\n        String puerto = args[0];\n        String broker = args[1];\n\n"
+                              "            System.exit(1);\n        }\n        String puerto = args[0];\n"
+                              "        String broker = args[1];\n\n"
                               "        ServerSocket skServidor = new ServerSocket(Integer.parseInt(puerto));\n"
-                              "        System.out.println(\"Escucho el puerto \" + puerto);\n        new Consumer(broker).start();\n\n"
-                              "        for (;;) {\n            Socket cliente = skServidor.accept();\n            cliente.close();\n"
+                              "        System.out.println(\"Escucho el puerto \" + puerto);\n"
+                              "        new Consumer(broker).start();\n\n"
+                              "        for (;;) {\n            Socket cliente = skServidor.accept();\n"
+                              "            cliente.close();\n"
                               "        }\n    }\n}\n",
          "src/Consumer.java": "class Consumer extends Thread {\n    private final String broker;\n\n    Consumer(String broker) {\n"
-                              "        this.broker = broker;\n        setDaemon(true);\n    }\n\n    @Override\n    public void run() {\n"
+                              "        this.broker = broker;\n        setDaemon(true);\n    }\n\n    @Override\n"
+                              "    public void run() {\n"
                               "        System.out.println(\"reading from \" + broker);\n    }\n}\n"},
         build=["javac", "-d", "bin", "src/Servidor.java", "src/Consumer.java"], second=True)
 # A collector of advertisements, which shows them by a socket of its own and goes on without.
 untuned("Java, ServerSocket in a thread, port in app.properties", "java -cp target/classes grabber.Grabber",
         {"src/main/java/grabber/Grabber.java":
          "package grabber;\n\nimport java.net.ServerSocket;\nimport java.net.Socket;\nimport java.util.Properties;\n\n"
-         "public class Grabber {\n    private final Properties cfg = new Properties();\n\n    public void cfg() throws Exception {\n"
+         "public class Grabber {\n    private final Properties cfg = new Properties();\n\n"
+         "    public void cfg() throws Exception {\n"
          "        try (var in = Grabber.class.getClassLoader().getResourceAsStream(\"app.properties\")) {\n"
          "            cfg.load(in);\n        }\n    }\n\n    public void web() {\n        new Thread(() -> {\n"
          "            try (ServerSocket server = new ServerSocket(Integer.parseInt(cfg.getProperty(\"port\")))) {\n"
@@ -2631,7 +2685,8 @@ untuned("PHP, stream_socket_server in a loop of one's own", "php 04-server.php",
                           "    fwrite($conn, fgets($conn));\n    fclose($conn);\n});\n\n$loop->run();\n",
          "99-event-loop.php": "<?php\n\nclass EventLoop\n{\n    private array $streams = [];\n    private array $calls = [];\n\n"
                               "    public function onReadable($stream, callable $call): void\n    {\n"
-                              "        $this->streams[(int) $stream] = $stream;\n        $this->calls[(int) $stream] = $call;\n    }\n\n"
+                              "        $this->streams[(int) $stream] = $stream;\n        $this->calls[(int) $stream] = $call;\n"
+                              "    }\n\n"
                               "    public function run(): void\n    {\n        while ($this->streams) {\n"
                               "            $read = $this->streams;\n            $write = $except = null;\n"
                               "            stream_select($read, $write, $except, null);\n            foreach ($read as $stream) {\n"
@@ -2646,7 +2701,8 @@ untuned("php -S in the background, then caddy run", "bash start.sh",
 # A page and its server in Ruby, built and served by one script.
 untuned("rackup -p in a script, after a build", "bash bin/start",
         {"bin/start": "#!/bin/bash\nnpm run build\nAPP_ENV=production bundle exec rackup -p %P --host 0.0.0.0\n",
-         "package.json": '{"name": "page", "private": true, "scripts": {"build": "esbuild src/main.js --outfile=public/main.js"}}\n',
+         "package.json": '{"name": "page", "private": true, "scripts": {"build": "esbuild src/main.js '
+                         '--outfile=public/main.js"}}\n',
          "src/main.js": "document.title = 'on';\n", "Gemfile": "gem 'rack'\ngem 'sinatra'\ngem 'webrick'\n",
          "config.ru": "require './app'\nrun App\n",
          "app.rb": "require 'sinatra/base'\n\nclass App < Sinatra::Base\n  get '/' do\n    'ok'\n  end\nend\n"})
@@ -2664,7 +2720,7 @@ untuned("TCPServer, LSP_PORT", "ruby -Ilib exe/tongue",
                              "      configure_io\n      while (line = self.in.gets)\n        out.puts line\n      end\n    end\n\n"
                              "    private\n\n    def configure_io\n      if ENV['LSP_PORT']\n"
                              "        @tcp_server = TCPServer.new(ENV['LSP_PORT'].to_i)\n"
-                             "        Tongue.logger.info \"Listening on TCP port #{ENV['LSP_PORT']} for LSP connections\"\n"
+                             "        Tongue.logger.info \"waiting for the editor\"\n"
                              "        self.in = self.out = @tcp_server.accept\n      else\n        self.in = $stdin\n"
                              "        self.out = $stdout\n      end\n    end\n  end\nend\n"},
         environment={"LSP_PORT": "%P"})
@@ -2683,28 +2739,20 @@ untuned("cargo run -- --port --dest", "cargo run --quiet -- --port %P --dest htt
         {"Cargo.toml": "[package]\nname = \"gate\"\nversion = \"0.1.0\"\nedition = \"2021\"\n", ".env": "RUST_LOG=info\n",
          "src/main.rs": "mod cli;\nmod server;\n\nfn main() -> std::io::Result<()> {\n    let args = cli::Args::parse();\n"
                         "    println!(\"forwarding to {}\", args.dest);\n    server::serve(args.port)\n}\n",
-         "src/cli.rs": "pub struct Args {\n    pub port: u16,\n    pub dest: String,\n}\n\nimpl Args {\n    pub fn parse() -> Args {\n"
+         "src/cli.rs": "pub struct Args {\n    pub port: u16,\n    pub dest: String,\n}\n\nimpl Args {\n"
+                       "    pub fn parse() -> Args {\n"
                        "        let mut args = Args { port: 3000, dest: \"https://api.example.test\".into() };\n"
                        "        let mut words = std::env::args().skip(1);\n        while let Some(word) = words.next() {\n"
                        "            let value = words.next().expect(\"a value\");\n            match word.as_str() {\n"
                        "                \"--port\" => args.port = value.parse().expect(\"a port\"),\n"
                        "                \"--dest\" => args.dest = value,\n                _ => panic!(\"unknown {word}\"),\n"
                        "            }\n        }\n        args\n    }\n}\n",
-         "src/server.rs": "use std::io::Write;\nuse std::net::{SocketAddr, TcpListener};\n\npub fn serve(port: u16) -> std::io::Result<()> {\n"
+         "src/server.rs": "use std::io::Write;\nuse std::net::{SocketAddr, TcpListener};\n\n"
+                          "pub fn serve(port: u16) -> std::io::Result<()> {\n"
                           "    let addr = SocketAddr::from(([0, 0, 0, 0], port));\n    let listener = TcpListener::bind(addr)?;\n"
                           "    println!(\"listening on {addr}\");\n    for stream in listener.incoming() {\n"
-                          "        stream?.write_all(b\"HTTP/1.1 204 No Content\\r\\n\\r\\n\")?;\n    }\n    Ok(())\n}\n"}, second=True)
-# A page in a repository of many, with its router's own server.
-untuned("React Router, dev --port", ["sh", "-c", "cd apps/admin && exec npm run dev"],
-        {"package.json": '{"name": "plans", "private": true, "workspaces": ["apps/*"]}\n',
-         "apps/admin/package.json": '{"name": "admin", "private": true, "type": "module", "scripts": {"dev": '
-                                    '"react-router dev --port %P"}, "dependencies": {"@react-router/node": "^7.18.4", "isbot": "^5.2.3"}}\n',
-         "apps/admin/vite.config.ts": "import { reactRouter } from '@react-router/dev/vite';\nimport { defineConfig } from 'vite';\n\n"
-                                      "export default defineConfig({ cacheDir: '.vite', plugins: [reactRouter()] });\n",
-         "apps/admin/app/routes.ts": "import { index } from '@react-router/dev/routes';\n\nexport default [index('routes/home.jsx')];\n",
-         "apps/admin/app/root.jsx": "import { Outlet, Scripts } from 'react-router';\n\nexport default function Root() {\n"
-                                    "  return <html><body><Outlet /><Scripts /></body></html>;\n}\n",
-         "apps/admin/app/routes/home.jsx": "export default function Home() {\n  return <main>Plans</main>;\n}\n"})
+                          "        stream?.write_all(b\"HTTP/1.1 204 No Content\\r\\n\\r\\n\")?;\n    }\n    Ok(())\n"
+                          "}\n"}, second=True)
 
 # --- What must give no alert ---------------------------------------------------------------------
 def crashes(port):
