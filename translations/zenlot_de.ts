@@ -715,6 +715,10 @@
         <source>%1 started listening on port %2</source>
         <translation>%1 lauscht jetzt an Port %2</translation>
     </message>
+    <message>
+        <source>Unknown</source>
+        <translation>Unbekannt</translation>
+    </message>
 </context>
 <context>
     <name>zenlot::ProcessDetailViewModel</name>

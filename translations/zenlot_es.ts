@@ -715,6 +715,10 @@
         <source>%1 started listening on port %2</source>
         <translation>%1 ha empezado a escuchar en el puerto %2</translation>
     </message>
+    <message>
+        <source>Unknown</source>
+        <translation>Desconocido</translation>
+    </message>
 </context>
 <context>
     <name>zenlot::ProcessDetailViewModel</name>

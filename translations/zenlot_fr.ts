@@ -715,6 +715,10 @@
         <source>%1 started listening on port %2</source>
         <translation>%1 s’est mis à l’écoute du port %2</translation>
     </message>
+    <message>
+        <source>Unknown</source>
+        <translation>Inconnu</translation>
+    </message>
 </context>
 <context>
     <name>zenlot::ProcessDetailViewModel</name>

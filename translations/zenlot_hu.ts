@@ -715,6 +715,10 @@
         <source>%1 started listening on port %2</source>
         <translation>%1 figyelni kezdett a(z) %2. porton</translation>
     </message>
+    <message>
+        <source>Unknown</source>
+        <translation>Ismeretlen</translation>
+    </message>
 </context>
 <context>
     <name>zenlot::ProcessDetailViewModel</name>

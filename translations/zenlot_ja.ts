@@ -715,6 +715,10 @@
         <source>%1 started listening on port %2</source>
         <translation>%1がポート%2で待ち受けを開始しました</translation>
     </message>
+    <message>
+        <source>Unknown</source>
+        <translation>不明</translation>
+    </message>
 </context>
 <context>
     <name>zenlot::ProcessDetailViewModel</name>

@@ -715,6 +715,10 @@
         <source>%1 started listening on port %2</source>
         <translation>%1 开始监听端口 %2</translation>
     </message>
+    <message>
+        <source>Unknown</source>
+        <translation>未知</translation>
+    </message>
 </context>
 <context>
     <name>zenlot::ProcessDetailViewModel</name>
