@@ -5,6 +5,7 @@
 //     zenlot --settings       opens the settings
 //     zenlot --background     opens no window; what the login item does
 #include "localization/translation.h"
+#include "platform/linux/exit_deadline.h"
 #include "platform/linux/session_bus.h"
 #include "platform/linux/session_bus_application_instance.h"
 #include "platform/linux/termination_signals.h"
@@ -29,6 +30,7 @@ QStringList argumentsOf(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     using namespace zenlot;
+    TerminationSignals termination;
     const QStringList arguments = argumentsOf(argc, argv);
     // Before the application object, which takes the activation out of the environment. A second
     // start needs no display either.
@@ -60,8 +62,11 @@ int main(int argc, char** argv) {
 
     const Translation translation;
     ZenlotApp zenlot(bus, instance);
-    const TerminationSignals termination([] { QCoreApplication::quit(); });
+    termination.follow([] { QCoreApplication::quit(); });
     zenlot.start(arguments.contains(QLatin1String(kBackgroundOption)) ? LaunchStyle::inBackground
                                                                       : LaunchStyle::withWindow);
-    return QApplication::exec();
+    const int status = QApplication::exec();
+    zenlot.finish();
+    exitWithin(kLongestEnd, status);
+    return status;
 }

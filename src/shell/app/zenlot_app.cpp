@@ -127,8 +127,13 @@ ZenlotApp::ZenlotApp(SessionBus& bus, ApplicationInstance& instance)
                         },
                     .terminate = &QCoreApplication::quit}) {}
 
-// Who quits at once has not given up the monitor.
 ZenlotApp::~ZenlotApp() {
+    finish();
+}
+
+// Who quits at once has not given up the monitor.
+void ZenlotApp::finish() {
+    reinstallTimer_.stop();
     launchAgentInstaller_.finishRefresh();
 }
 
@@ -260,6 +265,8 @@ void ZenlotApp::followSettings() {
         if (settings_.conflictMonitoringEnabled())
             refreshMonitorRegistration(RunningMonitor::leave);
     });
+    QObject::connect(&notificationManager_, &PortNotificationManager::allWanted, &context_,
+                     [this] { openMainWindow(); });
     QObject::connect(&notifications_, &NotificationCenter::portsUpdated, &context_, [this] {
         if (portMonitor_.isRunning())
             portMonitor_.checkForNewListeners();
