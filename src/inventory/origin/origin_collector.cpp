@@ -9,6 +9,7 @@
 #include "inventory/process_names.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string_view>
 #include <tuple>
 
@@ -59,6 +60,8 @@ std::string OriginCollector::starterName(const ProcessGlimpse& starter, ProgramK
             name += " session $" + told.substr(comma + 1);
         return sanitizedUtf8(name);
     }
+    case ProgramKind::other:
+        return spokenCommand(starter);
     default:
         return sanitizedUtf8(starter.executable.empty()
                                  ? starter.name.substr(0, starter.name.find(':'))
@@ -81,7 +84,8 @@ std::vector<Starter> OriginCollector::startersOf(const ProcessGlimpse& process, 
         const bool isLast = kind == ProgramKind::session;
         if (!isLast || starters.empty()) {
             Starter starter{glimpse->process, kind, starterName(*glimpse, kind, process)};
-            if (starters.empty() || starters.back().name != starter.name)
+            // An editor or a browser consists of many processes.
+            if (starters.empty() || !isNeverStopped(kind) || starters.back().name != starter.name)
                 starters.push_back(std::move(starter));
         }
         if (isLast)
@@ -112,6 +116,7 @@ OriginCollector::describe(const ProcessIdentity& process, Freshness freshness, L
     origin.user = glimpse->user;
     origin.processName = sanitizedUtf8(
         glimpse->executable.empty() ? glimpse->name : processNameOf(glimpse->executable));
+    origin.kind = kindOf(*glimpse);
     origin.program = spokenCommand(*glimpse);
     origin.commandLine = maskedCommand(glimpse->commandLine);
     origin.workingDirectory = sanitizedUtf8(glimpse->workingDirectory);
@@ -394,7 +399,21 @@ std::vector<Origin> OriginCollector::originsOnPort(std::uint16_t port) const {
         addPort(origin, nullptr, look);
         origins.push_back(std::move(origin));
     }
+    addReachableAddresses(origins);
     return origins;
+}
+
+void OriginCollector::addReachableAddresses(std::vector<Origin>& origins) const {
+    const std::vector<NetworkAddress> addresses = sources_.networkAddresses();
+    for (Origin& origin : origins) {
+        std::ranges::copy_if(addresses, std::back_inserter(origin.reachableAt),
+                             [&origin](const NetworkAddress& each) {
+                                 return std::ranges::any_of(
+                                     origin.sockets, [&each](const ListeningSocket& socket) {
+                                         return overlaps(each.address, socket);
+                                     });
+                             });
+    }
 }
 
 // Those that share a socket are one server, and so are those that one process has started on the

@@ -50,7 +50,7 @@ constexpr std::array<KindRow, 13> kKinds{{
     {ProgramKind::remoteLogin, " sshd sshd-session dropbear telnetd in.telnetd rlogind "},
     {ProgramKind::cron, " cron crond anacron fcron atd "},
     {ProgramKind::supervisor,
-     " supervisord runsv runsvdir s6-supervise s6-svscan monit circusd pm2 god dinit "},
+     " supervisord runsv runsvdir s6-supervise s6-svscan monit circusd pm2 god dinit PM2 "},
     {ProgramKind::serviceManager, " systemd init runit openrc-init launchd "},
     {ProgramKind::session,
      " (sd-pam) login gdm gdm3 gdm-session-worker gdm-wayland-session gdm-x-session sddm "
