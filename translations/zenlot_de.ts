@@ -312,6 +312,152 @@
     </message>
 </context>
 <context>
+    <name>OriginNote</name>
+    <message>
+        <source>%1 (deleted folder)</source>
+        <translation>%1 (gelöschter Ordner)</translation>
+    </message>
+    <message>
+        <source>Open to the network</source>
+        <translation>Aus dem Netz erreichbar</translation>
+    </message>
+    <message>
+        <source>Perhaps left behind</source>
+        <translation>Vielleicht zurückgeblieben</translation>
+    </message>
+</context>
+<context>
+    <name>OriginRows</name>
+    <message>
+        <source>%1, of a user</source>
+        <translation>%1, eines Benutzers</translation>
+    </message>
+    <message>
+        <source>%1, of the system</source>
+        <translation>%1, des Systems</translation>
+    </message>
+    <message>
+        <source>%1 (IPv6 only)</source>
+        <translation>%1 (nur IPv6)</translation>
+    </message>
+    <message>
+        <source>This machine only</source>
+        <translation>Nur für diesen Rechner</translation>
+    </message>
+    <message>
+        <source>The network, unless a firewall stops it</source>
+        <translation>Das Netz, wenn keine Firewall es verhindert</translation>
+    </message>
+    <message>
+        <source>Everyone who can reach %1, unless a firewall stops them</source>
+        <translation>Alle, die %1 erreichen, wenn keine Firewall es verhindert</translation>
+    </message>
+    <message>
+        <source>%1 processes: %2</source>
+        <translation>%1 Prozesse: %2</translation>
+    </message>
+    <message>
+        <source>its folder is deleted</source>
+        <translation>sein Ordner ist gelöscht</translation>
+    </message>
+    <message>
+        <source>it has no terminal</source>
+        <translation>er hat kein Terminal</translation>
+    </message>
+    <message>
+        <source>what started it has ended</source>
+        <translation>was ihn gestartet hat, ist beendet</translation>
+    </message>
+    <message>
+        <source>its session is over</source>
+        <translation>seine Sitzung ist vorbei</translation>
+    </message>
+    <message>
+        <source>nobody is connected</source>
+        <translation>niemand ist verbunden</translation>
+    </message>
+    <message>
+        <source>Perhaps: %1</source>
+        <translation>Vielleicht: %1</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Commit</source>
+        <translation>Commit</translation>
+    </message>
+    <message>
+        <source>Branch</source>
+        <translation>Branch</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>Ordner</translation>
+    </message>
+    <message>
+        <source>%1 (deleted)</source>
+        <translation>%1 (gelöscht)</translation>
+    </message>
+    <message>
+        <source>Runs</source>
+        <translation>Führt aus</translation>
+    </message>
+    <message>
+        <source>Command line</source>
+        <translation>Befehlszeile</translation>
+    </message>
+    <message>
+        <source>Started by</source>
+        <translation>Gestartet von</translation>
+    </message>
+    <message>
+        <source>Container</source>
+        <translation>Container</translation>
+    </message>
+    <message>
+        <source>Image</source>
+        <translation>Image</translation>
+    </message>
+    <message>
+        <source>Service</source>
+        <translation>Dienst</translation>
+    </message>
+    <message>
+        <source>Its port</source>
+        <translation>Sein Port</translation>
+    </message>
+    <message>
+        <source>Unit</source>
+        <translation>Unit</translation>
+    </message>
+    <message>
+        <source>Socket</source>
+        <translation>Socket</translation>
+    </message>
+    <message>
+        <source>Listens on</source>
+        <translation>Lauscht auf</translation>
+    </message>
+    <message>
+        <source>Open to</source>
+        <translation>Offen für</translation>
+    </message>
+    <message>
+        <source>Shared by</source>
+        <translation>Geteilt von</translation>
+    </message>
+    <message>
+        <source>Clients</source>
+        <translation>Clients</translation>
+    </message>
+    <message>
+        <source>Left behind</source>
+        <translation>Zurückgeblieben</translation>
+    </message>
+</context>
+<context>
     <name>PortContextMenu</name>
     <message>
         <source>Copy Port</source>
@@ -401,6 +547,14 @@
     <message>
         <source>Command</source>
         <translation>Befehl</translation>
+    </message>
+    <message>
+        <source>Project</source>
+        <translation>Projekt</translation>
+    </message>
+    <message>
+        <source>Origin</source>
+        <translation>Herkunft</translation>
     </message>
 </context>
 <context>

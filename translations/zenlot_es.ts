@@ -312,6 +312,152 @@
     </message>
 </context>
 <context>
+    <name>OriginNote</name>
+    <message>
+        <source>%1 (deleted folder)</source>
+        <translation>%1 (carpeta eliminada)</translation>
+    </message>
+    <message>
+        <source>Open to the network</source>
+        <translation>Abierto a la red</translation>
+    </message>
+    <message>
+        <source>Perhaps left behind</source>
+        <translation>Quizá olvidado</translation>
+    </message>
+</context>
+<context>
+    <name>OriginRows</name>
+    <message>
+        <source>%1, of a user</source>
+        <translation>%1, de un usuario</translation>
+    </message>
+    <message>
+        <source>%1, of the system</source>
+        <translation>%1, del sistema</translation>
+    </message>
+    <message>
+        <source>%1 (IPv6 only)</source>
+        <translation>%1 (solo IPv6)</translation>
+    </message>
+    <message>
+        <source>This machine only</source>
+        <translation>Solo esta máquina</translation>
+    </message>
+    <message>
+        <source>The network, unless a firewall stops it</source>
+        <translation>La red, salvo que un cortafuegos lo impida</translation>
+    </message>
+    <message>
+        <source>Everyone who can reach %1, unless a firewall stops them</source>
+        <translation>Quien pueda llegar a %1, salvo que un cortafuegos lo impida</translation>
+    </message>
+    <message>
+        <source>%1 processes: %2</source>
+        <translation>%1 procesos: %2</translation>
+    </message>
+    <message>
+        <source>its folder is deleted</source>
+        <translation>su carpeta está eliminada</translation>
+    </message>
+    <message>
+        <source>it has no terminal</source>
+        <translation>no tiene terminal</translation>
+    </message>
+    <message>
+        <source>what started it has ended</source>
+        <translation>lo que lo inició ha terminado</translation>
+    </message>
+    <message>
+        <source>its session is over</source>
+        <translation>su sesión ha terminado</translation>
+    </message>
+    <message>
+        <source>nobody is connected</source>
+        <translation>nadie está conectado</translation>
+    </message>
+    <message>
+        <source>Perhaps: %1</source>
+        <translation>Quizá: %1</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Nombre</translation>
+    </message>
+    <message>
+        <source>Commit</source>
+        <translation>Commit</translation>
+    </message>
+    <message>
+        <source>Branch</source>
+        <translation>Rama</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>Carpeta</translation>
+    </message>
+    <message>
+        <source>%1 (deleted)</source>
+        <translation>%1 (eliminada)</translation>
+    </message>
+    <message>
+        <source>Runs</source>
+        <translation>Ejecuta</translation>
+    </message>
+    <message>
+        <source>Command line</source>
+        <translation>Línea de órdenes</translation>
+    </message>
+    <message>
+        <source>Started by</source>
+        <translation>Iniciado por</translation>
+    </message>
+    <message>
+        <source>Container</source>
+        <translation>Contenedor</translation>
+    </message>
+    <message>
+        <source>Image</source>
+        <translation>Imagen</translation>
+    </message>
+    <message>
+        <source>Service</source>
+        <translation>Servicio</translation>
+    </message>
+    <message>
+        <source>Its port</source>
+        <translation>Su puerto</translation>
+    </message>
+    <message>
+        <source>Unit</source>
+        <translation>Unidad</translation>
+    </message>
+    <message>
+        <source>Socket</source>
+        <translation>Socket</translation>
+    </message>
+    <message>
+        <source>Listens on</source>
+        <translation>Escucha en</translation>
+    </message>
+    <message>
+        <source>Open to</source>
+        <translation>Abierto a</translation>
+    </message>
+    <message>
+        <source>Shared by</source>
+        <translation>Compartido por</translation>
+    </message>
+    <message>
+        <source>Clients</source>
+        <translation>Clientes</translation>
+    </message>
+    <message>
+        <source>Left behind</source>
+        <translation>Olvidado</translation>
+    </message>
+</context>
+<context>
     <name>PortContextMenu</name>
     <message>
         <source>Copy Port</source>
@@ -401,6 +547,14 @@
     <message>
         <source>Command</source>
         <translation>Comando</translation>
+    </message>
+    <message>
+        <source>Project</source>
+        <translation>Proyecto</translation>
+    </message>
+    <message>
+        <source>Origin</source>
+        <translation>Origen</translation>
     </message>
 </context>
 <context>

@@ -312,6 +312,152 @@
     </message>
 </context>
 <context>
+    <name>OriginNote</name>
+    <message>
+        <source>%1 (deleted folder)</source>
+        <translation>%1 (dossier supprimé)</translation>
+    </message>
+    <message>
+        <source>Open to the network</source>
+        <translation>Ouvert au réseau</translation>
+    </message>
+    <message>
+        <source>Perhaps left behind</source>
+        <translation>Peut-être oublié</translation>
+    </message>
+</context>
+<context>
+    <name>OriginRows</name>
+    <message>
+        <source>%1, of a user</source>
+        <translation>%1, d’un utilisateur</translation>
+    </message>
+    <message>
+        <source>%1, of the system</source>
+        <translation>%1, du système</translation>
+    </message>
+    <message>
+        <source>%1 (IPv6 only)</source>
+        <translation>%1 (IPv6 seulement)</translation>
+    </message>
+    <message>
+        <source>This machine only</source>
+        <translation>Cette machine uniquement</translation>
+    </message>
+    <message>
+        <source>The network, unless a firewall stops it</source>
+        <translation>Le réseau, sauf si un pare-feu l’empêche</translation>
+    </message>
+    <message>
+        <source>Everyone who can reach %1, unless a firewall stops them</source>
+        <translation>Quiconque peut joindre %1, sauf si un pare-feu l’empêche</translation>
+    </message>
+    <message>
+        <source>%1 processes: %2</source>
+        <translation>%1 processus : %2</translation>
+    </message>
+    <message>
+        <source>its folder is deleted</source>
+        <translation>son dossier est supprimé</translation>
+    </message>
+    <message>
+        <source>it has no terminal</source>
+        <translation>il n’a pas de terminal</translation>
+    </message>
+    <message>
+        <source>what started it has ended</source>
+        <translation>ce qui l’a lancé est terminé</translation>
+    </message>
+    <message>
+        <source>its session is over</source>
+        <translation>sa session est terminée</translation>
+    </message>
+    <message>
+        <source>nobody is connected</source>
+        <translation>personne n’est connecté</translation>
+    </message>
+    <message>
+        <source>Perhaps: %1</source>
+        <translation>Peut-être : %1</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Nom</translation>
+    </message>
+    <message>
+        <source>Commit</source>
+        <translation>Commit</translation>
+    </message>
+    <message>
+        <source>Branch</source>
+        <translation>Branche</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>Dossier</translation>
+    </message>
+    <message>
+        <source>%1 (deleted)</source>
+        <translation>%1 (supprimé)</translation>
+    </message>
+    <message>
+        <source>Runs</source>
+        <translation>Exécute</translation>
+    </message>
+    <message>
+        <source>Command line</source>
+        <translation>Ligne de commande</translation>
+    </message>
+    <message>
+        <source>Started by</source>
+        <translation>Lancé par</translation>
+    </message>
+    <message>
+        <source>Container</source>
+        <translation>Conteneur</translation>
+    </message>
+    <message>
+        <source>Image</source>
+        <translation>Image</translation>
+    </message>
+    <message>
+        <source>Service</source>
+        <translation>Service</translation>
+    </message>
+    <message>
+        <source>Its port</source>
+        <translation>Son port</translation>
+    </message>
+    <message>
+        <source>Unit</source>
+        <translation>Unité</translation>
+    </message>
+    <message>
+        <source>Socket</source>
+        <translation>Socket</translation>
+    </message>
+    <message>
+        <source>Listens on</source>
+        <translation>Écoute sur</translation>
+    </message>
+    <message>
+        <source>Open to</source>
+        <translation>Ouvert à</translation>
+    </message>
+    <message>
+        <source>Shared by</source>
+        <translation>Partagé par</translation>
+    </message>
+    <message>
+        <source>Clients</source>
+        <translation>Clients</translation>
+    </message>
+    <message>
+        <source>Left behind</source>
+        <translation>Oublié</translation>
+    </message>
+</context>
+<context>
     <name>PortContextMenu</name>
     <message>
         <source>Copy Port</source>
@@ -401,6 +547,14 @@
     <message>
         <source>Command</source>
         <translation>Commande</translation>
+    </message>
+    <message>
+        <source>Project</source>
+        <translation>Projet</translation>
+    </message>
+    <message>
+        <source>Origin</source>
+        <translation>Origine</translation>
     </message>
 </context>
 <context>

@@ -312,6 +312,152 @@
     </message>
 </context>
 <context>
+    <name>OriginNote</name>
+    <message>
+        <source>%1 (deleted folder)</source>
+        <translation>%1 (törölt mappa)</translation>
+    </message>
+    <message>
+        <source>Open to the network</source>
+        <translation>A hálózat felől elérhető</translation>
+    </message>
+    <message>
+        <source>Perhaps left behind</source>
+        <translation>Talán itt felejtett</translation>
+    </message>
+</context>
+<context>
+    <name>OriginRows</name>
+    <message>
+        <source>%1, of a user</source>
+        <translation>%1, felhasználóé</translation>
+    </message>
+    <message>
+        <source>%1, of the system</source>
+        <translation>%1, a rendszeré</translation>
+    </message>
+    <message>
+        <source>%1 (IPv6 only)</source>
+        <translation>%1 (csak IPv6)</translation>
+    </message>
+    <message>
+        <source>This machine only</source>
+        <translation>Csak ez a gép</translation>
+    </message>
+    <message>
+        <source>The network, unless a firewall stops it</source>
+        <translation>A hálózat, ha tűzfal nem akadályozza</translation>
+    </message>
+    <message>
+        <source>Everyone who can reach %1, unless a firewall stops them</source>
+        <translation>Bárki, aki eléri ezt: %1, ha tűzfal nem akadályozza</translation>
+    </message>
+    <message>
+        <source>%1 processes: %2</source>
+        <translation>%1 folyamat: %2</translation>
+    </message>
+    <message>
+        <source>its folder is deleted</source>
+        <translation>a mappáját törölték</translation>
+    </message>
+    <message>
+        <source>it has no terminal</source>
+        <translation>nincs terminálja</translation>
+    </message>
+    <message>
+        <source>what started it has ended</source>
+        <translation>ami elindította, véget ért</translation>
+    </message>
+    <message>
+        <source>its session is over</source>
+        <translation>a munkamenete véget ért</translation>
+    </message>
+    <message>
+        <source>nobody is connected</source>
+        <translation>senki sem kapcsolódik</translation>
+    </message>
+    <message>
+        <source>Perhaps: %1</source>
+        <translation>Talán: %1</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Név</translation>
+    </message>
+    <message>
+        <source>Commit</source>
+        <translation>Commit</translation>
+    </message>
+    <message>
+        <source>Branch</source>
+        <translation>Ág</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>Mappa</translation>
+    </message>
+    <message>
+        <source>%1 (deleted)</source>
+        <translation>%1 (törölve)</translation>
+    </message>
+    <message>
+        <source>Runs</source>
+        <translation>Futtatja</translation>
+    </message>
+    <message>
+        <source>Command line</source>
+        <translation>Parancssor</translation>
+    </message>
+    <message>
+        <source>Started by</source>
+        <translation>Elindította</translation>
+    </message>
+    <message>
+        <source>Container</source>
+        <translation>Konténer</translation>
+    </message>
+    <message>
+        <source>Image</source>
+        <translation>Lemezkép</translation>
+    </message>
+    <message>
+        <source>Service</source>
+        <translation>Szolgáltatás</translation>
+    </message>
+    <message>
+        <source>Its port</source>
+        <translation>A portja</translation>
+    </message>
+    <message>
+        <source>Unit</source>
+        <translation>Egység</translation>
+    </message>
+    <message>
+        <source>Socket</source>
+        <translation>Socket</translation>
+    </message>
+    <message>
+        <source>Listens on</source>
+        <translation>Figyeli</translation>
+    </message>
+    <message>
+        <source>Open to</source>
+        <translation>Nyitott</translation>
+    </message>
+    <message>
+        <source>Shared by</source>
+        <translation>Osztoznak</translation>
+    </message>
+    <message>
+        <source>Clients</source>
+        <translation>Kliensek</translation>
+    </message>
+    <message>
+        <source>Left behind</source>
+        <translation>Itt felejtett</translation>
+    </message>
+</context>
+<context>
     <name>PortContextMenu</name>
     <message>
         <source>Copy Port</source>
@@ -401,6 +547,14 @@
     <message>
         <source>Command</source>
         <translation>Parancs</translation>
+    </message>
+    <message>
+        <source>Project</source>
+        <translation>Projekt</translation>
+    </message>
+    <message>
+        <source>Origin</source>
+        <translation>Eredet</translation>
     </message>
 </context>
 <context>

@@ -312,6 +312,152 @@
     </message>
 </context>
 <context>
+    <name>OriginNote</name>
+    <message>
+        <source>%1 (deleted folder)</source>
+        <translation>%1（削除されたフォルダ）</translation>
+    </message>
+    <message>
+        <source>Open to the network</source>
+        <translation>ネットワークに公開</translation>
+    </message>
+    <message>
+        <source>Perhaps left behind</source>
+        <translation>放置されている可能性あり</translation>
+    </message>
+</context>
+<context>
+    <name>OriginRows</name>
+    <message>
+        <source>%1, of a user</source>
+        <translation>%1（ユーザー）</translation>
+    </message>
+    <message>
+        <source>%1, of the system</source>
+        <translation>%1（システム）</translation>
+    </message>
+    <message>
+        <source>%1 (IPv6 only)</source>
+        <translation>%1（IPv6 のみ）</translation>
+    </message>
+    <message>
+        <source>This machine only</source>
+        <translation>このマシンのみ</translation>
+    </message>
+    <message>
+        <source>The network, unless a firewall stops it</source>
+        <translation>ネットワーク（ファイアウォールで止められない限り）</translation>
+    </message>
+    <message>
+        <source>Everyone who can reach %1, unless a firewall stops them</source>
+        <translation>%1 に到達できるすべての相手（ファイアウォールで止められない限り）</translation>
+    </message>
+    <message>
+        <source>%1 processes: %2</source>
+        <translation>%1 個のプロセス：%2</translation>
+    </message>
+    <message>
+        <source>its folder is deleted</source>
+        <translation>フォルダが削除された</translation>
+    </message>
+    <message>
+        <source>it has no terminal</source>
+        <translation>端末がない</translation>
+    </message>
+    <message>
+        <source>what started it has ended</source>
+        <translation>起動元が終了した</translation>
+    </message>
+    <message>
+        <source>its session is over</source>
+        <translation>セッションが終了した</translation>
+    </message>
+    <message>
+        <source>nobody is connected</source>
+        <translation>接続している相手がいない</translation>
+    </message>
+    <message>
+        <source>Perhaps: %1</source>
+        <translation>可能性あり：%1</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名前</translation>
+    </message>
+    <message>
+        <source>Commit</source>
+        <translation>コミット</translation>
+    </message>
+    <message>
+        <source>Branch</source>
+        <translation>ブランチ</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>フォルダ</translation>
+    </message>
+    <message>
+        <source>%1 (deleted)</source>
+        <translation>%1（削除済み）</translation>
+    </message>
+    <message>
+        <source>Runs</source>
+        <translation>実行内容</translation>
+    </message>
+    <message>
+        <source>Command line</source>
+        <translation>コマンドライン</translation>
+    </message>
+    <message>
+        <source>Started by</source>
+        <translation>起動元</translation>
+    </message>
+    <message>
+        <source>Container</source>
+        <translation>コンテナ</translation>
+    </message>
+    <message>
+        <source>Image</source>
+        <translation>イメージ</translation>
+    </message>
+    <message>
+        <source>Service</source>
+        <translation>サービス</translation>
+    </message>
+    <message>
+        <source>Its port</source>
+        <translation>内部ポート</translation>
+    </message>
+    <message>
+        <source>Unit</source>
+        <translation>ユニット</translation>
+    </message>
+    <message>
+        <source>Socket</source>
+        <translation>ソケット</translation>
+    </message>
+    <message>
+        <source>Listens on</source>
+        <translation>待ち受け</translation>
+    </message>
+    <message>
+        <source>Open to</source>
+        <translation>公開範囲</translation>
+    </message>
+    <message>
+        <source>Shared by</source>
+        <translation>共有</translation>
+    </message>
+    <message>
+        <source>Clients</source>
+        <translation>クライアント</translation>
+    </message>
+    <message>
+        <source>Left behind</source>
+        <translation>放置</translation>
+    </message>
+</context>
+<context>
     <name>PortContextMenu</name>
     <message>
         <source>Copy Port</source>
@@ -401,6 +547,14 @@
     <message>
         <source>Command</source>
         <translation>コマンド</translation>
+    </message>
+    <message>
+        <source>Project</source>
+        <translation>プロジェクト</translation>
+    </message>
+    <message>
+        <source>Origin</source>
+        <translation>由来</translation>
     </message>
 </context>
 <context>

@@ -312,6 +312,152 @@
     </message>
 </context>
 <context>
+    <name>OriginNote</name>
+    <message>
+        <source>%1 (deleted folder)</source>
+        <translation>%1（文件夹已删除）</translation>
+    </message>
+    <message>
+        <source>Open to the network</source>
+        <translation>对网络开放</translation>
+    </message>
+    <message>
+        <source>Perhaps left behind</source>
+        <translation>可能被遗留</translation>
+    </message>
+</context>
+<context>
+    <name>OriginRows</name>
+    <message>
+        <source>%1, of a user</source>
+        <translation>%1（用户）</translation>
+    </message>
+    <message>
+        <source>%1, of the system</source>
+        <translation>%1（系统）</translation>
+    </message>
+    <message>
+        <source>%1 (IPv6 only)</source>
+        <translation>%1（仅 IPv6）</translation>
+    </message>
+    <message>
+        <source>This machine only</source>
+        <translation>仅本机</translation>
+    </message>
+    <message>
+        <source>The network, unless a firewall stops it</source>
+        <translation>网络（除非被防火墙阻止）</translation>
+    </message>
+    <message>
+        <source>Everyone who can reach %1, unless a firewall stops them</source>
+        <translation>能访问 %1 的任何人（除非被防火墙阻止）</translation>
+    </message>
+    <message>
+        <source>%1 processes: %2</source>
+        <translation>%1 个进程：%2</translation>
+    </message>
+    <message>
+        <source>its folder is deleted</source>
+        <translation>文件夹已删除</translation>
+    </message>
+    <message>
+        <source>it has no terminal</source>
+        <translation>没有终端</translation>
+    </message>
+    <message>
+        <source>what started it has ended</source>
+        <translation>启动它的程序已结束</translation>
+    </message>
+    <message>
+        <source>its session is over</source>
+        <translation>会话已结束</translation>
+    </message>
+    <message>
+        <source>nobody is connected</source>
+        <translation>没有客户端连接</translation>
+    </message>
+    <message>
+        <source>Perhaps: %1</source>
+        <translation>可能：%1</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>Commit</source>
+        <translation>提交</translation>
+    </message>
+    <message>
+        <source>Branch</source>
+        <translation>分支</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>文件夹</translation>
+    </message>
+    <message>
+        <source>%1 (deleted)</source>
+        <translation>%1（已删除）</translation>
+    </message>
+    <message>
+        <source>Runs</source>
+        <translation>运行</translation>
+    </message>
+    <message>
+        <source>Command line</source>
+        <translation>命令行</translation>
+    </message>
+    <message>
+        <source>Started by</source>
+        <translation>启动者</translation>
+    </message>
+    <message>
+        <source>Container</source>
+        <translation>容器</translation>
+    </message>
+    <message>
+        <source>Image</source>
+        <translation>镜像</translation>
+    </message>
+    <message>
+        <source>Service</source>
+        <translation>服务</translation>
+    </message>
+    <message>
+        <source>Its port</source>
+        <translation>容器端口</translation>
+    </message>
+    <message>
+        <source>Unit</source>
+        <translation>单元</translation>
+    </message>
+    <message>
+        <source>Socket</source>
+        <translation>套接字</translation>
+    </message>
+    <message>
+        <source>Listens on</source>
+        <translation>监听于</translation>
+    </message>
+    <message>
+        <source>Open to</source>
+        <translation>开放给</translation>
+    </message>
+    <message>
+        <source>Shared by</source>
+        <translation>共享者</translation>
+    </message>
+    <message>
+        <source>Clients</source>
+        <translation>客户端</translation>
+    </message>
+    <message>
+        <source>Left behind</source>
+        <translation>遗留</translation>
+    </message>
+</context>
+<context>
     <name>PortContextMenu</name>
     <message>
         <source>Copy Port</source>
@@ -401,6 +547,14 @@
     <message>
         <source>Command</source>
         <translation>命令</translation>
+    </message>
+    <message>
+        <source>Project</source>
+        <translation>项目</translation>
+    </message>
+    <message>
+        <source>Origin</source>
+        <translation>来源</translation>
     </message>
 </context>
 <context>

@@ -65,6 +65,30 @@ TEST_F(ContentViewModelTest, TypingChecksOnceAfterAPause) {
     EXPECT_EQ(model.sidebarSelection(), ContentViewModel::kNoSelection);
 }
 
+// The rows are there first; what is known of their servers comes later.
+TEST_F(ContentViewModelTest, RowsTellWhichServerItIs) {
+    ProcessGlimpse& server = fixture->originSources.addServer(
+        42, {"node", "/srv/node_modules/.bin/vite"}, 8080, "0.0.0.0");
+    server.workingDirectory = "/srv/shop";
+    server.isDirectoryDeleted = true;
+    model.appear();
+    ASSERT_TRUE(check(u"8080"_s));
+    const SidebarModel& sidebar = *model.sidebar();
+    const auto noteOf = [](const QModelIndex& row, int role) { return row.data(role).toString(); };
+    ASSERT_TRUE(waitFor([&] {
+        const int row = sidebar.rowOfPort(8080);
+        return row >= 0 && noteOf(sidebar.index(row), SidebarModel::noteTextRole) != u""_s;
+    }));
+    const QModelIndex row = sidebar.index(sidebar.rowOfPort(8080));
+    EXPECT_EQ(noteOf(row, SidebarModel::noteTextRole), u"vite \u00B7 shop (deleted folder)"_s);
+    EXPECT_EQ(noteOf(row, SidebarModel::noteTipRole),
+              u"vite \u00B7 shop (deleted folder)\nOpen to the network\nPerhaps left behind"_s);
+    ASSERT_TRUE(waitFor([&] {
+        return noteOf(model.processes()->index(0), ProcessListModel::noteTextRole) != u""_s;
+    }));
+    EXPECT_EQ(noteOf(sidebar.index(sidebar.rowOfPort(9000)), SidebarModel::noteTextRole), u""_s);
+}
+
 TEST_F(ContentViewModelTest, FreePortsAndNumbersThatAreNoPort) {
     for (const QString& text : {u"0"_s, u"65536"_s, u"٣"_s}) {
         ASSERT_TRUE(check(text));

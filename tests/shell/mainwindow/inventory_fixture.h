@@ -2,6 +2,7 @@
 // model of the main window over it.
 #pragma once
 
+#include "inventory/origin/fake_origin_sources.h"
 #include "platform/fake_app_service.h"
 #include "platform/fake_property_list.h"
 #include "platform/fake_running_applications.h"
@@ -54,7 +55,9 @@ struct MainWindowFixture {
     SharedPortCache cache;
     FakePinner processes{tables};
     PortScanner scanner{tables, [](std::uint16_t, AddressFamily) { return false; }};
-    PortInventory inventory{scanner, cache, processes};
+    FakeOriginSources originSources;
+    OriginCollector origins{originSources};
+    PortInventory inventory{scanner, cache, processes, nullptr, &origins};
     NotificationCenter notifications;
     FakeRunningApplications applications;
     FakePropertyListReader propertyLists;
