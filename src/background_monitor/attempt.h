@@ -41,6 +41,7 @@ struct Attempt {
     std::vector<Setting> environment;          // the variables that hold a port
     std::vector<std::string> environmentFiles; // that the arguments name
     std::vector<std::string> classPath;        // of Java's machine
+    std::string libraries;                     // on it
     std::string stage{kUsualStage};
     std::string script;
     std::string inlineSource;

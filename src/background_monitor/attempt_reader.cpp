@@ -176,6 +176,7 @@ std::optional<Attempt> AttemptReader::read(ProcessId pid) const {
     attempt.environment = variablesWithPorts(environment);
     attempt.environmentFiles = bounded(invocation->environmentFiles);
     attempt.classPath = bounded(invocation->classPath);
+    attempt.libraries = invocation->libraries;
     attempt.stage = stageOf(invocation->arguments, environment);
     // Many attempts are kept at a time, and no path is longer than that.
     attempt.script = invocation->script.substr(0, PATH_MAX);

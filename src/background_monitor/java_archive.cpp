@@ -17,6 +17,7 @@ namespace {
 constexpr int kMostEntries = 20'000;
 constexpr std::size_t kMostSettings = 16;
 constexpr std::size_t kLargestSettings = std::size_t{128} * 1024;
+constexpr std::size_t kMostOfLibraries = 8192;
 constexpr std::size_t kLongestEntryName = 256;
 
 struct CloseArchive {
@@ -39,23 +40,27 @@ bool isOwnSettings(std::string_view name) {
 
 } // namespace
 
-std::vector<ArchivedFile> settingsInArchive(const FileDescriptor& archive) {
-    std::vector<ArchivedFile> files;
+JavaArchive readJavaArchive(const FileDescriptor& file) {
+    JavaArchive archive;
     // The reader takes a path; this one is the file that was opened with care.
-    const std::string path = "/proc/self/fd/" + std::to_string(archive.get());
+    const std::string path = "/proc/self/fd/" + std::to_string(file.get());
     const std::unique_ptr<std::remove_pointer_t<unzFile>, CloseArchive> reader(
-        archive ? ::unzOpen64(path.c_str()) : nullptr);
+        file ? ::unzOpen64(path.c_str()) : nullptr);
     if (!reader)
-        return files;
+        return archive;
     int entries = 0;
     for (int state = ::unzGoToFirstFile(reader.get());
-         state == UNZ_OK && ++entries <= kMostEntries && files.size() < kMostSettings;
+         state == UNZ_OK && ++entries <= kMostEntries && archive.settings.size() < kMostSettings;
          state = ::unzGoToNextFile(reader.get())) {
         unz_file_info64 info{};
         std::array<char, kLongestEntryName> name{};
         if (::unzGetCurrentFileInfo64(reader.get(), &info, name.data(), name.size() - 1, nullptr, 0,
-                                      nullptr, 0) != UNZ_OK ||
-            info.uncompressed_size > kLargestSettings || !isOwnSettings(name.data()) ||
+                                      nullptr, 0) != UNZ_OK)
+            continue;
+        const std::string_view entry = name.data();
+        if (entry.ends_with(".jar") && archive.libraries.size() < kMostOfLibraries)
+            archive.libraries += std::string(entry.substr(entry.rfind('/') + 1)) + " ";
+        if (info.uncompressed_size > kLargestSettings || !isOwnSettings(entry) ||
             ::unzOpenCurrentFile(reader.get()) != UNZ_OK)
             continue;
         // What it says of its size may be wrong.
@@ -64,9 +69,9 @@ std::vector<ArchivedFile> settingsInArchive(const FileDescriptor& archive) {
             ::unzReadCurrentFile(reader.get(), text.data(), static_cast<unsigned>(text.size()));
         ::unzCloseCurrentFile(reader.get());
         text.resize(static_cast<std::size_t>(std::max(length, 0)));
-        files.push_back({name.data(), std::move(text)});
+        archive.settings.push_back({name.data(), std::move(text)});
     }
-    return files;
+    return archive;
 }
 
 } // namespace zenlot

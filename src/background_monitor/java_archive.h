@@ -14,7 +14,12 @@ struct ArchivedFile {
     std::string text;
 };
 
+struct JavaArchive {
+    std::vector<ArchivedFile> settings;
+    std::string libraries; // the names of those that are packed into it, a blank between
+};
+
 // Empty for what is no archive.
-std::vector<ArchivedFile> settingsInArchive(const FileDescriptor& archive);
+JavaArchive readJavaArchive(const FileDescriptor& file);
 
 } // namespace zenlot

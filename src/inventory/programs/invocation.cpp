@@ -303,9 +303,11 @@ std::string javaProgram(std::span<const std::string> words) {
 
 // Where Java's machine looks for what is no class. Archives but the first are libraries. The class
 // path, which may be long, says nothing else and is taken out of the words.
-std::vector<std::string> takeJavaClassPath(std::vector<std::string>& words) {
+void takeJavaClassPath(Invocation& invocation) {
     constexpr std::size_t kMostEntries = 12;
-    std::vector<std::string> entries;
+    constexpr std::size_t kMostOfLibraries = 4096;
+    std::vector<std::string>& words = invocation.arguments;
+    std::vector<std::string>& entries = invocation.classPath;
     for (std::size_t place = 0; place + 1 < words.size();) {
         if (words[place] == "-jar")
             entries.push_back(words[place + 1]);
@@ -317,14 +319,16 @@ std::vector<std::string> takeJavaClassPath(std::vector<std::string>& words) {
         const auto option = words.begin() + static_cast<std::ptrdiff_t>(place);
         words.erase(option, option + 2);
         std::string_view rest = path;
-        while (!rest.empty() && entries.size() < kMostEntries) {
+        while (!rest.empty()) {
             const std::string_view entry = rest.substr(0, rest.find(':'));
             rest.remove_prefix(std::min(rest.size(), entry.size() + 1));
-            if (!entry.empty() && (entries.empty() || !entry.ends_with(".jar")))
+            if (entry.ends_with(".jar") && invocation.libraries.size() < kMostOfLibraries)
+                invocation.libraries += std::string(baseName(entry)) + " ";
+            if (!entry.empty() && entries.size() < kMostEntries &&
+                (entries.empty() || !entry.ends_with(".jar")))
                 entries.emplace_back(entry);
         }
     }
-    return entries;
 }
 
 // What Erlang's machine is to run stands among its options, as an expression or as a script.
@@ -456,7 +460,7 @@ std::optional<Invocation> identifyInvocation(std::span<const std::string> comman
             return std::nullopt;
         if (name == "java") {
             invocation.script = javaProgram(commandLine);
-            invocation.classPath = takeJavaClassPath(invocation.arguments);
+            takeJavaClassPath(invocation);
             for (const std::string& word : commandLine) {
                 if (invocation.debugger.empty())
                     invocation.debugger = debuggerOfJava(word);

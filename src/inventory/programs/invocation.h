@@ -29,6 +29,7 @@ struct Invocation {
     std::vector<std::string> arguments; // of the tool
     std::string script;                 // as it stands in the command line; empty without one
     std::vector<std::string> classPath; // of Java's machine: the folders, and the archive it runs
+    std::string libraries;              // the names of those on the class path, a blank between
     std::string inlineSource;           // of a program that stands in the command line itself
     std::vector<std::string> inherited; // arguments that a variable adds, see inheritedArguments
     std::vector<std::string> environmentFiles; // that the interpreter is told to read
