@@ -132,6 +132,22 @@
         <source>Inspector</source>
         <translation>Inspektor</translation>
     </message>
+    <message>
+        <source>Stop</source>
+        <translation>Stoppen</translation>
+    </message>
+    <message>
+        <source>Stop the server so that it stays stopped</source>
+        <translation>Den Server so stoppen, dass er gestoppt bleibt</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Stop the Server?</source>
+        <translation>Server stoppen?</translation>
+    </message>
 </context>
 <context>
     <name>ExceptionList</name>
@@ -625,6 +641,77 @@
     </message>
 </context>
 <context>
+    <name>StopText</name>
+    <message>
+        <source>Stops container %1.</source>
+        <translation>Stoppt den Container %1.</translation>
+    </message>
+    <message>
+        <source>Stops container %1 of compose project %2.</source>
+        <translation>Stoppt den Container %1 des Compose-Projekts %2.</translation>
+    </message>
+    <message>
+        <source>%1 is a program that people work in or that the session needs; it is not stopped for a port.</source>
+        <translation>In %1 arbeitet jemand, oder die Sitzung braucht es; es wird nicht für einen Port gestoppt.</translation>
+    </message>
+    <message>
+        <source>It belongs to another user, and to no service or container that could be stopped.</source>
+        <translation>Es gehört einem anderen Benutzer, und zu keinem Dienst oder Container, der sich stoppen ließe.</translation>
+    </message>
+    <message>
+        <source>Nobody can tell what would have to be stopped.</source>
+        <translation>Was zu stoppen wäre, ist nicht festzustellen.</translation>
+    </message>
+    <message>
+        <source>Stops %1, one of your services.</source>
+        <translation>Stoppt %1, einen Ihrer Dienste.</translation>
+    </message>
+    <message>
+        <source>Stops %1, a service of the system.</source>
+        <translation>Stoppt %1, einen Dienst des Systems.</translation>
+    </message>
+    <message>
+        <source>Stops %1 (PID %2).</source>
+        <translation>Stoppt %1 (PID %2).</translation>
+    </message>
+    <message>
+        <source>Stops %1 (PID %2), which started the server on port %3.</source>
+        <translation>Stoppt %1 (PID %2), was den Server auf Port %3 gestartet hat.</translation>
+    </message>
+    <message>
+        <source>1 client is connected.</source>
+        <translation>1 Client ist verbunden.</translation>
+    </message>
+    <message>
+        <source>%1 clients are connected.</source>
+        <translation>%1 Clients sind verbunden.</translation>
+    </message>
+    <message>
+        <source>Ports that go with it: %1.</source>
+        <translation>Ports, die mitgehen: %1.</translation>
+    </message>
+    <message>
+        <source>%1 may start it again.</source>
+        <translation>%1 startet ihn vielleicht wieder.</translation>
+    </message>
+    <message>
+        <source>%1 has been asked to end and still holds port %2. End it by force?</source>
+        <translation>%1 wurde gebeten, sich zu beenden, und hält Port %2 noch. Mit Gewalt beenden?</translation>
+    </message>
+    <message>
+        <source>another process</source>
+        <translation>ein anderer Prozess</translation>
+    </message>
+    <message>
+        <source>%1 has ended, and %2 has taken port %3 again.</source>
+        <translation>%1 ist beendet, und %2 hat Port %3 wieder belegt.</translation>
+    </message>
+    <message>
+        <source>%1 could not be stopped: %2</source>
+        <translation>%1 ließ sich nicht stoppen: %2</translation>
+    </message>
+</context>
+<context>
     <name>UpdateWindow</name>
     <message>
         <source>Software Update</source>
@@ -829,6 +916,14 @@
     <message>
         <source>Force Quit %1</source>
         <translation>%1 sofort beenden</translation>
+    </message>
+    <message>
+        <source>Stop %1</source>
+        <translation>%1 stoppen</translation>
+    </message>
+    <message>
+        <source>End by Force</source>
+        <translation>Erzwingen</translation>
     </message>
 </context>
 <context>

@@ -132,6 +132,22 @@
         <source>Inspector</source>
         <translation>Inspector</translation>
     </message>
+    <message>
+        <source>Stop</source>
+        <translation>Detener</translation>
+    </message>
+    <message>
+        <source>Stop the server so that it stays stopped</source>
+        <translation>Detener el servidor de modo que siga detenido</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Cerrar</translation>
+    </message>
+    <message>
+        <source>Stop the Server?</source>
+        <translation>¿Detener el servidor?</translation>
+    </message>
 </context>
 <context>
     <name>ExceptionList</name>
@@ -625,6 +641,77 @@
     </message>
 </context>
 <context>
+    <name>StopText</name>
+    <message>
+        <source>Stops container %1.</source>
+        <translation>Detiene el contenedor %1.</translation>
+    </message>
+    <message>
+        <source>Stops container %1 of compose project %2.</source>
+        <translation>Detiene el contenedor %1 del proyecto compose %2.</translation>
+    </message>
+    <message>
+        <source>%1 is a program that people work in or that the session needs; it is not stopped for a port.</source>
+        <translation>%1 es un programa en el que se trabaja o que la sesión necesita; no se detiene por un puerto.</translation>
+    </message>
+    <message>
+        <source>It belongs to another user, and to no service or container that could be stopped.</source>
+        <translation>Pertenece a otro usuario y a ningún servicio o contenedor que se pueda detener.</translation>
+    </message>
+    <message>
+        <source>Nobody can tell what would have to be stopped.</source>
+        <translation>No se puede saber qué habría que detener.</translation>
+    </message>
+    <message>
+        <source>Stops %1, one of your services.</source>
+        <translation>Detiene %1, uno de sus servicios.</translation>
+    </message>
+    <message>
+        <source>Stops %1, a service of the system.</source>
+        <translation>Detiene %1, un servicio del sistema.</translation>
+    </message>
+    <message>
+        <source>Stops %1 (PID %2).</source>
+        <translation>Detiene %1 (PID %2).</translation>
+    </message>
+    <message>
+        <source>Stops %1 (PID %2), which started the server on port %3.</source>
+        <translation>Detiene %1 (PID %2), que inició el servidor en el puerto %3.</translation>
+    </message>
+    <message>
+        <source>1 client is connected.</source>
+        <translation>Hay 1 cliente conectado.</translation>
+    </message>
+    <message>
+        <source>%1 clients are connected.</source>
+        <translation>Hay %1 clientes conectados.</translation>
+    </message>
+    <message>
+        <source>Ports that go with it: %1.</source>
+        <translation>Puertos que se cierran con él: %1.</translation>
+    </message>
+    <message>
+        <source>%1 may start it again.</source>
+        <translation>%1 puede volver a iniciarlo.</translation>
+    </message>
+    <message>
+        <source>%1 has been asked to end and still holds port %2. End it by force?</source>
+        <translation>Se ha pedido a %1 que termine y aún ocupa el puerto %2. ¿Forzar?</translation>
+    </message>
+    <message>
+        <source>another process</source>
+        <translation>otro proceso</translation>
+    </message>
+    <message>
+        <source>%1 has ended, and %2 has taken port %3 again.</source>
+        <translation>%1 ha terminado y %2 ha vuelto a ocupar el puerto %3.</translation>
+    </message>
+    <message>
+        <source>%1 could not be stopped: %2</source>
+        <translation>No se pudo detener %1: %2</translation>
+    </message>
+</context>
+<context>
     <name>UpdateWindow</name>
     <message>
         <source>Software Update</source>
@@ -829,6 +916,14 @@
     <message>
         <source>Force Quit %1</source>
         <translation>Forzar la salida de %1</translation>
+    </message>
+    <message>
+        <source>Stop %1</source>
+        <translation>Detener %1</translation>
+    </message>
+    <message>
+        <source>End by Force</source>
+        <translation>Forzar</translation>
     </message>
 </context>
 <context>

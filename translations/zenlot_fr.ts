@@ -132,6 +132,22 @@
         <source>Inspector</source>
         <translation>Inspecteur</translation>
     </message>
+    <message>
+        <source>Stop</source>
+        <translation>Arrêter</translation>
+    </message>
+    <message>
+        <source>Stop the server so that it stays stopped</source>
+        <translation>Arrêter le serveur pour qu’il le reste</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Fermer</translation>
+    </message>
+    <message>
+        <source>Stop the Server?</source>
+        <translation>Arrêter le serveur ?</translation>
+    </message>
 </context>
 <context>
     <name>ExceptionList</name>
@@ -625,6 +641,77 @@
     </message>
 </context>
 <context>
+    <name>StopText</name>
+    <message>
+        <source>Stops container %1.</source>
+        <translation>Arrête le conteneur %1.</translation>
+    </message>
+    <message>
+        <source>Stops container %1 of compose project %2.</source>
+        <translation>Arrête le conteneur %1 du projet compose %2.</translation>
+    </message>
+    <message>
+        <source>%1 is a program that people work in or that the session needs; it is not stopped for a port.</source>
+        <translation>%1 est un programme de travail ou nécessaire à la session ; il n’est pas arrêté pour un port.</translation>
+    </message>
+    <message>
+        <source>It belongs to another user, and to no service or container that could be stopped.</source>
+        <translation>Il appartient à un autre utilisateur, et à aucun service ou conteneur qui puisse être arrêté.</translation>
+    </message>
+    <message>
+        <source>Nobody can tell what would have to be stopped.</source>
+        <translation>Impossible de savoir ce qu’il faudrait arrêter.</translation>
+    </message>
+    <message>
+        <source>Stops %1, one of your services.</source>
+        <translation>Arrête %1, un de vos services.</translation>
+    </message>
+    <message>
+        <source>Stops %1, a service of the system.</source>
+        <translation>Arrête %1, un service du système.</translation>
+    </message>
+    <message>
+        <source>Stops %1 (PID %2).</source>
+        <translation>Arrête %1 (PID %2).</translation>
+    </message>
+    <message>
+        <source>Stops %1 (PID %2), which started the server on port %3.</source>
+        <translation>Arrête %1 (PID %2), qui a lancé le serveur sur le port %3.</translation>
+    </message>
+    <message>
+        <source>1 client is connected.</source>
+        <translation>1 client est connecté.</translation>
+    </message>
+    <message>
+        <source>%1 clients are connected.</source>
+        <translation>%1 clients sont connectés.</translation>
+    </message>
+    <message>
+        <source>Ports that go with it: %1.</source>
+        <translation>Ports fermés avec lui : %1.</translation>
+    </message>
+    <message>
+        <source>%1 may start it again.</source>
+        <translation>%1 peut le relancer.</translation>
+    </message>
+    <message>
+        <source>%1 has been asked to end and still holds port %2. End it by force?</source>
+        <translation>%1 a été prié de se terminer et occupe toujours le port %2. Forcer ?</translation>
+    </message>
+    <message>
+        <source>another process</source>
+        <translation>un autre processus</translation>
+    </message>
+    <message>
+        <source>%1 has ended, and %2 has taken port %3 again.</source>
+        <translation>%1 est terminé, et %2 a repris le port %3.</translation>
+    </message>
+    <message>
+        <source>%1 could not be stopped: %2</source>
+        <translation>Impossible d’arrêter %1 : %2</translation>
+    </message>
+</context>
+<context>
     <name>UpdateWindow</name>
     <message>
         <source>Software Update</source>
@@ -829,6 +916,14 @@
     <message>
         <source>Force Quit %1</source>
         <translation>Forcer %1 à quitter</translation>
+    </message>
+    <message>
+        <source>Stop %1</source>
+        <translation>Arrêter %1</translation>
+    </message>
+    <message>
+        <source>End by Force</source>
+        <translation>Forcer</translation>
     </message>
 </context>
 <context>

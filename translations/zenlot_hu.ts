@@ -132,6 +132,22 @@
         <source>Inspector</source>
         <translation>Infóablak</translation>
     </message>
+    <message>
+        <source>Stop</source>
+        <translation>Leállítás</translation>
+    </message>
+    <message>
+        <source>Stop the server so that it stays stopped</source>
+        <translation>A kiszolgáló leállítása úgy, hogy az is maradjon</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Bezárás</translation>
+    </message>
+    <message>
+        <source>Stop the Server?</source>
+        <translation>Leállítja a kiszolgálót?</translation>
+    </message>
 </context>
 <context>
     <name>ExceptionList</name>
@@ -625,6 +641,77 @@
     </message>
 </context>
 <context>
+    <name>StopText</name>
+    <message>
+        <source>Stops container %1.</source>
+        <translation>Leállítja a(z) %1 konténert.</translation>
+    </message>
+    <message>
+        <source>Stops container %1 of compose project %2.</source>
+        <translation>Leállítja a(z) %1 konténert a(z) %2 compose projektből.</translation>
+    </message>
+    <message>
+        <source>%1 is a program that people work in or that the session needs; it is not stopped for a port.</source>
+        <translation>A(z) %1 programban dolgoznak, vagy a munkamenetnek kell; nem áll le egy portért.</translation>
+    </message>
+    <message>
+        <source>It belongs to another user, and to no service or container that could be stopped.</source>
+        <translation>Más felhasználóé, és nem tartozik leállítható szolgáltatáshoz vagy konténerhez.</translation>
+    </message>
+    <message>
+        <source>Nobody can tell what would have to be stopped.</source>
+        <translation>Nem állapítható meg, mit kellene leállítani.</translation>
+    </message>
+    <message>
+        <source>Stops %1, one of your services.</source>
+        <translation>Leállítja: %1, az Ön egyik szolgáltatása.</translation>
+    </message>
+    <message>
+        <source>Stops %1, a service of the system.</source>
+        <translation>Leállítja: %1, a rendszer szolgáltatása.</translation>
+    </message>
+    <message>
+        <source>Stops %1 (PID %2).</source>
+        <translation>Leállítja: %1 (PID %2).</translation>
+    </message>
+    <message>
+        <source>Stops %1 (PID %2), which started the server on port %3.</source>
+        <translation>Leállítja: %1 (PID %2), amely a(z) %3. port kiszolgálóját elindította.</translation>
+    </message>
+    <message>
+        <source>1 client is connected.</source>
+        <translation>1 kliens kapcsolódik.</translation>
+    </message>
+    <message>
+        <source>%1 clients are connected.</source>
+        <translation>%1 kliens kapcsolódik.</translation>
+    </message>
+    <message>
+        <source>Ports that go with it: %1.</source>
+        <translation>Vele megszűnő portok: %1.</translation>
+    </message>
+    <message>
+        <source>%1 may start it again.</source>
+        <translation>A(z) %1 újraindíthatja.</translation>
+    </message>
+    <message>
+        <source>%1 has been asked to end and still holds port %2. End it by force?</source>
+        <translation>A(z) %1 kérésre sem ért véget, és tartja a(z) %2. portot. Kényszerített leállítás?</translation>
+    </message>
+    <message>
+        <source>another process</source>
+        <translation>egy másik folyamat</translation>
+    </message>
+    <message>
+        <source>%1 has ended, and %2 has taken port %3 again.</source>
+        <translation>A(z) %1 véget ért, és a(z) %2 ismét elfoglalta a(z) %3. portot.</translation>
+    </message>
+    <message>
+        <source>%1 could not be stopped: %2</source>
+        <translation>A(z) %1 nem állítható le: %2</translation>
+    </message>
+</context>
+<context>
     <name>UpdateWindow</name>
     <message>
         <source>Software Update</source>
@@ -829,6 +916,14 @@
     <message>
         <source>Force Quit %1</source>
         <translation>%1 kényszerített bezárása</translation>
+    </message>
+    <message>
+        <source>Stop %1</source>
+        <translation>%1 leállítása</translation>
+    </message>
+    <message>
+        <source>End by Force</source>
+        <translation>Kényszerítés</translation>
     </message>
 </context>
 <context>

@@ -132,6 +132,22 @@
         <source>Inspector</source>
         <translation>インスペクタ</translation>
     </message>
+    <message>
+        <source>Stop</source>
+        <translation>停止</translation>
+    </message>
+    <message>
+        <source>Stop the server so that it stays stopped</source>
+        <translation>サーバーを停止したままにする</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>閉じる</translation>
+    </message>
+    <message>
+        <source>Stop the Server?</source>
+        <translation>サーバーを停止しますか？</translation>
+    </message>
 </context>
 <context>
     <name>ExceptionList</name>
@@ -625,6 +641,77 @@
     </message>
 </context>
 <context>
+    <name>StopText</name>
+    <message>
+        <source>Stops container %1.</source>
+        <translation>コンテナ %1 を停止します。</translation>
+    </message>
+    <message>
+        <source>Stops container %1 of compose project %2.</source>
+        <translation>Compose プロジェクト %2 のコンテナ %1 を停止します。</translation>
+    </message>
+    <message>
+        <source>%1 is a program that people work in or that the session needs; it is not stopped for a port.</source>
+        <translation>%1 は作業中またはセッションに必要なプログラムのため、ポートのためには停止しません。</translation>
+    </message>
+    <message>
+        <source>It belongs to another user, and to no service or container that could be stopped.</source>
+        <translation>別のユーザーのもので、停止できるサービスやコンテナに属していません。</translation>
+    </message>
+    <message>
+        <source>Nobody can tell what would have to be stopped.</source>
+        <translation>何を停止すべきか判断できません。</translation>
+    </message>
+    <message>
+        <source>Stops %1, one of your services.</source>
+        <translation>あなたのサービス %1 を停止します。</translation>
+    </message>
+    <message>
+        <source>Stops %1, a service of the system.</source>
+        <translation>システムのサービス %1 を停止します。</translation>
+    </message>
+    <message>
+        <source>Stops %1 (PID %2).</source>
+        <translation>%1（PID %2）を停止します。</translation>
+    </message>
+    <message>
+        <source>Stops %1 (PID %2), which started the server on port %3.</source>
+        <translation>ポート %3 のサーバーを起動した %1（PID %2）を停止します。</translation>
+    </message>
+    <message>
+        <source>1 client is connected.</source>
+        <translation>1 個のクライアントが接続しています。</translation>
+    </message>
+    <message>
+        <source>%1 clients are connected.</source>
+        <translation>%1 個のクライアントが接続しています。</translation>
+    </message>
+    <message>
+        <source>Ports that go with it: %1.</source>
+        <translation>同時に閉じるポート：%1。</translation>
+    </message>
+    <message>
+        <source>%1 may start it again.</source>
+        <translation>%1 が再び起動する可能性があります。</translation>
+    </message>
+    <message>
+        <source>%1 has been asked to end and still holds port %2. End it by force?</source>
+        <translation>%1 に終了を要求しましたが、まだポート %2 を使用しています。強制終了しますか？</translation>
+    </message>
+    <message>
+        <source>another process</source>
+        <translation>別のプロセス</translation>
+    </message>
+    <message>
+        <source>%1 has ended, and %2 has taken port %3 again.</source>
+        <translation>%1 は終了し、%2 が再びポート %3 を使用しています。</translation>
+    </message>
+    <message>
+        <source>%1 could not be stopped: %2</source>
+        <translation>%1 を停止できませんでした：%2</translation>
+    </message>
+</context>
+<context>
     <name>UpdateWindow</name>
     <message>
         <source>Software Update</source>
@@ -829,6 +916,14 @@
     <message>
         <source>Force Quit %1</source>
         <translation>%1を強制終了</translation>
+    </message>
+    <message>
+        <source>Stop %1</source>
+        <translation>%1 を停止</translation>
+    </message>
+    <message>
+        <source>End by Force</source>
+        <translation>強制終了</translation>
     </message>
 </context>
 <context>

@@ -132,6 +132,22 @@
         <source>Inspector</source>
         <translation>检查器</translation>
     </message>
+    <message>
+        <source>Stop</source>
+        <translation>停止</translation>
+    </message>
+    <message>
+        <source>Stop the server so that it stays stopped</source>
+        <translation>停止服务器并保持停止</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>Stop the Server?</source>
+        <translation>停止服务器？</translation>
+    </message>
 </context>
 <context>
     <name>ExceptionList</name>
@@ -625,6 +641,77 @@
     </message>
 </context>
 <context>
+    <name>StopText</name>
+    <message>
+        <source>Stops container %1.</source>
+        <translation>停止容器 %1。</translation>
+    </message>
+    <message>
+        <source>Stops container %1 of compose project %2.</source>
+        <translation>停止 compose 项目 %2 的容器 %1。</translation>
+    </message>
+    <message>
+        <source>%1 is a program that people work in or that the session needs; it is not stopped for a port.</source>
+        <translation>%1 是用户正在使用或会话需要的程序，不会为端口而停止。</translation>
+    </message>
+    <message>
+        <source>It belongs to another user, and to no service or container that could be stopped.</source>
+        <translation>它属于其他用户，且不属于可停止的服务或容器。</translation>
+    </message>
+    <message>
+        <source>Nobody can tell what would have to be stopped.</source>
+        <translation>无法判断需要停止什么。</translation>
+    </message>
+    <message>
+        <source>Stops %1, one of your services.</source>
+        <translation>停止您的服务 %1。</translation>
+    </message>
+    <message>
+        <source>Stops %1, a service of the system.</source>
+        <translation>停止系统服务 %1。</translation>
+    </message>
+    <message>
+        <source>Stops %1 (PID %2).</source>
+        <translation>停止 %1（PID %2）。</translation>
+    </message>
+    <message>
+        <source>Stops %1 (PID %2), which started the server on port %3.</source>
+        <translation>停止启动了端口 %3 上服务器的 %1（PID %2）。</translation>
+    </message>
+    <message>
+        <source>1 client is connected.</source>
+        <translation>有 1 个客户端已连接。</translation>
+    </message>
+    <message>
+        <source>%1 clients are connected.</source>
+        <translation>有 %1 个客户端已连接。</translation>
+    </message>
+    <message>
+        <source>Ports that go with it: %1.</source>
+        <translation>一并关闭的端口：%1。</translation>
+    </message>
+    <message>
+        <source>%1 may start it again.</source>
+        <translation>%1 可能会再次启动它。</translation>
+    </message>
+    <message>
+        <source>%1 has been asked to end and still holds port %2. End it by force?</source>
+        <translation>已请求 %1 结束，但它仍占用端口 %2。强制结束？</translation>
+    </message>
+    <message>
+        <source>another process</source>
+        <translation>另一个进程</translation>
+    </message>
+    <message>
+        <source>%1 has ended, and %2 has taken port %3 again.</source>
+        <translation>%1 已结束，%2 又占用了端口 %3。</translation>
+    </message>
+    <message>
+        <source>%1 could not be stopped: %2</source>
+        <translation>无法停止 %1：%2</translation>
+    </message>
+</context>
+<context>
     <name>UpdateWindow</name>
     <message>
         <source>Software Update</source>
@@ -829,6 +916,14 @@
     <message>
         <source>Force Quit %1</source>
         <translation>强制退出 %1</translation>
+    </message>
+    <message>
+        <source>Stop %1</source>
+        <translation>停止 %1</translation>
+    </message>
+    <message>
+        <source>End by Force</source>
+        <translation>强制结束</translation>
     </message>
 </context>
 <context>

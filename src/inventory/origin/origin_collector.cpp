@@ -20,6 +20,24 @@ constexpr std::chrono::seconds kKeptFor{10};
 constexpr std::size_t kMostKept = 4096;
 constexpr int kMostStarters = 32;
 
+// An engine has a helper for each address of a port that it publishes.
+void mergeContainers(std::vector<Origin>& origins) {
+    for (auto one = origins.begin(); one != origins.end(); ++one) {
+        if (!one->container || one->container->id.empty())
+            continue;
+        const auto others =
+            std::stable_partition(std::next(one), origins.end(), [&one](const Origin& other) {
+                return !other.container || other.container->id != one->container->id;
+            });
+        for (auto other = others; other != origins.end(); ++other) {
+            std::ranges::copy(other->sockets, std::back_inserter(one->sockets));
+            std::ranges::copy(other->owners, std::back_inserter(one->owners));
+            one->reach = reachOf(one->sockets);
+        }
+        origins.erase(others, origins.end());
+    }
+}
+
 } // namespace
 
 // One collection: what it reads, it reads once.
@@ -208,8 +226,13 @@ void OriginCollector::addContainer(Origin& origin, const ProcessGlimpse* glimpse
         origin.container->engine = published->engine;
     }
     Container& container = *origin.container;
-    if (published)
+    if (published) {
         container.innerPort = published->innerPort;
+        // What is known of the helper says nothing of what runs in the container.
+        origin.project.reset();
+        origin.workingDirectory.clear();
+        origin.startedBy.clear();
+    }
 
     if (engines_ && !look.containers)
         look.containers = engines_->runningContainers();
@@ -399,6 +422,7 @@ std::vector<Origin> OriginCollector::originsOnPort(std::uint16_t port) const {
         addPort(origin, nullptr, look);
         origins.push_back(std::move(origin));
     }
+    mergeContainers(origins);
     addReachableAddresses(origins);
     return origins;
 }

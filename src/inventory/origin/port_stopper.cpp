@@ -1,6 +1,7 @@
 #include "inventory/origin/port_stopper.h"
 
 #include <algorithm>
+#include <iterator>
 #include <set>
 #include <thread>
 #include <utility>
@@ -15,7 +16,7 @@ constexpr auto kPatienceWithTheFirst = 1500ms;
 constexpr auto kPatience = 3500ms; // with all of them
 constexpr auto kStep = 50ms;
 // Who would take the port again has done so by then.
-constexpr auto kSettling = 400ms;
+constexpr auto kSettling = 1s;
 
 } // namespace
 
@@ -120,10 +121,13 @@ StopResult PortStopper::stop(const StopPlan& plan) const {
 StopResult PortStopper::force(const StopPlan& plan) const {
     if (plan.kind != StopPlan::Kind::processes)
         return {};
-    for (const auto& processes : {plan.processes, plan.owners}) {
-        for (const ProcessIdentity& process : processes)
-            with_.signals.send(process, ProcessSignals::Signal::kill);
-    }
+    std::vector<ProcessIdentity> processes = plan.processes;
+    std::ranges::copy_if(
+        plan.owners, std::back_inserter(processes), [&plan](const ProcessIdentity& owner) {
+            return std::ranges::find(plan.processes, owner) == plan.processes.end();
+        });
+    for (const ProcessIdentity& process : processes)
+        with_.signals.send(process, ProcessSignals::Signal::kill);
     waitUntilFree(plan, kPatience);
     return resultOf(plan, {});
 }
@@ -136,8 +140,11 @@ StopResult PortStopper::resultOf(const StopPlan& plan, std::string reason) const
             result.reason.empty() ? StopResult::Outcome::stillHeld : StopResult::Outcome::failed;
         return result;
     }
-    pause_(kSettling);
-    result.holders = with_.origins.originsOnPort(plan.port);
+    for (auto waited = 0ms; waited < kSettling && result.holders.empty(); waited += kStep) {
+        pause_(kStep);
+        if (!with_.sources.listeningSockets(plan.port).empty())
+            result.holders = with_.origins.originsOnPort(plan.port);
+    }
     result.outcome =
         result.holders.empty() ? StopResult::Outcome::free : StopResult::Outcome::takenAgain;
     return result;

@@ -1,18 +1,22 @@
 #include "managers/linux/socket_container_engines.h"
 
 #include "inventory/process_names.h"
+#include "posix/file_descriptor.h"
 
 #include <nlohmann/json.hpp>
 
-#include <curl/curl.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
+#include <charconv>
 #include <chrono>
 #include <cstdlib>
-#include <memory>
-#include <mutex>
+#include <iterator>
 #include <utility>
 
 namespace zenlot {
@@ -27,44 +31,61 @@ constexpr auto kPatience = 2s;
 constexpr auto kPatienceWithTheEnd = 30s;
 
 struct Answer {
-    long status{0}; // 0 when there was none
+    int status{0}; // 0 when there was none
     std::string text;
 };
 
-std::size_t append(char* data, std::size_t size, std::size_t count, void* target) {
-    auto& text = *static_cast<std::string*>(target);
-    if (text.size() + size * count > kLargestAnswer)
-        return 0;
-    text.append(data, size * count);
-    return size * count;
-}
-
 enum class Method : std::uint8_t { get, post };
 
+FileDescriptor connectedTo(const std::string& socket) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    if (socket.size() >= sizeof address.sun_path)
+        return {};
+    std::ranges::copy(socket, address.sun_path);
+    FileDescriptor connection(::socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
+    if (!connection || ::connect(connection.get(), reinterpret_cast<const sockaddr*>(&address),
+                                 sizeof address) != 0)
+        return {};
+    return connection;
+}
+
+// The first version of the protocol ends an answer with the connection, and knows no pieces. What
+// is asked is shorter than any socket's buffer.
 Answer ask(const std::string& socket, const std::string& path, Method method,
            std::chrono::milliseconds patience) {
-    static std::once_flag prepared;
-    std::call_once(prepared, [] { curl_global_init(CURL_GLOBAL_NOTHING); });
-    const std::unique_ptr<CURL, decltype(&curl_easy_cleanup)> call(curl_easy_init(),
-                                                                   curl_easy_cleanup);
     Answer answer;
-    if (!call)
+    const FileDescriptor connection = connectedTo(socket);
+    const std::string question = (method == Method::post ? "POST " : "GET ") + path +
+                                 " HTTP/1.0\r\nHost: localhost\r\nContent-Length: 0\r\n\r\n";
+    if (!connection || ::send(connection.get(), question.data(), question.size(), MSG_NOSIGNAL) !=
+                           static_cast<ssize_t>(question.size()))
         return answer;
-    const std::string address = "http://localhost" + path;
-    curl_easy_setopt(call.get(), CURLOPT_UNIX_SOCKET_PATH, socket.c_str());
-    curl_easy_setopt(call.get(), CURLOPT_URL, address.c_str());
-    curl_easy_setopt(call.get(), CURLOPT_PROTOCOLS_STR, "http");
-    curl_easy_setopt(call.get(), CURLOPT_NOPROXY, "*");
-    curl_easy_setopt(call.get(), CURLOPT_NOSIGNAL, 1L);
-    curl_easy_setopt(call.get(), CURLOPT_TIMEOUT_MS, static_cast<long>(patience.count()));
-    curl_easy_setopt(call.get(), CURLOPT_WRITEFUNCTION, append);
-    curl_easy_setopt(call.get(), CURLOPT_WRITEDATA, &answer.text);
-    if (method == Method::post) {
-        curl_easy_setopt(call.get(), CURLOPT_POST, 1L);
-        curl_easy_setopt(call.get(), CURLOPT_POSTFIELDSIZE, 0L);
+    std::string text;
+    std::array<char, std::size_t{16} * 1024> buffer;
+    const auto deadline = std::chrono::steady_clock::now() + patience;
+    while (text.size() < kLargestAnswer) {
+        const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
+            deadline - std::chrono::steady_clock::now());
+        pollfd readable{connection.get(), POLLIN, 0};
+        if (left.count() <= 0 || ::poll(&readable, 1, static_cast<int>(left.count())) <= 0)
+            return answer;
+        const ssize_t length = ::read(connection.get(), buffer.data(), buffer.size());
+        if (length < 0 && (errno == EINTR || errno == EAGAIN))
+            continue;
+        if (length < 0)
+            return answer;
+        if (length == 0)
+            break;
+        text.append(buffer.data(), static_cast<std::size_t>(length));
     }
-    if (curl_easy_perform(call.get()) == CURLE_OK)
-        curl_easy_getinfo(call.get(), CURLINFO_RESPONSE_CODE, &answer.status);
+    constexpr std::string_view kEndOfHead = "\r\n\r\n";
+    const std::size_t head = text.find(kEndOfHead);
+    const std::size_t status = text.find(' ');
+    if (!text.starts_with("HTTP/1.") || head == std::string::npos || status > head)
+        return answer;
+    std::from_chars(text.data() + status + 1, text.data() + head, answer.status);
+    answer.text = text.substr(head + kEndOfHead.size());
     return answer;
 }
 

@@ -110,11 +110,13 @@ T.SplitView {
             spacing: 8
 
             ForceQuitButton {
-                room: detail.width - 20 - toolbar.roomOfToggle
+                room: detail.width - 20 - toolbar.roomOfToggle - stopButton.width - toolbar.spacing
                 viewModel: root.viewModel
                 visible: root.viewModel.hasSelection
             }
             GlassButton {
+                id: stopButton
+
                 Accessible.description: toolTip
                 enabled: root.viewModel.canStop
                 keys: "Shift+Del"

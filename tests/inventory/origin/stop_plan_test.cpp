@@ -1,3 +1,4 @@
+#include "inventory/origin/fake_managers.h"
 #include "inventory/origin/fake_origin_sources.h"
 #include "inventory/origin/port_stopper.h"
 
@@ -115,37 +116,19 @@ TEST(StopPlanTest, EndsWhatWouldStartTheServerAgain) {
 }
 
 // A machine whose servers end as they are made to.
-class StopMachine final : public ProcessSignals, public ServiceManagers, public ContainerEngines {
-  public:
+struct StopMachine {
     FakeOriginSources sources;
     OriginCollector origins{sources};
-    std::vector<std::string> calls;
-    bool ignoresTerminate{false};
-    bool comesAgain{false};
+    FakeManagers managers;
+    PortStopper stopper{{sources, origins, managers, managers, managers},
+                        [](std::chrono::milliseconds) {}};
 
-    bool send(const ProcessIdentity& process, Signal signal) const override {
-        auto& self = const_cast<StopMachine&>(*this);
-        self.calls.push_back((signal == Signal::kill ? "kill " : "terminate ") +
-                             std::to_string(process.pid));
-        if (signal == Signal::terminate && ignoresTerminate)
-            return true;
-        self.sources.processes.erase(static_cast<ProcessId>(process.pid));
-        self.sources.held.erase(static_cast<ProcessId>(process.pid));
-        if (process.pid == 50)
-            self.sources.sockets.clear();
-        if (comesAgain && process.pid == 50) {
-            self.sources.addServer(60, {"node", "server.js"}, kPort);
-            self.sources.sockets.back().inode = 77;
-            self.sources.held[60] = {77};
-        }
-        return true;
+    void end(std::int64_t pid) {
+        sources.processes.erase(static_cast<ProcessId>(pid));
+        sources.held.erase(static_cast<ProcessId>(pid));
+        if (pid == 50)
+            sources.sockets.clear();
     }
-    std::string invocation(const Unit& /*unit*/) const override { return {}; }
-    std::string stop(const Unit& /*unit*/, const std::string& /*run*/) const override { return {}; }
-    std::vector<RunningContainer> runningContainers() const override { return {}; }
-    std::string stop(const Container& /*container*/) const override { return {}; }
-
-    PortStopper stopper{{sources, origins, *this, *this, *this}, [](std::chrono::milliseconds) {}};
 };
 
 TEST(PortStopperTest, SaysWhatIsTrueAfterwards) {
@@ -174,8 +157,18 @@ TEST(PortStopperTest, SaysWhatIsTrueAfterwards) {
     };
     for (const auto& [ignores, comesAgain, outcome, calls, sentence] : cases) {
         StopMachine machine;
-        machine.ignoresTerminate = ignores;
-        machine.comesAgain = comesAgain;
+        machine.managers.onSignal = [&machine, ignores = ignores,
+                                     comesAgain = comesAgain](const ProcessIdentity& process,
+                                                              ProcessSignals::Signal signal) {
+            if (ignores && signal == ProcessSignals::Signal::terminate)
+                return;
+            machine.end(process.pid);
+            if (!comesAgain || process.pid != 50)
+                return;
+            machine.sources.addServer(60, {"node", "server.js"}, kPort);
+            machine.sources.sockets.back().inode = 77;
+            machine.sources.held[60] = {77};
+        };
         machine.sources.addProcess(40, {"npm run dev"});
         ProcessGlimpse& server = machine.sources.addServer(50, {"node", "server.js"}, kPort);
         server.parent = 40;
@@ -186,12 +179,24 @@ TEST(PortStopperTest, SaysWhatIsTrueAfterwards) {
                                       "port 3000; with it goes port 3001.");
         const StopResult result = machine.stopper.stop(plan);
         EXPECT_EQ(result.outcome, outcome);
-        EXPECT_EQ(machine.calls, calls);
+        EXPECT_EQ(machine.managers.calls(), calls);
         EXPECT_EQ(resultSentence(plan, result), sentence);
         if (outcome == StopResult::Outcome::stillHeld) {
             EXPECT_EQ(machine.stopper.force(plan).outcome, StopResult::Outcome::free);
         }
     }
+}
+
+TEST(PortStopperTest, TellsWhatManagersSay) {
+    StopMachine machine;
+    machine.sources.addServer(50, {"web"}, kPort).controlGroup = "/system.slice/web.service";
+    const StopPlan plan = machine.stopper.plan(kPort, 50);
+    machine.managers.failure = "Access denied";
+    EXPECT_EQ(resultSentence(plan, machine.stopper.stop(plan)),
+              "web.service could not be stopped: Access denied.");
+    EXPECT_EQ(machine.managers.calls(),
+              std::vector<std::string>{"stop web.service in run of web.service"});
+    EXPECT_EQ(machine.stopper.plan(kPort, 51).kind, StopPlan::Kind::none) << "somebody else";
 }
 
 } // namespace
