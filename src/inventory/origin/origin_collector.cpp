@@ -38,6 +38,11 @@ void mergeContainers(std::vector<Origin>& origins) {
     }
 }
 
+template <typename Known>
+void forgetOld(Known& known, std::chrono::steady_clock::time_point now) {
+    std::erase_if(known, [now](const auto& each) { return now - each.second->readAt >= kKeptFor; });
+}
+
 } // namespace
 
 // One collection: what it reads, it reads once.
@@ -152,8 +157,6 @@ OriginCollector::describe(const ProcessIdentity& process, Freshness freshness, L
     origin.container = containerOfControlGroup(glimpse->controlGroup);
 
     const std::lock_guard lock(mutex_);
-    std::erase_if(known_,
-                  [now](const auto& each) { return now - each.second->readAt >= kKeptFor; });
     if (known_.size() < kMostKept && glimpse->process.startTime)
         known_[{processIdOf(process.pid), *glimpse->process.startTime}] = described;
     return described;
@@ -330,6 +333,10 @@ void OriginCollector::addPort(Origin& origin, const ProcessGlimpse* glimpse, Loo
 }
 
 std::vector<Origin> OriginCollector::originsOf(std::span<const PortOwner> rows) const {
+    {
+        const std::lock_guard lock(mutex_);
+        forgetOld(known_, clock_());
+    }
     Look look;
     look.listening = sources_.listeningSockets(std::nullopt);
     look.connections = sources_.connections(std::nullopt);

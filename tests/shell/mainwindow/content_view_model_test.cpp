@@ -104,6 +104,7 @@ TEST_F(ContentViewModelTest, StopAsksFirstAndTellsWhatIsTrueThen) {
               "it by force?"_s);
     fixture->managers.onSignal = [&](const ProcessIdentity&, ProcessSignals::Signal) {
         sources.sockets.clear();
+        sources.held.clear();
         fixture->tables.end(42);
     };
     model.confirmStop();
