@@ -21,7 +21,7 @@ constexpr std::array<std::string_view, 46> kOthers{
 // clients.
 constexpr std::array<std::string_view, 5> kOwnDespite{"connector", "clientport", "client_handler",
                                                       "clienthandler", "client_connected"};
-constexpr std::array<std::string_view, 5> kCaring{"handle_", "handle", "on_", "serve_", "accept_"};
+constexpr std::array<std::string_view, 4> kCaring{"handle", "on_", "serve_", "accept"};
 
 constexpr std::array<std::string_view, 6> kListening{"port", "listen", "addr",
                                                      "bind", "http",   "serve"};
@@ -91,10 +91,14 @@ bool speaksOfOthers(std::string_view text) {
             const auto isOwn = [rest = text.substr(place)](std::string_view own) {
                 return rest.starts_with(own);
             };
-            const auto caresFor = [before = text.substr(0, place), word](std::string_view caring) {
-                return word == "client" && before.ends_with(caring);
+            // `handle_ws_client`
+            const std::string_view before = text.substr(0, place);
+            const std::string_view name = before.substr(before.find_last_of(" (,.:=\t") + 1);
+            const auto caresFor = [name](std::string_view caring) {
+                return name.starts_with(caring);
             };
-            if (std::ranges::none_of(kOwnDespite, isOwn) && std::ranges::none_of(kCaring, caresFor))
+            const bool isCared = word == "client" && std::ranges::any_of(kCaring, caresFor);
+            if (!isCared && std::ranges::none_of(kOwnDespite, isOwn))
                 return true;
         }
         return false;

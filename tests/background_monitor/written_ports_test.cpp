@@ -107,7 +107,7 @@ TEST(WrittenPortsTest, NamesAreFollowedFromTheLineThatListens) {
         {"a: { port: 4400 }\nb: { port: 4300 }\nlisten(b.port)", {4400, 4300}},
         {"create_server(\n  app,\n  port=own['web_port'],\n)\n\"web_port\": 4300\nother = 4400",
          {4300}},
-        {"start_server(handle_client, '0.0.0.0', WS_PORT)\nWS_PORT = 4300\nESL_PORT = 4400",
+        {"start_server(handle_ws_client, '0.0.0.0', WS_PORT)\nWS_PORT = 4300\nESL_PORT = 4400",
          {4300}},
         {"where := flag.String(\"where\", \":4300\", \"x\")\nhttp.Server{\n  Addr: *where,\n}",
          {4300}},
