@@ -3,6 +3,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Controls
+import Zenlot.App
 import Zenlot.Inspector
 import Zenlot.MainWindow
 import Zenlot.Style
@@ -10,6 +11,7 @@ import Zenlot.Style
 ApplicationWindow {
     id: root
 
+    property WindowCommands commands: null
     required property ProcessDetailViewModel detailViewModel
     required property ContentViewModel viewModel
 
@@ -22,7 +24,10 @@ ApplicationWindow {
     width: 860
 
     ContentView {
+        id: view
+
         anchors.fill: parent
+        hasMenuButton: root.commands?.needsButton ?? false
         viewModel: root.viewModel
 
         inspector: ProcessDetailPanel {
@@ -31,8 +36,20 @@ ApplicationWindow {
 
             onDismissed: root.viewModel.closeInspector()
         }
+
+        onMenuRequested: button => root.commands?.openMenu(button)
+    }
+    Shortcut {
+        sequence: "F10"
+
+        onActivated: view.requestMenu()
     }
     // As in the menu of the status item, which is not there on every desktop.
+    Shortcut {
+        sequence: "Ctrl+Q"
+
+        onActivated: root.commands?.quit()
+    }
     Shortcut {
         sequence: "Ctrl+,"
 

@@ -3,6 +3,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Controls
+import Zenlot.App
 import Zenlot.LogViewer
 import Zenlot.SettingsWindow
 import Zenlot.Style
@@ -10,6 +11,7 @@ import Zenlot.Style
 ApplicationWindow {
     id: root
 
+    property WindowCommands commands: null
     // What window managers put around it, at most.
     readonly property int frame: 48
     required property LogTabViewModel logViewModel
@@ -73,6 +75,11 @@ ApplicationWindow {
             anchors.fill: parent
             viewModel: root.logViewModel
         }
+    }
+    Shortcut {
+        sequence: "Ctrl+Q"
+
+        onActivated: root.commands?.quit()
     }
     Shortcut {
         sequences: ["Ctrl+W", "Esc"]

@@ -11,9 +11,18 @@ import Zenlot.Style
 T.SplitView {
     id: root
 
+    // Whether there is a button for the application's menu.
+    property bool hasMenuButton: false
     required property ContentViewModel viewModel
     // Shows the process whose details are asked for; seen only while they are.
     property alias inspector: inspectorContent.data
+
+    // The menu is to open below the item.
+    signal menuRequested(item: Item)
+
+    function requestMenu() {
+        root.menuRequested(menuButton);
+    }
 
     orientation: Qt.Horizontal
 
@@ -100,25 +109,39 @@ T.SplitView {
         RowLayout {
             id: toolbar
 
-            // While the inspector is closed its button stands here.
-            readonly property real roomOfToggle: inspectorColumn.visible ? 0 : inspectorButton.width + toolbar.spacing
+            // While the inspector is closed the buttons of the corner stand here.
+            readonly property real roomOfCorner: inspectorColumn.visible ? 0 : root.width - (root.hasMenuButton ? menuButton : inspectorButton).x - 10 + toolbar.spacing
 
             Layout.fillWidth: true
             Layout.leftMargin: 10
             Layout.preferredHeight: 44
-            Layout.rightMargin: 10 + toolbar.roomOfToggle
+            Layout.rightMargin: 10 + toolbar.roomOfCorner
             spacing: 8
 
             ForceQuitButton {
-                room: detail.width - 20 - toolbar.roomOfToggle
+                room: detail.width - 20 - toolbar.roomOfCorner
                 viewModel: root.viewModel
                 visible: root.viewModel.hasSelection
             }
             Item {
                 Layout.fillWidth: true
             }
-            // In the corner of the window rather than of a column, so that it stays under the pointer when
+            // In the corner of the window rather than of a column, so that they stay under the pointer when
             // the inspector opens and closes.
+            IconButton {
+                id: menuButton
+
+                keys: "F10"
+                parent: root
+                symbol: "line.3.horizontal"
+                text: qsTr("Menu")
+                visible: root.hasMenuButton
+                x: inspectorButton.x - width - 4
+                y: 8
+                z: 1
+
+                onClicked: root.requestMenu()
+            }
             IconButton {
                 id: inspectorButton
 
