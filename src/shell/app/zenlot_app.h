@@ -22,8 +22,10 @@
 #include "monitoring/port_monitor.h"
 #include "monitoring/port_notification_manager.h"
 #include "platform/application_instance.h"
+#include "platform/fallback_app_service.h"
 #include "platform/home_directories.h"
 #include "platform/linux/autostart_app_service.h"
+#include "platform/linux/child_app_service.h"
 #include "platform/linux/desktop_motion.h"
 #include "platform/linux/desktop_running_applications.h"
 #include "platform/linux/freedesktop_user_notification_center.h"
@@ -63,9 +65,6 @@ QT_FORWARD_DECLARE_CLASS(QQuickWindow)
 
 namespace zenlot {
 
-// With this option of the program nobody has asked to see it.
-inline constexpr char kBackgroundOption[] = "--background";
-
 enum class LaunchStyle {
     withWindow,
     inBackground, // as a login item, which nobody has asked to see
@@ -95,7 +94,7 @@ class ZenlotApp final {
 
     void runStartupSequence();
     QCoro::Task<> finishStartupSequence();
-    void refreshMonitorRegistration(RunningMonitor whenRunning);
+    QCoro::Task<> refreshMonitorRegistration(RunningMonitor whenRunning);
     QCoro::Task<> alertAboutOwner(int port);
     void followSettings();
     void followInstance();
@@ -103,7 +102,7 @@ class ZenlotApp final {
 
     void show(QmlWindow& window);
     void showOnboarding();
-    void openLoginItems();
+    QCoro::Task<> openLoginItems();
     void checkForUpdates();
     QQmlEngine& engine();
     void applyMotion();
@@ -138,7 +137,9 @@ class ZenlotApp final {
     NotificationCenter notifications_;
     SessionBusBroadcastCenter broadcasts_;
     FreedesktopUserNotificationCenter alerts_;
-    SystemdAppService monitorService_;
+    SystemdAppService systemdMonitor_;
+    ChildAppService childMonitor_;
+    FallbackAppService monitorService_;
     LaunchAgentInstaller launchAgentInstaller_;
     WorkerThreads portReader_{1};
     PortDataCache portDataCache_;
