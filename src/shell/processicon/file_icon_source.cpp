@@ -2,6 +2,14 @@
 
 namespace zenlot {
 
+void FileIconSource::setIcon(const QString& icon) {
+    if (icon == icon_)
+        return;
+    icon_ = icon;
+    Q_EMIT iconChanged();
+    restart();
+}
+
 void FileIconSource::setPath(const QString& path) {
     if (path == path_)
         return;
@@ -11,9 +19,12 @@ void FileIconSource::setPath(const QString& path) {
 }
 
 IconSource::Search FileIconSource::search() const {
-    return [path = path_](const ProcessIconProvider& provider, const IconFrame& frame) {
-        return provider.iconOfFile(path, frame);
-    };
+    return
+        [icon = icon_, path = path_](const ProcessIconProvider& provider, const IconFrame& frame) {
+            if (const QUrl named = provider.iconNamed(icon, frame); !named.isEmpty())
+                return named;
+            return provider.iconOfFile(path, frame);
+        };
 }
 
 } // namespace zenlot
