@@ -132,6 +132,10 @@
         <source>Inspector</source>
         <translation>Inspektor</translation>
     </message>
+    <message>
+        <source>Menu</source>
+        <translation>Menü</translation>
+    </message>
 </context>
 <context>
     <name>ExceptionList</name>
@@ -186,11 +190,11 @@
     <name>GeneralTab</name>
     <message>
         <source>Show in menu bar</source>
-        <translation>In der Menüleiste anzeigen</translation>
+        <translation>Im Statusbereich anzeigen</translation>
     </message>
     <message>
         <source>Show in Dock</source>
-        <translation>Im Dock anzeigen</translation>
+        <translation>In der Fensterleiste anzeigen</translation>
     </message>
     <message>
         <source>Launch at login</source>
@@ -202,7 +206,7 @@
     </message>
     <message>
         <source>⌃⌥⇧P — opens the menu bar popover from anywhere</source>
-        <translation>⌃⌥⇧P – öffnet das Menüleistenfenster von überall</translation>
+        <translation>Strg+Alt+Umschalt+P – öffnet Zenlot von überall</translation>
     </message>
     <message>
         <source>Enable global shortcut</source>
@@ -220,11 +224,11 @@
     <name>InstallError</name>
     <message>
         <source>Zenlot is blocked from running in the background. Open System Settings → General → Login Items &amp; Extensions and turn Zenlot back on under &quot;Allow in the Background&quot;, then click Re-check.</source>
-        <translation>Zenlot darf nicht im Hintergrund laufen. Öffnen Sie Systemeinstellungen → Allgemein → Anmeldeobjekte &amp; Erweiterungen, schalten Sie Zenlot unter „Im Hintergrund erlauben“ wieder ein und klicken Sie dann auf „Erneut prüfen“.</translation>
+        <translation>Zenlot darf nicht im Hintergrund laufen: Sein Monitor ist bei systemd maskiert. „Anmeldeobjekte öffnen“ zeigt, wie Sie ihn erlauben; klicken Sie dann auf „Erneut prüfen“.</translation>
     </message>
     <message>
         <source>Zenlot is still blocked. Toggle &quot;Allow in the Background&quot; on for Zenlot in System Settings → General → Login Items &amp; Extensions.</source>
-        <translation>Zenlot ist weiterhin blockiert. Schalten Sie „Im Hintergrund erlauben“ für Zenlot ein: Systemeinstellungen → Allgemein → Anmeldeobjekte &amp; Erweiterungen.</translation>
+        <translation>Zenlot ist weiterhin blockiert. „Anmeldeobjekte öffnen“ zeigt den Befehl, der seinen Monitor freigibt.</translation>
     </message>
 </context>
 <context>
@@ -648,6 +652,17 @@
     <message>
         <source>Not found</source>
         <translation>Nicht gefunden</translation>
+    </message>
+</context>
+<context>
+    <name>zenlot::ChildAppService</name>
+    <message>
+        <source>%1 cannot be run</source>
+        <translation>%1 kann nicht ausgeführt werden</translation>
+    </message>
+    <message>
+        <source>%1 has ended with a failure again and again</source>
+        <translation>%1 wurde immer wieder mit einem Fehler beendet</translation>
     </message>
 </context>
 <context>

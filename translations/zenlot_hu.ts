@@ -132,6 +132,10 @@
         <source>Inspector</source>
         <translation>Infóablak</translation>
     </message>
+    <message>
+        <source>Menu</source>
+        <translation>Menü</translation>
+    </message>
 </context>
 <context>
     <name>ExceptionList</name>
@@ -186,11 +190,11 @@
     <name>GeneralTab</name>
     <message>
         <source>Show in menu bar</source>
-        <translation>Megjelenítés a menüsorban</translation>
+        <translation>Megjelenítés az értesítési területen</translation>
     </message>
     <message>
         <source>Show in Dock</source>
-        <translation>Megjelenítés a Dockban</translation>
+        <translation>Megjelenítés a tálcán</translation>
     </message>
     <message>
         <source>Launch at login</source>
@@ -202,7 +206,7 @@
     </message>
     <message>
         <source>⌃⌥⇧P — opens the menu bar popover from anywhere</source>
-        <translation>⌃⌥⇧P – bárhonnan megnyitja a menüsor ablakát</translation>
+        <translation>Ctrl+Alt+Shift+P — bárhonnan megnyitja a Zenlotot</translation>
     </message>
     <message>
         <source>Enable global shortcut</source>
@@ -220,11 +224,11 @@
     <name>InstallError</name>
     <message>
         <source>Zenlot is blocked from running in the background. Open System Settings → General → Login Items &amp; Extensions and turn Zenlot back on under &quot;Allow in the Background&quot;, then click Re-check.</source>
-        <translation>A Zenlot háttérben futása le van tiltva. Nyissa meg a Rendszerbeállítások → Általános → Bejelentkezési elemek és bővítmények részt, kapcsolja vissza a Zenlotot a „Háttérben futás engedélyezése” alatt, majd kattintson az Újraellenőrzésre.</translation>
+        <translation>A Zenlot nem futhat a háttérben: a figyelőjét a systemd maszkolja. A „Bejelentkezési elemek megnyitása” megmutatja, hogyan engedélyezhető; ezután kattints az „Újraellenőrzés” gombra.</translation>
     </message>
     <message>
         <source>Zenlot is still blocked. Toggle &quot;Allow in the Background&quot; on for Zenlot in System Settings → General → Login Items &amp; Extensions.</source>
-        <translation>A Zenlot továbbra is le van tiltva. Kapcsolja be a Zenlot „Háttérben futás engedélyezése” beállítását itt: Rendszerbeállítások → Általános → Bejelentkezési elemek és bővítmények.</translation>
+        <translation>A Zenlot továbbra is le van tiltva. A „Bejelentkezési elemek megnyitása” megmutatja a parancsot, amely feloldja a figyelőt.</translation>
     </message>
 </context>
 <context>
@@ -648,6 +652,17 @@
     <message>
         <source>Not found</source>
         <translation>Nem található</translation>
+    </message>
+</context>
+<context>
+    <name>zenlot::ChildAppService</name>
+    <message>
+        <source>%1 cannot be run</source>
+        <translation>%1 nem futtatható</translation>
+    </message>
+    <message>
+        <source>%1 has ended with a failure again and again</source>
+        <translation>%1 többször egymás után hibával állt le</translation>
     </message>
 </context>
 <context>
