@@ -590,6 +590,10 @@
         <source>Clear Conflict Indicator</source>
         <translation>Konfliktanzeige zurücksetzen</translation>
     </message>
+    <message>
+        <source>Menu</source>
+        <translation>Menü</translation>
+    </message>
 </context>
 <context>
     <name>zenlot::BackgroundItemsViewModel</name>

@@ -590,6 +590,10 @@
         <source>Clear Conflict Indicator</source>
         <translation>Borrar el indicador de conflicto</translation>
     </message>
+    <message>
+        <source>Menu</source>
+        <translation>Menú</translation>
+    </message>
 </context>
 <context>
     <name>zenlot::BackgroundItemsViewModel</name>

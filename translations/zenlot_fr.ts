@@ -590,6 +590,10 @@
         <source>Clear Conflict Indicator</source>
         <translation>Effacer l’indicateur de conflit</translation>
     </message>
+    <message>
+        <source>Menu</source>
+        <translation>Menu</translation>
+    </message>
 </context>
 <context>
     <name>zenlot::BackgroundItemsViewModel</name>

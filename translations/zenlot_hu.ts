@@ -590,6 +590,10 @@
         <source>Clear Conflict Indicator</source>
         <translation>Ütközésjelzés törlése</translation>
     </message>
+    <message>
+        <source>Menu</source>
+        <translation>Menü</translation>
+    </message>
 </context>
 <context>
     <name>zenlot::BackgroundItemsViewModel</name>

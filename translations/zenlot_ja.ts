@@ -590,6 +590,10 @@
         <source>Clear Conflict Indicator</source>
         <translation>競合の表示を消す</translation>
     </message>
+    <message>
+        <source>Menu</source>
+        <translation>メニュー</translation>
+    </message>
 </context>
 <context>
     <name>zenlot::BackgroundItemsViewModel</name>

@@ -590,6 +590,10 @@
         <source>Clear Conflict Indicator</source>
         <translation>清除冲突提示</translation>
     </message>
+    <message>
+        <source>Menu</source>
+        <translation>菜单</translation>
+    </message>
 </context>
 <context>
     <name>zenlot::BackgroundItemsViewModel</name>

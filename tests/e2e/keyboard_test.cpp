@@ -148,13 +148,16 @@ TEST_F(KeyboardTest, TheContextMenuOpensByKey) {
 TEST_F(KeyboardTest, TheCommandsOfTheApplicationAreInTheWindow) {
     ASSERT_NO_FATAL_FAILURE(open());
     ASSERT_TRUE(tree.find("push button", u"Menu"_s));
+    const auto waitForMenu = [this] {
+        return desktop.input(u"search --sync --onlyvisible --name ^Menu$"_s.split(u' '));
+    };
     desktop.press("F10");
-    ASSERT_TRUE(tree.find("menu item", u"Quit Zenlot"_s));
+    ASSERT_EQ(waitForMenu(), 0);
     desktop.press("Escape");
-    ASSERT_TRUE(tree.isGone("menu item", u"Quit Zenlot"_s));
-    EXPECT_TRUE(hasKeyboard("list", results));
+    desktop.press("BackSpace"); // which is for the field again
+    ASSERT_TRUE(hasKeyboard("text", u"Port"_s));
     ASSERT_TRUE(tree.pressOnce("push button", u"Menu"_s));
-    ASSERT_TRUE(tree.find("menu item", u"Quit Zenlot"_s));
+    ASSERT_EQ(waitForMenu(), 0);
     desktop.press("Up");
     desktop.press("Return");
     EXPECT_TRUE(zenlot->waitForFinished());

@@ -20,6 +20,7 @@
 #include <QQuickWindow>
 #include <QTemporaryDir>
 #include <QWidget>
+#include <QWindow>
 #include <QtQml/qqmlextensionplugin.h>
 
 #include <memory>
@@ -229,6 +230,11 @@ void showStatusMenu(Visitor& visitor) {
     QWidget* menu = nullptr;
     waitFor([&] { return (menu = QApplication::activePopupWidget()) != nullptr; });
     visitor.see(*menu, u"status-menu"_s);
+    menu->close();
+    QWindow window;
+    delegate.openWindowMenu(window, QRect(10, 0, 20, 20));
+    waitFor([&] { return (menu = QApplication::activePopupWidget()) != nullptr; });
+    visitor.see(*menu, u"window-menu"_s);
     menu->close();
 }
 

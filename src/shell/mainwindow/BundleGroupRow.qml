@@ -20,7 +20,7 @@ RowLayout {
 
     FileIconView {
         cornerRadius: 5
-        icon: root.groupIcon
+        iconName: root.groupIcon
         path: root.bundlePath
         size: 22
     }

@@ -210,6 +210,7 @@ void AppDelegate::leadToWindowMenu() {
 void AppDelegate::openWindowMenu(QWindow& window, const QRect& place) {
     windowMenu_ = std::make_unique<StatusMenu>(commandsWithout({kCheckPortCommand, kOpenCommand}),
                                                this, edges(), StatusMenu::Search::without);
+    windowMenu_->setWindowTitle(tr("Menu"));
     // Desktops that place popups themselves need to know whose it is.
     windowMenu_->winId();
     windowMenu_->windowHandle()->setTransientParent(&window);

@@ -8,12 +8,12 @@ IconSquare {
     id: root
 
     // Of the desktop, where it is known and goes before that of the file.
-    property string icon: ""
+    property string iconName: ""
     required property string path
 
     source: FileIconSource {
         cornerRadius: root.cornerRadius
-        icon: root.icon
+        iconName: root.iconName
         isShown: root.visible
         path: root.path
         size: root.size

@@ -2,11 +2,11 @@
 
 namespace zenlot {
 
-void FileIconSource::setIcon(const QString& icon) {
-    if (icon == icon_)
+void FileIconSource::setIconName(const QString& iconName) {
+    if (iconName == iconName_)
         return;
-    icon_ = icon;
-    Q_EMIT iconChanged();
+    iconName_ = iconName;
+    Q_EMIT iconNameChanged();
     restart();
 }
 
@@ -19,12 +19,12 @@ void FileIconSource::setPath(const QString& path) {
 }
 
 IconSource::Search FileIconSource::search() const {
-    return
-        [icon = icon_, path = path_](const ProcessIconProvider& provider, const IconFrame& frame) {
-            if (const QUrl named = provider.iconNamed(icon, frame); !named.isEmpty())
-                return named;
-            return provider.iconOfFile(path, frame);
-        };
+    return [iconName = iconName_, path = path_](const ProcessIconProvider& provider,
+                                                const IconFrame& frame) {
+        if (const QUrl named = provider.iconNamed(iconName, frame); !named.isEmpty())
+            return named;
+        return provider.iconOfFile(path, frame);
+    };
 }
 
 } // namespace zenlot

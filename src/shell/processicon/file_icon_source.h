@@ -12,27 +12,27 @@ class FileIconSource : public zenlot::IconSource { // qualified for qmltyperegis
     Q_OBJECT
     QML_ELEMENT
 
-    Q_PROPERTY(QString icon READ icon WRITE setIcon NOTIFY iconChanged)
+    Q_PROPERTY(QString iconName READ iconName WRITE setIconName NOTIFY iconNameChanged)
     Q_PROPERTY(QString path READ path WRITE setPath NOTIFY pathChanged)
 
   public:
     using IconSource::IconSource;
 
-    QString icon() const { return icon_; }
-    void setIcon(const QString& icon);
+    QString iconName() const { return iconName_; }
+    void setIconName(const QString& iconName);
 
     QString path() const { return path_; }
     void setPath(const QString& path);
 
   Q_SIGNALS:
-    void iconChanged();
+    void iconNameChanged();
     void pathChanged();
 
   protected:
     Search search() const override;
 
   private:
-    QString icon_;
+    QString iconName_;
     QString path_;
 };
 
