@@ -55,9 +55,8 @@ class Scene final {
     }
 
     // As on a desktop without a status area.
-    void showMenuButton() {
-        window_->setProperty("commands", QVariant::fromValue(&commands_));
-        bar_.setAvailable(false);
+    void showMenuButton(bool shown) {
+        window_->setProperty("commands", QVariant::fromValue(shown ? &commands_ : nullptr));
     }
 
     // Types the number and waits for what is known of it.
@@ -111,8 +110,9 @@ void showMainWindow(Visitor& visitor) {
         Scene scene;
         scene.open();
         visitor.see(scene.window(), u"empty"_s);
-        scene.showMenuButton();
+        scene.showMenuButton(true);
         visitor.see(scene.window(), u"without-status-item"_s);
+        scene.showMenuButton(false);
         scene.content().setPortInput(u"80"_s);
         visitor.captureNow(scene.window(), u"typing"_s);
         scene.check(u"3001"_s);
