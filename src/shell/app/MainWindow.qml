@@ -16,12 +16,12 @@ ApplicationWindow {
     required property ContentViewModel viewModel
 
     color: Theme.window
-    height: 560
-    minimumHeight: 380
-    minimumWidth: 580
+    height: Math.min(560 * TextStyle.scale, Screen.desktopAvailableHeight)
+    minimumHeight: Math.min(380 * TextStyle.scale, Screen.desktopAvailableHeight)
+    minimumWidth: Math.min(580 * TextStyle.scale, Screen.desktopAvailableWidth)
     objectName: "main"
     title: "Zenlot"
-    width: 860
+    width: Math.min(860 * TextStyle.scale, Screen.desktopAvailableWidth)
 
     ContentView {
         id: view

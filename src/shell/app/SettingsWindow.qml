@@ -20,7 +20,7 @@ ApplicationWindow {
     property real shownWidth: root.wantedWidth
     required property SettingsViewModel viewModel
     readonly property real wantedHeight: Math.min(view.implicitHeight, Screen.desktopAvailableHeight - 80)
-    readonly property real wantedWidth: view.implicitWidth
+    readonly property real wantedWidth: Math.min(view.implicitWidth, Screen.desktopAvailableWidth - 16)
 
     // The window grows downwards and to the right. Where that would take it off the screen it moves
     // first; window managers may cut it short otherwise.

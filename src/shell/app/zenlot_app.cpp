@@ -54,6 +54,12 @@ QStringList programDirectories() {
     return QString::fromLocal8Bit(qgetenv("PATH")).split(u':', Qt::SkipEmptyParts);
 }
 
+// Desktops start their portal for whoever asks; elsewhere nobody waits for one that fails to start.
+PortalAppearance::Start startOfPortal() {
+    return qEnvironmentVariableIsEmpty("XDG_CURRENT_DESKTOP") ? PortalAppearance::Start::never
+                                                              : PortalAppearance::Start::asNeeded;
+}
+
 // The first of these places, from the folder of the application on, where there is such a file:
 // those of an installation, and that of a tree in which it was built.
 QString firstFile(const QStringList& places) {
@@ -92,7 +98,7 @@ ZenlotApp::ZenlotApp(SessionBus& bus, ApplicationInstance& instance)
       loginItem_(directories_.configHome, QCoreApplication::applicationFilePath(),
                  kBackgroundOption.latin1()),
       settings_(userDefaults_, loginItem_), log_(monitorLogPath(directories_.home)),
-      systemLog_("zenlot"), motion_(bus_),
+      systemLog_("zenlot"), appearance_(bus_, startOfPortal()), appearanceFollower_(appearance_),
       runningApplications_(xdgDataDirectories(directories_), programDirectories()),
       workspace_(directories_.home, xdgDataDirectories(directories_), propertyLists_),
       sharedPortCache_([container = SharedContainer(directories_.stateHome)] {
@@ -349,7 +355,7 @@ QQmlEngine& ZenlotApp::engine() {
         engine_->addImportPath(u":/qt/qml"_s);
         ProcessIconProvider::install(*engine_, runningApplications_, workspace_);
         applyMotion();
-        QObject::connect(&motion_, &DesktopMotion::changed, engine_.get(),
+        QObject::connect(&appearance_, &Appearance::changed, engine_.get(),
                          [this] { applyMotion(); });
     }
     return *engine_;
@@ -358,7 +364,7 @@ QQmlEngine& ZenlotApp::engine() {
 void ZenlotApp::applyMotion() {
     const int type = qmlTypeId("Zenlot.Style", 1, 0, "Theme");
     if (auto* const theme = engine_->singletonInstance<Theme*>(type))
-        theme->setMotion(motion_.isReduced() ? 0 : 1);
+        theme->setMotion(appearance_.wishes().isMotionReduced ? 0 : 1);
 }
 
 QVariantMap ZenlotApp::makeMainContent(QObject& owner) {

@@ -26,7 +26,6 @@
 #include "platform/home_directories.h"
 #include "platform/linux/autostart_app_service.h"
 #include "platform/linux/child_app_service.h"
-#include "platform/linux/desktop_motion.h"
 #include "platform/linux/desktop_running_applications.h"
 #include "platform/linux/freedesktop_user_notification_center.h"
 #include "platform/linux/freedesktop_workspace.h"
@@ -34,6 +33,7 @@
 #include "platform/linux/json_user_defaults.h"
 #include "platform/linux/libplist_property_list_reader.h"
 #include "platform/linux/pidfd_process_end_watch.h"
+#include "platform/linux/portal_appearance.h"
 #include "platform/linux/session_bus.h"
 #include "platform/linux/session_bus_broadcast_center.h"
 #include "platform/linux/statusarea/tray_status_bar.h"
@@ -42,6 +42,7 @@
 #include "settings/app_log.h"
 #include "settings/app_settings.h"
 #include "settings/window/settings_view_model.h"
+#include "shell/app/appearance_follower.h"
 #include "shell/backgrounditems/background_items_view_model.h"
 #include "shell/inspector/process_details_collector.h"
 #include "shell/inspector/process_details_loader.h"
@@ -120,7 +121,8 @@ class ZenlotApp final {
     AppSettings settings_;
     AppLog log_;
     JournalSystemLog systemLog_;
-    DesktopMotion motion_;
+    PortalAppearance appearance_;
+    AppearanceFollower appearanceFollower_;
     DesktopRunningApplications runningApplications_;
     LibplistPropertyListReader propertyLists_;
     FreedesktopWorkspace workspace_;

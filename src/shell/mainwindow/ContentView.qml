@@ -93,9 +93,9 @@ T.SplitView {
     Sidebar {
         id: sidebar
 
-        T.SplitView.maximumWidth: Math.max(160, Math.min(240, root.width - detail.T.SplitView.minimumWidth - 2 - (inspectorColumn.visible ? inspectorColumn.T.SplitView.minimumWidth : 0)))
-        T.SplitView.minimumWidth: 160
-        T.SplitView.preferredWidth: 200
+        T.SplitView.maximumWidth: Math.max(160 * TextStyle.scale, Math.min(240 * TextStyle.scale, root.width - detail.T.SplitView.minimumWidth - 2 - (inspectorColumn.visible ? inspectorColumn.T.SplitView.minimumWidth : 0)))
+        T.SplitView.minimumWidth: 160 * TextStyle.scale
+        T.SplitView.preferredWidth: 200 * TextStyle.scale
         viewModel: root.viewModel
     }
 
@@ -103,7 +103,7 @@ T.SplitView {
         id: detail
 
         T.SplitView.fillWidth: true
-        T.SplitView.minimumWidth: 178
+        T.SplitView.minimumWidth: 178 * TextStyle.scale
         spacing: 0
 
         RowLayout {
@@ -114,7 +114,7 @@ T.SplitView {
 
             Layout.fillWidth: true
             Layout.leftMargin: 10
-            Layout.preferredHeight: 44
+            Layout.preferredHeight: 44 * TextStyle.scale
             Layout.rightMargin: 10 + toolbar.roomOfCorner
             spacing: 8
 
@@ -173,7 +173,7 @@ T.SplitView {
 
                 Layout.alignment: Qt.AlignHCenter
                 Layout.fillWidth: true
-                Layout.maximumWidth: 320
+                Layout.maximumWidth: 320 * TextStyle.scale
                 viewModel: root.viewModel
             }
             StatusLine {
@@ -197,9 +197,9 @@ T.SplitView {
     Rectangle {
         id: inspectorColumn
 
-        T.SplitView.maximumWidth: Math.max(240, Math.min(400, root.width - sidebar.width - detail.T.SplitView.minimumWidth - 2))
-        T.SplitView.minimumWidth: 240
-        T.SplitView.preferredWidth: 290
+        T.SplitView.maximumWidth: Math.max(240 * TextStyle.scale, Math.min(400 * TextStyle.scale, root.width - sidebar.width - detail.T.SplitView.minimumWidth - 2))
+        T.SplitView.minimumWidth: 240 * TextStyle.scale
+        T.SplitView.preferredWidth: 290 * TextStyle.scale
         color: Theme.sidebar
         visible: root.viewModel.isInspectorOpen
 
@@ -208,7 +208,7 @@ T.SplitView {
             anchors.left: parent.left
             anchors.leftMargin: 14
             font: TextStyle.headline
-            height: 44
+            height: 44 * TextStyle.scale
             text: qsTr("Inspector")
             verticalAlignment: Text.AlignVCenter
         }
@@ -216,7 +216,7 @@ T.SplitView {
             id: inspectorContent
 
             anchors.fill: parent
-            anchors.topMargin: 44
+            anchors.topMargin: 44 * TextStyle.scale
         }
     }
 

@@ -2,6 +2,7 @@
 
 #include "shell/menubar/port_search_field_host_view.h"
 #include "shell/menubar/status_menu_style.h"
+#include "shell/style/text_style.h"
 
 #include <QFontDatabase>
 #include <QFontMetrics>
@@ -23,7 +24,7 @@ constexpr QMargins kFieldText(22, 0, 4, 0); // leaves room for the symbol in fro
 
 QFont menuFont() {
     QFont font = QGuiApplication::font();
-    font.setPixelSize(kFontSize);
+    font.setPixelSize(qRound(kFontSize * TextStyle::scaleOf(font)));
     font.setWeight(QFont::Normal);
     return font;
 }
