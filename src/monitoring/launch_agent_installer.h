@@ -57,6 +57,9 @@ class LaunchAgentInstaller {
     void beginRefresh();
     void finishRefresh();
 
+    // Until everything that was asked for is done.
+    void wait() { worker_.wait(); }
+
   private:
     AgentState readState() const;
     std::optional<InstallError> registerAgent();

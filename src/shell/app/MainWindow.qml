@@ -2,13 +2,13 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Controls
+import QtQuick.Templates as T
 import Zenlot.App
 import Zenlot.Inspector
 import Zenlot.MainWindow
 import Zenlot.Style
 
-ApplicationWindow {
+T.ApplicationWindow {
     id: root
 
     property WindowCommands commands: null

@@ -2,13 +2,13 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Controls
+import QtQuick.Templates as T
 import Zenlot.App
 import Zenlot.LogViewer
 import Zenlot.SettingsWindow
 import Zenlot.Style
 
-ApplicationWindow {
+T.ApplicationWindow {
     id: root
 
     property WindowCommands commands: null

@@ -8,6 +8,7 @@
 //     zenlot --quit           ends the one that runs
 //     zenlot --help, --version
 #include "localization/translation.h"
+#include "platform/linux/exit_deadline.h"
 #include "platform/linux/session_bus.h"
 #include "platform/linux/session_bus_application_instance.h"
 #include "platform/linux/termination_signals.h"
@@ -15,9 +16,7 @@
 #include "shell/style/renderer.h"
 
 #include <QApplication>
-#include <QIcon>
 #include <QLoggingCategory>
-#include <QQuickStyle>
 
 #include <cstdio>
 
@@ -54,6 +53,7 @@ bool answersInTerminal(const QStringList& arguments) {
 
 int main(int argc, char** argv) {
     using namespace zenlot;
+    TerminationSignals termination;
     const QStringList arguments = argumentsOf(argc, argv);
     // Whoever asks in a terminal may have no display.
     if (answersInTerminal(arguments))
@@ -86,16 +86,15 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(QStringLiteral("zenlot"));
     QApplication::setApplicationVersion(QStringLiteral(ZENLOT_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("dev.quorvane.zenlot"));
-    QApplication::setWindowIcon(
-        QIcon::fromTheme(QStringLiteral("dev.quorvane.zenlot"),
-                         QIcon(QStringLiteral(":/zenlot/icons/application.svg"))));
-    QQuickStyle::setStyle(QStringLiteral("Fusion"));
     chooseRenderer();
 
     const Translation translation;
     ZenlotApp zenlot(bus, instance);
-    const TerminationSignals termination([] { QCoreApplication::quit(); });
+    termination.follow([] { QCoreApplication::quit(); });
     zenlot.start(arguments.contains(kBackgroundOption) ? LaunchStyle::inBackground
                                                        : LaunchStyle::withWindow);
-    return QApplication::exec();
+    const int status = QApplication::exec();
+    zenlot.finish();
+    exitWithin(kLongestEnd, status);
+    return status;
 }

@@ -31,9 +31,9 @@
 #include "platform/linux/freedesktop_workspace.h"
 #include "platform/linux/journal_system_log.h"
 #include "platform/linux/json_user_defaults.h"
-#include "platform/linux/libplist_property_list_reader.h"
 #include "platform/linux/pidfd_process_end_watch.h"
 #include "platform/linux/portal_appearance.h"
+#include "platform/linux/property_list_file_reader.h"
 #include "platform/linux/session_bus.h"
 #include "platform/linux/session_bus_broadcast_center.h"
 #include "platform/linux/statusarea/tray_status_bar.h"
@@ -78,6 +78,9 @@ class ZenlotApp final {
     ~ZenlotApp();
 
     void start(LaunchStyle style);
+
+    // What must not be lost when the program ends. Of all else the end may be cut short.
+    void finish();
 
     // Opens the main window, or brings it forward, which begins with the startup sequence.
     void openMainWindow();
@@ -124,7 +127,7 @@ class ZenlotApp final {
     PortalAppearance appearance_;
     AppearanceFollower appearanceFollower_;
     DesktopRunningApplications runningApplications_;
-    LibplistPropertyListReader propertyLists_;
+    PropertyListFileReader propertyLists_;
     FreedesktopWorkspace workspace_;
 
     LinuxProcessTables processTables_;
