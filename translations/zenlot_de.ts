@@ -268,6 +268,10 @@
         <source>No log entries yet</source>
         <translation>Noch keine Protokolleinträge</translation>
     </message>
+    <message>
+        <source>At %1 MB the log begins anew, and one old log is kept beside it.</source>
+        <translation>Bei %1 MB beginnt das Protokoll neu; ein altes bleibt daneben liegen.</translation>
+    </message>
 </context>
 <context>
     <name>MonitorPage</name>

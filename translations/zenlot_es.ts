@@ -268,6 +268,10 @@
         <source>No log entries yet</source>
         <translation>Aún no hay entradas en el registro</translation>
     </message>
+    <message>
+        <source>At %1 MB the log begins anew, and one old log is kept beside it.</source>
+        <translation>Al llegar a %1 MB el registro empieza de nuevo y se conserva uno anterior al lado.</translation>
+    </message>
 </context>
 <context>
     <name>MonitorPage</name>

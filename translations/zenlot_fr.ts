@@ -268,6 +268,10 @@
         <source>No log entries yet</source>
         <translation>Aucune entrée dans le journal</translation>
     </message>
+    <message>
+        <source>At %1 MB the log begins anew, and one old log is kept beside it.</source>
+        <translation>À %1 Mo, le journal recommence et un ancien est conservé à côté.</translation>
+    </message>
 </context>
 <context>
     <name>MonitorPage</name>

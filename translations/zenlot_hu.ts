@@ -268,6 +268,10 @@
         <source>No log entries yet</source>
         <translation>Még nincsenek naplóbejegyzések</translation>
     </message>
+    <message>
+        <source>At %1 MB the log begins anew, and one old log is kept beside it.</source>
+        <translation>%1 MB-nál a napló újrakezdődik, és egy régi megmarad mellette.</translation>
+    </message>
 </context>
 <context>
     <name>MonitorPage</name>

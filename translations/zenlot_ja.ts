@@ -268,6 +268,10 @@
         <source>No log entries yet</source>
         <translation>ログはまだありません</translation>
     </message>
+    <message>
+        <source>At %1 MB the log begins anew, and one old log is kept beside it.</source>
+        <translation>%1 MBになるとログは新しく始まり、古いログが1つ隣に残ります。</translation>
+    </message>
 </context>
 <context>
     <name>MonitorPage</name>

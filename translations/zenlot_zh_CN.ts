@@ -268,6 +268,10 @@
         <source>No log entries yet</source>
         <translation>暂无日志条目</translation>
     </message>
+    <message>
+        <source>At %1 MB the log begins anew, and one old log is kept beside it.</source>
+        <translation>日志达到 %1 MB 时重新开始，并在旁边保留一份旧日志。</translation>
+    </message>
 </context>
 <context>
     <name>MonitorPage</name>
