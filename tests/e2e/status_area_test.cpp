@@ -2,14 +2,11 @@
 #include "e2e/accessible_tree.h"
 #include "e2e/alert_screen.h"
 #include "e2e/private_desktop.h"
-#include "e2e/screen_grabber.h"
 #include "e2e/stand_in_monitor.h"
 
 #include <gmock/gmock.h>
 
 #include <csignal>
-#include <memory>
-#include <string>
 
 namespace zenlot {
 namespace {
@@ -313,41 +310,6 @@ TEST_F(StatusAreaTest, SwitchesOfTheSettingsWorkAtOnce) {
     EXPECT_EQ(zenlot->state(), QProcess::Running);
     desktop.press("ctrl+w");
     expectEnd(*zenlot);
-}
-
-// A tray that says that it is there, and takes nothing in.
-class SlowTray {
-  public:
-    explicit SlowTray(const QString& display)
-        : connection_(xcb_connect(display.toLocal8Bit().constData(), nullptr), &xcb_disconnect) {
-        const std::string name = "_NET_SYSTEM_TRAY_S0";
-        const auto request =
-            xcb_intern_atom(connection_.get(), 0, static_cast<uint16_t>(name.size()), name.c_str());
-        const std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> atom(
-            xcb_intern_atom_reply(connection_.get(), request, nullptr), &std::free);
-        const xcb_screen_t* screen =
-            xcb_setup_roots_iterator(xcb_get_setup(connection_.get())).data;
-        const xcb_window_t window = xcb_generate_id(connection_.get());
-        xcb_create_window(connection_.get(), XCB_COPY_FROM_PARENT, window, screen->root, 0, 0, 1, 1,
-                          0, XCB_WINDOW_CLASS_INPUT_OUTPUT, screen->root_visual, 0, nullptr);
-        xcb_set_selection_owner(connection_.get(), window, atom->atom, XCB_CURRENT_TIME);
-        xcb_flush(connection_.get());
-    }
-
-  private:
-    std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)> connection_;
-};
-
-// Until the tray has taken the window of the icon in, that is seen nowhere.
-TEST(SlowTrayTest, LeavesNoStrayWindow) {
-    PrivateDesktop desktop;
-    const SlowTray tray(desktop.display());
-    const ScreenGrabber screen(desktop.display());
-    const QRect whole(0, 0, 900, 4000);
-    const QByteArray empty = screen.grab(whole);
-    desktop.start(QStringLiteral(ZENLOT_PROGRAM), {u"--background"_s});
-    ASSERT_EQ(desktop.input(u"search --sync --onlyvisible --class zenlot"_s.split(u' ')), 0);
-    EXPECT_TRUE(screen.grab(whole) == empty);
 }
 
 } // namespace

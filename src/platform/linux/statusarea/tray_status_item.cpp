@@ -15,7 +15,6 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr QPoint kOutOfSight(-4096, -4096);
 const QColor kOnLight(0x30, 0x30, 0x30);
 const QColor kOnDark(0xf2, 0xf2, 0xf2);
 
@@ -67,10 +66,7 @@ void TrayStatusItem::install(TrayKind kind) {
     // Later, since the handler may end the icon.
     connect(icon_.get(), &QSystemTrayIcon::activated, this, &TrayStatusItem::handleActivation,
             Qt::QueuedConnection);
-    if (kind == TrayKind::xembed)
-        qApp->installEventFilter(this);
     icon_->show();
-    qApp->removeEventFilter(this);
     if (kind == TrayKind::xembed)
         watchIconWindow();
 }
@@ -128,10 +124,7 @@ void TrayStatusItem::watchIconWindow() {
 }
 
 bool TrayStatusItem::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::Show && watched->inherits("QSystemTrayIconSys")) {
-        // A panel that takes its time finds the icon there, and nobody else does.
-        static_cast<QWidget*>(watched)->move(kOutOfSight);
-    } else if (watched == &menu_) {
+    if (watched == &menu_) {
         if (event->type() == QEvent::PaletteChange && kind_ != TrayKind::xembed) {
             color_ = menu_.palette().color(QPalette::WindowText);
             updateIcon();
