@@ -16,12 +16,18 @@ T.ApplicationWindow {
     required property ContentViewModel viewModel
 
     color: Theme.window
-    height: Math.min(560 * TextStyle.scale, Screen.desktopAvailableHeight)
+    height: 560
     minimumHeight: Math.min(380 * TextStyle.scale, Screen.desktopAvailableHeight)
     minimumWidth: Math.min(580 * TextStyle.scale, Screen.desktopAvailableWidth)
     objectName: "main"
     title: "Zenlot"
-    width: Math.min(860 * TextStyle.scale, Screen.desktopAvailableWidth)
+    width: 860
+
+    // Once: the size is the user's from then on.
+    Component.onCompleted: {
+        root.height = Math.min(560 * TextStyle.scale, Screen.desktopAvailableHeight);
+        root.width = Math.min(860 * TextStyle.scale, Screen.desktopAvailableWidth);
+    }
 
     ContentView {
         id: view
