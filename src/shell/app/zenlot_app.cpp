@@ -116,7 +116,10 @@ ZenlotApp::ZenlotApp(SessionBus& bus, ApplicationInstance& instance)
           return isPortListMinded(container);
       }),
       scanner_(processTables_, isPortInUse, availableProcessors()),
-      inventory_(scanner_, sharedPortCache_, processPinner_, &portServices_),
+      originCollector_(originSources_, &containerEngines_),
+      portStopper_(
+          {originSources_, originCollector_, processSignals_, serviceManagers_, containerEngines_}),
+      inventory_(scanner_, sharedPortCache_, processPinner_, &portServices_, &originCollector_),
       broadcasts_(bus_, kMonitorBusName), alerts_(bus_),
       systemdMonitor_(bus_, kMonitorUnit, monitorUnitFile()),
       childMonitor_(monitorProgram(), {u"--wait"_s}),
@@ -130,7 +133,7 @@ ZenlotApp::ZenlotApp(SessionBus& bus, ApplicationInstance& instance)
                          notifications_, broadcasts_, log_, monitorLogPath(directories_.home)}),
       portMonitor_(inventory_, notificationManager_, log_), bundleKeys_(propertyLists_),
       detailsCollector_(processInspector_),
-      detailsLoader_(detailsCollector_, runningApplications_, propertyLists_),
+      detailsLoader_(detailsCollector_, runningApplications_, propertyLists_, &originCollector_),
       backgroundItems_(
           monitorService_, [this] { return systemdMonitor_.unmaskCommand(); }, kMonitorUnit),
       releaseFeed_(releaseFeedAddress()),
@@ -394,19 +397,19 @@ void ZenlotApp::applyMotion() {
 }
 
 QVariantMap ZenlotApp::makeMainContent(QObject& owner) {
-    auto* const content = new ContentViewModel({inventory_, notifications_, runningApplications_,
-                                                bundleKeys_, appModel_, settings_, userDefaults_},
-                                               {.openSettings = [this] { openSettings(); },
-                                                .showOnboardingWindow =
-                                                    [this] {
-                                                        // The main window appears with this turn of
-                                                        // the event loop; the welcome stands before
-                                                        // it.
-                                                        QMetaObject::invokeMethod(
-                                                            &context_, [this] { showOnboarding(); },
-                                                            Qt::QueuedConnection);
-                                                    }},
-                                               &owner);
+    auto* const content = new ContentViewModel(
+        {inventory_, notifications_, runningApplications_, bundleKeys_, appModel_, settings_,
+         userDefaults_, &portStopper_},
+        {.openSettings = [this] { openSettings(); },
+         .showOnboardingWindow =
+             [this] {
+                 // The main window appears with this turn of
+                 // the event loop; the welcome stands before
+                 // it.
+                 QMetaObject::invokeMethod(
+                     &context_, [this] { showOnboarding(); }, Qt::QueuedConnection);
+             }},
+        &owner);
     auto* const detail = new ProcessDetailViewModel(detailsLoader_, &owner);
     QObject::connect(content, &ContentViewModel::detailProcessChanged, detail,
                      [content, detail] { detail->setProcess(content->detailProcess()); });
