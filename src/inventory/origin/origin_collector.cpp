@@ -50,6 +50,7 @@ struct OriginCollector::Look {
     std::vector<ListeningSocket> listening;
     std::map<std::uint16_t, std::size_t> connections;
     std::map<ProcessId, std::optional<ProcessGlimpse>> glimpses;
+    std::map<ProcessId, bool> helpers; // of containers
     std::map<std::string, std::optional<Project>> projects;
     std::map<std::uint64_t, std::string> groupPaths;
     std::optional<std::vector<RunningContainer>> containers;
@@ -194,6 +195,13 @@ void OriginCollector::addUnseenOwner(Origin& origin, Look& look) const {
     origin.commandLine = maskedCommand(oldest->commandLine);
 }
 
+bool OriginCollector::isHelper(ProcessId pid, Look& look) const {
+    const auto [found, isNew] = look.helpers.try_emplace(pid);
+    if (isNew)
+        found->second = isCalledLikeHelper(sources_.nameOf(pid));
+    return found->second;
+}
+
 // The command line of the helper that keeps the port open, in the same control group.
 std::optional<PublishedPort> OriginCollector::publishedPort(const Origin& origin,
                                                             const ProcessGlimpse* glimpse,
@@ -210,6 +218,8 @@ std::optional<PublishedPort> OriginCollector::publishedPort(const Origin& origin
         members = *look.pids;
     }
     for (const ProcessId pid : members) {
+        if (!isHelper(pid, look))
+            continue;
         const std::optional<ProcessGlimpse>& member = glimpseOf(pid, look);
         if (!member || member->user != origin.user)
             continue;
@@ -253,13 +263,13 @@ void OriginCollector::addContainer(Origin& origin, const ProcessGlimpse* glimpse
             container.innerPort = published->innerPort;
         return;
     }
-    nameContainer(container, published, glimpse, look);
+    nameContainer(origin, published, glimpse, look);
 }
 
 // Without an engine that answers: from the processes that belong to it.
-void OriginCollector::nameContainer(Container& container,
-                                    const std::optional<PublishedPort>& published,
+void OriginCollector::nameContainer(Origin& origin, const std::optional<PublishedPort>& published,
                                     const ProcessGlimpse* helper, Look& look) const {
+    Container& container = *origin.container;
     if (!look.pids)
         look.pids = sources_.pids();
     const std::vector<std::uint64_t> pipes =
@@ -279,8 +289,10 @@ void OriginCollector::nameContainer(Container& container,
         if (!container.id.empty() || !published || !published->innerAddress)
             continue;
         const auto inside = containerOfControlGroup(glimpse->controlGroup);
-        if (inside && sources_.isInNetworkOf(pid, *published->innerAddress))
-            container.id = inside->id;
+        if (!inside || !sources_.isInNetworkOf(pid, *published->innerAddress))
+            continue;
+        container.id = inside->id;
+        origin.program = spokenCommand(*glimpse);
     }
     if (container.id.empty() && published && !pipes.empty()) {
         for (const auto& [pid, each] : watched) {

@@ -82,7 +82,8 @@ class OriginCollector {
     void addContainer(Origin& origin, const ProcessGlimpse* glimpse, Look& look) const;
     std::optional<PublishedPort> publishedPort(const Origin& origin, const ProcessGlimpse* glimpse,
                                                Look& look) const;
-    void nameContainer(Container& container, const std::optional<PublishedPort>& published,
+    bool isHelper(ProcessId pid, Look& look) const;
+    void nameContainer(Origin& origin, const std::optional<PublishedPort>& published,
                        const ProcessGlimpse* helper, Look& look) const;
     void addLeftBehind(Origin& origin, const ProcessGlimpse& glimpse, Look& look) const;
 
