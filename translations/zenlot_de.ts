@@ -965,6 +965,10 @@
         <translation>%1 lauscht jetzt an Port %2</translation>
     </message>
     <message>
+        <source>Unknown</source>
+        <translation>Unbekannt</translation>
+    </message>
+    <message>
         <source>… and %1 more</source>
         <translation>… und %1 weitere</translation>
     </message>

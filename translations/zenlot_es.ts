@@ -965,6 +965,10 @@
         <translation>%1 ha empezado a escuchar en el puerto %2</translation>
     </message>
     <message>
+        <source>Unknown</source>
+        <translation>Desconocido</translation>
+    </message>
+    <message>
         <source>… and %1 more</source>
         <translation>… y %1 más</translation>
     </message>

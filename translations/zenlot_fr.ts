@@ -965,6 +965,10 @@
         <translation>%1 s’est mis à l’écoute du port %2</translation>
     </message>
     <message>
+        <source>Unknown</source>
+        <translation>Inconnu</translation>
+    </message>
+    <message>
         <source>… and %1 more</source>
         <translation>… et %1 de plus</translation>
     </message>

@@ -965,6 +965,10 @@
         <translation>%1 figyelni kezdett a(z) %2. porton</translation>
     </message>
     <message>
+        <source>Unknown</source>
+        <translation>Ismeretlen</translation>
+    </message>
+    <message>
         <source>… and %1 more</source>
         <translation>… és még %1</translation>
     </message>

@@ -965,6 +965,10 @@
         <translation>%1がポート%2で待ち受けを開始しました</translation>
     </message>
     <message>
+        <source>Unknown</source>
+        <translation>不明</translation>
+    </message>
+    <message>
         <source>… and %1 more</source>
         <translation>… ほか %1 件</translation>
     </message>

@@ -965,6 +965,10 @@
         <translation>%1 开始监听端口 %2</translation>
     </message>
     <message>
+        <source>Unknown</source>
+        <translation>未知</translation>
+    </message>
+    <message>
         <source>… and %1 more</source>
         <translation>… 还有 %1 个</translation>
     </message>
