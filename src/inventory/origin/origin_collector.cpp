@@ -9,8 +9,10 @@
 #include "inventory/process_names.h"
 
 #include <algorithm>
+#include <future>
 #include <iterator>
 #include <string_view>
+#include <system_error>
 #include <tuple>
 
 namespace zenlot {
@@ -344,6 +346,39 @@ void OriginCollector::addPort(Origin& origin, const ProcessGlimpse* glimpse, Loo
         addLeftBehind(origin, *glimpse, look);
 }
 
+// Reading the processes is most of the work of a long list, and each can be read by itself.
+void OriginCollector::readAhead(std::span<const PortOwner> rows, Look& look) const {
+    constexpr std::size_t kWorthAThread = 64;
+    std::vector<ProcessId> pids;
+    {
+        const std::lock_guard lock(mutex_);
+        for (const PortOwner& row : rows) {
+            const ProcessId pid = processIdOf(row.process.pid);
+            if (pid != 0 && !known_.contains({pid, row.process.startTime.value_or(-1)}))
+                pids.push_back(pid);
+        }
+    }
+    std::ranges::sort(pids);
+    pids.erase(std::unique(pids.begin(), pids.end()), pids.end());
+    if (pids.size() < kWorthAThread)
+        return;
+    std::vector<std::optional<ProcessGlimpse>> read(pids.size());
+    const auto readSome = [this, &pids, &read](std::size_t begin, std::size_t end) {
+        for (std::size_t place = begin; place < end; ++place)
+            read[place] = sources_.process(pids[place]);
+    };
+    const std::size_t middle = pids.size() / 2;
+    try {
+        const std::future<void> half = std::async(std::launch::async, readSome, 0, middle);
+        readSome(middle, pids.size());
+        half.wait();
+    } catch (const std::system_error&) {
+        return; // there is no thread to be had, and one by one works as well
+    }
+    for (std::size_t place = 0; place < pids.size(); ++place)
+        look.glimpses.emplace(pids[place], std::move(read[place]));
+}
+
 std::vector<Origin> OriginCollector::originsOf(std::span<const PortOwner> rows) const {
     {
         const std::lock_guard lock(mutex_);
@@ -355,6 +390,7 @@ std::vector<Origin> OriginCollector::originsOf(std::span<const PortOwner> rows) 
     std::map<std::uint16_t, int> rowsOnPort;
     for (const PortOwner& row : rows)
         ++rowsOnPort[row.port];
+    readAhead(rows, look);
     std::ranges::stable_sort(look.listening, {}, &ListeningSocket::port);
 
     std::vector<Origin> origins;

@@ -76,6 +76,7 @@ class OriginCollector {
     std::vector<Group> groupsOf(const std::map<ProcessId, std::vector<std::uint64_t>>& holders,
                                 Look& look) const;
     void addReachableAddresses(std::vector<Origin>& origins) const;
+    void readAhead(std::span<const PortOwner> rows, Look& look) const;
     void keepOwn(Origin& origin) const;
     void addUnseenOwner(Origin& origin, Look& look) const;
     void addPort(Origin& origin, const ProcessGlimpse* glimpse, Look& look) const;
