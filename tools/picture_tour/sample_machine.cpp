@@ -51,15 +51,10 @@ SampleMachine::SampleMachine()
     QObject::connect(&content_, &ContentViewModel::detailProcessChanged, &inspector_,
                      [this] { inspector_.setProcess(content_.detailProcess()); });
 
-    addApplication(u"/Applications/Harbor.app"_s, u"org.harbor.desktop"_s,
-                   QColor(0x2f, 0x7f, 0xe8));
-    addApplication(u"/Applications/Quill Notes.app"_s, u"org.quill.notes"_s,
-                   QColor(0xd9, 0x5b, 0x2b));
     addProcess(4312, true, "/usr/bin/node", {3000, 5173});
     addProcess(4377, true, "/usr/bin/python3.11", {8080});
-    addProcess(5120, true, "/Applications/Harbor.app/Contents/MacOS/Harbor", {7070, 7071});
-    addProcess(5121, true, "/Applications/Harbor.app/Contents/Helpers/harbor-proxy", {7443});
-    addProcess(5300, true, "/Applications/Quill Notes.app/Contents/MacOS/Quill", {49'210});
+    addProcess(5120, true, "/usr/bin/ruby3.1", {9292});
+    addProcess(5300, true, "/home/ada/go/bin/dlv", {40'000});
     addProcess(812, false, "/usr/sbin/sshd", {22});
     addProcess(640, false, "/usr/sbin/cupsd", {631});
     addProcess(901, false, "/usr/sbin/nginx", {80, 443});
@@ -96,6 +91,14 @@ void SampleMachine::addProcess(ProcessId pid, bool isOwn, const std::string& pat
     facts.tcpSockets.push_back({AddressFamily::ipv4, TcpState::closeWait, ports.front(), 51'840});
     processes_.processes.insert_or_assign(pid, facts);
     machine_.tables.processes.push_back(std::move(process));
+}
+
+void SampleMachine::addApplications() {
+    addApplication(u"/opt/Harbor.app"_s, u"org.harbor.desktop"_s, QColor(0x2f, 0x7f, 0xe8));
+    addApplication(u"/opt/Quill Notes.app"_s, u"org.quill.notes"_s, QColor(0xd9, 0x5b, 0x2b));
+    addProcess(6120, true, "/opt/Harbor.app/bin/Harbor", {7070, 7071});
+    addProcess(6121, true, "/opt/Harbor.app/bin/harbor-proxy", {7443});
+    addProcess(6300, true, "/opt/Quill Notes.app/bin/Quill", {49'210});
 }
 
 void SampleMachine::becomeCrowded(int processes) {

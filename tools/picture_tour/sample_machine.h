@@ -24,6 +24,9 @@ class SampleMachine final {
     void addProcess(ProcessId pid, bool isOwn, const std::string& path,
                     const std::vector<std::uint16_t>& ports);
 
+    // Two applications in bundles, one of them with several ports.
+    void addApplications();
+
     // So many processes with two listeners each, and nothing else.
     void becomeCrowded(int processes);
 

@@ -105,6 +105,7 @@ T.SplitView {
 
             Layout.fillWidth: true
             Layout.leftMargin: 10
+            Layout.minimumHeight: 44
             Layout.preferredHeight: 44
             Layout.rightMargin: 10 + toolbar.roomOfToggle
             spacing: 8
