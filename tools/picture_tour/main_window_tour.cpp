@@ -120,11 +120,17 @@ void showMainWindow(Visitor& visitor) {
         visitor.captureNow(scene.window(), u"typing"_s);
         scene.check(u"3001"_s);
         visitor.see(scene.window(), u"free"_s);
-        scene.check(u"8080"_s);
+        scene.check(u"3000"_s);
         visitor.see(scene.window(), u"one-owner"_s);
         scene.check(u"5432"_s);
         visitor.see(scene.window(), u"two-owners"_s);
-        scene.check(u"7070"_s);
+        scene.check(u"80"_s);
+        press(scene.window(), Qt::Key_Delete); // which can only tell why not
+        visitor.see(scene.window(), u"not-mine"_s);
+        scene.check(u"3000"_s);
+        press(scene.window(), Qt::Key_Menu);
+        visitor.see(scene.window(), u"context-menu"_s);
+        press(scene.window(), Qt::Key_Escape);
         scene.openInspector();
         visitor.see(scene.window(), u"inspector"_s);
         scene.resize({580, 380});
@@ -134,7 +140,15 @@ void showMainWindow(Visitor& visitor) {
         visitor.see(scene.window(), u"inspector-open"_s);
         scene.content().requestForceQuit();
         visitor.see(scene.window(), u"confirmation"_s);
-        scene.content().cancelForceQuit();
+    }
+    {
+        Scene scene;
+        scene.machine.addApplications();
+        scene.open();
+        scene.check(u"7070"_s);
+        scene.openInspector();
+        openSections(scene.machine.inspector());
+        visitor.see(scene.window(), u"inspector-bundle"_s);
         scene.content().closeInspector();
         SidebarModel& sidebar = *scene.content().sidebar();
         for (int row = sidebar.rowCount(); row-- > 0;)

@@ -52,13 +52,10 @@ SampleMachine::SampleMachine()
     QObject::connect(&content_, &ContentViewModel::detailProcessChanged, &inspector_,
                      [this] { inspector_.setProcess(content_.detailProcess()); });
 
-    addApplication(u"Harbor"_s, u"org.harbor.Harbor"_s, QColor(0x2f, 0x7f, 0xe8), {5120, 5121});
-    addApplication(u"Quill Notes"_s, u"org.quill.Notes"_s, QColor(0xd9, 0x5b, 0x2b), {5300});
     addProcess(4312, true, "/usr/bin/node", {3000, 5173});
     addProcess(4377, true, "/usr/bin/python3.11", {8080});
-    addProcess(5120, true, "/opt/harbor/harbor", {7070, 7071});
-    addProcess(5121, true, "/opt/harbor/helpers/harbor-proxy", {7443});
-    addProcess(5300, true, "/usr/lib/quill/quill-notes", {49'210});
+    addProcess(5120, true, "/usr/bin/ruby3.1", {9292});
+    addProcess(5300, true, "/home/ada/go/bin/dlv", {40'000});
     addProcess(812, false, "/usr/sbin/sshd", {22});
     addProcess(640, false, "/usr/sbin/cupsd", {631});
     addProcess(901, false, "/usr/sbin/nginx", {80, 443});
@@ -127,6 +124,14 @@ void SampleMachine::addOrigins() {
     sources.addServer(812, {"sshd: /usr/sbin/sshd -D"}, 22, "0.0.0.0").controlGroup =
         "/system.slice/ssh.service";
     sources.addresses.push_back({*IpAddress::parse("192.168.1.7"), "wlan0", true});
+}
+
+void SampleMachine::addApplications() {
+    addApplication(u"Harbor"_s, u"org.harbor.Harbor"_s, QColor(0x2f, 0x7f, 0xe8), {6120, 6121});
+    addApplication(u"Quill Notes"_s, u"org.quill.Notes"_s, QColor(0xd9, 0x5b, 0x2b), {6300});
+    addProcess(6120, true, "/opt/harbor/harbor", {7070, 7071});
+    addProcess(6121, true, "/opt/harbor/helpers/harbor-proxy", {7443});
+    addProcess(6300, true, "/usr/lib/quill/quill-notes", {49'210});
 }
 
 void SampleMachine::becomeCrowded(int processes) {

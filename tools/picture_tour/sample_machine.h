@@ -27,6 +27,9 @@ class SampleMachine final {
     // What the window says of the origins of its servers.
     void addOrigins();
 
+    // Two applications, one of them with several ports.
+    void addApplications();
+
     // So many processes with two listeners each, and nothing else.
     void becomeCrowded(int processes);
 

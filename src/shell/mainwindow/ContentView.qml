@@ -114,6 +114,7 @@ T.SplitView {
 
             Layout.fillWidth: true
             Layout.leftMargin: 10
+            Layout.minimumHeight: 44 * TextStyle.scale
             Layout.preferredHeight: 44 * TextStyle.scale
             Layout.rightMargin: 10 + toolbar.roomOfCorner
             spacing: 8

@@ -21,6 +21,7 @@ Rectangle {
         RowLayout {
             Layout.fillWidth: true
             Layout.leftMargin: 16
+            Layout.minimumHeight: 44 * TextStyle.scale
             Layout.preferredHeight: 44 * TextStyle.scale
             Layout.rightMargin: 8
 
