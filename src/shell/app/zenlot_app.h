@@ -101,6 +101,7 @@ class ZenlotApp final {
     void refreshMonitorRegistration(RunningMonitor whenRunning);
     QCoro::Task<> alertAboutOwner(int port);
     void followSettings();
+    void noteTroubleWithSettings();
     void followInstance();
     void quitIfNothingIsLeft();
 
