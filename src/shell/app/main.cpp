@@ -13,9 +13,7 @@
 #include "shell/style/renderer.h"
 
 #include <QApplication>
-#include <QIcon>
 #include <QLoggingCategory>
-#include <QQuickStyle>
 
 #include <cstdio>
 
@@ -60,10 +58,6 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(QStringLiteral("zenlot"));
     QApplication::setApplicationVersion(QStringLiteral(ZENLOT_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("dev.quorvane.zenlot"));
-    QApplication::setWindowIcon(
-        QIcon::fromTheme(QStringLiteral("dev.quorvane.zenlot"),
-                         QIcon(QStringLiteral(":/zenlot/icons/application.svg"))));
-    QQuickStyle::setStyle(QStringLiteral("Fusion"));
     chooseRenderer();
 
     const Translation translation;
