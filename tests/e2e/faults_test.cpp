@@ -190,12 +190,12 @@ TEST_F(FaultsTest, SettingsThatCannotBeWrittenAreTriedAgain) {
     std::filesystem::rename(folder, desktop.folder() / "elsewhere");
     desktop.files().write("XDG_CONFIG_HOME/dev.quorvane.zenlot", "no folder");
     ASSERT_TRUE(tree.pressOnce("check box", u"Show in Dock"_s));
-    EXPECT_TRUE(tree.find("alert", u"Your settings can't be saved"_s)) << "no notice";
+    EXPECT_TRUE(tree.find("label", u"Your settings can't be saved"_s)) << "no notice";
     std::filesystem::remove(folder);
     EXPECT_TRUE(QTest::qWaitFor(
         [&] { return desktop.files().read(kSettings).find("showInDock") != std::string::npos; },
         kPatience));
-    EXPECT_TRUE(tree.isGone("alert", u"Your settings can't be saved"_s));
+    EXPECT_TRUE(tree.isGone("label", u"Your settings can't be saved"_s));
     EXPECT_EQ(zenlot.state(), QProcess::Running);
 }
 
@@ -205,7 +205,7 @@ TEST_F(FaultsTest, ADamagedSettingsFileIsNoFirstStart) {
     desktop.start(QStringLiteral(ZENLOT_PROGRAM), {});
     const AccessibleTree tree(desktop.sessionBus());
     ASSERT_TRUE(tree.find("text", u"Port"_s, AccessibleTree::State::focused)) << "a welcome?";
-    EXPECT_TRUE(tree.find("alert", u"The file with your settings was damaged"_s));
+    EXPECT_TRUE(tree.find("label", u"The file with your settings was damaged"_s));
     EXPECT_EQ(desktop.files().read(std::string(kSettings) + ".damaged"), damaged);
     EXPECT_EQ(json::parse(desktop.files().read(kSettings)),
               json({{"hasCompletedOnboarding", true}}));

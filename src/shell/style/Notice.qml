@@ -12,8 +12,6 @@ Rectangle {
 
     signal dismissed
 
-    Accessible.name: root.text
-    Accessible.role: Accessible.AlertMessage
     color: Qt.alpha(Theme.orange, 0.12)
     implicitHeight: content.implicitHeight + 16
     implicitWidth: content.implicitWidth + 24
@@ -32,7 +30,6 @@ Rectangle {
         rowSpacing: 8
 
         StyleText {
-            Accessible.ignored: true
             Layout.fillWidth: true
             font: TextStyle.callout
             text: root.text
