@@ -40,7 +40,8 @@ if(ZENLOT_SANITIZE)
     # The checks that sanitizers put in make g++ see uninitialised values where there are none.
     target_compile_options(
         zenlot_build_flags INTERFACE -fsanitize=${ZENLOT_SANITIZE} -fno-omit-frame-pointer
-                                     -fno-sanitize-recover=all -Wno-maybe-uninitialized
+                                     -fno-sanitize-recover=all
+                                     $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>
     )
     target_link_options(zenlot_build_flags INTERFACE -fsanitize=${ZENLOT_SANITIZE})
 endif()

@@ -1210,4 +1210,22 @@
         <translation>Die Antwort der Update-Quelle ergibt keinen Sinn. Versuchen Sie es später erneut.</translation>
     </message>
 </context>
+<context>
+    <name>zenlot::AppSettings</name>
+    <message>
+        <source>Your settings can't be saved at the moment. Zenlot keeps trying.</source>
+        <translation>Ihre Einstellungen lassen sich gerade nicht speichern. Zenlot versucht es weiter.</translation>
+    </message>
+    <message>
+        <source>The file with your settings was damaged. What could be read was kept; the old file has “.damaged” in its name.</source>
+        <translation>Die Datei mit Ihren Einstellungen war beschädigt. Was lesbar war, ist erhalten; die alte Datei hat „.damaged“ im Namen.</translation>
+    </message>
+</context>
+<context>
+    <name>Notice</name>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+</context>
 </TS>

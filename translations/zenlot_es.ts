@@ -1210,4 +1210,22 @@
         <translation>La respuesta de la fuente de actualizaciones no tiene sentido. Vuelve a intentarlo más tarde.</translation>
     </message>
 </context>
+<context>
+    <name>zenlot::AppSettings</name>
+    <message>
+        <source>Your settings can't be saved at the moment. Zenlot keeps trying.</source>
+        <translation>Tus ajustes no se pueden guardar en este momento. Zenlot seguirá intentándolo.</translation>
+    </message>
+    <message>
+        <source>The file with your settings was damaged. What could be read was kept; the old file has “.damaged” in its name.</source>
+        <translation>El archivo de ajustes estaba dañado. Se conservó lo que se pudo leer; el archivo antiguo lleva «.damaged» en el nombre.</translation>
+    </message>
+</context>
+<context>
+    <name>Notice</name>
+    <message>
+        <source>OK</source>
+        <translation>Aceptar</translation>
+    </message>
+</context>
 </TS>

@@ -1210,4 +1210,22 @@
         <translation>La réponse de la source de mises à jour n’a pas de sens. Réessayez plus tard.</translation>
     </message>
 </context>
+<context>
+    <name>zenlot::AppSettings</name>
+    <message>
+        <source>Your settings can't be saved at the moment. Zenlot keeps trying.</source>
+        <translation>Vos réglages ne peuvent pas être enregistrés pour le moment. Zenlot réessaie.</translation>
+    </message>
+    <message>
+        <source>The file with your settings was damaged. What could be read was kept; the old file has “.damaged” in its name.</source>
+        <translation>Le fichier de vos réglages était endommagé. Ce qui était lisible a été conservé ; l’ancien fichier porte « .damaged » dans son nom.</translation>
+    </message>
+</context>
+<context>
+    <name>Notice</name>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+</context>
 </TS>

@@ -1210,4 +1210,22 @@
         <translation>A frissítési forrás válasza értelmezhetetlen. Próbálja újra később.</translation>
     </message>
 </context>
+<context>
+    <name>zenlot::AppSettings</name>
+    <message>
+        <source>Your settings can't be saved at the moment. Zenlot keeps trying.</source>
+        <translation>A beállítások most nem menthetők. A Zenlot tovább próbálkozik.</translation>
+    </message>
+    <message>
+        <source>The file with your settings was damaged. What could be read was kept; the old file has “.damaged” in its name.</source>
+        <translation>A beállítások fájlja megsérült. Ami olvasható volt, megmaradt; a régi fájl nevében „.damaged” áll.</translation>
+    </message>
+</context>
+<context>
+    <name>Notice</name>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+</context>
 </TS>

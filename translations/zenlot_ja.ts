@@ -1210,4 +1210,22 @@
         <translation>アップデート元の応答を解釈できません。後でもう一度お試しください。</translation>
     </message>
 </context>
+<context>
+    <name>zenlot::AppSettings</name>
+    <message>
+        <source>Your settings can't be saved at the moment. Zenlot keeps trying.</source>
+        <translation>現在、設定を保存できません。Zenlotは保存を繰り返し試みます。</translation>
+    </message>
+    <message>
+        <source>The file with your settings was damaged. What could be read was kept; the old file has “.damaged” in its name.</source>
+        <translation>設定ファイルが破損していました。読み取れた内容は保持され、元のファイルの名前には「.damaged」が付いています。</translation>
+    </message>
+</context>
+<context>
+    <name>Notice</name>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+</context>
 </TS>

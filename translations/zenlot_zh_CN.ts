@@ -1210,4 +1210,22 @@
         <translation>无法理解更新源的响应。请稍后重试。</translation>
     </message>
 </context>
+<context>
+    <name>zenlot::AppSettings</name>
+    <message>
+        <source>Your settings can't be saved at the moment. Zenlot keeps trying.</source>
+        <translation>目前无法保存设置。Zenlot 会继续尝试。</translation>
+    </message>
+    <message>
+        <source>The file with your settings was damaged. What could be read was kept; the old file has “.damaged” in its name.</source>
+        <translation>设置文件已损坏。可读取的内容已保留；旧文件名中带有“.damaged”。</translation>
+    </message>
+</context>
+<context>
+    <name>Notice</name>
+    <message>
+        <source>OK</source>
+        <translation>好</translation>
+    </message>
+</context>
 </TS>

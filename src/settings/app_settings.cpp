@@ -57,6 +57,24 @@ void AppSettings::changeStored(Value& member, const Value& value, const QString&
     defaults_.set(key, member);
 }
 
+void AppSettings::setTrouble(Trouble trouble) {
+    change(trouble_, trouble, &AppSettings::noticeChanged);
+}
+
+QString AppSettings::notice() const {
+    switch (trouble_) {
+    case Trouble::none:
+        break;
+    case Trouble::unwritten:
+        return tr("Your settings can't be saved at the moment. Zenlot keeps trying.");
+    case Trouble::damaged:
+        return tr(
+            "The file with your settings was damaged. What could be read was kept; the old file "
+            "has “.damaged” in its name.");
+    }
+    return {};
+}
+
 void AppSettings::setLaunchAtLogin(bool launched) {
     change(launchAtLogin_, launched, &AppSettings::launchAtLoginChanged);
     // The property keeps the assigned value when the desktop refuses.

@@ -25,6 +25,8 @@
 #include <QStringList>
 #include <QtGlobal>
 
+#include <cstdint>
+
 namespace zenlot {
 
 class AppSettings : public QObject {
@@ -82,6 +84,16 @@ class AppSettings : public QObject {
     void setConflictIgnoredApps(const QStringList& names);
     void setHasCompletedOnboarding(bool completed);
 
+    enum class Trouble : std::uint8_t {
+        none,
+        unwritten, // changes could not be kept so far
+        damaged,   // the file was, and what could be read of it has been kept
+    };
+    void setTrouble(Trouble trouble);
+    // What is wrong with the file that keeps all this, for the user; empty mostly.
+    QString notice() const;
+    void dismissNotice() { setTrouble(Trouble::none); }
+
   Q_SIGNALS:
     void showInMenuBarChanged();
     void showInDockChanged();
@@ -94,6 +106,7 @@ class AppSettings : public QObject {
     void conflictIgnoredPortsChanged();
     void conflictIgnoredAppsChanged();
     void hasCompletedOnboardingChanged();
+    void noticeChanged();
 
   private:
     using Changed = void (AppSettings::*)();
@@ -122,6 +135,7 @@ class AppSettings : public QObject {
     QList<qint64> conflictIgnoredPorts_;
     QStringList conflictIgnoredApps_;
     bool hasCompletedOnboarding_{false};
+    Trouble trouble_{Trouble::none};
 };
 
 } // namespace zenlot

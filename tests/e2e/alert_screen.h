@@ -40,6 +40,11 @@ class AlertScreen {
     AlertScreen& operator=(const AlertScreen&) = delete;
     ~AlertScreen() { QDBusConnection::disconnectFromBus(bus_.name()); }
 
+    pid_t serverPid() const {
+        return static_cast<pid_t>(
+            bus_.interface()->servicePid(QStringLiteral("org.freedesktop.Notifications")));
+    }
+
     // Whether an alert with that title comes, or goes.
     bool shows(const QString& title) const { return tree_.find("label", title).has_value(); }
     bool hides(const QString& title) const {

@@ -1,13 +1,20 @@
 // What breaks around the programs, and what they do then: each test stands for a line of
 // docs/reliability.md.
+#include "e2e/accessible_tree.h"
 #include "e2e/alert_screen.h"
 #include "e2e/private_desktop.h"
 #include "e2e/stand_in_monitor.h"
 
-#include <gtest/gtest.h>
+#include <QDBusConnectionInterface>
+#include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
+#include <sys/stat.h>
+
 #include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <functional>
 
 namespace zenlot {
 namespace {
@@ -17,6 +24,8 @@ using nlohmann::json;
 
 class FaultsTest : public testing::Test {
   protected:
+    ~FaultsTest() override { QDBusConnection::disconnectFromBus(bus.name()); }
+
     // In the background it has a status item and alerts, and no window.
     QProcess& startZenlot(const json& settings) {
         desktop.writeSettings(settings.dump());
@@ -40,7 +49,12 @@ class FaultsTest : public testing::Test {
                    : 0;
     }
 
+    bool owns(const QString& name, const QProcess& program) const {
+        return bus.interface()->servicePid(name) == program.processId();
+    }
+
     PrivateDesktop desktop;
+    QDBusConnection bus = QDBusConnection::connectToBus(desktop.sessionBus(), u"e2e faults"_s);
 };
 
 // A signal may come before the program has begun to listen for it: then it ends as every program.
@@ -100,6 +114,101 @@ TEST_F(FaultsTest, AnAlertWaitsForANotificationServer) {
     AlertScreen alerts(desktop);
     EXPECT_TRUE(alerts.shows(u"Port %1 is already in use"_s.arg(port))) << desktop.log();
     EXPECT_EQ(zenlot.state(), QProcess::Running);
+}
+
+// Of each file that the programs read or write, something else stands in its place: they come up,
+// and end when they are asked.
+TEST_F(FaultsTest, ProgramsRunWhateverStandsInTheirFilesPlaces) {
+    const std::string container = "XDG_STATE_HOME/group.dev.quorvane.zenlot";
+    const std::vector<std::string> places{kLog,
+                                          kSettings,
+                                          "XDG_CONFIG_HOME/autostart/dev.quorvane.zenlot.desktop",
+                                          container + "/ports.json",
+                                          container + "/conflicts.json",
+                                          container + "/.monitor.lock",
+                                          container,
+                                          "XDG_STATE_HOME",
+                                          "XDG_CONFIG_HOME/dev.quorvane.zenlot",
+                                          "HOME/Library/Logs"};
+    const std::vector<std::function<void(const std::filesystem::path&)>> kinds{
+        [](const auto& path) { ::mkfifo(path.c_str(), 0600); },
+        [](const auto& path) { std::filesystem::create_directory(path); },
+        [](const auto& path) { std::filesystem::create_symlink("/dev/zero", path); },
+        [](const auto& path) { std::filesystem::create_symlink(path.filename(), path); },
+        [](const auto& path) {
+            std::ofstream(path) << '[';
+            std::filesystem::resize_file(path, 100 << 20);
+        }};
+    for (const std::string& place : places) {
+        for (std::size_t kind = 0; kind < kinds.size(); ++kind) {
+            const std::filesystem::path path = desktop.folder() / place;
+            std::filesystem::create_directories(path.parent_path());
+            std::filesystem::remove_all(path);
+            kinds[kind](path);
+            QProcess& monitor = desktop.start(QStringLiteral(ZENLOT_MONITOR), {});
+            QProcess& zenlot = desktop.start(QStringLiteral(ZENLOT_PROGRAM), {u"--background"_s});
+            // Without a container that is its own the monitor does not run.
+            EXPECT_TRUE(QTest::qWaitFor(
+                [&] {
+                    return owns(u"dev.quorvane.zenlot"_s, zenlot) &&
+                           (owns(u"dev.quorvane.zenlot.Monitor"_s, monitor) ||
+                            monitor.state() == QProcess::NotRunning);
+                },
+                kPatience))
+                << place << ' ' << kind;
+            EXPECT_EQ(ended(zenlot), "0") << place << ' ' << kind;
+            EXPECT_THAT(ended(monitor), testing::AnyOf("0", "1")) << place << ' ' << kind;
+            std::filesystem::remove_all(path);
+        }
+    }
+}
+
+// It has its name and takes what it is sent, and never says a word.
+TEST_F(FaultsTest, ANotificationServerThatNeverAnswersHoldsNothingUp) {
+    AlertScreen alerts(desktop);
+    StandInMonitor monitor(desktop);
+    QProcess& zenlot =
+        startZenlot({{"conflictMonitoringEnabled", true}, {"hasCompletedOnboarding", true}});
+    ASSERT_TRUE(desktop.waitForLog("notification setup granted=true"));
+    ::kill(alerts.serverPid(), SIGSTOP);
+    monitor.addConflict(3000, ::getpid(), u"holder"_s, u"holder"_s);
+    EXPECT_TRUE(desktop.waitForLog("did not answer")) << desktop.log();
+    monitor.addConflict(3001, ::getpid(), u"holder"_s, u"holder"_s);
+    EXPECT_TRUE(desktop.waitForLog("port=3001 ")) << desktop.log();
+    ::kill(alerts.serverPid(), SIGCONT);
+    EXPECT_TRUE(alerts.shows(u"Port 3001 is already in use"_s)) << desktop.log();
+    EXPECT_EQ(ended(zenlot), "0");
+}
+
+// A start writes nothing new there, so somebody has to change something.
+TEST_F(FaultsTest, SettingsThatCannotBeWrittenAreTriedAgain) {
+    const std::filesystem::path folder = (desktop.folder() / kSettings).parent_path();
+    desktop.writeSettings(R"({"hasCompletedOnboarding": true})");
+    const QProcess& zenlot = desktop.start(QStringLiteral(ZENLOT_PROGRAM), {u"--settings"_s});
+    AccessibleTree tree(desktop.sessionBus());
+    ASSERT_TRUE(tree.find("frame", u"Settings"_s, AccessibleTree::State::active));
+    std::filesystem::rename(folder, desktop.folder() / "elsewhere");
+    desktop.files().write("XDG_CONFIG_HOME/dev.quorvane.zenlot", "no folder");
+    ASSERT_TRUE(tree.pressOnce("check box", u"Show in Dock"_s));
+    EXPECT_TRUE(tree.find("label", u"Your settings can't be saved"_s)) << "no notice";
+    std::filesystem::remove(folder);
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return desktop.files().read(kSettings).find("showInDock") != std::string::npos; },
+        kPatience));
+    EXPECT_TRUE(tree.isGone("label", u"Your settings can't be saved"_s));
+    EXPECT_EQ(zenlot.state(), QProcess::Running);
+}
+
+TEST_F(FaultsTest, ADamagedSettingsFileIsNoFirstStart) {
+    const std::string damaged = R"({"hasCompletedOnboarding": true, "conflictIgnoredPorts": [30)";
+    desktop.writeSettings(damaged);
+    desktop.start(QStringLiteral(ZENLOT_PROGRAM), {});
+    const AccessibleTree tree(desktop.sessionBus());
+    ASSERT_TRUE(tree.find("text", u"Port"_s, AccessibleTree::State::focused)) << "a welcome?";
+    EXPECT_TRUE(tree.find("label", u"The file with your settings was damaged"_s));
+    EXPECT_EQ(desktop.files().read(std::string(kSettings) + ".damaged"), damaged);
+    EXPECT_EQ(json::parse(desktop.files().read(kSettings)),
+              json({{"hasCompletedOnboarding", true}}));
 }
 
 } // namespace

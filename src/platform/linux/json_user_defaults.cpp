@@ -7,6 +7,7 @@
 #include <QLoggingCategory>
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
@@ -15,6 +16,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 using Json = nlohmann::json;
+using JsonChanges = QMap<QString, std::optional<QVariant>>;
 
 constexpr qint64 kMaximumBytes = qint64{8} * 1024 * 1024;
 constexpr int kMaximumDepth = 128;
@@ -23,20 +25,43 @@ constexpr int kMostAttempts = 100;
 
 Q_LOGGING_CATEGORY(defaultsLog, "zenlot.defaults", QtInfoMsg)
 
+struct Document {
+    Json object = Json::object();
+    bool isDamaged{false}; // and the object is what stands before the damage
+};
+
 // An empty file holds nothing that could be lost, so it is as good as an empty object.
-std::optional<Json> parseObject(const QByteArray& text) {
+Document parseDocument(const QByteArray& text) {
     if (text.isEmpty())
-        return Json::object();
+        return {};
+    Document salvaged;
+    salvaged.isDamaged = true;
+    std::string key;
+    Json number; // which may be cut short, until something follows it
+    bool isObject = false;
     // What is parsed is later written by a recursive function.
     bool isTooDeep = false;
-    const auto noteDepth = [&](int depth, Json::parse_event_t, const Json&) {
+    const auto note = [&](int depth, Json::parse_event_t event, const Json& parsed) {
         isTooDeep = isTooDeep || depth > kMaximumDepth;
-        return !isTooDeep;
+        isObject = isObject || (depth == 0 && event == Json::parse_event_t::object_start);
+        if (depth != 1 || !isObject || isTooDeep)
+            return !isTooDeep;
+        if (event == Json::parse_event_t::key) {
+            if (!number.is_null())
+                salvaged.object[key] = std::exchange(number, {});
+            key = parsed.get<std::string>();
+        } else if (parsed.is_number()) {
+            number = parsed;
+        } else if (event == Json::parse_event_t::value || event == Json::parse_event_t::array_end ||
+                   event == Json::parse_event_t::object_end) {
+            salvaged.object[key] = parsed;
+        }
+        return true;
     };
-    Json document = Json::parse(text.begin(), text.end(), noteDepth, false);
-    if (isTooDeep || !document.is_object())
-        return std::nullopt;
-    return document;
+    Json whole = Json::parse(text.begin(), text.end(), note, false);
+    if (isTooDeep || !whole.is_object())
+        return salvaged;
+    return {std::move(whole), false};
 }
 
 QVariant variantFrom(const Json& json) {
@@ -102,72 +127,144 @@ bool apply(Json& document, const std::string& key, const std::optional<Json>& va
     return true;
 }
 
-// One attempt to change the file. Changed meanwhile means that it is worth another.
-Replacement change(const QString& path, const std::string& key, const std::optional<Json>& value) {
-    const UserFile file = readUserFile(path, kMaximumBytes);
-    if (file.state == UserFile::State::unusable)
-        return {Replacement::Outcome::failed, file.reason};
-    std::optional<Json> document;
-    if (file.state != UserFile::State::tooLarge)
-        document = parseObject(file.content);
-    if (!document) {
-        // There is nothing to take out of a file that holds nothing.
-        if (!value)
-            return {Replacement::Outcome::done, QString()};
-        Replacement aside = moveUserFileAside(path, file, u".damaged"_s);
-        if (aside.outcome == Replacement::Outcome::done) {
-            qCInfo(defaultsLog) << "Set the damaged file aside:" << path;
-            aside.outcome = Replacement::Outcome::changedMeanwhile;
-        }
-        return aside;
+// None where something stands that is no readable file.
+std::optional<Document> documentIn(const UserFile& file) {
+    switch (file.state) {
+    case UserFile::State::unusable:
+        return std::nullopt;
+    case UserFile::State::tooLarge:
+        return Document{Json::object(), true};
+    default:
+        return parseDocument(file.content);
     }
-    if (!apply(*document, key, value))
+}
+
+// One attempt to change the file. Changed meanwhile means that it is worth another.
+Replacement change(const QString& path, const JsonChanges& changes) {
+    UserFile file = readUserFile(path, kMaximumBytes);
+    std::optional<Document> document = documentIn(file);
+    if (!document)
+        return {Replacement::Outcome::failed, file.reason};
+    bool isDifferent = document->isDamaged;
+    for (auto each = changes.cbegin(); each != changes.cend(); ++each) {
+        const std::optional<Json> value =
+            each.value() ? std::optional(jsonFrom(*each.value())) : std::nullopt;
+        isDifferent = apply(document->object, each.key().toStdString(), value) || isDifferent;
+    }
+    if (!isDifferent)
         return {Replacement::Outcome::done, QString()};
-    const QByteArray text = QByteArray::fromStdString(document->dump(4) + '\n');
-    if (text.size() > kMaximumBytes || !parseObject(text))
-        return {Replacement::Outcome::failed, u"It would become too large"_s};
+    const QByteArray text = QByteArray::fromStdString(document->object.dump(4) + '\n');
+    if (text.size() > kMaximumBytes || parseDocument(text).isDamaged) {
+        // Which another try would not change.
+        qCInfo(defaultsLog) << "Left as it is, since it would become too large:" << path;
+        return {Replacement::Outcome::done, QString()};
+    }
+    if (document->isDamaged) {
+        const Replacement aside = moveUserFileAside(path, file, u".damaged"_s);
+        if (aside.outcome != Replacement::Outcome::done)
+            return aside;
+        qCInfo(defaultsLog) << "Set the damaged file aside:" << path;
+        file = UserFile();
+    }
     return replaceUserFile(path, file, text);
 }
 
-void changeRepeatedly(const QString& path, const QString& key, const std::optional<Json>& value) {
+bool isWritten(const QString& path, const JsonChanges& changes) {
     const QString directory = QFileInfo(path).absolutePath();
     // Without a folder the change itself fails and says so.
-    if (value)
+    if (std::ranges::any_of(changes, [](const auto& value) { return value.has_value(); }))
         static_cast<void>(makePrivateDirectories(directory));
     const DirectoryLock lock(directory);
     Replacement replacement{Replacement::Outcome::changedMeanwhile, QString()};
     for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
-        replacement = change(path, key.toStdString(), value);
+        replacement = change(path, changes);
         if (replacement.outcome != Replacement::Outcome::changedMeanwhile)
             break;
     }
-    if (replacement.outcome != Replacement::Outcome::done)
-        qCInfo(defaultsLog) << "Cannot change" << key << "in" << path << replacement.reason;
+    if (replacement.outcome == Replacement::Outcome::done)
+        return true;
+    qCInfo(defaultsLog) << "Cannot change" << path << replacement.reason;
+    return false;
 }
 
 } // namespace
 
-JsonUserDefaults::JsonUserDefaults(QString path) : path_(std::move(path)) {}
+JsonUserDefaults::JsonUserDefaults(QString path, std::chrono::milliseconds betweenTries)
+    : path_(std::move(path)), betweenTries_(betweenTries) {
+    next_.setSingleShot(true);
+    connect(&next_, &QTimer::timeout, this, &JsonUserDefaults::beginWriting);
+    connect(&writing_, &QFutureWatcherBase::finished, this, &JsonUserDefaults::finishWriting);
+    const std::optional<Document> found = documentIn(readUserFile(path_, kMaximumBytes));
+    wasDamaged_ = found && found->isDamaged;
+    if (wasDamaged_)
+        next_.start(0);
+}
+
+JsonUserDefaults::~JsonUserDefaults() {
+    write();
+}
 
 std::optional<QVariant> JsonUserDefaults::object(const QString& key) const {
-    const UserFile file = readUserFile(path_, kMaximumBytes);
-    if (file.state != UserFile::State::read)
-        return std::nullopt;
-    const std::optional<Json> document = parseObject(file.content);
+    for (const JsonChanges* changes : {&unwritten_, &beingWritten_}) {
+        if (const auto found = changes->constFind(key); found != changes->constEnd())
+            return *found;
+    }
+    const std::optional<Document> document = documentIn(readUserFile(path_, kMaximumBytes));
     if (!document)
         return std::nullopt;
-    const auto found = document->find(key.toStdString());
-    if (found == document->end() || found->is_null())
+    const auto found = document->object.find(key.toStdString());
+    if (found == document->object.end() || found->is_null())
         return std::nullopt;
     return variantFrom(*found);
 }
 
 void JsonUserDefaults::store(const QString& key, const QVariant& value) {
-    changeRepeatedly(path_, key, jsonFrom(value));
+    change(key, value);
 }
 
 void JsonUserDefaults::remove(const QString& key) {
-    changeRepeatedly(path_, key, std::nullopt);
+    change(key, std::nullopt);
+}
+
+void JsonUserDefaults::change(const QString& key, const std::optional<QVariant>& value) {
+    unwritten_.insert(key, value);
+    if (!isWriting_)
+        next_.start(0);
+}
+
+void JsonUserDefaults::beginWriting() {
+    next_.stop();
+    isWriting_ = true;
+    beingWritten_ = std::exchange(unwritten_, {});
+    writing_.setFuture(
+        writer_.run([path = path_, changes = beingWritten_] { return isWritten(path, changes); }));
+}
+
+void JsonUserDefaults::finishWriting() {
+    if (!std::exchange(isWriting_, false))
+        return;
+    const bool isDone = writing_.result();
+    if (!isDone) {
+        // What was changed meanwhile is newer.
+        beingWritten_.insert(unwritten_);
+        unwritten_ = std::exchange(beingWritten_, {});
+    }
+    beingWritten_.clear();
+    if (!unwritten_.isEmpty())
+        next_.start(isDone ? std::chrono::milliseconds(0) : betweenTries_);
+    if (std::exchange(isUnwritten_, !isDone) == isDone)
+        Q_EMIT troubleChanged();
+}
+
+void JsonUserDefaults::write() {
+    bool isDone = true;
+    while (isDone && (isWriting_ || next_.isActive())) {
+        if (!isWriting_)
+            beginWriting();
+        writing_.waitForFinished();
+        isDone = writing_.result();
+        finishWriting();
+    }
 }
 
 } // namespace zenlot

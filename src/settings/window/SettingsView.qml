@@ -16,7 +16,7 @@ FocusScope {
     readonly property Item shownTab: pages.children[root.selectedTab]
     required property SettingsViewModel viewModel
 
-    implicitHeight: header.implicitHeight + root.shownTab.implicitHeight
+    implicitHeight: header.implicitHeight + (notice.visible ? notice.height + 16 : 0) + root.shownTab.implicitHeight
     implicitWidth: root.shownTab.implicitWidth
 
     Shortcut {
@@ -87,13 +87,28 @@ FocusScope {
             anchors.right: parent.right
         }
     }
+    Notice {
+        id: notice
+
+        anchors.left: parent.left
+        anchors.margins: 8
+        anchors.right: parent.right
+        anchors.top: header.bottom
+        text: root.viewModel.notice
+
+        onDismissed: {
+            tabs.currentItem.forceActiveFocus();
+            root.viewModel.dismissNotice();
+        }
+    }
     Item {
         id: pages
 
         anchors.bottom: parent.bottom
         anchors.left: parent.left
         anchors.right: parent.right
-        anchors.top: header.bottom
+        anchors.top: notice.visible ? notice.bottom : header.bottom
+        anchors.topMargin: notice.visible ? 8 : 0
 
         FormPage {
             anchors.fill: parent

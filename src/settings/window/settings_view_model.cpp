@@ -24,6 +24,7 @@ SettingsViewModel::SettingsViewModel(AppSettings& settings, LaunchAgentInstaller
       conflictApps_(settings, &AppSettings::conflictIgnoredApps,
                     &AppSettings::setConflictIgnoredApps,
                     &AppSettings::conflictIgnoredAppsChanged) {
+    connect(&settings_, &AppSettings::noticeChanged, this, &SettingsViewModel::noticeChanged);
     connect(&look_, &QFutureWatcherBase::finished, this, [this] { noteBindwatch(look_.result()); });
 }
 

@@ -32,6 +32,7 @@ class SettingsViewModel : public QObject {
     QML_UNCREATABLE("The application owns it")
 
     Q_PROPERTY(zenlot::AppSettings* settings READ settings CONSTANT)
+    Q_PROPERTY(QString notice READ notice NOTIFY noticeChanged)
     Q_PROPERTY(QString installError READ installError NOTIFY installErrorChanged)
     Q_PROPERTY(bool needsApproval READ needsApproval NOTIFY needsApprovalChanged)
     Q_PROPERTY(bool hasBindwatch READ hasBindwatch NOTIFY hasBindwatchChanged)
@@ -48,6 +49,9 @@ class SettingsViewModel : public QObject {
                       QString bindwatchSocket = QLatin1String(kBindwatchSocket));
 
     AppSettings* settings() const { return &settings_; }
+    // What is wrong with the file of the settings; empty mostly.
+    QString notice() const { return settings_.notice(); }
+    Q_INVOKABLE void dismissNotice() { settings_.dismissNotice(); }
     // Empty while there is nothing to report.
     QString installError() const { return installError_; }
     bool needsApproval() const { return needsApproval_; }
@@ -66,6 +70,7 @@ class SettingsViewModel : public QObject {
     Q_INVOKABLE void openLoginItems() const { openLoginItems_(); }
 
   Q_SIGNALS:
+    void noticeChanged();
     void installErrorChanged();
     void needsApprovalChanged();
     void hasBindwatchChanged();

@@ -166,6 +166,7 @@ ZenlotApp::ZenlotApp(SessionBus& bus, ApplicationInstance& instance)
 
 ZenlotApp::~ZenlotApp() {
     finish();
+    userDefaults_.write();
 }
 
 // Who quits at once has not given up the monitor.
@@ -295,7 +296,16 @@ QCoro::Task<> ZenlotApp::refreshMonitorRegistration(RunningMonitor whenRunning) 
     }
 }
 
+void ZenlotApp::noteTroubleWithSettings() {
+    using Trouble = AppSettings::Trouble;
+    settings_.setTrouble(userDefaults_.isUnwritten() ? Trouble::unwritten : Trouble::none);
+}
+
 void ZenlotApp::followSettings() {
+    if (userDefaults_.wasDamaged())
+        settings_.setTrouble(AppSettings::Trouble::damaged);
+    QObject::connect(&userDefaults_, &JsonUserDefaults::troubleChanged, &context_,
+                     [this] { noteTroubleWithSettings(); });
     QObject::connect(&settings_, &AppSettings::showInMenuBarChanged, &context_, [this] {
         appDelegate_.updateStatusItem(settings_);
         appDelegate_.updateGlobalShortcut(settings_); // there is none without the item

@@ -105,6 +105,7 @@ class ZenlotApp final {
     QCoro::Task<> refreshMonitorRegistration(RunningMonitor whenRunning);
     QCoro::Task<> alertAboutOwner(int port);
     void followSettings();
+    void noteTroubleWithSettings();
     void followInstance();
     void quitIfNothingIsLeft();
 

@@ -174,6 +174,15 @@ T.SplitView {
             }
         }
 
+        Notice {
+            Layout.fillWidth: true
+            Layout.leftMargin: 14
+            Layout.rightMargin: 14
+            text: root.viewModel.settingsNotice
+
+            onDismissed: root.viewModel.dismissSettingsNotice()
+        }
+
         ColumnLayout {
             Layout.alignment: Qt.AlignHCenter
             Layout.bottomMargin: 14

@@ -107,6 +107,8 @@ ContentViewModel::ContentViewModel(const Collaborators& collaborators, Actions a
             &ContentViewModel::takePendingPort);
     connect(&with_.notifications, &NotificationCenter::portsUpdated, this,
             &ContentViewModel::loadOccupiedPorts);
+    connect(&with_.settings, &AppSettings::noticeChanged, this,
+            &ContentViewModel::settingsNoticeChanged);
 }
 
 ContentViewModel::~ContentViewModel() = default;

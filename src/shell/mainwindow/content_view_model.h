@@ -71,6 +71,8 @@ class ContentViewModel : public QObject {
     Q_PROPERTY(QString stopButton READ stopButton NOTIFY stopQuestionChanged)
     Q_PROPERTY(zenlot::ProcessListModel* processes READ processes CONSTANT)
     Q_PROPERTY(zenlot::SidebarModel* sidebar READ sidebar CONSTANT)
+    // What is wrong with the file of the settings; empty mostly.
+    Q_PROPERTY(QString settingsNotice READ settingsNotice NOTIFY settingsNoticeChanged)
 
   public:
     // What the window asks of its neighbours. Absent ones are not asked.
@@ -86,7 +88,7 @@ class ContentViewModel : public QObject {
         const RunningApplications& runningApplications;
         BundleKeyCache& bundleKeys;
         AppModel& appModel;
-        const AppSettings& settings;
+        AppSettings& settings;
         UserDefaults& userDefaults;
         const PortStopper* stopper{nullptr}; // without one, nothing can be stopped
     };
@@ -100,6 +102,9 @@ class ContentViewModel : public QObject {
     ContentViewModel(const Collaborators& collaborators, Actions actions, QObject* parent = nullptr,
                      Clock clock = std::chrono::steady_clock::now);
     ~ContentViewModel() override;
+
+    QString settingsNotice() const { return with_.settings.notice(); }
+    Q_INVOKABLE void dismissSettingsNotice() { with_.settings.dismissNotice(); }
 
     QString portInput() const { return portInput_; }
     void setPortInput(const QString& text);
@@ -203,6 +208,7 @@ class ContentViewModel : public QObject {
     Q_INVOKABLE void copySidebarPort(int row) const;
 
   Q_SIGNALS:
+    void settingsNoticeChanged();
     void portInputChanged();
     void sidebarSelectionChanged();
     void statusChanged();

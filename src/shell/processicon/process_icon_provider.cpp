@@ -1,9 +1,9 @@
 #include "shell/processicon/process_icon_provider.h"
 
+#include "shell/processicon/picture_file.h"
 #include "shell/processicon/process_icon_rules.h"
 
 #include <QFile>
-#include <QImageReader>
 #include <QMutexLocker>
 #include <QPainter>
 #include <QPainterPath>
@@ -21,27 +21,7 @@ using namespace Qt::StringLiterals;
 constexpr QLatin1String kProviderName("processicon");
 constexpr QLatin1String kNodePicture(":/qt/qml/Zenlot/Style/images/nodejs.svg");
 constexpr int kMaximumCacheBytes = 8 * 1024 * 1024;
-constexpr int kLargestSide = 4096; // of a picture, so that none takes all memory
 constexpr int kLargestSize = 1024; // of an icon
-constexpr qint64 kMaximumFileBytes = qint64{16} * 1024 * 1024;
-
-QImage decodedPicture(const QString& file, int sizeInPixels) {
-    QFile device(file);
-    if (!device.open(QIODevice::ReadOnly) || device.size() > kMaximumFileBytes)
-        return {};
-    QImageReader reader(&device);
-    const QSize size = reader.size();
-    if (size.width() > kLargestSide || size.height() > kLargestSide)
-        return {};
-    // A drawing is made in the very size; what is made of pixels is scaled with care.
-    const QSize wanted(sizeInPixels, sizeInPixels);
-    if (reader.format().startsWith("svg"))
-        reader.setScaledSize(wanted);
-    const QImage picture = reader.read();
-    return picture.isNull()
-               ? picture
-               : picture.scaled(wanted, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-}
 
 QImage withRoundCorners(const QImage& picture, double radius) {
     QImage image(picture.size(), QImage::Format_ARGB32_Premultiplied);
@@ -131,7 +111,9 @@ QImage ProcessIconProvider::image(const QString& file, int sizeInPixels,
         if (const QImage* known = images_.object(key))
             return *known;
     }
-    QImage picture = decodedPicture(file, pixels);
+    QFile device(file);
+    const QImage picture =
+        device.open(QIODevice::ReadOnly) ? decodedPicture(device, pixels) : QImage();
     if (picture.isNull())
         return picture;
     QImage image = withRoundCorners(picture, cornerRadius * pixels);

@@ -2,16 +2,19 @@
 #include "platform/linux/json_user_defaults.h"
 #include "support/temporary_folder.h"
 
+#include <QTest>
+#include <QThread>
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
 
-#include <thread>
+#include <memory>
 
 namespace zenlot {
 namespace {
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 const QString kKey = u"key"_s;
 const std::string kFileName = "app/defaults.json";
@@ -33,7 +36,7 @@ TEST_F(JsonUserDefaultsTest, KeepsWhatIsStoredLikeTheFake) {
     const QString text = u"Grüße \"\\/\n\u0001 👩‍💻"_s + QChar(u'\0') + QString(200, u'[');
     FakeUserDefaults fake;
     for (UserDefaults* defaults : std::initializer_list<UserDefaults*>{&defaults_, &fake}) {
-        defaults->set(kKey, QList<qint64>{3, -1});
+        defaults->set(kKey, QList<qint64>{3, -1}); // which counts before it is written
         EXPECT_EQ(defaults->integers(kKey), (QList<qint64>{3, -1}));
         EXPECT_EQ(defaults->strings(kKey), std::nullopt);
         defaults->set(kKey, QStringList{text});
@@ -41,6 +44,8 @@ TEST_F(JsonUserDefaultsTest, KeepsWhatIsStoredLikeTheFake) {
         defaults->set(kKey, true);
         EXPECT_TRUE(defaults->boolean(kKey));
     }
+    defaults_.write();
+    EXPECT_TRUE(JsonUserDefaults(path_).boolean(kKey));
     EXPECT_EQ(std::filesystem::status(folder_.path() / "app").permissions(),
               std::filesystem::perms::owner_all);
 }
@@ -63,10 +68,12 @@ TEST_F(JsonUserDefaultsTest, ConcurrentWritersLoseNothing) {
         for (int change = 0; change < 40; ++change)
             JsonUserDefaults(path_).set(name.arg(change), true);
     };
-    std::thread first(write, u"a%1"_s);
-    std::thread second(write, u"b%1"_s);
-    first.join();
-    second.join();
+    const std::unique_ptr<QThread> first(QThread::create(write, u"a%1"_s));
+    const std::unique_ptr<QThread> second(QThread::create(write, u"b%1"_s));
+    for (const auto& thread : {&first, &second})
+        (*thread)->start();
+    for (const auto& thread : {&first, &second})
+        (*thread)->wait();
     EXPECT_EQ(QByteArray::fromStdString(folder_.read(kFileName)).count("\": "), 80);
 }
 
@@ -75,10 +82,14 @@ TEST_F(JsonUserDefaultsTest, WhatOthersPutThereSurvives) {
     folder_.write("linked.json", valid);
     folder_.link(kFileName, "../linked.json");
     defaults_.set(kKey, QList<qint64>{3});
+    defaults_.write();
     defaults_.set(kKey, QStringList{QString(9000000, u'x')});
+    defaults_.write();
     EXPECT_EQ(folder_.read(kFileName), valid);
     defaults_.set(kKey, false);
+    defaults_.write();
     defaults_.remove(kKey);
+    defaults_.write();
     EXPECT_EQ(QByteArray::fromStdString(folder_.read("linked.json")).simplified().replace(" ", ""),
               R"({"n":null,"o":[18446744073709551615,3.0]})");
 
@@ -89,6 +100,7 @@ TEST_F(JsonUserDefaultsTest, WhatOthersPutThereSurvives) {
         folder_.write(kFileName, damaged);
         EXPECT_EQ(defaults_.object(kKey), std::nullopt);
         defaults_.set(kKey, true);
+        defaults_.write();
         EXPECT_TRUE(defaults_.boolean(kKey));
         EXPECT_TRUE(folder_.read(aside) == damaged) << aside;
         aside = "linked.json.damaged-" + std::to_string(folder_.names().size() - 1);
@@ -98,8 +110,36 @@ TEST_F(JsonUserDefaultsTest, WhatOthersPutThereSurvives) {
 TEST_F(JsonUserDefaultsTest, NeitherWaitsForNorReplacesWhatIsNoFile) {
     std::filesystem::create_directory(folder_.path() / "app");
     ASSERT_EQ(::mkfifo((folder_.path() / kFileName).c_str(), 0600), 0);
-    defaults_.set(kKey, true);
+    JsonUserDefaults defaults(path_, 1ms);
+    defaults.set(kKey, true);
+    defaults.write();
     EXPECT_TRUE(std::filesystem::is_fifo(folder_.path() / kFileName));
+    EXPECT_TRUE(defaults.isUnwritten() && defaults.boolean(kKey));
+    // It is tried again.
+    std::filesystem::remove(folder_.path() / kFileName);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !defaults.isUnwritten(); }, 60'000));
+    EXPECT_TRUE(JsonUserDefaults(path_).boolean(kKey));
+}
+
+// What was written whole before the damage counts, and is written anew.
+TEST_F(JsonUserDefaultsTest, KeepsWhatADamagedFileStillSays) {
+    const std::string good = R"({"a": [1, 2], "b": true, "s": "x", "o": {"p": [1]}, "key": )";
+    const QByteArray expected = R"({"a":[1,2],"b":true,"o":{"p":[1]},"s":"x"})";
+    for (const std::string& rest : {std::string("[3"), std::string("12"), std::string("\"\xFF\"}"),
+                                    std::string(9, '\0'), std::string("tru")}) {
+        folder_.write(kFileName, good + rest);
+        {
+            const JsonUserDefaults defaults(path_);
+            EXPECT_TRUE(defaults.wasDamaged() && defaults.boolean(u"b"_s));
+            EXPECT_EQ(defaults.integers(u"a"_s), (QList<qint64>{1, 2}));
+            EXPECT_EQ(defaults.object(kKey), std::nullopt) << rest;
+        }
+        EXPECT_EQ(QByteArray::fromStdString(folder_.read(kFileName)).simplified().replace(" ", ""),
+                  expected);
+        EXPECT_EQ(folder_.read(kFileName + ".damaged"), good + rest);
+        std::filesystem::remove(folder_.path() / (kFileName + ".damaged"));
+    }
+    EXPECT_FALSE(JsonUserDefaults(path_).wasDamaged());
 }
 
 } // namespace
