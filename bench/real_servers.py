@@ -1213,7 +1213,7 @@ untuned("go tool pprof", "go tool pprof -http=localhost:%P -no_browser cpu.prof"
         {"main.go": "package main\n\nimport (\n\t\"os\"\n\t\"runtime/pprof\"\n)\n\nfunc main() {\n"
                     "\tfile, _ := os.Create(\"cpu.prof\")\n\tpprof.StartCPUProfile(file)\n\tpprof.StopCPUProfile()\n}\n"},
         build=["go", "run", "main.go"])
-untuned("Tomcat, embedded", "java -cp /usr/share/java/tomcat10-embed-core.jar:/usr/share/java/tomcat-annotations-api.jar:. Shop",
+untuned("Tomcat, embedded", "java -cp /usr/share/java/tomcat10-embed-core.jar:. Shop",
         {"Shop.java": "import org.apache.catalina.startup.Tomcat;\n\npublic class Shop {\n"
                       "  public static void main(String[] words) throws Exception {\n"
                       "    var settings = new java.util.Properties();\n"
@@ -1931,7 +1931,7 @@ go_project("Go, variables with defaults in YAML",
                                 "  grpc_port: ${GRPC_PORT:9090}\n\ndatabase:\n  host: ${DB_HOST:localhost}\n  port: ${DB_PORT:%D}\n\n"
                                 "smtp:\n  host: ${SMTP_HOST:localhost}\n  port: ${SMTP_PORT:1025}\n"}, second=True)
 
-TOMCAT = ["/usr/share/java/tomcat10-embed-core.jar", "/usr/share/java/tomcat-annotations-api.jar", "/usr/share/java/snakeyaml.jar"]
+TOMCAT = ["/usr/share/java/tomcat10-embed-core.jar", "/usr/share/java/snakeyaml.jar"]
 TOMCAT_PROJECT = {
     "src/main/java/shop/Application.java":
     "package shop;\n\nimport org.apache.catalina.startup.Tomcat;\n\npublic class Application {\n"
