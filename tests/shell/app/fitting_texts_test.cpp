@@ -4,7 +4,6 @@
 #include "localization/translation.h"
 #include "picture_tour/tour.h"
 #include "shell/app/words.h"
-#include "shell/style/text_style.h"
 
 #include <QGuiApplication>
 #include <QQuickItem>
@@ -100,12 +99,6 @@ TEST(FittingTextsTest, EveryTextHasRoomInLongLanguages) {
         const Translation translation({QString::fromLatin1(language)});
         lookAround(language);
     }
-    const QFont usual = QGuiApplication::font();
-    QFont large = usual;
-    large.setPointSizeF(1.5 * TextStyle::kUsualPoints);
-    QGuiApplication::setFont(large);
-    lookAround("large text");
-    QGuiApplication::setFont(usual);
     LongerTexts longerTexts;
     QCoreApplication::installTranslator(&longerTexts);
     lookAround("half as long again");
