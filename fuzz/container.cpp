@@ -1,5 +1,5 @@
-// The files of the shared container: what could be read is written as it was, and becomes rows and the
-// texts of alerts.
+// The files of the shared container: what could be read is written as it was, and becomes rows and
+// the texts of alerts.
 #include "fuzzing.h"
 #include "inventory/app_port_group.h"
 #include "inventory/occupied_ports_json.h"

@@ -1,6 +1,7 @@
 // What the targets share.
 #pragma once
 
+#include <sys/mman.h>
 #include <unistd.h>
 
 #include <cstddef>
@@ -11,8 +12,6 @@
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include <sys/mman.h>
 
 // Where something should hold whatever the input is: its failure is a find.
 #define ZENLOT_EXPECT(condition)                                                                   \

@@ -1,8 +1,9 @@
-// The monitor log, as the viewer and the listener read it while it grows in two steps: a text that was
-// read again is the text that is read at once, and every announcement has come by the end.
+// The monitor log, as the viewer and the listener read it while it grows in two steps: a text that
+// was read again is the text that is read at once, and every announcement has come by the end.
+#include "shell/logviewer/log_text.h"
+
 #include "fuzzing.h"
 #include "monitoring/monitor_log_tail.h"
-#include "shell/logviewer/log_text.h"
 
 #include <QString>
 

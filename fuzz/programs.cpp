@@ -1,5 +1,5 @@
-// What the background monitor reads of others' programs: arguments and environment, settings in every
-// format, sources, manuals, what was built and packed.
+// What the background monitor reads of others' programs: arguments and environment, settings in
+// every format, sources, manuals, what was built and packed.
 #include "background_monitor/invocation.h"
 #include "background_monitor/java_archive.h"
 #include "background_monitor/port_text.h"
@@ -56,10 +56,10 @@ void readSource(std::string_view text) {
     variablesIn(text);
     relativeImports(text);
     namedSettings(text);
-    for (const auto& found : {mentionedPorts(text, kHeld), spelledPorts(text, kHeld),
-                              describedPorts(text, kHeld),
-                              portsInBinary(text, BinaryKind::program, kHeld),
-                              portsInBinary(text, BinaryKind::bytecode, kHeld)}) {
+    for (const auto& found :
+         {mentionedPorts(text, kHeld), spelledPorts(text, kHeld), describedPorts(text, kHeld),
+          portsInBinary(text, BinaryKind::program, kHeld),
+          portsInBinary(text, BinaryKind::bytecode, kHeld)}) {
         for (const std::uint16_t port : found)
             ZENLOT_EXPECT(std::ranges::find(kHeld, port) != kHeld.end());
     }

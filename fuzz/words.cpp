@@ -1,5 +1,5 @@
-// Short texts from elsewhere: the feed of releases, links, what is typed into the desktop's search, and
-// lines that are shown.
+// Short texts from elsewhere: the feed of releases, links, what is typed into the desktop's search,
+// and lines that are shown.
 #include "fuzzing.h"
 #include "shell/intents/port_query.h"
 #include "shell/model/port_url.h"
