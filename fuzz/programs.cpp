@@ -1,12 +1,12 @@
 // What the background monitor reads of others' programs: arguments and environment, settings in
 // every format, sources, manuals, what was built and packed.
-#include "background_monitor/invocation.h"
 #include "background_monitor/java_archive.h"
 #include "background_monitor/port_text.h"
 #include "background_monitor/settings_text.h"
 #include "background_monitor/stage.h"
 #include "background_monitor/written_ports.h"
 #include "fuzzing.h"
+#include "inventory/programs/invocation.h"
 #include "posix/regular_file.h"
 
 #include <algorithm>
