@@ -133,6 +133,10 @@
         <translation>Inspektor</translation>
     </message>
     <message>
+        <source>Menu</source>
+        <translation>Menü</translation>
+    </message>
+    <message>
         <source>Stop</source>
         <translation>Stoppen</translation>
     </message>
@@ -202,11 +206,11 @@
     <name>GeneralTab</name>
     <message>
         <source>Show in menu bar</source>
-        <translation>In der Menüleiste anzeigen</translation>
+        <translation>Im Statusbereich anzeigen</translation>
     </message>
     <message>
         <source>Show in Dock</source>
-        <translation>Im Dock anzeigen</translation>
+        <translation>In der Fensterleiste anzeigen</translation>
     </message>
     <message>
         <source>Launch at login</source>
@@ -218,7 +222,7 @@
     </message>
     <message>
         <source>⌃⌥⇧P — opens the menu bar popover from anywhere</source>
-        <translation>⌃⌥⇧P – öffnet das Menüleistenfenster von überall</translation>
+        <translation>Strg+Alt+Umschalt+P – öffnet Zenlot von überall</translation>
     </message>
     <message>
         <source>Enable global shortcut</source>
@@ -236,11 +240,11 @@
     <name>InstallError</name>
     <message>
         <source>Zenlot is blocked from running in the background. Open System Settings → General → Login Items &amp; Extensions and turn Zenlot back on under &quot;Allow in the Background&quot;, then click Re-check.</source>
-        <translation>Zenlot darf nicht im Hintergrund laufen. Öffnen Sie Systemeinstellungen → Allgemein → Anmeldeobjekte &amp; Erweiterungen, schalten Sie Zenlot unter „Im Hintergrund erlauben“ wieder ein und klicken Sie dann auf „Erneut prüfen“.</translation>
+        <translation>Zenlot darf nicht im Hintergrund laufen: Sein Monitor ist bei systemd maskiert. „Anmeldeobjekte öffnen“ zeigt, wie Sie ihn erlauben; klicken Sie dann auf „Erneut prüfen“.</translation>
     </message>
     <message>
         <source>Zenlot is still blocked. Toggle &quot;Allow in the Background&quot; on for Zenlot in System Settings → General → Login Items &amp; Extensions.</source>
-        <translation>Zenlot ist weiterhin blockiert. Schalten Sie „Im Hintergrund erlauben“ für Zenlot ein: Systemeinstellungen → Allgemein → Anmeldeobjekte &amp; Erweiterungen.</translation>
+        <translation>Zenlot ist weiterhin blockiert. „Anmeldeobjekte öffnen“ zeigt den Befehl, der seinen Monitor freigibt.</translation>
     </message>
 </context>
 <context>
@@ -279,6 +283,10 @@
     <message>
         <source>No log entries yet</source>
         <translation>Noch keine Protokolleinträge</translation>
+    </message>
+    <message>
+        <source>At %1 MB the log begins anew, and one old log is kept beside it.</source>
+        <translation>Bei %1 MB beginnt das Protokoll neu; ein altes bleibt daneben liegen.</translation>
     </message>
 </context>
 <context>
@@ -827,6 +835,10 @@
         <source>Clear Conflict Indicator</source>
         <translation>Konfliktanzeige zurücksetzen</translation>
     </message>
+    <message>
+        <source>Menu</source>
+        <translation>Menü</translation>
+    </message>
 </context>
 <context>
     <name>zenlot::BackgroundItemsViewModel</name>
@@ -889,6 +901,17 @@
     <message>
         <source>Not found</source>
         <translation>Nicht gefunden</translation>
+    </message>
+</context>
+<context>
+    <name>zenlot::ChildAppService</name>
+    <message>
+        <source>%1 cannot be run</source>
+        <translation>%1 kann nicht ausgeführt werden</translation>
+    </message>
+    <message>
+        <source>%1 has ended with a failure again and again</source>
+        <translation>%1 wurde immer wieder mit einem Fehler beendet</translation>
     </message>
 </context>
 <context>

@@ -133,6 +133,10 @@
         <translation>Inspector</translation>
     </message>
     <message>
+        <source>Menu</source>
+        <translation>Menú</translation>
+    </message>
+    <message>
         <source>Stop</source>
         <translation>Detener</translation>
     </message>
@@ -202,11 +206,11 @@
     <name>GeneralTab</name>
     <message>
         <source>Show in menu bar</source>
-        <translation>Mostrar en la barra de menús</translation>
+        <translation>Mostrar en el área de notificación</translation>
     </message>
     <message>
         <source>Show in Dock</source>
-        <translation>Mostrar en el Dock</translation>
+        <translation>Mostrar en la barra de tareas</translation>
     </message>
     <message>
         <source>Launch at login</source>
@@ -218,7 +222,7 @@
     </message>
     <message>
         <source>⌃⌥⇧P — opens the menu bar popover from anywhere</source>
-        <translation>⌃⌥⇧P: abre la ventana de la barra de menús desde cualquier lugar</translation>
+        <translation>Ctrl+Alt+Mayús+P: abre Zenlot desde cualquier lugar</translation>
     </message>
     <message>
         <source>Enable global shortcut</source>
@@ -236,11 +240,11 @@
     <name>InstallError</name>
     <message>
         <source>Zenlot is blocked from running in the background. Open System Settings → General → Login Items &amp; Extensions and turn Zenlot back on under &quot;Allow in the Background&quot;, then click Re-check.</source>
-        <translation>Zenlot tiene bloqueada la ejecución en segundo plano. Abre Ajustes del Sistema → General → Ítems de inicio y extensiones, vuelve a activar Zenlot en «Permitir en segundo plano» y haz clic en «Volver a comprobar».</translation>
+        <translation>Zenlot no puede ejecutarse en segundo plano: systemd tiene enmascarado su monitor. «Abrir ítems de inicio» muestra cómo permitirlo; después haz clic en «Volver a comprobar».</translation>
     </message>
     <message>
         <source>Zenlot is still blocked. Toggle &quot;Allow in the Background&quot; on for Zenlot in System Settings → General → Login Items &amp; Extensions.</source>
-        <translation>Zenlot sigue bloqueado. Activa «Permitir en segundo plano» para Zenlot en Ajustes del Sistema → General → Ítems de inicio y extensiones.</translation>
+        <translation>Zenlot sigue bloqueado. «Abrir ítems de inicio» muestra la orden que desenmascara su monitor.</translation>
     </message>
 </context>
 <context>
@@ -279,6 +283,10 @@
     <message>
         <source>No log entries yet</source>
         <translation>Aún no hay entradas en el registro</translation>
+    </message>
+    <message>
+        <source>At %1 MB the log begins anew, and one old log is kept beside it.</source>
+        <translation>Al llegar a %1 MB el registro empieza de nuevo y se conserva uno anterior al lado.</translation>
     </message>
 </context>
 <context>
@@ -827,6 +835,10 @@
         <source>Clear Conflict Indicator</source>
         <translation>Borrar el indicador de conflicto</translation>
     </message>
+    <message>
+        <source>Menu</source>
+        <translation>Menú</translation>
+    </message>
 </context>
 <context>
     <name>zenlot::BackgroundItemsViewModel</name>
@@ -889,6 +901,17 @@
     <message>
         <source>Not found</source>
         <translation>No encontrado</translation>
+    </message>
+</context>
+<context>
+    <name>zenlot::ChildAppService</name>
+    <message>
+        <source>%1 cannot be run</source>
+        <translation>No se puede ejecutar %1</translation>
+    </message>
+    <message>
+        <source>%1 has ended with a failure again and again</source>
+        <translation>%1 ha terminado una y otra vez con un error</translation>
     </message>
 </context>
 <context>

@@ -133,6 +133,10 @@
         <translation>Inspecteur</translation>
     </message>
     <message>
+        <source>Menu</source>
+        <translation>Menu</translation>
+    </message>
+    <message>
         <source>Stop</source>
         <translation>Arrêter</translation>
     </message>
@@ -202,11 +206,11 @@
     <name>GeneralTab</name>
     <message>
         <source>Show in menu bar</source>
-        <translation>Afficher dans la barre des menus</translation>
+        <translation>Afficher dans la zone de notification</translation>
     </message>
     <message>
         <source>Show in Dock</source>
-        <translation>Afficher dans le Dock</translation>
+        <translation>Afficher dans la barre des tâches</translation>
     </message>
     <message>
         <source>Launch at login</source>
@@ -218,7 +222,7 @@
     </message>
     <message>
         <source>⌃⌥⇧P — opens the menu bar popover from anywhere</source>
-        <translation>⌃⌥⇧P – ouvre la fenêtre de la barre des menus depuis n’importe où</translation>
+        <translation>Ctrl+Alt+Maj+P — ouvre Zenlot depuis n’importe où</translation>
     </message>
     <message>
         <source>Enable global shortcut</source>
@@ -236,11 +240,11 @@
     <name>InstallError</name>
     <message>
         <source>Zenlot is blocked from running in the background. Open System Settings → General → Login Items &amp; Extensions and turn Zenlot back on under &quot;Allow in the Background&quot;, then click Re-check.</source>
-        <translation>Zenlot n’est pas autorisé à s’exécuter en arrière-plan. Ouvrez Réglages Système → Général → Ouverture et extensions, réactivez Zenlot sous «&#xa0;Autoriser en arrière-plan&#xa0;», puis cliquez sur Revérifier.</translation>
+        <translation>Zenlot ne peut pas fonctionner en arrière-plan : son moniteur est masqué dans systemd. « Ouvrir les réglages d’ouverture » montre comment l’autoriser ; cliquez ensuite sur « Revérifier ».</translation>
     </message>
     <message>
         <source>Zenlot is still blocked. Toggle &quot;Allow in the Background&quot; on for Zenlot in System Settings → General → Login Items &amp; Extensions.</source>
-        <translation>Zenlot est toujours bloqué. Activez «&#xa0;Autoriser en arrière-plan&#xa0;» pour Zenlot dans Réglages Système → Général → Ouverture et extensions.</translation>
+        <translation>Zenlot est toujours bloqué. « Ouvrir les réglages d’ouverture » montre la commande qui démasque son moniteur.</translation>
     </message>
 </context>
 <context>
@@ -279,6 +283,10 @@
     <message>
         <source>No log entries yet</source>
         <translation>Aucune entrée dans le journal</translation>
+    </message>
+    <message>
+        <source>At %1 MB the log begins anew, and one old log is kept beside it.</source>
+        <translation>À %1 Mo, le journal recommence et un ancien est conservé à côté.</translation>
     </message>
 </context>
 <context>
@@ -827,6 +835,10 @@
         <source>Clear Conflict Indicator</source>
         <translation>Effacer l’indicateur de conflit</translation>
     </message>
+    <message>
+        <source>Menu</source>
+        <translation>Menu</translation>
+    </message>
 </context>
 <context>
     <name>zenlot::BackgroundItemsViewModel</name>
@@ -889,6 +901,17 @@
     <message>
         <source>Not found</source>
         <translation>Introuvable</translation>
+    </message>
+</context>
+<context>
+    <name>zenlot::ChildAppService</name>
+    <message>
+        <source>%1 cannot be run</source>
+        <translation>Impossible d’exécuter %1</translation>
+    </message>
+    <message>
+        <source>%1 has ended with a failure again and again</source>
+        <translation>%1 s’est arrêté à plusieurs reprises sur une erreur</translation>
     </message>
 </context>
 <context>

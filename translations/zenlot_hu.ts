@@ -133,6 +133,10 @@
         <translation>Infóablak</translation>
     </message>
     <message>
+        <source>Menu</source>
+        <translation>Menü</translation>
+    </message>
+    <message>
         <source>Stop</source>
         <translation>Leállítás</translation>
     </message>
@@ -202,11 +206,11 @@
     <name>GeneralTab</name>
     <message>
         <source>Show in menu bar</source>
-        <translation>Megjelenítés a menüsorban</translation>
+        <translation>Megjelenítés az értesítési területen</translation>
     </message>
     <message>
         <source>Show in Dock</source>
-        <translation>Megjelenítés a Dockban</translation>
+        <translation>Megjelenítés a tálcán</translation>
     </message>
     <message>
         <source>Launch at login</source>
@@ -218,7 +222,7 @@
     </message>
     <message>
         <source>⌃⌥⇧P — opens the menu bar popover from anywhere</source>
-        <translation>⌃⌥⇧P – bárhonnan megnyitja a menüsor ablakát</translation>
+        <translation>Ctrl+Alt+Shift+P — bárhonnan megnyitja a Zenlotot</translation>
     </message>
     <message>
         <source>Enable global shortcut</source>
@@ -236,11 +240,11 @@
     <name>InstallError</name>
     <message>
         <source>Zenlot is blocked from running in the background. Open System Settings → General → Login Items &amp; Extensions and turn Zenlot back on under &quot;Allow in the Background&quot;, then click Re-check.</source>
-        <translation>A Zenlot háttérben futása le van tiltva. Nyissa meg a Rendszerbeállítások → Általános → Bejelentkezési elemek és bővítmények részt, kapcsolja vissza a Zenlotot a „Háttérben futás engedélyezése” alatt, majd kattintson az Újraellenőrzésre.</translation>
+        <translation>A Zenlot nem futhat a háttérben: a figyelőjét a systemd maszkolja. A „Bejelentkezési elemek megnyitása” megmutatja, hogyan engedélyezhető; ezután kattints az „Újraellenőrzés” gombra.</translation>
     </message>
     <message>
         <source>Zenlot is still blocked. Toggle &quot;Allow in the Background&quot; on for Zenlot in System Settings → General → Login Items &amp; Extensions.</source>
-        <translation>A Zenlot továbbra is le van tiltva. Kapcsolja be a Zenlot „Háttérben futás engedélyezése” beállítását itt: Rendszerbeállítások → Általános → Bejelentkezési elemek és bővítmények.</translation>
+        <translation>A Zenlot továbbra is le van tiltva. A „Bejelentkezési elemek megnyitása” megmutatja a parancsot, amely feloldja a figyelőt.</translation>
     </message>
 </context>
 <context>
@@ -279,6 +283,10 @@
     <message>
         <source>No log entries yet</source>
         <translation>Még nincsenek naplóbejegyzések</translation>
+    </message>
+    <message>
+        <source>At %1 MB the log begins anew, and one old log is kept beside it.</source>
+        <translation>%1 MB-nál a napló újrakezdődik, és egy régi megmarad mellette.</translation>
     </message>
 </context>
 <context>
@@ -827,6 +835,10 @@
         <source>Clear Conflict Indicator</source>
         <translation>Ütközésjelzés törlése</translation>
     </message>
+    <message>
+        <source>Menu</source>
+        <translation>Menü</translation>
+    </message>
 </context>
 <context>
     <name>zenlot::BackgroundItemsViewModel</name>
@@ -889,6 +901,17 @@
     <message>
         <source>Not found</source>
         <translation>Nem található</translation>
+    </message>
+</context>
+<context>
+    <name>zenlot::ChildAppService</name>
+    <message>
+        <source>%1 cannot be run</source>
+        <translation>%1 nem futtatható</translation>
+    </message>
+    <message>
+        <source>%1 has ended with a failure again and again</source>
+        <translation>%1 többször egymás után hibával állt le</translation>
     </message>
 </context>
 <context>

@@ -133,6 +133,10 @@
         <translation>インスペクタ</translation>
     </message>
     <message>
+        <source>Menu</source>
+        <translation>メニュー</translation>
+    </message>
+    <message>
         <source>Stop</source>
         <translation>停止</translation>
     </message>
@@ -202,11 +206,11 @@
     <name>GeneralTab</name>
     <message>
         <source>Show in menu bar</source>
-        <translation>メニューバーに表示</translation>
+        <translation>通知領域に表示</translation>
     </message>
     <message>
         <source>Show in Dock</source>
-        <translation>Dockに表示</translation>
+        <translation>タスクバーに表示</translation>
     </message>
     <message>
         <source>Launch at login</source>
@@ -218,7 +222,7 @@
     </message>
     <message>
         <source>⌃⌥⇧P — opens the menu bar popover from anywhere</source>
-        <translation>⌃⌥⇧P — どこからでもメニューバーのポップオーバーを開きます</translation>
+        <translation>Ctrl+Alt+Shift+P — どこからでもZenlotを開きます</translation>
     </message>
     <message>
         <source>Enable global shortcut</source>
@@ -236,11 +240,11 @@
     <name>InstallError</name>
     <message>
         <source>Zenlot is blocked from running in the background. Open System Settings → General → Login Items &amp; Extensions and turn Zenlot back on under &quot;Allow in the Background&quot;, then click Re-check.</source>
-        <translation>Zenlotはバックグラウンドでの実行がブロックされています。「システム設定」→「一般」→「ログイン項目と機能拡張」を開き、「バックグラウンドでの実行を許可」でZenlotを再びオンにしてから、「再確認」をクリックしてください。</translation>
+        <translation>Zenlotはバックグラウンドでの実行をブロックされています。systemdでモニターがマスクされています。「ログイン項目を開く」で許可する方法を確認し、「再確認」をクリックしてください。</translation>
     </message>
     <message>
         <source>Zenlot is still blocked. Toggle &quot;Allow in the Background&quot; on for Zenlot in System Settings → General → Login Items &amp; Extensions.</source>
-        <translation>Zenlotはまだブロックされています。「システム設定」→「一般」→「ログイン項目と機能拡張」で、Zenlotの「バックグラウンドでの実行を許可」をオンにしてください。</translation>
+        <translation>Zenlotはまだブロックされています。「ログイン項目を開く」にモニターのマスクを解除するコマンドがあります。</translation>
     </message>
 </context>
 <context>
@@ -279,6 +283,10 @@
     <message>
         <source>No log entries yet</source>
         <translation>ログはまだありません</translation>
+    </message>
+    <message>
+        <source>At %1 MB the log begins anew, and one old log is kept beside it.</source>
+        <translation>%1 MBになるとログは新しく始まり、古いログが1つ隣に残ります。</translation>
     </message>
 </context>
 <context>
@@ -827,6 +835,10 @@
         <source>Clear Conflict Indicator</source>
         <translation>競合の表示を消す</translation>
     </message>
+    <message>
+        <source>Menu</source>
+        <translation>メニュー</translation>
+    </message>
 </context>
 <context>
     <name>zenlot::BackgroundItemsViewModel</name>
@@ -889,6 +901,17 @@
     <message>
         <source>Not found</source>
         <translation>見つかりません</translation>
+    </message>
+</context>
+<context>
+    <name>zenlot::ChildAppService</name>
+    <message>
+        <source>%1 cannot be run</source>
+        <translation>%1を実行できません</translation>
+    </message>
+    <message>
+        <source>%1 has ended with a failure again and again</source>
+        <translation>%1は何度もエラーで終了しました</translation>
     </message>
 </context>
 <context>

@@ -133,6 +133,10 @@
         <translation>检查器</translation>
     </message>
     <message>
+        <source>Menu</source>
+        <translation>菜单</translation>
+    </message>
+    <message>
         <source>Stop</source>
         <translation>停止</translation>
     </message>
@@ -202,11 +206,11 @@
     <name>GeneralTab</name>
     <message>
         <source>Show in menu bar</source>
-        <translation>在菜单栏中显示</translation>
+        <translation>在状态区域显示</translation>
     </message>
     <message>
         <source>Show in Dock</source>
-        <translation>在程序坞中显示</translation>
+        <translation>在任务栏显示</translation>
     </message>
     <message>
         <source>Launch at login</source>
@@ -218,7 +222,7 @@
     </message>
     <message>
         <source>⌃⌥⇧P — opens the menu bar popover from anywhere</source>
-        <translation>⌃⌥⇧P — 随时随地打开菜单栏弹出窗口</translation>
+        <translation>Ctrl+Alt+Shift+P — 从任何位置打开 Zenlot</translation>
     </message>
     <message>
         <source>Enable global shortcut</source>
@@ -236,11 +240,11 @@
     <name>InstallError</name>
     <message>
         <source>Zenlot is blocked from running in the background. Open System Settings → General → Login Items &amp; Extensions and turn Zenlot back on under &quot;Allow in the Background&quot;, then click Re-check.</source>
-        <translation>Zenlot 被禁止在后台运行。请打开“系统设置”→“通用”→“登录项与扩展”，在“允许在后台”下重新打开 Zenlot，然后点按“重新检查”。</translation>
+        <translation>Zenlot 被阻止在后台运行：systemd 屏蔽了它的监视器。“打开登录项”会说明如何允许它；然后点按“重新检查”。</translation>
     </message>
     <message>
         <source>Zenlot is still blocked. Toggle &quot;Allow in the Background&quot; on for Zenlot in System Settings → General → Login Items &amp; Extensions.</source>
-        <translation>Zenlot 仍被阻止。请在“系统设置”→“通用”→“登录项与扩展”中为 Zenlot 打开“允许在后台”。</translation>
+        <translation>Zenlot 仍被阻止。“打开登录项”会显示解除屏蔽其监视器的命令。</translation>
     </message>
 </context>
 <context>
@@ -279,6 +283,10 @@
     <message>
         <source>No log entries yet</source>
         <translation>暂无日志条目</translation>
+    </message>
+    <message>
+        <source>At %1 MB the log begins anew, and one old log is kept beside it.</source>
+        <translation>日志达到 %1 MB 时重新开始，并在旁边保留一份旧日志。</translation>
     </message>
 </context>
 <context>
@@ -827,6 +835,10 @@
         <source>Clear Conflict Indicator</source>
         <translation>清除冲突提示</translation>
     </message>
+    <message>
+        <source>Menu</source>
+        <translation>菜单</translation>
+    </message>
 </context>
 <context>
     <name>zenlot::BackgroundItemsViewModel</name>
@@ -889,6 +901,17 @@
     <message>
         <source>Not found</source>
         <translation>未找到</translation>
+    </message>
+</context>
+<context>
+    <name>zenlot::ChildAppService</name>
+    <message>
+        <source>%1 cannot be run</source>
+        <translation>无法运行 %1</translation>
+    </message>
+    <message>
+        <source>%1 has ended with a failure again and again</source>
+        <translation>%1 多次因错误退出</translation>
     </message>
 </context>
 <context>

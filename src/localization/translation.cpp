@@ -26,7 +26,7 @@ QString tableFor(const QStringList& languages) {
                 return table;
         }
     }
-    return {};
+    return u"en"_s;
 }
 
 } // namespace
@@ -34,10 +34,9 @@ QString tableFor(const QStringList& languages) {
 Translation::Translation(const QStringList& languages) : table_(tableFor(languages)) {
     // The few words that Qt itself shows, as in the menu of a text field. Not every system has
     // them.
-    if (!table_.isEmpty() &&
-        toolkit_.load(u"qtbase_"_s + table_, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+    if (toolkit_.load(u"qtbase_"_s + table_, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QCoreApplication::installTranslator(&toolkit_);
-    if (!table_.isEmpty() && texts_.load(kPrefix + table_, kFolder))
+    if (texts_.load(kPrefix + table_, kFolder))
         QCoreApplication::installTranslator(&texts_);
 }
 

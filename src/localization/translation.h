@@ -6,8 +6,10 @@
 //
 // The first of the user's languages that has a table is taken, whatever the country: for "de-AT"
 // that of German. Scripts count: there is a table for simplified Chinese and none for traditional
-// Chinese. What no table has is shown as it stands in the code. The tables are part of the program;
-// they come from the folder translations/.
+// Chinese. Whose languages have none, or who has none at all, gets that of English, where the few
+// keys that are not English, or name what other desktops have, are put right. What a table lacks is
+// shown as it stands in the code. The tables are part of the program; they come from the folder
+// translations/.
 //
 // Main thread, after the application object and not longer than that; the texts themselves may be
 // asked for on any thread.
@@ -25,7 +27,7 @@ class Translation final {
     // The languages by preference, named as BCP 47 has it.
     explicit Translation(const QStringList& languages = QLocale::system().uiLanguages());
 
-    // The name of the table in use, such as "de" or "zh_CN"; empty when there is none.
+    // The name of the table in use, such as "de" or "zh_CN".
     const QString& table() const { return table_; }
 
   private:

@@ -199,7 +199,7 @@ bool ConflictListener::isFresh(const ConflictRecord& record) const {
 
 void ConflictListener::logRecordState(std::size_t count, std::size_t fresh) {
     const QString state = u"%1:%2"_s.arg(count).arg(fresh);
-    if (fresh == 0 && state == lastLoggedConflictRecordState_)
+    if (state == lastLoggedConflictRecordState_)
         return;
     lastLoggedConflictRecordState_ = state;
     log(u"conflict records loaded count=%1 fresh=%2"_s.arg(count).arg(fresh));

@@ -13,11 +13,7 @@ bool requiresApproval(const AppServiceError& error) {
 
 } // namespace
 
-LaunchAgentInstaller::LaunchAgentInstaller(AppService& service, SystemLog& log, QString bundlePath)
-    : service_(service), log_(log), bundlePath_(std::move(bundlePath)) {}
-
-QString LaunchAgentInstaller::statusText() const {
-    const AppServiceStatus status = service_.status();
+QString AgentState::statusText() const {
     switch (status) {
     case AppServiceStatus::notRegistered:
         return u"notRegistered"_s;
@@ -31,22 +27,32 @@ QString LaunchAgentInstaller::statusText() const {
     return u"unknown(%1)"_s.arg(static_cast<int>(status));
 }
 
-bool LaunchAgentInstaller::isEnabled() const {
-    return service_.status() == AppServiceStatus::enabled;
+LaunchAgentInstaller::LaunchAgentInstaller(AppService& service, SystemLog& log, QString bundlePath)
+    : service_(service), log_(log), bundlePath_(std::move(bundlePath)) {}
+
+QFuture<AgentState> LaunchAgentInstaller::state() {
+    return worker_.run([this, isBeingRefreshed = isBeingRefreshed_] {
+        AgentState state = readState();
+        state.isBeingRefreshed = isBeingRefreshed;
+        return state;
+    });
 }
 
-bool LaunchAgentInstaller::isInstalled() const {
-    return isBeingRefreshed_ || service_.status() != AppServiceStatus::notRegistered;
+AgentState LaunchAgentInstaller::readState() const {
+    AgentState state{.status = service_.status()};
+    if (state.status == AppServiceStatus::notRegistered)
+        return state;
+    if (const std::optional<AppServiceError> error = service_.failure())
+        state.failure = InstallError::other(error->domain, error->code, error->message);
+    return state;
 }
 
-std::optional<InstallError> LaunchAgentInstaller::failure() const {
-    const std::optional<AppServiceError> error = service_.failure();
-    return error ? std::optional(InstallError::other(error->domain, error->code, error->message))
-                 : std::nullopt;
-}
-
-std::optional<InstallError> LaunchAgentInstaller::install() {
+QFuture<std::optional<InstallError>> LaunchAgentInstaller::install() {
     isBeingRefreshed_ = false;
+    return worker_.run([this] { return registerAgent(); });
+}
+
+std::optional<InstallError> LaunchAgentInstaller::registerAgent() {
     const AppServiceStatus before = service_.status();
     log_.write(u"[Zenlot] SMAppService status before register: "_s +
                QString::number(static_cast<int>(before)));
@@ -76,19 +82,19 @@ std::optional<InstallError> LaunchAgentInstaller::install() {
     return InstallError::other(error->domain, error->code, error->message);
 }
 
-std::optional<AppServiceError> LaunchAgentInstaller::uninstall() {
+QFuture<std::optional<AppServiceError>> LaunchAgentInstaller::uninstall() {
     isBeingRefreshed_ = false;
-    return service_.unregisterService();
+    return worker_.run([this] { return service_.unregisterService(); });
 }
 
 void LaunchAgentInstaller::beginRefresh() {
-    [[maybe_unused]] const auto refused = uninstall();
+    uninstall();
     isBeingRefreshed_ = true;
 }
 
 void LaunchAgentInstaller::finishRefresh() {
-    if (isBeingRefreshed_) [[maybe_unused]]
-        const auto refused = install();
+    if (isBeingRefreshed_)
+        install();
 }
 
 } // namespace zenlot

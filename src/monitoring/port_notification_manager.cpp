@@ -76,6 +76,12 @@ void PortNotificationManager::notifyConflict(std::int64_t port, const QString& n
     post(Kind::conflict, port, name, process);
 }
 
+void PortNotificationManager::notifyConflictAnew(std::int64_t port, const QString& name,
+                                                 const ProcessSighting& process) {
+    withdrawHandled({port, process.process, cutOff(name, kLongestName)});
+    notifyConflict(port, name, process);
+}
+
 void PortNotificationManager::notifyPortActivity(std::int64_t port, const QString& name,
                                                  const ProcessSighting& process) {
     post(Kind::newListener, port, name, process);

@@ -78,6 +78,9 @@ class PortNotificationManager final : public QObject {
     // An alert that a port which somebody wanted is held by this process.
     void notifyConflict(std::int64_t port, const QString& name, const ProcessSighting& process);
 
+    // The same for somebody who asks, perhaps again and again: one that stands makes way for it.
+    void notifyConflictAnew(std::int64_t port, const QString& name, const ProcessSighting& process);
+
     // An alert that this process has begun to listen on the port.
     void notifyPortActivity(std::int64_t port, const QString& name, const ProcessSighting& process);
 

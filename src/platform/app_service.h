@@ -2,7 +2,8 @@
 // agent of it.
 //
 // The registration belongs to the desktop, where the user can change it at any time, so nothing
-// here is remembered: each call asks anew. Calls are synchronous and made from the main thread.
+// here is remembered: each call asks anew. Calls are synchronous, may wait for the desktop, and may
+// come from any thread.
 //
 //     if (std::optional<AppServiceError> error = loginItem.registerService())
 //         show(error->message);

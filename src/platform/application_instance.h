@@ -52,13 +52,15 @@ class ApplicationInstance {
     virtual void setHandlers(QObject* context, Handlers handlers) = 0;
 };
 
-// Asks for the settings, among the URIs that are handed over. No web page can: nothing registers
-// it.
-inline constexpr QLatin1StringView kSettingsUri{"zenlot:settings"};
-inline constexpr QLatin1StringView kSettingsOption{"--settings"};
+// Among the URIs that are handed over, "zenlot:settings" asks for the command of that name. No web
+// page can: nothing registers the scheme.
+inline constexpr QLatin1StringView kCommandScheme{"zenlot:"};
 
-// Those of a program's arguments that have a scheme, such as "port://8080", and what the option for
-// the settings asks for.
+// With this option of the program nobody has asked to see anything.
+inline constexpr QLatin1StringView kBackgroundOption{"--background"};
+
+// Those of a program's arguments that have a scheme, such as "port://8080", and what its options
+// ask for. What begins in the background asks for nothing that anybody would see.
 QStringList urisAmong(const QStringList& arguments);
 
 } // namespace zenlot

@@ -17,7 +17,7 @@ class FakeStatusBar final : public StatusBar {
     bool hasItem{false};
     TemplateImage image;
     QString toolTip;
-    QList<StatusMenuEntry> menu;
+    QList<Command> menu;
     int menusInstalled{0};
 
     std::unique_ptr<StatusItem> makeStatusItem(ActivationHandler handler) override {
@@ -52,7 +52,7 @@ class FakeStatusBar final : public StatusBar {
 
         void setImage(const TemplateImage& image) override { bar_.image = image; }
         void setToolTip(const QString& text) override { bar_.toolTip = text; }
-        void setMenu(const QList<StatusMenuEntry>& entries) override {
+        void setMenu(const QList<Command>& entries) override {
             bar_.menu = entries;
             ++bar_.menusInstalled;
         }

@@ -28,6 +28,15 @@ struct RunningApplication {
     friend bool operator==(const RunningApplication&, const RunningApplication&) = default;
 };
 
+// The application that a process is a part of, for which several processes may stand.
+struct OwningApplication {
+    QString key; // the same for all of its processes, and for no other's
+    QString name;
+    QString icon; // as RunningApplication::iconName
+
+    friend bool operator==(const OwningApplication&, const OwningApplication&) = default;
+};
+
 class RunningApplications {
   public:
     RunningApplications() = default;
@@ -37,6 +46,10 @@ class RunningApplications {
 
     // None for a process that is gone, that may not be inspected, or that is no application.
     virtual std::optional<RunningApplication> applicationWithPid(qint64 pid) const = 0;
+
+    // Also for the helpers of an application. None for what somebody started from within it, as in
+    // the terminal of an editor.
+    virtual std::optional<OwningApplication> applicationOwning(qint64 pid) const = 0;
 };
 
 } // namespace zenlot

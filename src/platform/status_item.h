@@ -7,10 +7,10 @@
 // Everything here belongs to the main thread; handlers are called from the event loop.
 #pragma once
 
+#include "platform/command.h"
+
 #include <QList>
 #include <QString>
-
-#include <functional>
 
 namespace zenlot {
 
@@ -21,15 +21,6 @@ struct TemplateImage {
     QString themeName; // how a panel finds the same picture in its icon theme
 
     friend bool operator==(const TemplateImage&, const TemplateImage&) = default;
-};
-
-struct StatusMenuEntry {
-    QString title{};             // plain text; empty for the line between two groups
-    QString keyEquivalent{};     // shown behind the title, in the form of QKeySequence: "Ctrl+Q"
-    QString symbol{};            // one of our own, in menus that we draw
-    QString symbolDescription{}; // what it tells those who see it
-    std::function<void()> run{}; // none for a title that does nothing
-    bool isEnabled{true};
 };
 
 class StatusItem {
@@ -45,7 +36,7 @@ class StatusItem {
     virtual void setToolTip(const QString& text) = 0;
 
     // The menu for panels that show it themselves. Replaces the one of before.
-    virtual void setMenu(const QList<StatusMenuEntry>& entries) = 0;
+    virtual void setMenu(const QList<Command>& entries) = 0;
 };
 
 } // namespace zenlot

@@ -77,6 +77,16 @@ Creation create(const QByteArray& path, const QByteArray& line) {
     return result;
 }
 
+// With those above it that are missing. Only the owner gets in, whatever the process gives to new
+// files; what is there already stays as it is.
+bool makePrivateDirectory(const QString& path) {
+    const auto isThere = [&path] { return QFileInfo(path).isDir(); };
+    return isThere() ||
+           (makePrivateDirectory(QFileInfo(path).path()) &&
+            (QDir().mkdir(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner) ||
+             isThere()));
+}
+
 } // namespace
 
 AppLog::AppLog(const QString& path, Clock clock, Author author)
@@ -109,7 +119,7 @@ QString monitorLogPath(const QString& home) {
 }
 
 bool makeMonitorLogDirectory(const QString& home) {
-    return QDir().mkpath(QFileInfo(monitorLogPath(home)).path());
+    return makePrivateDirectory(QFileInfo(monitorLogPath(home)).path());
 }
 
 } // namespace zenlot

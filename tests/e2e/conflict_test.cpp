@@ -108,5 +108,28 @@ INSTANTIATE_TEST_SUITE_P(Noticing, ConflictTest,
                              return mode.param.isEmpty() ? "AsTheKernelTells" : "ByPolling";
                          });
 
+// Nobody has started a monitor, and no service manager runs here.
+TEST(OwnMonitorTest, RunsAndTellsAsLongAsTheApplicationDoes) {
+    PrivateDesktop desktop;
+    const AlertScreen alerts(desktop);
+    const QString port = PrivateDesktop::portOf(desktop.startServer(kHolderName));
+    desktop.writeSettings(R"({"conflictMonitoringEnabled": true, "hasCompletedOnboarding": true})");
+    QProcess& zenlot = desktop.start(QStringLiteral(ZENLOT_PROGRAM), {u"--background"_s});
+    ASSERT_TRUE(desktop.waitForLog("background monitor started"));
+    ASSERT_TRUE(desktop.waitForLog("notification setup granted=true"));
+    const std::string alert = "posting notification id=zenlot-conflict-" + port.toStdString();
+    bool isTold = false;
+    for (int starts = 0; starts < 20 && !isTold; ++starts) {
+        QProcess& refused =
+            desktop.start(u"python3"_s, {u"-m"_s, u"http.server"_s, u"-b"_s, u"127.0.0.1"_s, port});
+        EXPECT_TRUE(refused.state() == QProcess::NotRunning || refused.waitForFinished(kPatience));
+        isTold = desktop.waitForLog(alert, kPatience / 20);
+    }
+    EXPECT_TRUE(isTold) << desktop.log();
+    zenlot.terminate();
+    EXPECT_TRUE(zenlot.waitForFinished());
+    EXPECT_TRUE(desktop.waitForLog("background monitor stopped"));
+}
+
 } // namespace
 } // namespace zenlot

@@ -144,5 +144,57 @@ TEST_F(KeyboardTest, TheContextMenuOpensByKey) {
     EXPECT_TRUE(hasKeyboard("list", results));
 }
 
+// On this desktop there is no status area.
+TEST_F(KeyboardTest, TheCommandsOfTheApplicationAreInTheWindow) {
+    ASSERT_NO_FATAL_FAILURE(open());
+    ASSERT_TRUE(tree.find("push button", u"Menu"_s));
+    const auto waitForMenu = [this] {
+        return desktop.input(u"search --sync --onlyvisible --name ^Menu$"_s.split(u' '));
+    };
+    desktop.press("F10");
+    ASSERT_EQ(waitForMenu(), 0);
+    desktop.press("Escape");
+    desktop.press("BackSpace"); // which is for the field again
+    ASSERT_TRUE(hasKeyboard("text", u"Port"_s));
+    ASSERT_TRUE(tree.pressOnce("push button", u"Menu"_s));
+    ASSERT_EQ(waitForMenu(), 0);
+    desktop.press("Up");
+    desktop.press("Return");
+    EXPECT_TRUE(zenlot->waitForFinished());
+    EXPECT_EQ(zenlot->exitCode(), 0);
+}
+
+TEST(OptionsTest, AreForTheOneThatRuns) {
+    PrivateDesktop desktop;
+    const AccessibleTree tree(desktop.sessionBus());
+    const auto startAgain = [&](const QString& option) {
+        QProcess& again = desktop.start(QStringLiteral(ZENLOT_PROGRAM), {option});
+        EXPECT_TRUE(again.waitForFinished());
+        EXPECT_EQ(again.exitCode(), 0) << option.toStdString();
+    };
+    startAgain(u"--quit"_s); // when there is none
+    QProcess& first = desktop.start(QStringLiteral(ZENLOT_PROGRAM), {u"--background"_s});
+    ASSERT_TRUE(desktop.waitForLog("conflict listener started"));
+    startAgain(u"--background"_s);
+    startAgain(u"--settings"_s);
+    EXPECT_TRUE(tree.find("frame", u"Settings"_s));
+    EXPECT_FALSE(tree.isThere("frame", u"Zenlot"_s));
+    startAgain(u"--check-port"_s);
+    EXPECT_TRUE(tree.find("frame", u"Zenlot"_s));
+    EXPECT_TRUE(tree.find("text", u"Port"_s, AccessibleTree::State::focused));
+    startAgain(u"--quit"_s);
+    EXPECT_TRUE(first.state() == QProcess::NotRunning || first.waitForFinished());
+    EXPECT_EQ(first.exitCode(), 0);
+
+    for (const QString& option : {u"--help"_s, u"--version"_s}) {
+        QProcess bare;
+        bare.setProcessEnvironment(QProcessEnvironment()); // as in a terminal without a display
+        bare.start(QStringLiteral(ZENLOT_PROGRAM), {option});
+        EXPECT_TRUE(bare.waitForFinished());
+        EXPECT_EQ(bare.exitCode(), 0);
+        EXPECT_TRUE(bare.readAllStandardOutput().contains("zenlot")) << option.toStdString();
+    }
+}
+
 } // namespace
 } // namespace zenlot

@@ -243,8 +243,8 @@ TEST_F(StatusAreaTest, LaterStartLooksItsPortUpInTheRunningProgram) {
 }
 
 TEST_F(StatusAreaTest, SwitchesOfTheSettingsWorkAtOnce) {
-    const QString icon = u"Show in menu bar"_s;
-    const QString dock = u"Show in Dock"_s;
+    const QString icon = u"Show in the status area"_s;
+    const QString dock = u"Show in the taskbar"_s;
     const QString notify = u"Notify on all port activity"_s;
     const QString monitoring = u"Port Monitoring"_s;
     const auto press = [this](const char* role, const QString& name) {

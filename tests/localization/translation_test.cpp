@@ -23,10 +23,10 @@ TEST(TranslationTest, TheFirstLanguageThatHasATableIsTaken) {
         QString table;
         QString word;
     } cases[] = {
-        {{}, {}, u"Folytatás"_s},
-        {{u"C"_s}, {}, u"Folytatás"_s},
-        {{u"is-IS"_s, u"is"_s}, {}, u"Folytatás"_s},
-        {{u"zh-TW"_s, u"zh-Hant-TW"_s}, {}, u"Folytatás"_s},
+        {{}, u"en"_s, u"Continue"_s},
+        {{u"C"_s}, u"en"_s, u"Continue"_s},
+        {{u"is-IS"_s, u"is"_s}, u"en"_s, u"Continue"_s},
+        {{u"zh-TW"_s, u"zh-Hant-TW"_s}, u"en"_s, u"Continue"_s},
         {{u"en-GB"_s}, u"en"_s, u"Continue"_s},
         {{u"de-AT"_s, u"en"_s}, u"de"_s, u"Weiter"_s},
         {{u"hu"_s}, u"hu"_s, u"Folytatás"_s},

@@ -50,14 +50,14 @@ TEST_F(LaunchAgentInstallerTest, InstallsOrTellsWhyNot) {
         service.currentStatus = before;
         service.refusal = refusal;
         service.statusAfterRegistering = after;
-        const std::optional<InstallError> error = installer.install();
+        const std::optional<InstallError> error = installer.install().result();
         EXPECT_EQ(error ? error->description() : QString(), description);
         EXPECT_EQ(error == InstallError::requiresApproval(), description == kBlocked);
         EXPECT_EQ(service.registerCalls, before == requiresApproval ? 0 : 1);
         const QString first = u"[Zenlot] SMAppService status before register: %1"_s;
         EXPECT_EQ(log.messages, (QStringList{first.arg(static_cast<int>(before)),
                                              u"[Zenlot] Bundle path: /opt/zenlot"_s, lastLine}));
-        EXPECT_EQ(installer.uninstall(), refusal);
+        EXPECT_EQ(installer.uninstall().result(), refusal);
     }
 }
 
@@ -66,16 +66,18 @@ TEST_F(LaunchAgentInstallerTest, ARefreshIsNoChoiceOfTheUsers) {
     service.currentStatus = enabled;
     service.statusAfterRegistering = enabled;
     installer.beginRefresh();
-    EXPECT_EQ(service.currentStatus, notRegistered);
-    EXPECT_TRUE(installer.isInstalled());
+    AgentState state = installer.state().result();
+    EXPECT_EQ(state.status, notRegistered);
+    EXPECT_TRUE(state.isInstalled());
     installer.finishRefresh();
-    EXPECT_EQ(service.currentStatus, enabled);
+    EXPECT_TRUE(installer.state().result().isEnabled());
     EXPECT_EQ(service.registerCalls, 1);
 
     installer.beginRefresh();
-    EXPECT_FALSE(installer.uninstall());
-    EXPECT_FALSE(installer.isInstalled());
+    EXPECT_FALSE(installer.uninstall().result());
+    EXPECT_FALSE(installer.state().result().isInstalled());
     installer.finishRefresh();
+    installer.state().waitForFinished();
     EXPECT_EQ(service.registerCalls, 1);
 }
 

@@ -107,6 +107,16 @@ TEST_F(PortNotificationManagerTest, AlertsTellPortNameAndProcess) {
                            u"notification add failed "_s + id + u": not now"_s}));
 }
 
+TEST_F(PortNotificationManagerTest, WhoeverAsksAgainGetsOneAlert) {
+    for (int asked = 0; asked < 3; ++asked)
+        alerts->notifyConflictAnew(3000, u"node"_s, {{42, 7}, ForceQuitObstacle::none});
+    alerts->notifyConflictAnew(3001, u"node"_s, {{42, 7}, ForceQuitObstacle::none});
+    ASSERT_EQ(center.requests.size(), 4U);
+    EXPECT_EQ(center.removed,
+              (QStringList{center.requests[0].identifier, center.requests[1].identifier}));
+    EXPECT_TRUE(handled.isEmpty());
+}
+
 TEST_F(PortNotificationManagerTest, IgnoringReachesBothListsAndIsTold) {
     const QString late = u"\U0001F600"_s; // by its code point, not by its first unit
     settings.setMonitorIgnoredPorts({9000, 3000});

@@ -84,7 +84,14 @@ TEST_F(AppLogTest, DropsLinesWhereNoFileCanBeWritten) {
     const QString home = QString::fromStdString(folder_.path());
     AppLog(monitorLogPath(home)).writeAppLog(u"no folder"_s);
     EXPECT_EQ(folder_.names(), std::set<std::string>{kName});
+    const mode_t before = ::umask(0);
     EXPECT_TRUE(makeMonitorLogDirectory(home));
+    EXPECT_TRUE(makeMonitorLogDirectory(home));
+    ::umask(before);
+    for (const char* folder : {"Library", "Library/Logs"})
+        EXPECT_EQ(std::filesystem::status(folder_.path() / folder).permissions(),
+                  std::filesystem::perms::owner_all)
+            << "private, whatever other files are";
     EXPECT_TRUE(folder_.names("Library/Logs").empty());
 }
 

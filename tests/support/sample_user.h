@@ -7,6 +7,8 @@
 #include "platform/fake_user_defaults.h"
 #include "settings/app_settings.h"
 
+#include <QCoreApplication>
+
 namespace zenlot {
 
 struct SampleUser {
@@ -20,6 +22,12 @@ struct SampleUser {
     // Where the user may allow the monitor.
     int loginItemsOpened{0};
     std::function<void()> openLoginItems = [this] { ++loginItemsOpened; };
+
+    // Until what was asked of the monitor is done, and told.
+    void settle() {
+        installer.state().waitForFinished();
+        QCoreApplication::processEvents();
+    }
 
     void forbidTheMonitor() { monitor.currentStatus = AppServiceStatus::requiresApproval; }
 };

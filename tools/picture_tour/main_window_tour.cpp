@@ -1,5 +1,9 @@
 #include "picture_tour/sample_machine.h"
 #include "picture_tour/tour.h"
+#include "platform/fake_application_windows.h"
+#include "platform/fake_global_shortcut.h"
+#include "platform/fake_status_bar.h"
+#include "shell/app/window_commands.h"
 #include "shell/processicon/process_icon_provider.h"
 
 #include <QDeadlineTimer>
@@ -53,6 +57,11 @@ class Scene final {
         waitFor([this] { return window_->isActive() && content().sidebar()->rowCount() > 0; });
     }
 
+    // As on a desktop without a status area.
+    void showMenuButton(bool shown) {
+        window_->setProperty("commands", QVariant::fromValue(shown ? &commands_ : nullptr));
+    }
+
     // Types the number and waits for what is known of it.
     void check(const QString& port) {
         bool wasChecking = false;
@@ -81,6 +90,12 @@ class Scene final {
     SampleMachine machine;
 
   private:
+    NotificationCenter notifications_;
+    FakeStatusBar bar_;
+    FakeGlobalShortcut shortcut_;
+    FakeApplicationWindows windows_;
+    AppDelegate delegate_{{machine.inventory(), notifications_, bar_, shortcut_, windows_}, {}};
+    WindowCommands commands_{delegate_};
     QQuickWindow* window_{nullptr};
     QQmlApplicationEngine engine_; // the last member: what it shows must outlive it
 };
@@ -98,6 +113,9 @@ void showMainWindow(Visitor& visitor) {
         Scene scene;
         scene.open();
         visitor.see(scene.window(), u"empty"_s);
+        scene.showMenuButton(true);
+        visitor.see(scene.window(), u"without-status-item"_s);
+        scene.showMenuButton(false);
         scene.content().setPortInput(u"80"_s);
         visitor.captureNow(scene.window(), u"typing"_s);
         scene.check(u"3001"_s);

@@ -20,6 +20,7 @@
 #include <QQuickWindow>
 #include <QTemporaryDir>
 #include <QWidget>
+#include <QWindow>
 #include <QtQml/qqmlextensionplugin.h>
 
 #include <memory>
@@ -90,19 +91,24 @@ void showSettings(QQmlEngine& engine, Visitor& visitor) {
     });
     visitor.see(*window, u"settings-general"_s);
     press(*window, Qt::Key_Right);
+    user.settle();
     visitor.see(*window, u"settings-off"_s);
     auto* viewModel = window->property("viewModel").value<SettingsViewModel*>();
     user.monitor.refusal = kRefusal;
     viewModel->setConflictMonitoring(true);
+    user.settle();
     visitor.see(*window, u"settings-failed"_s);
     user.monitor.refusal.reset();
     user.forbidTheMonitor();
     viewModel->setConflictMonitoring(true);
+    user.settle();
     visitor.see(*window, u"settings-blocked"_s);
     viewModel->recheckBackgroundApproval();
+    user.settle();
     visitor.see(*window, u"settings-still-blocked"_s);
     user.monitor.currentStatus = AppServiceStatus::enabled;
     viewModel->recheckBackgroundApproval();
+    user.settle();
     user.settings.setPortMonitoringEnabled(true);
     visitor.see(*window, u"settings-exceptions"_s);
     for (const int key : {Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Down})
@@ -131,23 +137,28 @@ void showOnboarding(QQmlEngine& engine, Visitor& visitor) {
     const TourWindow window(engine, "Onboarding/OnboardingWindow.qml",
                             QmlWindow::showing(viewModel));
     window->setProperty("movie", QUrl()); // which would never stand still
+    user.settle();
     visitor.see(*window, u"onboarding-welcome"_s);
     viewModel.advance();
     visitor.see(*window, u"onboarding-monitor"_s);
     user.monitor.refusal = kRefusal;
     viewModel.enableBackgroundMonitor();
+    user.settle();
     visitor.see(*window, u"onboarding-failed"_s);
     user.monitor.refusal.reset();
     user.forbidTheMonitor();
     viewModel.enableBackgroundMonitor();
+    user.settle();
     visitor.see(*window, u"onboarding-blocked"_s);
     viewModel.recheckApproval();
+    user.settle();
     visitor.see(*window, u"onboarding-still-blocked"_s);
     SampleUser returning;
     returning.monitor.currentStatus = AppServiceStatus::enabled;
     OnboardingViewModel again(at(returning), {});
     const TourWindow other(engine, "Onboarding/OnboardingWindow.qml", QmlWindow::showing(again));
     other->setProperty("movie", QUrl());
+    returning.settle();
     again.advance();
     visitor.see(*other, u"onboarding-enabled"_s);
 }
@@ -164,7 +175,9 @@ void showBackgroundItems(QQmlEngine& engine, Visitor& visitor) {
           {AppServiceStatus::notFound, "background-not-found"},
           {AppServiceStatus::enabled, "background-allowed"}}) {
         user.monitor.currentStatus = status;
+        const QString before = viewModel.statusText();
         viewModel.recheck();
+        waitFor([&] { return viewModel.statusText() != before; });
         visitor.see(*page, QString::fromLatin1(state));
     }
 }
@@ -217,6 +230,11 @@ void showStatusMenu(Visitor& visitor) {
     QWidget* menu = nullptr;
     waitFor([&] { return (menu = QApplication::activePopupWidget()) != nullptr; });
     visitor.see(*menu, u"status-menu"_s);
+    menu->close();
+    QWindow window;
+    delegate.openWindowMenu(window, QRect(10, 0, 20, 20));
+    waitFor([&] { return (menu = QApplication::activePopupWidget()) != nullptr; });
+    visitor.see(*menu, u"window-menu"_s);
     menu->close();
 }
 

@@ -2,7 +2,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QImage>
 #include <QLinearGradient>
 #include <QPainter>
@@ -53,15 +52,13 @@ SampleMachine::SampleMachine()
     QObject::connect(&content_, &ContentViewModel::detailProcessChanged, &inspector_,
                      [this] { inspector_.setProcess(content_.detailProcess()); });
 
-    addApplication(u"/Applications/Harbor.app"_s, u"org.harbor.desktop"_s,
-                   QColor(0x2f, 0x7f, 0xe8));
-    addApplication(u"/Applications/Quill Notes.app"_s, u"org.quill.notes"_s,
-                   QColor(0xd9, 0x5b, 0x2b));
+    addApplication(u"Harbor"_s, u"org.harbor.Harbor"_s, QColor(0x2f, 0x7f, 0xe8), {5120, 5121});
+    addApplication(u"Quill Notes"_s, u"org.quill.Notes"_s, QColor(0xd9, 0x5b, 0x2b), {5300});
     addProcess(4312, true, "/usr/bin/node", {3000, 5173});
     addProcess(4377, true, "/usr/bin/python3.11", {8080});
-    addProcess(5120, true, "/Applications/Harbor.app/Contents/MacOS/Harbor", {7070, 7071});
-    addProcess(5121, true, "/Applications/Harbor.app/Contents/Helpers/harbor-proxy", {7443});
-    addProcess(5300, true, "/Applications/Quill Notes.app/Contents/MacOS/Quill", {49'210});
+    addProcess(5120, true, "/opt/harbor/harbor", {7070, 7071});
+    addProcess(5121, true, "/opt/harbor/helpers/harbor-proxy", {7443});
+    addProcess(5300, true, "/usr/lib/quill/quill-notes", {49'210});
     addProcess(812, false, "/usr/sbin/sshd", {22});
     addProcess(640, false, "/usr/sbin/cupsd", {631});
     addProcess(901, false, "/usr/sbin/nginx", {80, 443});
@@ -143,17 +140,14 @@ void SampleMachine::becomeCrowded(int processes) {
     }
 }
 
-void SampleMachine::addApplication(const QString& bundle, const QString& identifier,
-                                   const QColor& color) {
-    const QString name = QFileInfo(bundle).completeBaseName();
-    const QString picture = pictures_.filePath(name + u".png"_s);
+void SampleMachine::addApplication(const QString& name, const QString& identifier,
+                                   const QColor& color, const std::vector<ProcessId>& processes) {
+    const QString picture = pictures_.filePath(identifier + u".png"_s);
     drawIcon(picture, name, color);
-    workspace_.icons.insert(bundle, picture);
     workspace_.pictures.insert(picture, picture);
-    propertyLists_.files.insert(bundle + u"/Contents/Info.plist"_s,
-                                {{u"CFBundleIdentifier"_s, identifier},
-                                 {u"CFBundleShortVersionString"_s, u"2.4"_s},
-                                 {u"CFBundleVersion"_s, u"1187"_s}});
+    for (const ProcessId pid : processes)
+        applications_.addPart(pid, {identifier, name, picture});
+    applications_.add(processes.front(), {identifier, std::nullopt, std::nullopt, picture, false});
 }
 
 } // namespace zenlot

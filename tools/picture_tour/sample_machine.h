@@ -37,8 +37,9 @@ class SampleMachine final {
     ProcessDetailViewModel& inspector() { return inspector_; }
 
   private:
-    // An application with a picture of its own.
-    void addApplication(const QString& bundle, const QString& identifier, const QColor& color);
+    // An application with a picture of its own; the first of its processes is its program's.
+    void addApplication(const QString& name, const QString& identifier, const QColor& color,
+                        const std::vector<ProcessId>& processes);
 
     QTemporaryDir pictures_;
     SampleInventory<> machine_;

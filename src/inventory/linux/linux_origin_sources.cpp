@@ -114,6 +114,10 @@ std::optional<ProcessGlimpse> LinuxOriginSources::process(ProcessId pid) const {
     return glimpse;
 }
 
+std::string LinuxOriginSources::nameOf(ProcessId pid) const {
+    return procFiles_.commandName(pid);
+}
+
 std::string LinuxOriginSources::environmentVariable(ProcessId pid, const std::string& name) const {
     const auto text = procFiles_.read(std::to_string(pid) + "/environ");
     if (!text)

@@ -27,6 +27,7 @@ class LinuxOriginSources final : public OriginSources {
 
     std::vector<ProcessId> pids() const override;
     std::optional<ProcessGlimpse> process(ProcessId pid) const override;
+    std::string nameOf(ProcessId pid) const override;
     std::string environmentVariable(ProcessId pid, const std::string& name) const override;
     std::vector<ListeningSocket> listeningSockets(std::optional<std::uint16_t> port) const override;
     std::map<std::uint16_t, std::size_t>

@@ -3,6 +3,7 @@
 #include "inventory/process_names.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <iterator>
 #include <string_view>
@@ -45,6 +46,12 @@ std::optional<std::uint16_t> forwardedPort(std::string_view specification, std::
 }
 
 } // namespace
+
+bool isCalledLikeHelper(std::string_view processName) {
+    constexpr std::array<std::string_view, 5> kNames{"docker-proxy", "pasta", "pasta.avx2",
+                                                     "rootlessport", "containers-root"};
+    return std::ranges::find(kNames, processName) != kNames.end();
+}
 
 std::optional<PublishedPort> publishedPortOf(Words words, std::uint16_t port) {
     if (words.empty())

@@ -6,6 +6,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 
 namespace zenlot {
 
@@ -18,6 +19,9 @@ struct PublishedPort {
 
     friend bool operator==(const PublishedPort&, const PublishedPort&) = default;
 };
+
+// Whether a process with that name may be such a helper.
+bool isCalledLikeHelper(std::string_view processName);
 
 // None for programs that are no such helper, and for those that do not tell of the port.
 std::optional<PublishedPort> publishedPortOf(std::span<const std::string> commandLine,

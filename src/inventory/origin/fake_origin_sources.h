@@ -47,6 +47,10 @@ class FakeOriginSources final : public OriginSources {
         const auto found = processes.find(pid);
         return found == processes.end() ? std::nullopt : std::optional(found->second);
     }
+    std::string nameOf(ProcessId pid) const override {
+        const auto found = processes.find(pid);
+        return found == processes.end() ? std::string() : found->second.name;
+    }
     std::string environmentVariable(ProcessId /*pid*/, const std::string& /*name*/) const override {
         return {};
     }

@@ -9,8 +9,10 @@
 #include "inventory/process_names.h"
 
 #include <algorithm>
+#include <future>
 #include <iterator>
 #include <string_view>
+#include <system_error>
 #include <tuple>
 
 namespace zenlot {
@@ -50,6 +52,7 @@ struct OriginCollector::Look {
     std::vector<ListeningSocket> listening;
     std::map<std::uint16_t, std::size_t> connections;
     std::map<ProcessId, std::optional<ProcessGlimpse>> glimpses;
+    std::map<ProcessId, bool> helpers; // of containers
     std::map<std::string, std::optional<Project>> projects;
     std::map<std::uint64_t, std::string> groupPaths;
     std::optional<std::vector<RunningContainer>> containers;
@@ -194,6 +197,13 @@ void OriginCollector::addUnseenOwner(Origin& origin, Look& look) const {
     origin.commandLine = maskedCommand(oldest->commandLine);
 }
 
+bool OriginCollector::isHelper(ProcessId pid, Look& look) const {
+    const auto [found, isNew] = look.helpers.try_emplace(pid);
+    if (isNew)
+        found->second = isCalledLikeHelper(sources_.nameOf(pid));
+    return found->second;
+}
+
 // The command line of the helper that keeps the port open, in the same control group.
 std::optional<PublishedPort> OriginCollector::publishedPort(const Origin& origin,
                                                             const ProcessGlimpse* glimpse,
@@ -210,6 +220,8 @@ std::optional<PublishedPort> OriginCollector::publishedPort(const Origin& origin
         members = *look.pids;
     }
     for (const ProcessId pid : members) {
+        if (!isHelper(pid, look))
+            continue;
         const std::optional<ProcessGlimpse>& member = glimpseOf(pid, look);
         if (!member || member->user != origin.user)
             continue;
@@ -253,13 +265,13 @@ void OriginCollector::addContainer(Origin& origin, const ProcessGlimpse* glimpse
             container.innerPort = published->innerPort;
         return;
     }
-    nameContainer(container, published, glimpse, look);
+    nameContainer(origin, published, glimpse, look);
 }
 
 // Without an engine that answers: from the processes that belong to it.
-void OriginCollector::nameContainer(Container& container,
-                                    const std::optional<PublishedPort>& published,
+void OriginCollector::nameContainer(Origin& origin, const std::optional<PublishedPort>& published,
                                     const ProcessGlimpse* helper, Look& look) const {
+    Container& container = *origin.container;
     if (!look.pids)
         look.pids = sources_.pids();
     const std::vector<std::uint64_t> pipes =
@@ -279,8 +291,10 @@ void OriginCollector::nameContainer(Container& container,
         if (!container.id.empty() || !published || !published->innerAddress)
             continue;
         const auto inside = containerOfControlGroup(glimpse->controlGroup);
-        if (inside && sources_.isInNetworkOf(pid, *published->innerAddress))
-            container.id = inside->id;
+        if (!inside || !sources_.isInNetworkOf(pid, *published->innerAddress))
+            continue;
+        container.id = inside->id;
+        origin.program = spokenCommand(*glimpse);
     }
     if (container.id.empty() && published && !pipes.empty()) {
         for (const auto& [pid, each] : watched) {
@@ -332,6 +346,39 @@ void OriginCollector::addPort(Origin& origin, const ProcessGlimpse* glimpse, Loo
         addLeftBehind(origin, *glimpse, look);
 }
 
+// Reading the processes is most of the work of a long list, and each can be read by itself.
+void OriginCollector::readAhead(std::span<const PortOwner> rows, Look& look) const {
+    constexpr std::size_t kWorthAThread = 64;
+    std::vector<ProcessId> pids;
+    {
+        const std::lock_guard lock(mutex_);
+        for (const PortOwner& row : rows) {
+            const ProcessId pid = processIdOf(row.process.pid);
+            if (pid != 0 && !known_.contains({pid, row.process.startTime.value_or(-1)}))
+                pids.push_back(pid);
+        }
+    }
+    std::ranges::sort(pids);
+    pids.erase(std::unique(pids.begin(), pids.end()), pids.end());
+    if (pids.size() < kWorthAThread)
+        return;
+    std::vector<std::optional<ProcessGlimpse>> read(pids.size());
+    const auto readSome = [this, &pids, &read](std::size_t begin, std::size_t end) {
+        for (std::size_t place = begin; place < end; ++place)
+            read[place] = sources_.process(pids[place]);
+    };
+    const std::size_t middle = pids.size() / 2;
+    try {
+        const std::future<void> half = std::async(std::launch::async, readSome, 0, middle);
+        readSome(middle, pids.size());
+        half.wait();
+    } catch (const std::system_error&) {
+        return; // there is no thread to be had, and one by one works as well
+    }
+    for (std::size_t place = 0; place < pids.size(); ++place)
+        look.glimpses.emplace(pids[place], std::move(read[place]));
+}
+
 std::vector<Origin> OriginCollector::originsOf(std::span<const PortOwner> rows) const {
     {
         const std::lock_guard lock(mutex_);
@@ -343,6 +390,7 @@ std::vector<Origin> OriginCollector::originsOf(std::span<const PortOwner> rows) 
     std::map<std::uint16_t, int> rowsOnPort;
     for (const PortOwner& row : rows)
         ++rowsOnPort[row.port];
+    readAhead(rows, look);
     std::ranges::stable_sort(look.listening, {}, &ListeningSocket::port);
 
     std::vector<Origin> origins;

@@ -76,13 +76,15 @@ class OriginCollector {
     std::vector<Group> groupsOf(const std::map<ProcessId, std::vector<std::uint64_t>>& holders,
                                 Look& look) const;
     void addReachableAddresses(std::vector<Origin>& origins) const;
+    void readAhead(std::span<const PortOwner> rows, Look& look) const;
     void keepOwn(Origin& origin) const;
     void addUnseenOwner(Origin& origin, Look& look) const;
     void addPort(Origin& origin, const ProcessGlimpse* glimpse, Look& look) const;
     void addContainer(Origin& origin, const ProcessGlimpse* glimpse, Look& look) const;
     std::optional<PublishedPort> publishedPort(const Origin& origin, const ProcessGlimpse* glimpse,
                                                Look& look) const;
-    void nameContainer(Container& container, const std::optional<PublishedPort>& published,
+    bool isHelper(ProcessId pid, Look& look) const;
+    void nameContainer(Origin& origin, const std::optional<PublishedPort>& published,
                        const ProcessGlimpse* helper, Look& look) const;
     void addLeftBehind(Origin& origin, const ProcessGlimpse& glimpse, Look& look) const;
 

@@ -52,6 +52,8 @@ class OriginSources {
 
     virtual std::vector<ProcessId> pids() const = 0;
     virtual std::optional<ProcessGlimpse> process(ProcessId pid) const = 0;
+    // What ProcessGlimpse calls the name, for little.
+    virtual std::string nameOf(ProcessId pid) const = 0;
     // A variable that the process was started with.
     virtual std::string environmentVariable(ProcessId pid, const std::string& name) const = 0;
 

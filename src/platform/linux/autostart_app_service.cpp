@@ -1,5 +1,6 @@
 #include "platform/linux/autostart_app_service.h"
 
+#include "platform/linux/desktop_entry.h"
 #include "platform/linux/key_file.h"
 #include "platform/linux/user_file.h"
 
@@ -22,6 +23,7 @@ constexpr int kMostAttemptsToWrite = 10;
 
 constexpr char kEntryGroup[] = "Desktop Entry";
 constexpr char kGroupLine[] = "[Desktop Entry]";
+constexpr char kExec[] = "Exec";
 constexpr char kHidden[] = "Hidden";
 constexpr char kGnomeEnabled[] = "X-GNOME-Autostart-enabled";
 
@@ -38,21 +40,30 @@ AppServiceStatus statusOf(const QByteArray& text) {
     if (isSwitchedOff(entry))
         return AppServiceStatus::requiresApproval;
     const bool startsProgram = entry.text(kEntryGroup, "Type") == u"Application" &&
-                               !entry.text(kEntryGroup, "Exec").isEmpty();
+                               !entry.text(kEntryGroup, kExec).isEmpty();
     return startsProgram ? AppServiceStatus::enabled : AppServiceStatus::notRegistered;
 }
 
-// The entry switched on, with the lines that it lacks and all that it had.
+// Whether it starts a program, named by its full path, that is no longer there.
+bool isOutdated(const KeyFile& entry) {
+    const QString program = wordsOfExec(entry.text(kEntryGroup, kExec)).value(0);
+    return program.startsWith(u'/') && !QFileInfo::exists(program);
+}
+
+// The entry switched on, with the lines that it lacks and all that it had, but for what starts a
+// program that has gone.
 QByteArray enabledEntry(const QByteArray& text, const QByteArray& exec) {
     const KeyFile entry(text);
+    const bool isExecReplaced = isOutdated(entry);
     QList<QByteArray> additions;
     const std::pair<QByteArray, QByteArray> wanted[] = {
-        {"Type", "Application"},         {"Name", "Zenlot"},    {"Exec", exec},
+        {"Type", "Application"},         {"Name", "Zenlot"},    {kExec, exec},
         {"Icon", "dev.quorvane.zenlot"}, {"Terminal", "false"}, {kGnomeEnabled, "true"},
     };
     for (const auto& [key, value] : wanted) {
         if (!entry.has(kEntryGroup, key) ||
-            (key == kGnomeEnabled && entry.isFalse(kEntryGroup, key)))
+            (key == kGnomeEnabled && entry.isFalse(kEntryGroup, key)) ||
+            (key == kExec && isExecReplaced))
             additions.append(key + '=' + value);
     }
 
@@ -62,7 +73,8 @@ QByteArray enabledEntry(const QByteArray& text, const QByteArray& exec) {
     for (const QByteArray& line : text.split('\n')) {
         if (line.startsWith('['))
             isInGroup = line.trimmed() == kGroupLine;
-        if (isInGroup && isSwitchedOff(KeyFile(kGroupLine + ('\n' + line))))
+        const KeyFile only(isInGroup ? kGroupLine + ('\n' + line) : QByteArray());
+        if (isSwitchedOff(only) || (isExecReplaced && only.has(kEntryGroup, kExec)))
             continue;
         lines.append(line);
         if (isInGroup && !std::exchange(isHeaderFound, true))
@@ -90,7 +102,7 @@ Replacement enableEntry(const QString& path, const QByteArray& exec) {
         return {Replacement::Outcome::failed, file.reason};
     if (file.state == UserFile::State::tooLarge)
         return {Replacement::Outcome::failed, u"File too large"_s};
-    if (statusOf(file.content) == AppServiceStatus::enabled)
+    if (statusOf(file.content) == AppServiceStatus::enabled && !isOutdated(KeyFile(file.content)))
         return {Replacement::Outcome::done, QString()};
     const QByteArray entry = enabledEntry(file.content, exec);
     if (statusOf(entry) != AppServiceStatus::enabled)

@@ -5,8 +5,9 @@
 // something other than a readable file stands in the entry's place; not registered otherwise.
 //
 // Registering writes the entry, or switches an existing one on again and leaves its other lines as
-// they are. Unregistering removes the entry when it is enabled; one that was switched off stays,
-// since that is how the user told the desktop not to start the program.
+// they are, except for a program that is no longer there: it is replaced by this one. Unregistering
+// removes the entry when it is enabled; one that was switched off stays, since that is how the user
+// told the desktop not to start the program.
 //
 // Errors have the domain "dev.quorvane.zenlot.autostart" and an AutostartError as code.
 #pragma once

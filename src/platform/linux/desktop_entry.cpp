@@ -42,6 +42,16 @@ QString unescapedPart(const QString& part) {
     return QString::fromUtf8(plain);
 }
 
+// For "de_AT" that of "de_AT", or of "de", or the one for everybody.
+QString localizedName(const KeyFile& file, const QString& locale) {
+    for (const QString& language : {locale, locale.section(u'_', 0, 0)}) {
+        const QByteArray key = "Name[" + language.toUtf8() + ']';
+        if (file.has(kGroup, key))
+            return file.text(kGroup, key);
+    }
+    return file.text(kGroup, "Name");
+}
+
 } // namespace
 
 QStringList wordsOfExec(const QString& value) {
@@ -75,12 +85,13 @@ QStringList wordsOfExec(const QString& value) {
     return words;
 }
 
-std::optional<DesktopEntry> parseDesktopEntry(const QByteArray& content) {
+std::optional<DesktopEntry> parseDesktopEntry(const QByteArray& content, const QString& locale) {
     const KeyFile file(content);
     if (file.text(kGroup, "Type") != QLatin1String("Application"))
         return std::nullopt;
     const QStringList words = withoutEnvironment(wordsOfExec(file.text(kGroup, "Exec")));
     DesktopEntry entry;
+    entry.name = localizedName(file, locale);
     entry.icon = file.text(kGroup, "Icon");
     entry.program = words.value(0);
     entry.triedProgram = file.text(kGroup, "TryExec");

@@ -19,12 +19,14 @@ struct DesktopEntry {
     bool isHidden{false};   // deleted by the user
     bool isDisplayed{true}; // stands in menus
     bool isInTerminal{false};
+    QString name{}; // in the user's language, if the entry has it
 
     friend bool operator==(const DesktopEntry&, const DesktopEntry&) = default;
 };
 
-// None when the text is no entry of an application.
-std::optional<DesktopEntry> parseDesktopEntry(const QByteArray& content);
+// None when the text is no entry of an application. The locale is called as in "de_AT".
+std::optional<DesktopEntry> parseDesktopEntry(const QByteArray& content,
+                                              const QString& locale = {});
 
 // The words of an Exec value by its own rules of quoting, field codes left out.
 QStringList wordsOfExec(const QString& value);

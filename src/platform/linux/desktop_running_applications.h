@@ -7,6 +7,16 @@
 // names it. Entries of console programs don't count at all. The executables of other users can't be
 // read, and those of sandboxes and start scripts are not the entry's program: no application.
 //
+// A process is a part of an application in one of these ways, of which the first counts:
+//
+//     Flatpak   what runs the package's own programs, or has no terminal, in a scope of the package
+//     Snap      the same of a snap
+//     AppImage  its program lies in the mounted image
+//     entry     it is the application of an entry
+//     folder    its program lies in a folder of a package's own, /opt/NAME
+//     ancestor  one of its ancestors is the application of an entry, in the same application scope
+//               and in the same session of processes: a terminal begins a new one for what it runs
+//
 // bundleIdentifier is the identifier of the entry, iconName its icon; entries outside the menus are
 // background-only. There are no bundles.
 //
@@ -34,11 +44,14 @@ class DesktopRunningApplications final : public RunningApplications {
     ~DesktopRunningApplications() override;
 
     std::optional<RunningApplication> applicationWithPid(qint64 pid) const override;
+    std::optional<OwningApplication> applicationOwning(qint64 pid) const override;
 
   private:
     struct Index;
+    struct Process;
 
     std::shared_ptr<const Index> currentIndex() const;
+    std::optional<Process> process(qint64 pid) const;
 
     QStringList dataDirectories_;
     QStringList programDirectories_;

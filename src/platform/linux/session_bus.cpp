@@ -57,7 +57,10 @@ QString SessionBus::nextName() {
 
 void SessionBus::adopt(const QDBusConnection& connection) {
     QDBusConnection::disconnectFromBus(connection_.name());
-    connection_ = connection;
+    {
+        const std::lock_guard lock(mutex_);
+        connection_ = connection;
+    }
     connection_.connect(QString(), u"/org/freedesktop/DBus/Local"_s,
                         u"org.freedesktop.DBus.Local"_s, u"Disconnected"_s, this,
                         SLOT(handleDisconnection()));

@@ -12,7 +12,8 @@
 //
 // The first connection is made by the constructor, which waits for the bus; nothing else does.
 // Without a bus there is a connection too: one on which nothing arrives and every call fails.
-// Belongs to the main thread; may be built before the application object.
+// Belongs to the main thread, and only connection() may be called on others; may be built before
+// the application object.
 #pragma once
 
 #include "workers/worker_threads.h"
@@ -21,6 +22,7 @@
 #include <QObject>
 
 #include <chrono>
+#include <mutex>
 
 namespace zenlot {
 
@@ -39,7 +41,10 @@ class SessionBus final : public QObject {
     bool isConnected() const { return connection_.isConnected(); }
 
     // Not to be kept beyond the next `connected`.
-    QDBusConnection connection() const { return connection_; }
+    QDBusConnection connection() const {
+        const std::lock_guard lock(mutex_);
+        return connection_;
+    }
 
   Q_SIGNALS:
     void connected();
@@ -54,6 +59,7 @@ class SessionBus final : public QObject {
     void tryAgain();
 
     QString address_;
+    mutable std::mutex mutex_; // of the connection
     QDBusConnection connection_;
     int connections_{0};
     std::chrono::milliseconds pause_;

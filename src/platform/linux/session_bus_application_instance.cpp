@@ -1,5 +1,6 @@
 #include "platform/linux/session_bus_application_instance.h"
 
+#include "platform/command.h"
 #include "platform/linux/session_bus.h"
 
 #include <QDBusContext>
@@ -24,8 +25,6 @@ constexpr QLatin1StringView kName{"dev.quorvane.zenlot"};
 constexpr QLatin1StringView kApplicationPath{"/dev/quorvane/zenlot"};
 constexpr QLatin1StringView kApplicationInterface{"org.freedesktop.Application"};
 constexpr QLatin1StringView kStartupId{"desktop-startup-id"};
-constexpr QLatin1StringView kCheckPortAction{"check-port"};
-constexpr QLatin1StringView kSettingsAction{"settings"};
 constexpr QLatin1StringView kToken{"activation-token"};
 
 // More than anybody opens at once; what exceeds it is dropped.
@@ -109,13 +108,15 @@ class SessionBusApplicationInstance::Application final : public QObject, protect
 
     void ActivateAction(const QString& action_name, const QVariantList& parameter,
                         const QVariantMap& platform_data) {
-        if (action_name == kSettingsAction) {
-            Open({QString(kSettingsUri)}, platform_data);
+        const bool isCheck = action_name == kCheckPortCommand;
+        if (action_name == kSettingsCommand || action_name == kQuitCommand ||
+            (isCheck && parameter.isEmpty())) {
+            Open({kCommandScheme + action_name}, platform_data);
             return;
         }
         bool isNumber = false;
         const qint64 port = parameter.value(0).toLongLong(&isNumber);
-        if (action_name != kCheckPortAction || !isNumber) {
+        if (!isCheck || !isNumber) {
             sendErrorReply(QDBusError::InvalidArgs, u"There is no such action"_s);
             return;
         }

@@ -5,9 +5,9 @@
 //     path   /dev/quorvane/zenlot
 //
 // Activations travel as "desktop-startup-id" and "activation-token" in the platform data. Of the
-// actions "check-port" takes a 64-bit number, and "settings" nothing. Without a bus, or with one
-// that does not answer, the program is alone; when the bus comes back it takes the name again,
-// unless another program was quicker.
+// actions "check-port" takes a 64-bit number or nothing, "settings" and "quit" nothing. Without a
+// bus, or with one that does not answer, the program is alone; when the bus comes back it takes the
+// name again, unless another program was quicker.
 #pragma once
 
 #include "platform/application_instance.h"

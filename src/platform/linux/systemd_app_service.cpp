@@ -7,6 +7,7 @@
 #include <QDBusError>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
+#include <QFileInfo>
 #include <QStringList>
 
 #include <algorithm>
@@ -49,7 +50,7 @@ AppServiceError errorFrom(const QDBusMessage& reply) {
 // From the reply that names the state of a unit file, or says why there is none.
 AppServiceStatus statusFrom(const QDBusMessage& reply) {
     if (isError(reply))
-        return AppServiceStatus::notFound;
+        return AppServiceStatus::notRegistered;
     const QString unitFileState = reply.arguments().value(0).toString();
     if (unitFileState == "enabled"_L1 || unitFileState == "enabled-runtime"_L1)
         return AppServiceStatus::enabled;
@@ -86,12 +87,25 @@ UnitFile firstUnitFile(const QDBusMessage& reply) {
 
 } // namespace
 
-SystemdAppService::SystemdAppService(const SessionBus& bus, QString unit, SystemdPatience patience)
-    : bus_([&bus] { return bus.connection(); }), unit_(std::move(unit)), patience_(patience) {}
+SystemdAppService::SystemdAppService(const SessionBus& bus, QString unit, QString unitFile,
+                                     SystemdPatience patience)
+    : bus_([&bus] { return bus.connection(); }), unit_(std::move(unit)),
+      unitFile_(std::move(unitFile)), patience_(patience) {}
 
 SystemdAppService::SystemdAppService(const QDBusConnection& sessionBus, QString unit,
-                                     SystemdPatience patience)
-    : bus_([sessionBus] { return sessionBus; }), unit_(std::move(unit)), patience_(patience) {}
+                                     QString unitFile, SystemdPatience patience)
+    : bus_([sessionBus] { return sessionBus; }), unit_(std::move(unit)),
+      unitFile_(std::move(unitFile)), patience_(patience) {}
+
+bool SystemdAppService::hasManager() const {
+    const QString bus = u"org.freedesktop.DBus"_s;
+    QDBusMessage question =
+        QDBusMessage::createMethodCall(bus, u"/org/freedesktop/DBus"_s, bus, u"NameHasOwner"_s);
+    question << QString(kSystemd);
+    const QDBusMessage reply =
+        bus_().call(question, QDBus::Block, static_cast<int>(patience_.forStatus.count()));
+    return !isError(reply) && reply.arguments().value(0).toBool();
+}
 
 AppServiceStatus SystemdAppService::status() const {
     return status(QDeadlineTimer(patience_.forStatus));
@@ -104,7 +118,10 @@ std::optional<AppServiceError> SystemdAppService::registerService() {
     if (reply.errorName() == QDBusError::errorString(QDBusError::NoReply))
         return errorFrom(reply);
     const bool wasEnabled = statusFrom(reply) == AppServiceStatus::enabled;
-    reply = callManager(u"EnableUnitFiles"_s, {QStringList(unit_), false, false}, deadline);
+    // A link of an earlier time that leads nowhere any more is replaced.
+    const bool isLinked = isError(reply) && QFileInfo(unitFile_).isFile();
+    reply = callManager(u"EnableUnitFiles"_s,
+                        {QStringList(isLinked ? unitFile_ : unit_), false, isLinked}, deadline);
     if (isError(reply))
         return errorFrom(reply);
     const bool canBeEnabled = reply.arguments().value(0).toBool();

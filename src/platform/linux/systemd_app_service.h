@@ -7,9 +7,12 @@
 //     enabled             enabled, enabled-runtime (until the end of the session)
 //     requires approval   masked, masked-runtime: it can't be started, by whatever
 //     not registered      disabled, indirect, linked and linked-runtime, alias; also static,
-//                         generated and transient, which nobody can enable
-//     not found           any other state (bad, or one of a later systemd), no such unit, no user
-//                         manager, or one that does not answer
+//                         generated and transient, which nobody can enable; no such unit, no
+//                         user manager, or one that does not answer
+//     not found           any other state (bad, or one of a later systemd)
+//
+// A unit that systemd finds nowhere is linked from where the program knows its file, and the link
+// goes when the unit is unregistered.
 //
 // Registering enables and starts the unit, and waits for its start as long as it may. (Of a unit of
 // the type simple systemd does not say whether its program can be run; the others fail honestly.) A
@@ -57,10 +60,14 @@ class SystemdAppService final : public AppService {
     Q_DECLARE_TR_FUNCTIONS(zenlot::SystemdAppService)
 
   public:
-    // Each call goes over the connection of the moment.
-    SystemdAppService(const SessionBus& bus, QString unit, SystemdPatience patience = {});
-    SystemdAppService(const QDBusConnection& sessionBus, QString unit,
+    // Each call goes over the connection of the moment. The file, if there is one, has a full path.
+    SystemdAppService(const SessionBus& bus, QString unit, QString unitFile = {},
                       SystemdPatience patience = {});
+    SystemdAppService(const QDBusConnection& sessionBus, QString unit, QString unitFile = {},
+                      SystemdPatience patience = {});
+
+    // Whether a user manager runs.
+    bool hasManager() const;
 
     AppServiceStatus status() const override;
     std::optional<AppServiceError> registerService() override;
@@ -83,6 +90,7 @@ class SystemdAppService final : public AppService {
 
     std::function<QDBusConnection()> bus_;
     QString unit_;
+    QString unitFile_;
     SystemdPatience patience_;
 };
 

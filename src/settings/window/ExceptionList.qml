@@ -65,10 +65,10 @@ ColumnLayout {
                 id: rows
 
                 readonly property int draftHeight: root.isAdding ? rows.rowHeight : 0
-                readonly property int rowHeight: 24
+                readonly property int rowHeight: Math.round(24 * TextStyle.scale)
 
                 Layout.fillWidth: true
-                Layout.preferredHeight: Math.max(48, Math.min(140, list.count * rows.rowHeight + rows.draftHeight))
+                Layout.preferredHeight: Math.max(48 * TextStyle.scale, Math.min(140 * TextStyle.scale, list.count * rows.rowHeight + rows.draftHeight))
 
                 ListView {
                     id: list
@@ -194,8 +194,8 @@ ColumnLayout {
 
                 IconButton {
                     enabled: !root.isAdding
-                    implicitHeight: 20
-                    implicitWidth: 26
+                    implicitHeight: 20 * TextStyle.scale
+                    implicitWidth: 26 * TextStyle.scale
                     symbol: "plus"
                     symbolSize: 12
                     text: qsTr("Add to %1").arg(root.title)
@@ -210,8 +210,8 @@ ColumnLayout {
                 }
                 IconButton {
                     enabled: list.currentIndex >= 0
-                    implicitHeight: 20
-                    implicitWidth: 26
+                    implicitHeight: 20 * TextStyle.scale
+                    implicitWidth: 26 * TextStyle.scale
                     symbol: "minus"
                     symbolSize: 12
                     text: qsTr("Remove from %1").arg(root.title)

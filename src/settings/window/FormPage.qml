@@ -29,7 +29,7 @@ Flickable {
     contentHeight: holder.height + 2 * root.margin
     contentWidth: root.width
     implicitHeight: root.contentHeight
-    implicitWidth: 440
+    implicitWidth: 440 * TextStyle.scale
 
     T.ScrollBar.vertical: StyleScrollBar {}
 

@@ -58,6 +58,15 @@ ColumnLayout {
             text: root.viewModel.hasBindwatch ? qsTr("The system tells of refused ports exactly.") : qsTr("For exact alerts an administrator turns on the helper of the system: %1").arg("\n" + root.viewModel.bindwatchCommand)
         }
     }
+    // The button goes with the problem.
+    Connections {
+        function onNeedsApprovalChanged() {
+            if (!root.viewModel.needsApproval && recheckButton.activeFocus)
+                conflictSwitch.forceActiveFocus(recheckButton.visualFocus ? Qt.TabFocusReason : Qt.OtherFocusReason);
+        }
+
+        target: root.viewModel
+    }
     FormSection {
         Layout.fillWidth: true
         visible: root.viewModel.installError !== ""
@@ -91,13 +100,7 @@ ColumnLayout {
 
                     text: qsTr("I've enabled it — re-check")
 
-                    onClicked: {
-                        const reason = recheckButton.visualFocus ? Qt.TabFocusReason : Qt.OtherFocusReason;
-                        root.viewModel.recheckBackgroundApproval();
-                        // The button goes with the problem.
-                        if (!root.viewModel.needsApproval)
-                            conflictSwitch.forceActiveFocus(reason);
-                    }
+                    onClicked: root.viewModel.recheckBackgroundApproval()
                 }
             }
         }

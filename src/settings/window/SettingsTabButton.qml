@@ -22,7 +22,7 @@ T.TabButton {
     hoverEnabled: true
     horizontalPadding: 12
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
-    implicitWidth: Math.max(72, implicitContentWidth + leftPadding + rightPadding)
+    implicitWidth: Math.max(72 * TextStyle.scale, implicitContentWidth + leftPadding + rightPadding)
     verticalPadding: 6
 
     background: Rectangle {

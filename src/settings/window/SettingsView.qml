@@ -131,8 +131,8 @@ FocusScope {
         Item {
             anchors.fill: parent
             data: [root.logTab]
-            implicitHeight: 460
-            implicitWidth: 680
+            implicitHeight: 460 * TextStyle.scale
+            implicitWidth: 680 * TextStyle.scale
             visible: root.selectedTab === 2
         }
     }

@@ -1,7 +1,9 @@
 #include "settings/window/settings_view_model.h"
 
 #include <QCoreApplication>
+#include <QCoroFuture>
 #include <QFile>
+#include <QPointer>
 
 #include <utility>
 
@@ -39,16 +41,30 @@ void SettingsViewModel::noteBindwatch(bool isThere) {
 
 void SettingsViewModel::setConflictMonitoring(bool enabled) {
     setProblem(QString(), false);
-    if (!enabled) {
-        // What could not be unregistered is silent all the same while the setting is off.
-        [[maybe_unused]] const auto ignored = installer_.uninstall();
+    if (enabled)
+        switchOn();
+    else
+        switchOff();
+}
+
+QCoro::Task<> SettingsViewModel::switchOff() {
+    const QPointer<SettingsViewModel> self(this);
+    const QFuture<std::optional<AppServiceError>> removal = installer_.uninstall();
+    // What could not be unregistered is silent all the same while the setting is off.
+    co_await removal;
+    if (self)
         settings_.setConflictMonitoringEnabled(false);
-        return;
-    }
-    const std::optional<InstallError> error = installer_.install();
+}
+
+QCoro::Task<> SettingsViewModel::switchOn() {
+    const QPointer<SettingsViewModel> self(this);
+    const QFuture<std::optional<InstallError>> installation = installer_.install();
+    const std::optional<InstallError> error = co_await installation;
+    if (!self)
+        co_return;
     if (!error) {
         settings_.setConflictMonitoringEnabled(true);
-        return;
+        co_return;
     }
     const bool needsApproval = error->kind() == InstallError::Case::requiresApproval;
     setProblem(error->description(), needsApproval);
@@ -56,30 +72,37 @@ void SettingsViewModel::setConflictMonitoring(bool enabled) {
         openLoginItems();
 }
 
-void SettingsViewModel::recheckBackgroundApproval() {
-    if (installer_.isEnabled()) {
-        // Whoever allows a service here has not started it. Whatever comes of it, it is enabled.
-        [[maybe_unused]] const auto ignored = installer_.install();
-        settings_.setConflictMonitoringEnabled(true);
-        setProblem(QString(), false);
-    } else {
+QCoro::Task<> SettingsViewModel::recheckApproval() {
+    const QPointer<SettingsViewModel> self(this);
+    const QFuture<AgentState> answer = installer_.state();
+    const AgentState state = co_await answer;
+    if (!self)
+        co_return;
+    if (!state.isEnabled()) {
         setProblem(QCoreApplication::translate(
                        "InstallError",
                        "Zenlot is still blocked. Toggle \"Allow in the Background\" on for Zenlot "
                        "in System Settings → General → Login Items & Extensions."),
                    needsApproval_);
+        co_return;
     }
+    // Whoever allows a service here has not started it. Whatever comes of it, it is enabled.
+    installer_.install();
+    settings_.setConflictMonitoringEnabled(true);
+    setProblem(QString(), false);
 }
 
-void SettingsViewModel::syncConflictMonitoringWithAgent() {
-    const bool isInstalled = installer_.isInstalled();
-    const std::optional<InstallError> failure =
-        isInstalled ? installer_.failure() : std::optional<InstallError>();
-    if (failure)
-        setProblem(failure->description(), false);
-    const bool isOn = isInstalled && !failure;
-    if (isOn != settings_.conflictMonitoringEnabled())
-        settings_.setConflictMonitoringEnabled(isOn);
+QCoro::Task<> SettingsViewModel::syncWithAgent() {
+    const QPointer<SettingsViewModel> self(this);
+    const QFuture<AgentState> answer = installer_.state();
+    const AgentState state = co_await answer;
+    if (!self)
+        co_return;
+    if (state.failure)
+        setProblem(state.failure->description(), false);
+    const bool isOn = state.isInstalled() && !state.failure;
+    if (!isOn && settings_.conflictMonitoringEnabled())
+        settings_.setConflictMonitoringEnabled(false);
 }
 
 void SettingsViewModel::setProblem(const QString& installError, bool needsApproval) {

@@ -2,9 +2,10 @@
 // background monitor, and the lists of exceptions.
 //
 // The switch for conflicts never says more than is true: it is on only once the monitor could be
-// registered, and off when the desktop has given up on it. Problems stay visible until the next
-// attempt, and are forgotten with the object. Whether the helper of the system is there is looked
-// up when it is asked for, on a worker thread. Main thread only; the registration is synchronous.
+// registered, and off when the desktop has given up on it or does not have it any more. Nothing but
+// the user switches it on. Problems stay visible until the next attempt, and are forgotten with the
+// object. Whether the helper of the system is there is looked up when it is asked for, on a worker
+// thread, and so is the registration. Main thread only.
 #pragma once
 
 #include "bindwatch/bindwatch_service.h"
@@ -13,6 +14,9 @@
 #include "settings/window/exception_list_model.h"
 #include "workers/worker_threads.h"
 
+#ifndef Q_MOC_RUN // which can't read the coroutine headers
+#include <QCoroTask>
+#endif
 #include <QFutureWatcher>
 #include <QObject>
 #include <QString>
@@ -60,8 +64,8 @@ class SettingsViewModel : public QObject {
     ExceptionListModel* conflictApps() { return &conflictApps_; }
 
     Q_INVOKABLE void setConflictMonitoring(bool enabled);
-    Q_INVOKABLE void recheckBackgroundApproval();
-    Q_INVOKABLE void syncConflictMonitoringWithAgent();
+    Q_INVOKABLE void recheckBackgroundApproval() { recheckApproval(); }
+    Q_INVOKABLE void syncConflictMonitoringWithAgent() { syncWithAgent(); }
     Q_INVOKABLE void lookForBindwatch();
     Q_INVOKABLE void openLoginItems() const { openLoginItems_(); }
 
@@ -72,6 +76,10 @@ class SettingsViewModel : public QObject {
     void hasBindwatchChanged();
 
   private:
+    QCoro::Task<> switchOn();
+    QCoro::Task<> switchOff();
+    QCoro::Task<> recheckApproval();
+    QCoro::Task<> syncWithAgent();
     void noteBindwatch(bool isThere);
     void setProblem(const QString& installError, bool needsApproval);
 

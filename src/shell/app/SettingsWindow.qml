@@ -3,6 +3,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Templates as T
+import Zenlot.App
 import Zenlot.LogViewer
 import Zenlot.SettingsWindow
 import Zenlot.Style
@@ -10,6 +11,7 @@ import Zenlot.Style
 T.ApplicationWindow {
     id: root
 
+    property WindowCommands commands: null
     // What window managers put around it, at most.
     readonly property int frame: 48
     required property LogTabViewModel logViewModel
@@ -18,7 +20,7 @@ T.ApplicationWindow {
     property real shownWidth: root.wantedWidth
     required property SettingsViewModel viewModel
     readonly property real wantedHeight: Math.min(view.implicitHeight, Screen.desktopAvailableHeight - 80)
-    readonly property real wantedWidth: view.implicitWidth
+    readonly property real wantedWidth: Math.min(view.implicitWidth, Screen.desktopAvailableWidth - 16)
 
     // The window grows downwards and to the right. Where that would take it off the screen it moves
     // first; window managers may cut it short otherwise.
@@ -73,6 +75,11 @@ T.ApplicationWindow {
             anchors.fill: parent
             viewModel: root.logViewModel
         }
+    }
+    Shortcut {
+        sequence: "Ctrl+Q"
+
+        onActivated: root.commands?.quit()
     }
     Shortcut {
         sequences: ["Ctrl+W", "Esc"]

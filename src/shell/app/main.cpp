@@ -2,8 +2,11 @@
 //
 //     zenlot                  opens the main window
 //     zenlot port://8080      looks a port up
+//     zenlot --check-port     opens the main window, ready for a port
 //     zenlot --settings       opens the settings
 //     zenlot --background     opens no window; what the login item does
+//     zenlot --quit           ends the one that runs
+//     zenlot --help, --version
 #include "localization/translation.h"
 #include "platform/linux/exit_deadline.h"
 #include "platform/linux/session_bus.h"
@@ -26,12 +29,35 @@ QStringList argumentsOf(int argc, char** argv) {
     return arguments;
 }
 
+bool answersInTerminal(const QStringList& arguments) {
+    if (arguments.contains(QLatin1String("--version"))) {
+        std::puts("zenlot " ZENLOT_VERSION);
+        return true;
+    }
+    if (!arguments.contains(QLatin1String("--help")) && !arguments.contains(QLatin1String("-h")))
+        return false;
+    std::puts(
+        "Usage: zenlot [OPTION | port://PORT]\n"
+        "Shows which process listens on which TCP port. Without an option it opens its window.\n"
+        "  --check-port  open the window, ready for a port\n"
+        "  --settings    open the settings\n"
+        "  --background  open no window; stay in the status area and watch\n"
+        "  --quit        end the Zenlot that runs in this session\n"
+        "  --version     tell the version\n"
+        "  --help        this text\n"
+        "zenlotctl lists and checks ports in a terminal.");
+    return true;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
     using namespace zenlot;
     TerminationSignals termination;
     const QStringList arguments = argumentsOf(argc, argv);
+    // Whoever asks in a terminal may have no display.
+    if (answersInTerminal(arguments))
+        return 0;
     // Before the application object, which takes the activation out of the environment. A second
     // start needs no display either.
     SessionBus bus;
@@ -39,6 +65,8 @@ int main(int argc, char** argv) {
     switch (instance.start(urisAmong(arguments), activationFromEnvironment())) {
     case StartOutcome::first:
     case StartOutcome::alone:
+        if (arguments.contains(QLatin1String("--quit")))
+            return 0;
         break;
     case StartOutcome::handedOver:
         return 0;
@@ -63,8 +91,8 @@ int main(int argc, char** argv) {
     const Translation translation;
     ZenlotApp zenlot(bus, instance);
     termination.follow([] { QCoreApplication::quit(); });
-    zenlot.start(arguments.contains(QLatin1String(kBackgroundOption)) ? LaunchStyle::inBackground
-                                                                      : LaunchStyle::withWindow);
+    zenlot.start(arguments.contains(kBackgroundOption) ? LaunchStyle::inBackground
+                                                       : LaunchStyle::withWindow);
     const int status = QApplication::exec();
     zenlot.finish();
     exitWithin(kLongestEnd, status);

@@ -8,10 +8,10 @@
 #include "platform/linux/windowsystem/x11_global_shortcut.h"
 #include "platform/linux/xdg_data_directories.h"
 #include "platform/linux/xdg_home_directories.h"
+#include "shell/app/window_commands.h"
 #include "shell/inspector/process_detail_view_model.h"
 #include "shell/logviewer/log_tab_view_model.h"
 #include "shell/model/port_url.h"
-#include "shell/onboarding/after_next_frame.h"
 #include "shell/onboarding/onboarding_view_model.h"
 #include "shell/processicon/process_icon_provider.h"
 #include "shell/style/theme.h"
@@ -19,6 +19,8 @@
 
 #include <QCoroFuture>
 #include <QDesktopServices>
+#include <QDir>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QIcon>
 #include <QQuickWindow>
@@ -55,6 +57,34 @@ QStringList programDirectories() {
     return QString::fromLocal8Bit(qgetenv("PATH")).split(u':', Qt::SkipEmptyParts);
 }
 
+// Desktops start their portal for whoever asks; elsewhere nobody waits for one that fails to start.
+PortalAppearance::Start startOfPortal() {
+    return qEnvironmentVariableIsEmpty("XDG_CURRENT_DESKTOP") ? PortalAppearance::Start::never
+                                                              : PortalAppearance::Start::asNeeded;
+}
+
+// The first of these places, from the folder of the application on, where there is such a file:
+// those of an installation, and that of a tree in which it was built.
+QString firstFile(const QStringList& places) {
+    const QDir folder(QCoreApplication::applicationDirPath());
+    for (const QString& place : places) {
+        const QFileInfo file(folder, place);
+        if (file.isFile())
+            return file.canonicalFilePath();
+    }
+    return {};
+}
+
+QString monitorProgram() {
+    return firstFile({u"zenlot-monitor"_s, u"../../background_monitor/zenlot-monitor"_s});
+}
+
+QString monitorUnitFile() {
+    return firstFile({u"../lib/systemd/user/"_s + kMonitorUnit,
+                      u"../share/systemd/user/"_s + kMonitorUnit,
+                      u"../../background_monitor/"_s + kMonitorUnit});
+}
+
 // Not from the theme of icons, which would draw a scalable picture in every size at once.
 QIcon windowIcon() {
     QIcon icon;
@@ -77,9 +107,9 @@ ZenlotApp::ZenlotApp(SessionBus& bus, ApplicationInstance& instance)
     : bus_(bus), instance_(instance), directories_(xdgHomeDirectories()),
       userDefaults_(directories_.configHome + u"/dev.quorvane.zenlot/defaults.json"_s),
       loginItem_(directories_.configHome, QCoreApplication::applicationFilePath(),
-                 kBackgroundOption),
+                 kBackgroundOption.latin1()),
       settings_(userDefaults_, loginItem_), log_(monitorLogPath(directories_.home)),
-      systemLog_("zenlot"), motion_(bus_),
+      systemLog_("zenlot"), appearance_(bus_, startOfPortal()), appearanceFollower_(appearance_),
       runningApplications_(xdgDataDirectories(directories_), programDirectories()),
       workspace_(directories_.home, xdgDataDirectories(directories_), propertyLists_),
       sharedPortCache_([container = SharedContainer(directories_.stateHome)] {
@@ -90,7 +120,11 @@ ZenlotApp::ZenlotApp(SessionBus& bus, ApplicationInstance& instance)
       portStopper_(
           {originSources_, originCollector_, processSignals_, serviceManagers_, containerEngines_}),
       inventory_(scanner_, sharedPortCache_, processPinner_, &portServices_, &originCollector_),
-      broadcasts_(bus_, kMonitorBusName), alerts_(bus_), monitorService_(bus_, kMonitorUnit),
+      broadcasts_(bus_, kMonitorBusName), alerts_(bus_),
+      systemdMonitor_(bus_, kMonitorUnit, monitorUnitFile()),
+      childMonitor_(monitorProgram(), {u"--wait"_s}),
+      monitorService_(systemdMonitor_, childMonitor_,
+                      [this] { return systemdMonitor_.hasManager(); }),
       launchAgentInstaller_(monitorService_, systemLog_, QCoreApplication::applicationDirPath()),
       portDataCache_(SharedContainer(directories_.stateHome), sharedPortCache_, broadcasts_,
                      notifications_, portReader_),
@@ -101,7 +135,7 @@ ZenlotApp::ZenlotApp(SessionBus& bus, ApplicationInstance& instance)
       detailsCollector_(processInspector_),
       detailsLoader_(detailsCollector_, runningApplications_, propertyLists_, &originCollector_),
       backgroundItems_(
-          monitorService_, [this] { return monitorService_.unmaskCommand(); }, kMonitorUnit),
+          monitorService_, [this] { return systemdMonitor_.unmaskCommand(); }, kMonitorUnit),
       releaseFeed_(releaseFeedAddress()),
       updates_(releaseFeed_,
                ReleaseVersion::fromText(QStringLiteral(ZENLOT_VERSION)).value_or(ReleaseVersion()),
@@ -139,6 +173,7 @@ ZenlotApp::~ZenlotApp() {
 void ZenlotApp::finish() {
     reinstallTimer_.stop();
     launchAgentInstaller_.finishRefresh();
+    launchAgentInstaller_.wait();
 }
 
 void ZenlotApp::start(LaunchStyle style) {
@@ -201,10 +236,15 @@ void ZenlotApp::showOnboarding() {
 }
 
 // It stands before the window that it was asked for in, which gets the keyboard back from it.
-void ZenlotApp::openLoginItems() {
-    backgroundItems_.refresh();
+QCoro::Task<> ZenlotApp::openLoginItems() {
+    const QPointer<QObject> context(&context_);
+    const QPointer<QWindow> asking(QGuiApplication::focusWindow());
+    QCoro::Task<> look = backgroundItems_.look();
+    co_await look;
+    if (!context)
+        co_return;
     QQuickWindow* const window = backgroundItemsWindow_.open();
-    if (QWindow* const asking = QGuiApplication::focusWindow(); window && asking != window)
+    if (window && asking && asking != window)
         window->setTransientParent(asking);
     show(backgroundItemsWindow_);
 }
@@ -234,17 +274,25 @@ QCoro::Task<> ZenlotApp::finishStartupSequence() {
     refreshMonitorRegistration(RunningMonitor::restart);
 }
 
-void ZenlotApp::refreshMonitorRegistration(RunningMonitor whenRunning) {
-    if (!settings_.portMonitoringEnabled() && !settings_.conflictMonitoringEnabled())
-        return;
-    const bool isInstalled = launchAgentInstaller_.isInstalled();
-    if (whenRunning == RunningMonitor::restart && isInstalled && !didRefreshMonitorThisLaunch_) {
+QCoro::Task<> ZenlotApp::refreshMonitorRegistration(RunningMonitor whenRunning) {
+    const QPointer<QObject> context(&context_);
+    const auto isWanted = [this] {
+        return settings_.portMonitoringEnabled() || settings_.conflictMonitoringEnabled();
+    };
+    if (!isWanted())
+        co_return;
+    const QFuture<AgentState> answer = launchAgentInstaller_.state();
+    const AgentState state = co_await answer;
+    if (!context || !isWanted())
+        co_return;
+    if (whenRunning == RunningMonitor::restart && state.isInstalled() &&
+        !didRefreshMonitorThisLaunch_) {
         didRefreshMonitorThisLaunch_ = true;
         // What goes wrong here shows in the settings, where the monitor can be registered again.
         launchAgentInstaller_.beginRefresh();
         reinstallTimer_.start(kPauseBeforeReinstall);
-    } else if (!isInstalled) {
-        [[maybe_unused]] const auto failed = launchAgentInstaller_.install();
+    } else if (!state.isInstalled()) {
+        launchAgentInstaller_.install();
     }
 }
 
@@ -310,8 +358,8 @@ void ZenlotApp::followInstance() {
 }
 
 void ZenlotApp::openUrl(const QString& url) {
-    if (url == kSettingsUri) {
-        openSettings();
+    if (url.startsWith(kCommandScheme)) {
+        appDelegate_.run(url.mid(kCommandScheme.size()));
         return;
     }
     const std::optional<int> port = portFromUrl(url);
@@ -333,8 +381,8 @@ QCoro::Task<> ZenlotApp::alertAboutOwner(int port) {
     if (!context || owners.empty() || owners.front().obstacle == ForceQuitObstacle::gone)
         co_return;
     const PortProcess& owner = owners.front();
-    notificationManager_.notifyConflict(port, QString::fromStdString(owner.displayName),
-                                        {owner.target().process, owner.obstacle});
+    notificationManager_.notifyConflictAnew(port, QString::fromStdString(owner.displayName),
+                                            {owner.target().process, owner.obstacle});
 }
 
 QQmlEngine& ZenlotApp::engine() {
@@ -346,7 +394,7 @@ QQmlEngine& ZenlotApp::engine() {
         QGuiApplication::setWindowIcon(windowIcon());
         ProcessIconProvider::install(*engine_, runningApplications_, workspace_);
         applyMotion();
-        QObject::connect(&motion_, &DesktopMotion::changed, engine_.get(),
+        QObject::connect(&appearance_, &Appearance::changed, engine_.get(),
                          [this] { applyMotion(); });
     }
     return *engine_;
@@ -355,7 +403,7 @@ QQmlEngine& ZenlotApp::engine() {
 void ZenlotApp::applyMotion() {
     const int type = qmlTypeId("Zenlot.Style", 1, 0, "Theme");
     if (auto* const theme = engine_->singletonInstance<Theme*>(type))
-        theme->setMotion(motion_.isReduced() ? 0 : 1);
+        theme->setMotion(appearance_.wishes().isMotionReduced ? 0 : 1);
 }
 
 QVariantMap ZenlotApp::makeMainContent(QObject& owner) {
@@ -376,12 +424,14 @@ QVariantMap ZenlotApp::makeMainContent(QObject& owner) {
     QObject::connect(content, &ContentViewModel::detailProcessChanged, detail,
                      [content, detail] { detail->setProcess(content->detailProcess()); });
     contentViewModel_ = content;
-    return {{u"detailViewModel"_s, QVariant::fromValue(detail)},
+    return {{u"commands"_s, QVariant::fromValue(new WindowCommands(appDelegate_, &owner))},
+            {u"detailViewModel"_s, QVariant::fromValue(detail)},
             {u"viewModel"_s, QVariant::fromValue(content)}};
 }
 
 QVariantMap ZenlotApp::makeSettingsContent(QObject& owner) {
-    return {{u"viewModel"_s,
+    return {{u"commands"_s, QVariant::fromValue(new WindowCommands(appDelegate_, &owner))},
+            {u"viewModel"_s,
              QVariant::fromValue(new SettingsViewModel(
                  settings_, launchAgentInstaller_, [this] { openLoginItems(); }, &owner))},
             {u"logViewModel"_s, QVariant::fromValue(new LogTabViewModel(
@@ -389,15 +439,9 @@ QVariantMap ZenlotApp::makeSettingsContent(QObject& owner) {
 }
 
 QVariantMap ZenlotApp::makeOnboardingContent(QObject& owner) {
-    auto* const viewModel = new OnboardingViewModel(
-        {settings_, launchAgentInstaller_, systemLog_},
-        {.openLoginItems = [this] { openLoginItems(); },
-         .afterNextFrame =
-             [this](const std::function<void()>& function) {
-                 if (onboardingWindow_.window())
-                     runAfterNextFrame(*onboardingWindow_.window(), function);
-             }},
-        &owner);
+    auto* const viewModel =
+        new OnboardingViewModel({settings_, launchAgentInstaller_, systemLog_},
+                                {.openLoginItems = [this] { openLoginItems(); }}, &owner);
     return QmlWindow::showing(*viewModel)(owner);
 }
 

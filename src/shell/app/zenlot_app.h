@@ -26,15 +26,17 @@
 #include "monitoring/port_monitor.h"
 #include "monitoring/port_notification_manager.h"
 #include "platform/application_instance.h"
+#include "platform/fallback_app_service.h"
 #include "platform/home_directories.h"
 #include "platform/linux/autostart_app_service.h"
-#include "platform/linux/desktop_motion.h"
+#include "platform/linux/child_app_service.h"
 #include "platform/linux/desktop_running_applications.h"
 #include "platform/linux/freedesktop_user_notification_center.h"
 #include "platform/linux/freedesktop_workspace.h"
 #include "platform/linux/journal_system_log.h"
 #include "platform/linux/json_user_defaults.h"
 #include "platform/linux/pidfd_process_end_watch.h"
+#include "platform/linux/portal_appearance.h"
 #include "platform/linux/property_list_file_reader.h"
 #include "platform/linux/session_bus.h"
 #include "platform/linux/session_bus_broadcast_center.h"
@@ -44,6 +46,7 @@
 #include "settings/app_log.h"
 #include "settings/app_settings.h"
 #include "settings/window/settings_view_model.h"
+#include "shell/app/appearance_follower.h"
 #include "shell/backgrounditems/background_items_view_model.h"
 #include "shell/inspector/process_details_collector.h"
 #include "shell/inspector/process_details_loader.h"
@@ -66,9 +69,6 @@
 QT_FORWARD_DECLARE_CLASS(QQuickWindow)
 
 namespace zenlot {
-
-// With this option of the program nobody has asked to see it.
-inline constexpr char kBackgroundOption[] = "--background";
 
 enum class LaunchStyle {
     withWindow,
@@ -102,7 +102,7 @@ class ZenlotApp final {
 
     void runStartupSequence();
     QCoro::Task<> finishStartupSequence();
-    void refreshMonitorRegistration(RunningMonitor whenRunning);
+    QCoro::Task<> refreshMonitorRegistration(RunningMonitor whenRunning);
     QCoro::Task<> alertAboutOwner(int port);
     void followSettings();
     void noteTroubleWithSettings();
@@ -111,7 +111,7 @@ class ZenlotApp final {
 
     void show(QmlWindow& window);
     void showOnboarding();
-    void openLoginItems();
+    QCoro::Task<> openLoginItems();
     void checkForUpdates();
     QQmlEngine& engine();
     void applyMotion();
@@ -129,7 +129,8 @@ class ZenlotApp final {
     AppSettings settings_;
     AppLog log_;
     JournalSystemLog systemLog_;
-    DesktopMotion motion_;
+    PortalAppearance appearance_;
+    AppearanceFollower appearanceFollower_;
     DesktopRunningApplications runningApplications_;
     PropertyListFileReader propertyLists_;
     FreedesktopWorkspace workspace_;
@@ -152,7 +153,9 @@ class ZenlotApp final {
     NotificationCenter notifications_;
     SessionBusBroadcastCenter broadcasts_;
     FreedesktopUserNotificationCenter alerts_;
-    SystemdAppService monitorService_;
+    SystemdAppService systemdMonitor_;
+    ChildAppService childMonitor_;
+    FallbackAppService monitorService_;
     LaunchAgentInstaller launchAgentInstaller_;
     WorkerThreads portReader_{1};
     PortDataCache portDataCache_;

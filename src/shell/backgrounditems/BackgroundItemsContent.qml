@@ -16,7 +16,7 @@ FocusScope {
 
     focus: true
     implicitHeight: column.implicitHeight + 44
-    implicitWidth: 540
+    implicitWidth: 540 * TextStyle.scale
 
     Shortcut {
         sequences: ["Escape", "Ctrl+W"]

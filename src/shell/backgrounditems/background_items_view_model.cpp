@@ -1,7 +1,9 @@
 #include "shell/backgrounditems/background_items_view_model.h"
 
 #include <QClipboard>
+#include <QCoroFuture>
 #include <QGuiApplication>
+#include <QPointer>
 
 #include <chrono>
 #include <utility>
@@ -62,27 +64,54 @@ QString BackgroundItemsViewModel::statusText() const {
     }
 }
 
-void BackgroundItemsViewModel::refresh() {
-    const AppServiceStatus before = std::exchange(status_, monitor_.status());
-    if (status_ != before) {
+BackgroundItemsViewModel::Finding BackgroundItemsViewModel::find() const {
+    Finding finding{.status = monitor_.status()};
+    if (finding.status == AppServiceStatus::requiresApproval)
+        finding.command = unblockCommand_();
+    return finding;
+}
+
+void BackgroundItemsViewModel::note(const Finding& finding) {
+    if (std::exchange(status_, finding.status) != finding.status) {
         isStill_ = false;
         problem_.clear();
     }
-    command_ = isBlocked() ? unblockCommand_() : QString();
+    command_ = finding.command;
     Q_EMIT changed();
 }
 
-void BackgroundItemsViewModel::recheck() {
+QCoro::Task<> BackgroundItemsViewModel::look() {
+    const QPointer<BackgroundItemsViewModel> self(this);
+    const QFuture<Finding> answer = worker_.run([this] { return find(); });
+    const Finding finding = co_await answer;
+    if (self)
+        note(finding);
+}
+
+QCoro::Task<> BackgroundItemsViewModel::lookAgain() {
+    const QPointer<BackgroundItemsViewModel> self(this);
     const AppServiceStatus before = status_;
-    refresh();
+    QCoro::Task<> look = this->look();
+    co_await look;
+    if (!self)
+        co_return;
     isStill_ = status_ == before;
     Q_EMIT changed();
 }
 
-void BackgroundItemsViewModel::turnOn() {
-    const std::optional<AppServiceError> error = monitor_.registerService();
-    refresh();
-    problem_ = error ? error->message : QString();
+QCoro::Task<> BackgroundItemsViewModel::registerMonitor() {
+    const QPointer<BackgroundItemsViewModel> self(this);
+    const QFuture<Finding> answer = worker_.run([this] {
+        const std::optional<AppServiceError> error = monitor_.registerService();
+        Finding finding = find();
+        finding.problem = error ? error->message : QString();
+        return finding;
+    });
+    const Finding finding = co_await answer;
+    if (!self)
+        co_return;
+    note(finding);
+    problem_ = finding.problem;
     Q_EMIT changed();
 }
 

@@ -1,11 +1,16 @@
 // What stands in the way of the background monitor, and what the user can do about it. Belongs to
-// the main thread. The service is asked when refresh() or recheck() is called, never by itself.
+// the main thread. The service is asked when look(), refresh() or recheck() is called, never by
+// itself, and on another thread; `changed` tells of the answer.
 //
 //     BackgroundItemsViewModel items(monitor, [&] { return monitor.unmaskCommand(); }, unit);
 #pragma once
 
 #include "platform/app_service.h"
+#include "workers/worker_threads.h"
 
+#ifndef Q_MOC_RUN // which can't read the coroutine headers
+#include <QCoroTask>
+#endif
 #include <QObject>
 #include <QString>
 #include <QTimer>
@@ -54,10 +59,13 @@ class BackgroundItemsViewModel : public QObject {
     QString problem() const { return problem_; }
     bool isCopied() const { return copied_.isActive(); }
 
+    // Ends when the answer is there.
+    QCoro::Task<> look();
+
     // Asks the service again, on behalf of the window or of the user.
-    Q_INVOKABLE void refresh();
-    Q_INVOKABLE void recheck();
-    Q_INVOKABLE void turnOn();
+    Q_INVOKABLE void refresh() { look(); }
+    Q_INVOKABLE void recheck() { lookAgain(); }
+    Q_INVOKABLE void turnOn() { registerMonitor(); }
     // Puts the command on the clipboard.
     Q_INVOKABLE void copyCommand();
 
@@ -66,6 +74,17 @@ class BackgroundItemsViewModel : public QObject {
     void copiedChanged();
 
   private:
+    struct Finding {
+        AppServiceStatus status{AppServiceStatus::notRegistered};
+        QString command{};
+        QString problem{};
+    };
+
+    Finding find() const; // on the worker
+    void note(const Finding& finding);
+    QCoro::Task<> lookAgain();
+    QCoro::Task<> registerMonitor();
+
     AppService& monitor_;
     UnblockCommand unblockCommand_;
     QString unit_;
@@ -74,6 +93,7 @@ class BackgroundItemsViewModel : public QObject {
     QString command_;
     QString problem_;
     QTimer copied_;
+    WorkerThreads worker_{1}; // the last member
 };
 
 } // namespace zenlot

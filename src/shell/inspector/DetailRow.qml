@@ -16,8 +16,8 @@ RowLayout {
     // On the line of the value, whatever the typeface of the user's language is.
     StyleText {
         Layout.alignment: Qt.AlignBaseline
-        Layout.maximumWidth: 80
-        Layout.minimumWidth: 80
+        Layout.maximumWidth: 80 * TextStyle.scale
+        Layout.minimumWidth: 80 * TextStyle.scale
         color: Theme.secondaryLabel
         font: TextStyle.caption
         text: root.label

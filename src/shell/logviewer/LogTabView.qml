@@ -103,5 +103,19 @@ FocusScope {
                 visible: root.viewModel.hasLines
             }
         }
+        Divider {
+            Layout.fillWidth: true
+        }
+        StyleText {
+            Layout.bottomMargin: 5
+            Layout.fillWidth: true
+            Layout.leftMargin: 10
+            Layout.rightMargin: 10
+            Layout.topMargin: 5
+            color: Theme.secondaryLabel
+            font: TextStyle.caption
+            text: qsTr("At %1 MB the log begins anew, and one old log is kept beside it.").arg(root.viewModel.mostMegabytes)
+            wrapMode: Text.Wrap
+        }
     }
 }

@@ -35,6 +35,8 @@ class LogTabViewModel : public QObject {
     QML_UNCREATABLE("The application owns it")
 
     Q_PROPERTY(QString path READ path CONSTANT)
+    // Of how many megabytes the log begins anew.
+    Q_PROPERTY(int mostMegabytes READ mostMegabytes CONSTANT)
     Q_PROPERTY(zenlot::LogLineModel* lines READ lines CONSTANT)
     Q_PROPERTY(bool hasLines READ hasLines NOTIFY hasLinesChanged)
     Q_PROPERTY(bool isReading READ isReading NOTIFY isReadingChanged)
@@ -48,6 +50,7 @@ class LogTabViewModel : public QObject {
     ~LogTabViewModel() override;
 
     QString path() const { return path_; }
+    int mostMegabytes() const { return static_cast<int>(AppLog::kLongestLog / 1024 / 1024); }
     LogLineModel* lines() { return &lines_; }
     bool hasLines() const { return lines_.rowCount() > 0; }
     bool hasMarks() const { return lines_.hasMarks(); }

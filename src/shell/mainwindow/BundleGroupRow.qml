@@ -11,6 +11,7 @@ RowLayout {
 
     required property string bundlePath
     required property string countText
+    required property string groupIcon
     property alias isElided: label.truncated
     required property bool isExpanded
     required property string name
@@ -19,6 +20,7 @@ RowLayout {
 
     FileIconView {
         cornerRadius: 5
+        iconName: root.groupIcon
         path: root.bundlePath
         size: 22
     }

@@ -11,9 +11,18 @@ import Zenlot.Style
 T.SplitView {
     id: root
 
+    // Whether there is a button for the application's menu.
+    property bool hasMenuButton: false
     required property ContentViewModel viewModel
     // Shows the process whose details are asked for; seen only while they are.
     property alias inspector: inspectorContent.data
+
+    // The menu is to open below the item.
+    signal menuRequested(item: Item)
+
+    function requestMenu() {
+        root.menuRequested(menuButton);
+    }
 
     orientation: Qt.Horizontal
 
@@ -84,9 +93,9 @@ T.SplitView {
     Sidebar {
         id: sidebar
 
-        T.SplitView.maximumWidth: Math.max(160, Math.min(240, root.width - detail.T.SplitView.minimumWidth - 2 - (inspectorColumn.visible ? inspectorColumn.T.SplitView.minimumWidth : 0)))
-        T.SplitView.minimumWidth: 160
-        T.SplitView.preferredWidth: 200
+        T.SplitView.maximumWidth: Math.max(160 * TextStyle.scale, Math.min(240 * TextStyle.scale, root.width - detail.T.SplitView.minimumWidth - 2 - (inspectorColumn.visible ? inspectorColumn.T.SplitView.minimumWidth : 0)))
+        T.SplitView.minimumWidth: 160 * TextStyle.scale
+        T.SplitView.preferredWidth: 200 * TextStyle.scale
         viewModel: root.viewModel
     }
 
@@ -94,23 +103,23 @@ T.SplitView {
         id: detail
 
         T.SplitView.fillWidth: true
-        T.SplitView.minimumWidth: 178
+        T.SplitView.minimumWidth: 178 * TextStyle.scale
         spacing: 0
 
         RowLayout {
             id: toolbar
 
-            // While the inspector is closed its button stands here.
-            readonly property real roomOfToggle: inspectorColumn.visible ? 0 : inspectorButton.width + toolbar.spacing
+            // While the inspector is closed the buttons of the corner stand here.
+            readonly property real roomOfCorner: inspectorColumn.visible ? 0 : root.width - (root.hasMenuButton ? menuButton : inspectorButton).x - 10 + toolbar.spacing
 
             Layout.fillWidth: true
             Layout.leftMargin: 10
-            Layout.preferredHeight: 44
-            Layout.rightMargin: 10 + toolbar.roomOfToggle
+            Layout.preferredHeight: 44 * TextStyle.scale
+            Layout.rightMargin: 10 + toolbar.roomOfCorner
             spacing: 8
 
             ForceQuitButton {
-                room: detail.width - 20 - toolbar.roomOfToggle - stopButton.width - toolbar.spacing
+                room: detail.width - 20 - toolbar.roomOfCorner - stopButton.width - toolbar.spacing
                 viewModel: root.viewModel
                 visible: root.viewModel.hasSelection
             }
@@ -129,8 +138,22 @@ T.SplitView {
             Item {
                 Layout.fillWidth: true
             }
-            // In the corner of the window rather than of a column, so that it stays under the pointer when
+            // In the corner of the window rather than of a column, so that they stay under the pointer when
             // the inspector opens and closes.
+            IconButton {
+                id: menuButton
+
+                keys: "F10"
+                parent: root
+                symbol: "line.3.horizontal"
+                text: qsTr("Menu")
+                visible: root.hasMenuButton
+                x: inspectorButton.x - width - 4
+                y: 8
+                z: 1
+
+                onClicked: root.requestMenu()
+            }
             IconButton {
                 id: inspectorButton
 
@@ -171,7 +194,7 @@ T.SplitView {
 
                 Layout.alignment: Qt.AlignHCenter
                 Layout.fillWidth: true
-                Layout.maximumWidth: 320
+                Layout.maximumWidth: 320 * TextStyle.scale
                 viewModel: root.viewModel
             }
             StatusLine {
@@ -195,9 +218,9 @@ T.SplitView {
     Rectangle {
         id: inspectorColumn
 
-        T.SplitView.maximumWidth: Math.max(240, Math.min(400, root.width - sidebar.width - detail.T.SplitView.minimumWidth - 2))
-        T.SplitView.minimumWidth: 240
-        T.SplitView.preferredWidth: 290
+        T.SplitView.maximumWidth: Math.max(240 * TextStyle.scale, Math.min(400 * TextStyle.scale, root.width - sidebar.width - detail.T.SplitView.minimumWidth - 2))
+        T.SplitView.minimumWidth: 240 * TextStyle.scale
+        T.SplitView.preferredWidth: 290 * TextStyle.scale
         color: Theme.sidebar
         visible: root.viewModel.isInspectorOpen
 
@@ -206,7 +229,7 @@ T.SplitView {
             anchors.left: parent.left
             anchors.leftMargin: 14
             font: TextStyle.headline
-            height: 44
+            height: 44 * TextStyle.scale
             text: qsTr("Inspector")
             verticalAlignment: Text.AlignVCenter
         }
@@ -214,7 +237,7 @@ T.SplitView {
             id: inspectorContent
 
             anchors.fill: parent
-            anchors.topMargin: 44
+            anchors.topMargin: 44 * TextStyle.scale
         }
     }
 

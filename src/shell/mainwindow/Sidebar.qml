@@ -21,7 +21,7 @@ Rectangle {
         RowLayout {
             Layout.fillWidth: true
             Layout.leftMargin: 16
-            Layout.preferredHeight: 44
+            Layout.preferredHeight: 44 * TextStyle.scale
             Layout.rightMargin: 8
 
             StyleText {

@@ -38,28 +38,30 @@ RowLayout {
             font: TextStyle.bold(TextStyle.monospaced(TextStyle.callout))
             text: root.port
         }
-        RowLayout {
+        // The name keeps its room, the note gives way. It is no RowLayout for the reason that
+        // ProcessTitle gives.
+        Item {
             id: line
 
             Layout.fillWidth: true
-            spacing: 5
+            implicitHeight: Math.max(label.implicitHeight, note.implicitHeight)
             visible: (root.showIcon && root.name !== "") || root.noteText !== "" || root.isOpenToNetwork || root.isLeftBehind
 
-            // The name keeps its room, the note gives way.
             StyleText {
                 id: label
 
                 Accessible.ignored: true
-                Layout.preferredWidth: Math.max(0, Math.min(Math.ceil(implicitWidth), line.width - note.marksWidth))
                 color: Theme.secondaryLabel
                 font: TextStyle.caption
-                text: root.name
-                visible: root.showIcon && text !== ""
+                text: root.showIcon ? root.name : ""
+                width: Math.max(0, Math.min(Math.ceil(implicitWidth), line.width - note.marksWidth))
             }
             OriginNoteLine {
                 id: note
 
-                Layout.fillWidth: true
+                anchors.left: label.right
+                anchors.leftMargin: label.text === "" ? 0 : 5
+                anchors.right: line.right
                 isLeftBehind: root.isLeftBehind
                 isOpenToNetwork: root.isOpenToNetwork
                 text: root.noteText

@@ -16,6 +16,7 @@ T.ItemDelegate {
     // What a tool tip has to say in full.
     readonly property string elidedText: group.visible && group.isElided ? root.title : portRow.visible ? (portRow.isElided ? root.name + "\n" : "") + root.noteTip : ""
     required property string executablePath
+    required property string groupIcon
     required property bool hasFocusRing
     required property int index
     required property bool isExpanded
@@ -98,6 +99,7 @@ T.ItemDelegate {
             anchors.fill: parent
             bundlePath: root.bundlePath
             countText: root.countText
+            groupIcon: root.groupIcon
             isExpanded: root.isExpanded
             name: root.title
             visible: root.kind === SidebarModel.Group

@@ -10,7 +10,7 @@ Item {
 
     required property ContentViewModel viewModel
 
-    implicitHeight: 20
+    implicitHeight: 20 * TextStyle.scale
     implicitWidth: Math.max(free.implicitWidth, prompt.implicitWidth, progress.implicitWidth)
 
     SmallProgressIndicator {

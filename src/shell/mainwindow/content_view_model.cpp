@@ -47,8 +47,8 @@ SidebarContent makeContent(std::vector<OccupiedPort> ports, const RunningApplica
     correctPaths(ports, applications);
     const auto system = std::stable_partition(
         ports.begin(), ports.end(), [](const OccupiedPort& port) { return port.isCurrentUser(); });
-    return {groupPorts({ports.begin(), system}, bundleKeys),
-            groupPorts({system, ports.end()}, bundleKeys)};
+    return {groupPorts({ports.begin(), system}, bundleKeys, applications),
+            groupPorts({system, ports.end()}, bundleKeys, applications)};
 }
 
 // Short enough to leave the rest of the question on the screen.

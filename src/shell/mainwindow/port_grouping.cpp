@@ -41,6 +41,8 @@ void sortByName(std::vector<AppPortGroup>& groups) {
 } // namespace
 
 QString groupDisplayName(const AppPortGroup& group) {
+    if (!group.name.empty())
+        return QString::fromStdString(group.name);
     if (group.bundlePath) {
         const std::string_view name = bundleName(*group.bundlePath);
         return QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()));
@@ -54,24 +56,39 @@ QString groupDisplayName(const AppPortGroup& group) {
 }
 
 std::vector<AppPortGroup> groupPorts(const std::vector<OccupiedPort>& ports,
-                                     BundleKeyCache& bundleKeys) {
+                                     BundleKeyCache& bundleKeys,
+                                     const RunningApplications& applications) {
     std::map<std::string, AppPortGroup> bundles;
     std::vector<OccupiedPort> single;
     std::set<std::int64_t> bundledPorts;
+    std::map<std::int64_t, std::optional<OwningApplication>> owners; // each is asked about once
     for (const OccupiedPort& port : ports) {
-        const std::optional<std::string> bundle = port.enclosingAppBundlePath();
-        if (!bundle) {
+        AppPortGroup found{port.enclosingAppBundlePath(), {port}};
+        std::string key;
+        if (found.bundlePath) {
+            key = bundleKeys.bundleGroupKey(*found.bundlePath);
+        } else if (port.pid != 0) {
+            const auto [owner, isNew] = owners.try_emplace(port.pid);
+            if (isNew)
+                owner->second = applications.applicationOwning(port.pid);
+            if (const auto& application = owner->second) {
+                key = application->key.toStdString();
+                found.bundlePath = key;
+                found.name = application->name.toStdString();
+                found.icon = application->icon.toStdString();
+            }
+        }
+        if (!found.bundlePath) {
             single.push_back(port);
             continue;
         }
         bundledPorts.insert(port.port);
-        auto [entry, isNew] =
-            bundles.try_emplace(bundleKeys.bundleGroupKey(*bundle), AppPortGroup{bundle, {port}});
+        const auto [entry, isNew] = bundles.try_emplace(key, found);
         if (isNew)
             continue;
         AppPortGroup& group = entry->second;
-        if (isInstalled(*bundle))
-            group.bundlePath = bundle;
+        if (isInstalled(*found.bundlePath))
+            group.bundlePath = found.bundlePath;
         if (std::ranges::find(group.ports, port.port, &OccupiedPort::port) == group.ports.end())
             group.ports.push_back(port);
     }

@@ -155,7 +155,8 @@ void SidebarModel::appendPart(std::vector<SidebarRow>& rows, const QString& key,
                         isExpanded,
                         static_cast<int>(group.ports.size()),
                         bundle,
-                        {}});
+                        {},
+                        QString::fromStdString(group.icon)});
         if (!isExpanded)
             continue;
         for (const OccupiedPort& port : group.ports)
@@ -188,6 +189,8 @@ QVariant SidebarModel::data(const QModelIndex& index, int role) const {
         return row.kind == RowKind::group ? QString::number(row.count) : QString();
     case bundlePathRole:
         return row.bundlePath;
+    case groupIconRole:
+        return row.groupIcon;
     case portRole:
         return portAt(index.row());
     case nameRole:
@@ -224,6 +227,7 @@ QHash<int, QByteArray> SidebarModel::roleNames() const {
             {isExpandedRole, "isExpanded"},
             {countTextRole, "countText"},
             {bundlePathRole, "bundlePath"},
+            {groupIconRole, "groupIcon"},
             {portRole, "port"},
             {nameRole, "name"},
             {protoRole, "proto"},

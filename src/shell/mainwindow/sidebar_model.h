@@ -32,7 +32,8 @@ struct SidebarRow {
     bool isExpanded{false};
     int count{0}; // of ports in a group
     QString bundlePath;
-    OccupiedPort port; // of a row that is a port
+    OccupiedPort port;   // of a row that is a port
+    QString groupIcon{}; // of the desktop, where a group has no bundle
 
     friend bool operator==(const SidebarRow&, const SidebarRow&) = default;
 };
@@ -58,6 +59,7 @@ class SidebarModel : public KeyedListModel<SidebarRow> {
         isExpandedRole,
         countTextRole,
         bundlePathRole,
+        groupIconRole,
         portRole, // -1 for a row that is none
         nameRole,
         protoRole,

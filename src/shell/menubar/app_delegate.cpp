@@ -8,7 +8,9 @@
 
 #include <QFile>
 #include <QLineEdit>
+#include <QWindow>
 
+#include <algorithm>
 #include <utility>
 
 namespace zenlot {
@@ -17,6 +19,7 @@ namespace {
 using namespace Qt::StringLiterals;
 
 constexpr qsizetype kLongestName = 48; // in a menu
+const QString kOpenCommand = u"open"_s;
 
 std::optional<TemplateImage> imageNamed(const QString& name, const QString& themeName) {
     const QString file = u":/zenlot/menubar/%1.svg"_s.arg(name);
@@ -40,6 +43,7 @@ AppDelegate::AppDelegate(const Collaborators& collaborators, Actions actions, QO
         installMenu();
     });
     with_.statusBar.observeAvailability(this, [this] {
+        Q_EMIT windowMenuNeedChanged();
         if (settings_)
             applyActivationPolicy(*settings_);
     });
@@ -61,11 +65,14 @@ void AppDelegate::configure(AppSettings& settings, AppModel& appModel) {
 void AppDelegate::updateStatusItem(const AppSettings& settings) {
     if (!settings.showInMenuBar()) {
         statusItem_.reset();
+        Q_EMIT windowMenuNeedChanged();
         return;
     }
-    if (!statusItem_)
+    if (!statusItem_) {
         statusItem_ =
             with_.statusBar.makeStatusItem([this](std::optional<QRect> place) { openMenu(place); });
+        Q_EMIT windowMenuNeedChanged();
+    }
     updateStatusIcon();
     installMenu();
 }
@@ -85,35 +92,62 @@ void AppDelegate::installMenu() {
     retireMenu();
     if (!statusItem_)
         return;
-    QList<StatusMenuEntry> entries = buildMenu();
-    statusItem_->setToolTip(conflict_.current() ? entries.front().title : u"Zenlot"_s);
     // A panel can't show a field; what it shows leads to that of the main window.
-    entries.prepend({});
-    entries.prepend({.title = tr("Port number\u2026"), .run = [this] { searchInMainWindow(); }});
+    QList<Command> entries = commands();
+    statusItem_->setToolTip(conflict_.current() ? entries.at(2).title : u"Zenlot"_s);
     statusItem_->setMenu(entries);
 }
 
-// Without the search field, which is no command.
-QList<StatusMenuEntry> AppDelegate::buildMenu() {
-    QList<StatusMenuEntry> entries;
+QList<Command> AppDelegate::commands() {
+    QList<Command> entries{{.identifier = kCheckPortCommand,
+                            .title = tr("Port number\u2026"),
+                            .run = [this] { searchInMainWindow(); }},
+                           {}};
     if (conflict_.current())
         appendConflict(entries, *conflict_.current());
-    entries.append({.title = tr("Open Zenlot"), .run = [this] { showMainWindow(); }});
-    entries.append(StatusMenuEntry{});
-    entries.append({.title = tr("Settings\u2026"), .keyEquivalent = u"Ctrl+,"_s, .run = [this] {
-                        openSettings();
+    entries.append({.identifier = kOpenCommand, .title = tr("Open Zenlot"), .run = [this] {
+                        showMainWindow();
                     }});
-    entries.append(StatusMenuEntry{});
+    entries.append(Command{});
+    entries.append({.identifier = kSettingsCommand,
+                    .title = tr("Settings\u2026"),
+                    .keyEquivalent = u"Ctrl+,"_s,
+                    .run = [this] { openSettings(); }});
+    entries.append(Command{});
     entries.append({.title = tr("Check for Updates\u2026"),
                     .run = [this] { call(actions_.checkForUpdates); }});
-    entries.append(StatusMenuEntry{});
-    entries.append({.title = tr("Quit Zenlot"), .keyEquivalent = u"Ctrl+Q"_s, .run = [this] {
-                        call(actions_.terminate);
-                    }});
+    entries.append(Command{});
+    entries.append({.identifier = kQuitCommand,
+                    .title = tr("Quit Zenlot"),
+                    .keyEquivalent = u"Ctrl+Q"_s,
+                    .run = [this] { call(actions_.terminate); }});
     return entries;
 }
 
-void AppDelegate::appendConflict(QList<StatusMenuEntry>& entries, const Conflict& conflict) {
+// And without the lines that would have nothing above them.
+QList<Command> AppDelegate::commandsWithout(const QStringList& identifiers) {
+    QList<Command> entries;
+    for (const Command& command : commands()) {
+        const bool isLine = command.title.isEmpty();
+        const bool hasGroupAbove = !entries.isEmpty() && !entries.last().title.isEmpty();
+        if (isLine ? hasGroupAbove : !identifiers.contains(command.identifier))
+            entries.append(command);
+    }
+    return entries;
+}
+
+bool AppDelegate::run(const QString& identifier) {
+    const QList<Command> all = commands();
+    const auto command = std::ranges::find_if(all, [&](const Command& one) {
+        return !identifier.isEmpty() && one.identifier == identifier;
+    });
+    if (command == all.end())
+        return false;
+    command->run();
+    return true;
+}
+
+void AppDelegate::appendConflict(QList<Command>& entries, const Conflict& conflict) {
     // A menu may still be open when the next conflict has come.
     const auto concerning = [this, conflict](auto action) {
         return [this, conflict, action] {
@@ -135,15 +169,13 @@ void AppDelegate::appendConflict(QList<StatusMenuEntry>& entries, const Conflict
         {.title = tr("Ignore %1").arg(name), .run = concerning(&ActiveConflict::ignoreProcess)});
     entries.append(
         {.title = tr("Clear Conflict Indicator"), .run = concerning(&ActiveConflict::clear)});
-    entries.append(StatusMenuEntry{});
+    entries.append(Command{});
 }
 
 StatusMenu& AppDelegate::menu() {
     if (menu_)
         return *menu_;
-    menu_ = std::make_unique<StatusMenu>(buildMenu(), this,
-                                         with_.windows.blendsWindows() ? StatusMenu::Edges::soft
-                                                                       : StatusMenu::Edges::hard);
+    menu_ = std::make_unique<StatusMenu>(commandsWithout({kCheckPortCommand}), this, edges());
     connect(menu_.get(), &StatusMenu::portSearchCommitted, this,
             [this, menu = menu_.get()] { portSearchCommitted(*menu); });
     return *menu_;
@@ -155,7 +187,34 @@ void AppDelegate::openMenu(std::optional<QRect> place) {
     else if (place)
         menu().popUp(*place);
     else
-        searchInMainWindow();
+        leadToWindowMenu();
+}
+
+StatusMenu::Edges AppDelegate::edges() const {
+    return with_.windows.blendsWindows() ? StatusMenu::Edges::soft : StatusMenu::Edges::hard;
+}
+
+// ---- The menu of a window ----
+
+bool AppDelegate::needsWindowMenu() const {
+    return isMenuOutOfReach_ || !statusItem_ || !with_.statusBar.isAvailable();
+}
+
+// Where no menu can be put beside the icon, a window has it.
+void AppDelegate::leadToWindowMenu() {
+    if (!std::exchange(isMenuOutOfReach_, true))
+        Q_EMIT windowMenuNeedChanged();
+    searchInMainWindow();
+}
+
+void AppDelegate::openWindowMenu(QWindow& window, const QRect& place) {
+    windowMenu_ = std::make_unique<StatusMenu>(commandsWithout({kCheckPortCommand, kOpenCommand}),
+                                               this, edges(), StatusMenu::Search::without);
+    windowMenu_->setWindowTitle(tr("Menu"));
+    // Desktops that place popups themselves need to know whose it is.
+    windowMenu_->winId();
+    windowMenu_->windowHandle()->setTransientParent(&window);
+    windowMenu_->popUp(place);
 }
 
 // One that is open goes when the user is done with it.

@@ -17,6 +17,7 @@
 #include "platform/status_bar.h"
 #include "shell/menubar/active_conflict.h"
 #include "shell/menubar/open_windows.h"
+#include "shell/menubar/status_menu.h"
 
 #include <QObject>
 #include <QPointer>
@@ -25,10 +26,11 @@
 #include <memory>
 #include <optional>
 
+QT_FORWARD_DECLARE_CLASS(QWindow)
+
 namespace zenlot {
 
 class AppModel;
-class StatusMenu;
 
 class AppDelegate final : public QObject {
     Q_OBJECT
@@ -69,15 +71,32 @@ class AppDelegate final : public QObject {
 
     ActiveConflict& conflict() { return conflict_; }
 
+    // Everything that the user can have done from outside of the windows: what an active conflict
+    // offers first, then the standing commands. The surfaces draw from this list.
+    QList<Command> commands();
+    // False when there is no such command.
+    bool run(const QString& identifier);
+
     // The menu that opens at a click. Made when it is first asked for after a change.
     StatusMenu& menu();
+
+    // Whether a window has to show the way to the commands: there is no status item, or the panel
+    // lets none of its menus open.
+    bool needsWindowMenu() const;
+    // The commands in a menu of that window, beside what was clicked there.
+    void openWindowMenu(QWindow& window, const QRect& place);
+
+  Q_SIGNALS:
+    void windowMenuNeedChanged();
 
   private:
     void updateStatusIcon();
     void installMenu();
-    QList<StatusMenuEntry> buildMenu();
-    void appendConflict(QList<StatusMenuEntry>& entries, const Conflict& conflict);
+    QList<Command> commandsWithout(const QStringList& identifiers);
+    void appendConflict(QList<Command>& entries, const Conflict& conflict);
     void openMenu(std::optional<QRect> place);
+    void leadToWindowMenu();
+    StatusMenu::Edges edges() const;
     void retireMenu();
 
     void portSearchCommitted(StatusMenu& menu);
@@ -94,6 +113,8 @@ class AppDelegate final : public QObject {
     ActiveConflict conflict_;
     std::unique_ptr<StatusItem> statusItem_;
     std::unique_ptr<StatusMenu> menu_;
+    std::unique_ptr<StatusMenu> windowMenu_;
+    bool isMenuOutOfReach_{false};
     std::unique_ptr<GlobalShortcut::Monitor> eventMonitor_;
 };
 

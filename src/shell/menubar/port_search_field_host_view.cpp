@@ -10,7 +10,8 @@ namespace {
 
 constexpr QSize kSize(240, 34);
 constexpr int kSideMargin = 12;
-constexpr int kFieldHeight = 24;
+constexpr int kFieldHeight = 24; // at least
+constexpr int kTextMargin = 8;
 
 } // namespace
 
@@ -26,12 +27,16 @@ QWidget* PortSearchFieldHostView::hitTest(QPoint point) const {
 }
 
 QSize PortSearchFieldHostView::sizeHint() const {
-    return kSize;
+    return {kSize.width(), kSize.height() - kFieldHeight + fieldHeight()};
+}
+
+int PortSearchFieldHostView::fieldHeight() const {
+    return std::max(kFieldHeight, searchField_->fontMetrics().height() + kTextMargin);
 }
 
 void PortSearchFieldHostView::resizeEvent(QResizeEvent* /*event*/) {
-    searchField_->setGeometry(kSideMargin, (height() - kFieldHeight) / 2, width() - 2 * kSideMargin,
-                              kFieldHeight);
+    searchField_->setGeometry(kSideMargin, (height() - fieldHeight()) / 2,
+                              width() - 2 * kSideMargin, fieldHeight());
 }
 
 // The field gets the event as if the nearest point of it had been clicked.

@@ -29,6 +29,7 @@ class PortSearchFieldHostView final : public QWidget {
     void resizeEvent(QResizeEvent* event) override;
 
   private:
+    int fieldHeight() const;
     void forward(QMouseEvent* event) const;
 
     QLineEdit* searchField_;

@@ -2,6 +2,7 @@
 
 #include "shell/menubar/port_search_field_host_view.h"
 #include "shell/menubar/status_menu_style.h"
+#include "shell/style/text_style.h"
 
 #include <QFontDatabase>
 #include <QFontMetrics>
@@ -23,7 +24,7 @@ constexpr QMargins kFieldText(22, 0, 4, 0); // leaves room for the symbol in fro
 
 QFont menuFont() {
     QFont font = QGuiApplication::font();
-    font.setPixelSize(kFontSize);
+    font.setPixelSize(qRound(kFontSize * TextStyle::scaleOf(font)));
     font.setWeight(QFont::Normal);
     return font;
 }
@@ -58,14 +59,15 @@ QRect areaAround(const QRect& place) {
 
 } // namespace
 
-StatusMenu::StatusMenu(const QList<StatusMenuEntry>& entries, QObject* context, Edges edges)
+StatusMenu::StatusMenu(const QList<Command>& entries, QObject* context, Edges edges, Search search)
     : style_(new StatusMenuStyle(edges == Edges::soft)) {
     style_->setParent(this);
     setStyle(style_);
     setFont(menuFont());
     setAttribute(Qt::WA_TranslucentBackground, edges == Edges::soft);
-    addSearchField();
-    for (const StatusMenuEntry& entry : entries)
+    if (search == Search::withField)
+        addSearchField();
+    for (const Command& entry : entries)
         add(entry, context);
     connect(this, &QMenu::aboutToShow, this, &StatusMenu::menuWillOpen);
 }
@@ -91,7 +93,7 @@ void StatusMenu::addSearchField() {
     setFocusProxy(field);
 }
 
-void StatusMenu::add(const StatusMenuEntry& entry, QObject* context) {
+void StatusMenu::add(const Command& entry, QObject* context) {
     if (entry.title.isEmpty()) {
         addSeparator();
         return;
@@ -130,9 +132,17 @@ void StatusMenu::popUp(const QRect& place) {
 void StatusMenu::menuWillOpen() {
     isWalking_ = false;
     style_->followPalette();
+    if (hostView_ == nullptr)
+        return;
     searchField().setPalette(style_->fieldPalette());
     QMetaObject::invokeMethod(
         this, [this] { searchField().setFocus(Qt::PopupFocusReason); }, Qt::QueuedConnection);
+}
+
+// Without a field the menu has the keys itself.
+void StatusMenu::keyPressEvent(QKeyEvent* event) {
+    if (!handleKey(event))
+        QMenu::keyPressEvent(event);
 }
 
 void StatusMenu::mouseMoveEvent(QMouseEvent* event) {
@@ -179,13 +189,19 @@ bool StatusMenu::handleKey(QKeyEvent* event) {
 // From the last command on to the first, as menus do. In between is the field, where no command is
 // chosen.
 void StatusMenu::walk(int step) {
-    QList<QAction*> stops{nullptr};
+    QList<QAction*> stops;
+    if (hostView_ != nullptr)
+        stops.append(nullptr);
     for (QAction* action : actions()) {
         if (action->isEnabled() && !action->isSeparator() &&
             qobject_cast<QWidgetAction*>(action) == nullptr)
             stops.append(action);
     }
-    const qsizetype from = std::max<qsizetype>(0, stops.indexOf(activeAction()));
+    if (stops.isEmpty())
+        return;
+    const qsizetype last = stops.size() - 1;
+    const qsizetype at = stops.indexOf(activeAction());
+    const qsizetype from = at >= 0 ? at : step > 0 ? last : 0;
     isWalking_ = true;
     setActiveAction(stops.at((from + step + stops.size()) % stops.size()));
 }
@@ -193,9 +209,10 @@ void StatusMenu::walk(int step) {
 // The pointer may happen to rest on a command while somebody types a port.
 void StatusMenu::handleReturn() {
     QAction* chosen = activeAction();
-    if (chosen != nullptr && chosen->isEnabled() && (isWalking_ || searchField().text().isEmpty()))
+    const bool isMeant = isWalking_ || hostView_ == nullptr || searchField().text().isEmpty();
+    if (chosen != nullptr && chosen->isEnabled() && isMeant)
         run(chosen);
-    else
+    else if (hostView_ != nullptr)
         Q_EMIT portSearchCommitted();
 }
 

@@ -1,4 +1,5 @@
-// The menu that opens when the status item is clicked: the port search field, then the commands.
+// The menu that opens when the status item is clicked: the port search field, then the commands. In
+// a window, which has a field, it opens without one.
 //
 // It has the keyboard from the start, and the field has the focus all the time, so that a port can
 // be typed at once and at any moment. The arrow keys and Tab walk the commands; Return runs the one
@@ -27,14 +28,17 @@ class StatusMenu final : public QMenu {
   public:
     // Soft ones need a desktop that blends windows.
     enum class Edges { hard, soft };
+    enum class Search { withField, without };
 
     // Commands run from the event loop, when the menu has closed and while `context` lives.
-    StatusMenu(const QList<StatusMenuEntry>& entries, QObject* context, Edges edges);
+    StatusMenu(const QList<Command>& entries, QObject* context, Edges edges,
+               Search search = Search::withField);
     ~StatusMenu() override;
 
     // Opens beside what was clicked, in pixels of the desktop.
     void popUp(const QRect& place);
 
+    // Not of a menu without one.
     QLineEdit& searchField() const;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -43,11 +47,12 @@ class StatusMenu final : public QMenu {
     void portSearchCommitted();
 
   protected:
+    void keyPressEvent(QKeyEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
 
   private:
     void addSearchField();
-    void add(const StatusMenuEntry& entry, QObject* context);
+    void add(const Command& entry, QObject* context);
     void menuWillOpen();
     bool handleKey(QKeyEvent* event);
     void walk(int step);

@@ -9,6 +9,7 @@
 #include <QPainterPath>
 #include <QStyleOption>
 
+#include <algorithm>
 #include <cmath>
 
 namespace zenlot {
@@ -19,6 +20,7 @@ using namespace Qt::StringLiterals;
 constexpr int kPanelRadius = 9;
 constexpr int kPanelPadding = 5;
 constexpr int kRowHeight = 26;
+constexpr int kLeastRowMargin = 8;
 constexpr int kRowPadding = 12; // in line with the search field
 constexpr int kRowRadius = 5;
 constexpr int kSeparatorHeight = 11;
@@ -180,7 +182,8 @@ QSize StatusMenuStyle::sizeFromContents(ContentsType type, const QStyleOption* o
         return {size.width(), kSeparatorHeight};
     const int shortcut = item->text.contains(u'\t') ? kShortcutGap : 0;
     const int icon = item->icon.isNull() ? 0 : kSymbolSize + kSymbolGap;
-    return {size.width() + shortcut + icon + 2 * kRowPadding, kRowHeight};
+    return {size.width() + shortcut + icon + 2 * kRowPadding,
+            std::max(kRowHeight, item->fontMetrics.height() + kLeastRowMargin)};
 }
 
 int StatusMenuStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,

@@ -4,8 +4,8 @@
 // what else a URL may have (user, path, query and so on) makes no difference. None for every other
 // text, and for ports outside 1 to 65535.
 //
-// The text is read as it came: QUrl would take the number for an IPv4 address and write
-// "port://0.0.31.144".
+// The text is read as it came: QUrl takes the number for an IPv4 address and writes
+// "port://0.0.31.144". Desktops hand links on through it, so that form is understood as well.
 #pragma once
 
 #include <QStringView>

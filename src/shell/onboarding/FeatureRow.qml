@@ -18,7 +18,7 @@ RowLayout {
     Item {
         Layout.alignment: Qt.AlignVCenter
         Layout.preferredHeight: symbolIcon.height
-        Layout.preferredWidth: 26
+        Layout.preferredWidth: 26 * TextStyle.scale
 
         SymbolIcon {
             id: symbolIcon

@@ -10,13 +10,13 @@ Rectangle {
 
     // What the second page shows above its words; nothing when it is empty.
     property url movie: Qt.resolvedUrl("notification-conflict.mov")
-    readonly property real pageWidth: 440
+    readonly property real pageWidth: Math.round(440 * TextStyle.scale)
     // From the first page (0) to the second (1).
     property real position: root.viewModel.page
     required property OnboardingViewModel viewModel
 
     color: Theme.window
-    implicitHeight: 540
+    implicitHeight: Math.min(Math.round(540 * TextStyle.scale), Screen.desktopAvailableHeight - 48)
     implicitWidth: root.pageWidth
 
     Component.onCompleted: root.viewModel.appear()

@@ -1,6 +1,8 @@
 #include "shell/onboarding/onboarding_view_model.h"
 
 #include <QCoreApplication>
+#include <QCoroFuture>
+#include <QPointer>
 
 #include <utility>
 
@@ -17,8 +19,7 @@ QString word(bool value) {
 
 OnboardingViewModel::OnboardingViewModel(const Collaborators& with, Actions actions,
                                          QObject* parent)
-    : QObject(parent), with_(with), actions_(std::move(actions)),
-      daemonInstalled_(with.installer.isEnabled()) {}
+    : QObject(parent), with_(with), actions_(std::move(actions)) {}
 
 template <typename Value>
 void OnboardingViewModel::change(Value& member, const Value& value, Changed changed) {
@@ -28,11 +29,16 @@ void OnboardingViewModel::change(Value& member, const Value& value, Changed chan
     Q_EMIT(this->*changed)();
 }
 
-void OnboardingViewModel::appear() {
+QCoro::Task<> OnboardingViewModel::lookAtAgent() {
+    const QPointer<OnboardingViewModel> self(this);
+    const QFuture<AgentState> answer = with_.installer.state();
+    const AgentState state = co_await answer;
+    if (!self)
+        co_return;
     with_.systemLog.write(u"[Zenlot] OnboardingView appeared, SMAppService status="_s +
-                          with_.installer.statusText() + u", isEnabled="_s +
-                          word(with_.installer.isEnabled()) + u", isInstalled="_s +
-                          word(with_.installer.isInstalled()));
+                          state.statusText() + u", isEnabled="_s + word(state.isEnabled()) +
+                          u", isInstalled="_s + word(state.isInstalled()));
+    change(daemonInstalled_, state.isEnabled(), &OnboardingViewModel::daemonInstalledChanged);
 }
 
 void OnboardingViewModel::advance() {
@@ -50,17 +56,22 @@ void OnboardingViewModel::enableBackgroundMonitor() {
     change(daemonInstalling_, true, &OnboardingViewModel::daemonInstallingChanged);
     change(installError_, QString(), &OnboardingViewModel::installErrorChanged);
     change(needsApproval_, false, &OnboardingViewModel::needsApprovalChanged);
-    if (actions_.afterNextFrame)
-        actions_.afterNextFrame([this] { install(); });
-    else
-        install();
+    install();
 }
 
-void OnboardingViewModel::install() {
-    const std::optional<InstallError> error = with_.installer.install();
+QCoro::Task<> OnboardingViewModel::install() {
+    const QPointer<OnboardingViewModel> self(this);
+    const QPointer<AppSettings> settings(&with_.settings);
+    const QFuture<std::optional<InstallError>> installation = with_.installer.install();
+    const std::optional<InstallError> error = co_await installation;
+    // The window may have been closed meanwhile; what was asked for holds.
+    if (!error && settings)
+        settings->setConflictMonitoringEnabled(true);
+    if (!self)
+        co_return;
     if (!error) {
         finish(); // the window goes as it is
-        return;
+        co_return;
     }
     change(installError_, error->description(), &OnboardingViewModel::installErrorChanged);
     if (error->kind() == InstallError::Case::requiresApproval) {
@@ -70,18 +81,24 @@ void OnboardingViewModel::install() {
     change(daemonInstalling_, false, &OnboardingViewModel::daemonInstallingChanged);
 }
 
-void OnboardingViewModel::recheckApproval() {
-    if (!with_.installer.isEnabled()) {
+QCoro::Task<> OnboardingViewModel::lookAgain() {
+    const QPointer<OnboardingViewModel> self(this);
+    const QFuture<AgentState> answer = with_.installer.state();
+    const AgentState state = co_await answer;
+    if (!self)
+        co_return;
+    if (!state.isEnabled()) {
         change(installError_,
                QCoreApplication::translate(
                    "InstallError",
                    "Zenlot is still blocked. Toggle \"Allow in the Background\" on for Zenlot "
                    "in System Settings → General → Login Items & Extensions."),
                &OnboardingViewModel::installErrorChanged);
-        return;
+        co_return;
     }
     // Whoever allows a service here has not started it. Whatever comes of it, it is enabled.
-    [[maybe_unused]] const auto ignored = with_.installer.install();
+    with_.installer.install();
+    with_.settings.setConflictMonitoringEnabled(true);
     change(daemonInstalled_, true, &OnboardingViewModel::daemonInstalledChanged);
     change(needsApproval_, false, &OnboardingViewModel::needsApprovalChanged);
     change(installError_, QString(), &OnboardingViewModel::installErrorChanged);

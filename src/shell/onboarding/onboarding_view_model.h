@@ -4,8 +4,10 @@
 // that is stored, and the window is to close. Closing the window by other means stores nothing, so
 // the first run is offered again.
 //
-// Main thread only; the registration of the monitor is synchronous, and the window gets the chance
-// to show that it has begun.
+// Whoever enables the monitor here wants to be told of conflicts: the alerts are switched on with
+// it.
+//
+// Main thread only; the registration is done elsewhere, and the window lives meanwhile.
 //
 //     OnboardingViewModel model({settings, installer, systemLog}, {.openLoginItems = ...});
 #pragma once
@@ -14,6 +16,9 @@
 #include "platform/system_log.h"
 #include "settings/app_settings.h"
 
+#ifndef Q_MOC_RUN // which can't read the coroutine headers
+#include <QCoroTask>
+#endif
 #include <QObject>
 #include <QString>
 #include <QtQml/qqmlregistration.h>
@@ -42,9 +47,6 @@ class OnboardingViewModel : public QObject {
     };
     struct Actions {
         std::function<void()> openLoginItems; // where the user may allow the monitor
-        // Runs what it is given once the window has shown the present state; none: at once. What
-        // it was given must not run after the end of this object.
-        std::function<void(std::function<void()>)> afterNextFrame{};
     };
 
     OnboardingViewModel(const Collaborators& with, Actions actions, QObject* parent = nullptr);
@@ -57,11 +59,11 @@ class OnboardingViewModel : public QObject {
     bool needsApproval() const { return needsApproval_; }
 
     // The window appeared.
-    Q_INVOKABLE void appear();
+    Q_INVOKABLE void appear() { lookAtAgent(); }
     Q_INVOKABLE void advance();
     Q_INVOKABLE void finish();
     Q_INVOKABLE void enableBackgroundMonitor();
-    Q_INVOKABLE void recheckApproval();
+    Q_INVOKABLE void recheckApproval() { lookAgain(); }
     Q_INVOKABLE void openLoginItems() const;
 
   Q_SIGNALS:
@@ -77,12 +79,14 @@ class OnboardingViewModel : public QObject {
 
     template <typename Value>
     void change(Value& member, const Value& value, Changed changed);
-    void install();
+    QCoro::Task<> lookAtAgent();
+    QCoro::Task<> lookAgain();
+    QCoro::Task<> install();
 
     Collaborators with_;
     Actions actions_;
     int page_{0};
-    bool daemonInstalled_;
+    bool daemonInstalled_{false};
     bool daemonInstalling_{false};
     QString installError_;
     bool needsApproval_{false};

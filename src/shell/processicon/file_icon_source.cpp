@@ -2,6 +2,14 @@
 
 namespace zenlot {
 
+void FileIconSource::setIconName(const QString& iconName) {
+    if (iconName == iconName_)
+        return;
+    iconName_ = iconName;
+    Q_EMIT iconNameChanged();
+    restart();
+}
+
 void FileIconSource::setPath(const QString& path) {
     if (path == path_)
         return;
@@ -11,7 +19,10 @@ void FileIconSource::setPath(const QString& path) {
 }
 
 IconSource::Search FileIconSource::search() const {
-    return [path = path_](const ProcessIconProvider& provider, const IconFrame& frame) {
+    return [iconName = iconName_, path = path_](const ProcessIconProvider& provider,
+                                                const IconFrame& frame) {
+        if (const QUrl named = provider.iconNamed(iconName, frame); !named.isEmpty())
+            return named;
         return provider.iconOfFile(path, frame);
     };
 }

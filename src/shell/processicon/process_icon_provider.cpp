@@ -63,20 +63,20 @@ QUrl ProcessIconProvider::iconOfProcess(qint64 pid, const QString& executablePat
                                         const IconFrame& frame) const {
     const auto application = runningApplications_.applicationWithPid(pid);
     if (application && !application->isBackgroundOnly) {
-        QUrl image = imageOfIcon(application->iconName, frame);
+        QUrl image = iconNamed(application->iconName, frame);
         if (!image.isEmpty())
             return image;
     }
     if (isDevRuntime(executablePath))
         return imageOfPicture(kNodePicture, frame);
-    return imageOfIcon(outermostAppIcon(executablePath, workspace_).value_or(QString()), frame);
+    return iconNamed(outermostAppIcon(executablePath, workspace_).value_or(QString()), frame);
 }
 
 QUrl ProcessIconProvider::iconOfFile(const QString& path, const IconFrame& frame) const {
-    return imageOfIcon(workspace_.iconForFile(path), frame);
+    return iconNamed(workspace_.iconForFile(path), frame);
 }
 
-QUrl ProcessIconProvider::imageOfIcon(const QString& icon, const IconFrame& frame) const {
+QUrl ProcessIconProvider::iconNamed(const QString& icon, const IconFrame& frame) const {
     if (icon.isEmpty())
         return {};
     return imageOfPicture(workspace_.pictureOfIcon(icon, frame.theme, frame.sizeInPixels), frame);

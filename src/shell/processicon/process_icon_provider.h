@@ -51,6 +51,7 @@ class ProcessIconProvider : public QQuickImageProvider {
     // and belong on workers().
     QUrl iconOfProcess(qint64 pid, const QString& executablePath, const IconFrame& frame) const;
     QUrl iconOfFile(const QString& path, const IconFrame& frame) const;
+    QUrl iconNamed(const QString& icon, const IconFrame& frame) const;
 
     WorkerThreads& workers() const { return workers_; }
 
@@ -60,7 +61,6 @@ class ProcessIconProvider : public QQuickImageProvider {
   private:
     ProcessIconProvider(const RunningApplications& runningApplications, const Workspace& workspace);
 
-    QUrl imageOfIcon(const QString& icon, const IconFrame& frame) const;
     QUrl imageOfPicture(const QString& file, const IconFrame& frame) const;
     QImage image(const QString& file, int sizeInPixels, double cornerRadius) const;
 

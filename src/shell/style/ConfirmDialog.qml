@@ -36,7 +36,7 @@ T.Dialog {
     modal: true
     parent: T.Overlay.overlay
     topPadding: 20
-    width: 300
+    width: 300 * TextStyle.scale
 
     T.Overlay.modal: Rectangle {
         color: Theme.scrim
@@ -124,7 +124,7 @@ T.Dialog {
             KeyNavigation.down: cancelButton
             Layout.bottomMargin: 8
             Layout.fillWidth: true
-            Layout.preferredHeight: 32
+            Layout.preferredHeight: 32 * TextStyle.scale
             text: root.destructiveText
             tint: Theme.red
             visible: text !== ""
@@ -136,7 +136,7 @@ T.Dialog {
 
             KeyNavigation.up: destructiveButton
             Layout.fillWidth: true
-            Layout.preferredHeight: 32
+            Layout.preferredHeight: 32 * TextStyle.scale
             focus: true
             text: root.cancelText
 

@@ -25,7 +25,7 @@ T.AbstractButton {
     font: root.large ? TextStyle.headline : TextStyle.sized(12, Font.Medium)
     horizontalPadding: root.large ? 18 : 12
     hoverEnabled: true
-    implicitHeight: root.large ? 36 : 28
+    implicitHeight: (root.large ? 36 : 28) * TextStyle.scale
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     opacity: root.enabled ? 1 : 0.4
     verticalPadding: 0

@@ -15,7 +15,7 @@ T.AbstractButton {
     // Whether `checked`, which belongs to its owner, is to be seen.
     property bool showsState: false
     required property string symbol
-    property real symbolSize: 16
+    property real symbolSize: 16 * TextStyle.scale
     property string toolTip: root.text
 
     Accessible.checkable: root.showsState
@@ -25,8 +25,8 @@ T.AbstractButton {
     Accessible.onPressAction: root.clicked()
     font: TextStyle.body
     hoverEnabled: true
-    implicitHeight: 28
-    implicitWidth: 32
+    implicitHeight: 28 * TextStyle.scale
+    implicitWidth: 32 * TextStyle.scale
     opacity: root.enabled ? 1 : 0.4
 
     background: Rectangle {

@@ -21,7 +21,7 @@ T.MenuItem {
     Layout.fillWidth: true
     font: TextStyle.body
     horizontalPadding: 9
-    implicitHeight: 26
+    implicitHeight: 26 * TextStyle.scale
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     opacity: root.enabled ? 1 : 0.4
     verticalPadding: 0
@@ -36,7 +36,7 @@ T.MenuItem {
         SymbolIcon {
             color: root.color
             name: root.symbol
-            size: 14
+            size: 14 * TextStyle.scale
             visible: root.symbol !== ""
         }
         StyleText {

@@ -10,6 +10,11 @@
 
 namespace zenlot {
 
+double TextStyle::scaleOf(const QFont& font) {
+    constexpr double kLargest = 3;
+    return std::clamp(font.pointSizeF() / kUsualPoints, 1.0, kLargest);
+}
+
 TextStyle::TextStyle(QObject* parent) : QObject(parent), base_(QGuiApplication::font()) {
     QGuiApplication::instance()->installEventFilter(this);
 }
@@ -27,7 +32,7 @@ QFont TextStyle::monospaced(QFont font) const {
 
 QFont TextStyle::sized(double pixelSize, int weight) const {
     QFont font = base_;
-    font.setPixelSize(std::max(1, static_cast<int>(std::lround(pixelSize))));
+    font.setPixelSize(std::max(1, static_cast<int>(std::lround(pixelSize * scale()))));
     font.setWeight(static_cast<QFont::Weight>(weight));
     return font;
 }

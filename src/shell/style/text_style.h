@@ -1,5 +1,6 @@
 // The named text styles for QML, in the desktop's own typefaces, which are followed when the user
-// changes them. Sizes are device-independent pixels.
+// changes them. Sizes are device-independent pixels; where the desktop's font is larger than usual,
+// they are larger by as much, and `scale` says by how much, for what has to make room.
 //
 //     StyleText { font: TextStyle.bold(TextStyle.caption) }
 //     StyleText { font: TextStyle.sized(52, Font.Thin) }
@@ -16,6 +17,7 @@ class TextStyle : public QObject {
     QML_ELEMENT
     QML_SINGLETON
 
+    Q_PROPERTY(double scale READ scale NOTIFY changed)
     Q_PROPERTY(QFont largeTitle READ largeTitle NOTIFY changed) // 26
     Q_PROPERTY(QFont title READ title NOTIFY changed)           // 22
     Q_PROPERTY(QFont title3 READ title3 NOTIFY changed)         // 15
@@ -26,8 +28,15 @@ class TextStyle : public QObject {
     Q_PROPERTY(QFont caption2 READ caption2 NOTIFY changed)     // 10, medium
 
   public:
+    // Desktops come with fonts of 9 to 11 points, which make no difference.
+    static constexpr double kUsualPoints = 11;
+    // 1 or more, within bounds.
+    static double scaleOf(const QFont& font);
+
     // Needs a QGuiApplication.
     explicit TextStyle(QObject* parent = nullptr);
+
+    double scale() const { return scaleOf(base_); }
 
     QFont largeTitle() const { return sized(26, QFont::Normal); }
     QFont title() const { return sized(22, QFont::Normal); }

@@ -19,13 +19,13 @@ Window {
     flags: Qt.Dialog | Qt.WindowTitleHint | Qt.WindowCloseButtonHint
     // There is room for every answer, so that the window stays as it is when one comes. Some
     // languages need more.
-    height: Math.max(176, words.implicitHeight + words.anchors.topMargin + words.anchors.bottomMargin + buttons.height + buttons.anchors.bottomMargin)
+    height: Math.max(176 * TextStyle.scale, words.implicitHeight + words.anchors.topMargin + words.anchors.bottomMargin + buttons.height + buttons.anchors.bottomMargin)
     maximumHeight: root.height
-    maximumWidth: 440
+    maximumWidth: root.width
     minimumHeight: root.height
-    minimumWidth: 440
+    minimumWidth: root.width
     title: qsTr("Software Update")
-    width: 440
+    width: Math.round(440 * TextStyle.scale)
 
     Component.onCompleted: root.focusDefaultButton()
     // What is under way ends with the window.
@@ -115,7 +115,7 @@ Window {
             Accessible.description: root.viewModel.title
             prominent: !actionButton.visible && root.viewModel.state !== UpdateViewModel.Checking
             text: root.viewModel.state === UpdateViewModel.Checking ? qsTr("Cancel") : root.viewModel.state === UpdateViewModel.Newer ? qsTr("Later") : root.viewModel.canTryAgain ? qsTr("Close") : qsTr("OK")
-            width: Math.max(implicitWidth, 88)
+            width: Math.max(implicitWidth, 88 * TextStyle.scale)
 
             onClicked: root.close()
         }
@@ -126,7 +126,7 @@ Window {
             prominent: true
             text: root.viewModel.state === UpdateViewModel.Newer ? qsTr("Release Notes") : qsTr("Try Again")
             visible: root.viewModel.state === UpdateViewModel.Newer || root.viewModel.canTryAgain
-            width: Math.max(implicitWidth, 88)
+            width: Math.max(implicitWidth, 88 * TextStyle.scale)
 
             onClicked: root.viewModel.state === UpdateViewModel.Newer ? root.viewModel.openPage() : root.viewModel.check()
         }

@@ -144,6 +144,7 @@ TEST(LinuxOriginSourcesTest, FindsTheContainerBehindAHelper) {
     EXPECT_EQ(origins.front().container->id, id);
     EXPECT_EQ(origins.front().container->engine, "docker");
     EXPECT_EQ(origins.front().container->innerPort, 80);
+    EXPECT_EQ(origins.front().program, "httpd") << "rather than the helper";
 }
 
 // Beside the trees that were made up, the machine itself: this test's child listens.

@@ -1,7 +1,9 @@
 #include "inventory/origin/bind_obstacle.h"
 #include "inventory/origin/container_words.h"
 #include "inventory/origin/control_group_name.h"
+#include "inventory/origin/fake_origin_sources.h"
 #include "inventory/origin/masked_command.h"
+#include "inventory/origin/origin_collector.h"
 #include "inventory/origin/program_kind.h"
 #include "inventory/origin/project_finder.h"
 #include "inventory/origin/reach.h"
@@ -209,6 +211,23 @@ TEST(OriginTest, ListsOfPortsHaveRanges) {
     EXPECT_TRUE(isInPortList("80", 80));
     for (const char* list : {"", "80", "8086-8090", "x,-,8085x"})
         EXPECT_FALSE(isInPortList(list, 8085)) << list;
+}
+
+// So many are read by several threads.
+TEST(OriginTest, LongListsKeepTheirOrder) {
+    constexpr int kServers = 200;
+    FakeOriginSources sources;
+    std::vector<PortOwner> rows;
+    for (int each = 0; each < kServers; ++each) {
+        const auto port = static_cast<std::uint16_t>(4000 + each);
+        sources.addServer(100 + each, {"server-" + std::to_string(each)}, port);
+        rows.push_back({port, {100 + each, each % 10 == 0 ? 2 : 1}}); // some are others by now
+    }
+    const std::vector<Origin> origins = OriginCollector(sources).originsOf(rows);
+    ASSERT_EQ(origins.size(), rows.size());
+    for (int each = 0; each < kServers; ++each)
+        EXPECT_EQ(origins[static_cast<std::size_t>(each)].program,
+                  each % 10 == 0 ? "" : "server-" + std::to_string(each));
 }
 
 } // namespace

@@ -11,16 +11,16 @@ using enum AppServiceStatus;
 
 const std::string kEntryName = "autostart/dev.quorvane.zenlot.desktop";
 const std::string kGroup = "[Desktop Entry]\n";
+const std::string kExec = "Exec=\"/bin/sh\" --background\n";
 const std::string kKeys =
-    "Type=Application\nName=Zenlot\nExec=\"/opt/Zenlot/zenlot\" --background\n"
-    "Icon=dev.quorvane.zenlot\nTerminal=false\n";
+    "Type=Application\nName=Zenlot\n" + kExec + "Icon=dev.quorvane.zenlot\nTerminal=false\n";
 const std::string kOn = "X-GNOME-Autostart-enabled=true\n";
 
 class AutostartAppServiceTest : public testing::Test {
   protected:
     TemporaryFolder folder_;
     QString configHome_ = QString::fromStdString(folder_.path());
-    AutostartAppService loginItem_{configHome_, u"/opt/Zenlot/zenlot"_s, "--background"};
+    AutostartAppService loginItem_{configHome_, u"/bin/sh"_s, "--background"};
 };
 
 TEST_F(AutostartAppServiceTest, RegistersAndUnregisters) {
@@ -41,6 +41,9 @@ TEST_F(AutostartAppServiceTest, RespectsWhatTheUserAndTheDesktopWrote) {
          "# \xff\n" + kGroup + kKeys + kOn + rest},
         {kGroup + kKeys + "X-GNOME-Autostart-enabled=false\n" + rest, requiresApproval,
          kGroup + kOn + kKeys + rest},
+        {kGroup + "Exec=\"/gone/a b/zenlot\"\nName=Z\nType=Application\n" + rest, enabled,
+         kGroup + kExec + "Icon=dev.quorvane.zenlot\nTerminal=false\n" + kOn +
+             "Name=Z\nType=Application\n" + rest},
         {"# mine", notRegistered, "# mine\n" + kGroup + kKeys + kOn}};
     for (const auto& [entry, status, switchedOn] : cases) {
         folder_.write(kEntryName, entry);

@@ -22,6 +22,16 @@ TEST(DesktopEntryTest, ExecIsSplitByItsOwnRules) {
         EXPECT_EQ(wordsOfExec(value), words) << value.toStdString();
 }
 
+TEST(DesktopEntryTest, IsCalledAsItsUserSpeaks) {
+    const QByteArray entry = "[Desktop Entry]\nType=Application\nName=Pen\nName[de]=Stift\n"
+                             "Name[de_AT]=Griffel\n";
+    for (const auto& [locale, name] : {std::pair(u"de_AT"_s, u"Griffel"_s),
+                                       {u"de_DE"_s, u"Stift"_s},
+                                       {u"fr_FR"_s, u"Pen"_s},
+                                       {QString(), u"Pen"_s}})
+        EXPECT_EQ(parseDesktopEntry(entry, locale)->name, name);
+}
+
 TEST(DesktopEntryTest, TellsWhatMattersFromWhatDoesNot) {
     const QByteArray head = "# comment\n[Desktop Entry]\nType=Application\n";
     const QByteArray other = "[Desktop Action new]\nExec=other\nNoDisplay=true\n";

@@ -83,6 +83,63 @@ TEST_F(DesktopRunningApplicationsTest, IsTheEntryWhoseProgramTheProcessRuns) {
         EXPECT_EQ(applications_.applicationWithPid(pid), std::nullopt);
 }
 
+// A process that runs there, with its parent and session; the key and the name of its application.
+TEST_F(DesktopRunningApplicationsTest, AProcessIsAPartOfTheApplicationThatStartedIt) {
+    entry(u"org.Browser"_s, "Name=Browser\nName[xx]=?\nExec=/opt/browser/browser %U\nIcon=globe\n");
+    entry(u"org.flat.Pack"_s, "Name=Flat\nExec=/usr/bin/flatpak run org.flat.Pack\n");
+    entry(u"paint_paint"_s, "Name=Paint\nExec=/snap/bin/paint\n");
+    const QByteArray scope = "app-gnome-org.Editor-12.scope";
+    const QString editor = folder_.path(u"opt/editor/editor-2"_s);
+    const QString node = u"/usr/bin/node"_s;
+    constexpr bool kInTerminal = true;
+    const struct {
+        qint64 pid;
+        qint64 parent;
+        qint64 session;
+        QString executable;
+        QByteArray unit;
+        QString owner;
+        bool hasTerminal{false};
+    } cases[] = {
+        {10, 1, 10, editor, scope, u"org.Editor org.Editor"_s},
+        {11, 10, 10, node, scope, u"org.Editor org.Editor"_s}, // a helper of the editor
+        {12, 11, 10, node, scope, u"org.Editor org.Editor"_s}, // and a helper's
+        {13, 10, 13, u"/bin/sh"_s, scope, {}, kInTerminal},    // the terminal in the editor
+        {14, 13, 13, node, scope, {}, kInTerminal},            // what somebody starts there
+        {15, 14, 13, node, scope, {}, kInTerminal},
+        {16, 14, 16, node, scope, {}},             // and what detaches itself
+        {17, 10, 10, node, "session-1.scope", {}}, // no application's scope
+        {18, 18, 10, node, scope, {}},             // its own parent
+        {20, 1, 20, u"/opt/browser/browser"_s, "session-1.scope", u"org.Browser Browser"_s},
+        {21, 20, 20, u"/opt/browser/lib/helper"_s, "session-1.scope", u"org.Browser Browser"_s},
+        {22, 1, 22, u"/opt/plain/bin/serve"_s, "session-1.scope", u"/opt/plain plain"_s},
+        {23, 1, 23, u"/opt/alone"_s, "session-1.scope", {}},
+        {30, 1, 30, u"/app/bin/pack"_s, "app-flatpak-org.flat.Pack-77.scope",
+         u"org.flat.Pack Flat"_s},
+        {31, 30, 31, node, "app-flatpak-org.flat.Pack-77.scope", {}, kInTerminal},
+        {32, 30, 32, node, "app-flatpak-net.other.Thing-7.scope", u"net.other.Thing Thing"_s},
+        {40, 1, 40, u"/snap/paint/12/bin/p"_s, "session-1.scope", u"paint_paint Paint"_s},
+        {41, 1, 41, node, "snap.other.tool-6c3f.scope", u"snap.other other"_s},
+        {42, 1, 42, node, "snap.other.tool-6c3f.scope", {}, kInTerminal},
+        {50, 1, 50, u"/tmp/.mount_DrawXyZ1/usr/bin/d"_s, scope, u"/home/me/Draw.AppImage Draw"_s},
+    };
+    for (const auto& one : cases) {
+        const QString process = u"proc/%1"_s.arg(one.pid);
+        folder_.write(process + u"/cgroup"_s, "0::/user.slice/" + one.unit + "\n");
+        folder_.write(process + u"/stat"_s, "1 (a) b) S " + QByteArray::number(one.parent) + " 1 " +
+                                                QByteArray::number(one.session) +
+                                                (one.hasTerminal ? " 34816 1" : " 0 -1"));
+        folder_.write(process + u"/environ"_s,
+                      QByteArray("A=1\0APPIMAGE=/home/me/Draw.AppImage", 36));
+        QFile::link(one.executable, folder_.path(process + u"/exe"_s));
+    }
+    for (const auto& one : cases) {
+        const auto owner = applications_.applicationOwning(one.pid);
+        EXPECT_EQ(owner ? owner->key + u' ' + owner->name : QString(), one.owner) << one.pid;
+    }
+    EXPECT_EQ(applications_.applicationOwning(21)->icon, u"globe"_s);
+}
+
 TEST_F(DesktopRunningApplicationsTest, FollowsWhatIsInstalledAndRemoved) {
     EXPECT_EQ(applicationOf(u"bin/python"_s), u"none"_s);
     entry(u"vendor/snake"_s, "Exec=nothing\nTryExec=python\nIcon=new\n");

@@ -97,7 +97,7 @@ TEST_F(SessionBusTest, OtherStartsAndDesktopsReachTheFirst) {
     EXPECT_TRUE(waitFor([this] { return requests.size() == 4; }));
     EXPECT_EQ(requests[3], Request(QStringList(64, u"port://8080"_s), {}));
 
-    for (const auto& [name, argument] : {std::pair(u"quit"_s, QVariant(3000LL)),
+    for (const auto& [name, argument] : {std::pair(u"kill"_s, QVariant(3000LL)),
                                          {u"check-port"_s, u"x"_s},
                                          {u"check-port"_s, QVariant(3000LL)},
                                          {u"settings"_s, QVariant(0)}}) {
@@ -109,7 +109,9 @@ TEST_F(SessionBusTest, OtherStartsAndDesktopsReachTheFirst) {
     }
     EXPECT_TRUE(waitFor([this] { return requests.size() == 6; }));
     EXPECT_EQ(requests[4], Request({u"3000"_s}, {}));
-    EXPECT_EQ(requests[5], Request({QString(kSettingsUri)}, {}));
+    EXPECT_EQ(requests[5], Request({u"zenlot:settings"_s}, {}));
+    EXPECT_EQ(urisAmong({u"--settings"_s, u"port://1"_s, u"--quit"_s, u"x"_s, u"--quiet"_s}),
+              (QStringList{u"zenlot:settings"_s, u"port://1"_s, u"zenlot:quit"_s}));
 }
 
 TEST_F(SessionBusTest, FirstThatHangsOrDiesKeepsNobodyWaiting) {

@@ -39,7 +39,7 @@ class SystemdAppServiceTest : public testing::Test {
     }
 
     PrivateUserManager manager;
-    SystemdAppService service{manager.bus(), kUnit, {20s, 20s}}; // a busy machine is no fault
+    SystemdAppService service{manager.bus(), kUnit, {}, {20s, 20s}}; // a busy machine is no fault
 };
 
 TEST_F(SystemdAppServiceTest, RegistersAndUnregisters) {
@@ -89,9 +89,32 @@ TEST_F(SystemdAppServiceTest, TellsWhyAUnitCannotBeRegistered) {
         EXPECT_NE(systemctl(u"is-active"_s), "activating");
     }
     SystemdAppService absent(manager.bus(), u"absent.service"_s);
-    EXPECT_EQ(absent.status(), notFound);
+    EXPECT_EQ(absent.status(), notRegistered);
     EXPECT_EQ(textOf(absent.registerService()), "org.freedesktop.systemd1.NoSuchUnit 0");
     EXPECT_EQ(absent.unregisterService(), std::nullopt);
+}
+
+// As where the program runs from the tree in which it was built. A tree may have moved since.
+TEST_F(SystemdAppServiceTest, LinksAUnitFromWhereItLies) {
+    const QString unit = u"tree.service"_s;
+    const TemporaryFolder tree;
+    for (const std::string folder : {"a b", "c"}) {
+        tree.write(folder + "/tree.service", kSleep + kInstall);
+        SystemdAppService linked(manager.bus(), unit,
+                                 QString::fromStdString(tree.path() / folder / "tree.service"),
+                                 {20s, 20s});
+        EXPECT_TRUE(linked.hasManager());
+        for (int turn = 0; turn < 2; ++turn) {
+            EXPECT_EQ(textOf(linked.registerService()), "");
+            EXPECT_EQ(linked.status(), enabled);
+        }
+        if (folder == "c") {
+            EXPECT_EQ(linked.unregisterService(), std::nullopt);
+            EXPECT_EQ(linked.status(), notRegistered);
+            EXPECT_EQ(manager.run(u"systemctl --user cat tree.service"_s), "");
+        }
+        std::filesystem::remove_all(tree.path() / folder);
+    }
 }
 
 // systemd starts a unit again and again, and then no more.
@@ -117,15 +140,15 @@ TEST_F(SystemdAppServiceTest, WaitsOnlySoLong) {
     ::kill(manager.processId(), SIGSTOP);
     QElapsedTimer clock;
     clock.start();
-    SystemdAppService impatient(manager.bus(), kUnit, {100ms, 100ms});
-    EXPECT_EQ(impatient.status(), notFound);
+    SystemdAppService impatient(manager.bus(), kUnit, {}, {100ms, 100ms});
+    EXPECT_EQ(impatient.status(), notRegistered);
     EXPECT_EQ(textOf(impatient.registerService()), "org.freedesktop.DBus.Error.NoReply 0");
     EXPECT_LT(clock.elapsed(), 20'000) << "the bus itself would give up after 25 s each";
     ::kill(manager.processId(), SIGCONT);
     EXPECT_EQ(service.status(), notRegistered) << "a change came about later";
 
     writeUnit("[Service]\nType=notify\nExecStart=/bin/sleep 1000\n" + kInstall);
-    EXPECT_EQ(SystemdAppService(manager.bus(), kUnit, {5s, 2s}).registerService(), std::nullopt)
+    EXPECT_EQ(SystemdAppService(manager.bus(), kUnit, {}, {5s, 2s}).registerService(), std::nullopt)
         << "what takes its time has not failed";
 }
 
@@ -136,7 +159,8 @@ TEST(SystemdAppServiceWithoutSystemdTest, FailsAtOnce) {
         {QDBusConnection(u"none"_s), "org.freedesktop.DBus.Error.Disconnected 0"}};
     for (const auto& [connection, error] : cases) {
         SystemdAppService service(connection, kUnit);
-        EXPECT_EQ(service.status(), notFound);
+        EXPECT_FALSE(service.hasManager());
+        EXPECT_EQ(service.status(), notRegistered);
         EXPECT_EQ(textOf(service.registerService()), error);
         EXPECT_EQ(textOf(service.unregisterService()), error);
     }

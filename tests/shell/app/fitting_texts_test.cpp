@@ -4,8 +4,9 @@
 #include "localization/translation.h"
 #include "picture_tour/tour.h"
 #include "shell/app/words.h"
+#include "shell/style/text_style.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QTest>
@@ -99,6 +100,12 @@ TEST(FittingTextsTest, EveryTextHasRoomInLongLanguages) {
         const Translation translation({QString::fromLatin1(language)});
         lookAround(language);
     }
+    const QFont usual = QGuiApplication::font();
+    QFont large = usual;
+    large.setPointSizeF(1.5 * TextStyle::kUsualPoints);
+    QGuiApplication::setFont(large);
+    lookAround("large text");
+    QGuiApplication::setFont(usual);
     LongerTexts longerTexts;
     QCoreApplication::installTranslator(&longerTexts);
     lookAround("half as long again");

@@ -77,7 +77,7 @@ class Program : SampleAlerts<LinuxProcessTables, LinuxProcessPinner> {
 
   private:
     std::function<void()> commandInMenu() const {
-        for (const StatusMenuEntry& entry : bar.menu) {
+        for (const Command& entry : bar.menu) {
             if (entry.title == u"Kill node"_s)
                 return entry.run;
         }

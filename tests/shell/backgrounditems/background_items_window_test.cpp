@@ -23,12 +23,16 @@ class BackgroundItemsWindowTest : public testing::Test, protected WindowDriver {
     BackgroundItemsWindowTest() {
         service.currentStatus = AppServiceStatus::requiresApproval;
         viewModel.refresh();
+        EXPECT_TRUE(comesTo(u"Blocked"_s));
         engine.addImportPath(u":/qt/qml"_s);
         page.open()->show();
         window()->requestActivate();
         EXPECT_TRUE(QTest::qWaitForWindowActive(window()));
     }
     QQuickWindow* window() override { return page.window(); }
+    bool comesTo(const QString& statusText) {
+        return waitFor([&] { return viewModel.statusText() == statusText; });
+    }
 
     FakeAppService service;
     BackgroundItemsViewModel viewModel{service, [] { return kCommand; }, u"sample.service"_s};
@@ -40,7 +44,7 @@ class BackgroundItemsWindowTest : public testing::Test, protected WindowDriver {
 TEST_F(BackgroundItemsWindowTest, OffersWhatHelpsAndFollows) {
     EXPECT_EQ(tabTo(u"Re-check"_s), (QStringList{u"Done"_s, u"Copy"_s, kCommand, u"Re-check"_s}));
     press(Qt::Key_Space);
-    EXPECT_EQ(viewModel.statusText(), u"Still blocked"_s);
+    EXPECT_TRUE(comesTo(u"Still blocked"_s));
     click(itemNamed(u"Copy"_s));
     EXPECT_EQ(QGuiApplication::clipboard()->text(), kCommand);
 
@@ -51,10 +55,10 @@ TEST_F(BackgroundItemsWindowTest, OffersWhatHelpsAndFollows) {
     service.refusal = AppServiceError{u"d"_s, 1, u"<b>No</b>"_s};
     tabTo(u"Turn On"_s);
     press(Qt::Key_Return);
-    EXPECT_EQ(viewModel.problem(), u"<b>No</b>"_s);
+    EXPECT_TRUE(waitFor([&] { return viewModel.problem() == u"<b>No</b>"_s; }));
     service.refusal.reset();
     press(Qt::Key_Return);
-    EXPECT_EQ(viewModel.statusText(), u"Allowed"_s);
+    EXPECT_TRUE(comesTo(u"Allowed"_s));
     press(Qt::Key_Escape);
     EXPECT_EQ(window(), nullptr);
 }

@@ -1,4 +1,5 @@
 #include "platform/fake_property_list.h"
+#include "platform/fake_running_applications.h"
 #include "shell/mainwindow/port_grouping.h"
 
 #include <QLocale>
@@ -26,7 +27,7 @@ class PortGroupingTest : public testing::Test {
     // Each group as its name, its bundle and its ports.
     QStringList grouped(const std::vector<OccupiedPort>& ports) {
         QStringList lines;
-        for (const AppPortGroup& group : groupPorts(ports, keys)) {
+        for (const AppPortGroup& group : groupPorts(ports, keys, applications)) {
             QString line = groupDisplayName(group) + u' ' +
                            QString::fromStdString(group.bundlePath.value_or("-"));
             for (const OccupiedPort& each : group.ports)
@@ -38,6 +39,7 @@ class PortGroupingTest : public testing::Test {
 
     FakePropertyListReader reader;
     BundleKeyCache keys{reader};
+    FakeRunningApplications applications;
 };
 
 TEST_F(PortGroupingTest, KeyIsTheFirstTwoPiecesOfTheIdentifier) {
@@ -60,6 +62,18 @@ TEST_F(PortGroupingTest, OneMakersBundlesFormOneGroup) {
     EXPECT_EQ(grouped({port(3001, "/opt/One.app/x"), port(3000, "/Applications/Two.app/y"),
                        port(3000, "/opt/One.app/x"), port(2999, "/opt/One.app/z")}),
               QStringList{u"Two /Applications/Two.app 2999 3000 3001"_s});
+}
+
+// The processes have the numbers of their ports here.
+TEST_F(PortGroupingTest, TheProcessesOfOneApplicationFormOneGroup) {
+    applications.addPart(9222, {u"org.Browser"_s, u"Browser"_s, u"browser"_s});
+    applications.addPart(9223, {u"org.Browser"_s, u"Browser"_s, u"browser"_s});
+    applications.addPart(4000, {u"/opt/one"_s, u"One"_s, {}});
+    EXPECT_EQ(grouped({port(9223, "/usr/lib/b/helper"), port(9222, "/usr/lib/b/b"),
+                       port(4000, "/opt/one/x"), port(3000, "/usr/bin/node", "Node"),
+                       port(5173, "/usr/bin/node", "Node")}),
+              (QStringList{u"Browser org.Browser 9222 9223"_s, u"Node - 3000"_s, u"Node - 5173"_s,
+                           u"One /opt/one 4000"_s}));
 }
 
 TEST_F(PortGroupingTest, SinglePortsStandBetweenTheGroupsByName) {

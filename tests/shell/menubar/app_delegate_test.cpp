@@ -1,3 +1,4 @@
+#include "platform/application_instance.h"
 #include "platform/fake_application_windows.h"
 #include "platform/fake_global_shortcut.h"
 #include "platform/fake_status_bar.h"
@@ -6,9 +7,11 @@
 #include "shell/model/app_model.h"
 #include "support/sample_inventory.h"
 
-#include <QCoreApplication>
+#include <QApplication>
+#include <QFile>
 #include <QLineEdit>
 #include <QPointer>
+#include <QRegularExpression>
 #include <QTest>
 #include <QWindow>
 #include <gmock/gmock.h>
@@ -38,12 +41,12 @@ class AppDelegateTest : public testing::Test, public SampleInventory<>, public S
     // Of the menu that panels show, with "-" for the lines.
     QStringList titles() const {
         QStringList titles;
-        for (const StatusMenuEntry& entry : bar.menu)
+        for (const Command& entry : bar.menu)
             titles.append(entry.title.isEmpty() ? u"-"_s : entry.title);
         return titles;
     }
     void choose(const QString& title) {
-        for (const StatusMenuEntry& entry : QList(bar.menu)) {
+        for (const Command& entry : QList(bar.menu)) {
             if (entry.title == title)
                 entry.run();
         }
@@ -128,12 +131,12 @@ TEST_F(AppDelegateTest, AKillClearsItsConflictAlsoWhenItFailsButNoOther) {
     EXPECT_THAT(handled, ElementsAre(3000)); // by which its alert goes
 
     detect();
-    const QList<StatusMenuEntry> old = bar.menu;
+    const QList<Command> old = bar.menu;
     active.killHolder();
     detect({3000, {43}, u"node"_s, u"Node"_s}); // mostly before the answer has come
     EXPECT_TRUE(QTest::qWaitFor([this] { return pinner.killed().size() == 2; }));
     // A menu that is still open names the conflict of before.
-    for (const StatusMenuEntry& entry : old) {
+    for (const Command& entry : old) {
         if (entry.title == u"Kill Node"_s || entry.title == u"Clear Conflict Indicator"_s)
             entry.run();
     }
@@ -251,6 +254,64 @@ TEST_F(AppDelegateTest, AValidPortIsHandedOnAndClosesTheMenu) {
             bar.click(QRect(10, 0, 20, 20)); // closes it
         EXPECT_FALSE(menu.isVisible());
     }
+}
+
+// Whoever has no icon, or a panel that can't show its menu, finds the commands in the window.
+TEST_F(AppDelegateTest, AWindowHasTheCommandsWhereTheIconHasNot) {
+    int changes = 0;
+    QObject::connect(&delegate, &AppDelegate::windowMenuNeedChanged, [&] { ++changes; });
+    const auto needs = [&](bool icon, bool available) {
+        settings.setShowInMenuBar(icon);
+        delegate.updateStatusItem(settings);
+        bar.setAvailable(available);
+        return delegate.needsWindowMenu();
+    };
+    EXPECT_TRUE(needs(true, false));
+    EXPECT_TRUE(needs(false, true));
+    EXPECT_FALSE(needs(true, true));
+    EXPECT_GE(changes, 3);
+    bar.click(std::nullopt);
+    EXPECT_TRUE(delegate.needsWindowMenu());
+
+    detect();
+    QWindow window;
+    delegate.openWindowMenu(window, QRect(10, 10, 30, 30));
+    auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_TRUE(menu);
+    QStringList offered;
+    for (const QAction* action : menu->actions())
+        offered.append(action->isSeparator() ? u"-"_s : action->text());
+    EXPECT_EQ(offered, (QStringList{u"Port 3000 blocked by Node"_s, u"Kill Node"_s,
+                                    u"Ignore Port 3000"_s, u"Ignore Node"_s,
+                                    u"Clear Conflict Indicator"_s, u"-"_s, u"Settings…"_s, u"-"_s,
+                                    u"Check for Updates…"_s, u"-"_s, u"Quit Zenlot"_s}));
+    QTest::keyClick(menu, Qt::Key_Down);
+    EXPECT_EQ(menu->activeAction()->text(), u"Kill Node"_s);
+    QTest::keyClick(menu, Qt::Key_Up);
+    QTest::keyClick(menu, Qt::Key_Return);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(calls[u"quit"_s], 1);
+    EXPECT_FALSE(menu->isVisible());
+}
+
+// They are run by name from elsewhere, and the desktop's menus know those names.
+TEST_F(AppDelegateTest, TheDesktopsEntryOffersCommandsThatThereAre) {
+    QFile file(QStringLiteral(ZENLOT_DESKTOP_ENTRY));
+    ASSERT_TRUE(file.open(QFile::ReadOnly));
+    const QString entry = QString::fromUtf8(file.readAll());
+    const QString list = QRegularExpression(u"\nActions=(.*);\n"_s).match(entry).captured(1);
+    const QStringList identifiers = list.split(u';');
+    EXPECT_EQ(identifiers.size(), 3);
+    for (const QString& identifier : identifiers) {
+        EXPECT_TRUE(delegate.run(identifier)) << identifier.toStdString();
+        EXPECT_TRUE(entry.contains(u"\nExec=@zenlot@ --"_s + identifier + u'\n'));
+        EXPECT_EQ(urisAmong({u"--"_s + identifier}), QStringList(kCommandScheme + identifier));
+    }
+    QCoreApplication::processEvents();
+    for (const QString& what : {u"field"_s, u"settings"_s, u"quit"_s})
+        EXPECT_EQ(calls[what], 1) << what.toStdString();
+    for (const QString& nothing : {u"background"_s, QString(), u"Quit Zenlot"_s})
+        EXPECT_FALSE(delegate.run(nothing));
 }
 
 TEST_F(AppDelegateTest, AnOpenMenuStaysAsItIsWhenAConflictComes) {

@@ -1,10 +1,10 @@
 // The first run's window, by keyboard. How the monitor is allowed is tried on a whole desktop.
-#include "shell/onboarding/after_next_frame.h"
 #include "shell/onboarding/onboarding_view_model.h"
 #include "shell/style/qml_window.h"
 #include "support/sample_user.h"
 #include "support/window_driver.h"
 
+#include <QSignalSpy>
 #include <QtQml/qqmlextensionplugin.h>
 
 Q_IMPORT_QML_PLUGIN(Zenlot_OnboardingPlugin)
@@ -14,24 +14,6 @@ namespace zenlot {
 namespace {
 
 using namespace Qt::StringLiterals;
-
-// A monitor that looks around while it is registered.
-class WatchedAppService final : public AppService {
-  public:
-    explicit WatchedAppService(FakeAppService& monitor) : monitor_(monitor) {}
-
-    std::function<void()> whileRegistering = [] {};
-
-    AppServiceStatus status() const override { return monitor_.status(); }
-    std::optional<AppServiceError> registerService() override {
-        whileRegistering();
-        return monitor_.registerService();
-    }
-    std::optional<AppServiceError> unregisterService() override { return std::nullopt; }
-
-  private:
-    FakeAppService& monitor_;
-};
 
 class OnboardingTest : public testing::Test, protected SampleUser, protected WindowDriver {
   protected:
@@ -45,20 +27,13 @@ class OnboardingTest : public testing::Test, protected SampleUser, protected Win
         press(Qt::Key_Return);
     }
 
-    WatchedAppService watched{monitor};
-    LaunchAgentInstaller watchedInstaller{watched, systemLog, u"/opt/zenlot"_s};
     OnboardingViewModel* viewModel{nullptr};
     QQmlEngine engine;
     QmlWindow page{[this]() -> QQmlEngine& { return engine; }, "Onboarding/OnboardingWindow.qml",
                    [this](QObject& owner) -> QVariantMap {
-                       viewModel = new OnboardingViewModel(
-                           {settings, watchedInstaller, systemLog},
-                           {.openLoginItems = openLoginItems,
-                            .afterNextFrame =
-                                [this](const std::function<void()>& function) {
-                                    runAfterNextFrame(*window(), function);
-                                }},
-                           &owner);
+                       viewModel =
+                           new OnboardingViewModel({settings, installer, systemLog},
+                                                   {.openLoginItems = openLoginItems}, &owner);
                        return QmlWindow::showing(*viewModel)(owner);
                    }};
 };
@@ -66,19 +41,15 @@ class OnboardingTest : public testing::Test, protected SampleUser, protected Win
 TEST_F(OnboardingTest, TellsWhyTheMonitorCanNotBeEnabledAndLetsItBeSkipped) {
     monitor.refusal = {u"org.x"_s, 7, u"<b>no</b>"_s};
     open();
+    EXPECT_TRUE(waitFor([&] { return !systemLog.messages.isEmpty(); }));
     EXPECT_EQ(systemLog.messages, QStringList(u"[Zenlot] OnboardingView appeared, SMAppService "
                                               "status=notRegistered, isEnabled=false, "
                                               "isInstalled=false"_s));
     ASSERT_TRUE(comesToFocus(u"Enable"_s));
-    // The words are on the screen before the registration begins.
-    int frames = 0;
-    int framesBefore = 0;
-    QObject::connect(window(), &QQuickWindow::frameSwapped, window(),
-                     [&] { frames += viewModel->daemonInstalling() ? 1 : 0; });
-    watched.whileRegistering = [&] { framesBefore = frames; };
+    const QSignalSpy installing(viewModel, &OnboardingViewModel::daemonInstallingChanged);
     press(Qt::Key_Return);
     EXPECT_NE(waitForItem(u"[org.x 7] <b>no</b>"_s), nullptr);
-    EXPECT_GT(framesBefore, 0);
+    EXPECT_EQ(installing.size(), 2); // it has begun and ended
     EXPECT_EQ(loginItemsOpened, 0);
 
     forbidTheMonitor(); // which opens where it can be allowed
@@ -90,6 +61,15 @@ TEST_F(OnboardingTest, TellsWhyTheMonitorCanNotBeEnabledAndLetsItBeSkipped) {
     tabTo(u"Skip for now"_s);
     press(Qt::Key_Return);
     EXPECT_EQ(window(), nullptr);
+    EXPECT_TRUE(settings.hasCompletedOnboarding());
+}
+
+TEST_F(OnboardingTest, WhoeverEnablesTheMonitorIsToldOfConflicts) {
+    open();
+    ASSERT_TRUE(comesToFocus(u"Enable"_s));
+    press(Qt::Key_Return);
+    EXPECT_TRUE(waitFor([&] { return window() == nullptr; }));
+    EXPECT_TRUE(settings.conflictMonitoringEnabled());
     EXPECT_TRUE(settings.hasCompletedOnboarding());
 }
 

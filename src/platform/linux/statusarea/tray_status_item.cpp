@@ -84,9 +84,9 @@ void TrayStatusItem::setToolTip(const QString& text) {
 }
 
 // Always the same menu, filled anew: panels don't notice when it is another one.
-void TrayStatusItem::setMenu(const QList<StatusMenuEntry>& entries) {
+void TrayStatusItem::setMenu(const QList<Command>& entries) {
     menu_.clear();
-    for (const StatusMenuEntry& entry : entries) {
+    for (const Command& entry : entries) {
         if (entry.title.isEmpty()) {
             menu_.addSeparator();
             continue;

@@ -30,7 +30,7 @@ class TrayStatusItem final : public QObject, public StatusItem {
 
     void setImage(const TemplateImage& image) override;
     void setToolTip(const QString& text) override;
-    void setMenu(const QList<StatusMenuEntry>& entries) override;
+    void setMenu(const QList<Command>& entries) override;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
