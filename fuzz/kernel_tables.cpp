@@ -12,6 +12,7 @@
 #include "inventory/linux/unused_socket_watch.h"
 
 #include <algorithm>
+#include <vector>
 
 namespace {
 

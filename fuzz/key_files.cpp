@@ -1,5 +1,5 @@
-// Desktop entries, icon themes, the names of units; and the edit that switches the login item on, which
-// changes nothing when it is made twice and takes no other line away.
+// Desktop entries, icon themes, the names of units; and the edit that switches the login item on,
+// which changes nothing when it is made twice and takes no other line away.
 #include "fuzzing.h"
 #include "platform/linux/autostart_app_service.h"
 #include "platform/linux/desktop_entry.h"

@@ -1,5 +1,5 @@
-// Property lists in both formats. Nothing but the four texts comes out of them, and each is no longer
-// than the file.
+// Property lists in both formats. Nothing but the four texts comes out of them, and each is no
+// longer than the file.
 #include "fuzzing.h"
 #include "platform/linux/property_list_file_reader.h"
 

@@ -1,5 +1,5 @@
-// The file of the settings, damaged anyhow: what it says is read, a change is kept, and what could be read
-// before is still there after it.
+// The file of the settings, damaged anyhow: what it says is read, a change is kept, and what could
+// be read before is still there after it.
 #include "fuzzing.h"
 #include "platform/linux/json_user_defaults.h"
 

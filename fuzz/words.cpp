@@ -1,5 +1,5 @@
-// Short texts from elsewhere: the feed of releases, links, what is typed into the desktop's search, and
-// lines that are shown.
+// Short texts from elsewhere: the feed of releases, links, what is typed into the desktop's search,
+// and lines that are shown.
 #include "fuzzing.h"
 #include "shell/intents/port_query.h"
 #include "shell/model/port_url.h"
@@ -22,7 +22,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (one && other)
         ZENLOT_EXPECT(ReleaseVersion::compare(*one, *other) ==
                       -ReleaseVersion::compare(*other, *one));
-    ZENLOT_EXPECT(displayLine(text).size() <= kLongestLine);
+    ZENLOT_EXPECT(displayLine(text).size() <= kLongestLine + 1); // and the ellipsis
     ZENLOT_EXPECT(!logLine(text, 4096).contains(QLatin1Char('\n')));
     numericCharacters(text, 9);
     decimalNumber(text, Sign::allowed);

@@ -400,9 +400,10 @@ std::vector<Origin> OriginCollector::originsOf(std::span<const PortOwner> rows) 
             row.process.pid > 0 ? describe(row.process, Freshness::kept, look) : nullptr;
         Origin origin = described ? described->origin : Origin();
         origin.port = row.port;
-        const auto [first, last] =
-            std::ranges::equal_range(look.listening, row.port, {}, &ListeningSocket::port);
-        origin.sockets.assign(first, last);
+        // One range of both is what clang 14 can't compile with this standard library.
+        origin.sockets.assign(
+            std::ranges::lower_bound(look.listening, row.port, {}, &ListeningSocket::port),
+            std::ranges::upper_bound(look.listening, row.port, {}, &ListeningSocket::port));
         if (rowsOnPort[row.port] > 1)
             keepOwn(origin);
         if (!described && row.process.pid == 0)

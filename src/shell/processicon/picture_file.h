@@ -6,8 +6,8 @@
 
 namespace zenlot {
 
-// A square picture from a PNG, SVG or XPM file; null for every other one, and for one that is larger
-// than any icon.
+// A square picture from a PNG, SVG or XPM file; null for every other one, and for one that is
+// larger than any icon.
 QImage decodedPicture(QIODevice& file, int sizeInPixels);
 
 } // namespace zenlot
