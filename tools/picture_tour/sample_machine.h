@@ -27,6 +27,9 @@ class SampleMachine final {
     // Two applications in bundles, one of them with several ports.
     void addApplications();
 
+    // What the window says of the origins of its servers.
+    void addOrigins();
+
     // So many processes with two listeners each, and nothing else.
     void becomeCrowded(int processes);
 
@@ -51,7 +54,7 @@ class SampleMachine final {
     BundleKeyCache bundleKeys_{propertyLists_};
     AppModel appModel_;
     ProcessDetailsCollector collector_;
-    ProcessDetailsLoader loader_{collector_, applications_, propertyLists_};
+    ProcessDetailsLoader loader_{collector_, applications_, propertyLists_, &machine_.origins};
     ContentViewModel content_;
     ProcessDetailViewModel inspector_{loader_};
 };

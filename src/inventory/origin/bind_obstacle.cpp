@@ -18,12 +18,17 @@ std::uint16_t numberIn(std::string_view text) {
 }
 
 BindObstacle::Kind kindOf(const PortUse& use) {
-    if (use.state == TcpState::timeWait || use.inode == 0)
-        return BindObstacle::Kind::timeWait;
-    return use.foreignPort == 0 ? BindObstacle::Kind::boundOnly : BindObstacle::Kind::connection;
+    if (isBoundOnly(use))
+        return BindObstacle::Kind::boundOnly;
+    return use.state == TcpState::timeWait || use.inode == 0 ? BindObstacle::Kind::timeWait
+                                                             : BindObstacle::Kind::connection;
 }
 
 } // namespace
+
+bool isBoundOnly(const PortUse& use) {
+    return use.state != TcpState::timeWait && use.inode != 0 && use.foreignPort == 0;
+}
 
 bool isInPortList(std::string_view list, std::uint16_t port) {
     while (!list.empty()) {

@@ -33,6 +33,9 @@ struct BindObstacle {
 // In the order of the list above. Looks into all processes where a socket has a holder.
 std::vector<BindObstacle> bindObstacles(const OriginSources& sources, std::uint16_t port);
 
+// Whether a process has bound the socket, and neither listens nor connects.
+bool isBoundOnly(const PortUse& use);
+
 // Whether a list such as "8080,9000-9010" has the port.
 bool isInPortList(std::string_view list, std::uint16_t port);
 

@@ -11,7 +11,10 @@ RowLayout {
 
     required property string executablePath
     property alias isElided: label.truncated
+    required property bool isLeftBehind
+    required property bool isOpenToNetwork
     required property string name
+    required property string noteText
     required property int pid
     required property int port
     required property string proto
@@ -27,6 +30,8 @@ RowLayout {
         visible: root.showIcon
     }
     ColumnLayout {
+        id: words
+
         spacing: 1
 
         StyleText {
@@ -35,15 +40,31 @@ RowLayout {
             font: TextStyle.bold(TextStyle.monospaced(TextStyle.callout))
             text: root.port
         }
-        StyleText {
-            id: label
-
-            Accessible.ignored: true
+        RowLayout {
             Layout.fillWidth: true
-            color: Theme.secondaryLabel
-            font: TextStyle.caption
-            text: root.name
-            visible: root.showIcon && text !== ""
+            spacing: 5
+            visible: (root.showIcon && root.name !== "") || root.noteText !== "" || root.isOpenToNetwork || root.isLeftBehind
+
+            // The name keeps its room, the note gives way. Where there is no note, this line is only as wide
+            // as the name.
+            StyleText {
+                id: label
+
+                Accessible.ignored: true
+                Layout.preferredWidth: Math.max(0, Math.min(Math.ceil(implicitWidth), words.width - note.marksWidth))
+                color: Theme.secondaryLabel
+                font: TextStyle.caption
+                text: root.name
+                visible: root.showIcon && text !== ""
+            }
+            OriginNoteLine {
+                id: note
+
+                Layout.fillWidth: true
+                isLeftBehind: root.isLeftBehind
+                isOpenToNetwork: root.isOpenToNetwork
+                text: root.noteText
+            }
         }
     }
     StyleText {
