@@ -30,8 +30,6 @@ RowLayout {
         visible: root.showIcon
     }
     ColumnLayout {
-        id: words
-
         spacing: 1
 
         StyleText {
@@ -45,13 +43,13 @@ RowLayout {
             spacing: 5
             visible: (root.showIcon && root.name !== "") || root.noteText !== "" || root.isOpenToNetwork || root.isLeftBehind
 
-            // The name keeps its room, the note gives way. Where there is no note, this line is only as wide
-            // as the name.
+            // The name keeps its room, the note gives way.
             StyleText {
                 id: label
 
                 Accessible.ignored: true
-                Layout.preferredWidth: Math.max(0, Math.min(Math.ceil(implicitWidth), words.width - note.marksWidth))
+                Layout.fillWidth: true
+                Layout.maximumWidth: Math.ceil(implicitWidth)
                 color: Theme.secondaryLabel
                 font: TextStyle.caption
                 text: root.name
@@ -61,6 +59,7 @@ RowLayout {
                 id: note
 
                 Layout.fillWidth: true
+                Layout.preferredWidth: note.marksWidth
                 isLeftBehind: root.isLeftBehind
                 isOpenToNetwork: root.isOpenToNetwork
                 text: root.noteText
