@@ -3,6 +3,7 @@
 
 #include "background_monitor/runtime_table.h"
 #include "background_monitor/settings_text.h"
+#include "background_monitor/stage.h"
 #include "background_monitor/wanted_port.h"
 #include "inventory/process_tables.h"
 #include "posix/file_descriptor.h"
@@ -39,6 +40,9 @@ struct Attempt {
     std::vector<std::string> arguments;        // of the tool
     std::vector<Setting> environment;          // the variables that hold a port
     std::vector<std::string> environmentFiles; // that the arguments name
+    std::vector<std::string> classPath;        // of Java's machine
+    std::string libraries;                     // on it
+    std::string stage{kUsualStage};
     std::string script;
     std::string inlineSource;
     std::string config;

@@ -12,6 +12,8 @@
 #include <climits>
 #include <ctime>
 #include <functional>
+#include <iterator>
+#include <sstream>
 #include <string_view>
 #include <utility>
 
@@ -93,6 +95,36 @@ std::vector<Setting> variablesWithPorts(const std::string& environment) {
     return variables;
 }
 
+// What variables such as GUNICORN_CMD_ARGS add to the arguments.
+std::vector<std::string> inheritedArguments(const Invocation& invocation,
+                                            const std::string& environment) {
+    std::vector<std::string> words;
+    for (const std::string& variable : splitAtZeros(environment)) {
+        const std::size_t equals = variable.find('=');
+        if (equals == std::string::npos ||
+            !addsArguments(invocation, std::string_view(variable).substr(0, equals)))
+            continue;
+        std::istringstream value(variable.substr(equals + 1));
+        words.insert(words.end(), std::istream_iterator<std::string>(value), {});
+    }
+    return words;
+}
+
+std::string stageOf(const std::vector<std::string>& arguments, const std::string& environment) {
+    constexpr std::string_view kProfile = "spring.profiles.active=";
+    for (const std::string& word : arguments) {
+        const std::size_t profile = word.find(kProfile);
+        if (profile != std::string::npos)
+            return word.substr(profile + kProfile.size(), kLongestVariable);
+    }
+    for (const char* name : kStageVariables) {
+        const std::string stage = valueOf(environment, name);
+        if (!stage.empty())
+            return inSmallLetters(stage.substr(0, kLongestVariable));
+    }
+    return std::string(kUsualStage);
+}
+
 std::size_t keyOf(const Invocation& invocation, const std::string& workingDirectory) {
     // What `go run` builds lies in another folder every time.
     std::string text = workingDirectory + '\0' + invocation.tool + '\0' +
@@ -117,12 +149,13 @@ std::optional<Attempt> AttemptReader::read(ProcessId pid) const {
         return std::nullopt;
     const std::vector<std::string> words = splitAtZeros(*commandLine);
     const std::string executable = procFiles_.executablePath(pid);
-    const auto invocation = identifyInvocation(words, executable);
+    auto invocation = identifyInvocation(words, executable);
     const Runtime* runtime = invocation ? table_.find(*invocation) : nullptr;
     if (!runtime)
         return std::nullopt;
 
     const std::string environment = readOwned(folder + "/environ", user_).value_or(std::string());
+    invocation->inherited = inheritedArguments(*invocation, environment);
     const auto wanted = wantedPort(*runtime, *invocation, [&environment](const std::string& name) {
         return valueOf(environment, name);
     });
@@ -142,6 +175,9 @@ std::optional<Attempt> AttemptReader::read(ProcessId pid) const {
     attempt.arguments = bounded(invocation->arguments);
     attempt.environment = variablesWithPorts(environment);
     attempt.environmentFiles = bounded(invocation->environmentFiles);
+    attempt.classPath = bounded(invocation->classPath);
+    attempt.libraries = invocation->libraries;
+    attempt.stage = stageOf(invocation->arguments, environment);
     // Many attempts are kept at a time, and no path is longer than that.
     attempt.script = invocation->script.substr(0, PATH_MAX);
     attempt.inlineSource = invocation->inlineSource.substr(0, kMostSourceBytes);

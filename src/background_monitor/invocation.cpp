@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <string_view>
 #include <utility>
 
@@ -273,13 +274,17 @@ Invocation readInterpreted(const Interpreter& interpreter, std::span<const std::
     return invocation; // waits for a program on its standard input
 }
 
+bool isClassPathOption(std::string_view word) {
+    return word == "-cp" || word == "-classpath" || word == "--class-path";
+}
+
 // The file of `java -cp FOLDER Main`, or the one that is run from its source.
 std::string javaProgram(std::span<const std::string> words) {
     std::string folder = ".";
     for (std::size_t place = 1; place < words.size(); ++place) {
         const std::string& word = words[place];
         const bool hasNext = place + 1 < words.size();
-        if ((word == "-cp" || word == "-classpath" || word == "--class-path") && hasNext)
+        if (isClassPathOption(word) && hasNext)
             folder = words[++place];
         else if (word == "-jar")
             return {};
@@ -294,6 +299,36 @@ std::string javaProgram(std::span<const std::string> words) {
         }
     }
     return {};
+}
+
+// Where Java's machine looks for what is no class. Archives but the first are libraries. The class
+// path, which may be long, says nothing else and is taken out of the words.
+void takeJavaClassPath(Invocation& invocation) {
+    constexpr std::size_t kMostEntries = 12;
+    constexpr std::size_t kMostOfLibraries = 4096;
+    std::vector<std::string>& words = invocation.arguments;
+    std::vector<std::string>& entries = invocation.classPath;
+    for (std::size_t place = 0; place + 1 < words.size();) {
+        if (words[place] == "-jar")
+            entries.push_back(words[place + 1]);
+        if (!isClassPathOption(words[place])) {
+            ++place;
+            continue;
+        }
+        const std::string path = words[place + 1];
+        const auto option = words.begin() + static_cast<std::ptrdiff_t>(place);
+        words.erase(option, option + 2);
+        std::string_view rest = path;
+        while (!rest.empty()) {
+            const std::string_view entry = rest.substr(0, rest.find(':'));
+            rest.remove_prefix(std::min(rest.size(), entry.size() + 1));
+            if (entry.ends_with(".jar") && invocation.libraries.size() < kMostOfLibraries)
+                invocation.libraries += std::string(baseName(entry)) + " ";
+            if (!entry.empty() && entries.size() < kMostEntries &&
+                (entries.empty() || !entry.ends_with(".jar")))
+                entries.emplace_back(entry);
+        }
+    }
 }
 
 // What Erlang's machine is to run stands among its options, as an expression or as a script.
@@ -347,6 +382,21 @@ std::optional<std::vector<std::string>> carriedCommand(const Invocation& carrier
 }
 
 } // namespace
+
+bool addsArguments(const Invocation& invocation, std::string_view variable) {
+    constexpr std::array<std::string_view, 5> kEndings{"_CMD_ARGS", "_ARGS", "_OPTS", "_OPTIONS",
+                                                       "_FLAGS"};
+    const auto ending = std::ranges::find_if(
+        kEndings, [variable](std::string_view each) { return variable.ends_with(each); });
+    if (ending == kEndings.end() || invocation.tool.empty())
+        return false;
+    const std::string_view beginning = variable.substr(0, variable.size() - ending->size());
+    if (invocation.tool == "java")
+        return beginning == "JAVA_TOOL" || beginning == "JDK_JAVA";
+    return std::ranges::equal(beginning, invocation.tool, [](char capital, char letter) {
+        return capital == (letter == '-' ? '_' : std::toupper(static_cast<unsigned char>(letter)));
+    });
+}
 
 bool isInstalledScript(std::string_view script) {
     return script.find("node_modules/") != std::string_view::npos ||
@@ -410,6 +460,7 @@ std::optional<Invocation> identifyInvocation(std::span<const std::string> comman
             return std::nullopt;
         if (name == "java") {
             invocation.script = javaProgram(commandLine);
+            takeJavaClassPath(invocation);
             for (const std::string& word : commandLine) {
                 if (invocation.debugger.empty())
                     invocation.debugger = debuggerOfJava(word);

@@ -28,7 +28,10 @@ struct Invocation {
     std::string genericTool;            // what to ask for when no row knows the tool; may be empty
     std::vector<std::string> arguments; // of the tool
     std::string script;                 // as it stands in the command line; empty without one
+    std::vector<std::string> classPath; // of Java's machine: the folders, and the archive it runs
+    std::string libraries;              // the names of those on the class path, a blank between
     std::string inlineSource;           // of a program that stands in the command line itself
+    std::vector<std::string> inherited; // arguments that a variable adds, see inheritedArguments
     std::vector<std::string> environmentFiles; // that the interpreter is told to read
     std::string debugger; // where a debugger is to be waited for, beside all the rest; may be empty
 
@@ -39,6 +42,10 @@ struct Invocation {
 // the program.
 std::optional<Invocation> identifyInvocation(std::span<const std::string> commandLine,
                                              const std::string& executable);
+
+// Whether what a variable with that name holds is added to the tool's arguments: GUNICORN_CMD_ARGS,
+// JAVA_TOOL_OPTIONS, MINIO_OPTS.
+bool addsArguments(const Invocation& invocation, std::string_view variable);
 
 // Whether a script came with a package or with the system, so that it is nobody's own.
 bool isInstalledScript(std::string_view script);

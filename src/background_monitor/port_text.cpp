@@ -108,6 +108,10 @@ std::optional<std::string_view> tellingValue(const std::vector<std::string>& arg
         if (endpoint && arguments[place + 1].find(':') != std::string::npos)
             return arguments[place + 1];
     }
+    // "TCP-LISTEN:8080,fork"
+    const std::size_t colon = word.find(':');
+    if (colon < kLongestName && inSmallLetters(word.substr(0, colon)).ends_with("-listen"))
+        return word.substr(colon + 1);
     const std::size_t equals = word.find('=');
     const std::string name = inSmallLetters(word.substr(0, equals));
     // "--listen-client-urls" is about listening, whoever is to come.

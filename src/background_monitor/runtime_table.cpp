@@ -87,21 +87,29 @@ const Runtime* RuntimeTable::find(const Invocation& invocation) const {
     const std::string& tool = invocation.tool;
     for (const std::string& program : {invocation.package + "/" + tool, tool,
                                        invocation.genericTool, std::string(kAnyProgram)}) {
-        if (const Runtime* row = findProgram(program))
+        if (const Runtime* row = findProgram(program, invocation.arguments))
             return row;
     }
     return nullptr;
 }
 
-const Runtime* RuntimeTable::findProgram(std::string_view program) const {
+const Runtime* RuntimeTable::findProgram(std::string_view program,
+                                         std::span<const std::string> arguments) const {
     const auto found = byProgram_.find(program);
-    return found == byProgram_.end() ? nullptr : &rows_[found->second];
+    if (found == byProgram_.end())
+        return nullptr;
+    for (const std::size_t row : found->second) {
+        const std::vector<std::string>& within = rows_[row].within;
+        if (within.empty() || std::ranges::find_first_of(arguments, within) != arguments.end())
+            return &rows_[row];
+    }
+    return &rows_[found->second.front()];
 }
 
 void RuntimeTable::index() {
     for (std::size_t row = 0; row < rows_.size(); ++row) {
         for (const std::string& program : rows_[row].programs)
-            byProgram_.emplace(program, row);
+            byProgram_[program].push_back(row);
     }
 }
 

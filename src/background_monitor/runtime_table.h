@@ -5,7 +5,8 @@
 //
 //     name         what people call it
 //     programs     tools that the row is about; "package/tool" where the tool alone says too little
-//     within       words of which one must stand among the arguments
+//     within       words of which one must stand among the arguments; of several rows of a program
+//                  the first counts that is met so, or asks for none
 //     without      first words with which it serves nothing
 //     flags        options whose value is a port, an address with a port, or several
 //     host         options whose value is the address alone
@@ -34,6 +35,7 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -79,10 +81,11 @@ class RuntimeTable {
 
   private:
     void index();
-    const Runtime* findProgram(std::string_view program) const;
+    const Runtime* findProgram(std::string_view program,
+                               std::span<const std::string> arguments) const;
 
     std::vector<Runtime> rows_;
-    std::map<std::string, std::size_t, std::less<>> byProgram_;
+    std::map<std::string, std::vector<std::size_t>, std::less<>> byProgram_;
 };
 
 } // namespace zenlot

@@ -29,7 +29,7 @@ constexpr std::array<std::pair<std::string_view, SettingsFormat>, 17> kFormats{{
     {".conf", SettingsFormat::lines},
     {".config", SettingsFormat::lines},
     {".properties", SettingsFormat::lines},
-    {".xml", SettingsFormat::attributes},
+    {".xml", SettingsFormat::elements},
     {"Caddyfile", SettingsFormat::lines},
     {"rc", SettingsFormat::lines},
 }};
@@ -44,9 +44,9 @@ constexpr std::array<std::string_view, 27> kPortKeys{
     "local_port", "dev_addr"};
 
 // Blocks that say where the program itself listens.
-constexpr std::array<std::string_view, 15> kOwnBlocks{
-    "server", "servers",   "http",    "https", "web", "app",     "api",     "listen",
-    "main",   "devserver", "service", "serve", "dev", "network", "profiles"};
+constexpr std::array<std::string_view, 16> kOwnBlocks{
+    "connector", "server", "servers",   "http",    "https", "web", "app",     "api",
+    "listen",    "main",   "devserver", "service", "serve", "dev", "network", "profiles"};
 
 // Blocks of a second port of the same program.
 constexpr std::array<std::string_view, 9> kSecondBlocks{
@@ -351,24 +351,33 @@ std::vector<Setting> readLines(std::string_view text) {
     return std::move(settings.all);
 }
 
-std::vector<Setting> readAttributes(std::string_view text) {
+// `<server port="80">` is "server.port", and so is `<server><port>80</port></server>`.
+std::vector<Setting> readElements(std::string_view text) {
     Settings settings;
     std::string_view element;
     for (std::size_t place = 0; place < text.size(); ++place) {
         if (text.substr(place, 4) == "<!--") {
             place = std::min(text.find("-->", place), text.size() - 1);
+        } else if (text.substr(place, 2) == "</") {
+            settings.pop();
+        } else if (text.substr(place, 2) == "/>") {
+            settings.pop();
         } else if (text[place] == '<') {
             std::size_t end = ++place;
             while (end < text.size() && isKeyCharacter(text[end]))
                 ++end;
             element = text.substr(place, end - place);
+            if (!element.empty())
+                settings.push(element);
+        } else if (text[place] == '>') {
+            const std::size_t end = std::min(text.find('<', place), text.size());
+            settings.add({}, text.substr(place + 1, end - place - 1));
         } else if (text[place] == '=' && place + 1 < text.size() && text[place + 1] == '"') {
             std::size_t start = place;
             while (start > 0 && isKeyCharacter(text[start - 1]))
                 --start;
             const std::size_t end = std::min(text.find('"', place + 2), text.size());
-            settings.add(std::string(element) + "." +
-                             std::string(text.substr(start, place - start)),
+            settings.add(text.substr(start, place - start),
                          text.substr(place + 2, end - place - 2));
             place = end;
         }
@@ -400,8 +409,8 @@ std::vector<Setting> readSettings(std::string_view text, SettingsFormat format) 
         return readIndented(text);
     case SettingsFormat::lines:
         return readLines(text);
-    case SettingsFormat::attributes:
-        return readAttributes(text);
+    case SettingsFormat::elements:
+        return readElements(text);
     }
     return {};
 }

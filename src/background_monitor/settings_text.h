@@ -28,7 +28,7 @@ enum class SettingsFormat : std::uint8_t {
     keywords,    // EDN
     indentation, // YAML
     lines,       // TOML, INI, properties, and what servers read: "port 6379", "listen 8080;"
-    attributes,  // XML
+    elements,    // XML
 };
 
 // By the name of the file; none for what is no settings file.

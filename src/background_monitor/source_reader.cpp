@@ -1,11 +1,15 @@
 #include "background_monitor/source_reader.h"
 
 #include "background_monitor/built_program.h"
+#include "background_monitor/java_archive.h"
 #include "background_monitor/manual_reader.h"
 #include "background_monitor/port_text.h"
 #include "background_monitor/settings_text.h"
+#include "background_monitor/stage.h"
 #include "background_monitor/text_file.h"
 #include "background_monitor/written_ports.h"
+
+#include <glob.h>
 
 #include <algorithm>
 #include <array>
@@ -29,7 +33,9 @@ namespace fs = std::filesystem;
 constexpr off_t kLargestText = off_t{512} * 1024;
 constexpr off_t kLargestProjectFile = off_t{128} * 1024;
 constexpr std::size_t kMostImportedFiles = 24;
+constexpr std::size_t kMostBuiltFiles = 60;
 constexpr std::size_t kMostSettingsFiles = 24;
+constexpr off_t kLargestArchive = off_t{512} * 1024 * 1024;
 constexpr std::size_t kLongestPath = 1000;
 constexpr std::size_t kMostProjectFiles = 250;
 constexpr std::size_t kMostProjectEntries = 4000;
@@ -143,6 +149,9 @@ class FileSearch {
                 for (PortAnswer& answer : answersInManual(attempt_, held_, deadline_))
                     all.push_back(std::move(answer));
             }
+        } else if (hasUnheldHabit() && !decidingAnswer(all)) {
+            // Something in its project makes it another port than the usual one.
+            all.push_back({PortSource::project, mentionedInProject()});
         }
         return all;
     }
@@ -158,20 +167,32 @@ class FileSearch {
                attempt_.runtime->programs.end();
     }
 
+    bool hasUnheldHabit() const {
+        return attempt_.wanted.source == WantedPort::Source::usual &&
+               std::ranges::find(held_, attempt_.wanted.port) == held_.end();
+    }
+
     // A script that a package brought, which works on what lies where it is started.
     bool isInstalledTool() const {
         return !attempt_.script.empty() && isInstalledScript(attempt_.script);
     }
 
     // Where a source or settings name several held ports, the one counts whose name the line that
-    // listens holds: `listen(ports.trpc)` beside `{ web: 3000, trpc: 4000 }`.
+    // listens holds: `listen(ports.trpc)` beside `{ web: 3000, trpc: 4000 }`. So it does where a
+    // source names only free ones, elsewhere than on the line that listens.
     void narrow(std::vector<PortAnswer>& answers, std::span<const std::uint16_t> called) const {
         const auto isHeld = [this](std::uint16_t port) {
             return std::ranges::find(held_, port) != held_.end();
         };
+        const bool listensByName = std::ranges::none_of(sites_, [](const PortSite& site) {
+            return site.likelihood > kSurely && !site.ports.empty();
+        });
         for (PortAnswer& answer : answers) {
-            if ((answer.source != PortSource::source && answer.source != PortSource::settings) ||
-                std::ranges::count_if(answer.ports, isHeld) < 2)
+            const auto held = std::ranges::count_if(answer.ports, isHeld);
+            const bool isOfSource = answer.source == PortSource::source && !answer.ports.empty();
+            if (isOfSource && held == 0 && listensByName && !called.empty())
+                answer.ports.assign(called.begin(), called.end());
+            if ((!isOfSource && answer.source != PortSource::settings) || held < 2)
                 continue;
             std::vector<std::uint16_t> both;
             std::ranges::copy_if(answer.ports, std::back_inserter(both),
@@ -246,7 +267,8 @@ class FileSearch {
         }
     }
 
-    void addSource(const std::string& text, const fs::path& folder) {
+    void addSource(const std::string& whole, const fs::path& folder) {
+        const std::string text = withoutOtherStages(whole, attempt_.stage);
         for (PortSite& site : portSites(text))
             sites_.push_back(std::move(site));
         for (const std::string& name : namedSettings(text)) {
@@ -255,34 +277,54 @@ class FileSearch {
                 namedFiles_.push_back(folder / name);
             }
         }
+        // A package that reads the settings of the stage out of this folder.
+        if (text.find("require('config')") != std::string::npos ||
+            text.find("require(\"config\")") != std::string::npos ||
+            text.find("from 'config'") != std::string::npos)
+            namedFiles_.push_back(folder_ / "config");
         sources_ += inSmallLetters(text);
         texts_.push_back(text);
     }
 
     // What a built program was built from, where that lies in its project.
     void readBuiltFrom() {
-        std::size_t count = 0;
         const fs::path root = projectRoot();
-        std::vector<fs::path> folders{root, root / "src", folder_, root / "cmd"};
-        std::error_code error;
-        for (fs::directory_iterator entry(root / "cmd", error), end; !error && entry != end;
-             entry.increment(error))
-            folders.push_back(entry->path());
-        std::set<fs::path> known;
-        for (const fs::path& folder : folders) {
-            std::error_code failure;
-            for (fs::directory_iterator entry(folder, failure), end; !failure && entry != end;
-                 entry.increment(failure)) {
-                const std::string name = entry->path().filename().string();
+        if (root.empty() || root == root.root_path() || root == attempt_.home)
+            return;
+        const std::string program = fs::path(attempt_.executable).stem().string();
+        std::size_t count = 0;
+        walkFiles(
+            root, {kMostProjectEntries, kDeepestProjectFolder, deadline_},
+            [](const std::string& folder) {
+                return !folder.starts_with('.') && !isOneOf(folder, kSkippedFolders);
+            },
+            [&](const fs::directory_entry& file) {
+                const std::string name = file.path().filename().string();
                 if (!endsWithAny(name, kBuiltFrom) || name.ends_with("_test.go") ||
-                    !known.insert(entry->path()).second)
-                    continue;
-                if (++count > kMostImportedFiles || !hasTime())
-                    return;
-                if (const auto text = readText(entry->path()))
-                    addSource(*text, folder);
-            }
+                    isOfAnotherProgram(file.path(), program))
+                    return true;
+                if (++count > kMostBuiltFiles || !hasTime())
+                    return false;
+                if (const auto text = readText(file.path()))
+                    addSource(*text, file.path().parent_path());
+                return true;
+            });
+    }
+
+    // In "cmd/worker" or "src/bin/worker.rs", where another one of these is called like the
+    // program.
+    static bool isOfAnotherProgram(const fs::path& file, const std::string& program) {
+        constexpr std::array<std::string_view, 5> kPrograms{"cmd", "bin", "crates", "apps",
+                                                            "services"};
+        for (fs::path place = file; place.has_relative_path(); place = place.parent_path()) {
+            const fs::path parent = place.parent_path();
+            std::error_code error;
+            if (isOneOf(parent.filename().string(), kPrograms))
+                return place.stem() != program &&
+                       (fs::exists(parent / program, error) ||
+                        fs::exists(parent / (program + place.extension().string()), error));
         }
+        return false;
     }
 
     // The settings beside a built program, or beside where it runs, that it knows by name; which
@@ -353,9 +395,57 @@ class FileSearch {
         return {};
     }
 
+    // Whether the path leads through the block of another stage.
+    bool isOfOtherStage(std::string_view path) const {
+        while (!path.empty()) {
+            const std::string_view block = path.substr(0, path.find('.'));
+            path.remove_prefix(std::min(path.size(), block.size() + 1));
+            if (block.find_first_of("-_") == std::string_view::npos &&
+                stageOfName(block, attempt_.stage) == StageOfName::other)
+                return true;
+        }
+        return false;
+    }
+
     void addSettings(const std::string& text, SettingsFormat format) {
-        for (Setting& setting : readSettings(text, format))
-            settings_.push_back(std::move(setting));
+        for (Setting& setting : readSettings(text, format)) {
+            if (!isOfOtherStage(setting.path))
+                settings_.push_back(std::move(setting));
+        }
+    }
+
+    // What "include sites-enabled/*;" names.
+    void readIncluded(const fs::path& from, SettingsFormat format) {
+        std::vector<std::string> patterns;
+        for (const Setting& setting : settings_) {
+            const std::string_view key =
+                std::string_view(setting.path).substr(setting.path.rfind('.') + 1);
+            if (key == "include" || key == "includeoptional" || key == "include_dir")
+                patterns.push_back(key == "include_dir" ? setting.value + "/*" : setting.value);
+        }
+        for (const std::string& pattern : patterns) {
+            const fs::path path = from.parent_path() / pattern;
+            if (!included_.insert(path).second)
+                continue;
+            for (const fs::path& file : filesLike(path)) {
+                const auto text =
+                    known_.insert(file).second && hasTime() ? readText(file) : std::nullopt;
+                if (text)
+                    addSettings(*text, format);
+            }
+        }
+    }
+
+    static std::vector<fs::path> filesLike(const fs::path& pattern) {
+        std::vector<fs::path> files;
+        glob_t found{};
+        if (::glob(pattern.c_str(), 0, nullptr, &found) == 0) {
+            for (std::size_t place = 0;
+                 place < std::min<std::size_t>(found.gl_pathc, kMostSettingsFiles); ++place)
+                files.emplace_back(found.gl_pathv[place]);
+        }
+        ::globfree(&found);
+        return files;
     }
 
     void readConfig(const fs::path& file) {
@@ -367,6 +457,7 @@ class FileSearch {
             for (const std::uint16_t port : portsMentionedIn(*text, name))
                 mentionedBySettings_.push_back(port);
             addSettings(*text, *format);
+            readIncluded(file, *format);
             return;
         }
         nearby_ += *text + "\n";
@@ -387,12 +478,57 @@ class FileSearch {
             readConfig(path);
             return;
         }
+        readFolder(path);
+    }
+
+    bool saysPort() const {
+        return !portsOfSettings(settings_, {}, attempt_.runtime->programs).empty();
+    }
+
+    // What is written for the stage comes before what counts in all of them.
+    void readFolder(const fs::path& path) {
+        std::vector<fs::path> general;
         std::size_t count = 0;
+        std::error_code error;
         for (fs::directory_iterator entry(path, error), end;
              !error && entry != end && count < kMostSettingsFiles; entry.increment(error)) {
-            if (isSettingsFile(entry->path().filename().string())) {
-                readConfig(entry->path());
-                ++count;
+            const fs::path& file = entry->path();
+            if (!isSettingsFile(file.filename().string()))
+                continue;
+            ++count;
+            const StageOfName stage = stageOfName(file.stem().string(), attempt_.stage);
+            if (stage == StageOfName::own)
+                readConfig(file);
+            else if (stage == StageOfName::none)
+                general.push_back(file);
+        }
+        if (!saysPort())
+            std::ranges::for_each(general, [this](const fs::path& file) { readConfig(file); });
+    }
+
+    // What Java's machine finds beside the classes.
+    void readClassPath() {
+        sources_ += attempt_.libraries;
+        for (const std::string& entry : attempt_.classPath) {
+            const fs::path path = folder_ / entry;
+            std::error_code error;
+            if (fs::is_directory(path, error)) {
+                readFolder(path);
+                continue;
+            }
+            const FileDescriptor archive = openedFile(path);
+            if (!sizeOfFile(archive, kLargestArchive))
+                continue;
+            const JavaArchive contents = readJavaArchive(archive);
+            sources_ += contents.libraries;
+            const auto stageOf = [this](const ArchivedFile& file) {
+                return stageOfName(fs::path(file.name).stem().string(), attempt_.stage);
+            };
+            for (const StageOfName wanted : {StageOfName::own, StageOfName::none}) {
+                for (const ArchivedFile& file : contents.settings) {
+                    if (stageOf(file) == wanted && (wanted == StageOfName::own || !saysPort()))
+                        addSettings(file.text, *settingsFormatOf(file.name));
+                }
             }
         }
     }
@@ -413,10 +549,11 @@ class FileSearch {
         }
         for (const fs::path& file : namedFiles_) {
             if (!file.filename().string().starts_with(".env"))
-                readConfig(file);
+                readConfigOrFolder(file);
         }
-        if (!portsOfSettings(settings_, {}, attempt_.runtime->programs).empty() ||
-            !configSites_.empty())
+        if (!saysPort())
+            readClassPath();
+        if (saysPort() || !configSites_.empty())
             return;
         for (const std::string& config : attempt_.runtime->configs) {
             readConfig(folder_ / config);
@@ -688,6 +825,7 @@ class FileSearch {
     std::vector<std::string> texts_; // of what it runs and loads
     std::vector<fs::path> namedFiles_;
     std::set<fs::path> known_;
+    std::set<fs::path> included_;
     std::vector<Setting> settings_;
     std::vector<std::uint16_t> mentionedBySettings_;
     std::vector<Setting> variables_; // of files

@@ -154,6 +154,8 @@ std::optional<WantedPort> wantedPort(const Runtime& runtime, const Invocation& i
     WantedPort wanted;
     std::string value; // what the endpoint's host may lie in
     auto endpoint = endpointInArguments(runtime, arguments);
+    if (!endpoint)
+        endpoint = endpointInArguments(runtime, invocation.inherited);
     if (endpoint)
         wanted.source = WantedPort::Source::argument;
     else if (std::ranges::any_of(arguments, namesOtherSocket))

@@ -117,6 +117,20 @@ bool namesPlainPort(std::string_view line) {
     return false;
 }
 
+// A line in small letters without what stands in quotes as a URL: `{Port: 80, DSN: "db://..."}`.
+std::string withoutUrls(std::string line) {
+    for (std::size_t scheme = line.find("://"); scheme != std::string::npos;
+         scheme = line.find("://", scheme)) {
+        const std::size_t start = line.find_last_of("\"'`", scheme);
+        const std::size_t end = line.find_first_of("\"'`", scheme);
+        if (start == std::string::npos || end == std::string::npos)
+            return line;
+        line.erase(start, end - start + 1);
+        scheme = start;
+    }
+    return line;
+}
+
 int likelihoodOf(std::string_view line) {
     if (asksOthers(line))
         return 0;
@@ -276,13 +290,13 @@ std::vector<PortSite> portSites(std::string_view text) {
         });
         // Of several numbers those that are called "port" themselves.
         if (!direct.empty())
-            site.ports = std::move(direct);
+            site.ports = direct;
         const bool isAboutNothing = site.variables.empty() && site.ports.empty();
         const std::string small = inSmallLetters(line);
         site.readsArguments = mentions(small, kArguments);
         if ((isAboutNothing && !site.readsArguments) || sites.size() >= kMostSites)
             return;
-        site.likelihood = likelihoodOf(small);
+        site.likelihood = likelihoodOf(direct.empty() ? small : withoutUrls(small));
         site.addresses = addressesIn(line);
         if (site.likelihood != 0)
             sites.push_back(std::move(site));
@@ -304,7 +318,8 @@ std::vector<std::uint16_t> mentionedPorts(std::string_view text,
             const bool isAddress = place > 0 && line[place - 1] == ':' && !isInUrl(line, place);
             const bool isServing = mentions(small, kServing);
             // Its own port counts whatever else the line speaks of.
-            const bool isOwn = isServing && isValueOfPort(line, place);
+            const bool isOwn =
+                isValueOfPort(line, place) && (isServing || !asksOthers(withoutUrls(small)));
             if (isOwn || (!asksOthers(small) && (isAddress || mentions(small, kNaming)) &&
                           (!isInUrl(line, place) || isServing)))
                 addOnce(mentioned, port);

@@ -96,14 +96,20 @@ const Case kCases[]{
     {"any program", "/usr/sbin/lighttpd -D -f lighttpd.conf", kUnknown},
     {"any program", "/usr/bin/grep -r 3000", kNothing},
     {"any program",
-     "/usr/bin/etcd --listen-client-urls http://127.0.0.1:2381 --advertise-client-urls x",
+     "/usr/bin/kvd --listen-client-urls http://127.0.0.1:2381 --advertise-client-urls x",
      "127.0.0.1:2381"},
     {"any program",
-     "/usr/bin/etcd --listen-client-urls http://:2381 --listen-peer-urls http://:2382", kUnknown},
+     "/usr/bin/kvd --listen-client-urls http://:2381 --listen-peer-urls http://:2382", kUnknown},
     {"Varnish", "/usr/sbin/varnishd -a :8080 -b :8081", "8080"},
     {"websockify", "python3 -m websockify 6080 127.0.0.1:5900", "6080"},
     {"any program", "node node_modules/.bin/rollup -c -w", kUnknown},
     {"any program", "ruby /usr/bin/rake serve", kUnknown},
+    {"any program", "/usr/bin/socat TCP-LISTEN:8008,fork TCP:localhost:80", "8008"},
+    {"Redis Sentinel", "redis-server x.conf --sentinel", "26379"},
+    {"gunicorn", "GUNICORN_CMD_ARGS=--bind=:8009 python3 venv/bin/gunicorn app:app", "8009"},
+    {"gunicorn", "GUNICORN_CMD_ARGS=--bind=:8009 python3 venv/bin/gunicorn app:app -b :8010",
+     "8010"},
+    {"Java", "JAVA_TOOL_OPTIONS=-Dserver.port=8011 java -cp build:x shop.Main", "8011"},
     {"any program", "ruby /usr/bin/rake test", kNothing},
 };
 
@@ -141,7 +147,11 @@ TEST(RuntimesTest, CommandLinesFindTheirRowsAndPorts) {
             else
                 words.push_back(word);
         }
-        const auto invocation = identifyInvocation(words, words.front());
+        auto invocation = identifyInvocation(words, words.front());
+        for (const auto& [variable, value] : environment) {
+            if (invocation && addsArguments(*invocation, variable))
+                invocation->inherited = {value};
+        }
         const Runtime* row = invocation ? table.find(*invocation) : nullptr;
         EXPECT_EQ(row ? portOf(*row, *invocation, environment) : kNothing, example.wanted)
             << example.command;
@@ -160,6 +170,8 @@ TEST(RuntimesTest, EveryRowIsFoundAndSaysWhatItHolds) {
         Invocation asked;
         for (const std::string& program : row.programs) {
             asked.tool = program;
+            asked.arguments.assign(row.within.begin(),
+                                   row.within.begin() + (row.within.empty() ? 0 : 1));
             EXPECT_EQ(table.find(asked)->name, row.name) << program;
         }
         for (const std::string& word : row.without) {

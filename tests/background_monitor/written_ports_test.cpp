@@ -1,10 +1,12 @@
 #include "background_monitor/source_reader.h"
+#include "background_monitor/stage.h"
 #include "background_monitor/written_ports.h"
 #include "support/temporary_folder.h"
 
 #include <gmock/gmock.h>
 
 #include <fcntl.h>
+#include <minizip/zip.h>
 #include <sys/stat.h>
 
 namespace zenlot {
@@ -44,6 +46,34 @@ TEST(WrittenPortsTest, LinesThatSayWhereToListen) {
         EXPECT_EQ(portSites(text), sites) << text;
 }
 
+TEST(StageTest, WhatCountsInOtherStagesOnlyIsTakenOut) {
+    const struct {
+        const char* stage;
+        const char* text;
+        const char* left;
+    } cases[]{
+        {"development", "{\n  production: { port: 1 },\n  development: { port: 2 },\n}\n",
+         "{\n  development: { port: 2 },\n}\n"},
+        {"prod",
+         "exports.production = {\n  port: 1,\n\n  x: 2\n};\nexports.dev = {\n  port: 2\n};\n",
+         "exports.production = {\n  port: 1,\n\n  x: 2\n};\n"},
+        {"development",
+         "class Config:\n    PORT = 1\nclass TestingConfig(Config):\n    PORT = 2\n\nx = 3\n",
+         "class Config:\n    PORT = 1\nx = 3\n"},
+        {"test", "configure :production do\n  set :port, 1\nend\nset :port, 2\n", "set :port, 2\n"},
+        {"development",
+         "if (process.env.NODE_ENV === 'production') {\n  listen(1)\n} else {\n  listen(2)\n}\n",
+         "} else {\n  listen(2)\n}\n"},
+        {"production", "local port = 1\ntest(2)\nlive reload\n", "local port = 1\nlive reload\n"},
+        {"shop", "production: 1\nport: 2\n", "port: 2\n"},
+    };
+    for (const auto& [stage, text, left] : cases)
+        EXPECT_EQ(withoutOtherStages(text, stage), left) << text;
+    EXPECT_EQ(stageOfName("application-prod.yml", "development"), StageOfName::other);
+    EXPECT_EQ(stageOfName("config.dev.js", "development"), StageOfName::own);
+    EXPECT_EQ(stageOfName("default.yaml", "development"), StageOfName::none);
+}
+
 TEST(WrittenPortsTest, MentionsOfHeldPorts) {
     const std::uint16_t held[]{3000, 8080};
     const std::pair<const char*, std::vector<std::uint16_t>> cases[]{
@@ -55,6 +85,8 @@ TEST(WrittenPortsTest, MentionsOfHeldPorts) {
         {"shop = host=127.0.0.1 port=3000", {}},
         {"timeout = 3000", {}},
         {"port 4000", {}},
+        {"Config{Port: 3000, DSN: \"postgres://localhost:8080/x\"}", {3000}},
+        {"pool({ port: 3000, database: 'x' })", {}},
     };
     for (const auto& [text, ports] : cases)
         EXPECT_EQ(mentionedPorts(text, held), ports) << text;
@@ -212,6 +244,60 @@ TEST_F(SourceReaderTest, ArgumentsAndSettingsThatNameSeveralPorts) {
     EXPECT_THAT(ports(), ElementsAre(4300));
 }
 
+TEST_F(SourceReaderTest, SettingsOfTheStageAndThoseThatAreIncluded) {
+    folder.write("app/server.js",
+                 "const config = require('config');\nlisten(config.get('port'))\n");
+    folder.write("app/config/default.yaml", "port: 4400\n");
+    folder.write("app/config/production.yaml", "port: 4400\n");
+    folder.write("app/config/development.yaml", "port: 4300\n");
+    EXPECT_THAT(ports("server.js"), ElementsAre(4300));
+    attempt.stage = "production";
+    EXPECT_THAT(ports("server.js"), ElementsAre(4400));
+    attempt.script.clear();
+    attempt.config = "nginx.conf";
+    folder.write("app/nginx.conf", "http {\n  include sites/*;\n}\n");
+    folder.write("app/sites/shop",
+                 "upstream x {\n  server :4400;\n}\nserver {\n  listen 4300;\n}\n");
+    EXPECT_THAT(ports(), ElementsAre(4300));
+}
+
+TEST_F(SourceReaderTest, SettingsAmongJavasClassesAndInItsArchive) {
+    folder.write("app/classes/application.yml", "server:\n  port: 4400\n");
+    folder.write("app/classes/application-dev.yml", "server:\n  port: 4300\n");
+    attempt.classPath = {"nowhere", "classes"};
+    EXPECT_THAT(ports(), ElementsAre(4300));
+    // `zip -0 shop.jar BOOT-INF/classes/application.properties`
+    const std::string name = "BOOT-INF/classes/application.properties";
+    const std::string text = "server.port=4400\n";
+    const zipFile archive = ::zipOpen64((folder.path() / "app/shop.jar").c_str(), 0);
+    ::zipOpenNewFileInZip(archive, name.c_str(), nullptr, nullptr, 0, nullptr, 0, nullptr,
+                          Z_DEFLATED, Z_DEFAULT_COMPRESSION);
+    ::zipWriteInFileInZip(archive, text.data(), static_cast<unsigned>(text.size()));
+    ::zipCloseFileInZip(archive);
+    ::zipClose(archive, nullptr);
+    attempt.classPath = {"shop.jar"};
+    EXPECT_THAT(ports(), ElementsAre(4400));
+    attempt.classPath.clear();
+    attempt.libraries = "spring-boot-3.1.jar x.jar ";
+    runtime.libraries = {{"spring-boot-", 4300}};
+    folder.write("app/classes/application.yml", "");
+    folder.write("app/classes/application-dev.yml", "");
+    EXPECT_THAT(ports(), ElementsAre(4300));
+    EXPECT_EQ(answer->source, PortSource::habit);
+    attempt.classPath = {"shop.jar"};
+    folder.write("app/shop.jar", "PK\3\4 no archive");
+    EXPECT_THAT(ports(), ElementsAre(4300));
+}
+
+TEST_F(SourceReaderTest, AProjectChangesWhatIsUsual) {
+    folder.write("app/commands/runserver.py", "Command.default_port = '4300'\n");
+    runtime.mayNamePortItself = false;
+    attempt.wanted = {WantedPort::Source::usual, 8000, {}};
+    EXPECT_THAT(ports("manage.py"), ElementsAre(4300));
+    attempt.wanted.port = 4400; // held, so that nothing more is asked
+    EXPECT_THAT(ports("manage.py"), IsEmpty());
+}
+
 TEST_F(SourceReaderTest, HeldPortsThatTheProjectMentionsComeLast) {
     folder.write("package.json", "{}");
     folder.write("lib/settings.py", "WEB = dict(listen=4300)\nredis = 'localhost:4400'\n");
@@ -239,6 +325,18 @@ TEST_F(SourceReaderTest, BuiltProgramReadsTheSettingsThatItKnowsByName) {
     folder.write("app/other.toml", "port = 4400\n");
     attempt.program = std::make_shared<const FileDescriptor>(
         ::open((folder.path() / "server").c_str(), O_RDONLY | O_CLOEXEC));
+    EXPECT_THAT(ports(), ElementsAre(4300));
+}
+
+TEST_F(SourceReaderTest, SourcesOfABuiltProgramButNotOfTheOneBesideIt) {
+    attempt.executable = "/tmp/build/api";
+    folder.write("server", "\x7f");
+    attempt.program = std::make_shared<const FileDescriptor>(
+        ::open((folder.path() / "server").c_str(), O_RDONLY | O_CLOEXEC));
+    folder.write("app/go.mod", "module shop\n");
+    folder.write("app/cmd/api/main.go", "package main\n");
+    folder.write("app/cmd/worker/main.go", "http.ListenAndServe(\":4400\", nil)\n");
+    folder.write("app/internal/config/config.go", "return Config{Port: 4300}\n");
     EXPECT_THAT(ports(), ElementsAre(4300));
 }
 
