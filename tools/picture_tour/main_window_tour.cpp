@@ -27,7 +27,7 @@ namespace {
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-constexpr auto kPatience = 20s;
+constexpr auto kPatience = 60s;
 
 // The window over a machine of its own.
 class Scene final {
