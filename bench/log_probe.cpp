@@ -18,7 +18,6 @@
 #include <QElapsedTimer>
 #include <QPointer>
 #include <QQuickItem>
-#include <QQuickStyle>
 #include <QQuickWindow>
 
 #include <array>
@@ -348,7 +347,6 @@ class Probe final {
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("zenlot"));
-    QQuickStyle::setStyle(QStringLiteral("Fusion"));
     zenlot::chooseRenderer();
     QApplication::setQuitOnLastWindowClosed(false);
     qputenv("QT_MEDIA_BACKEND", "ffmpeg");

@@ -16,7 +16,6 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QQuickItem>
-#include <QQuickStyle>
 #include <QQuickWindow>
 #include <QTimer>
 
@@ -227,7 +226,6 @@ class Probe final {
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("zenlot"));
-    QQuickStyle::setStyle(QStringLiteral("Fusion"));
     zenlot::chooseRenderer();
     QApplication::setQuitOnLastWindowClosed(false);
     qputenv("QT_MEDIA_BACKEND", "ffmpeg");

@@ -124,3 +124,31 @@ function(zenlot_room_qml folder)
         target_sources(${target} PRIVATE ${unit})
     endif()
 endfunction()
+
+# zenlot_qml_plugin(<folder> URI <uri> SOURCES <file>... LINKS <target>...)
+#
+# A room of QML types that the program loads when it first imports them, with the libraries that
+# nothing else needs. No room links it.
+set(ZENLOT_PLUGIN_FOLDER ${CMAKE_INSTALL_LIBDIR}/zenlot/qml)
+function(zenlot_qml_plugin folder)
+    cmake_parse_arguments(ROOM "" "URI" "SOURCES;LINKS" ${ARGN})
+    string(REPLACE "/" "_" target "zenlot_${folder}")
+    string(REPLACE "." "/" path "${ROOM_URI}")
+    qt_add_qml_module(
+        ${target}
+        URI ${ROOM_URI}
+        VERSION 1.0
+        DEPENDENCIES QtQuick
+        PLUGIN_TARGET ${target}
+        OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/qml/${path}
+        SOURCES ${ROOM_SOURCES}
+    )
+    set_target_properties(${target} PROPERTIES AUTOMOC ON)
+    target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR}/src)
+    target_link_libraries(${target} PRIVATE zenlot_build_flags ${ROOM_LINKS})
+    set(destination ${ZENLOT_PLUGIN_FOLDER}/${path})
+    install(TARGETS ${target} LIBRARY DESTINATION ${destination})
+    install(FILES ${PROJECT_BINARY_DIR}/qml/${path}/qmldir DESTINATION ${destination})
+    list(JOIN ROOM_LINKS " " links)
+    set_property(GLOBAL APPEND PROPERTY ZENLOT_ROOMS "${folder}: ${links} ")
+endfunction()

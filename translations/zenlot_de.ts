@@ -715,6 +715,22 @@
         <source>%1 started listening on port %2</source>
         <translation>%1 lauscht jetzt an Port %2</translation>
     </message>
+    <message>
+        <source>… and %1 more</source>
+        <translation>… und %1 weitere</translation>
+    </message>
+    <message>
+        <source>More ports are already in use. Zenlot shows them all.</source>
+        <translation>Weitere Ports sind bereits belegt. Zenlot zeigt sie alle.</translation>
+    </message>
+    <message>
+        <source>More ports are now occupied. Zenlot shows them all.</source>
+        <translation>Weitere Ports sind jetzt belegt. Zenlot zeigt sie alle.</translation>
+    </message>
+    <message>
+        <source>Open Zenlot</source>
+        <translation>Zenlot öffnen</translation>
+    </message>
 </context>
 <context>
     <name>zenlot::ProcessDetailViewModel</name>

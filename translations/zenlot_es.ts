@@ -715,6 +715,22 @@
         <source>%1 started listening on port %2</source>
         <translation>%1 ha empezado a escuchar en el puerto %2</translation>
     </message>
+    <message>
+        <source>… and %1 more</source>
+        <translation>… y %1 más</translation>
+    </message>
+    <message>
+        <source>More ports are already in use. Zenlot shows them all.</source>
+        <translation>Hay más puertos ya en uso. Zenlot los muestra todos.</translation>
+    </message>
+    <message>
+        <source>More ports are now occupied. Zenlot shows them all.</source>
+        <translation>Hay más puertos ocupados ahora. Zenlot los muestra todos.</translation>
+    </message>
+    <message>
+        <source>Open Zenlot</source>
+        <translation>Abrir Zenlot</translation>
+    </message>
 </context>
 <context>
     <name>zenlot::ProcessDetailViewModel</name>

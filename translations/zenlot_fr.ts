@@ -715,6 +715,22 @@
         <source>%1 started listening on port %2</source>
         <translation>%1 s’est mis à l’écoute du port %2</translation>
     </message>
+    <message>
+        <source>… and %1 more</source>
+        <translation>… et %1 de plus</translation>
+    </message>
+    <message>
+        <source>More ports are already in use. Zenlot shows them all.</source>
+        <translation>D’autres ports sont déjà utilisés. Zenlot les affiche tous.</translation>
+    </message>
+    <message>
+        <source>More ports are now occupied. Zenlot shows them all.</source>
+        <translation>D’autres ports sont maintenant occupés. Zenlot les affiche tous.</translation>
+    </message>
+    <message>
+        <source>Open Zenlot</source>
+        <translation>Ouvrir Zenlot</translation>
+    </message>
 </context>
 <context>
     <name>zenlot::ProcessDetailViewModel</name>

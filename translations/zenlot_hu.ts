@@ -715,6 +715,22 @@
         <source>%1 started listening on port %2</source>
         <translation>%1 figyelni kezdett a(z) %2. porton</translation>
     </message>
+    <message>
+        <source>… and %1 more</source>
+        <translation>… és még %1</translation>
+    </message>
+    <message>
+        <source>More ports are already in use. Zenlot shows them all.</source>
+        <translation>További portok már foglaltak. A Zenlot mindet megmutatja.</translation>
+    </message>
+    <message>
+        <source>More ports are now occupied. Zenlot shows them all.</source>
+        <translation>További portok lettek foglaltak. A Zenlot mindet megmutatja.</translation>
+    </message>
+    <message>
+        <source>Open Zenlot</source>
+        <translation>A Zenlot megnyitása</translation>
+    </message>
 </context>
 <context>
     <name>zenlot::ProcessDetailViewModel</name>

@@ -715,6 +715,22 @@
         <source>%1 started listening on port %2</source>
         <translation>%1がポート%2で待ち受けを開始しました</translation>
     </message>
+    <message>
+        <source>… and %1 more</source>
+        <translation>… ほか %1 件</translation>
+    </message>
+    <message>
+        <source>More ports are already in use. Zenlot shows them all.</source>
+        <translation>ほかのポートも使用中です。Zenlot ですべて確認できます。</translation>
+    </message>
+    <message>
+        <source>More ports are now occupied. Zenlot shows them all.</source>
+        <translation>新たに使用中になったポートがほかにもあります。Zenlot ですべて確認できます。</translation>
+    </message>
+    <message>
+        <source>Open Zenlot</source>
+        <translation>Zenlotを開く</translation>
+    </message>
 </context>
 <context>
     <name>zenlot::ProcessDetailViewModel</name>

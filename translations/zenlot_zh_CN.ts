@@ -715,6 +715,22 @@
         <source>%1 started listening on port %2</source>
         <translation>%1 开始监听端口 %2</translation>
     </message>
+    <message>
+        <source>… and %1 more</source>
+        <translation>… 还有 %1 个</translation>
+    </message>
+    <message>
+        <source>More ports are already in use. Zenlot shows them all.</source>
+        <translation>还有端口已被占用。Zenlot 可显示全部。</translation>
+    </message>
+    <message>
+        <source>More ports are now occupied. Zenlot shows them all.</source>
+        <translation>又有端口被占用。Zenlot 可显示全部。</translation>
+    </message>
+    <message>
+        <source>Open Zenlot</source>
+        <translation>打开 Zenlot</translation>
+    </message>
 </context>
 <context>
     <name>zenlot::ProcessDetailViewModel</name>

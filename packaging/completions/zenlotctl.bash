@@ -27,13 +27,15 @@ _zenlotctl() {
     local word=${COMP_WORDS[COMP_CWORD]} command=${COMP_WORDS[1]-}
     COMPREPLY=()
     if ((COMP_CWORD == 1)); then
-        mapfile -t COMPREPLY < <(compgen -W 'list check doctor --help --version' -- "$word")
+        mapfile -t COMPREPLY < <(compgen -W 'list check why doctor --help --version' -- "$word")
     elif ((COMP_CWORD == 2)); then
         case $command in
         list) mapfile -t COMPREPLY < <(compgen -W '--json --offers' -- "$word") ;;
         doctor) mapfile -t COMPREPLY < <(compgen -W '--json' -- "$word") ;;
-        check) _zenlotctl_ports "$word" ;;
+        check | why) _zenlotctl_ports "$word" ;;
         esac
+    elif ((COMP_CWORD == 3)) && [[ $command == why ]]; then
+        mapfile -t COMPREPLY < <(compgen -W '--json' -- "$word")
     fi
 }
 complete -o nosort -F _zenlotctl zenlotctl

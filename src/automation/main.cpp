@@ -6,6 +6,7 @@
 #include "inventory/linux/linux_process_tables.h"
 #include "inventory/linux/processors.h"
 #include "localization/translation.h"
+#include "platform/linux/exit_deadline.h"
 #include "platform/linux/xdg_home_directories.h"
 
 #include <QCommandLineParser>
@@ -49,5 +50,7 @@ int main(int argc, char** argv) {
             stderr);
         return 1;
     }
-    return QCoreApplication::exec();
+    const int status = QCoreApplication::exec();
+    exitWithin(kLongestEnd, status);
+    return status;
 }

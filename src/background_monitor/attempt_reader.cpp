@@ -1,7 +1,7 @@
 #include "background_monitor/attempt_reader.h"
 
-#include "background_monitor/invocation.h"
 #include "background_monitor/port_text.h"
+#include "inventory/programs/invocation.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

@@ -18,7 +18,7 @@ constexpr int kMostEntries = 20'000;
 constexpr std::size_t kMostSettings = 16;
 constexpr std::size_t kLargestSettings = std::size_t{128} * 1024;
 constexpr std::size_t kMostOfLibraries = 8192;
-constexpr std::size_t kLongestName = 256;
+constexpr std::size_t kLongestEntryName = 256;
 
 struct CloseArchive {
     void operator()(void* archive) const { ::unzClose(archive); }
@@ -53,7 +53,7 @@ JavaArchive readJavaArchive(const FileDescriptor& file) {
          state == UNZ_OK && ++entries <= kMostEntries && archive.settings.size() < kMostSettings;
          state = ::unzGoToNextFile(reader.get())) {
         unz_file_info64 info{};
-        std::array<char, kLongestName> name{};
+        std::array<char, kLongestEntryName> name{};
         if (::unzGetCurrentFileInfo64(reader.get(), &info, name.data(), name.size() - 1, nullptr, 0,
                                       nullptr, 0) != UNZ_OK)
             continue;

@@ -1,6 +1,8 @@
 #include "background_monitor/live_port_holders.h"
 
 #include "inventory/linux/listening_socket_reader.h"
+#include "inventory/linux/sock_diag.h"
+#include "inventory/origin/bind_obstacle.h"
 
 #include <sys/stat.h>
 
@@ -83,13 +85,29 @@ HolderAnswer LivePortHolders::holderFor(const BindEvent& refused) const {
 
 std::optional<std::vector<ListeningSocket>>
 LivePortHolders::listenersOf(const BindEvent& refused) const {
-    if (isOfOwnNetwork(refused))
-        return readListeningSockets(procFiles_, transport_, refused.port);
+    if (isOfOwnNetwork(refused)) {
+        auto sockets = readListeningSockets(procFiles_, transport_, refused.port);
+        addBoundSockets(refused.port, sockets);
+        return sockets;
+    }
     const auto someone = someoneIn(refused.network_inode, refused);
     if (!someone)
         return std::nullopt;
     NoTransport none;
     return readListeningSockets(ProcFiles("/proc/" + std::to_string(*someone)), none, refused.port);
+}
+
+// A port may be held without listening on it, which Linux tells since 6.8. That of a connection is
+// nobody's to be ended for.
+void LivePortHolders::addBoundSockets(std::uint16_t port,
+                                      std::vector<ListeningSocket>& sockets) const {
+    for (const AddressFamily family : {AddressFamily::ipv4, AddressFamily::ipv6}) {
+        for (const PortUse& use :
+             dumpPortUses(transport_, family, port).value_or(std::vector<PortUse>())) {
+            if (isBoundOnly(use))
+                sockets.push_back({.address = use.address, .port = use.port, .inode = use.inode});
+        }
+    }
 }
 
 // The one that was refused may be gone by now.

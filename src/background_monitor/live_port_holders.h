@@ -35,6 +35,7 @@ class LivePortHolders final : public PortHolders {
     bool isOfOwnNetwork(const BindEvent& event) const;
 
   private:
+    void addBoundSockets(std::uint16_t port, std::vector<ListeningSocket>& sockets) const;
     std::optional<std::vector<ListeningSocket>> listenersOf(const BindEvent& refused) const;
     std::optional<ProcessId> someoneIn(std::uint32_t network, const BindEvent& refused) const;
     std::vector<ProcessId> ancestorsOf(const BindEvent& refused) const;

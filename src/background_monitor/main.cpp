@@ -3,6 +3,7 @@
 #include "background_monitor/container_keeper.h"
 #include "bindwatch/bindwatch_service.h"
 #include "monitoring/broadcast_names.h"
+#include "platform/linux/exit_deadline.h"
 #include "platform/linux/session_bus.h"
 #include "platform/linux/session_bus_broadcast_center.h"
 #include "platform/linux/termination_signals.h"
@@ -46,7 +47,8 @@ int run(int argc, char** argv, const Options& options) {
     const HomeDirectories directories = xdgHomeDirectories();
     // Before the signals are handled, so that they can end the wait.
     ContainerKeeper container(directories.stateHome, options.patience);
-    const TerminationSignals termination([] { QCoreApplication::quit(); });
+    TerminationSignals termination;
+    termination.follow([] { QCoreApplication::quit(); });
     if (!container.isOurs()) {
         std::fputs("zenlot-monitor: another one is running for this user\n", stderr);
         return alreadyRunning;
@@ -63,6 +65,7 @@ int run(int argc, char** argv, const Options& options) {
     const int status = QCoreApplication::exec();
     monitor.stop();
     log.writeAppLog(QStringLiteral("background monitor stopped"));
+    exitWithin(kLongestEnd, status);
     return status;
 }
 

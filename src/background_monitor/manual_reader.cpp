@@ -1,10 +1,10 @@
 #include "background_monitor/manual_reader.h"
 
 #include "background_monitor/built_program.h"
-#include "background_monitor/invocation.h"
 #include "background_monitor/port_text.h"
 #include "background_monitor/text_file.h"
 #include "background_monitor/written_ports.h"
+#include "inventory/programs/invocation.h"
 
 #include <fcntl.h>
 #include <zlib.h>

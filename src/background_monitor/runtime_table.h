@@ -1,7 +1,7 @@
 // What is known of development servers: how they are recognised, and how they come to their port.
 // The knowledge is data (runtimes.json, compiled in); here is its form.
 //
-// A row is found by the name of a tool, see background_monitor/invocation.h. Keys of a row:
+// A row is found by the name of a tool, see inventory/programs/invocation.h. Keys of a row:
 //
 //     name         what people call it
 //     programs     tools that the row is about; "package/tool" where the tool alone says too little
@@ -30,7 +30,7 @@
 //                  that no IPv4 one follows at once and that follows no question
 #pragma once
 
-#include "background_monitor/invocation.h"
+#include "inventory/programs/invocation.h"
 
 #include <cstdint>
 #include <map>

@@ -203,8 +203,12 @@ class BracesReader {
                 continue;
             }
             depth += character == '(' ? 1 : 0;
-            if (character == '{') // a function or an object that is handed over
+            if (character == '{') { // a function or an object that is handed over
+                // `hmr: host ? { port: 81 } : undefined`
+                if (text_.substr(start, place_ - start).find('?') != std::string_view::npos)
+                    pending_ = key;
                 break;
+            }
             if (depth == 0 && (character == ',' || character == ';' || character == '}' ||
                                character == ']' || character == '\n'))
                 break;

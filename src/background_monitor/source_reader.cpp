@@ -31,6 +31,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr off_t kLargestText = off_t{512} * 1024;
+// Sources that hold settings for others are small.
+constexpr std::size_t kLargestWithBlocks = std::size_t{64} * 1024;
 constexpr off_t kLargestProjectFile = off_t{128} * 1024;
 constexpr std::size_t kMostImportedFiles = 24;
 constexpr std::size_t kMostBuiltFiles = 60;
@@ -52,10 +54,12 @@ constexpr std::array<std::string_view, 19> kManifests{
     "rebar.config", "cpanfile",     "DESCRIPTION",      "Rakefile"};
 
 // Folders that hold what others wrote, what was built, or what is no part of the running program.
-constexpr std::array<std::string_view, 24> kSkippedFolders{
-    "node_modules", "vendor",   "target",     "dist",   "build",  "venv",   "env",  "__pycache__",
-    "test",         "tests",    "spec",       "docs",   "doc",    "e2e",    "logs", "coverage",
-    "examples",     "fixtures", "migrations", "public", "static", "assets", "deps", "_build"};
+constexpr std::array<std::string_view, 29> kSkippedFolders{
+    "node_modules", "vendor",      "target", "dist",        "build",    "venv",
+    "env",          "__pycache__", "test",   "tests",       "spec",     "docs",
+    "doc",          "e2e",         "logs",   "coverage",    "examples", "fixtures",
+    "migrations",   "public",      "static", "assets",      "deps",     "_build",
+    "cache",        "nimcache",    "obj",    "third_party", "external"};
 
 // What is read of a project: sources, settings, and files that say how it is started.
 constexpr std::array<std::string_view, 49> kProjectEndings{
@@ -626,10 +630,16 @@ class FileSearch {
                 found.push_back(port);
         };
         // "rpc.port" of settings where `listen(rpc.port)` stands.
-        for (const Setting& setting : settings_) {
-            const bool isBlock = setting.path.find('.') != std::string::npos;
-            if (isBlock && isCalled(setting.path, called))
-                std::ranges::for_each(portsInValue(setting.value), add);
+        const auto addBlocks = [&](std::span<const Setting> settings) {
+            for (const Setting& setting : settings) {
+                if (isCalled(setting.path, called))
+                    std::ranges::for_each(portsInValue(setting.value), add);
+            }
+        };
+        addBlocks(settings_);
+        for (const std::string& text : texts_) {
+            if (found.empty() && text.size() <= kLargestWithBlocks)
+                addBlocks(readSettings(text, SettingsFormat::braces));
         }
         if (!found.empty())
             return found;
@@ -638,16 +648,27 @@ class FileSearch {
         return found;
     }
 
-    // Whether each key of the path is one of the names.
+    // Whether a key and each block that it stands in is one of the names. What the outermost of
+    // several blocks is called elsewhere nobody knows.
     static bool isCalled(std::string_view path, std::span<const std::string> names) {
-        while (!path.empty()) {
-            const std::string_view key = path.substr(0, path.find('.'));
-            path.remove_prefix(std::min(path.size(), key.size() + 1));
-            if (std::ranges::none_of(
-                    names, [key](const std::string& name) { return inSmallLetters(name) == key; }))
+        constexpr std::string_view kExported = "module.exports.";
+        if (path.starts_with(kExported))
+            path.remove_prefix(kExported.size());
+        const auto isUnnamed = [names](std::string_view key) {
+            return std::ranges::none_of(
+                names, [key](const std::string& name) { return inSmallLetters(name) == key; });
+        };
+        if (std::ranges::count(path, '.') >= 2)
+            path.remove_prefix(path.find('.') + 1);
+        bool isBlock = false;
+        for (std::size_t dot = path.find('.'); dot != std::string_view::npos;
+             dot = path.find('.')) {
+            if (isUnnamed(path.substr(0, dot)))
                 return false;
+            path.remove_prefix(dot + 1);
+            isBlock = true;
         }
-        return true;
+        return isBlock && !isUnnamed(path);
     }
 
     // Of the held ports those that stand as a number in its own files, or in variables called like

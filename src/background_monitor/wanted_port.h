@@ -3,9 +3,9 @@
 //     const std::optional<WantedPort> wanted = wantedPort(*runtime, *invocation, environment);
 #pragma once
 
-#include "background_monitor/invocation.h"
 #include "background_monitor/runtime_table.h"
 #include "inventory/listening_socket.h"
+#include "inventory/programs/invocation.h"
 
 #include <cstdint>
 #include <functional>

@@ -7,6 +7,7 @@
 #include <array>
 #include <cctype>
 #include <charconv>
+#include <map>
 
 namespace zenlot {
 namespace {
@@ -22,6 +23,7 @@ constexpr std::array<std::string_view, 5> kArguments{"argv", "os.args", "flag.",
 constexpr std::array<std::string_view, 12> kCounting{"timeout", "interval", "delay",  "sleep",
                                                      "millis",  "_ms",      "second", "limit",
                                                      "size",    "max",      "length", "age"};
+constexpr std::uint16_t kLowestOfDevelopers = 1000;
 constexpr std::size_t kLongestLine = 2000;
 constexpr std::size_t kMostNames = 64;
 constexpr std::size_t kShortestName = 2;
@@ -284,6 +286,10 @@ std::vector<PortSite> portSites(std::string_view text) {
         forEachPort(line, [&](std::uint16_t port, std::size_t place) {
             if (isInUrl(line, place) && !listensByUrl(line))
                 return;
+            // A smaller number is how many may wait, or the answer's state.
+            const bool isUsual = port >= kLowestOfDevelopers || port == 80 || port == 443;
+            if (!isUsual)
+                return;
             addOnce(site.ports, port);
             if (isValueOfPort(line, place))
                 addOnce(direct, port);
@@ -353,13 +359,28 @@ std::vector<std::string> namesListenedOn(std::string_view text) {
 
 std::vector<std::uint16_t> portsCalled(std::span<const std::string> names, std::string_view text) {
     std::vector<std::uint16_t> ports;
+    std::map<std::string_view, std::vector<std::uint16_t>> assigned;
     forEachLine(text, [&](std::string_view raw) {
         const std::string_view line = withoutComment(raw);
         forEachWord(line, [&](std::string_view word, std::size_t place) {
             if (std::ranges::find(names, word) == names.end())
                 return;
-            for (const std::uint16_t port : portsInValue(valueBehind(line, place + word.size())))
+            const std::size_t end = place + word.size();
+            const std::vector<std::uint16_t> said = portsInValue(valueBehind(line, end));
+            for (const std::uint16_t port : said)
                 addOnce(ports, port);
+            // What is assigned again is that from there on; keys of blocks stand side by side.
+            const std::string_view rest = line.substr(end);
+            const std::size_t equals = rest.find('=');
+            if (said.empty() || rest.substr(0, equals).find_first_not_of(" :") != rest.npos ||
+                equals == std::string_view::npos)
+                return;
+            std::vector<std::uint16_t>& before = assigned[word];
+            std::erase_if(ports, [&](std::uint16_t port) {
+                return std::ranges::find(before, port) != before.end() &&
+                       std::ranges::find(said, port) == said.end();
+            });
+            before = said;
         });
     });
     return ports;
@@ -524,6 +545,13 @@ std::vector<std::string> relativeImports(std::string_view text) {
             module.erase(0, module.find_first_not_of('.'));
             std::ranges::replace(module, '.', '/');
             add(module);
+            // What is taken from a package may be a module of it.
+            const std::size_t taken = line.find(" import ");
+            if (taken != std::string_view::npos && !module.empty()) {
+                forEachWord(line.substr(taken + 8), [&](std::string_view name, std::size_t) {
+                    add(module + "/" + std::string(name));
+                });
+            }
         }
     }
     return files;

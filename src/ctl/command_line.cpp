@@ -4,6 +4,7 @@
 #include "inventory/port_lookup.h"
 
 #include <charconv>
+#include <optional>
 
 namespace zenlot {
 namespace {
@@ -14,6 +15,15 @@ UsageError usageError(std::string message) {
 
 UsageError unexpected(std::string_view word) {
     return usageError("unexpected argument '" + terminalText(word) + "'");
+}
+
+// None for what is no port.
+std::optional<std::int64_t> portIn(std::string_view word) {
+    std::int64_t port{};
+    const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), port);
+    if (error != std::errc() || end != word.data() + word.size() || !isValidPort(port))
+        return std::nullopt;
+    return port;
 }
 
 Command parseList(std::span<const std::string_view> words) {
@@ -44,11 +54,25 @@ Command parseCheck(std::span<const std::string_view> words) {
         return usageError("check needs a port number");
     if (words.size() > 1)
         return unexpected(words[1]);
-    const std::string_view word = words.front();
-    CheckCommand command;
-    const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), command.port);
-    if (error != std::errc() || end != word.data() + word.size() || !isValidPort(command.port))
-        return UsageError{checkPortAnswer(0, {})};
+    const auto port = portIn(words.front());
+    return port ? Command{CheckCommand{*port}} : Command{UsageError{checkPortAnswer(0, {})}};
+}
+
+Command parseWhy(std::span<const std::string_view> words) {
+    WhyCommand command;
+    std::optional<std::int64_t> port;
+    for (const std::string_view word : words) {
+        if (word == "--json" && command.format == Format::text) {
+            command.format = Format::json;
+        } else if (port || word.starts_with('-')) {
+            return unexpected(word);
+        } else if (port = portIn(word); !port) {
+            return UsageError{checkPortAnswer(0, {})};
+        }
+    }
+    if (!port)
+        return usageError("why needs a port number");
+    command.port = *port;
     return command;
 }
 
@@ -63,6 +87,8 @@ Command parseCommandLine(std::span<const std::string_view> words) {
         return parseList(rest);
     if (verb == "check")
         return parseCheck(rest);
+    if (verb == "why")
+        return parseWhy(rest);
     if (verb == "doctor")
         return parseDoctor(rest);
     if (verb != "--help" && verb != "-h" && verb != "--version")
@@ -75,6 +101,7 @@ Command parseCommandLine(std::span<const std::string_view> words) {
 std::string_view helpText() {
     return "Usage: zenlotctl list [--json | --offers]\n"
            "       zenlotctl check PORT\n"
+           "       zenlotctl why PORT [--json]\n"
            "       zenlotctl doctor [--json]\n"
            "       zenlotctl --help | --version\n"
            "\n"
@@ -86,6 +113,9 @@ std::string_view helpText() {
            "  list --offers  each port once, a tab, and who holds it; for the completion of "
            "shells\n"
            "  check PORT     one sentence on who holds the port\n"
+           "  why PORT       which server it is: its project, who started it, whom it lets in; or "
+           "why a "
+           "free port can't be had\n"
            "  doctor         what of kernel and desktop works here, what does not, and why\n"
            "\n"
            "Processes of other users are named only where the system lets this user see them.\n"

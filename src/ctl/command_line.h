@@ -26,6 +26,11 @@ struct CheckCommand {
     std::int64_t port{0};
 };
 
+struct WhyCommand {
+    std::int64_t port{0};
+    Format format{Format::text};
+};
+
 struct HelpCommand {};
 struct VersionCommand {};
 
@@ -34,8 +39,8 @@ struct UsageError {
     std::string message;
 };
 
-using Command =
-    std::variant<ListCommand, CheckCommand, DoctorCommand, HelpCommand, VersionCommand, UsageError>;
+using Command = std::variant<ListCommand, CheckCommand, WhyCommand, DoctorCommand, HelpCommand,
+                             VersionCommand, UsageError>;
 
 // `words` are the arguments without the program's own name.
 Command parseCommandLine(std::span<const std::string_view> words);

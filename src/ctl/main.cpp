@@ -2,9 +2,12 @@
 #include "ctl/command_line.h"
 #include "ctl/linux/doctor.h"
 #include "ctl/port_table.h"
+#include "ctl/why_page.h"
+#include "inventory/linux/linux_origin_sources.h"
 #include "inventory/linux/linux_process_tables.h"
 #include "inventory/linux/processors.h"
 #include "inventory/occupied_ports_json.h"
+#include "inventory/origin/origin_collector.h"
 #include "inventory/port_lookup.h"
 
 #include <unistd.h>
@@ -58,6 +61,17 @@ class Runner {
         return print(
             terminalText(checkPortAnswer(command.port, processesOnPort(scanner_, command.port))) +
             "\n");
+    }
+
+    ExitStatus operator()(const WhyCommand& command) const {
+        const auto port = static_cast<std::uint16_t>(command.port);
+        const LinuxOriginSources sources;
+        WhyAnswer answer{port, OriginCollector(sources).originsOnPort(port), {}, {}};
+        if (answer.origins.empty())
+            answer.obstacles = bindObstacles(sources, port);
+        else
+            answer.addresses = sources.networkAddresses();
+        return print(command.format == Format::json ? whyJson(answer) + "\n" : whyPage(answer));
     }
 
     ExitStatus operator()(const DoctorCommand& command) const {

@@ -188,6 +188,8 @@ ConflictListener::SharedReading ConflictListener::readFreshRecords(ReferenceTime
     const ReferenceTime now = with_.clock();
     std::copy_if(records->begin(), records->end(), std::back_inserter(reading->fresh),
                  [&](const ConflictRecord& record) { return isFreshAt(record, startedAt, now); });
+    if (reading->fresh.size() > kMostRecords)
+        reading->fresh.erase(reading->fresh.begin(), reading->fresh.end() - kMostRecords);
     return reading;
 }
 
@@ -359,7 +361,7 @@ ConflictListener::lookAtHolders(std::span<const ConflictRecord> records) {
     std::vector<ProcessSighting> holders;
     std::vector<ForceQuitTarget> targets;
     for (const ConflictRecord& record : records) {
-        const bool isKnown = deliveredConflictKeys_.contains(deliveryKey(record));
+        const bool isKnown = isDelivered(deliveryKey(record));
         targets.push_back({{isKnown ? 0 : record.pid}});
         holders.push_back({{record.pid}});
     }
@@ -381,13 +383,28 @@ QCoro::Task<> ConflictListener::deliver(ConflictRecord record) {
         deliverSeen(record, holders.front(), Channel::files);
 }
 
+bool ConflictListener::isDelivered(const std::string& key) const {
+    return deliveredConflictKeys_.contains(key) || earlierConflictKeys_.contains(key);
+}
+
+void ConflictListener::noteDelivery(std::string key) {
+    if (deliveredConflictKeys_.size() >= kMostRecords)
+        earlierConflictKeys_ = std::exchange(deliveredConflictKeys_, {});
+    deliveredConflictKeys_.insert(std::move(key));
+}
+
 bool ConflictListener::isToldElsewhere(const ConflictRecord& record, Channel channel) {
     const ReferenceTime now = with_.clock();
-    std::erase_if(told_, [now](const auto& told) { return now - told.second.at > kSameConflict; });
+    // Not for each of many.
+    if (now - toldSince_ > kSameConflict || now < toldSince_) {
+        toldSince_ = now;
+        std::erase_if(told_,
+                      [now](const auto& told) { return now - told.second.at > kSameConflict; });
+    }
     const auto [told, isNew] = told_.try_emplace({record.pid, record.port}, Told{now, channel});
-    if (!isNew && told->second.channel != channel)
+    if (!isNew && told->second.channel != channel && now - told->second.at <= kSameConflict)
         return true;
-    told->second.at = now;
+    told->second = {now, channel};
     return false;
 }
 
@@ -400,8 +417,11 @@ void ConflictListener::deliverSeen(const ConflictRecord& record, const ProcessSi
         log(ignored + u"ignored port"_s);
         return;
     }
-    if (!deliveredConflictKeys_.insert(deliveryKey(record)).second ||
-        isToldElsewhere(record, channel))
+    std::string key = deliveryKey(record);
+    if (isDelivered(key))
+        return;
+    noteDelivery(std::move(key));
+    if (isToldElsewhere(record, channel))
         return;
     const QString processName = boundedText(record.processName);
     const QStringList ignoredApps = settings_->conflictIgnoredApps();

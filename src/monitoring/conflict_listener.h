@@ -87,6 +87,9 @@ class ConflictListener final : public QObject {
     // Of a name that another process chose, in bytes. What exceeds it is cut off.
     static constexpr std::size_t kLongestName = 1024;
 
+    // Of a longer list only so many of the fresh records count, the last ones.
+    static constexpr std::size_t kMostRecords = 50'000;
+
     // The clock is asked on the worker thread too.
     using Clock = std::function<ReferenceTime()>;
 
@@ -176,6 +179,8 @@ class ConflictListener final : public QObject {
     QCoro::Task<std::vector<ProcessSighting>>
     lookAtHolders(std::span<const ConflictRecord> records);
     void deliverSeen(const ConflictRecord& record, const ProcessSighting& holder, Channel channel);
+    bool isDelivered(const std::string& key) const;
+    void noteDelivery(std::string key);
     bool isToldElsewhere(const ConflictRecord& record, Channel channel);
     void log(const QString& message) { with_.log.writeAppLog(message); }
 
@@ -184,8 +189,11 @@ class ConflictListener final : public QObject {
     QPointer<AppSettings> settings_;
     bool isStarted_{false};
     ReferenceTime startedAt_{ReferenceTime::min()};
-    std::unordered_set<std::string> deliveredConflictKeys_; // grows with what is delivered
-    std::map<HeldPort, Told> told_;                         // of the last moments
+    // Of what was delivered at least the newest kMostRecords.
+    std::unordered_set<std::string> deliveredConflictKeys_;
+    std::unordered_set<std::string> earlierConflictKeys_;
+    std::map<HeldPort, Told> told_; // of the last moments
+    ReferenceTime toldSince_{ReferenceTime::min()};
     std::optional<QString> lastLoggedConflictRecordState_;
     std::map<QString, Burst> bursts_; // of every name that is observed
     QFuture<void> endOfLogPoll_;      // of the newest

@@ -3,12 +3,20 @@
 #include "monitoring/ignore_list.h"
 
 #include <QCoroFuture>
+#include <QCoroTimer>
+#include <QElapsedTimer>
 
 #include <algorithm>
 #include <iterator>
 #include <utility>
 
 namespace zenlot {
+namespace {
+
+// How long listeners are announced without a turn of the event loop.
+constexpr std::chrono::milliseconds kSliceOfListeners{4};
+
+} // namespace
 
 using namespace Qt::StringLiterals;
 
@@ -72,16 +80,16 @@ QCoro::Task<> PortMonitor::takeIn(SharedPorts listeners) {
     const std::set<std::int64_t> known = std::exchange(knownPorts_, std::move(now));
     if (std::exchange(isBaselining_, false))
         co_return;
-    std::vector<std::int64_t> newPorts;
-    std::ranges::set_difference(knownPorts_, known, std::back_inserter(newPorts));
+    std::set<std::int64_t> newPorts;
+    std::ranges::set_difference(knownPorts_, known, std::inserter(newPorts, newPorts.end()));
     std::vector<OccupiedPort> announced;
     std::vector<ForceQuitTarget> owners;
-    for (const std::int64_t port : newPorts) {
-        const OccupiedPort& listener = *std::ranges::find(*listeners, port, &OccupiedPort::port);
-        if (isIgnored(listener))
+    for (const OccupiedPort& listener : *listeners) {
+        // The first of several with one port.
+        if (newPorts.erase(listener.port) == 0 || isIgnored(listener))
             continue;
         announced.push_back(listener);
-        owners.push_back({{listener.pid, listener.startTime}, port});
+        owners.push_back({{listener.pid, listener.startTime}, listener.port});
     }
     if (owners.empty())
         co_return;
@@ -90,9 +98,17 @@ QCoro::Task<> PortMonitor::takeIn(SharedPorts listeners) {
     const QFuture<std::vector<ProcessSighting>> looking =
         inventory_.lookAtProcesses(std::move(owners));
     const std::vector<ProcessSighting> seen = co_await looking;
+    QElapsedTimer slice;
+    slice.start();
     for (std::size_t index = 0; index < announced.size(); ++index) {
-        if (self && poll > lastForgotten_)
-            announce(announced[index], seen[index]);
+        if (slice.hasExpired(kSliceOfListeners.count())) {
+            const QCoro::Task<> turnOfTheLoop = QCoro::sleepFor(std::chrono::milliseconds(0));
+            co_await turnOfTheLoop;
+            slice.start();
+        }
+        if (!self || poll <= lastForgotten_)
+            co_return;
+        announce(announced[index], seen[index]);
     }
 }
 

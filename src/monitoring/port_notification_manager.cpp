@@ -28,17 +28,25 @@ PortNotificationManager::PortNotificationManager(UserNotificationCenter& alerts,
                                                  PortInventory& inventory,
                                                  ProcessEndWatch& processEnds,
                                                  NotificationCenter& notifications, AppLog& log,
-                                                 QObject* parent)
+                                                 Clock clock, QObject* parent)
     : QObject(parent), alerts_(alerts), inventory_(inventory), processEnds_(processEnds),
-      notifications_(notifications), log_(log) {
+      notifications_(notifications), log_(log), clock_(std::move(clock)) {
     connect(&notifications_, &NotificationCenter::conflictHandled, this,
             &PortNotificationManager::withdrawHandled);
     alerts_.setResponder(
         [this](const QString& alert, const QString& action) { respond(alert, action); });
+    alerts_.setArrivalHandler([this] { showRefused(); });
+    for (const Kind kind : {Kind::conflict, Kind::newListener}) {
+        QTimer& timer = recent(kind).untilSum;
+        timer.setSingleShot(true);
+        timer.setInterval(kBetweenSums);
+        connect(&timer, &QTimer::timeout, this, [this, kind] { postSum(kind); });
+    }
 }
 
 PortNotificationManager::~PortNotificationManager() {
     alerts_.setResponder({});
+    alerts_.setArrivalHandler({});
 }
 
 QCoro::Task<> PortNotificationManager::configure(AppSettings& settings) {
@@ -73,10 +81,11 @@ void PortNotificationManager::notifyPortActivity(std::int64_t port, const QStrin
     post(Kind::newListener, port, name, process);
 }
 
-// What it was given is used before it waits for the first time.
-QCoro::Task<> PortNotificationManager::post(Kind kind, std::int64_t port, const QString& wholeName,
-                                            const ProcessSighting& process) {
+void PortNotificationManager::post(Kind kind, std::int64_t port, const QString& wholeName,
+                                   const ProcessSighting& process) {
     Q_ASSERT(QThread::currentThread() == thread());
+    if (!hasRoomFor(kind))
+        return;
     const bool isConflict = kind == Kind::conflict;
     const QString name = cutOff(wholeName, kLongestName);
     const QString portText = QString::number(port);
@@ -105,15 +114,88 @@ QCoro::Task<> PortNotificationManager::post(Kind kind, std::int64_t port, const 
 
     if (standing_.size() >= kMostStanding)
         standing_.erase(standing_.begin());
-    standing_.push_back({identifier, kind, {port, process.process, name}});
+    standing_.push_back({identifier, kind, {port, process.process, name}, content});
+    hand(identifier, content);
+    followProcess(identifier, process.process);
+}
+
+// What has no room is counted.
+bool PortNotificationManager::hasRoomFor(Kind kind) {
+    Recent& lately = recent(kind);
+    const auto now = clock_();
+    while (!lately.alerts.empty() && now - lately.alerts.front() >= kWhile)
+        lately.alerts.pop_front();
+    if (lately.alerts.empty())
+        lately.summedUp = 0;
+    if (lately.alerts.size() < kMostAtOnce) {
+        lately.alerts.push_back(now);
+        return true;
+    }
+    ++lately.summedUp;
+    if (!lately.untilSum.isActive())
+        lately.untilSum.start();
+    return false;
+}
+
+// Each sum takes the place of the one before.
+void PortNotificationManager::postSum(Kind kind) {
+    const bool isConflict = kind == Kind::conflict;
+    const QString identifier = isConflict ? u"zenlot-conflict-sum"_s : u"zenlot-port-sum"_s;
+    const QString count = QString::number(recent(kind).summedUp);
+    log_.writeAppLog(u"posting notification id=%1 count=%2"_s.arg(identifier, count));
+    UserNotificationContent content;
+    content.title = tr("… and %1 more").arg(count);
+    content.body = isConflict ? tr("More ports are already in use. Zenlot shows them all.")
+                              : tr("More ports are now occupied. Zenlot shows them all.");
+    // A click on the alert itself has a name that is agreed.
+    content.actions = {{u"default"_s, tr("Open Zenlot")}, {showAllActionID, tr("Open Zenlot")}};
+    std::erase_if(standing_, [&](const Standing& alert) { return alert.identifier == identifier; });
+    standing_.push_back({identifier, kind, {}, content, true});
+    hand(identifier, content);
+}
+
+QCoro::Task<> PortNotificationManager::hand(QString identifier, UserNotificationContent content) {
     const QPointer<PortNotificationManager> self(this);
     const QFuture<std::optional<UserNotificationError>> adding = alerts_.add({identifier, content});
-    followProcess(identifier, process.process);
     const std::optional<UserNotificationError> error = co_await adding;
     if (!self)
         co_return;
+    if (const auto alert = std::ranges::find(standing_, identifier, &Standing::identifier);
+        alert != standing_.end())
+        alert->isShown = !error;
     log_.writeAppLog(error ? u"notification add failed id=%1: %2"_s.arg(identifier, error->message)
                            : u"notification add succeeded id="_s + identifier);
+}
+
+QCoro::Task<> PortNotificationManager::showRefused() {
+    if (std::ranges::all_of(standing_, &Standing::isShown))
+        co_return;
+    const QPointer<PortNotificationManager> self(this);
+    const QFuture<std::vector<OccupiedPort>> listing = inventory_.listMergedPorts();
+    const std::vector<OccupiedPort> ports = co_await listing;
+    if (!self)
+        co_return;
+    const auto isTrue = [&ports](const HandledConflict& about) {
+        return std::ranges::any_of(ports, [&about](const OccupiedPort& port) {
+            return port.port == about.port && port.pid == about.holder.pid;
+        });
+    };
+    std::vector<Standing> refused;
+    std::erase_if(standing_, [&](Standing& alert) {
+        if (alert.isShown)
+            return false;
+        refused.push_back(std::move(alert));
+        return true;
+    });
+    for (Standing& alert : refused) {
+        if (!alert.isSum && (!isTrue(alert.about) || !hasRoomFor(alert.kind)))
+            continue;
+        alert.isShown = true;
+        const QString identifier = alert.identifier;
+        const UserNotificationContent content = alert.content;
+        standing_.push_back(std::move(alert));
+        hand(identifier, content);
+    }
 }
 
 // The watch goes by the id alone, so the process is looked at once more when it has begun.
@@ -163,6 +245,12 @@ void PortNotificationManager::respond(const QString& identifier, const QString& 
     if (alert == standing_.end())
         return;
     const HandledConflict about = alert->about;
+    if (alert->isSum) {
+        recent(alert->kind).summedUp = 0;
+        standing_.erase(alert);
+        Q_EMIT allWanted();
+        return;
+    }
     if (action == killActionID)
         inventory_.forceQuitProcess({about.holder, about.port});
     else if (action == ignorePortActionID && settings_)

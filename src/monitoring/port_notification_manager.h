@@ -3,8 +3,13 @@
 //
 // Belongs to the main thread. Nothing filters here; whoever calls decides whether to alert. Until
 // configure() there are no settings: alerts are posted, and of the answers only the kill works.
-// Refused alerts and permissions leave a line in the log, nothing else. Of a name longer than any
-// program's, only the beginning is used.
+// Refused permissions leave a line in the log, nothing else. Of a name longer than any program's,
+// only the beginning is used.
+//
+// Of each kind there are at most kMostAtOnce alerts within kWhile. What comes beyond that is summed
+// up in one more alert, which says how many there are and opens the window. An alert that was
+// refused, as where nothing shows alerts yet, is kept and shown when something comes that does, if
+// its process holds the port then.
 //
 // An alert is about one process and offers to end it only when that may be done. It is taken back
 // when the process has ended, and one about a conflict when that was handled. Should the process of
@@ -27,9 +32,14 @@
 #include <QObject>
 #include <QPointer>
 #include <QString>
+#include <QTimer>
 
+#include <array>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -43,13 +53,23 @@ class PortNotificationManager final : public QObject {
     static constexpr QLatin1StringView ignorePortActionID{"IGNORE_PORT"};
     static constexpr QLatin1StringView ignoreProcessActionID{"IGNORE_PROCESS"};
 
+    static constexpr QLatin1StringView showAllActionID{"SHOW_ALL"};
+
     // Of more alerts at once the oldest stay, but nothing comes of them any more.
     static constexpr std::size_t kMostStanding = 256;
+
+    static constexpr std::size_t kMostAtOnce = 20;
+    static constexpr std::chrono::seconds kWhile{10};
+    // The sum follows a flood at this distance.
+    static constexpr std::chrono::milliseconds kBetweenSums{1000};
+
+    using Clock = std::function<std::chrono::steady_clock::time_point()>;
 
     // The references must outlive the object.
     PortNotificationManager(UserNotificationCenter& alerts, PortInventory& inventory,
                             ProcessEndWatch& processEnds, NotificationCenter& notifications,
-                            AppLog& log, QObject* parent = nullptr);
+                            AppLog& log, Clock clock = std::chrono::steady_clock::now,
+                            QObject* parent = nullptr);
     ~PortNotificationManager() override;
 
     // Finished when the desktop has said whether alerts are allowed. May be called again.
@@ -61,6 +81,10 @@ class PortNotificationManager final : public QObject {
     // An alert that this process has begun to listen on the port.
     void notifyPortActivity(std::int64_t port, const QString& name, const ProcessSighting& process);
 
+  Q_SIGNALS:
+    // The user wants to see what was summed up.
+    void allWanted();
+
   private:
     enum class Kind : std::uint8_t { conflict, newListener };
 
@@ -69,11 +93,26 @@ class PortNotificationManager final : public QObject {
         QString identifier;
         Kind kind;
         HandledConflict about; // what is told once it is handled
+        UserNotificationContent content;
+        bool isSum{false}; // of several, about none of which it says anything
+        bool isShown{true};
         std::unique_ptr<ProcessEndWatch::Watch> end{};
     };
 
-    QCoro::Task<> post(Kind kind, std::int64_t port, const QString& wholeName,
-                       const ProcessSighting& process);
+    // What was announced lately of one kind.
+    struct Recent {
+        std::deque<std::chrono::steady_clock::time_point> alerts;
+        std::size_t summedUp{0};
+        QTimer untilSum;
+    };
+
+    void post(Kind kind, std::int64_t port, const QString& wholeName,
+              const ProcessSighting& process);
+    bool hasRoomFor(Kind kind);
+    void postSum(Kind kind);
+    QCoro::Task<> hand(QString identifier, UserNotificationContent content);
+    QCoro::Task<> showRefused();
+    Recent& recent(Kind kind) { return recent_[static_cast<std::size_t>(kind)]; }
     QCoro::Task<> followProcess(QString identifier, ProcessIdentity process);
     void processEnded(const QString& identifier);
     void withdrawHandled(const HandledConflict& handled);
@@ -85,7 +124,9 @@ class PortNotificationManager final : public QObject {
     NotificationCenter& notifications_;
     AppLog& log_;
     QPointer<AppSettings> settings_;
+    Clock clock_;
     std::vector<Standing> standing_; // the oldest first
+    std::array<Recent, 2> recent_;   // by kind
 };
 
 } // namespace zenlot

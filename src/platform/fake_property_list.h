@@ -11,13 +11,14 @@ namespace zenlot {
 
 class FakePropertyListReader final : public PropertyListReader {
   public:
-    QHash<QString, QVariantMap> files; // by path
+    QHash<QString, PropertyTexts> files; // by path
     mutable std::atomic<int> reads{0};
 
-    std::optional<QVariantMap> dictionary(const QString& path) const override {
+    PropertyTexts texts(const QString& path, const QStringList& keys) const override {
         ++reads;
-        const auto found = files.constFind(path);
-        return found == files.constEnd() ? std::nullopt : std::optional(*found);
+        PropertyTexts found = files.value(path);
+        found.removeIf([&keys](const auto& entry) { return !keys.contains(entry.key()); });
+        return found;
     }
 };
 

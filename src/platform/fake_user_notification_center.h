@@ -27,6 +27,7 @@ class FakeUserNotificationCenter final : public UserNotificationCenter {
     bool isSilent{false};
 
     Responder responder;
+    ArrivalHandler arrivalHandler;
     std::vector<UserNotificationRequest> requests;
     QStringList removed; // the identifiers
 
@@ -42,6 +43,8 @@ class FakeUserNotificationCenter final : public UserNotificationCenter {
     }
 
     void setResponder(Responder newResponder) override { responder = std::move(newResponder); }
+
+    void setArrivalHandler(ArrivalHandler handler) override { arrivalHandler = std::move(handler); }
 
     QFuture<AuthorizationAnswer> requestAuthorization() override { return ask(authorization); }
 

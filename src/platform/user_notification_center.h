@@ -78,6 +78,11 @@ class UserNotificationCenter {
         std::function<void(const QString& alertIdentifier, const QString& actionIdentifier)>;
     virtual void setResponder(Responder responder) = 0;
 
+    // Called when a service that shows alerts has come, which may find alerts that an earlier one
+    // refused still true. None takes it back.
+    using ArrivalHandler = std::function<void()>;
+    virtual void setArrivalHandler(ArrivalHandler handler) = 0;
+
     virtual QFuture<AuthorizationAnswer> requestAuthorization() = 0;
     virtual QFuture<UserNotificationSettings> notificationSettings() = 0;
 

@@ -51,6 +51,13 @@ bool append(const QByteArray& path, const QByteArray& line, Missing missing) {
     return true;
 }
 
+void setLongLogAside(const QByteArray& path) {
+    struct stat status {};
+    if (::lstat(path.constData(), &status) == 0 && S_ISREG(status.st_mode) &&
+        status.st_size > AppLog::kLongestLog)
+        ::rename(path.constData(), (path + ".1").constData());
+}
+
 enum class Creation { created, nameTaken, failed };
 
 // Makes the file together with its first line. A link, unlike a renaming, never takes the place of
@@ -85,6 +92,10 @@ void AppLog::writeAppLog(const QString& message) {
     const QByteArray line = (time + tag + logLine(message, kLongestMessage)).toUtf8() + '\n';
 
     const std::scoped_lock lock(mutex_);
+    // One program alone, since of two that come to it together one would put its new log in the
+    // place of the old one.
+    if (author_ == Author::backgroundMonitor)
+        setLongLogAside(path_);
     if (append(path_, line, Missing::leave))
         return;
     // A taken name is a file that has just been made, or a symbolic link whose file is missing. A

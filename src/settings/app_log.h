@@ -7,6 +7,9 @@
 // Control characters in a message are written as escapes, since messages carry names of other
 // processes and one event must stay one line; what exceeds 4096 characters is cut off.
 //
+// The background monitor begins a new log when the old one has become longer than kLongestLog, and
+// keeps the old one, with ".1" behind its name, until the next time.
+//
 // Nothing fails towards the caller: a line that can't be written is dropped. Lines that other
 // programs append at the same time survive.
 //
@@ -31,6 +34,8 @@ class AppLog {
     // Whose lines they are: the application's carry "[zenlot-app]", those of the background monitor
     // "[zenlot-daemon]".
     enum class Author : std::uint8_t { application, backgroundMonitor };
+
+    static constexpr qint64 kLongestLog = qint64{8} * 1024 * 1024;
 
     explicit AppLog(const QString& path, Clock clock = std::chrono::system_clock::now,
                     Author author = Author::application);

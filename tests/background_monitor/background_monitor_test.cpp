@@ -467,6 +467,23 @@ TEST_P(HelpedMonitorTest, ANetworkOfItsOwnIsLookedIntoAsWell) {
     EXPECT_THAT(conflicts()[0].processName, HasSubstr("python3"));
 }
 
+TEST_P(HelpedMonitorTest, APortThatIsOnlyBoundHasAHolderToo) {
+    start(holder, u"python3"_s,
+          {u"-uc"_s, u"import socket, sys; s = socket.socket(); s.bind(('127.0.0.1', 0)); "
+                     "print(s.getsockname()[1]); sys.stdin.read()"_s});
+    ASSERT_TRUE(waitFor([this] { return holder.canReadLine(); }));
+    port = QString::fromUtf8(holder.readLine()).toInt();
+    QProcess doctor;
+    start(doctor, QStringLiteral(ZENLOTCTL), {u"why"_s, QString::number(port)});
+    ASSERT_TRUE(doctor.waitForFinished(kPatienceMilliseconds));
+    if (!doctor.readAllStandardOutput().contains(QByteArray::number(holder.processId())))
+        GTEST_SKIP() << "this kernel does not tell of sockets that are only bound";
+    start(monitor, QStringLiteral(ZENLOT_MONITOR), monitorArguments());
+    ASSERT_TRUE(waitFor([&] { return saysThatItIsTold(); }));
+    ASSERT_TRUE(isNoticed());
+    EXPECT_EQ(conflicts()[0].pid, holder.processId());
+}
+
 INSTANTIATE_TEST_SUITE_P(Noticing, BackgroundMonitorTest,
                          testing::Values(QStringList(), QStringList(u"--poll"_s),
                                          QStringList(kBindwatch)),

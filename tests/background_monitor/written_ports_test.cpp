@@ -41,6 +41,7 @@ TEST(WrittenPortsTest, LinesThatSayWhereToListen) {
         {"# listen 3000\n// listen 3001\n-- port 3002\n%% port 3003", {}},
         {"port 99999 port 12 port 1.3000 port v3000 port 3000px", {}},
         {"timeout(3000)", {}},
+        {"listen(socket, 128); // port", {}},
     };
     for (const auto& [text, sites] : cases)
         EXPECT_EQ(portSites(text), sites) << text;
@@ -99,6 +100,8 @@ TEST(WrittenPortsTest, NamesAreFollowedFromTheLineThatListens) {
         {"port => 4300\nOTHER = 4400\nlisten(port)", {4300}},
         {"listen(4400)\nmqtt: 4300", {}},
         {"client.connect(config.mqtt)\nmqtt: 4300", {}},
+        {"port = 4400\nuse(port)\nport := 4300\nlisten(port)", {4300}},
+        {"a: { port: 4400 }\nb: { port: 4300 }\nlisten(b.port)", {4400, 4300}},
         {"listen(http)\nhttp: { timeout: 4300 }\nhttp == 4400", {}},
     };
     for (const auto& [text, ports] : cases)
@@ -231,6 +234,15 @@ TEST_F(SourceReaderTest, ArgumentsAndSettingsThatNameSeveralPorts) {
     folder.write("app/all.json", R"({"rpc": {"port": 4300}, "queue": {"port": 4400}})");
     folder.write("app/rpc.js", "const { rpc } = require('./all');\nx.tcp().listen(rpc.port)\n");
     EXPECT_THAT(ports("rpc.js"), ElementsAre(4300));
+    folder.write("app/own.js",
+                 "module.exports = {\n  app: { port: 4300 },\n  queue: { port: 4400 },\n}\n");
+    folder.write("app/main.js", "const OWN = require('./own')\nx.listen(OWN.app.port)\n");
+    EXPECT_THAT(ports("main.js"), ElementsAre(4300));
+    folder.write("app/shop/web/__init__.py", "");
+    folder.write("app/shop/web/routes.py", "run_app(app, port=4300)\n");
+    folder.write("app/main.py", "from shop.web import routes\n");
+    EXPECT_THAT(ports("main.py"), ElementsAre(4300));
+    EXPECT_EQ(answer->source, PortSource::source);
     attempt.script.clear();
     attempt.arguments = {"4300", "localhost:4400"}; // what comes in, and where it goes
     EXPECT_THAT(ports(), ElementsAre(4300));

@@ -17,6 +17,9 @@ TEST(CommandLineTest, UnderstandsItsCommands) {
     EXPECT_EQ(std::get<ListCommand>(parse({"list", "--offers"})).listing, Listing::offers);
     EXPECT_EQ(std::get<DoctorCommand>(parse({"doctor", "--json"})).format, Format::json);
     EXPECT_EQ(std::get<CheckCommand>(parse({"check", "08080"})).port, 8080);
+    EXPECT_EQ(std::get<WhyCommand>(parse({"why", "80"})).format, Format::text);
+    EXPECT_EQ(std::get<WhyCommand>(parse({"why", "80", "--json"})).port, 80);
+    EXPECT_EQ(std::get<WhyCommand>(parse({"why", "--json", "80"})).format, Format::json);
     EXPECT_TRUE(std::holds_alternative<HelpCommand>(parse({"--help"})));
     EXPECT_TRUE(std::holds_alternative<VersionCommand>(parse({"--version"})));
 }
@@ -26,6 +29,7 @@ TEST(CommandLineTest, BadUsageIsExplainedInOneLine) {
     for (const Words& words :
          {Words{}, Words{"lsit"}, Words{"list", "-j"}, Words{"doctor", "me"},
           Words{"list", "--json", "80"}, Words{"list", "--json", "--offers"}, Words{"check"},
+          Words{"why"}, Words{"why", "80", "81"}, Words{"why", "--json"},
           Words{"check", "80", "81"}, Words{"check", ""}, Words{"check", "0"}, Words{"check", "-1"},
           Words{"check", "65536"}, Words{"check", "80x"}, Words{"check", "99999999999999999999"},
           Words{"--help", "list"}, Words{"a\nb\x1b[2J"}}) {

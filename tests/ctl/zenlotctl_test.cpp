@@ -88,6 +88,22 @@ TEST_F(ZenlotctlTest, StatusSaysHowItWent) {
     EXPECT_NE(full.errors.find("can't write"), std::string::npos);
 }
 
+TEST_F(ZenlotctlTest, TellsWhichServerItIs) {
+    std::string number;
+    {
+        const Listener server;
+        number = std::to_string(server.port());
+        const auto answer = nlohmann::json::parse(run("why --json " + number).output);
+        ASSERT_EQ(answer["origins"].size(), 1U);
+        const auto& origin = answer["origins"][0];
+        EXPECT_EQ(origin["pid"], ::getpid());
+        EXPECT_EQ(origin["reach"], "thisMachine");
+        EXPECT_NE(origin["command"].get<std::string>().find("zenlotctl_test"), std::string::npos);
+        EXPECT_NE(run("why " + number).output.find("127.0.0.1"), std::string::npos);
+    }
+    EXPECT_TRUE(run("why " + number).output.starts_with("Port " + number + ": nobody listens"));
+}
+
 TEST_F(ZenlotctlTest, DoctorNeedsNoSession) {
     ::setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent", 1);
     ::setenv("HOME", folder.path().c_str(), 1);

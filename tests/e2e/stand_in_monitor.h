@@ -8,6 +8,7 @@
 #include <nlohmann/json.hpp>
 
 #include <chrono>
+#include <vector>
 
 namespace zenlot {
 
@@ -18,15 +19,27 @@ class StandInMonitor {
     StandInMonitor& operator=(const StandInMonitor&) = delete;
     ~StandInMonitor() { QDBusConnection::disconnectFromBus(bus_.name()); }
 
+    struct Conflict {
+        int port;
+        qint64 pid;
+        QString processName;
+        QString displayName;
+    };
+
     // Another conflict in the list, of this moment.
     void addConflict(int port, qint64 pid, const QString& processName, const QString& displayName) {
+        addConflicts({{port, pid, processName, displayName}});
+    }
+    // The same for several that come together.
+    void addConflicts(const std::vector<Conflict>& conflicts) {
         using namespace std::chrono;
         const auto time = system_clock::now() - sys_days(2001y / January / 1);
-        conflicts_.push_back({{"port", port},
-                              {"pid", pid},
-                              {"processName", processName.toStdString()},
-                              {"displayName", displayName.toStdString()},
-                              {"detectedAt", duration<double>(time).count()}});
+        for (const Conflict& conflict : conflicts)
+            conflicts_.push_back({{"port", conflict.port},
+                                  {"pid", conflict.pid},
+                                  {"processName", conflict.processName.toStdString()},
+                                  {"displayName", conflict.displayName.toStdString()},
+                                  {"detectedAt", duration<double>(time).count()}});
         const std::string name = "XDG_STATE_HOME/group.dev.quorvane.zenlot/conflicts.json";
         desktop_.files().write(name + ".new", conflicts_.dump());
         std::filesystem::rename(desktop_.folder() / (name + ".new"), desktop_.folder() / name);

@@ -1,4 +1,5 @@
 #include "support/sample_inventory.h"
+#include "support/steered_tables.h"
 
 #include <QRegularExpression>
 #include <QTest>
@@ -19,7 +20,7 @@ QString withoutUuids(QString text) {
         QRegularExpression(u"-[0-9A-F]{8}-([0-9A-F]{4}-){3}[0-9A-F]{12}(?![0-9A-F])"_s), u"-U"_s);
 }
 
-class PortNotificationManagerTest : public testing::Test, protected SampleAlerts<> {
+class PortNotificationManagerTest : public testing::Test, protected SampleAlerts<SteeredTables> {
   protected:
     PortNotificationManagerTest() {
         pinner.processes[42] = {.startTime = 7, .ports = {1}};
@@ -163,9 +164,60 @@ TEST_F(PortNotificationManagerTest, AlertsGoWithTheirProcessOrTheirConflict) {
     EXPECT_EQ(handled.last(), u"node 3000 43"_s);
 }
 
+// Twenty of each kind within ten seconds; beyond that one alert with their number, which is brought
+// up to date and opens the window.
+TEST_F(PortNotificationManagerTest, AFloodIsSummedUp) {
+    int windows = 0;
+    QObject::connect(alerts.get(), &PortNotificationManager::allWanted, [&] { ++windows; });
+    const auto flood = [this](int count) {
+        for (int i = 0; i < count; ++i)
+            alerts->notifyConflict(1, u"a"_s, {{43}});
+    };
+    const auto isSummedUp = [this](const QString& title) {
+        return QTest::qWaitFor([&] { return center.requests.back().content.title == title; },
+                               60'000);
+    };
+    flood(1000);
+    EXPECT_EQ(center.requests.size(), 20U);
+    alerts->notifyPortActivity(2, u"a"_s, {{43}});
+    EXPECT_EQ(center.requests.back().content.title, u"Port 2 is now occupied"_s);
+    EXPECT_TRUE(isSummedUp(u"… and 980 more"_s));
+    flood(5);
+    EXPECT_TRUE(isSummedUp(u"… and 985 more"_s));
+    EXPECT_EQ(center.requests.size(), 23U);
+    EXPECT_EQ(center.requests[21].identifier, center.requests[22].identifier);
+    respond(u"default"_s);
+    EXPECT_EQ(windows, 1);
+    now += PortNotificationManager::kWhile;
+    flood(1);
+    EXPECT_EQ(center.requests.back().content.title, u"Port 1 is already in use"_s);
+}
+
+// Shown when something comes that shows alerts, where the process still holds the port.
+TEST_F(PortNotificationManagerTest, RefusedAlertsAreShownLaterWhileTheyAreTrue) {
+    tables.addListener(1, 42, currentUserId(), "/bin/a");
+    tables.addListener(2, 43, currentUserId(), "/bin/b");
+    center.refusal = UserNotificationError{u"nobody there"_s};
+    const QString kept = notify(1, {42, 7});
+    notify(2, {42, 7}); // somebody else has the port by then
+    const QString ended = notify(2, {43});
+    center.refusal.reset();
+    const QString shown = notify(1, {42, 7});
+    processEnds.end(43);
+    center.requests.clear();
+    for (int arrivals = 0; arrivals < 2; ++arrivals) {
+        center.arrivalHandler();
+        EXPECT_TRUE(QTest::qWaitFor([this] { return !center.requests.empty(); }));
+    }
+    ASSERT_EQ(center.requests.size(), 1U);
+    EXPECT_EQ(center.requests[0].identifier, kept);
+    respond(kKill);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !pinner.killed().empty(); }));
+}
+
 TEST_F(PortNotificationManagerTest, WatchesABoundedNumberOfProcesses) {
     pinner.others = FakePinnedState();
-    for (ProcessId pid = 100; pid < 500; ++pid)
+    for (ProcessId pid = 100; pid < 500; ++pid, now += PortNotificationManager::kWhile)
         alerts->notifyPortActivity(1, u"a"_s, {{pid, 1}, ForceQuitObstacle::none});
     EXPECT_EQ(processEnds.count(), PortNotificationManager::kMostStanding);
     processEnds.end(100);

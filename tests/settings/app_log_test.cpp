@@ -62,6 +62,22 @@ TEST_F(AppLogTest, ConcurrentLinesStayWholeAndNoneIsLost) {
     }
 }
 
+TEST_F(AppLogTest, TheMonitorKeepsOneOldLog) {
+    AppLog monitor(QString::fromStdString(path_), std::chrono::system_clock::now,
+                   AppLog::Author::backgroundMonitor);
+    for (const char* first : {"a", "b"}) {
+        folder_.write(kName, first);
+        monitor.writeAppLog(u"short"_s);
+        std::filesystem::resize_file(path_, AppLog::kLongestLog + 1);
+        log_.writeAppLog(u"the application's"_s);
+        monitor.writeAppLog(u"new"_s);
+        EXPECT_THAT(folder_.read(kName), testing::EndsWith("[zenlot-daemon] new\n"));
+        EXPECT_LT(std::filesystem::file_size(path_), 100U);
+        EXPECT_THAT(folder_.read(kName + ".1"), testing::StartsWith(first));
+    }
+    EXPECT_EQ(folder_.names(), (std::set<std::string>{kName, kName + ".1"}));
+}
+
 TEST_F(AppLogTest, DropsLinesWhereNoFileCanBeWritten) {
     ASSERT_EQ(::mkfifo(path_.c_str(), 0600), 0);
     log_.writeAppLog(u"nobody reads"_s);

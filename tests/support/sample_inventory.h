@@ -11,6 +11,7 @@
 #include "support/sample_user.h"
 #include "support/temporary_folder.h"
 
+#include <chrono>
 #include <memory>
 #include <set>
 #include <sstream>
@@ -46,8 +47,9 @@ struct SampleAlerts : SampleInventory<Tables, Pinner>, SampleUser {
     NotificationCenter notifications;
     FakeUserNotificationCenter center;
     FakeProcessEndWatch processEnds;
+    std::chrono::steady_clock::time_point now; // for the manager of the alerts
     std::unique_ptr<PortNotificationManager> alerts = std::make_unique<PortNotificationManager>(
-        center, this->inventory, processEnds, notifications, log);
+        center, this->inventory, processEnds, notifications, log, [this] { return now; });
 };
 
 } // namespace zenlot

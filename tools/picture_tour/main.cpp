@@ -13,7 +13,6 @@
 #include <QCommandLineParser>
 #include <QDeadlineTimer>
 #include <QDir>
-#include <QQuickStyle>
 #include <QQuickWindow>
 #include <QStyleHints>
 #include <QWidget>
@@ -81,7 +80,6 @@ void photograph(const QDir& folder, const QString& look) {
 
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
-    QQuickStyle::setStyle(QStringLiteral("Fusion"));
     QGuiApplication::styleHints()->setCursorFlashTime(0); // a cursor that stays
     QCommandLineParser options;
     const QCommandLineOption languageOption(QStringLiteral("language"), {},

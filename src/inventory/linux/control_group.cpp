@@ -20,13 +20,10 @@ ControlGroup groupAt(const fs::path& folder) {
     return group;
 }
 
-} // namespace
-
-std::optional<ControlGroup> findControlGroup(std::uint64_t id, const std::string& root) {
-    // Older systems have the unified hierarchy beside the others.
-    const fs::path unified = fs::path(root) / "unified";
+// Calls back with every folder below the root and its number, until the call returns false.
+template <typename Call>
+void forEachGroup(const fs::path& top, Call&& call) {
     std::error_code error;
-    const fs::path top = fs::is_directory(unified, error) ? unified : fs::path(root);
     int folders = 0;
     fs::recursive_directory_iterator folder(top, fs::directory_options::skip_permission_denied,
                                             error);
@@ -37,11 +34,37 @@ std::optional<ControlGroup> findControlGroup(std::uint64_t id, const std::string
             continue;
         struct stat status {};
         if (++folders > kMostFolders || ::stat(folder->path().c_str(), &status) != 0)
-            return std::nullopt;
-        if (status.st_ino == id)
-            return groupAt(folder->path());
+            return;
+        if (!call(folder->path(), status.st_ino))
+            return;
     }
-    return std::nullopt;
+}
+
+} // namespace
+
+std::string unifiedControlGroups(const std::string& root) {
+    std::error_code error;
+    const fs::path unified = fs::path(root) / "unified";
+    return fs::is_directory(unified, error) ? unified.string() : root;
+}
+
+std::optional<ControlGroup> findControlGroup(std::uint64_t id, const std::string& root) {
+    std::optional<ControlGroup> found;
+    forEachGroup(unifiedControlGroups(root), [&](const fs::path& folder, std::uint64_t number) {
+        if (number == id)
+            found = groupAt(folder);
+        return !found;
+    });
+    return found;
+}
+
+std::map<std::uint64_t, std::string> controlGroupPaths(const std::string& unifiedRoot) {
+    std::map<std::uint64_t, std::string> paths;
+    forEachGroup(unifiedRoot, [&](const fs::path& folder, std::uint64_t number) {
+        paths.emplace(number, folder.string().substr(unifiedRoot.size()));
+        return true;
+    });
+    return paths;
 }
 
 } // namespace zenlot

@@ -5,6 +5,7 @@
 #include "inventory/process_tables.h"
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -22,5 +23,11 @@ struct ControlGroup {
 // at the most.
 std::optional<ControlGroup> findControlGroup(std::uint64_t id,
                                              const std::string& root = "/sys/fs/cgroup");
+
+// The folder in which the unified hierarchy begins: older systems have it beside the others.
+std::string unifiedControlGroups(const std::string& root = "/sys/fs/cgroup");
+
+// The paths of all control groups by their numbers, from the beginning of the unified hierarchy.
+std::map<std::uint64_t, std::string> controlGroupPaths(const std::string& unifiedRoot);
 
 } // namespace zenlot

@@ -120,8 +120,8 @@ std::vector<ProcessId> ProcFiles::pids() const {
     return pids;
 }
 
-std::int64_t ProcFiles::forEachSocketInode(ProcessId pid,
-                                           const std::function<void(std::uint64_t)>& call) const {
+template <typename Call>
+std::int64_t ProcFiles::forEachLink(ProcessId pid, const Call& call) const {
     const FileDescriptor directory(
         ::openat(root_.get(), pathOf(pid, "fd").data(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     std::int64_t count = 0;
@@ -131,12 +131,23 @@ std::int64_t ProcFiles::forEachSocketInode(ProcessId pid,
         ++count;
         std::array<char, 64> link; // A socket's link is short; a longer one is a file's.
         const ssize_t length = ::readlinkat(directory.get(), name, link.data(), link.size());
-        if (length <= 0)
-            return;
-        if (const auto inode = socketInode({link.data(), static_cast<std::size_t>(length)}))
-            call(*inode);
+        if (length > 0)
+            call(std::string_view(link.data(), static_cast<std::size_t>(length)));
     });
     return count;
+}
+
+std::int64_t ProcFiles::forEachSocketInode(ProcessId pid,
+                                           const std::function<void(std::uint64_t)>& call) const {
+    return forEachLink(pid, [&call](std::string_view link) {
+        if (const auto inode = socketInode(link))
+            call(*inode);
+    });
+}
+
+std::int64_t ProcFiles::forEachDescriptor(ProcessId pid,
+                                          const std::function<void(std::string_view)>& call) const {
+    return forEachLink(pid, call);
 }
 
 std::optional<ProcessStatus> ProcFiles::status(ProcessId pid) const {
@@ -151,12 +162,7 @@ std::optional<ProcessStat> ProcFiles::stat(ProcessId pid) const {
 
 std::string ProcFiles::executablePath(ProcessId pid) const {
     constexpr std::string_view kDeleted = " (deleted)";
-    std::array<char, PATH_MAX> link;
-    const ssize_t length =
-        ::readlinkat(root_.get(), pathOf(pid, "exe").data(), link.data(), link.size());
-    if (length <= 0)
-        return {};
-    std::string path(link.data(), static_cast<std::size_t>(length));
+    std::string path = link(pathOf(pid, "exe").data());
     // A program may really be called so.
     if (path.ends_with(kDeleted) && ::access(path.c_str(), F_OK) != 0)
         path.resize(path.size() - kDeleted.size());
@@ -172,6 +178,13 @@ std::string ProcFiles::commandName(ProcessId pid) const {
 std::optional<std::string> ProcFiles::read(const std::string& name) const {
     const FileDescriptor file(::openat(root_.get(), name.c_str(), O_RDONLY | O_CLOEXEC));
     return file ? readAll(file) : std::nullopt;
+}
+
+std::string ProcFiles::link(const std::string& name) const {
+    std::array<char, PATH_MAX> target;
+    const ssize_t length = ::readlinkat(root_.get(), name.c_str(), target.data(), target.size());
+    return length <= 0 ? std::string()
+                       : std::string(target.data(), static_cast<std::size_t>(length));
 }
 
 bool ProcFiles::isMissing(const std::string& name) const {

@@ -39,6 +39,10 @@ class ProcFiles {
     std::int64_t forEachSocketInode(ProcessId pid,
                                     const std::function<void(std::uint64_t)>& call) const;
 
+    // The same with what each descriptor is a link to, cut off after some hundred bytes.
+    std::int64_t forEachDescriptor(ProcessId pid,
+                                   const std::function<void(std::string_view)>& call) const;
+
     std::optional<ProcessStatus> status(ProcessId pid) const;
 
     // Of every process, other users' included, as long as it has a folder: also when it has ended
@@ -56,10 +60,16 @@ class ProcFiles {
     // A whole file, named from the root; none when it can't be read.
     std::optional<std::string> read(const std::string& name) const;
 
+    // What a link is to, bytes and all; empty when it can't be read.
+    std::string link(const std::string& name) const;
+
     // Whether there is no such file, rather than one that can't be reached.
     bool isMissing(const std::string& name) const;
 
   private:
+    template <typename Call>
+    std::int64_t forEachLink(ProcessId pid, const Call& call) const;
+
     FileDescriptor root_;
 };
 

@@ -23,21 +23,24 @@ struct DumpRequest {
 };
 static_assert(sizeof(DumpRequest) == NLMSG_LENGTH(sizeof(inet_diag_req_v2)));
 
-DumpRequest dumpRequest(AddressFamily family, SocketScope scope,
-                        std::optional<std::uint16_t> port) {
+// Bits of states that a kernel doesn't know do no harm; among them is the one of bound sockets that
+// neither listen nor connect.
+DumpRequest dumpRequest(AddressFamily family, unsigned states, std::optional<std::uint16_t> port) {
     DumpRequest request{};
     request.header.nlmsg_len = sizeof request;
     request.header.nlmsg_type = SOCK_DIAG_BY_FAMILY;
     request.header.nlmsg_flags = NLM_F_REQUEST | NLM_F_DUMP;
     request.body.sdiag_family = family == AddressFamily::ipv6 ? AF_INET6 : AF_INET;
     request.body.sdiag_protocol = IPPROTO_TCP;
-    // A connection that only waits for its time to pass has no descriptor, and a busy server
-    // leaves many thousands of them. Bits of states that a kernel doesn't know do no harm; among
-    // them is the one of bound sockets that neither listen nor connect.
-    request.body.idiag_states =
-        scope == SocketScope::listening ? 1U << TCP_LISTEN : ~(1U << TCP_TIME_WAIT);
+    request.body.idiag_states = states;
     request.body.id.idiag_sport = htons(port.value_or(0));
     return request;
+}
+
+// A connection that only waits for its time to pass has no descriptor, and a busy server leaves
+// many thousands of them.
+unsigned statesIn(SocketScope scope) {
+    return scope == SocketScope::listening ? 1U << TCP_LISTEN : ~(1U << TCP_TIME_WAIT);
 }
 
 AddressFamily familyOf(const inet_diag_msg& message) {
@@ -67,12 +70,32 @@ std::optional<Value> attribute(std::span<const std::byte> attributes, unsigned s
     return std::nullopt;
 }
 
+IpAddress localAddressOf(const inet_diag_msg& message) {
+    IpAddress address;
+    address.family = familyOf(message);
+    const std::size_t length = address.family == AddressFamily::ipv6 ? 16 : 4;
+    std::memcpy(address.bytes.data(), &message.id.idiag_src, length);
+    return address;
+}
+
+PortUse portUseOf(std::span<const std::byte> content) {
+    constexpr std::uint8_t kTimeWaitTimer = 3;
+    const auto message = loadAt<inet_diag_msg>(content);
+    PortUse use;
+    use.state = tcpStateFromKernel(message.idiag_state);
+    use.address = localAddressOf(message);
+    use.port = ntohs(message.id.idiag_sport);
+    use.foreignPort = ntohs(message.id.idiag_dport);
+    use.inode = message.idiag_inode;
+    if (message.idiag_timer == kTimeWaitTimer)
+        use.remaining = std::chrono::milliseconds(message.idiag_expires);
+    return use;
+}
+
 ListeningSocket listeningSocketOf(std::span<const std::byte> content) {
     const auto message = loadAt<inet_diag_msg>(content);
     ListeningSocket socket;
-    socket.address.family = familyOf(message);
-    const std::size_t length = socket.address.family == AddressFamily::ipv6 ? 16 : 4;
-    std::memcpy(socket.address.bytes.data(), &message.id.idiag_src, length);
+    socket.address = localAddressOf(message);
     socket.port = ntohs(message.id.idiag_sport);
     socket.ownerUid = message.idiag_uid;
     socket.inode = message.idiag_inode;
@@ -104,13 +127,23 @@ std::optional<std::vector<Socket>> dump(NetlinkTransport& transport, const DumpR
 std::optional<std::vector<KernelTcpSocket>> dumpTcpSockets(NetlinkTransport& transport,
                                                            AddressFamily family, SocketScope scope,
                                                            std::optional<std::uint16_t> port) {
-    return dump(transport, dumpRequest(family, scope, port), tcpSocketOf);
+    return dump(transport, dumpRequest(family, statesIn(scope), port), tcpSocketOf);
 }
 
 std::optional<std::vector<ListeningSocket>>
 dumpListeningSockets(NetlinkTransport& transport, AddressFamily family,
                      std::optional<std::uint16_t> port) {
-    return dump(transport, dumpRequest(family, SocketScope::listening, port), listeningSocketOf);
+    return dump(transport, dumpRequest(family, 1U << TCP_LISTEN, port), listeningSocketOf);
+}
+
+std::optional<std::vector<PortUse>> dumpPortUses(NetlinkTransport& transport, AddressFamily family,
+                                                 std::uint16_t port) {
+    auto uses = dump(transport, dumpRequest(family, ~(1U << TCP_LISTEN), port), portUseOf);
+    if (uses)
+        std::erase_if(*uses, [port](const PortUse& use) {
+            return use.state == TcpState::listen || use.port != port;
+        });
+    return uses;
 }
 
 } // namespace zenlot

@@ -4,6 +4,7 @@
 #include "inventory/linux/kernel_tcp_socket.h"
 #include "inventory/linux/netlink_transport.h"
 #include "inventory/listening_socket.h"
+#include "inventory/origin/origin_sources.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -23,5 +24,9 @@ std::optional<std::vector<KernelTcpSocket>> dumpTcpSockets(NetlinkTransport& tra
 std::optional<std::vector<ListeningSocket>> dumpListeningSockets(NetlinkTransport& transport,
                                                                  AddressFamily family,
                                                                  std::optional<std::uint16_t> port);
+
+// Everything on a port that does not listen, also what no process holds any more.
+std::optional<std::vector<PortUse>> dumpPortUses(NetlinkTransport& transport, AddressFamily family,
+                                                 std::uint16_t port);
 
 } // namespace zenlot

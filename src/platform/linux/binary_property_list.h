@@ -1,15 +1,16 @@
-// Weighs binary property lists before they are read.
+// Binary property lists: a table of objects that refer to each other by number, circles included.
 //
-// Objects refer to each other by number, so a few bytes can describe a structure without end, or
-// one that doubles with each step. And the library stops the program at a key with a zero in it.
+// References are followed for one step, from the outermost dictionary to its keys and values.
 #pragma once
+
+#include "platform/property_list.h"
 
 #include <QByteArray>
 
 namespace zenlot {
 
-// Whether the structure is sound, at most `deepest` levels deep, and written out without shared
-// parts no heavier than `heaviest`: one for each object and one for each byte of its content.
-bool isModestBinaryPropertyList(const QByteArray& content, int deepest, qint64 heaviest);
+// Those of the keys that stand in the outermost dictionary with a text. What is unsound counts as
+// absent.
+PropertyTexts textsOfBinaryPropertyList(const QByteArray& content, const QStringList& keys);
 
 } // namespace zenlot

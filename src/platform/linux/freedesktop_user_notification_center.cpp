@@ -43,6 +43,8 @@ FreedesktopUserNotificationCenter::FreedesktopUserNotificationCenter(
             replaceServer(owner_.owner());
         else
             server_->setOwner(owner_.owner());
+        if (const ArrivalHandler handler = arrivalHandler_; handler && server_->isRunning())
+            handler();
     });
     owner_.follow(bus_);
 }
@@ -73,6 +75,10 @@ std::unique_ptr<NotificationServer> FreedesktopUserNotificationCenter::makeServe
 
 void FreedesktopUserNotificationCenter::setResponder(Responder responder) {
     responder_ = std::move(responder);
+}
+
+void FreedesktopUserNotificationCenter::setArrivalHandler(ArrivalHandler handler) {
+    arrivalHandler_ = std::move(handler);
 }
 
 template <class Answer, class Convert>

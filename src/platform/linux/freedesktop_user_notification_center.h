@@ -39,6 +39,7 @@ class FreedesktopUserNotificationCenter final : public QObject, public UserNotif
         QDBusConnection bus, std::chrono::milliseconds answerTimeout = kAnswerTimeout);
 
     void setResponder(Responder responder) override;
+    void setArrivalHandler(ArrivalHandler handler) override;
     QFuture<AuthorizationAnswer> requestAuthorization() override;
     QFuture<UserNotificationSettings> notificationSettings() override;
     QFuture<std::optional<UserNotificationError>>
@@ -56,6 +57,7 @@ class FreedesktopUserNotificationCenter final : public QObject, public UserNotif
     QDBusConnection bus_;
     std::chrono::milliseconds answerTimeout_;
     Responder responder_;
+    ArrivalHandler arrivalHandler_;
     std::unique_ptr<NotificationServer> server_;
     BusNameOwner owner_{QStringLiteral("org.freedesktop.Notifications")};
 };

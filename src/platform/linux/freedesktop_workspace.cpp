@@ -49,9 +49,8 @@ QString FreedesktopWorkspace::iconForFile(const QString& path) const {
 }
 
 std::optional<QString> FreedesktopWorkspace::pictureOfBundle(const QString& path) const {
-    const QVariantMap info =
-        propertyLists_.dictionary(path + u"/Contents/Info.plist"_s).value_or(QVariantMap());
-    const QString name = textIn(info, u"CFBundleIconFile"_s).value_or(QString());
+    const QString key = u"CFBundleIconFile"_s;
+    const QString name = propertyLists_.texts(path + u"/Contents/Info.plist"_s, {key}).value(key);
     // The name comes from the bundle and must not lead out of it.
     if (name.isEmpty() || name.contains(u'/') || name.contains(QChar::Null))
         return std::nullopt;

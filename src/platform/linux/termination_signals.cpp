@@ -1,5 +1,7 @@
 #include "platform/linux/termination_signals.h"
 
+#include "platform/linux/exit_deadline.h"
+
 #include <sys/eventfd.h>
 #include <unistd.h>
 
@@ -14,28 +16,20 @@ namespace {
 
 // A signal handler reaches nothing but what is global.
 std::atomic<int> signalCounter{-1};
+std::atomic<bool> isFollowed{false};
 
 void count(int /*signal*/) {
     const int error = errno;
     ::eventfd_write(signalCounter, 1);
+    // Before there is a loop nothing has begun that would have to be ended in order.
+    exitWithin(isFollowed ? TerminationSignals::kPatience : kLongestEnd, 0);
     errno = error;
-}
-
-int openCounter() {
-    signalCounter = ::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
-    return signalCounter;
 }
 
 } // namespace
 
-TerminationSignals::TerminationSignals(std::function<void()> handler)
-    : notifier_(openCounter(), QSocketNotifier::Read) {
-    QObject::connect(&notifier_, &QSocketNotifier::activated, &notifier_,
-                     [handler = std::move(handler)](QSocketDescriptor counter) {
-                         eventfd_t signals = 0;
-                         if (::eventfd_read(static_cast<int>(counter), &signals) == 0)
-                             handler();
-                     });
+TerminationSignals::TerminationSignals() {
+    signalCounter = ::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
     struct sigaction action {};
     action.sa_handler = count;
     action.sa_flags = SA_RESETHAND | SA_RESTART;
@@ -49,8 +43,20 @@ TerminationSignals::TerminationSignals(std::function<void()> handler)
 TerminationSignals::~TerminationSignals() {
     for (std::size_t index = 0; index < kSignals.size(); ++index)
         ::sigaction(kSignals[index], &earlier_[index], nullptr);
-    notifier_.setEnabled(false);
+    notifier_.reset();
+    isFollowed = false;
     ::close(signalCounter.exchange(-1));
+}
+
+void TerminationSignals::follow(std::function<void()> handler) {
+    notifier_.emplace(signalCounter, QSocketNotifier::Read);
+    QObject::connect(&*notifier_, &QSocketNotifier::activated, &*notifier_,
+                     [handler = std::move(handler)](QSocketDescriptor counter) {
+                         eventfd_t signals = 0;
+                         if (::eventfd_read(static_cast<int>(counter), &signals) == 0)
+                             handler();
+                     });
+    isFollowed = true;
 }
 
 } // namespace zenlot

@@ -2,12 +2,12 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Controls
+import QtQuick.Templates as T
 import Zenlot.Inspector
 import Zenlot.MainWindow
 import Zenlot.Style
 
-ApplicationWindow {
+T.ApplicationWindow {
     id: root
 
     required property ProcessDetailViewModel detailViewModel

@@ -2,12 +2,12 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Controls
+import QtQuick.Templates as T
 import Zenlot.LogViewer
 import Zenlot.SettingsWindow
 import Zenlot.Style
 
-ApplicationWindow {
+T.ApplicationWindow {
     id: root
 
     // What window managers put around it, at most.

@@ -5,6 +5,7 @@
 //     zenlot --settings       opens the settings
 //     zenlot --background     opens no window; what the login item does
 #include "localization/translation.h"
+#include "platform/linux/exit_deadline.h"
 #include "platform/linux/session_bus.h"
 #include "platform/linux/session_bus_application_instance.h"
 #include "platform/linux/termination_signals.h"
@@ -12,9 +13,7 @@
 #include "shell/style/renderer.h"
 
 #include <QApplication>
-#include <QIcon>
 #include <QLoggingCategory>
-#include <QQuickStyle>
 
 #include <cstdio>
 
@@ -31,6 +30,7 @@ QStringList argumentsOf(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     using namespace zenlot;
+    TerminationSignals termination;
     const QStringList arguments = argumentsOf(argc, argv);
     // Before the application object, which takes the activation out of the environment. A second
     // start needs no display either.
@@ -58,16 +58,15 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(QStringLiteral("zenlot"));
     QApplication::setApplicationVersion(QStringLiteral(ZENLOT_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("dev.quorvane.zenlot"));
-    QApplication::setWindowIcon(
-        QIcon::fromTheme(QStringLiteral("dev.quorvane.zenlot"),
-                         QIcon(QStringLiteral(":/zenlot/icons/application.svg"))));
-    QQuickStyle::setStyle(QStringLiteral("Fusion"));
     chooseRenderer();
 
     const Translation translation;
     ZenlotApp zenlot(bus, instance);
-    const TerminationSignals termination([] { QCoreApplication::quit(); });
+    termination.follow([] { QCoreApplication::quit(); });
     zenlot.start(arguments.contains(QLatin1String(kBackgroundOption)) ? LaunchStyle::inBackground
                                                                       : LaunchStyle::withWindow);
-    return QApplication::exec();
+    const int status = QApplication::exec();
+    zenlot.finish();
+    exitWithin(kLongestEnd, status);
+    return status;
 }

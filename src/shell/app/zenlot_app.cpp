@@ -20,9 +20,12 @@
 #include <QCoroFuture>
 #include <QDesktopServices>
 #include <QGuiApplication>
+#include <QIcon>
 #include <QQuickWindow>
 #include <QScreen>
 #include <QtQml/qqmlextensionplugin.h>
+
+#include <malloc.h>
 
 #include <chrono>
 
@@ -50,6 +53,14 @@ constexpr auto kPauseBeforeReinstall = 500ms;
 
 QStringList programDirectories() {
     return QString::fromLocal8Bit(qgetenv("PATH")).split(u':', Qt::SkipEmptyParts);
+}
+
+// Not from the theme of icons, which would draw a scalable picture in every size at once.
+QIcon windowIcon() {
+    QIcon icon;
+    for (const int size : {48, 128})
+        icon.addFile(u":/qt/qml/Zenlot/App/images/%1.png"_s.arg(size), {size, size});
+    return icon;
 }
 
 std::unique_ptr<GlobalShortcut> makeGlobalShortcut(SessionBus& bus) {
@@ -116,12 +127,21 @@ ZenlotApp::ZenlotApp(SessionBus& bus, ApplicationInstance& instance)
                         },
                     .terminate = &QCoreApplication::quit}) {}
 
-// Who quits at once has not given up the monitor.
 ZenlotApp::~ZenlotApp() {
+    finish();
+}
+
+// Who quits at once has not given up the monitor.
+void ZenlotApp::finish() {
+    reinstallTimer_.stop();
     launchAgentInstaller_.finishRefresh();
 }
 
 void ZenlotApp::start(LaunchStyle style) {
+#ifdef __GLIBC__
+    // Threads that work now and then would each keep a heap, and what they once used of it.
+    mallopt(M_ARENA_MAX, 2);
+#endif
     // Without a window there may still be a status item, alerts, or a later start to open one.
     QGuiApplication::setQuitOnLastWindowClosed(false);
     makeMonitorLogDirectory(directories_.home);
@@ -164,16 +184,16 @@ void ZenlotApp::show(QmlWindow& window) {
 }
 
 void ZenlotApp::showOnboarding() {
-    if (!onboardingWindow_.window()) {
-        if (QQuickWindow* const window = onboardingWindow_.open()) {
-            window->setTransientParent(mainWindow_.window());
-            QRect place({}, window->size());
-            place.moveCenter(window->screen()->availableGeometry().center());
-            window->setPosition(place.topLeft());
+    onboardingWindow_.openSoon([this](QQuickWindow& window) {
+        if (!window.isVisible()) {
+            window.setTransientParent(mainWindow_.window());
+            QRect place({}, window.size());
+            place.moveCenter(window.screen()->availableGeometry().center());
+            window.setPosition(place.topLeft());
         }
-    }
-    OpenWindows(windows_).activate();
-    show(onboardingWindow_);
+        OpenWindows(windows_).activate();
+        windows_.bringForward(window);
+    });
 }
 
 // It stands before the window that it was asked for in, which gets the keyboard back from it.
@@ -245,6 +265,8 @@ void ZenlotApp::followSettings() {
         if (settings_.conflictMonitoringEnabled())
             refreshMonitorRegistration(RunningMonitor::leave);
     });
+    QObject::connect(&notificationManager_, &PortNotificationManager::allWanted, &context_,
+                     [this] { openMainWindow(); });
     QObject::connect(&notifications_, &NotificationCenter::portsUpdated, &context_, [this] {
         if (portMonitor_.isRunning())
             portMonitor_.checkForNewListeners();
@@ -305,7 +327,10 @@ QCoro::Task<> ZenlotApp::alertAboutOwner(int port) {
 QQmlEngine& ZenlotApp::engine() {
     if (!engine_) {
         engine_ = std::make_unique<QQmlEngine>();
+        engine_->addImportPath(QCoreApplication::applicationDirPath() +
+                               QStringLiteral("/" ZENLOT_PLUGIN_FOLDER));
         engine_->addImportPath(u":/qt/qml"_s);
+        QGuiApplication::setWindowIcon(windowIcon());
         ProcessIconProvider::install(*engine_, runningApplications_, workspace_);
         applyMotion();
         QObject::connect(&motion_, &DesktopMotion::changed, engine_.get(),

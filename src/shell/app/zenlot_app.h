@@ -30,8 +30,8 @@
 #include "platform/linux/freedesktop_workspace.h"
 #include "platform/linux/journal_system_log.h"
 #include "platform/linux/json_user_defaults.h"
-#include "platform/linux/libplist_property_list_reader.h"
 #include "platform/linux/pidfd_process_end_watch.h"
+#include "platform/linux/property_list_file_reader.h"
 #include "platform/linux/session_bus.h"
 #include "platform/linux/session_bus_broadcast_center.h"
 #include "platform/linux/statusarea/tray_status_bar.h"
@@ -79,6 +79,9 @@ class ZenlotApp final {
 
     void start(LaunchStyle style);
 
+    // What must not be lost when the program ends. Of all else the end may be cut short.
+    void finish();
+
     // Opens the main window, or brings it forward, which begins with the startup sequence.
     void openMainWindow();
     void openSettings();
@@ -123,7 +126,7 @@ class ZenlotApp final {
     JournalSystemLog systemLog_;
     DesktopMotion motion_;
     DesktopRunningApplications runningApplications_;
-    LibplistPropertyListReader propertyLists_;
+    PropertyListFileReader propertyLists_;
     FreedesktopWorkspace workspace_;
 
     LinuxProcessTables processTables_;

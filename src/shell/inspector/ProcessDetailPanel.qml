@@ -43,13 +43,8 @@ FocusScope {
             text: qsTr("Loading…")
         }
 
-        // Most answers are there before anybody could read this; it must not flash.
-        NumberAnimation on opacity {
-            duration: 300
-            easing.type: Easing.InQuad
-            from: 0
+        AppearsLate on opacity {
             running: loading.visible
-            to: 1
         }
     }
     // Made anew for each process, so that nothing moves from the old one's state to the new one's. A

@@ -11,9 +11,9 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-QString textOf(const QVariantMap& dictionary, const char* key) {
-    return textIn(dictionary, QLatin1String(key)).value_or(QString());
-}
+const QString kBundleIdentifierKey = u"CFBundleIdentifier"_s;
+const QString kBundleShortVersionKey = u"CFBundleShortVersionString"_s;
+const QString kBundleVersionKey = u"CFBundleVersion"_s;
 
 } // namespace
 
@@ -28,15 +28,14 @@ BundleInfo lookUpBundleInfo(const QString& executablePath, qint64 pid,
         bundlePath = QString::fromStdString(*path);
     }
 
-    QVariantMap dictionary;
-    if (bundlePath) {
-        const QString file = QDir(*bundlePath).filePath(u"Contents/Info.plist"_s);
-        dictionary = propertyLists.dictionary(file).value_or(QVariantMap());
-    }
+    PropertyTexts texts;
+    if (bundlePath)
+        texts =
+            propertyLists.texts(QDir(*bundlePath).filePath(u"Contents/Info.plist"_s),
+                                {kBundleIdentifierKey, kBundleShortVersionKey, kBundleVersionKey});
     return {application ? application->bundleIdentifier.value_or(QString())
-                        : textOf(dictionary, "CFBundleIdentifier"),
-            textOf(dictionary, "CFBundleShortVersionString"),
-            textOf(dictionary, "CFBundleVersion")};
+                        : texts.value(kBundleIdentifierKey),
+            texts.value(kBundleShortVersionKey), texts.value(kBundleVersionKey)};
 }
 
 } // namespace zenlot

@@ -188,7 +188,7 @@ ListView {
     NumberAnimation {
         id: scrolling
 
-        duration: 250
+        duration: 250 * Theme.motion
         easing.type: Easing.InOutQuad
         property: "contentY"
         target: root

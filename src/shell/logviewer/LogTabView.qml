@@ -90,19 +90,8 @@ FocusScope {
                 running: progress.visible
                 visible: !root.viewModel.hasLines && root.viewModel.isReading
 
-                SequentialAnimation on opacity {
+                AppearsLate on opacity {
                     running: progress.visible
-
-                    PropertyAction {
-                        value: 0
-                    }
-                    PauseAnimation {
-                        duration: 400 * Theme.motion
-                    }
-                    NumberAnimation {
-                        duration: 150 * Theme.motion
-                        to: 1
-                    }
                 }
             }
             LogLines {

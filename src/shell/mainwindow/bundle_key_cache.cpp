@@ -9,12 +9,11 @@ using namespace Qt::StringLiterals;
 
 std::optional<std::string> readKey(const PropertyListReader& reader,
                                    const std::string& bundlePath) {
-    const auto info =
-        reader.dictionary(QString::fromStdString(bundlePath + "/Contents/Info.plist"));
-    if (!info)
-        return std::nullopt;
-    const auto identifier = textIn(*info, u"CFBundleIdentifier"_s);
-    if (!identifier)
+    const QString key = u"CFBundleIdentifier"_s;
+    const PropertyTexts texts =
+        reader.texts(QString::fromStdString(bundlePath + "/Contents/Info.plist"), {key});
+    const auto identifier = texts.constFind(key);
+    if (identifier == texts.constEnd())
         return std::nullopt;
     const QStringList pieces = identifier->split(u'.', Qt::SkipEmptyParts);
     if (pieces.size() < 2)

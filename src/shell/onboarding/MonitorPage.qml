@@ -23,7 +23,10 @@ FocusScope {
             main.forceActiveFocus(root.focusReason);
     }
 
-    onVisibleChanged: root.focusMainAction()
+    onVisibleChanged: {
+        root.focusMainAction();
+        clip.load();
+    }
 
     ColumnLayout {
         anchors.bottomMargin: 20
@@ -31,17 +34,25 @@ FocusScope {
         anchors.topMargin: 28
         spacing: 0
 
-        LoopingVideoView {
-            id: video
+        Loader {
+            id: clip
 
-            Accessible.ignored: true
+            // Of a type that is not known before it is loaded.
+            readonly property var video: clip.item
+
+            function load() {
+                if (root.visible && clip.visible && clip.status === Loader.Null)
+                    clip.setSource("ConflictClip.qml", {
+                        objectName: "video",
+                        url: root.movie
+                    });
+            }
+
             Layout.bottomMargin: 20
             Layout.fillWidth: true
             Layout.preferredHeight: 150
-            objectName: "video"
-            radius: 10
-            url: root.movie
-            visible: !video.failed && root.Window.visibility !== Window.Hidden
+            asynchronous: true
+            visible: String(root.movie) !== "" && clip.status !== Loader.Error && !clip.video?.failed && root.Window.visibility !== Window.Hidden
         }
         StyleText {
             Accessible.role: Accessible.Heading

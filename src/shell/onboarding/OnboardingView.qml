@@ -8,7 +8,7 @@ import Zenlot.Style
 Rectangle {
     id: root
 
-    // What the second page shows above its words.
+    // What the second page shows above its words; nothing when it is empty.
     property url movie: Qt.resolvedUrl("notification-conflict.mov")
     readonly property real pageWidth: 440
     // From the first page (0) to the second (1).
@@ -25,6 +25,8 @@ Rectangle {
     // fraction z of 0.85. The animation's own figures are for a step of h = 16 ms: spring w²h and
     // damping 2zwh.
     Behavior on position {
+        enabled: Theme.motion > 0
+
         SpringAnimation {
             damping: 0.427
             epsilon: 0.001

@@ -1,4 +1,5 @@
-// A small wheel that turns while something of unknown length goes on, and else shows nothing.
+// A small wheel that turns while something of unknown length goes on, and else shows nothing. For
+// people who want nothing to move it stands still.
 pragma ComponentBehavior: Bound
 
 import QtQuick
@@ -21,7 +22,7 @@ Item {
         duration: 880
         from: 0
         loops: Animation.Infinite
-        running: root.running && root.visible
+        running: root.running && root.visible && Theme.motion > 0
         to: root.spokes
     }
 

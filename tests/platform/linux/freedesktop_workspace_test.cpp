@@ -72,7 +72,7 @@ TEST_F(FreedesktopWorkspaceTest, PictureFitsTheSizeAndComesFromTheNearestTheme) 
 
 TEST_F(FreedesktopWorkspaceTest, FilesFoldersAndBundlesHaveIcons) {
     const QByteArray png("\x89PNG\r\n\x1a\nrest", 12);
-    const auto addBundle = [&](const QString& name, const QVariant& icon) {
+    const auto addBundle = [&](const QString& name, const QString& icon) {
         folder_.write(name + u"/Contents/Resources/I.png"_s, png);
         folder_.write(name + u"/Contents/Resources/I.icns"_s, "icns");
         propertyLists_.files.insert(folder_.path(name + u"/Contents/Info.plist"_s),
@@ -81,7 +81,7 @@ TEST_F(FreedesktopWorkspaceTest, FilesFoldersAndBundlesHaveIcons) {
     addBundle(u"Named.app"_s, u"I.png"_s);
     addBundle(u"Short.app"_s, u"I"_s);
     addBundle(u"Other.app"_s, u"I.icns"_s);
-    addBundle(u"Wrong.app"_s, 7);
+    addBundle(u"Wrong.app"_s, QString());
     addBundle(u"Evil.app"_s, u"../../../Named.app/Contents/Resources/I.png"_s);
     folder_.write(u"plain"_s, "");
     folder_.write(u"tool"_s, "");

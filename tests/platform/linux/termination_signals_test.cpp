@@ -1,7 +1,10 @@
+#include "platform/linux/exit_deadline.h"
 #include "platform/linux/termination_signals.h"
 
 #include <QTest>
 #include <gtest/gtest.h>
+
+#include <unistd.h>
 
 namespace zenlot {
 namespace {
@@ -15,17 +18,28 @@ TEST(TerminationSignalsTest, EachIsReportedOnceFromTheEventLoop) {
     ::signal(SIGHUP, SIG_IGN);
     {
         int wishes = 0;
-        const TerminationSignals termination([&] { ++wishes; });
+        TerminationSignals termination;
         EXPECT_EQ(handlingOf(SIGHUP), SIG_IGN);
-        for (const int signal : {SIGTERM, SIGINT}) {
-            wishes = 0;
-            ::raise(signal);
-            EXPECT_EQ(handlingOf(signal), SIG_DFL) << "a second one would end the program";
-            EXPECT_TRUE(QTest::qWaitFor([&] { return wishes == 1; }));
-        }
+        ::raise(SIGTERM);
+        termination.follow([&] { ++wishes; });
+        EXPECT_TRUE(QTest::qWaitFor([&] { return wishes == 1; })) << "it came before the loop";
+        ::raise(SIGINT);
+        EXPECT_EQ(handlingOf(SIGINT), SIG_DFL) << "a second one would end the program";
+        EXPECT_TRUE(QTest::qWaitFor([&] { return wishes == 2; }));
     }
     ::signal(SIGHUP, SIG_DFL);
     EXPECT_EQ(handlingOf(SIGTERM), SIG_DFL);
+    ::alarm(0); // which replaces the end that the signals have set
+}
+
+TEST(ExitDeadlineTest, EndsAProgramWhoseThreadsHang) {
+    EXPECT_EXIT(
+        {
+            exitWithin(std::chrono::milliseconds(1), 3);
+            for (;;)
+                ::pause();
+        },
+        testing::ExitedWithCode(3), "");
 }
 
 } // namespace

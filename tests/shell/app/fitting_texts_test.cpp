@@ -6,7 +6,6 @@
 
 #include <QCoreApplication>
 #include <QQuickItem>
-#include <QQuickStyle>
 #include <QQuickWindow>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -130,7 +129,6 @@ void judge(QtMsgType type, const QMessageLogContext& /*context*/, const QString&
 TEST(FittingTextsTest, EveryTextHasRoomInLongLanguages) {
     qunsetenv("QT_FATAL_WARNINGS"); // which knows no exception
     qInstallMessageHandler(judge);
-    QQuickStyle::setStyle(u"Fusion"_s);
     for (const char* language : {"de", "hu"}) {
         const Translation translation({QString::fromLatin1(language)});
         lookAround(language);

@@ -17,10 +17,10 @@ class BundleInfoTest : public testing::Test {
             {u"/Applications/A.app/Contents/Frameworks/B.app/Contents/Info.plist"_s,
              dictionary(u"org.b"_s)},
             {u"/opt/odd.app/Contents/Info.plist"_s,
-             {{u"CFBundleIdentifier"_s, 5}, {u"CFBundleVersion"_s, u"7"_s}}}};
+             {{u"CFBundleVersion"_s, u"7"_s}}}};
     }
 
-    static QVariantMap dictionary(const QString& identifier) {
+    static PropertyTexts dictionary(const QString& identifier) {
         return {{u"CFBundleIdentifier"_s, identifier},
                 {u"CFBundleShortVersionString"_s, u"1.2"_s},
                 {u"CFBundleVersion"_s, u"34"_s}};

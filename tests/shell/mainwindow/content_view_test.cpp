@@ -4,6 +4,7 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QStyleHints>
 #include <QtQml/qqmlextensionplugin.h>
 #include <gtest/gtest.h>
 
@@ -161,6 +162,35 @@ TEST_F(ContentViewTest, ContextMenusOpenByKeyAndWhatCannotBeEndedSaysWhy) {
     EXPECT_TRUE(hasKeyboard(u"Listening ports"_s));
 }
 
+TEST_F(ContentViewTest, EachCopyCommandCopiesWhatItSays) {
+    fixture.tables.addListener(8080, 42, currentUserId(), "/opt/Sample.app/server");
+    open();
+    type(u"8080"_s);
+    ASSERT_TRUE(hasKeyboard(u"1 process on port 8080"_s));
+    const std::pair<QString, QString> commands[] = {{u"Copy Port"_s, u"8080"_s},
+                                                    {u"Copy PID"_s, u"42"_s},
+                                                    {u"Copy Path"_s, u"/opt/Sample.app/server"_s}};
+    const std::pair<QString, QString> lists[] = {{u"1 process on port 8080"_s, u"42"_s},
+                                                 {u"Listening ports"_s, u"8080"_s}};
+    QClipboard& clipboard = *QGuiApplication::clipboard();
+    for (const auto& [list, copiedByKey] : lists) {
+        SCOPED_TRACE(list.toStdString());
+        itemsNamed(list).last()->forceActiveFocus(); // a heading may have the same name
+        clipboard.clear();
+        press(Qt::Key_C, Qt::ControlModifier);
+        EXPECT_EQ(clipboard.text(), copiedByKey);
+        for (const auto& [command, copied] : commands) {
+            press(Qt::Key_Menu);
+            const QQuickItem* item = waitForItem(command);
+            ASSERT_NE(item, nullptr) << command.toStdString();
+            clipboard.clear();
+            click(item);
+            EXPECT_EQ(clipboard.text(), copied) << command.toStdString();
+            ASSERT_TRUE(waitForNoItem(u"Copy Port"_s));
+        }
+    }
+}
+
 TEST_F(ContentViewTest, ACutOffNameIsWholeInATip) {
     fixture.tables.addListener(22, 43, currentUserId(), "/bin/" + std::string(100, 'n'));
     open();
@@ -211,6 +241,34 @@ TEST_F(ContentViewTest, SidebarIsReachedByClickAndByKey) {
     press(Qt::Key_Down);
     press(Qt::Key_Return);
     EXPECT_EQ(model.portInput(), u"3000"_s);
+}
+
+TEST_F(ContentViewTest, NothingMovesForWhoWantsNoMotion) {
+    QGuiApplication::styleHints()->setCursorFlashTime(0);
+    view.engine()->addImportPath(u":/qt/qml"_s);
+    auto* theme =
+        view.engine()->singletonInstance<QObject*>(qmlTypeId("Zenlot.Style", 1, 0, "Theme"));
+    ASSERT_NE(theme, nullptr);
+    theme->setProperty("motion", 0);
+    fixture.tables.addListener(8080, 42, currentUserId(), "/opt/Sample.app/server");
+    open();
+    int frames = 0;
+    QObject::connect(&view, &QQuickWindow::frameSwapped, &view, [&] { ++frames; });
+    const auto framesWhileNothingHappens = [&] {
+        QTest::qWait(50);
+        frames = 0;
+        QTest::qWait(300);
+        return frames;
+    };
+    fixture.tables.holdNext(8080);
+    type(u"8080"_s);
+    ASSERT_TRUE(waitFor([this] { return fixture.tables.isHolding(); }));
+    EXPECT_TRUE(model.isChecking());
+    EXPECT_EQ(framesWhileNothingHappens(), 0) << "the wheel stands still";
+    fixture.tables.letGo();
+    ASSERT_TRUE(hasKeyboard(u"1 process on port 8080"_s));
+    EXPECT_EQ(framesWhileNothingHappens(), 0);
+    EXPECT_EQ(itemFrom(u"Sample TCP4"_s)->opacity(), 1) << "rows are there at once";
 }
 
 TEST_F(ContentViewTest, OnlyVisibleRowsOfALongListExist) {

@@ -18,7 +18,7 @@ class PortGroupingTest : public testing::Test {
     PortGroupingTest() { QLocale::setDefault(QLocale(QLocale::English)); }
     ~PortGroupingTest() override { QLocale::setDefault(QLocale::c()); }
 
-    void identify(const QString& bundle, const QVariant& identifier) {
+    void identify(const QString& bundle, const QString& identifier) {
         reader.files.insert(bundle + u"/Contents/Info.plist"_s,
                             {{u"CFBundleIdentifier"_s, identifier}});
     }
@@ -43,7 +43,7 @@ class PortGroupingTest : public testing::Test {
 TEST_F(PortGroupingTest, KeyIsTheFirstTwoPiecesOfTheIdentifier) {
     identify(u"/a.app"_s, u"com.example.editor.tool"_s);
     identify(u"/b.app"_s, u"..solo."_s);
-    identify(u"/c.app"_s, 5);
+    reader.files.insert(u"/c.app/Contents/Info.plist"_s, {});
     EXPECT_EQ(keys.bundleGroupKey("/a.app"), "com.example");
     EXPECT_EQ(keys.bundleGroupKey("/b.app"), "..solo.");
     EXPECT_EQ(keys.bundleGroupKey("/c.app"), "/c.app");

@@ -1,4 +1,4 @@
-#include "background_monitor/invocation.h"
+#include "inventory/programs/invocation.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
-#include "shell/onboarding/looping_video_view.h"
+#include "shell/video/looping_video_view.h"
 
-#include "shell/onboarding/frame_image.h"
+#include "shell/video/frame_image.h"
 
 #include <QFile>
 #include <QMediaPlayer>
@@ -40,7 +40,6 @@ class LoopingVideoView::Coordinator final : public QObject {
             &player_, &QMediaPlayer::errorOccurred, this, [this] { view_.setFailed(true); },
             Qt::QueuedConnection);
         player_.setSource(view.url());
-        player_.play();
     }
 
     ~Coordinator() override {
@@ -50,10 +49,23 @@ class LoopingVideoView::Coordinator final : public QObject {
     }
 
   private:
+    void begin() {
+        if (view_.isMoving()) {
+            player_.play();
+        } else {
+            player_.setPosition(player_.duration() / 2);
+            player_.pause();
+        }
+    }
+
     // What is told to the view may be the end of this object.
     void follow(QMediaPlayer::MediaStatus status) {
         if (status == QMediaPlayer::InvalidMedia)
             view_.setFailed(true);
+        if (status == QMediaPlayer::LoadedMedia && !hasBegun_) {
+            hasBegun_ = true;
+            begin();
+        }
         if (status != QMediaPlayer::EndOfMedia)
             return;
         if (hasShownFrame_) {
@@ -70,6 +82,7 @@ class LoopingVideoView::Coordinator final : public QObject {
     }
 
     LoopingVideoView& view_;
+    bool hasBegun_{false};
     // A round without a frame: in the first the file has none; later, the end of the round before
     // was reported again, which the FFmpeg backend of Qt 6.4 does now and then.
     bool hasShownFrame_{false};
@@ -91,6 +104,14 @@ void LoopingVideoView::setUrl(const QUrl& url) {
     setFailed(!isThere(url_));
     playWhenSeen();
     Q_EMIT urlChanged();
+}
+
+void LoopingVideoView::setMoving(bool isMoving) {
+    if (isMoving == isMoving_)
+        return;
+    isMoving_ = isMoving;
+    Q_EMIT isMovingChanged();
+    reopen();
 }
 
 void LoopingVideoView::setFailed(bool failed) {

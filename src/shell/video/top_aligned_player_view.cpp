@@ -1,4 +1,4 @@
-#include "shell/onboarding/top_aligned_player_view.h"
+#include "shell/video/top_aligned_player_view.h"
 
 #include <QPainter>
 #include <QPainterPath>

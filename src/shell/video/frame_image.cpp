@@ -1,4 +1,4 @@
-#include "shell/onboarding/frame_image.h"
+#include "shell/video/frame_image.h"
 
 #include <QRgb>
 

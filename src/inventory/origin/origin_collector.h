@@ -1,0 +1,95 @@
+// Collects the origins of servers. Reads much of the process table, so it belongs on a worker
+// thread; it may be asked from several at once.
+//
+//     const OriginCollector collector(sources, &engines);
+//     for (const Origin& origin : collector.originsOnPort(3000)) ...
+//
+// What is learned of a process is kept for a moment and found again by the process's identity, so
+// that the rows of a list and the panel beside it don't ask twice.
+#pragma once
+
+#include "inventory/origin/container_engines.h"
+#include "inventory/origin/container_words.h"
+#include "inventory/origin/origin_sources.h"
+
+#include <chrono>
+#include <functional>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <set>
+#include <span>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace zenlot {
+
+// A row of a list: a port and who is shown for it.
+struct PortOwner {
+    std::uint16_t port{0};
+    ProcessIdentity process;
+
+    friend bool operator==(const PortOwner&, const PortOwner&) = default;
+};
+
+class OriginCollector {
+  public:
+    using Clock = std::function<std::chrono::steady_clock::time_point()>;
+
+    // The references must outlive the collector. `engines` may be null.
+    explicit OriginCollector(const OriginSources& sources,
+                             const ContainerEngines* engines = nullptr,
+                             Clock clock = std::chrono::steady_clock::now);
+
+    // Of each server that listens on the port: several may, on different addresses. Looks into all
+    // processes for those that share the sockets.
+    std::vector<Origin> originsOnPort(std::uint16_t port) const;
+
+    // Of many rows, in their order, from what can be had cheaply: without those who share the
+    // sockets. A row whose process is gone has an origin without one.
+    std::vector<Origin> originsOf(std::span<const PortOwner> rows) const;
+
+  private:
+    // What does not depend on the port.
+    struct OfProcess {
+        ProcessGlimpse glimpse;
+        Origin origin;
+        std::chrono::steady_clock::time_point readAt;
+    };
+    enum class Freshness : std::uint8_t { kept, fresh };
+    // Processes that are one server, and their sockets.
+    struct Group {
+        std::vector<ProcessId> holders;
+        std::set<std::uint64_t> inodes;
+    };
+    struct Look;
+
+    std::shared_ptr<const OfProcess> describe(const ProcessIdentity& process, Freshness freshness,
+                                              Look& look) const;
+    const std::optional<ProcessGlimpse>& glimpseOf(ProcessId pid, Look& look) const;
+    const std::string& groupPath(std::uint64_t id, Look& look) const;
+    std::vector<Starter> startersOf(const ProcessGlimpse& process, Look& look) const;
+    std::string starterName(const ProcessGlimpse& starter, ProgramKind kind,
+                            const ProcessGlimpse& process) const;
+    std::vector<Group> groupsOf(const std::map<ProcessId, std::vector<std::uint64_t>>& holders,
+                                Look& look) const;
+    void keepOwn(Origin& origin) const;
+    void addUnseenOwner(Origin& origin, Look& look) const;
+    void addPort(Origin& origin, const ProcessGlimpse* glimpse, Look& look) const;
+    void addContainer(Origin& origin, const ProcessGlimpse* glimpse, Look& look) const;
+    std::optional<PublishedPort> publishedPort(const Origin& origin, const ProcessGlimpse* glimpse,
+                                               Look& look) const;
+    void nameContainer(Container& container, const std::optional<PublishedPort>& published,
+                       const ProcessGlimpse* helper, Look& look) const;
+    void addLeftBehind(Origin& origin, const ProcessGlimpse& glimpse, Look& look) const;
+
+    const OriginSources& sources_;
+    const ContainerEngines* engines_;
+    Clock clock_;
+    mutable std::mutex mutex_; // guards what follows
+    mutable std::map<std::pair<ProcessId, std::int64_t>, std::shared_ptr<const OfProcess>> known_;
+};
+
+} // namespace zenlot
