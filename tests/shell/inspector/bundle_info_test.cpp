@@ -16,8 +16,7 @@ class BundleInfoTest : public testing::Test {
             {u"/Applications/A.app/Contents/Info.plist"_s, dictionary(u"org.a"_s)},
             {u"/Applications/A.app/Contents/Frameworks/B.app/Contents/Info.plist"_s,
              dictionary(u"org.b"_s)},
-            {u"/opt/odd.app/Contents/Info.plist"_s,
-             {{u"CFBundleVersion"_s, u"7"_s}}}};
+            {u"/opt/odd.app/Contents/Info.plist"_s, {{u"CFBundleVersion"_s, u"7"_s}}}};
     }
 
     static PropertyTexts dictionary(const QString& identifier) {
