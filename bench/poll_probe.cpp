@@ -10,12 +10,15 @@
 //     poll    a poll that found the sockets of the poll before
 //     walk    a poll that walked over the processes
 //     all     SECONDS of polls with the pauses between them
+//     origins a scan, and then the origins of all that it found
 //     scan    a scan, for comparison, with as many threads as there are processors
 //
 // The exit status is 1 when no two polls in a row found the same sockets.
+#include "inventory/linux/linux_origin_sources.h"
 #include "inventory/linux/linux_process_pinner.h"
 #include "inventory/linux/linux_process_tables.h"
 #include "inventory/linux/processors.h"
+#include "inventory/origin/origin_collector.h"
 #include "inventory/port_lookup.h"
 #include "inventory/port_scanner.h"
 #include "inventory/shared_port_cache.h"
@@ -28,6 +31,7 @@
 #include <ctime>
 #include <thread>
 #include <utility>
+#include <vector>
 
 namespace zenlot {
 namespace {
@@ -94,6 +98,16 @@ bool run(std::chrono::seconds duration) {
         const Meter meter;
         scanner.listOccupiedPorts();
         meter.print("scan");
+    }
+    for (int scans = 0; scans < kScans; ++scans) {
+        std::this_thread::sleep_for(1s);
+        const LinuxOriginSources sources;
+        const Meter meter;
+        std::vector<PortOwner> rows;
+        for (const OccupiedPort& port : scanner.listOccupiedPorts())
+            rows.push_back({static_cast<std::uint16_t>(port.port), {port.pid, port.startTime}});
+        OriginCollector(sources).originsOf(rows);
+        meter.print("origins");
     }
     return true;
 }

@@ -2474,7 +2474,7 @@ untuned("websockets, defaults merged with config.json", py("server.py"),
                       "if __name__ == \"__main__\":\n    try:\n        asyncio.run(main())\n    except Exception as e:\n"
                       "        print(f\"Fatal error: {e}\")\n"})
 # A server that watches over another one, each with a variable for its port.
-untuned("waitress.create_server, CONTROL_SERVER_PORT", py("control/server.py"),
+learned("waitress.create_server, CONTROL_SERVER_PORT", py("control/server.py"),
         {"control/server.py": "import os\n\nfrom application import create_app\n\n"
                               "CONTROL_SERVER_PORT = int(os.environ.get(\"CONTROL_SERVER_PORT\", \"%P\"))\n"
                               "INFERENCE_SERVER_PORT = int(os.environ.get(\"INFERENCE_SERVER_PORT\", \"%D\"))\n\n\n"
@@ -2506,7 +2506,7 @@ untuned("ThreadingHTTPServer, os.environ.get(PORT_ENV)", py("-m tools.dev_server
                                 "        print(dev_server_url())\n        server.serve_forever()\n\n\n"
                                 "if __name__ == \"__main__\":\n    main()\n"})
 # A probe of a telephone exchange, with sockets for a page.
-untuned("asyncio.start_server, WS_PORT beside ESL_PORT", py("probe.py"),
+learned("asyncio.start_server, WS_PORT beside ESL_PORT", py("probe.py"),
         {"probe.py": "import asyncio\n\nWS_PORT = %P\nESL_HOST = '127.0.0.1'\nESL_PORT = %D\n\n\n"
                      "async def handle_ws_client(reader, writer):\n    await reader.readline()\n    writer.close()\n\n\n"
                      "async def main():\n    server = await asyncio.start_server(handle_ws_client, '0.0.0.0', WS_PORT)\n"
@@ -2531,7 +2531,7 @@ untuned("Django, start() in start.sh", "bash source/start.sh",
                             "cd \"$HERE/..\"\nsource BlogEnv/bin/activate\ncd source\n\n"
                             "start() {\n    python3 manage.py runserver 0.0.0.0:%P\n}\n\nstart\n"})
 # A page before a telnet server: the other's port is asked for, the own one is not.
-untuned("Go, addr beside TELNET_PORT", "go run main.go",
+learned("Go, addr beside TELNET_PORT", "go run main.go",
         {"main.go": "package main\n\nimport (\n\t\"html/template\"\n\t\"log\"\n\t\"net/http\"\n\t\"os\"\n\t\"strconv\"\n"
                     "\t\"time\"\n)\n\n"
                     "var (\n\tindexTmpl  *template.Template\n\ttelnetPort int\n)\n\nfunc main() {\n"
@@ -2546,7 +2546,7 @@ untuned("Go, addr beside TELNET_PORT", "go run main.go",
                     "\t\tlog.Fatalf(\"server error: %v\", err)\n\t}\n}\n",
          "templates/index.html": "<!doctype html><title>Telnet</title><p>{{.}}</p>\n"}, second=True)
 # A book's web application, of several files in cmd/web.
-untuned("go run ./cmd/web, -addr with a default", "go run ./cmd/web",
+learned("go run ./cmd/web, -addr with a default", "go run ./cmd/web",
         {"cmd/web/main.go": "package main\n\nimport (\n\t\"flag\"\n\t\"log\"\n\t\"net/http\"\n\t\"os\"\n)\n\n"
                             "type application struct {\n"
                             "\terrorLog *log.Logger\n\tinfoLog  *log.Logger\n}\n\nfunc main() {\n"
@@ -2712,7 +2712,7 @@ untuned("TCPServer.new in initialize", "ruby lib/server.rb",
                           "    @tcp_server = TCPServer.new(%P)\n    @client = @tcp_server.accept\n  end\nend\n\n"
                           "if __FILE__ == $PROGRAM_NAME\n  server = Server.new\nend\n"})
 # A language server in Ruby, for an editor on the same machine.
-untuned("TCPServer, LSP_PORT", "ruby -Ilib exe/tongue",
+learned("TCPServer, LSP_PORT", "ruby -Ilib exe/tongue",
         {"exe/tongue": "#!/usr/bin/env ruby\nrequire 'tongue'\n\nTongue::IO.new\n",
          "lib/tongue.rb": "require 'logger'\n\nmodule Tongue\n  def self.logger\n    @logger ||= Logger.new($stderr)\n  end\nend\n\n"
                           "require 'tongue/io'\n",

@@ -132,6 +132,22 @@
         <source>Inspector</source>
         <translation>Inspektor</translation>
     </message>
+    <message>
+        <source>Stop</source>
+        <translation>Stoppen</translation>
+    </message>
+    <message>
+        <source>Stop the server so that it stays stopped</source>
+        <translation>Den Server so stoppen, dass er gestoppt bleibt</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Stop the Server?</source>
+        <translation>Server stoppen?</translation>
+    </message>
 </context>
 <context>
     <name>ExceptionList</name>
@@ -312,6 +328,152 @@
     </message>
 </context>
 <context>
+    <name>OriginNote</name>
+    <message>
+        <source>%1 (deleted folder)</source>
+        <translation>%1 (gelöschter Ordner)</translation>
+    </message>
+    <message>
+        <source>Open to the network</source>
+        <translation>Aus dem Netz erreichbar</translation>
+    </message>
+    <message>
+        <source>Perhaps left behind</source>
+        <translation>Vielleicht zurückgeblieben</translation>
+    </message>
+</context>
+<context>
+    <name>OriginRows</name>
+    <message>
+        <source>%1, of a user</source>
+        <translation>%1, eines Benutzers</translation>
+    </message>
+    <message>
+        <source>%1, of the system</source>
+        <translation>%1, des Systems</translation>
+    </message>
+    <message>
+        <source>%1 (IPv6 only)</source>
+        <translation>%1 (nur IPv6)</translation>
+    </message>
+    <message>
+        <source>This machine only</source>
+        <translation>Nur für diesen Rechner</translation>
+    </message>
+    <message>
+        <source>The network, unless a firewall stops it</source>
+        <translation>Das Netz, wenn keine Firewall es verhindert</translation>
+    </message>
+    <message>
+        <source>Everyone who can reach %1, unless a firewall stops them</source>
+        <translation>Alle, die %1 erreichen, wenn keine Firewall es verhindert</translation>
+    </message>
+    <message>
+        <source>%1 processes: %2</source>
+        <translation>%1 Prozesse: %2</translation>
+    </message>
+    <message>
+        <source>its folder is deleted</source>
+        <translation>sein Ordner ist gelöscht</translation>
+    </message>
+    <message>
+        <source>it has no terminal</source>
+        <translation>er hat kein Terminal</translation>
+    </message>
+    <message>
+        <source>what started it has ended</source>
+        <translation>was ihn gestartet hat, ist beendet</translation>
+    </message>
+    <message>
+        <source>its session is over</source>
+        <translation>seine Sitzung ist vorbei</translation>
+    </message>
+    <message>
+        <source>nobody is connected</source>
+        <translation>niemand ist verbunden</translation>
+    </message>
+    <message>
+        <source>Perhaps: %1</source>
+        <translation>Vielleicht: %1</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Commit</source>
+        <translation>Commit</translation>
+    </message>
+    <message>
+        <source>Branch</source>
+        <translation>Branch</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>Ordner</translation>
+    </message>
+    <message>
+        <source>%1 (deleted)</source>
+        <translation>%1 (gelöscht)</translation>
+    </message>
+    <message>
+        <source>Runs</source>
+        <translation>Führt aus</translation>
+    </message>
+    <message>
+        <source>Command line</source>
+        <translation>Befehlszeile</translation>
+    </message>
+    <message>
+        <source>Started by</source>
+        <translation>Gestartet von</translation>
+    </message>
+    <message>
+        <source>Container</source>
+        <translation>Container</translation>
+    </message>
+    <message>
+        <source>Image</source>
+        <translation>Image</translation>
+    </message>
+    <message>
+        <source>Service</source>
+        <translation>Dienst</translation>
+    </message>
+    <message>
+        <source>Its port</source>
+        <translation>Sein Port</translation>
+    </message>
+    <message>
+        <source>Unit</source>
+        <translation>Unit</translation>
+    </message>
+    <message>
+        <source>Socket</source>
+        <translation>Socket</translation>
+    </message>
+    <message>
+        <source>Listens on</source>
+        <translation>Lauscht auf</translation>
+    </message>
+    <message>
+        <source>Open to</source>
+        <translation>Offen für</translation>
+    </message>
+    <message>
+        <source>Shared by</source>
+        <translation>Geteilt von</translation>
+    </message>
+    <message>
+        <source>Clients</source>
+        <translation>Clients</translation>
+    </message>
+    <message>
+        <source>Left behind</source>
+        <translation>Zurückgeblieben</translation>
+    </message>
+</context>
+<context>
     <name>PortContextMenu</name>
     <message>
         <source>Copy Port</source>
@@ -402,6 +564,14 @@
         <source>Command</source>
         <translation>Befehl</translation>
     </message>
+    <message>
+        <source>Project</source>
+        <translation>Projekt</translation>
+    </message>
+    <message>
+        <source>Origin</source>
+        <translation>Herkunft</translation>
+    </message>
 </context>
 <context>
     <name>ProcessDetailPanel</name>
@@ -468,6 +638,77 @@
     <message>
         <source>closed</source>
         <translation>geschlossen</translation>
+    </message>
+</context>
+<context>
+    <name>StopText</name>
+    <message>
+        <source>Stops container %1.</source>
+        <translation>Stoppt den Container %1.</translation>
+    </message>
+    <message>
+        <source>Stops container %1 of compose project %2.</source>
+        <translation>Stoppt den Container %1 des Compose-Projekts %2.</translation>
+    </message>
+    <message>
+        <source>%1 is a program that people work in or that the session needs; it is not stopped for a port.</source>
+        <translation>In %1 arbeitet jemand, oder die Sitzung braucht es; es wird nicht für einen Port gestoppt.</translation>
+    </message>
+    <message>
+        <source>It belongs to another user, and to no service or container that could be stopped.</source>
+        <translation>Es gehört einem anderen Benutzer, und zu keinem Dienst oder Container, der sich stoppen ließe.</translation>
+    </message>
+    <message>
+        <source>Nobody can tell what would have to be stopped.</source>
+        <translation>Was zu stoppen wäre, ist nicht festzustellen.</translation>
+    </message>
+    <message>
+        <source>Stops %1, one of your services.</source>
+        <translation>Stoppt %1, einen Ihrer Dienste.</translation>
+    </message>
+    <message>
+        <source>Stops %1, a service of the system.</source>
+        <translation>Stoppt %1, einen Dienst des Systems.</translation>
+    </message>
+    <message>
+        <source>Stops %1 (PID %2).</source>
+        <translation>Stoppt %1 (PID %2).</translation>
+    </message>
+    <message>
+        <source>Stops %1 (PID %2), which started the server on port %3.</source>
+        <translation>Stoppt %1 (PID %2), was den Server auf Port %3 gestartet hat.</translation>
+    </message>
+    <message>
+        <source>1 client is connected.</source>
+        <translation>1 Client ist verbunden.</translation>
+    </message>
+    <message>
+        <source>%1 clients are connected.</source>
+        <translation>%1 Clients sind verbunden.</translation>
+    </message>
+    <message>
+        <source>Ports that go with it: %1.</source>
+        <translation>Ports, die mitgehen: %1.</translation>
+    </message>
+    <message>
+        <source>%1 may start it again.</source>
+        <translation>%1 startet ihn vielleicht wieder.</translation>
+    </message>
+    <message>
+        <source>%1 has been asked to end and still holds port %2. End it by force?</source>
+        <translation>%1 wurde gebeten, sich zu beenden, und hält Port %2 noch. Mit Gewalt beenden?</translation>
+    </message>
+    <message>
+        <source>another process</source>
+        <translation>ein anderer Prozess</translation>
+    </message>
+    <message>
+        <source>%1 has ended, and %2 has taken port %3 again.</source>
+        <translation>%1 ist beendet, und %2 hat Port %3 wieder belegt.</translation>
+    </message>
+    <message>
+        <source>%1 could not be stopped: %2</source>
+        <translation>%1 ließ sich nicht stoppen: %2</translation>
     </message>
 </context>
 <context>
@@ -676,6 +917,14 @@
         <source>Force Quit %1</source>
         <translation>%1 sofort beenden</translation>
     </message>
+    <message>
+        <source>Stop %1</source>
+        <translation>%1 stoppen</translation>
+    </message>
+    <message>
+        <source>End by Force</source>
+        <translation>Erzwingen</translation>
+    </message>
 </context>
 <context>
     <name>zenlot::PortNotificationManager</name>
@@ -714,6 +963,10 @@
     <message>
         <source>%1 started listening on port %2</source>
         <translation>%1 lauscht jetzt an Port %2</translation>
+    </message>
+    <message>
+        <source>Unknown</source>
+        <translation>Unbekannt</translation>
     </message>
     <message>
         <source>… and %1 more</source>

@@ -132,6 +132,22 @@
         <source>Inspector</source>
         <translation>Inspector</translation>
     </message>
+    <message>
+        <source>Stop</source>
+        <translation>Detener</translation>
+    </message>
+    <message>
+        <source>Stop the server so that it stays stopped</source>
+        <translation>Detener el servidor de modo que siga detenido</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Cerrar</translation>
+    </message>
+    <message>
+        <source>Stop the Server?</source>
+        <translation>¿Detener el servidor?</translation>
+    </message>
 </context>
 <context>
     <name>ExceptionList</name>
@@ -312,6 +328,152 @@
     </message>
 </context>
 <context>
+    <name>OriginNote</name>
+    <message>
+        <source>%1 (deleted folder)</source>
+        <translation>%1 (carpeta eliminada)</translation>
+    </message>
+    <message>
+        <source>Open to the network</source>
+        <translation>Abierto a la red</translation>
+    </message>
+    <message>
+        <source>Perhaps left behind</source>
+        <translation>Quizá olvidado</translation>
+    </message>
+</context>
+<context>
+    <name>OriginRows</name>
+    <message>
+        <source>%1, of a user</source>
+        <translation>%1, de un usuario</translation>
+    </message>
+    <message>
+        <source>%1, of the system</source>
+        <translation>%1, del sistema</translation>
+    </message>
+    <message>
+        <source>%1 (IPv6 only)</source>
+        <translation>%1 (solo IPv6)</translation>
+    </message>
+    <message>
+        <source>This machine only</source>
+        <translation>Solo esta máquina</translation>
+    </message>
+    <message>
+        <source>The network, unless a firewall stops it</source>
+        <translation>La red, salvo que un cortafuegos lo impida</translation>
+    </message>
+    <message>
+        <source>Everyone who can reach %1, unless a firewall stops them</source>
+        <translation>Quien pueda llegar a %1, salvo que un cortafuegos lo impida</translation>
+    </message>
+    <message>
+        <source>%1 processes: %2</source>
+        <translation>%1 procesos: %2</translation>
+    </message>
+    <message>
+        <source>its folder is deleted</source>
+        <translation>su carpeta está eliminada</translation>
+    </message>
+    <message>
+        <source>it has no terminal</source>
+        <translation>no tiene terminal</translation>
+    </message>
+    <message>
+        <source>what started it has ended</source>
+        <translation>lo que lo inició ha terminado</translation>
+    </message>
+    <message>
+        <source>its session is over</source>
+        <translation>su sesión ha terminado</translation>
+    </message>
+    <message>
+        <source>nobody is connected</source>
+        <translation>nadie está conectado</translation>
+    </message>
+    <message>
+        <source>Perhaps: %1</source>
+        <translation>Quizá: %1</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Nombre</translation>
+    </message>
+    <message>
+        <source>Commit</source>
+        <translation>Commit</translation>
+    </message>
+    <message>
+        <source>Branch</source>
+        <translation>Rama</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>Carpeta</translation>
+    </message>
+    <message>
+        <source>%1 (deleted)</source>
+        <translation>%1 (eliminada)</translation>
+    </message>
+    <message>
+        <source>Runs</source>
+        <translation>Ejecuta</translation>
+    </message>
+    <message>
+        <source>Command line</source>
+        <translation>Línea de órdenes</translation>
+    </message>
+    <message>
+        <source>Started by</source>
+        <translation>Iniciado por</translation>
+    </message>
+    <message>
+        <source>Container</source>
+        <translation>Contenedor</translation>
+    </message>
+    <message>
+        <source>Image</source>
+        <translation>Imagen</translation>
+    </message>
+    <message>
+        <source>Service</source>
+        <translation>Servicio</translation>
+    </message>
+    <message>
+        <source>Its port</source>
+        <translation>Su puerto</translation>
+    </message>
+    <message>
+        <source>Unit</source>
+        <translation>Unidad</translation>
+    </message>
+    <message>
+        <source>Socket</source>
+        <translation>Socket</translation>
+    </message>
+    <message>
+        <source>Listens on</source>
+        <translation>Escucha en</translation>
+    </message>
+    <message>
+        <source>Open to</source>
+        <translation>Abierto a</translation>
+    </message>
+    <message>
+        <source>Shared by</source>
+        <translation>Compartido por</translation>
+    </message>
+    <message>
+        <source>Clients</source>
+        <translation>Clientes</translation>
+    </message>
+    <message>
+        <source>Left behind</source>
+        <translation>Olvidado</translation>
+    </message>
+</context>
+<context>
     <name>PortContextMenu</name>
     <message>
         <source>Copy Port</source>
@@ -402,6 +564,14 @@
         <source>Command</source>
         <translation>Comando</translation>
     </message>
+    <message>
+        <source>Project</source>
+        <translation>Proyecto</translation>
+    </message>
+    <message>
+        <source>Origin</source>
+        <translation>Origen</translation>
+    </message>
 </context>
 <context>
     <name>ProcessDetailPanel</name>
@@ -468,6 +638,77 @@
     <message>
         <source>closed</source>
         <translation>cerrada</translation>
+    </message>
+</context>
+<context>
+    <name>StopText</name>
+    <message>
+        <source>Stops container %1.</source>
+        <translation>Detiene el contenedor %1.</translation>
+    </message>
+    <message>
+        <source>Stops container %1 of compose project %2.</source>
+        <translation>Detiene el contenedor %1 del proyecto compose %2.</translation>
+    </message>
+    <message>
+        <source>%1 is a program that people work in or that the session needs; it is not stopped for a port.</source>
+        <translation>%1 es un programa en el que se trabaja o que la sesión necesita; no se detiene por un puerto.</translation>
+    </message>
+    <message>
+        <source>It belongs to another user, and to no service or container that could be stopped.</source>
+        <translation>Pertenece a otro usuario y a ningún servicio o contenedor que se pueda detener.</translation>
+    </message>
+    <message>
+        <source>Nobody can tell what would have to be stopped.</source>
+        <translation>No se puede saber qué habría que detener.</translation>
+    </message>
+    <message>
+        <source>Stops %1, one of your services.</source>
+        <translation>Detiene %1, uno de sus servicios.</translation>
+    </message>
+    <message>
+        <source>Stops %1, a service of the system.</source>
+        <translation>Detiene %1, un servicio del sistema.</translation>
+    </message>
+    <message>
+        <source>Stops %1 (PID %2).</source>
+        <translation>Detiene %1 (PID %2).</translation>
+    </message>
+    <message>
+        <source>Stops %1 (PID %2), which started the server on port %3.</source>
+        <translation>Detiene %1 (PID %2), que inició el servidor en el puerto %3.</translation>
+    </message>
+    <message>
+        <source>1 client is connected.</source>
+        <translation>Hay 1 cliente conectado.</translation>
+    </message>
+    <message>
+        <source>%1 clients are connected.</source>
+        <translation>Hay %1 clientes conectados.</translation>
+    </message>
+    <message>
+        <source>Ports that go with it: %1.</source>
+        <translation>Puertos que se cierran con él: %1.</translation>
+    </message>
+    <message>
+        <source>%1 may start it again.</source>
+        <translation>%1 puede volver a iniciarlo.</translation>
+    </message>
+    <message>
+        <source>%1 has been asked to end and still holds port %2. End it by force?</source>
+        <translation>Se ha pedido a %1 que termine y aún ocupa el puerto %2. ¿Forzar?</translation>
+    </message>
+    <message>
+        <source>another process</source>
+        <translation>otro proceso</translation>
+    </message>
+    <message>
+        <source>%1 has ended, and %2 has taken port %3 again.</source>
+        <translation>%1 ha terminado y %2 ha vuelto a ocupar el puerto %3.</translation>
+    </message>
+    <message>
+        <source>%1 could not be stopped: %2</source>
+        <translation>No se pudo detener %1: %2</translation>
     </message>
 </context>
 <context>
@@ -676,6 +917,14 @@
         <source>Force Quit %1</source>
         <translation>Forzar la salida de %1</translation>
     </message>
+    <message>
+        <source>Stop %1</source>
+        <translation>Detener %1</translation>
+    </message>
+    <message>
+        <source>End by Force</source>
+        <translation>Forzar</translation>
+    </message>
 </context>
 <context>
     <name>zenlot::PortNotificationManager</name>
@@ -714,6 +963,10 @@
     <message>
         <source>%1 started listening on port %2</source>
         <translation>%1 ha empezado a escuchar en el puerto %2</translation>
+    </message>
+    <message>
+        <source>Unknown</source>
+        <translation>Desconocido</translation>
     </message>
     <message>
         <source>… and %1 more</source>

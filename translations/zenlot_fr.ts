@@ -132,6 +132,22 @@
         <source>Inspector</source>
         <translation>Inspecteur</translation>
     </message>
+    <message>
+        <source>Stop</source>
+        <translation>Arrêter</translation>
+    </message>
+    <message>
+        <source>Stop the server so that it stays stopped</source>
+        <translation>Arrêter le serveur pour qu’il le reste</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Fermer</translation>
+    </message>
+    <message>
+        <source>Stop the Server?</source>
+        <translation>Arrêter le serveur ?</translation>
+    </message>
 </context>
 <context>
     <name>ExceptionList</name>
@@ -312,6 +328,152 @@
     </message>
 </context>
 <context>
+    <name>OriginNote</name>
+    <message>
+        <source>%1 (deleted folder)</source>
+        <translation>%1 (dossier supprimé)</translation>
+    </message>
+    <message>
+        <source>Open to the network</source>
+        <translation>Ouvert au réseau</translation>
+    </message>
+    <message>
+        <source>Perhaps left behind</source>
+        <translation>Peut-être oublié</translation>
+    </message>
+</context>
+<context>
+    <name>OriginRows</name>
+    <message>
+        <source>%1, of a user</source>
+        <translation>%1, d’un utilisateur</translation>
+    </message>
+    <message>
+        <source>%1, of the system</source>
+        <translation>%1, du système</translation>
+    </message>
+    <message>
+        <source>%1 (IPv6 only)</source>
+        <translation>%1 (IPv6 seulement)</translation>
+    </message>
+    <message>
+        <source>This machine only</source>
+        <translation>Cette machine uniquement</translation>
+    </message>
+    <message>
+        <source>The network, unless a firewall stops it</source>
+        <translation>Le réseau, sauf si un pare-feu l’empêche</translation>
+    </message>
+    <message>
+        <source>Everyone who can reach %1, unless a firewall stops them</source>
+        <translation>Quiconque peut joindre %1, sauf si un pare-feu l’empêche</translation>
+    </message>
+    <message>
+        <source>%1 processes: %2</source>
+        <translation>%1 processus : %2</translation>
+    </message>
+    <message>
+        <source>its folder is deleted</source>
+        <translation>son dossier est supprimé</translation>
+    </message>
+    <message>
+        <source>it has no terminal</source>
+        <translation>il n’a pas de terminal</translation>
+    </message>
+    <message>
+        <source>what started it has ended</source>
+        <translation>ce qui l’a lancé est terminé</translation>
+    </message>
+    <message>
+        <source>its session is over</source>
+        <translation>sa session est terminée</translation>
+    </message>
+    <message>
+        <source>nobody is connected</source>
+        <translation>personne n’est connecté</translation>
+    </message>
+    <message>
+        <source>Perhaps: %1</source>
+        <translation>Peut-être : %1</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Nom</translation>
+    </message>
+    <message>
+        <source>Commit</source>
+        <translation>Commit</translation>
+    </message>
+    <message>
+        <source>Branch</source>
+        <translation>Branche</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>Dossier</translation>
+    </message>
+    <message>
+        <source>%1 (deleted)</source>
+        <translation>%1 (supprimé)</translation>
+    </message>
+    <message>
+        <source>Runs</source>
+        <translation>Exécute</translation>
+    </message>
+    <message>
+        <source>Command line</source>
+        <translation>Ligne de commande</translation>
+    </message>
+    <message>
+        <source>Started by</source>
+        <translation>Lancé par</translation>
+    </message>
+    <message>
+        <source>Container</source>
+        <translation>Conteneur</translation>
+    </message>
+    <message>
+        <source>Image</source>
+        <translation>Image</translation>
+    </message>
+    <message>
+        <source>Service</source>
+        <translation>Service</translation>
+    </message>
+    <message>
+        <source>Its port</source>
+        <translation>Son port</translation>
+    </message>
+    <message>
+        <source>Unit</source>
+        <translation>Unité</translation>
+    </message>
+    <message>
+        <source>Socket</source>
+        <translation>Socket</translation>
+    </message>
+    <message>
+        <source>Listens on</source>
+        <translation>Écoute sur</translation>
+    </message>
+    <message>
+        <source>Open to</source>
+        <translation>Ouvert à</translation>
+    </message>
+    <message>
+        <source>Shared by</source>
+        <translation>Partagé par</translation>
+    </message>
+    <message>
+        <source>Clients</source>
+        <translation>Clients</translation>
+    </message>
+    <message>
+        <source>Left behind</source>
+        <translation>Oublié</translation>
+    </message>
+</context>
+<context>
     <name>PortContextMenu</name>
     <message>
         <source>Copy Port</source>
@@ -402,6 +564,14 @@
         <source>Command</source>
         <translation>Commande</translation>
     </message>
+    <message>
+        <source>Project</source>
+        <translation>Projet</translation>
+    </message>
+    <message>
+        <source>Origin</source>
+        <translation>Origine</translation>
+    </message>
 </context>
 <context>
     <name>ProcessDetailPanel</name>
@@ -468,6 +638,77 @@
     <message>
         <source>closed</source>
         <translation>fermé</translation>
+    </message>
+</context>
+<context>
+    <name>StopText</name>
+    <message>
+        <source>Stops container %1.</source>
+        <translation>Arrête le conteneur %1.</translation>
+    </message>
+    <message>
+        <source>Stops container %1 of compose project %2.</source>
+        <translation>Arrête le conteneur %1 du projet compose %2.</translation>
+    </message>
+    <message>
+        <source>%1 is a program that people work in or that the session needs; it is not stopped for a port.</source>
+        <translation>%1 est un programme de travail ou nécessaire à la session ; il n’est pas arrêté pour un port.</translation>
+    </message>
+    <message>
+        <source>It belongs to another user, and to no service or container that could be stopped.</source>
+        <translation>Il appartient à un autre utilisateur, et à aucun service ou conteneur qui puisse être arrêté.</translation>
+    </message>
+    <message>
+        <source>Nobody can tell what would have to be stopped.</source>
+        <translation>Impossible de savoir ce qu’il faudrait arrêter.</translation>
+    </message>
+    <message>
+        <source>Stops %1, one of your services.</source>
+        <translation>Arrête %1, un de vos services.</translation>
+    </message>
+    <message>
+        <source>Stops %1, a service of the system.</source>
+        <translation>Arrête %1, un service du système.</translation>
+    </message>
+    <message>
+        <source>Stops %1 (PID %2).</source>
+        <translation>Arrête %1 (PID %2).</translation>
+    </message>
+    <message>
+        <source>Stops %1 (PID %2), which started the server on port %3.</source>
+        <translation>Arrête %1 (PID %2), qui a lancé le serveur sur le port %3.</translation>
+    </message>
+    <message>
+        <source>1 client is connected.</source>
+        <translation>1 client est connecté.</translation>
+    </message>
+    <message>
+        <source>%1 clients are connected.</source>
+        <translation>%1 clients sont connectés.</translation>
+    </message>
+    <message>
+        <source>Ports that go with it: %1.</source>
+        <translation>Ports fermés avec lui : %1.</translation>
+    </message>
+    <message>
+        <source>%1 may start it again.</source>
+        <translation>%1 peut le relancer.</translation>
+    </message>
+    <message>
+        <source>%1 has been asked to end and still holds port %2. End it by force?</source>
+        <translation>%1 a été prié de se terminer et occupe toujours le port %2. Forcer ?</translation>
+    </message>
+    <message>
+        <source>another process</source>
+        <translation>un autre processus</translation>
+    </message>
+    <message>
+        <source>%1 has ended, and %2 has taken port %3 again.</source>
+        <translation>%1 est terminé, et %2 a repris le port %3.</translation>
+    </message>
+    <message>
+        <source>%1 could not be stopped: %2</source>
+        <translation>Impossible d’arrêter %1 : %2</translation>
     </message>
 </context>
 <context>
@@ -676,6 +917,14 @@
         <source>Force Quit %1</source>
         <translation>Forcer %1 à quitter</translation>
     </message>
+    <message>
+        <source>Stop %1</source>
+        <translation>Arrêter %1</translation>
+    </message>
+    <message>
+        <source>End by Force</source>
+        <translation>Forcer</translation>
+    </message>
 </context>
 <context>
     <name>zenlot::PortNotificationManager</name>
@@ -714,6 +963,10 @@
     <message>
         <source>%1 started listening on port %2</source>
         <translation>%1 s’est mis à l’écoute du port %2</translation>
+    </message>
+    <message>
+        <source>Unknown</source>
+        <translation>Inconnu</translation>
     </message>
     <message>
         <source>… and %1 more</source>

@@ -132,6 +132,22 @@
         <source>Inspector</source>
         <translation>Infóablak</translation>
     </message>
+    <message>
+        <source>Stop</source>
+        <translation>Leállítás</translation>
+    </message>
+    <message>
+        <source>Stop the server so that it stays stopped</source>
+        <translation>A kiszolgáló leállítása úgy, hogy az is maradjon</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Bezárás</translation>
+    </message>
+    <message>
+        <source>Stop the Server?</source>
+        <translation>Leállítja a kiszolgálót?</translation>
+    </message>
 </context>
 <context>
     <name>ExceptionList</name>
@@ -312,6 +328,152 @@
     </message>
 </context>
 <context>
+    <name>OriginNote</name>
+    <message>
+        <source>%1 (deleted folder)</source>
+        <translation>%1 (törölt mappa)</translation>
+    </message>
+    <message>
+        <source>Open to the network</source>
+        <translation>A hálózat felől elérhető</translation>
+    </message>
+    <message>
+        <source>Perhaps left behind</source>
+        <translation>Talán itt felejtett</translation>
+    </message>
+</context>
+<context>
+    <name>OriginRows</name>
+    <message>
+        <source>%1, of a user</source>
+        <translation>%1, felhasználóé</translation>
+    </message>
+    <message>
+        <source>%1, of the system</source>
+        <translation>%1, a rendszeré</translation>
+    </message>
+    <message>
+        <source>%1 (IPv6 only)</source>
+        <translation>%1 (csak IPv6)</translation>
+    </message>
+    <message>
+        <source>This machine only</source>
+        <translation>Csak ez a gép</translation>
+    </message>
+    <message>
+        <source>The network, unless a firewall stops it</source>
+        <translation>A hálózat, ha tűzfal nem akadályozza</translation>
+    </message>
+    <message>
+        <source>Everyone who can reach %1, unless a firewall stops them</source>
+        <translation>Bárki, aki eléri ezt: %1, ha tűzfal nem akadályozza</translation>
+    </message>
+    <message>
+        <source>%1 processes: %2</source>
+        <translation>%1 folyamat: %2</translation>
+    </message>
+    <message>
+        <source>its folder is deleted</source>
+        <translation>a mappáját törölték</translation>
+    </message>
+    <message>
+        <source>it has no terminal</source>
+        <translation>nincs terminálja</translation>
+    </message>
+    <message>
+        <source>what started it has ended</source>
+        <translation>ami elindította, véget ért</translation>
+    </message>
+    <message>
+        <source>its session is over</source>
+        <translation>a munkamenete véget ért</translation>
+    </message>
+    <message>
+        <source>nobody is connected</source>
+        <translation>senki sem kapcsolódik</translation>
+    </message>
+    <message>
+        <source>Perhaps: %1</source>
+        <translation>Talán: %1</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Név</translation>
+    </message>
+    <message>
+        <source>Commit</source>
+        <translation>Commit</translation>
+    </message>
+    <message>
+        <source>Branch</source>
+        <translation>Ág</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>Mappa</translation>
+    </message>
+    <message>
+        <source>%1 (deleted)</source>
+        <translation>%1 (törölve)</translation>
+    </message>
+    <message>
+        <source>Runs</source>
+        <translation>Futtatja</translation>
+    </message>
+    <message>
+        <source>Command line</source>
+        <translation>Parancssor</translation>
+    </message>
+    <message>
+        <source>Started by</source>
+        <translation>Elindította</translation>
+    </message>
+    <message>
+        <source>Container</source>
+        <translation>Konténer</translation>
+    </message>
+    <message>
+        <source>Image</source>
+        <translation>Lemezkép</translation>
+    </message>
+    <message>
+        <source>Service</source>
+        <translation>Szolgáltatás</translation>
+    </message>
+    <message>
+        <source>Its port</source>
+        <translation>A portja</translation>
+    </message>
+    <message>
+        <source>Unit</source>
+        <translation>Egység</translation>
+    </message>
+    <message>
+        <source>Socket</source>
+        <translation>Socket</translation>
+    </message>
+    <message>
+        <source>Listens on</source>
+        <translation>Figyeli</translation>
+    </message>
+    <message>
+        <source>Open to</source>
+        <translation>Nyitott</translation>
+    </message>
+    <message>
+        <source>Shared by</source>
+        <translation>Osztoznak</translation>
+    </message>
+    <message>
+        <source>Clients</source>
+        <translation>Kliensek</translation>
+    </message>
+    <message>
+        <source>Left behind</source>
+        <translation>Itt felejtett</translation>
+    </message>
+</context>
+<context>
     <name>PortContextMenu</name>
     <message>
         <source>Copy Port</source>
@@ -402,6 +564,14 @@
         <source>Command</source>
         <translation>Parancs</translation>
     </message>
+    <message>
+        <source>Project</source>
+        <translation>Projekt</translation>
+    </message>
+    <message>
+        <source>Origin</source>
+        <translation>Eredet</translation>
+    </message>
 </context>
 <context>
     <name>ProcessDetailPanel</name>
@@ -468,6 +638,77 @@
     <message>
         <source>closed</source>
         <translation>zárva</translation>
+    </message>
+</context>
+<context>
+    <name>StopText</name>
+    <message>
+        <source>Stops container %1.</source>
+        <translation>Leállítja a(z) %1 konténert.</translation>
+    </message>
+    <message>
+        <source>Stops container %1 of compose project %2.</source>
+        <translation>Leállítja a(z) %1 konténert a(z) %2 compose projektből.</translation>
+    </message>
+    <message>
+        <source>%1 is a program that people work in or that the session needs; it is not stopped for a port.</source>
+        <translation>A(z) %1 programban dolgoznak, vagy a munkamenetnek kell; nem áll le egy portért.</translation>
+    </message>
+    <message>
+        <source>It belongs to another user, and to no service or container that could be stopped.</source>
+        <translation>Más felhasználóé, és nem tartozik leállítható szolgáltatáshoz vagy konténerhez.</translation>
+    </message>
+    <message>
+        <source>Nobody can tell what would have to be stopped.</source>
+        <translation>Nem állapítható meg, mit kellene leállítani.</translation>
+    </message>
+    <message>
+        <source>Stops %1, one of your services.</source>
+        <translation>Leállítja: %1, az Ön egyik szolgáltatása.</translation>
+    </message>
+    <message>
+        <source>Stops %1, a service of the system.</source>
+        <translation>Leállítja: %1, a rendszer szolgáltatása.</translation>
+    </message>
+    <message>
+        <source>Stops %1 (PID %2).</source>
+        <translation>Leállítja: %1 (PID %2).</translation>
+    </message>
+    <message>
+        <source>Stops %1 (PID %2), which started the server on port %3.</source>
+        <translation>Leállítja: %1 (PID %2), amely a(z) %3. port kiszolgálóját elindította.</translation>
+    </message>
+    <message>
+        <source>1 client is connected.</source>
+        <translation>1 kliens kapcsolódik.</translation>
+    </message>
+    <message>
+        <source>%1 clients are connected.</source>
+        <translation>%1 kliens kapcsolódik.</translation>
+    </message>
+    <message>
+        <source>Ports that go with it: %1.</source>
+        <translation>Vele megszűnő portok: %1.</translation>
+    </message>
+    <message>
+        <source>%1 may start it again.</source>
+        <translation>A(z) %1 újraindíthatja.</translation>
+    </message>
+    <message>
+        <source>%1 has been asked to end and still holds port %2. End it by force?</source>
+        <translation>A(z) %1 kérésre sem ért véget, és tartja a(z) %2. portot. Kényszerített leállítás?</translation>
+    </message>
+    <message>
+        <source>another process</source>
+        <translation>egy másik folyamat</translation>
+    </message>
+    <message>
+        <source>%1 has ended, and %2 has taken port %3 again.</source>
+        <translation>A(z) %1 véget ért, és a(z) %2 ismét elfoglalta a(z) %3. portot.</translation>
+    </message>
+    <message>
+        <source>%1 could not be stopped: %2</source>
+        <translation>A(z) %1 nem állítható le: %2</translation>
     </message>
 </context>
 <context>
@@ -676,6 +917,14 @@
         <source>Force Quit %1</source>
         <translation>%1 kényszerített bezárása</translation>
     </message>
+    <message>
+        <source>Stop %1</source>
+        <translation>%1 leállítása</translation>
+    </message>
+    <message>
+        <source>End by Force</source>
+        <translation>Kényszerítés</translation>
+    </message>
 </context>
 <context>
     <name>zenlot::PortNotificationManager</name>
@@ -714,6 +963,10 @@
     <message>
         <source>%1 started listening on port %2</source>
         <translation>%1 figyelni kezdett a(z) %2. porton</translation>
+    </message>
+    <message>
+        <source>Unknown</source>
+        <translation>Ismeretlen</translation>
     </message>
     <message>
         <source>… and %1 more</source>

@@ -132,6 +132,22 @@
         <source>Inspector</source>
         <translation>インスペクタ</translation>
     </message>
+    <message>
+        <source>Stop</source>
+        <translation>停止</translation>
+    </message>
+    <message>
+        <source>Stop the server so that it stays stopped</source>
+        <translation>サーバーを停止したままにする</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>閉じる</translation>
+    </message>
+    <message>
+        <source>Stop the Server?</source>
+        <translation>サーバーを停止しますか？</translation>
+    </message>
 </context>
 <context>
     <name>ExceptionList</name>
@@ -312,6 +328,152 @@
     </message>
 </context>
 <context>
+    <name>OriginNote</name>
+    <message>
+        <source>%1 (deleted folder)</source>
+        <translation>%1（削除されたフォルダ）</translation>
+    </message>
+    <message>
+        <source>Open to the network</source>
+        <translation>ネットワークに公開</translation>
+    </message>
+    <message>
+        <source>Perhaps left behind</source>
+        <translation>放置されている可能性あり</translation>
+    </message>
+</context>
+<context>
+    <name>OriginRows</name>
+    <message>
+        <source>%1, of a user</source>
+        <translation>%1（ユーザー）</translation>
+    </message>
+    <message>
+        <source>%1, of the system</source>
+        <translation>%1（システム）</translation>
+    </message>
+    <message>
+        <source>%1 (IPv6 only)</source>
+        <translation>%1（IPv6 のみ）</translation>
+    </message>
+    <message>
+        <source>This machine only</source>
+        <translation>このマシンのみ</translation>
+    </message>
+    <message>
+        <source>The network, unless a firewall stops it</source>
+        <translation>ネットワーク（ファイアウォールで止められない限り）</translation>
+    </message>
+    <message>
+        <source>Everyone who can reach %1, unless a firewall stops them</source>
+        <translation>%1 に到達できるすべての相手（ファイアウォールで止められない限り）</translation>
+    </message>
+    <message>
+        <source>%1 processes: %2</source>
+        <translation>%1 個のプロセス：%2</translation>
+    </message>
+    <message>
+        <source>its folder is deleted</source>
+        <translation>フォルダが削除された</translation>
+    </message>
+    <message>
+        <source>it has no terminal</source>
+        <translation>端末がない</translation>
+    </message>
+    <message>
+        <source>what started it has ended</source>
+        <translation>起動元が終了した</translation>
+    </message>
+    <message>
+        <source>its session is over</source>
+        <translation>セッションが終了した</translation>
+    </message>
+    <message>
+        <source>nobody is connected</source>
+        <translation>接続している相手がいない</translation>
+    </message>
+    <message>
+        <source>Perhaps: %1</source>
+        <translation>可能性あり：%1</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名前</translation>
+    </message>
+    <message>
+        <source>Commit</source>
+        <translation>コミット</translation>
+    </message>
+    <message>
+        <source>Branch</source>
+        <translation>ブランチ</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>フォルダ</translation>
+    </message>
+    <message>
+        <source>%1 (deleted)</source>
+        <translation>%1（削除済み）</translation>
+    </message>
+    <message>
+        <source>Runs</source>
+        <translation>実行内容</translation>
+    </message>
+    <message>
+        <source>Command line</source>
+        <translation>コマンドライン</translation>
+    </message>
+    <message>
+        <source>Started by</source>
+        <translation>起動元</translation>
+    </message>
+    <message>
+        <source>Container</source>
+        <translation>コンテナ</translation>
+    </message>
+    <message>
+        <source>Image</source>
+        <translation>イメージ</translation>
+    </message>
+    <message>
+        <source>Service</source>
+        <translation>サービス</translation>
+    </message>
+    <message>
+        <source>Its port</source>
+        <translation>内部ポート</translation>
+    </message>
+    <message>
+        <source>Unit</source>
+        <translation>ユニット</translation>
+    </message>
+    <message>
+        <source>Socket</source>
+        <translation>ソケット</translation>
+    </message>
+    <message>
+        <source>Listens on</source>
+        <translation>待ち受け</translation>
+    </message>
+    <message>
+        <source>Open to</source>
+        <translation>公開範囲</translation>
+    </message>
+    <message>
+        <source>Shared by</source>
+        <translation>共有</translation>
+    </message>
+    <message>
+        <source>Clients</source>
+        <translation>クライアント</translation>
+    </message>
+    <message>
+        <source>Left behind</source>
+        <translation>放置</translation>
+    </message>
+</context>
+<context>
     <name>PortContextMenu</name>
     <message>
         <source>Copy Port</source>
@@ -402,6 +564,14 @@
         <source>Command</source>
         <translation>コマンド</translation>
     </message>
+    <message>
+        <source>Project</source>
+        <translation>プロジェクト</translation>
+    </message>
+    <message>
+        <source>Origin</source>
+        <translation>由来</translation>
+    </message>
 </context>
 <context>
     <name>ProcessDetailPanel</name>
@@ -468,6 +638,77 @@
     <message>
         <source>closed</source>
         <translation>閉じています</translation>
+    </message>
+</context>
+<context>
+    <name>StopText</name>
+    <message>
+        <source>Stops container %1.</source>
+        <translation>コンテナ %1 を停止します。</translation>
+    </message>
+    <message>
+        <source>Stops container %1 of compose project %2.</source>
+        <translation>Compose プロジェクト %2 のコンテナ %1 を停止します。</translation>
+    </message>
+    <message>
+        <source>%1 is a program that people work in or that the session needs; it is not stopped for a port.</source>
+        <translation>%1 は作業中またはセッションに必要なプログラムのため、ポートのためには停止しません。</translation>
+    </message>
+    <message>
+        <source>It belongs to another user, and to no service or container that could be stopped.</source>
+        <translation>別のユーザーのもので、停止できるサービスやコンテナに属していません。</translation>
+    </message>
+    <message>
+        <source>Nobody can tell what would have to be stopped.</source>
+        <translation>何を停止すべきか判断できません。</translation>
+    </message>
+    <message>
+        <source>Stops %1, one of your services.</source>
+        <translation>あなたのサービス %1 を停止します。</translation>
+    </message>
+    <message>
+        <source>Stops %1, a service of the system.</source>
+        <translation>システムのサービス %1 を停止します。</translation>
+    </message>
+    <message>
+        <source>Stops %1 (PID %2).</source>
+        <translation>%1（PID %2）を停止します。</translation>
+    </message>
+    <message>
+        <source>Stops %1 (PID %2), which started the server on port %3.</source>
+        <translation>ポート %3 のサーバーを起動した %1（PID %2）を停止します。</translation>
+    </message>
+    <message>
+        <source>1 client is connected.</source>
+        <translation>1 個のクライアントが接続しています。</translation>
+    </message>
+    <message>
+        <source>%1 clients are connected.</source>
+        <translation>%1 個のクライアントが接続しています。</translation>
+    </message>
+    <message>
+        <source>Ports that go with it: %1.</source>
+        <translation>同時に閉じるポート：%1。</translation>
+    </message>
+    <message>
+        <source>%1 may start it again.</source>
+        <translation>%1 が再び起動する可能性があります。</translation>
+    </message>
+    <message>
+        <source>%1 has been asked to end and still holds port %2. End it by force?</source>
+        <translation>%1 に終了を要求しましたが、まだポート %2 を使用しています。強制終了しますか？</translation>
+    </message>
+    <message>
+        <source>another process</source>
+        <translation>別のプロセス</translation>
+    </message>
+    <message>
+        <source>%1 has ended, and %2 has taken port %3 again.</source>
+        <translation>%1 は終了し、%2 が再びポート %3 を使用しています。</translation>
+    </message>
+    <message>
+        <source>%1 could not be stopped: %2</source>
+        <translation>%1 を停止できませんでした：%2</translation>
     </message>
 </context>
 <context>
@@ -676,6 +917,14 @@
         <source>Force Quit %1</source>
         <translation>%1を強制終了</translation>
     </message>
+    <message>
+        <source>Stop %1</source>
+        <translation>%1 を停止</translation>
+    </message>
+    <message>
+        <source>End by Force</source>
+        <translation>強制終了</translation>
+    </message>
 </context>
 <context>
     <name>zenlot::PortNotificationManager</name>
@@ -714,6 +963,10 @@
     <message>
         <source>%1 started listening on port %2</source>
         <translation>%1がポート%2で待ち受けを開始しました</translation>
+    </message>
+    <message>
+        <source>Unknown</source>
+        <translation>不明</translation>
     </message>
     <message>
         <source>… and %1 more</source>

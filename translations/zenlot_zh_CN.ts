@@ -132,6 +132,22 @@
         <source>Inspector</source>
         <translation>检查器</translation>
     </message>
+    <message>
+        <source>Stop</source>
+        <translation>停止</translation>
+    </message>
+    <message>
+        <source>Stop the server so that it stays stopped</source>
+        <translation>停止服务器并保持停止</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>Stop the Server?</source>
+        <translation>停止服务器？</translation>
+    </message>
 </context>
 <context>
     <name>ExceptionList</name>
@@ -312,6 +328,152 @@
     </message>
 </context>
 <context>
+    <name>OriginNote</name>
+    <message>
+        <source>%1 (deleted folder)</source>
+        <translation>%1（文件夹已删除）</translation>
+    </message>
+    <message>
+        <source>Open to the network</source>
+        <translation>对网络开放</translation>
+    </message>
+    <message>
+        <source>Perhaps left behind</source>
+        <translation>可能被遗留</translation>
+    </message>
+</context>
+<context>
+    <name>OriginRows</name>
+    <message>
+        <source>%1, of a user</source>
+        <translation>%1（用户）</translation>
+    </message>
+    <message>
+        <source>%1, of the system</source>
+        <translation>%1（系统）</translation>
+    </message>
+    <message>
+        <source>%1 (IPv6 only)</source>
+        <translation>%1（仅 IPv6）</translation>
+    </message>
+    <message>
+        <source>This machine only</source>
+        <translation>仅本机</translation>
+    </message>
+    <message>
+        <source>The network, unless a firewall stops it</source>
+        <translation>网络（除非被防火墙阻止）</translation>
+    </message>
+    <message>
+        <source>Everyone who can reach %1, unless a firewall stops them</source>
+        <translation>能访问 %1 的任何人（除非被防火墙阻止）</translation>
+    </message>
+    <message>
+        <source>%1 processes: %2</source>
+        <translation>%1 个进程：%2</translation>
+    </message>
+    <message>
+        <source>its folder is deleted</source>
+        <translation>文件夹已删除</translation>
+    </message>
+    <message>
+        <source>it has no terminal</source>
+        <translation>没有终端</translation>
+    </message>
+    <message>
+        <source>what started it has ended</source>
+        <translation>启动它的程序已结束</translation>
+    </message>
+    <message>
+        <source>its session is over</source>
+        <translation>会话已结束</translation>
+    </message>
+    <message>
+        <source>nobody is connected</source>
+        <translation>没有客户端连接</translation>
+    </message>
+    <message>
+        <source>Perhaps: %1</source>
+        <translation>可能：%1</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>Commit</source>
+        <translation>提交</translation>
+    </message>
+    <message>
+        <source>Branch</source>
+        <translation>分支</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>文件夹</translation>
+    </message>
+    <message>
+        <source>%1 (deleted)</source>
+        <translation>%1（已删除）</translation>
+    </message>
+    <message>
+        <source>Runs</source>
+        <translation>运行</translation>
+    </message>
+    <message>
+        <source>Command line</source>
+        <translation>命令行</translation>
+    </message>
+    <message>
+        <source>Started by</source>
+        <translation>启动者</translation>
+    </message>
+    <message>
+        <source>Container</source>
+        <translation>容器</translation>
+    </message>
+    <message>
+        <source>Image</source>
+        <translation>镜像</translation>
+    </message>
+    <message>
+        <source>Service</source>
+        <translation>服务</translation>
+    </message>
+    <message>
+        <source>Its port</source>
+        <translation>容器端口</translation>
+    </message>
+    <message>
+        <source>Unit</source>
+        <translation>单元</translation>
+    </message>
+    <message>
+        <source>Socket</source>
+        <translation>套接字</translation>
+    </message>
+    <message>
+        <source>Listens on</source>
+        <translation>监听于</translation>
+    </message>
+    <message>
+        <source>Open to</source>
+        <translation>开放给</translation>
+    </message>
+    <message>
+        <source>Shared by</source>
+        <translation>共享者</translation>
+    </message>
+    <message>
+        <source>Clients</source>
+        <translation>客户端</translation>
+    </message>
+    <message>
+        <source>Left behind</source>
+        <translation>遗留</translation>
+    </message>
+</context>
+<context>
     <name>PortContextMenu</name>
     <message>
         <source>Copy Port</source>
@@ -402,6 +564,14 @@
         <source>Command</source>
         <translation>命令</translation>
     </message>
+    <message>
+        <source>Project</source>
+        <translation>项目</translation>
+    </message>
+    <message>
+        <source>Origin</source>
+        <translation>来源</translation>
+    </message>
 </context>
 <context>
     <name>ProcessDetailPanel</name>
@@ -468,6 +638,77 @@
     <message>
         <source>closed</source>
         <translation>已折叠</translation>
+    </message>
+</context>
+<context>
+    <name>StopText</name>
+    <message>
+        <source>Stops container %1.</source>
+        <translation>停止容器 %1。</translation>
+    </message>
+    <message>
+        <source>Stops container %1 of compose project %2.</source>
+        <translation>停止 compose 项目 %2 的容器 %1。</translation>
+    </message>
+    <message>
+        <source>%1 is a program that people work in or that the session needs; it is not stopped for a port.</source>
+        <translation>%1 是用户正在使用或会话需要的程序，不会为端口而停止。</translation>
+    </message>
+    <message>
+        <source>It belongs to another user, and to no service or container that could be stopped.</source>
+        <translation>它属于其他用户，且不属于可停止的服务或容器。</translation>
+    </message>
+    <message>
+        <source>Nobody can tell what would have to be stopped.</source>
+        <translation>无法判断需要停止什么。</translation>
+    </message>
+    <message>
+        <source>Stops %1, one of your services.</source>
+        <translation>停止您的服务 %1。</translation>
+    </message>
+    <message>
+        <source>Stops %1, a service of the system.</source>
+        <translation>停止系统服务 %1。</translation>
+    </message>
+    <message>
+        <source>Stops %1 (PID %2).</source>
+        <translation>停止 %1（PID %2）。</translation>
+    </message>
+    <message>
+        <source>Stops %1 (PID %2), which started the server on port %3.</source>
+        <translation>停止启动了端口 %3 上服务器的 %1（PID %2）。</translation>
+    </message>
+    <message>
+        <source>1 client is connected.</source>
+        <translation>有 1 个客户端已连接。</translation>
+    </message>
+    <message>
+        <source>%1 clients are connected.</source>
+        <translation>有 %1 个客户端已连接。</translation>
+    </message>
+    <message>
+        <source>Ports that go with it: %1.</source>
+        <translation>一并关闭的端口：%1。</translation>
+    </message>
+    <message>
+        <source>%1 may start it again.</source>
+        <translation>%1 可能会再次启动它。</translation>
+    </message>
+    <message>
+        <source>%1 has been asked to end and still holds port %2. End it by force?</source>
+        <translation>已请求 %1 结束，但它仍占用端口 %2。强制结束？</translation>
+    </message>
+    <message>
+        <source>another process</source>
+        <translation>另一个进程</translation>
+    </message>
+    <message>
+        <source>%1 has ended, and %2 has taken port %3 again.</source>
+        <translation>%1 已结束，%2 又占用了端口 %3。</translation>
+    </message>
+    <message>
+        <source>%1 could not be stopped: %2</source>
+        <translation>无法停止 %1：%2</translation>
     </message>
 </context>
 <context>
@@ -676,6 +917,14 @@
         <source>Force Quit %1</source>
         <translation>强制退出 %1</translation>
     </message>
+    <message>
+        <source>Stop %1</source>
+        <translation>停止 %1</translation>
+    </message>
+    <message>
+        <source>End by Force</source>
+        <translation>强制结束</translation>
+    </message>
 </context>
 <context>
     <name>zenlot::PortNotificationManager</name>
@@ -714,6 +963,10 @@
     <message>
         <source>%1 started listening on port %2</source>
         <translation>%1 开始监听端口 %2</translation>
+    </message>
+    <message>
+        <source>Unknown</source>
+        <translation>未知</translation>
     </message>
     <message>
         <source>… and %1 more</source>

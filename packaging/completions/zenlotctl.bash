@@ -27,15 +27,17 @@ _zenlotctl() {
     local word=${COMP_WORDS[COMP_CWORD]} command=${COMP_WORDS[1]-}
     COMPREPLY=()
     if ((COMP_CWORD == 1)); then
-        mapfile -t COMPREPLY < <(compgen -W 'list check why doctor --help --version' -- "$word")
+        mapfile -t COMPREPLY < <(compgen -W 'list check why stop doctor --help --version' -- "$word")
     elif ((COMP_CWORD == 2)); then
         case $command in
         list) mapfile -t COMPREPLY < <(compgen -W '--json --offers' -- "$word") ;;
         doctor) mapfile -t COMPREPLY < <(compgen -W '--json' -- "$word") ;;
-        check | why) _zenlotctl_ports "$word" ;;
+        check | why | stop) _zenlotctl_ports "$word" ;;
         esac
     elif ((COMP_CWORD == 3)) && [[ $command == why ]]; then
         mapfile -t COMPREPLY < <(compgen -W '--json' -- "$word")
+    elif ((COMP_CWORD == 3)) && [[ $command == stop ]]; then
+        mapfile -t COMPREPLY < <(compgen -W '--yes' -- "$word")
     fi
 }
 complete -o nosort -F _zenlotctl zenlotctl

@@ -17,8 +17,11 @@ constexpr std::array<std::string_view, 46> kOthers{
     "nats",       "inspect",   "debugger",  "sslport", "iisexpress", "shutdown", "requests.",
     "urlopen",    "influx",    "cassandra", "s3_"};
 
-// What begins like one of them and is about the program itself.
-constexpr std::array<std::string_view, 2> kOwnDespite{"connector", "clientport"};
+// What begins like one of them and is about the program itself, as is what takes care of its
+// clients.
+constexpr std::array<std::string_view, 5> kOwnDespite{"connector", "clientport", "client_handler",
+                                                      "clienthandler", "client_connected"};
+constexpr std::array<std::string_view, 4> kCaring{"handle", "on_", "serve_", "accept"};
 
 constexpr std::array<std::string_view, 6> kListening{"port", "listen", "addr",
                                                      "bind", "http",   "serve"};
@@ -88,7 +91,14 @@ bool speaksOfOthers(std::string_view text) {
             const auto isOwn = [rest = text.substr(place)](std::string_view own) {
                 return rest.starts_with(own);
             };
-            if (std::ranges::none_of(kOwnDespite, isOwn))
+            // `handle_ws_client`
+            const std::string_view before = text.substr(0, place);
+            const std::string_view name = before.substr(before.find_last_of(" (,.:=\t") + 1);
+            const auto caresFor = [name](std::string_view caring) {
+                return name.starts_with(caring);
+            };
+            const bool isCared = word == "client" && std::ranges::any_of(kCaring, caresFor);
+            if (!isCared && std::ranges::none_of(kOwnDespite, isOwn))
                 return true;
         }
         return false;

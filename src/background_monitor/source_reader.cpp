@@ -264,7 +264,10 @@ class FileSearch {
             }
             addSource(*text, file.parent_path());
             for (const std::string& name : relativeImports(*text)) {
-                const auto imported = importedFile(file.parent_path(), name);
+                auto imported = importedFile(file.parent_path(), name);
+                // Ruby and Perl look where they are told to, which mostly is this folder.
+                if (!imported)
+                    imported = importedFile(folder_ / "lib", name);
                 if (imported && known.size() < kMostImportedFiles && known.insert(*imported).second)
                     files.push_back(*imported);
             }
@@ -624,6 +627,8 @@ class FileSearch {
             for (std::string& name : namesListenedOn(text))
                 called.push_back(std::move(name));
         }
+        for (const std::string& text : texts_)
+            addNamesCalled(called, text);
         std::vector<std::uint16_t> found;
         const auto add = [this, &found](std::uint16_t port) {
             if (std::ranges::find(held_, port) != held_.end())

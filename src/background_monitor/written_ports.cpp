@@ -12,8 +12,8 @@
 namespace zenlot {
 namespace {
 
-constexpr std::array<std::string_view, 7> kServing{"listen", "serve(",  "server(",    ".run",
-                                                   "httpd",  "run_app", "socket-bind"};
+constexpr std::array<std::string_view, 8> kServing{"listen", "serve(", "server(", "server.new",
+                                                   ".run",   "httpd",  "run_app", "socket-bind"};
 constexpr std::array<std::string_view, 9> kNaming{"port", "bind",  "addr",   "listen", "serve",
                                                   ".run", "httpd", "daemon", "start"};
 constexpr std::array<std::string_view, 4> kAsking{"fetch(", "curl", ".get(\"http", "open_uri"};
@@ -27,6 +27,7 @@ constexpr std::uint16_t kLowestOfDevelopers = 1000;
 constexpr std::size_t kLongestLine = 2000;
 constexpr std::size_t kMostNames = 64;
 constexpr std::size_t kShortestName = 2;
+constexpr int kMostLinesOfCall = 8;
 // So far from the words that tell about it a number stands in a manual.
 constexpr std::size_t kVicinity = 120;
 constexpr std::size_t kMostImports = 24;
@@ -195,7 +196,15 @@ std::string_view valueBehind(std::string_view line, std::size_t end) {
         return {};
     if (rest.starts_with("(") || rest.starts_with("["))
         return rest.substr(0, rest.find_first_of(")]"));
-    return rest.substr(0, rest.find_first_of(",;}"));
+    // `flag.String("addr", ":80", "where")`
+    std::size_t length = 0;
+    for (int depth = 0; length < rest.size(); ++length) {
+        const char character = rest[length];
+        depth += character == '(' ? 1 : character == ')' ? -1 : 0;
+        if (depth <= 0 && std::string_view(",;}").find(character) != std::string_view::npos)
+            break;
+    }
+    return rest.substr(0, length);
 }
 
 // Whether the number at that place is the port in somebody's URL.
@@ -247,6 +256,11 @@ bool isBehindScheme(std::string_view binary, std::size_t colon) {
     constexpr std::size_t kLongestHost = 80;
     const std::size_t from = colon - std::min(colon, kLongestHost);
     const std::string_view before = binary.substr(from, colon - from);
+    // "ada:secret@tcp(localhost:3306)/shop"
+    const std::size_t bracket = before.rfind("tcp(");
+    if (bracket != std::string_view::npos &&
+        before.find_first_of(" )\"'", bracket) == std::string_view::npos)
+        return true;
     const std::size_t scheme = before.rfind("://");
     return scheme != std::string_view::npos &&
            std::ranges::all_of(before.substr(scheme + 3), [](char character) {
@@ -336,25 +350,60 @@ std::vector<std::uint16_t> mentionedPorts(std::string_view text,
 
 std::vector<std::string> namesListenedOn(std::string_view text) {
     std::vector<std::string> names;
-    forEachLine(text, [&names](std::string_view raw) {
-        const std::string_view line = withoutComment(raw);
+    const auto add = [&names](std::string_view words) {
+        forEachWord(words, [&names](std::string_view word, std::size_t) {
+            if (names.size() < kMostNames && word.size() >= kShortestName && !isDigit(word.front()))
+                addOnce(names, std::string(word));
+        });
+    };
+    int openBrackets = 0; // of a call that goes on on the next lines
+    int linesLeft = 0;
+    forEachLine(text, [&](std::string_view raw) {
+        std::string_view line = withoutComment(raw);
         const std::string small = inSmallLetters(line);
         std::size_t start = std::string::npos;
         for (const std::string_view word : kServing) {
             if (start == std::string::npos)
                 start = small.find(word);
         }
+        // Go's `&http.Server{ Addr: address }`
+        if (const std::size_t key = line.find("Addr:"); start == std::string::npos)
+            start = key;
+        const bool goesOn = openBrackets > 0 && linesLeft > 0;
+        if (start == std::string::npos && goesOn)
+            start = 0;
+        // What stands before the call may be about anything.
+        if (start == std::string::npos)
+            return;
+        line.remove_prefix(start);
+        const auto opened = std::ranges::count(line, '(') - std::ranges::count(line, ')');
+        openBrackets = static_cast<int>(opened) + (goesOn ? openBrackets : 0);
+        linesLeft = goesOn ? linesLeft - 1 : kMostLinesOfCall;
         bool hasPort = false;
         forEachPort(line, [&hasPort](std::uint16_t, std::size_t) { hasPort = true; });
-        // What stands before the call may be about anything.
-        if (hasPort || start == std::string::npos || asksOthers(small.substr(start)))
-            return;
-        forEachWord(line.substr(start), [&names](std::string_view word, std::size_t) {
-            if (names.size() < kMostNames && word.size() >= kShortestName && !isDigit(word.front()))
-                addOnce(names, std::string(word));
-        });
+        if (!hasPort && !asksOthers(small.substr(start)))
+            add(line);
     });
     return names;
+}
+
+void addNamesCalled(std::vector<std::string>& names, std::string_view text) {
+    const std::size_t count = names.size();
+    forEachLine(text, [&](std::string_view raw) {
+        const std::string_view line = withoutComment(raw);
+        forEachWord(line, [&](std::string_view word, std::size_t place) {
+            const auto last = names.begin() + static_cast<std::ptrdiff_t>(count);
+            if (std::find(names.begin(), last, word) == last)
+                return;
+            std::string_view value = valueBehind(line, place + word.size());
+            while (!value.empty() && !isWordCharacter(value.back()))
+                value.remove_suffix(1);
+            const bool isName = value.size() >= kShortestName && !isDigit(value.front()) &&
+                                std::ranges::all_of(value, isWordCharacter);
+            if (isName && names.size() < kMostNames)
+                addOnce(names, std::string(value));
+        });
+    });
 }
 
 std::vector<std::uint16_t> portsCalled(std::span<const std::string> names, std::string_view text) {
@@ -533,8 +582,17 @@ std::vector<std::string> relativeImports(std::string_view text) {
                 continue;
             const std::string_view file = line.substr(begin + 1, end - begin - 1);
             if (file.starts_with("./") || file.starts_with("../") ||
-                line.starts_with("require_relative"))
+                line.starts_with("require_relative") || line.starts_with("require '") ||
+                line.starts_with("require \""))
                 add(file);
+        }
+        // Perl names it with colons.
+        if (line.starts_with("use ") && line.size() > 4 && isCapital(line[4])) {
+            std::string module(line.substr(4, line.find_first_of(" ;(", 4) - 4));
+            for (std::size_t colons = module.find("::"); colons != std::string::npos;
+                 colons = module.find("::"))
+                module.replace(colons, 2, "/");
+            add(module);
         }
         // Python names a module.
         for (const std::string_view keyword : {"from ", "import "}) {

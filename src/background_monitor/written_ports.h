@@ -39,6 +39,9 @@ std::vector<std::uint16_t> mentionedPorts(std::string_view text,
 // gives "config" and "mqtt", among others.
 std::vector<std::string> namesListenedOn(std::string_view text);
 
+// Adds the names that stand for one of the names: `"web_port": WEB_PORT` adds "WEB_PORT".
+void addNamesCalled(std::vector<std::string>& names, std::string_view text);
+
 // What sources and settings say that one of the names is: `"mqtt": 1883`,
 // `WHERE = ('localhost', 4990)`.
 std::vector<std::uint16_t> portsCalled(std::span<const std::string> names, std::string_view text);

@@ -58,22 +58,45 @@ Command parseCheck(std::span<const std::string_view> words) {
     return port ? Command{CheckCommand{*port}} : Command{UsageError{checkPortAnswer(0, {})}};
 }
 
-Command parseWhy(std::span<const std::string_view> words) {
-    WhyCommand command;
+// A port and maybe one option, in whatever order. None with a message where that is not so.
+struct PortAndOption {
+    std::int64_t port{0};
+    bool hasOption{false};
+};
+
+std::variant<PortAndOption, UsageError> parsePort(std::string_view verb, std::string_view option,
+                                                  std::span<const std::string_view> words) {
+    PortAndOption parsed;
     std::optional<std::int64_t> port;
     for (const std::string_view word : words) {
-        if (word == "--json" && command.format == Format::text) {
-            command.format = Format::json;
-        } else if (port || word.starts_with('-')) {
+        if (word == option && !parsed.hasOption) {
+            parsed.hasOption = true;
+        } else if (port || word.starts_with("--")) {
             return unexpected(word);
         } else if (port = portIn(word); !port) {
             return UsageError{checkPortAnswer(0, {})};
         }
     }
     if (!port)
-        return usageError("why needs a port number");
-    command.port = *port;
-    return command;
+        return usageError(std::string(verb) + " needs a port number");
+    parsed.port = *port;
+    return parsed;
+}
+
+Command parseWhy(std::span<const std::string_view> words) {
+    const auto parsed = parsePort("why", "--json", words);
+    if (const auto* error = std::get_if<UsageError>(&parsed))
+        return *error;
+    const auto& [port, hasOption] = std::get<PortAndOption>(parsed);
+    return WhyCommand{port, hasOption ? Format::json : Format::text};
+}
+
+Command parseStop(std::span<const std::string_view> words) {
+    const auto parsed = parsePort("stop", "--yes", words);
+    if (const auto* error = std::get_if<UsageError>(&parsed))
+        return *error;
+    const auto& [port, hasOption] = std::get<PortAndOption>(parsed);
+    return StopCommand{port, hasOption ? Consent::given : Consent::asked};
 }
 
 } // namespace
@@ -89,6 +112,8 @@ Command parseCommandLine(std::span<const std::string_view> words) {
         return parseCheck(rest);
     if (verb == "why")
         return parseWhy(rest);
+    if (verb == "stop")
+        return parseStop(rest);
     if (verb == "doctor")
         return parseDoctor(rest);
     if (verb != "--help" && verb != "-h" && verb != "--version")
@@ -102,6 +127,7 @@ std::string_view helpText() {
     return "Usage: zenlotctl list [--json | --offers]\n"
            "       zenlotctl check PORT\n"
            "       zenlotctl why PORT [--json]\n"
+           "       zenlotctl stop PORT [--yes]\n"
            "       zenlotctl doctor [--json]\n"
            "       zenlotctl --help | --version\n"
            "\n"
@@ -116,10 +142,14 @@ std::string_view helpText() {
            "  why PORT       which server it is: its project, who started it, whom it lets in; or "
            "why a "
            "free port can't be had\n"
+           "  stop PORT      stops the server so that it stays stopped, after a question; --yes "
+           "answers "
+           "it\n"
            "  doctor         what of kernel and desktop works here, what does not, and why\n"
            "\n"
            "Processes of other users are named only where the system lets this user see them.\n"
-           "Exit status: 0 answered, 1 the answer could not be written, 2 bad usage.\n";
+           "Exit status: 0 answered, 1 the answer could not be written, 2 bad usage, 3 not "
+           "stopped.\n";
 }
 
 } // namespace zenlot

@@ -31,6 +31,14 @@ struct WhyCommand {
     Format format{Format::text};
 };
 
+// Who is not asked has to say so beforehand.
+enum class Consent : std::uint8_t { asked, given };
+
+struct StopCommand {
+    std::int64_t port{0};
+    Consent consent{Consent::asked};
+};
+
 struct HelpCommand {};
 struct VersionCommand {};
 
@@ -39,8 +47,8 @@ struct UsageError {
     std::string message;
 };
 
-using Command = std::variant<ListCommand, CheckCommand, WhyCommand, DoctorCommand, HelpCommand,
-                             VersionCommand, UsageError>;
+using Command = std::variant<ListCommand, CheckCommand, WhyCommand, StopCommand, DoctorCommand,
+                             HelpCommand, VersionCommand, UsageError>;
 
 // `words` are the arguments without the program's own name.
 Command parseCommandLine(std::span<const std::string_view> words);

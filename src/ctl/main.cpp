@@ -4,24 +4,29 @@
 #include "ctl/port_table.h"
 #include "ctl/why_page.h"
 #include "inventory/linux/linux_origin_sources.h"
+#include "inventory/linux/linux_process_signals.h"
 #include "inventory/linux/linux_process_tables.h"
 #include "inventory/linux/processors.h"
 #include "inventory/occupied_ports_json.h"
 #include "inventory/origin/origin_collector.h"
+#include "inventory/origin/port_stopper.h"
 #include "inventory/port_lookup.h"
+#include "managers/linux/socket_container_engines.h"
+#include "managers/linux/systemd_service_managers.h"
 
 #include <unistd.h>
 
 #include <cerrno>
 #include <csignal>
 #include <cstring>
+#include <iostream>
 #include <string>
 #include <vector>
 
 namespace zenlot {
 namespace {
 
-enum ExitStatus : int { answered = 0, notWritten = 1, badUsage = 2 };
+enum ExitStatus : int { answered = 0, notWritten = 1, badUsage = 2, notStopped = 3 };
 
 // Somebody who closes the pipe, as `head` does, has read enough: no error.
 ExitStatus print(std::string_view text) {
@@ -40,6 +45,14 @@ ExitStatus print(std::string_view text) {
         }
     }
     return answered;
+}
+
+// Only somebody at a terminal can agree.
+bool agrees(std::string_view question) {
+    if (::isatty(STDIN_FILENO) == 0 || print(std::string(question) + " [y/N] ") != answered)
+        return false;
+    std::string answer;
+    return std::getline(std::cin, answer) && (answer == "y" || answer == "Y" || answer == "yes");
 }
 
 class Runner {
@@ -65,13 +78,34 @@ class Runner {
 
     ExitStatus operator()(const WhyCommand& command) const {
         const auto port = static_cast<std::uint16_t>(command.port);
-        const LinuxOriginSources sources;
-        WhyAnswer answer{port, OriginCollector(sources).originsOnPort(port), {}, {}};
+        WhyAnswer answer{port, origins_.originsOnPort(port), {}};
         if (answer.origins.empty())
-            answer.obstacles = bindObstacles(sources, port);
-        else
-            answer.addresses = sources.networkAddresses();
+            answer.obstacles = bindObstacles(sources_, port);
         return print(command.format == Format::json ? whyJson(answer) + "\n" : whyPage(answer));
+    }
+
+    ExitStatus operator()(const StopCommand& command) const {
+        const auto port = static_cast<std::uint16_t>(command.port);
+        const LinuxProcessSignals signals;
+        const SystemdServiceManagers units;
+        const PortStopper stopper({sources_, origins_, signals, units, engines_});
+        const std::vector<Origin> holders = origins_.originsOnPort(port);
+        if (holders.empty())
+            return tell("Port " + std::to_string(port) + " is free.", answered);
+        const StopPlan plan = stopper.plan(port);
+        if (plan.kind == StopPlan::Kind::none)
+            return tell(stopSentence(plan), notStopped);
+        if (const ExitStatus status = tell(stopSentence(plan), answered); status != answered)
+            return status;
+        if (command.consent == Consent::asked && !agrees("Stop it?"))
+            return tell("Nothing was stopped.", notStopped);
+        StopResult result = stopper.stop(plan);
+        if (result.outcome == StopResult::Outcome::stillHeld &&
+            plan.kind == StopPlan::Kind::processes && command.consent == Consent::asked &&
+            agrees(resultSentence(plan, result) + " End it by force?"))
+            result = stopper.force(plan);
+        return tell(resultSentence(plan, result),
+                    result.outcome == StopResult::Outcome::free ? answered : notStopped);
     }
 
     ExitStatus operator()(const DoctorCommand& command) const {
@@ -93,6 +127,14 @@ class Runner {
     }
 
   private:
+    static ExitStatus tell(const std::string& sentence, ExitStatus status) {
+        const ExitStatus written = print(terminalText(sentence) + "\n");
+        return written == answered ? status : written;
+    }
+
+    LinuxOriginSources sources_;
+    SocketContainerEngines engines_;
+    OriginCollector origins_{sources_, &engines_};
     LinuxProcessTables tables_;
     PortScanner scanner_{tables_, isPortInUse, availableProcessors()};
 };

@@ -102,21 +102,14 @@ std::string addressesText(const Origin& origin) {
     return listed(texts);
 }
 
-// Whether others can come in by an address of this machine.
-bool letsIn(const Origin& origin, const NetworkAddress& address) {
-    return std::ranges::any_of(origin.sockets, [&address](const ListeningSocket& socket) {
-        return overlaps(address.address, socket);
-    });
-}
-
-std::string reachText(const Origin& origin, std::span<const NetworkAddress> addresses) {
+std::string reachText(const Origin& origin) {
     if (origin.reach == Reach::unknown)
         return {};
     if (origin.reach == Reach::thisMachine)
         return "this machine only";
     std::vector<std::string> texts;
-    for (const NetworkAddress& address : addresses) {
-        if (letsIn(origin, address) && texts.size() < kMostAddresses)
+    for (const NetworkAddress& address : origin.reachableAt) {
+        if (texts.size() < kMostAddresses)
             texts.push_back(addressText(address.address) + " (" +
                             (address.isWireless ? "Wi-Fi " : "") + address.interface + ")");
     }
@@ -161,8 +154,7 @@ std::string leftBehindText(const Origin& origin) {
                            : "perhaps: " + listed(reasons) + ", nobody is connected";
 }
 
-void addOrigin(Page& page, const Origin& origin, const WhyAnswer& answer,
-               const LoginNameQuery& nameOf) {
+void addOrigin(Page& page, const Origin& origin, const LoginNameQuery& nameOf) {
     page.add("Held by", holderText(origin, nameOf(std::to_string(origin.user))));
     if (origin.container)
         page.add("Container", containerText(*origin.container));
@@ -179,7 +171,7 @@ void addOrigin(Page& page, const Origin& origin, const WhyAnswer& answer,
     if (origin.socketUnit && origin.socketUnit != origin.unit)
         page.add("Socket", unitText(*origin.socketUnit));
     page.add("Listens on", addressesText(origin));
-    page.add("Reached by", reachText(origin, answer.addresses));
+    page.add("Reached by", reachText(origin));
     page.add("Shared by", ownersText(origin));
     page.add("Clients", origin.clients == 0 ? "none is connected"
                                             : std::to_string(origin.clients) + " connected");
@@ -318,7 +310,7 @@ std::string whyPage(const WhyAnswer& answer, const LoginNameQuery& nameOf) {
         page.addLine(port);
         for (const Origin& origin : answer.origins) {
             page.addGap();
-            addOrigin(page, origin, answer, nameOf);
+            addOrigin(page, origin, nameOf);
         }
         return page.text();
     }

@@ -15,9 +15,8 @@ namespace zenlot {
 
 struct WhyAnswer {
     std::uint16_t port{0};
-    std::vector<Origin> origins;           // of those who listen
-    std::vector<BindObstacle> obstacles;   // asked for when nobody does
-    std::vector<NetworkAddress> addresses; // of this machine
+    std::vector<Origin> origins;         // of those who listen
+    std::vector<BindObstacle> obstacles; // asked for when nobody does
 };
 
 // For a terminal: aligned lines, in which nothing that others have written can move the cursor.

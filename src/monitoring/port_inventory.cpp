@@ -10,9 +10,10 @@
 namespace zenlot {
 
 PortInventory::PortInventory(const PortScanner& scanner, const SharedPortCache& sharedPortCache,
-                             const ProcessPinner& processes, const PortServices* services)
+                             const ProcessPinner& processes, const PortServices* services,
+                             const OriginCollector* origins)
     : scanner_(scanner), sharedPortCache_(sharedPortCache), processes_(processes),
-      services_(services), repeatedScan_(scanner) {}
+      services_(services), origins_(origins), repeatedScan_(scanner) {}
 
 QFuture<std::vector<OccupiedPort>> PortInventory::listMergedPorts() {
     return workers_.run([this] {
@@ -77,6 +78,12 @@ QFuture<std::vector<PortProcess>> PortInventory::processesOnPort(std::int64_t po
                 row.service = services_->serviceOnPort(static_cast<std::uint16_t>(port));
         }
         return rows;
+    });
+}
+
+QFuture<std::vector<Origin>> PortInventory::originsOf(std::vector<PortOwner> rows) {
+    return originWorker_.run([this, rows = std::move(rows)] {
+        return origins_ ? origins_->originsOf(rows) : std::vector<Origin>(rows.size());
     });
 }
 

@@ -9,6 +9,7 @@
 #pragma once
 
 #include "inventory/force_quit.h"
+#include "inventory/origin/origin_collector.h"
 #include "inventory/port_lookup.h"
 #include "inventory/port_scanner.h"
 #include "inventory/port_services.h"
@@ -26,9 +27,11 @@ namespace zenlot {
 
 class PortInventory final {
   public:
-    // They must outlive the object. Without `services` no row names one.
+    // They must outlive the object. Without `services` no row names one; without `origins` no
+    // origin has anything in it.
     PortInventory(const PortScanner& scanner, const SharedPortCache& sharedPortCache,
-                  const ProcessPinner& processes, const PortServices* services = nullptr);
+                  const ProcessPinner& processes, const PortServices* services = nullptr,
+                  const OriginCollector* origins = nullptr);
 
     // All ports, merged with what the background monitor last published. Who asks again pays for
     // what has changed; see RepeatedPortScan for how long a change of owner may stay unseen.
@@ -43,6 +46,10 @@ class PortInventory final {
     // the scan nor a look at the process tells that it is the one that the published list means, it
     // may not.
     QFuture<std::vector<PortProcess>> processesOnPort(std::int64_t port);
+
+    // One for each row, in their order; see OriginCollector. It has a thread of its own, since the
+    // folders of projects may lie in a network.
+    QFuture<std::vector<Origin>> originsOf(std::vector<PortOwner> rows);
 
     // One sighting for each target, in their order.
     QFuture<std::vector<ProcessSighting>> lookAtProcesses(std::vector<ForceQuitTarget> targets);
@@ -65,10 +72,13 @@ class PortInventory final {
     const SharedPortCache& sharedPortCache_;
     const ProcessPinner& processes_;
     const PortServices* services_;
+    const OriginCollector* origins_;
     RepeatedPortScan repeatedScan_;
     std::mutex lastPollMutex_;
     Poll lastPoll_;
-    WorkerThreads workers_; // the last member, so that it ends before what its work uses
+    // The last members, so that they end before what their work uses.
+    WorkerThreads originWorker_{1};
+    WorkerThreads workers_;
 };
 
 } // namespace zenlot

@@ -98,15 +98,16 @@ void PortNotificationManager::post(Kind kind, std::int64_t port, const QString& 
     UserNotificationContent content;
     content.title = (isConflict ? tr("Port %1 is already in use") : tr("Port %1 is now occupied"))
                         .arg(portText);
+    const QString shownName = name.isEmpty() ? tr("Unknown") : name;
     if (process.process.pid > 0)
         content.body =
             (isConflict ? tr("%1 (PID %2) is blocking port %3 — kill it to free the port.")
                         : tr("%1 (PID %2) started listening on port %3"))
-                .arg(name, pidText, portText);
+                .arg(shownName, pidText, portText);
     else
         content.body =
             (isConflict ? tr("%1 is blocking port %2") : tr("%1 started listening on port %2"))
-                .arg(name, portText);
+                .arg(shownName, portText);
     content.actions = {{ignorePortActionID, tr("Ignore Port")},
                        {ignoreProcessActionID, tr("Ignore Process")}};
     if (process.obstacle == ForceQuitObstacle::none)

@@ -42,6 +42,9 @@ TEST(WrittenPortsTest, LinesThatSayWhereToListen) {
         {"port 99999 port 12 port 1.3000 port v3000 port 3000px", {}},
         {"timeout(3000)", {}},
         {"listen(socket, 128); // port", {}},
+        {"start_server(handle_client, '127.0.0.1', 8888)",
+         {{4, {}, {8888}, false, {*IpAddress::parse("127.0.0.1")}}}},
+        {"client.listen(8888)", {}},
     };
     for (const auto& [text, sites] : cases)
         EXPECT_EQ(portSites(text), sites) << text;
@@ -102,10 +105,22 @@ TEST(WrittenPortsTest, NamesAreFollowedFromTheLineThatListens) {
         {"client.connect(config.mqtt)\nmqtt: 4300", {}},
         {"port = 4400\nuse(port)\nport := 4300\nlisten(port)", {4300}},
         {"a: { port: 4400 }\nb: { port: 4300 }\nlisten(b.port)", {4400, 4300}},
+        {"create_server(\n  app,\n  port=own['web_port'],\n)\n\"web_port\": 4300\nother = 4400",
+         {4300}},
+        {"start_server(handle_ws_client, '0.0.0.0', WS_PORT)\nWS_PORT = 4300\nESL_PORT = 4400",
+         {4300}},
+        {"where := flag.String(\"where\", \":4300\", \"x\")\nhttp.Server{\n  Addr: *where,\n}",
+         {4300}},
         {"listen(http)\nhttp: { timeout: 4300 }\nhttp == 4400", {}},
     };
     for (const auto& [text, ports] : cases)
         EXPECT_EQ(portsCalled(namesListenedOn(text), text), ports) << text;
+}
+
+TEST(WrittenPortsTest, NamesThatStandForNames) {
+    std::vector<std::string> names{"web_port"};
+    addNamesCalled(names, "\"web_port\": WEB_PORT,\nOTHER = web_port\nweb_port = f(x)\n");
+    EXPECT_THAT(names, ElementsAre("web_port", "WEB_PORT"));
 }
 
 TEST(WrittenPortsTest, NumbersAloneCountLastAndNotForTimesAndSizes) {

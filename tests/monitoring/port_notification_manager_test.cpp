@@ -92,6 +92,13 @@ TEST_F(PortNotificationManagerTest, AlertsTellPortNameAndProcess) {
               (UserNotificationContent{
                   u"Port 3000 is now occupied"_s,
                   QString(1024, u'x') + u" (PID 7) started listening on port 3000"_s, others}));
+    // Of holders that are not to be seen there may be a name, or not even that.
+    notify(80, {0}, u"nginx"_s);
+    EXPECT_EQ(center.requests.back().content.body, u"nginx is blocking port 80"_s);
+    notify(80, {0}, QString());
+    EXPECT_EQ(center.requests.back().content.body, u"Unknown is blocking port 80"_s);
+    alerts->notifyPortActivity(80, QString(), {{0}});
+    EXPECT_EQ(center.requests.back().content.body, u"Unknown started listening on port 80"_s);
     const QString id = u"id=zenlot-conflict-3000-U"_s;
     const QString posting =
         u"posting notification "_s + id + u" port=3000 pid=1234567 process=%2 <n>"_s;

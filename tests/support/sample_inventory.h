@@ -4,6 +4,8 @@
 
 #include "inventory/fake_process_pinner.h"
 #include "inventory/fake_process_tables.h"
+#include "inventory/origin/fake_origin_sources.h"
+#include "inventory/origin/origin_collector.h"
 #include "monitoring/port_inventory.h"
 #include "monitoring/port_notification_manager.h"
 #include "platform/fake_process_end_watch.h"
@@ -26,7 +28,9 @@ struct SampleInventory {
     SharedPortCache cache;
     PortScanner scanner{tables,
                         [this](std::uint16_t port, AddressFamily) { return inUse.contains(port); }};
-    PortInventory inventory{scanner, cache, pinner};
+    FakeOriginSources originSources;
+    OriginCollector origins{originSources};
+    PortInventory inventory{scanner, cache, pinner, nullptr, &origins};
 };
 
 template <typename Tables = FakeProcessTables, typename Pinner = FakeProcessPinner>

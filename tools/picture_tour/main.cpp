@@ -11,13 +11,11 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QDeadlineTimer>
 #include <QDir>
 #include <QQuickWindow>
 #include <QStyleHints>
 #include <QWidget>
 
-#include <chrono>
 #include <cstdio>
 #include <stdexcept>
 
@@ -25,10 +23,6 @@ namespace zenlot {
 namespace {
 
 using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
-
-// Longer than the longest pause between two changes of an animation.
-constexpr auto kStillness = 200ms;
 
 // Takes a picture of each state.
 class Photographer final : public Visitor {
@@ -36,16 +30,7 @@ class Photographer final : public Visitor {
     Photographer(const QDir& folder, QString look) : folder_(folder), look_(std::move(look)) {}
 
     void see(QQuickWindow& window, const QString& state) override {
-        QImage last;
-        QDeadlineTimer still;
-        waitFor([&] {
-            QImage now = window.grabWindow();
-            if (last != now) {
-                last = std::move(now);
-                still.setRemainingTime(kStillness);
-            }
-            return still.hasExpired();
-        });
+        pictureOnceStill(window);
         captureNow(window, state);
     }
 

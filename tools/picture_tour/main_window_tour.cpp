@@ -14,6 +14,7 @@
 
 #include <chrono>
 #include <stdexcept>
+#include <utility>
 
 Q_IMPORT_QML_PLUGIN(Zenlot_AppPlugin)
 Q_IMPORT_QML_PLUGIN(Zenlot_InspectorPlugin)
@@ -28,6 +29,8 @@ using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 constexpr auto kPatience = 60s;
+// Longer than the longest pause between two changes of an animation.
+constexpr auto kStillness = 200ms;
 
 // The window over a machine of its own.
 class Scene final {
@@ -147,6 +150,20 @@ void press(QQuickWindow& window, int key, Qt::KeyboardModifiers modifiers) {
     QGuiApplication::sendEvent(&window, &down);
     QKeyEvent up(QEvent::KeyRelease, key, modifiers);
     QGuiApplication::sendEvent(&window, &up);
+}
+
+QImage pictureOnceStill(QQuickWindow& window) {
+    QImage last;
+    QDeadlineTimer still;
+    waitFor([&] {
+        QImage now = window.grabWindow();
+        if (last != now) {
+            last = std::move(now);
+            still.setRemainingTime(kStillness);
+        }
+        return still.hasExpired();
+    });
+    return last;
 }
 
 void waitFor(const std::function<bool()>& isReached) {

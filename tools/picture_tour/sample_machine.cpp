@@ -1,5 +1,7 @@
 #include "picture_tour/sample_machine.h"
 
+#include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QImage>
 #include <QLinearGradient>
@@ -69,6 +71,7 @@ SampleMachine::SampleMachine()
     const std::string postgres = "/usr/lib/postgresql/15/bin/postgres";
     machine_.cache.replace({{5432, "TCP4", "postgres", "Postgres", 4401, user, postgres},
                             {5432, "TCP6", "postgres", "Postgres", 4409, user, postgres}});
+    addOrigins();
     machine_.pinner.processes[4401].ports = machine_.pinner.processes[4409].ports = {5432};
 }
 
@@ -96,6 +99,37 @@ void SampleMachine::addProcess(ProcessId pid, bool isOwn, const std::string& pat
     facts.tcpSockets.push_back({AddressFamily::ipv4, TcpState::closeWait, ports.front(), 51'840});
     processes_.processes.insert_or_assign(pid, facts);
     machine_.tables.processes.push_back(std::move(process));
+}
+
+void SampleMachine::addOrigins() {
+    FakeOriginSources& sources = machine_.originSources;
+    const QString shop = pictures_.filePath(u"shop"_s);
+    QDir().mkpath(shop + u"/.git"_s);
+    QFile head(shop + u"/.git/HEAD"_s);
+    if (head.open(QFile::WriteOnly))
+        head.write("ref: refs/heads/fix-login\n");
+    head.close();
+    const auto addStarter = [&sources](ProcessId pid, ProcessId parent, const char* name) {
+        sources.addProcess(pid, {name}).parent = parent;
+    };
+    addStarter(1190, 1, "konsole");
+    addStarter(1204, 1190, "zsh");
+    addStarter(4300, 1204, "npm run dev");
+    const std::vector<std::string> vite{"node", "node_modules/.bin/vite", "--port", "5173"};
+    for (const std::uint16_t port : {std::uint16_t{3000}, std::uint16_t{5173}}) {
+        ProcessGlimpse& node = sources.addServer(4312, vite, port);
+        node.parent = 4300;
+        node.workingDirectory = shop.toStdString();
+        node.hasTerminal = true;
+    }
+    ProcessGlimpse& python =
+        sources.addServer(4377, {"python3", "-m", "http.server", "8080"}, 8080, "0.0.0.0");
+    python.parent = 1;
+    python.workingDirectory = "/home/ada/shop-old";
+    python.isDirectoryDeleted = true;
+    sources.addServer(812, {"sshd: /usr/sbin/sshd -D"}, 22, "0.0.0.0").controlGroup =
+        "/system.slice/ssh.service";
+    sources.addresses.push_back({*IpAddress::parse("192.168.1.7"), "wlan0", true});
 }
 
 void SampleMachine::becomeCrowded(int processes) {

@@ -24,6 +24,9 @@ class SampleMachine final {
     void addProcess(ProcessId pid, bool isOwn, const std::string& path,
                     const std::vector<std::uint16_t>& ports);
 
+    // What the window says of the origins of its servers.
+    void addOrigins();
+
     // So many processes with two listeners each, and nothing else.
     void becomeCrowded(int processes);
 
@@ -48,7 +51,7 @@ class SampleMachine final {
     BundleKeyCache bundleKeys_{propertyLists_};
     AppModel appModel_;
     ProcessDetailsCollector collector_;
-    ProcessDetailsLoader loader_{collector_, applications_, propertyLists_};
+    ProcessDetailsLoader loader_{collector_, applications_, propertyLists_, &machine_.origins};
     ContentViewModel content_;
     ProcessDetailViewModel inspector_{loader_};
 };

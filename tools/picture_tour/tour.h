@@ -8,6 +8,7 @@
 // does not come so far.
 #pragma once
 
+#include <QImage>
 #include <QString>
 
 #include <functional>
@@ -45,6 +46,9 @@ void showStatusMenu(Visitor& visitor);
 
 // As a user of the keyboard does.
 void press(QQuickWindow& window, int key, Qt::KeyboardModifiers modifiers = {});
+
+// Runs the event loop until nothing moves in the window any more.
+QImage pictureOnceStill(QQuickWindow& window);
 
 // Runs the event loop until then.
 void waitFor(const std::function<bool()>& isReached);

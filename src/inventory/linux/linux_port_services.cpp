@@ -8,8 +8,9 @@
 namespace zenlot {
 
 LinuxPortServices::LinuxPortServices(std::unique_ptr<NetlinkTransport> transport,
-                                     std::string controlGroups)
-    : transport_(std::move(transport)), controlGroups_(std::move(controlGroups)) {}
+                                     std::string controlGroups, const std::string& processes)
+    : procFiles_(processes), transport_(std::move(transport)),
+      controlGroups_(std::move(controlGroups)) {}
 
 // Units of a user's own manager are called like those of the system, and are something else.
 bool LinuxPortServices::isOfUser(const ControlGroup& group) const {

@@ -15,7 +15,7 @@ class LinuxPortServices final : public PortServices {
   public:
     explicit LinuxPortServices(
         std::unique_ptr<NetlinkTransport> transport = std::make_unique<SockDiagTransport>(),
-        std::string controlGroups = "/sys/fs/cgroup");
+        std::string controlGroups = "/sys/fs/cgroup", const std::string& processes = "/proc");
 
     std::string serviceOnPort(std::uint16_t port) const override;
 

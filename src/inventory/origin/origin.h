@@ -100,6 +100,7 @@ struct Origin {
     ProcessIdentity process;
     UserId user{0};
     std::string processName;
+    ProgramKind kind{ProgramKind::other};
     std::string program;     // what runs, as people say it: "next dev"
     std::string commandLine; // what looks like a secret is masked
     std::string workingDirectory;
@@ -111,8 +112,9 @@ struct Origin {
     std::optional<Container> container;
     std::vector<ListeningSocket> sockets;
     Reach reach{Reach::unknown};
-    std::vector<ProcessIdentity> owners; // all that share the sockets, the process first
-    std::size_t clients{0};              // connections to the port
+    std::vector<NetworkAddress> reachableAt; // the addresses of this machine that lead to it
+    std::vector<ProcessIdentity> owners;     // all that share the sockets, the process first
+    std::size_t clients{0};                  // connections to the port
     std::vector<LeftBehindReason> leftBehind;
 
     friend bool operator==(const Origin&, const Origin&) = default;

@@ -9,6 +9,7 @@
 #include "inventory/process_names.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string_view>
 #include <tuple>
 
@@ -18,6 +19,29 @@ namespace {
 constexpr std::chrono::seconds kKeptFor{10};
 constexpr std::size_t kMostKept = 4096;
 constexpr int kMostStarters = 32;
+
+// An engine has a helper for each address of a port that it publishes.
+void mergeContainers(std::vector<Origin>& origins) {
+    for (auto one = origins.begin(); one != origins.end(); ++one) {
+        if (!one->container || one->container->id.empty())
+            continue;
+        const auto others =
+            std::stable_partition(std::next(one), origins.end(), [&one](const Origin& other) {
+                return !other.container || other.container->id != one->container->id;
+            });
+        for (auto other = others; other != origins.end(); ++other) {
+            std::ranges::copy(other->sockets, std::back_inserter(one->sockets));
+            std::ranges::copy(other->owners, std::back_inserter(one->owners));
+            one->reach = reachOf(one->sockets);
+        }
+        origins.erase(others, origins.end());
+    }
+}
+
+template <typename Known>
+void forgetOld(Known& known, std::chrono::steady_clock::time_point now) {
+    std::erase_if(known, [now](const auto& each) { return now - each.second->readAt >= kKeptFor; });
+}
 
 } // namespace
 
@@ -59,6 +83,8 @@ std::string OriginCollector::starterName(const ProcessGlimpse& starter, ProgramK
             name += " session $" + told.substr(comma + 1);
         return sanitizedUtf8(name);
     }
+    case ProgramKind::other:
+        return spokenCommand(starter);
     default:
         return sanitizedUtf8(starter.executable.empty()
                                  ? starter.name.substr(0, starter.name.find(':'))
@@ -81,7 +107,8 @@ std::vector<Starter> OriginCollector::startersOf(const ProcessGlimpse& process, 
         const bool isLast = kind == ProgramKind::session;
         if (!isLast || starters.empty()) {
             Starter starter{glimpse->process, kind, starterName(*glimpse, kind, process)};
-            if (starters.empty() || starters.back().name != starter.name)
+            // An editor or a browser consists of many processes.
+            if (starters.empty() || !isNeverStopped(kind) || starters.back().name != starter.name)
                 starters.push_back(std::move(starter));
         }
         if (isLast)
@@ -112,6 +139,7 @@ OriginCollector::describe(const ProcessIdentity& process, Freshness freshness, L
     origin.user = glimpse->user;
     origin.processName = sanitizedUtf8(
         glimpse->executable.empty() ? glimpse->name : processNameOf(glimpse->executable));
+    origin.kind = kindOf(*glimpse);
     origin.program = spokenCommand(*glimpse);
     origin.commandLine = maskedCommand(glimpse->commandLine);
     origin.workingDirectory = sanitizedUtf8(glimpse->workingDirectory);
@@ -129,8 +157,6 @@ OriginCollector::describe(const ProcessIdentity& process, Freshness freshness, L
     origin.container = containerOfControlGroup(glimpse->controlGroup);
 
     const std::lock_guard lock(mutex_);
-    std::erase_if(known_,
-                  [now](const auto& each) { return now - each.second->readAt >= kKeptFor; });
     if (known_.size() < kMostKept && glimpse->process.startTime)
         known_[{processIdOf(process.pid), *glimpse->process.startTime}] = described;
     return described;
@@ -203,8 +229,13 @@ void OriginCollector::addContainer(Origin& origin, const ProcessGlimpse* glimpse
         origin.container->engine = published->engine;
     }
     Container& container = *origin.container;
-    if (published)
+    if (published) {
         container.innerPort = published->innerPort;
+        // What is known of the helper says nothing of what runs in the container.
+        origin.project.reset();
+        origin.workingDirectory.clear();
+        origin.startedBy.clear();
+    }
 
     if (engines_ && !look.containers)
         look.containers = engines_->runningContainers();
@@ -302,6 +333,10 @@ void OriginCollector::addPort(Origin& origin, const ProcessGlimpse* glimpse, Loo
 }
 
 std::vector<Origin> OriginCollector::originsOf(std::span<const PortOwner> rows) const {
+    {
+        const std::lock_guard lock(mutex_);
+        forgetOld(known_, clock_());
+    }
     Look look;
     look.listening = sources_.listeningSockets(std::nullopt);
     look.connections = sources_.connections(std::nullopt);
@@ -394,7 +429,22 @@ std::vector<Origin> OriginCollector::originsOnPort(std::uint16_t port) const {
         addPort(origin, nullptr, look);
         origins.push_back(std::move(origin));
     }
+    mergeContainers(origins);
+    addReachableAddresses(origins);
     return origins;
+}
+
+void OriginCollector::addReachableAddresses(std::vector<Origin>& origins) const {
+    const std::vector<NetworkAddress> addresses = sources_.networkAddresses();
+    for (Origin& origin : origins) {
+        std::ranges::copy_if(addresses, std::back_inserter(origin.reachableAt),
+                             [&origin](const NetworkAddress& each) {
+                                 return std::ranges::any_of(
+                                     origin.sockets, [&each](const ListeningSocket& socket) {
+                                         return overlaps(each.address, socket);
+                                     });
+                             });
+    }
 }
 
 // Those that share a socket are one server, and so are those that one process has started on the

@@ -75,6 +75,7 @@ class OriginCollector {
                             const ProcessGlimpse& process) const;
     std::vector<Group> groupsOf(const std::map<ProcessId, std::vector<std::uint64_t>>& holders,
                                 Look& look) const;
+    void addReachableAddresses(std::vector<Origin>& origins) const;
     void keepOwn(Origin& origin) const;
     void addUnseenOwner(Origin& origin, Look& look) const;
     void addPort(Origin& origin, const ProcessGlimpse* glimpse, Look& look) const;

@@ -50,7 +50,7 @@ constexpr std::array<KindRow, 13> kKinds{{
     {ProgramKind::remoteLogin, " sshd sshd-session dropbear telnetd in.telnetd rlogind "},
     {ProgramKind::cron, " cron crond anacron fcron atd "},
     {ProgramKind::supervisor,
-     " supervisord runsv runsvdir s6-supervise s6-svscan monit circusd pm2 god dinit "},
+     " supervisord runsv runsvdir s6-supervise s6-svscan monit circusd pm2 god dinit PM2 "},
     {ProgramKind::serviceManager, " systemd init runit openrc-init launchd "},
     {ProgramKind::session,
      " (sd-pam) login gdm gdm3 gdm-session-worker gdm-wayland-session gdm-x-session sddm "
@@ -84,6 +84,16 @@ std::string_view bareName(std::string_view name) {
     if (name.starts_with('-'))
         name.remove_prefix(1);
     return name.substr(0, name.find_first_of(": "));
+}
+
+// Of a program or a script: "/usr/lib/npm/bin/npm-cli.js" is npm.
+std::string_view toolName(std::string_view path) {
+    std::string_view name = bareName(path);
+    for (const std::string_view ending : {".js", ".cjs", ".mjs", ".py", "-cli"}) {
+        if (name.ends_with(ending))
+            name.remove_suffix(ending.size());
+    }
+    return name;
 }
 
 ProgramKind kindOfName(std::string_view name) {
@@ -120,15 +130,6 @@ bool hasWord(const ProcessGlimpse& process, std::string_view word) {
     });
 }
 
-// Of an interpreter's script, which is what people know.
-std::string_view scriptName(const Invocation& invocation) {
-    std::string_view name = std::string_view(invocation.script);
-    name = name.substr(name.rfind('/') + 1);
-    if (const std::size_t dot = name.rfind('.'); dot != std::string_view::npos && dot > 0)
-        name = name.substr(0, dot);
-    return name;
-}
-
 // A first argument that says what is done, as in "next dev".
 bool isVerb(std::string_view word) {
     constexpr std::size_t kLongestVerb = 16;
@@ -149,10 +150,8 @@ ProgramKind kindOfScript(const ProcessGlimpse& process) {
                                          ProgramKind::codingAgent, ProgramKind::supervisor};
     if (!invocation)
         return ProgramKind::other;
-    std::string_view name = scriptName(*invocation);
-    if (name.ends_with("-cli"))
-        name.remove_suffix(std::string_view("-cli").size());
-    for (const std::string_view each : {std::string_view(invocation->tool), name}) {
+    for (const std::string_view each :
+         {std::string_view(invocation->tool), toolName(invocation->script)}) {
         const ProgramKind kind = kindOfName(each);
         if (std::ranges::find(kKindsOfScripts, kind) != kKindsOfScripts.end())
             return kind;
@@ -221,7 +220,7 @@ std::string spokenCommand(const ProcessGlimpse& process) {
     else if (!invocation->tool.empty() && invocation->tool.find(' ') == std::string::npos)
         command = bareName(invocation->tool);
     else if (!invocation->script.empty())
-        command = scriptName(*invocation);
+        command = toolName(invocation->script);
     else
         return fallback;
     if (!invocation->arguments.empty() && isVerb(invocation->arguments.front()))
@@ -244,19 +243,17 @@ std::string spokenRunner(const ProcessGlimpse& process) {
             start = end + 1;
         }
     }
-    if (!words.empty() && kindOfName(bareName(words.front())) == ProgramKind::other) {
-        const auto script = std::find_if(words.begin() + 1, words.end(),
-                                         [](const auto& word) { return !word.starts_with('-'); });
-        words.erase(words.begin(), script);
-    }
     if (words.empty())
         return spokenCommand(process);
-    std::string_view name = bareName(words.front());
-    for (const std::string_view ending : {".js", ".cjs", ".mjs", ".py", "-cli"}) {
-        if (name.ends_with(ending))
-            name.remove_suffix(ending.size());
+    if (kindOfName(bareName(words.front())) == ProgramKind::other) {
+        // An interpreter is left out where its script is what people know.
+        const auto script =
+            std::find_if(words.begin() + 1, words.end(),
+                         [](const std::string& word) { return !word.starts_with('-'); });
+        if (script != words.end() && kindOfName(toolName(*script)) != ProgramKind::other)
+            words.erase(words.begin(), script);
     }
-    words.front() = std::string(name);
+    words.front() = std::string(toolName(words.front()));
     words.resize(std::min(words.size(), kMostWords));
     const std::string command = maskedCommand(words);
     return command.size() <= kLongest ? command : words.front();

@@ -86,7 +86,10 @@ ZenlotApp::ZenlotApp(SessionBus& bus, ApplicationInstance& instance)
           return isPortListMinded(container);
       }),
       scanner_(processTables_, isPortInUse, availableProcessors()),
-      inventory_(scanner_, sharedPortCache_, processPinner_, &portServices_),
+      originCollector_(originSources_, &containerEngines_),
+      portStopper_(
+          {originSources_, originCollector_, processSignals_, serviceManagers_, containerEngines_}),
+      inventory_(scanner_, sharedPortCache_, processPinner_, &portServices_, &originCollector_),
       broadcasts_(bus_, kMonitorBusName), alerts_(bus_), monitorService_(bus_, kMonitorUnit),
       launchAgentInstaller_(monitorService_, systemLog_, QCoreApplication::applicationDirPath()),
       portDataCache_(SharedContainer(directories_.stateHome), sharedPortCache_, broadcasts_,
@@ -96,7 +99,7 @@ ZenlotApp::ZenlotApp(SessionBus& bus, ApplicationInstance& instance)
                          notifications_, broadcasts_, log_, monitorLogPath(directories_.home)}),
       portMonitor_(inventory_, notificationManager_, log_), bundleKeys_(propertyLists_),
       detailsCollector_(processInspector_),
-      detailsLoader_(detailsCollector_, runningApplications_, propertyLists_),
+      detailsLoader_(detailsCollector_, runningApplications_, propertyLists_, &originCollector_),
       backgroundItems_(
           monitorService_, [this] { return monitorService_.unmaskCommand(); }, kMonitorUnit),
       releaseFeed_(releaseFeedAddress()),
@@ -346,19 +349,19 @@ void ZenlotApp::applyMotion() {
 }
 
 QVariantMap ZenlotApp::makeMainContent(QObject& owner) {
-    auto* const content = new ContentViewModel({inventory_, notifications_, runningApplications_,
-                                                bundleKeys_, appModel_, settings_, userDefaults_},
-                                               {.openSettings = [this] { openSettings(); },
-                                                .showOnboardingWindow =
-                                                    [this] {
-                                                        // The main window appears with this turn of
-                                                        // the event loop; the welcome stands before
-                                                        // it.
-                                                        QMetaObject::invokeMethod(
-                                                            &context_, [this] { showOnboarding(); },
-                                                            Qt::QueuedConnection);
-                                                    }},
-                                               &owner);
+    auto* const content = new ContentViewModel(
+        {inventory_, notifications_, runningApplications_, bundleKeys_, appModel_, settings_,
+         userDefaults_, &portStopper_},
+        {.openSettings = [this] { openSettings(); },
+         .showOnboardingWindow =
+             [this] {
+                 // The main window appears with this turn of
+                 // the event loop; the welcome stands before
+                 // it.
+                 QMetaObject::invokeMethod(
+                     &context_, [this] { showOnboarding(); }, Qt::QueuedConnection);
+             }},
+        &owner);
     auto* const detail = new ProcessDetailViewModel(detailsLoader_, &owner);
     QObject::connect(content, &ContentViewModel::detailProcessChanged, detail,
                      [content, detail] { detail->setProcess(content->detailProcess()); });

@@ -8,12 +8,16 @@
 // sits in the status area costs little until somebody looks at it.
 #pragma once
 
+#include "inventory/linux/linux_origin_sources.h"
 #include "inventory/linux/linux_port_services.h"
 #include "inventory/linux/linux_process_inspector.h"
 #include "inventory/linux/linux_process_pinner.h"
+#include "inventory/linux/linux_process_signals.h"
 #include "inventory/linux/linux_process_tables.h"
 #include "inventory/port_scanner.h"
 #include "inventory/shared_port_cache.h"
+#include "managers/linux/socket_container_engines.h"
+#include "managers/linux/systemd_service_managers.h"
 #include "monitoring/conflict_listener.h"
 #include "monitoring/launch_agent_installer.h"
 #include "monitoring/notification_center.h"
@@ -133,8 +137,14 @@ class ZenlotApp final {
     LinuxProcessPinner processPinner_;
     LinuxProcessInspector processInspector_;
     LinuxPortServices portServices_;
+    LinuxOriginSources originSources_;
     SharedPortCache sharedPortCache_;
     PortScanner scanner_;
+    SocketContainerEngines containerEngines_;
+    SystemdServiceManagers serviceManagers_;
+    LinuxProcessSignals processSignals_;
+    OriginCollector originCollector_;
+    PortStopper portStopper_;
     PortInventory inventory_;
     PidfdProcessEndWatch processEnds_;
 

@@ -125,5 +125,37 @@ Flickable {
                 }
             }
         }
+        CollapsibleSection {
+            Layout.fillWidth: true
+            expanded: root.viewModel.projectExpanded
+            title: qsTr("Project")
+            visible: root.viewModel.showsProject
+
+            onToggled: root.viewModel.projectExpanded = !root.viewModel.projectExpanded
+
+            Repeater {
+                model: root.viewModel.projectRows
+
+                DetailRow {
+                    Layout.fillWidth: true
+                }
+            }
+        }
+        CollapsibleSection {
+            Layout.fillWidth: true
+            expanded: root.viewModel.originExpanded
+            title: qsTr("Origin")
+            visible: root.viewModel.showsOrigin
+
+            onToggled: root.viewModel.originExpanded = !root.viewModel.originExpanded
+
+            Repeater {
+                model: root.viewModel.originRows
+
+                DetailRow {
+                    Layout.fillWidth: true
+                }
+            }
+        }
     }
 }

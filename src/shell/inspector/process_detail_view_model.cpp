@@ -1,6 +1,7 @@
 #include "shell/inspector/process_detail_view_model.h"
 
 #include "inventory/process_identity.h"
+#include "shell/inspector/origin_rows.h"
 #include "text/display_line.h"
 
 #include <QClipboard>
@@ -53,6 +54,8 @@ void ProcessDetailViewModel::load() {
     resourceExpanded_ = true;
     networkExpanded_ = false;
     appExpanded_ = true;
+    projectExpanded_ = true;
+    originExpanded_ = true;
     commandExpanded_ = true;
     Q_EMIT sectionsChanged();
 
@@ -70,6 +73,7 @@ void ProcessDetailViewModel::callOff() {
 
 void ProcessDetailViewModel::dropDetails() {
     details_.reset();
+    origin_.reset();
     executablePath_.clear();
     // The view lets go of the sections before their rows change.
     Q_EMIT contentChanged();
@@ -82,6 +86,7 @@ void ProcessDetailViewModel::takeResult() {
     LoadedProcess loaded = watcher_.result();
     executablePath_ = std::move(loaded.executablePath);
     details_ = std::move(loaded.details);
+    origin_ = std::move(loaded.origin);
     isLoading_ = false;
     fillRows();
     Q_EMIT contentChanged();
@@ -146,6 +151,8 @@ void ProcessDetailViewModel::fillRows() {
     identityRows_.setRows(identityRowList());
     resourceRows_.setRows(resourceRowList());
     applicationRows_.setRows(applicationRowList());
+    projectRows_.setRows(origin_ ? zenlot::projectRows(*origin_) : QList<DetailRow>());
+    originRows_.setRows(origin_ ? zenlot::originRows(*origin_) : QList<DetailRow>());
     networkConnections_.setConnections(details_ ? details_->networkConnections
                                                 : QList<NetworkConnection>());
 }

@@ -46,11 +46,15 @@ class ProcessDetailViewModel : public QObject {
     Q_PROPERTY(bool showsResources READ showsResources NOTIFY contentChanged)
     Q_PROPERTY(bool showsNetwork READ showsNetwork NOTIFY contentChanged)
     Q_PROPERTY(bool showsApplication READ showsApplication NOTIFY contentChanged)
+    Q_PROPERTY(bool showsProject READ showsProject NOTIFY contentChanged)
+    Q_PROPERTY(bool showsOrigin READ showsOrigin NOTIFY contentChanged)
     Q_PROPERTY(bool showsCommand READ showsCommand NOTIFY contentChanged)
 
     Q_PROPERTY(zenlot::DetailRowModel* identityRows READ identityRows CONSTANT)
     Q_PROPERTY(zenlot::DetailRowModel* resourceRows READ resourceRows CONSTANT)
     Q_PROPERTY(zenlot::DetailRowModel* applicationRows READ applicationRows CONSTANT)
+    Q_PROPERTY(zenlot::DetailRowModel* projectRows READ projectRows CONSTANT)
+    Q_PROPERTY(zenlot::DetailRowModel* originRows READ originRows CONSTANT)
     Q_PROPERTY(zenlot::NetworkConnectionModel* networkConnections READ networkConnections CONSTANT)
     Q_PROPERTY(QString networkTitle READ networkTitle NOTIFY contentChanged)
     Q_PROPERTY(QString commandText READ commandText NOTIFY contentChanged)
@@ -59,6 +63,8 @@ class ProcessDetailViewModel : public QObject {
     Q_PROPERTY(bool resourceExpanded MEMBER resourceExpanded_ NOTIFY sectionsChanged)
     Q_PROPERTY(bool networkExpanded MEMBER networkExpanded_ NOTIFY sectionsChanged)
     Q_PROPERTY(bool appExpanded MEMBER appExpanded_ NOTIFY sectionsChanged)
+    Q_PROPERTY(bool projectExpanded MEMBER projectExpanded_ NOTIFY sectionsChanged)
+    Q_PROPERTY(bool originExpanded MEMBER originExpanded_ NOTIFY sectionsChanged)
     Q_PROPERTY(bool commandExpanded MEMBER commandExpanded_ NOTIFY sectionsChanged)
 
   public:
@@ -84,10 +90,14 @@ class ProcessDetailViewModel : public QObject {
     bool showsResources() const;
     bool showsNetwork() const;
     bool showsApplication() const;
+    bool showsProject() const { return !projectRows_.rows().isEmpty(); }
+    bool showsOrigin() const { return !originRows_.rows().isEmpty(); }
     bool showsCommand() const;
     DetailRowModel* identityRows() { return &identityRows_; }
     DetailRowModel* resourceRows() { return &resourceRows_; }
     DetailRowModel* applicationRows() { return &applicationRows_; }
+    DetailRowModel* projectRows() { return &projectRows_; }
+    DetailRowModel* originRows() { return &originRows_; }
     NetworkConnectionModel* networkConnections() { return &networkConnections_; }
     QString networkTitle() const;
     QString commandText() const;
@@ -114,10 +124,13 @@ class ProcessDetailViewModel : public QObject {
     const ProcessDetailsLoader& loader_;
     std::optional<PortProcess> process_;
     std::optional<ProcessDetails> details_;
+    std::optional<Origin> origin_;
     QString executablePath_;
     DetailRowModel identityRows_;
     DetailRowModel resourceRows_;
     DetailRowModel applicationRows_;
+    DetailRowModel projectRows_;
+    DetailRowModel originRows_;
     NetworkConnectionModel networkConnections_;
     bool isShown_{false};
     bool isLoading_{false};
@@ -125,6 +138,8 @@ class ProcessDetailViewModel : public QObject {
     bool resourceExpanded_{true};
     bool networkExpanded_{false};
     bool appExpanded_{true};
+    bool projectExpanded_{true};
+    bool originExpanded_{true};
     bool commandExpanded_{true};
     QFutureWatcher<LoadedProcess> watcher_; // of the newest load
     WorkerThreads worker_{1};               // the last member: its work ends first

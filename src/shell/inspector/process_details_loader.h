@@ -5,6 +5,7 @@
 //     const LoadedProcess loaded = loader.loadDetails(process);
 #pragma once
 
+#include "inventory/origin/origin_collector.h"
 #include "inventory/port_process.h"
 #include "platform/property_list.h"
 #include "platform/running_applications.h"
@@ -13,19 +14,23 @@
 
 #include <QString>
 
+#include <optional>
+
 namespace zenlot {
 
 struct LoadedProcess {
     QString executablePath; // out of the command line
     ProcessDetails details;
+    std::optional<Origin> origin; // none when it is not known
 };
 
 class ProcessDetailsLoader final {
   public:
-    // The references must outlive the loader.
+    // The references must outlive the loader. Without `origins` no origin is known.
     ProcessDetailsLoader(const ProcessDetailsCollector& collector,
                          const RunningApplications& applications,
-                         const PropertyListReader& propertyLists);
+                         const PropertyListReader& propertyLists,
+                         const OriginCollector* origins = nullptr);
 
     LoadedProcess loadDetails(const PortProcess& process) const;
 
@@ -33,6 +38,7 @@ class ProcessDetailsLoader final {
     const ProcessDetailsCollector& collector_;
     const RunningApplications& applications_;
     const PropertyListReader& propertyLists_;
+    const OriginCollector* origins_;
 };
 
 } // namespace zenlot

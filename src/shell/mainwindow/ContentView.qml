@@ -110,9 +110,21 @@ T.SplitView {
             spacing: 8
 
             ForceQuitButton {
-                room: detail.width - 20 - toolbar.roomOfToggle
+                room: detail.width - 20 - toolbar.roomOfToggle - stopButton.width - toolbar.spacing
                 viewModel: root.viewModel
                 visible: root.viewModel.hasSelection
+            }
+            GlassButton {
+                id: stopButton
+
+                Accessible.description: toolTip
+                enabled: root.viewModel.canStop
+                keys: "Shift+Del"
+                text: qsTr("Stop")
+                toolTip: qsTr("Stop the server so that it stays stopped")
+                visible: root.viewModel.hasSelection
+
+                onClicked: root.viewModel.requestStop()
             }
             Item {
                 Layout.fillWidth: true
@@ -206,5 +218,15 @@ T.SplitView {
 
         onAccepted: root.viewModel.confirmForceQuit()
         onRejected: root.viewModel.cancelForceQuit()
+    }
+    ConfirmDialog {
+        cancelText: root.viewModel.stopButton === "" ? qsTr("Close") : qsTr("Cancel")
+        destructiveText: root.viewModel.stopButton
+        message: root.viewModel.stopMessage
+        title: qsTr("Stop the Server?")
+        visible: root.viewModel.isAskingToStop
+
+        onAccepted: root.viewModel.confirmStop()
+        onRejected: root.viewModel.cancelStop()
     }
 }

@@ -1,5 +1,5 @@
-// The tool tip of a list whose rows may have to cut their names off. It stands at the row that the
-// pointer rests on.
+// The tool tip of a list whose rows may have to cut their names off, or have a note to their names. It
+// stands at the row that the pointer rests on.
 //
 //     ElidedNameTip { id: tip }
 //     delegate: Row { onHoveredChanged: tip.follow(row) }

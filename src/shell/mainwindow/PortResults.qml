@@ -92,7 +92,7 @@ ColumnLayout {
         move: RowsMove {}
         remove: RowsDisappear {}
 
-        Keys.onDeletePressed: root.viewModel.requestForceQuit()
+        Keys.onDeletePressed: event => event.modifiers & Qt.ShiftModifier ? root.viewModel.requestStop() : root.viewModel.requestForceQuit()
         Keys.onDownPressed: root.viewModel.moveSelection(1)
         Keys.onEnterPressed: root.viewModel.openRow(root.viewModel.selectedRow)
         Keys.onPressed: event => {

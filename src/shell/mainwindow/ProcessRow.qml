@@ -15,13 +15,18 @@ T.ItemDelegate {
     required property bool canForceQuit
     required property string displayName
     // What a tool tip has to say in full.
-    readonly property string elidedText: root.isNameElided ? root.displayName : ""
+    readonly property string elidedText: (root.isNameElided ? root.displayName + "\n" : "") + root.noteTip
     required property string executablePath
     required property int index
     required property bool isLast
+    required property bool isLeftBehind
     property bool isNameElided: false
+    required property bool isOpenToNetwork
     required property bool isSelected
     required property string localAddress
+    required property string noteDescription
+    required property string noteText
+    required property string noteTip
     required property int pid
     required property string pidText
     required property int port
@@ -33,6 +38,7 @@ T.ItemDelegate {
 
     signal contextMenuRequested
 
+    Accessible.description: root.noteDescription
     Accessible.name: root.accessibleName
     Accessible.role: Accessible.ListItem
     Accessible.selected: root.isSelected
@@ -112,10 +118,15 @@ T.ItemDelegate {
                 }
                 StyleText {
                     Accessible.ignored: true
-                    Layout.fillWidth: true
                     color: Theme.tertiaryLabel
                     font: TextStyle.caption
                     text: root.user
+                }
+                OriginNoteLine {
+                    Layout.fillWidth: true
+                    isLeftBehind: root.isLeftBehind
+                    isOpenToNetwork: root.isOpenToNetwork
+                    text: root.noteText
                 }
             }
         }

@@ -104,6 +104,7 @@ Rectangle {
             move: RowsMove {}
             remove: RowsDisappear {}
 
+            Component.onCompleted: list.showSelection()
             Keys.onDownPressed: list.currentIndex = root.viewModel.sidebar.neighbour(list.currentIndex, 1)
             Keys.onEnterPressed: root.viewModel.activateSidebarRow(list.currentIndex)
             Keys.onLeftPressed: root.viewModel.sidebar.setExpanded(list.currentIndex, false)
@@ -125,8 +126,9 @@ Rectangle {
                     list.currentIndex = root.viewModel.sidebar.neighbour(-1, 1);
             }
             onCountChanged: {
+                // Not in the midst of the change, in which a list can't be scrolled.
                 if (list.isAwaitingSelection)
-                    list.showSelection();
+                    Qt.callLater(list.showSelection);
             }
             onCurrentIndexChanged: scroll.reveal(list.currentIndex)
 

@@ -11,7 +11,10 @@ RowLayout {
 
     required property string executablePath
     property alias isElided: label.truncated
+    required property bool isLeftBehind
+    required property bool isOpenToNetwork
     required property string name
+    required property string noteText
     required property int pid
     required property int port
     required property string proto
@@ -35,15 +38,32 @@ RowLayout {
             font: TextStyle.bold(TextStyle.monospaced(TextStyle.callout))
             text: root.port
         }
-        StyleText {
-            id: label
+        RowLayout {
+            id: line
 
-            Accessible.ignored: true
             Layout.fillWidth: true
-            color: Theme.secondaryLabel
-            font: TextStyle.caption
-            text: root.name
-            visible: root.showIcon && text !== ""
+            spacing: 5
+            visible: (root.showIcon && root.name !== "") || root.noteText !== "" || root.isOpenToNetwork || root.isLeftBehind
+
+            // The name keeps its room, the note gives way.
+            StyleText {
+                id: label
+
+                Accessible.ignored: true
+                Layout.preferredWidth: Math.max(0, Math.min(Math.ceil(implicitWidth), line.width - note.marksWidth))
+                color: Theme.secondaryLabel
+                font: TextStyle.caption
+                text: root.name
+                visible: root.showIcon && text !== ""
+            }
+            OriginNoteLine {
+                id: note
+
+                Layout.fillWidth: true
+                isLeftBehind: root.isLeftBehind
+                isOpenToNetwork: root.isOpenToNetwork
+                text: root.noteText
+            }
         }
     }
     StyleText {

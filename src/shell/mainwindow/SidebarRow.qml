@@ -14,14 +14,19 @@ T.ItemDelegate {
     required property bool canForceQuit
     required property string countText
     // What a tool tip has to say in full.
-    readonly property string elidedText: group.visible && group.isElided ? root.title : portRow.visible && portRow.isElided ? root.name : ""
+    readonly property string elidedText: group.visible && group.isElided ? root.title : portRow.visible ? (portRow.isElided ? root.name + "\n" : "") + root.noteTip : ""
     required property string executablePath
     required property bool hasFocusRing
     required property int index
     required property bool isExpanded
+    required property bool isLeftBehind
+    required property bool isOpenToNetwork
     required property bool isSelected
     required property int kind
     required property string name
+    required property string noteDescription
+    required property string noteText
+    required property string noteTip
     required property int pid
     required property int port
     required property string proto
@@ -30,7 +35,7 @@ T.ItemDelegate {
 
     signal contextMenuRequested
 
-    Accessible.description: root.kind !== SidebarModel.Group ? "" : root.isExpanded ? qsTr("open") : qsTr("closed")
+    Accessible.description: root.kind !== SidebarModel.Group ? root.noteDescription : root.isExpanded ? qsTr("open") : qsTr("closed")
     Accessible.name: root.accessibleName
     Accessible.role: root.kind === SidebarModel.Heading ? Accessible.StaticText : Accessible.ListItem
     Accessible.selected: root.isSelected
@@ -102,7 +107,10 @@ T.ItemDelegate {
 
             anchors.fill: parent
             executablePath: root.executablePath
+            isLeftBehind: root.isLeftBehind
+            isOpenToNetwork: root.isOpenToNetwork
             name: root.name
+            noteText: root.noteText
             pid: root.pid
             port: root.port
             proto: root.proto

@@ -2,6 +2,7 @@
 
 #include "shell/mainwindow/force_quit_hint.h"
 #include "shell/mainwindow/port_grouping.h"
+#include "shell/mainwindow/stop_text.h"
 #include "text/display_line.h"
 #include "text/numbers.h"
 
@@ -51,9 +52,35 @@ SidebarContent makeContent(std::vector<OccupiedPort> ports, const RunningApplica
 }
 
 // Short enough to leave the rest of the question on the screen.
+constexpr qsizetype kLongestNameInSentence = 64;
+
 QString nameInSentence(const PortProcess& process) {
-    constexpr qsizetype kLongestName = 64;
-    return displayLine(process.displayName, kLongestName);
+    return displayLine(process.displayName, kLongestNameInSentence);
+}
+
+// Whose origin is asked for, and what the row says already.
+struct NamedOwner {
+    PortOwner owner;
+    QString displayName;
+};
+
+template <typename Record>
+NamedOwner ownerOf(const Record& record) {
+    return {{static_cast<std::uint16_t>(record.port), {record.pid, record.startTime}},
+            QString::fromStdString(record.displayName)};
+}
+
+std::vector<NamedOwner> ownersOf(const SidebarContent& content) {
+    std::vector<NamedOwner> owners;
+    for (const std::vector<AppPortGroup>* part : {&content.own, &content.system}) {
+        for (const AppPortGroup& group : *part) {
+            for (const OccupiedPort& port : group.ports) {
+                if (isValidPort(port.port))
+                    owners.push_back(ownerOf(port));
+            }
+        }
+    }
+    return owners;
 }
 
 bool isSameRow(const std::optional<PortProcess>& one, const PortProcess& other) {
@@ -74,6 +101,7 @@ ContentViewModel::ContentViewModel(const Collaborators& collaborators, Actions a
     connect(&sidebar_, &SidebarModel::settled, this, [this] {
         if (shownSidebarLoad_ == newestSidebarLoad_)
             assignIsLoadingSidebar(false);
+        loadOrigins();
     });
     connect(&with_.appModel, &AppModel::pendingPortChanged, this,
             &ContentViewModel::takePendingPort);
@@ -284,6 +312,8 @@ void ContentViewModel::showAnswer(int port, std::vector<ProcessListRow> rows) {
         Q_EMIT resultsFocusRequested();
         fulfilWish();
     }
+    if (!processes_.isEmpty())
+        loadOrigins();
     // Two answers to one question can't stand side by side.
     if (processes_.isEmpty() == sidebar_.holds(port) && !isLoadingSidebar_)
         loadSidebar();
@@ -312,6 +342,32 @@ QCoro::Task<> ContentViewModel::loadSidebar() {
         co_return;
     shownSidebarLoad_ = number;
     sidebar_.setContent(std::move(content));
+}
+
+// The rows don't wait for what is said beside their names.
+QCoro::Task<> ContentViewModel::loadOrigins() {
+    const quint64 number = ++newestOriginLoad_;
+    std::vector<NamedOwner> owners = ownersOf(sidebar_.content());
+    for (const ProcessListRow& row : processes_.rows())
+        owners.push_back(ownerOf(row.process));
+    std::vector<PortOwner> rows;
+    rows.reserve(owners.size());
+    for (const NamedOwner& owner : owners)
+        rows.push_back(owner.owner);
+    const QPointer<ContentViewModel> self(this);
+    const QFuture<std::vector<Origin>> collection = with_.inventory.originsOf(std::move(rows));
+    const std::vector<Origin> origins = co_await collection;
+    if (!self || number != newestOriginLoad_)
+        co_return;
+    OriginNotes notes;
+    for (std::size_t row = 0; row < origins.size(); ++row) {
+        const NamedOwner& each = owners[row];
+        const OriginNote note = originNote(origins[row], each.displayName);
+        if (note != OriginNote())
+            notes.insert(noteKey(each.owner.process.pid, each.owner.port), note);
+    }
+    sidebar_.setNotes(notes);
+    processes_.setNotes(std::move(notes));
 }
 
 void ContentViewModel::assignIsLoadingSidebar(bool isLoading) {
@@ -429,6 +485,79 @@ QCoro::Task<> ContentViewModel::forceQuit(PortProcess process) {
     checkAgain();
     // A process that was still ending a moment ago held its port in the first look.
     loadSidebar();
+}
+
+// ---- Stop ----
+
+void ContentViewModel::requestStop() {
+    if (canStop())
+        planStop(*selectedProcess_);
+}
+
+QCoro::Task<> ContentViewModel::planStop(PortProcess process) {
+    setIsStopping(true);
+    const QPointer<ContentViewModel> self(this);
+    const auto pid = process.pid == 0 ? std::nullopt : std::optional(process.pid);
+    const QFuture<StopPlan> planning =
+        stopWorker_.run([stopper = with_.stopper, port = process.port, pid] {
+            return stopper->plan(static_cast<std::uint16_t>(port), pid);
+        });
+    const StopPlan plan = co_await planning;
+    if (!self)
+        co_return;
+    setIsStopping(false);
+    askToStop(plan, StopStep::ask, stopPlanText(plan),
+              plan.kind == StopPlan::Kind::none
+                  ? QString()
+                  : tr("Stop %1").arg(displayLine(plan.name, kLongestNameInSentence)));
+}
+
+void ContentViewModel::confirmStop() {
+    const std::optional<StopQuestion> question = stopQuestion_;
+    closeStopQuestion();
+    if (question && question->plan.kind != StopPlan::Kind::none)
+        carryOut(question->plan, question->step);
+}
+
+QCoro::Task<> ContentViewModel::carryOut(StopPlan plan, StopStep step) {
+    setIsStopping(true);
+    const QPointer<ContentViewModel> self(this);
+    const QFuture<StopResult> stopping = stopWorker_.run([stopper = with_.stopper, plan, step] {
+        return step == StopStep::ask ? stopper->stop(plan) : stopper->force(plan);
+    });
+    const StopResult result = co_await stopping;
+    if (!self)
+        co_return;
+    setIsStopping(false);
+    refresh();
+    const bool canForce =
+        result.outcome == StopResult::Outcome::stillHeld && plan.kind == StopPlan::Kind::processes;
+    const QString message = stopResultText(plan, result);
+    if (!canForce)
+        plan.kind = StopPlan::Kind::none;
+    if (!message.isEmpty())
+        askToStop(std::move(plan), StopStep::force, message,
+                  canForce ? tr("End by Force") : QString());
+}
+
+void ContentViewModel::askToStop(StopPlan plan, StopStep step, const QString& message,
+                                 const QString& button) {
+    stopQuestion_ = StopQuestion{std::move(plan), step};
+    stopMessage_ = message;
+    stopButton_ = button;
+    Q_EMIT stopQuestionChanged();
+}
+
+void ContentViewModel::closeStopQuestion() {
+    if (!stopQuestion_)
+        return;
+    stopQuestion_.reset();
+    Q_EMIT stopQuestionChanged();
+}
+
+void ContentViewModel::setIsStopping(bool isStopping) {
+    isStopping_ = isStopping;
+    Q_EMIT selectionChanged();
 }
 
 void ContentViewModel::activateSidebarRow(int row) {

@@ -6,6 +6,7 @@
 // and come back as events.
 #pragma once
 
+#include "inventory/origin/port_stopper.h"
 #include "inventory/port_process.h"
 #include "monitoring/notification_center.h"
 #include "monitoring/port_inventory.h"
@@ -62,6 +63,12 @@ class ContentViewModel : public QObject {
     Q_PROPERTY(bool isConfirming READ isConfirming NOTIFY confirmationChanged)
     Q_PROPERTY(QString confirmationMessage READ confirmationMessage NOTIFY confirmationChanged)
     Q_PROPERTY(QString confirmationButton READ confirmationButton NOTIFY confirmationChanged)
+    // Stopping the server of the highlighted process: a question, which has no answer but to close
+    // it where nothing can be done or only the result is told.
+    Q_PROPERTY(bool canStop READ canStop NOTIFY selectionChanged)
+    Q_PROPERTY(bool isAskingToStop READ isAskingToStop NOTIFY stopQuestionChanged)
+    Q_PROPERTY(QString stopMessage READ stopMessage NOTIFY stopQuestionChanged)
+    Q_PROPERTY(QString stopButton READ stopButton NOTIFY stopQuestionChanged)
     Q_PROPERTY(zenlot::ProcessListModel* processes READ processes CONSTANT)
     Q_PROPERTY(zenlot::SidebarModel* sidebar READ sidebar CONSTANT)
 
@@ -81,6 +88,7 @@ class ContentViewModel : public QObject {
         AppModel& appModel;
         const AppSettings& settings;
         UserDefaults& userDefaults;
+        const PortStopper* stopper{nullptr}; // without one, nothing can be stopped
     };
 
     using Clock = std::function<std::chrono::steady_clock::time_point()>;
@@ -132,6 +140,12 @@ class ContentViewModel : public QObject {
     QString confirmationMessage() const { return confirmationMessage_; }
     QString confirmationButton() const { return confirmationButton_; }
 
+    bool canStop() const { return with_.stopper && selectedProcess_ && !isStopping_; }
+    bool isAskingToStop() const { return stopQuestion_.has_value(); }
+    // Both stay when the question is answered, since it fades out.
+    QString stopMessage() const { return stopMessage_; }
+    QString stopButton() const { return stopButton_; }
+
     ProcessListModel* processes() { return &processes_; }
     SidebarModel* sidebar() { return &sidebar_; }
 
@@ -170,6 +184,11 @@ class ContentViewModel : public QObject {
     Q_INVOKABLE void confirmForceQuit();
     Q_INVOKABLE void cancelForceQuit();
 
+    // Finds out what would have to end for the highlighted process, and asks; see stop_plan.h.
+    Q_INVOKABLE void requestStop();
+    Q_INVOKABLE void confirmStop();
+    Q_INVOKABLE void cancelStop() { closeStopQuestion(); }
+
     // Selects the port of a row of the sidebar, or opens or closes its group.
     Q_INVOKABLE void activateSidebarRow(int row);
     // Asks about the port of a row of the sidebar, and when the answer has come, shows the details
@@ -191,6 +210,7 @@ class ContentViewModel : public QObject {
     void selectionChanged();
     void detailProcessChanged();
     void confirmationChanged();
+    void stopQuestionChanged();
     // The highlighted process can't be ended; `forceQuitHint` says why.
     void forceQuitRefused();
     void portFieldFocusRequested();
@@ -214,6 +234,12 @@ class ContentViewModel : public QObject {
         ProcessId pid{0};      // for whom
     };
 
+    enum class StopStep { ask, force };
+    struct StopQuestion {
+        StopPlan plan; // of the kind "none" where there is nothing to agree to
+        StopStep step;
+    };
+
     std::optional<int> portInField() const;
     void ask(int port);
     void askOrCheckAgain();
@@ -235,7 +261,13 @@ class ContentViewModel : public QObject {
     void assignProcessToKill(std::optional<PortProcess> process);
     QCoro::Task<> check(int port);
     QCoro::Task<> loadSidebar();
+    QCoro::Task<> loadOrigins();
     QCoro::Task<> forceQuit(PortProcess process);
+    QCoro::Task<> planStop(PortProcess process);
+    QCoro::Task<> carryOut(StopPlan plan, StopStep step);
+    void askToStop(StopPlan plan, StopStep step, const QString& message, const QString& button);
+    void closeStopQuestion();
+    void setIsStopping(bool isStopping);
 
     Collaborators with_;
     Actions actions_;
@@ -254,6 +286,10 @@ class ContentViewModel : public QObject {
     std::optional<PortProcess> selectedProcess_;
     std::optional<PortProcess> detailProcess_;
     std::optional<PortProcess> processToKill_;
+    std::optional<StopQuestion> stopQuestion_;
+    QString stopMessage_;
+    QString stopButton_;
+    bool isStopping_{false};
     ProcessListModel processes_;
     SidebarModel sidebar_;
     QTimer debounce_;
@@ -264,7 +300,11 @@ class ContentViewModel : public QObject {
     quint64 newestCheck_{0};
     quint64 newestSidebarLoad_{0};
     quint64 shownSidebarLoad_{0};
-    WorkerThreads workers_; // the last member, so that it ends before what its work uses
+    quint64 newestOriginLoad_{0};
+    // The last members, so that they end before what their work uses. What is stopped may wait for
+    // somebody's password.
+    WorkerThreads stopWorker_{1};
+    WorkerThreads workers_;
 };
 
 } // namespace zenlot

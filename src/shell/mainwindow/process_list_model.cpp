@@ -71,6 +71,16 @@ void ProcessListModel::setProcesses(std::vector<ProcessListRow> processes) {
     setRows(processes);
 }
 
+void ProcessListModel::setNotes(OriginNotes notes) {
+    if (notes == notes_)
+        return;
+    notes_ = std::move(notes);
+    if (rowCount() > 0)
+        Q_EMIT dataChanged(index(0), index(rowCount() - 1),
+                           {noteTextRole, noteTipRole, noteDescriptionRole, isOpenToNetworkRole,
+                            isLeftBehindRole});
+}
+
 int ProcessListModel::rowOfProcess(const PortProcess& process) const {
     const auto row = std::ranges::find(rows(), process.id,
                                        [](const ProcessListRow& each) { return each.process.id; });
@@ -94,6 +104,7 @@ QVariant ProcessListModel::data(const QModelIndex& index, int role) const {
         return {};
     const ProcessListRow& row = rows()[static_cast<std::size_t>(index.row())];
     const PortProcess& process = row.process;
+    const OriginNote note = notes_.value(noteKey(process.pid, process.port));
     switch (role) {
     case rowKeyRole:
         return row.key;
@@ -121,6 +132,16 @@ QVariant ProcessListModel::data(const QModelIndex& index, int role) const {
         return process.obstacle == ForceQuitObstacle::none;
     case accessibleNameRole:
         return accessibleName(process);
+    case noteTextRole:
+        return note.text;
+    case noteTipRole:
+        return note.toolTip();
+    case noteDescriptionRole:
+        return note.description();
+    case isOpenToNetworkRole:
+        return note.isOpenToNetwork;
+    case isLeftBehindRole:
+        return note.isLeftBehind;
     default:
         return {};
     }
@@ -139,7 +160,12 @@ QHash<int, QByteArray> ProcessListModel::roleNames() const {
             {userRole, "user"},
             {executablePathRole, "executablePath"},
             {canForceQuitRole, "canForceQuit"},
-            {accessibleNameRole, "accessibleName"}};
+            {accessibleNameRole, "accessibleName"},
+            {noteTextRole, "noteText"},
+            {noteTipRole, "noteTip"},
+            {noteDescriptionRole, "noteDescription"},
+            {isOpenToNetworkRole, "isOpenToNetwork"},
+            {isLeftBehindRole, "isLeftBehind"}};
 }
 
 } // namespace zenlot

@@ -3,6 +3,7 @@
 
 #include "inventory/port_process.h"
 #include "shell/mainwindow/keyed_list_model.h"
+#include "shell/mainwindow/origin_note.h"
 
 #include <QString>
 #include <QtQml/qqmlregistration.h>
@@ -47,6 +48,11 @@ class ProcessListModel : public KeyedListModel<ProcessListRow> {
         executablePathRole,
         canForceQuitRole,
         accessibleNameRole,
+        noteTextRole,
+        noteTipRole,
+        noteDescriptionRole,
+        isOpenToNetworkRole,
+        isLeftBehindRole,
     };
 
     explicit ProcessListModel(QObject* parent = nullptr) : KeyedListModel(parent) {}
@@ -56,6 +62,9 @@ class ProcessListModel : public KeyedListModel<ProcessListRow> {
 
     void removeProcessesWithPid(std::int64_t pid);
 
+    // What is known of the origins; it comes later than the rows.
+    void setNotes(OriginNotes notes);
+
     // The row with the process's identifier, or -1.
     int rowOfProcess(const PortProcess& process) const;
 
@@ -64,6 +73,9 @@ class ProcessListModel : public KeyedListModel<ProcessListRow> {
 
     QVariant data(const QModelIndex& index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
+
+  private:
+    OriginNotes notes_;
 };
 
 } // namespace zenlot

@@ -57,6 +57,16 @@ void SidebarModel::setContent(SidebarContent content) {
     rebuild();
 }
 
+void SidebarModel::setNotes(OriginNotes notes) {
+    if (notes == notes_)
+        return;
+    notes_ = std::move(notes);
+    if (rowCount() > 0)
+        Q_EMIT dataChanged(index(0), index(rowCount() - 1),
+                           {noteTextRole, noteTipRole, noteDescriptionRole, isOpenToNetworkRole,
+                            isLeftBehindRole});
+}
+
 const SidebarRow* SidebarModel::rowAt(int row) const {
     return row < 0 || row >= rowCount() ? nullptr : &rows()[static_cast<std::size_t>(row)];
 }
@@ -163,6 +173,8 @@ QVariant SidebarModel::data(const QModelIndex& index, int role) const {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
     const SidebarRow& row = rows()[static_cast<std::size_t>(index.row())];
+    const OriginNote note =
+        isPort(row.kind) ? notes_.value(noteKey(row.port.pid, row.port.port)) : OriginNote();
     switch (role) {
     case rowKeyRole:
         return row.key;
@@ -190,6 +202,16 @@ QVariant SidebarModel::data(const QModelIndex& index, int role) const {
         return row.port.pid > 0 && row.port.isCurrentUser();
     case accessibleNameRole:
         return accessibleName(row);
+    case noteTextRole:
+        return note.text;
+    case noteTipRole:
+        return note.toolTip();
+    case noteDescriptionRole:
+        return note.description();
+    case isOpenToNetworkRole:
+        return note.isOpenToNetwork;
+    case isLeftBehindRole:
+        return note.isLeftBehind;
     default:
         return {};
     }
@@ -208,7 +230,12 @@ QHash<int, QByteArray> SidebarModel::roleNames() const {
             {pidRole, "pid"},
             {executablePathRole, "executablePath"},
             {canForceQuitRole, "canForceQuit"},
-            {accessibleNameRole, "accessibleName"}};
+            {accessibleNameRole, "accessibleName"},
+            {noteTextRole, "noteText"},
+            {noteTipRole, "noteTip"},
+            {noteDescriptionRole, "noteDescription"},
+            {isOpenToNetworkRole, "isOpenToNetwork"},
+            {isLeftBehindRole, "isLeftBehind"}};
 }
 
 } // namespace zenlot

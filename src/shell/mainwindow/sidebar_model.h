@@ -4,6 +4,7 @@
 
 #include "inventory/app_port_group.h"
 #include "shell/mainwindow/keyed_list_model.h"
+#include "shell/mainwindow/origin_note.h"
 
 #include <QSet>
 #include <QString>
@@ -64,6 +65,11 @@ class SidebarModel : public KeyedListModel<SidebarRow> {
         executablePathRole,
         canForceQuitRole, // as far as the list can tell
         accessibleNameRole,
+        noteTextRole,
+        noteTipRole,
+        noteDescriptionRole,
+        isOpenToNetworkRole,
+        isLeftBehindRole,
     };
 
     explicit SidebarModel(QObject* parent = nullptr);
@@ -71,6 +77,10 @@ class SidebarModel : public KeyedListModel<SidebarRow> {
     // Many new rows come over some turns of the event loop; `settled` is emitted when they are
     // there, maybe before this returns.
     void setContent(SidebarContent content);
+
+    // What is known of the origins; it comes later than the rows.
+    void setNotes(OriginNotes notes);
+    const SidebarContent& content() const { return content_; }
 
     // Opens or closes a group; nothing happens for other rows. Which groups are open outlives a
     // refresh.
@@ -103,6 +113,7 @@ class SidebarModel : public KeyedListModel<SidebarRow> {
                     const std::vector<AppPortGroup>& groups) const;
 
     SidebarContent content_;
+    OriginNotes notes_;
     QSet<QString> expandedBundles_;
     std::vector<SidebarRow> wanted_; // empty once it is reached
     QTimer nextSlice_;

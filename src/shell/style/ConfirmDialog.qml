@@ -1,4 +1,4 @@
-// Asks before something that can't be undone. The window behind is blocked; Escape cancels, and so
+// Asks before something that can't be undone; without a text for that there is only the way back. The window behind is blocked; Escape cancels, and so
 // does Return at first, because Cancel has the keyboard until the user moves it.
 //
 //     ConfirmDialog {
@@ -127,6 +127,7 @@ T.Dialog {
             Layout.preferredHeight: 32
             text: root.destructiveText
             tint: Theme.red
+            visible: text !== ""
 
             onClicked: root.accept()
         }

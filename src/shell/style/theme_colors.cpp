@@ -154,17 +154,19 @@ ThemeColors themeColors(const QPalette& palette) {
     colors.selection = translucent(colors.accent, kSelectionFill);
 
     // What text really stands on: the surfaces, boxes and chosen rows on them, buttons, and badges
-    // inside of boxes.
+    // inside of boxes. The inspector has the colour of the sidebar.
     const QColor box = laidOver(colors.window, colors.card);
+    const QColor sideBox = laidOver(colors.sidebar, colors.card);
     const QColor chosen = laidOver(colors.window, colors.selection);
     const QColor button = laidOver(colors.popover, colors.glass);
-    const Surfaces tinted{colors.window, colors.field, colors.popover, box, chosen};
+    const Surfaces tinted{colors.window, colors.field, colors.popover, box, sideBox, chosen};
     Surfaces surfaces = tinted;
     surfaces.push_back(button);
     surfaces.push_back(colors.sidebar);
     surfaces.push_back(laidOver(colors.sidebar, colors.selection));
     surfaces.push_back(laidOver(colors.window, colors.quaternaryFill));
-    surfaces.push_back(laidOver(box, colors.quaternaryFill));
+    for (const QColor& each : {box, sideBox})
+        surfaces.push_back(laidOver(each, colors.quaternaryFill));
 
     colors.focus = adjusted(highlight, isDark, [&](const QColor& candidate) {
         return leastContrast(candidate, surfaces) >= kSymbolContrast;

@@ -44,7 +44,7 @@ TEST(OriginTest, ProgramsAreCalledAsPeopleCallThem) {
          "make serve API_TOKEN=****"},
         {"node|/srv/node_modules/.bin/nodemon|app.js", "node", ProgramKind::watcher,
          "nodemon app.js"},
-        {"node|--watch|app.js", "node", ProgramKind::watcher, "app.js"},
+        {"node|--watch|app.js", "node", ProgramKind::watcher, "node --watch app.js"},
         {"-zsh", "zsh", ProgramKind::shell, ""},
         {"bash|--norc|-i", "bash", ProgramKind::shell, ""},
         {"sh|-c|vite", "sh", ProgramKind::shellScript, ""},
@@ -63,7 +63,7 @@ TEST(OriginTest, ProgramsAreCalledAsPeopleCallThem) {
         process.name = name;
         process.commandLine = wordsOf(commandLine);
         EXPECT_EQ(kindOf(process), kind) << commandLine;
-        const bool isRunner = kind == ProgramKind::scriptRunner || spoken.starts_with("nodemon");
+        const bool isRunner = kind == ProgramKind::scriptRunner || kind == ProgramKind::watcher;
         if (!spoken.empty()) {
             EXPECT_EQ(isRunner ? spokenRunner(process) : spokenCommand(process), spoken)
                 << commandLine;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "inventory/fake_process_inspector.h"
+#include "inventory/origin/fake_origin_sources.h"
 #include "platform/fake_property_list.h"
 #include "platform/fake_running_applications.h"
 #include "shell/inspector/process_detail_view_model.h"
@@ -45,7 +46,9 @@ struct InspectorFixture {
         inspector,
         [] { return std::chrono::system_clock::time_point(std::chrono::seconds(1'741'162'051)); },
         QLocale(QLocale::English), QTimeZone::utc()};
-    ProcessDetailsLoader loader{collector, applications, propertyLists};
+    FakeOriginSources originSources;
+    OriginCollector origins{originSources};
+    ProcessDetailsLoader loader{collector, applications, propertyLists, &origins};
     ProcessDetailViewModel viewModel{loader};
 };
 

@@ -67,6 +67,30 @@ TEST_F(ProcessDetailViewModelTest, ShowsAllThereIs) {
               u"TCP4 *:8080 LISTEN"_s);
 }
 
+TEST_F(ProcessDetailViewModelTest, TellsWhereAServerComesFrom) {
+    originSources.addProcess(5, {"npm run dev"});
+    ProcessGlimpse& server =
+        originSources.addServer(7, {"node", "server.js", "--token", "x"}, 8080, "0.0.0.0");
+    server.parent = 5;
+    server.controlGroup = "/system.slice/web.service";
+    server.workingDirectory = "/srv/shop";
+    server.isDirectoryDeleted = true;
+    originSources.held[8] = originSources.held[7];
+    originSources.addProcess(8, {"node"}).parent = 7;
+    originSources.addresses = {{*IpAddress::parse("192.168.1.7"), "wlan0", true}};
+    show(row(7));
+    EXPECT_EQ(text(viewModel.projectRows()), u"Name=shop|Folder=/srv/shop (deleted)|Runs=server.js|"
+                                             "Command line=node server.js --token ****"_s);
+    EXPECT_EQ(text(viewModel.originRows()),
+              u"Started by=npm run dev|Unit=web.service, of the system|Listens on=0.0.0.0|"
+              "Open to=Everyone who can reach 192.168.1.7 (Wi-Fi wlan0), unless a firewall stops "
+              "them|Shared by=2 processes: 7, 8|Left behind=Perhaps: its folder is deleted, it has "
+              "no terminal, nobody is connected"_s);
+    EXPECT_TRUE(viewModel.showsProject() && viewModel.showsOrigin());
+    show(row(9));
+    EXPECT_FALSE(viewModel.showsProject() || viewModel.showsOrigin()) << "not the one on the port";
+}
+
 TEST_F(ProcessDetailViewModelTest, LeavesOutWhatIsNotKnown) {
     PortProcess bare;
     bare.id = Uuid::random();

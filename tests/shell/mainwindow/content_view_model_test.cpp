@@ -65,6 +65,60 @@ TEST_F(ContentViewModelTest, TypingChecksOnceAfterAPause) {
     EXPECT_EQ(model.sidebarSelection(), ContentViewModel::kNoSelection);
 }
 
+// The rows are there first; what is known of their servers comes later.
+TEST_F(ContentViewModelTest, RowsTellWhichServerItIs) {
+    ProcessGlimpse& server = fixture->originSources.addServer(
+        42, {"node", "/srv/node_modules/.bin/vite"}, 8080, "0.0.0.0");
+    server.workingDirectory = "/srv/shop";
+    server.isDirectoryDeleted = true;
+    model.appear();
+    ASSERT_TRUE(check(u"8080"_s));
+    const SidebarModel& sidebar = *model.sidebar();
+    const auto noteOf = [](const QModelIndex& row, int role) { return row.data(role).toString(); };
+    ASSERT_TRUE(waitFor([&] {
+        const int row = sidebar.rowOfPort(8080);
+        return row >= 0 && noteOf(sidebar.index(row), SidebarModel::noteTextRole) != u""_s;
+    }));
+    const QModelIndex row = sidebar.index(sidebar.rowOfPort(8080));
+    EXPECT_EQ(noteOf(row, SidebarModel::noteTextRole), u"vite \u00B7 shop (deleted folder)"_s);
+    EXPECT_EQ(noteOf(row, SidebarModel::noteTipRole),
+              u"vite \u00B7 shop (deleted folder)\nOpen to the network\nPerhaps left behind"_s);
+    ASSERT_TRUE(waitFor([&] {
+        return noteOf(model.processes()->index(0), ProcessListModel::noteTextRole) != u""_s;
+    }));
+    EXPECT_EQ(noteOf(sidebar.index(sidebar.rowOfPort(9000)), SidebarModel::noteTextRole), u""_s);
+}
+
+TEST_F(ContentViewModelTest, StopAsksFirstAndTellsWhatIsTrueThen) {
+    FakeOriginSources& sources = fixture->originSources;
+    sources.addServer(42, {"node", "server.js"}, 8080).user = currentUserId();
+    ASSERT_TRUE(check(u"8080"_s));
+    model.requestStop();
+    ASSERT_TRUE(waitFor([this] { return model.isAskingToStop(); }));
+    EXPECT_EQ(model.stopMessage(), u"Stops server.js (PID 42)."_s);
+    EXPECT_EQ(model.stopButton(), u"Stop server.js"_s);
+    model.confirmStop();
+    ASSERT_TRUE(waitFor([this] { return model.isAskingToStop(); }));
+    EXPECT_EQ(model.stopMessage(),
+              u"server.js has been asked to end and still holds port 8080. End "
+              "it by force?"_s);
+    fixture->managers.onSignal = [&](const ProcessIdentity&, ProcessSignals::Signal) {
+        sources.sockets.clear();
+        sources.held.clear();
+        fixture->tables.end(42);
+    };
+    model.confirmStop();
+    ASSERT_TRUE(waitFor([this] { return model.isFree(); }));
+    EXPECT_EQ(fixture->managers.calls(), (std::vector<std::string>{"terminate 42", "kill 42"}));
+    EXPECT_FALSE(model.isAskingToStop());
+
+    sources.addServer(77, {"other"}, 9000).user = currentUserId() + 1;
+    ASSERT_TRUE(check(u"9000"_s));
+    model.requestStop();
+    ASSERT_TRUE(waitFor([this] { return model.isAskingToStop(); }));
+    EXPECT_EQ(model.stopButton(), u""_s) << qPrintable(model.stopMessage());
+}
+
 TEST_F(ContentViewModelTest, FreePortsAndNumbersThatAreNoPort) {
     for (const QString& text : {u"0"_s, u"65536"_s, u"٣"_s}) {
         ASSERT_TRUE(check(text));

@@ -271,6 +271,23 @@ TEST_F(ContentViewTest, NothingMovesForWhoWantsNoMotion) {
     EXPECT_EQ(itemFrom(u"Sample TCP4"_s)->opacity(), 1) << "rows are there at once";
 }
 
+TEST_F(ContentViewTest, APortThatIsHandedOverIsScrolledIntoViewWhenTheRowsCome) {
+    for (std::uint16_t port = 2000; port < 3200; ++port)
+        fixture.tables.addListener(port, port, currentUserId(), "/bin/server");
+    fixture.appModel.setPendingPort(3100);
+    open();
+    for (const int port : {3100, 2100}) {
+        fixture.appModel.setPendingPort(port);
+        const QString name = QString::number(port) + u" Server"_s;
+        const QQuickItem* list = itemsNamed(u"Listening ports"_s).value(0);
+        EXPECT_TRUE(waitFor([&] {
+            const QQuickItem* row = itemFrom(name);
+            return row &&
+                   QRectF({}, list->size()).contains(row->mapRectToItem(list, {{}, row->size()}));
+        })) << port;
+    }
+}
+
 TEST_F(ContentViewTest, OnlyVisibleRowsOfALongListExist) {
     for (std::uint16_t port = 2000; port < 3200; ++port)
         fixture.tables.addListener(port, port, currentUserId(), "/bin/server");
@@ -278,6 +295,7 @@ TEST_F(ContentViewTest, OnlyVisibleRowsOfALongListExist) {
     ASSERT_TRUE(waitFor([this] { return model.sidebar()->rowCount() == 1201; }));
     ASSERT_NE(waitForItem(u"2000 Server"_s), nullptr);
     const QQuickItem* list = itemFrom(u"Listening ports"_s);
+    EXPECT_EQ(itemFrom(u"3100 Server"_s), nullptr);
     EXPECT_LT(list->property("contentItem").value<QQuickItem*>()->childItems().size(), 100);
 }
 

@@ -2,6 +2,8 @@
 // model of the main window over it.
 #pragma once
 
+#include "inventory/origin/fake_managers.h"
+#include "inventory/origin/fake_origin_sources.h"
 #include "platform/fake_app_service.h"
 #include "platform/fake_property_list.h"
 #include "platform/fake_running_applications.h"
@@ -54,7 +56,12 @@ struct MainWindowFixture {
     SharedPortCache cache;
     FakePinner processes{tables};
     PortScanner scanner{tables, [](std::uint16_t, AddressFamily) { return false; }};
-    PortInventory inventory{scanner, cache, processes};
+    FakeOriginSources originSources;
+    OriginCollector origins{originSources};
+    PortInventory inventory{scanner, cache, processes, nullptr, &origins};
+    FakeManagers managers;
+    PortStopper stopper{{originSources, origins, managers, managers, managers},
+                        [](std::chrono::milliseconds) {}};
     NotificationCenter notifications;
     FakeRunningApplications applications;
     FakePropertyListReader propertyLists;
@@ -65,11 +72,11 @@ struct MainWindowFixture {
     AppSettings settings{userDefaults, loginItem};
     int onboardingShown{0};
     std::chrono::steady_clock::time_point now{std::chrono::hours(1)};
-    ContentViewModel model{
-        {inventory, notifications, applications, bundleKeys, appModel, settings, userDefaults},
-        {{}, [this] { ++onboardingShown; }},
-        nullptr,
-        [this] { return now; }};
+    ContentViewModel model{{inventory, notifications, applications, bundleKeys, appModel, settings,
+                            userDefaults, &stopper},
+                           {{}, [this] { ++onboardingShown; }},
+                           nullptr,
+                           [this] { return now; }};
 };
 
 } // namespace zenlot

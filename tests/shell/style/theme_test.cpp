@@ -47,7 +47,9 @@ TEST(ThemeColorsTest, EverythingWrittenCanBeRead) {
 
         const QColor box = laidOver(colors.window, colors.card);
         const QColor chosen = laidOver(colors.window, colors.selection);
-        for (const QColor& surface : {colors.window, colors.field, colors.popover, box, chosen}) {
+        const QColor sideBox = laidOver(colors.sidebar, colors.card);
+        for (const QColor& surface :
+             {colors.window, colors.field, colors.popover, box, sideBox, chosen}) {
             SCOPED_TRACE(surface.name().toStdString());
             for (QColor tint :
                  {colors.green, colors.blue, colors.orange, colors.red, colors.teal}) {
