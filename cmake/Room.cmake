@@ -96,6 +96,8 @@ function(zenlot_room_qml folder)
     set_target_properties(${target} PROPERTIES AUTOMOC ON)
     cmake_parse_arguments(QML "" "URI" "" ${ARGN})
     string(REPLACE "." "/" path "${QML_URI}")
+    # The C++ that Qt 6.4 makes of QML is in another order each time, the bytecode is not.
+    set_target_properties(${target} PROPERTIES QT_QMLCACHEGEN_ARGUMENTS --only-bytecode)
     # qmllint finds modules by folders that are named like them.
     qt_add_qml_module(
         ${target}

@@ -65,7 +65,8 @@ class BackgroundMonitorTest : public testing::TestWithParam<QStringList> {
     }
 
     static bool isTold() { return GetParam().contains(kBindwatch); }
-    static bool mayMiss() { return GetParam().contains(u"--poll"_s); }
+    // One that is gone at once, on a busy machine or while the monitor looks into another.
+    static bool mayMiss() { return !isTold(); }
 
     QString binds() const { return QString::fromStdString((home.path() / "binds").string()); }
 
@@ -116,8 +117,7 @@ class BackgroundMonitorTest : public testing::TestWithParam<QStringList> {
         return records;
     }
 
-    // Starts a server on the port that is held, and waits until that was noticed. By polling, one
-    // that is gone at once can be missed on a busy machine.
+    // Starts a server on the port that is held, and waits until that was noticed.
     bool isNoticed() {
         for (int starts = mayMiss() ? 20 : 1; starts > 0; --starts) {
             start(server, u"/usr/bin/python3"_s,
@@ -390,8 +390,8 @@ TEST_P(HelpedMonitorTest, TheHelperMayComeAndGo) {
             ++count;
         return count;
     };
-    const QStringList bind{u"-c"_s, u"import socket,time; s=socket.socket(); "
-                                    "s.bind(('127.0.0.1',%1))"_s.arg(port)};
+    QStringList words{u"-c"_s, u"import socket,time; s=socket.socket(); "
+                               "s.bind(('127.0.0.1',%1))"_s.arg(port)};
     for (std::size_t round = 1; round <= 4; ++round) {
         const bool isThere = round % 2 == 1;
         if (isThere && helper.state() == QProcess::NotRunning) {
@@ -401,11 +401,14 @@ TEST_P(HelpedMonitorTest, TheHelperMayComeAndGo) {
         }
         ASSERT_TRUE(waitFor([&] { return saysThatItIsTold() == isThere; })) << round;
         // A literal that nothing else in the command line disturbs; another program each time.
-        QStringList words = bind;
-        words.last() += u"#"_s.repeated(static_cast<int>(round));
-        start(server, u"python3"_s, words);
-        ASSERT_TRUE(server.waitForFinished(kPatienceMilliseconds));
-        ASSERT_TRUE(waitFor([&] { return told() >= round; })) << round;
+        for (int starts = isThere ? 1 : 20; starts > 0 && told() < round; --starts) {
+            words.last() += u'#';
+            start(server, u"python3"_s, words);
+            ASSERT_TRUE(server.waitForFinished(kPatienceMilliseconds));
+            [[maybe_unused]] const bool ignored = QTest::qWaitFor(
+                [&] { return told() >= round; }, isThere ? kPatienceMilliseconds : 3000);
+        }
+        ASSERT_EQ(told(), round);
         // What inference would make of it comes within a second and a half.
         QTest::qWait(2000);
         EXPECT_EQ(told(), round);

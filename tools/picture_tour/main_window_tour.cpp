@@ -32,7 +32,7 @@ namespace {
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-constexpr auto kPatience = 20s;
+constexpr auto kPatience = 60s;
 // Longer than the longest pause between two changes of an animation.
 constexpr auto kStillness = 200ms;
 

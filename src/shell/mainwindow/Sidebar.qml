@@ -129,7 +129,7 @@ Rectangle {
             onCountChanged: {
                 // Not in the midst of the change, in which a list can't be scrolled.
                 if (list.isAwaitingSelection)
-                    Qt.callLater(list.showSelection);
+                    Qt.callLater(() => list.showSelection());
             }
             onCurrentIndexChanged: scroll.reveal(list.currentIndex)
 

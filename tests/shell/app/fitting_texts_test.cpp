@@ -43,7 +43,7 @@ class Critic final : public Visitor {
         if (state.startsWith(u"hostile")) // names that have room nowhere
             return;
         // What moves may be anywhere on its way.
-        EXPECT_TRUE(QTest::qWaitFor([&] { return misfitsIn(window).isEmpty(); }, 3'000))
+        EXPECT_TRUE(QTest::qWaitFor([&] { return misfitsIn(window).isEmpty(); }, 20'000))
             << language_ << ", " << state.toStdString() << ":\n"
             << misfitsIn(window).join(u'\n').toStdString();
         ++statesSeen;
