@@ -20,6 +20,7 @@ RowLayout {
     StyleText {
         id: note
 
+        objectName: "originNote"
         Accessible.ignored: true
         Layout.fillWidth: true
         Layout.minimumWidth: 0

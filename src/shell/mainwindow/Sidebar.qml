@@ -129,10 +129,17 @@ Rectangle {
             onCountChanged: {
                 // Not in the midst of the change, in which a list can't be scrolled.
                 if (list.isAwaitingSelection)
-                    Qt.callLater(() => list.showSelection());
+                    afterChange.restart();
             }
             onCurrentIndexChanged: scroll.reveal(list.currentIndex)
 
+            Timer {
+                id: afterChange
+
+                interval: 0
+
+                onTriggered: list.showSelection()
+            }
             Connections {
                 function onSidebarSelectionChanged() {
                     list.showSelection();

@@ -54,11 +54,13 @@ RowLayout {
                 color: Theme.secondaryLabel
                 font: TextStyle.caption
                 text: root.showIcon ? root.name : ""
-                width: Math.max(0, Math.min(Math.ceil(implicitWidth), line.width - note.marksWidth))
+                width: Math.min(Math.ceil(implicitWidth), line.width)
             }
             OriginNoteLine {
                 id: note
 
+                // Where the marks have no room the tool tip still tells.
+                visible: line.width >= label.width + anchors.leftMargin + note.marksWidth
                 anchors.left: label.right
                 anchors.leftMargin: label.text === "" ? 0 : 5
                 anchors.right: line.right

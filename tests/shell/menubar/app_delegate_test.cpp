@@ -281,10 +281,10 @@ TEST_F(AppDelegateTest, AWindowHasTheCommandsWhereTheIconHasNot) {
     QStringList offered;
     for (const QAction* action : menu->actions())
         offered.append(action->isSeparator() ? u"-"_s : action->text());
-    EXPECT_EQ(offered, (QStringList{u"Port 3000 blocked by Node"_s, u"Kill Node"_s,
-                                    u"Ignore Port 3000"_s, u"Ignore Node"_s,
-                                    u"Clear Conflict Indicator"_s, u"-"_s, u"Settings…"_s, u"-"_s,
-                                    u"Check for Updates…"_s, u"-"_s, u"Quit Zenlot"_s}));
+    EXPECT_EQ(offered,
+              (QStringList{u"Port 3000 blocked by Node"_s, u"Kill Node"_s, u"Ignore Port 3000"_s,
+                           u"Ignore Node"_s, u"Clear Conflict Indicator"_s, u"-"_s, u"Settings…"_s,
+                           u"-"_s, u"Check for Updates…"_s, u"-"_s, u"Quit Zenlot"_s}));
     QTest::keyClick(menu, Qt::Key_Down);
     EXPECT_EQ(menu->activeAction()->text(), u"Kill Node"_s);
     QTest::keyClick(menu, Qt::Key_Up);
