@@ -101,7 +101,7 @@ void ChildAppService::follow() {
 
 void ChildAppService::start() {
     if (isRegistered_ && child_.state() == QProcess::NotRunning)
-        child_.start(program_, arguments_, QIODevice::NotOpen);
+        child_.start(program_, arguments_, QIODevice::ReadOnly);
 }
 
 void ChildAppService::handleEnd(bool isFailure) {
