@@ -299,23 +299,33 @@ class FileSearch {
         if (root.empty() || root == root.root_path() || root == attempt_.home)
             return;
         const std::string program = fs::path(attempt_.executable).stem().string();
-        std::size_t count = 0;
-        walkFiles(
-            root, {kMostProjectEntries, kDeepestProjectFolder, deadline_},
+        std::vector<fs::path> files;
+        const bool isWhole = walkFiles(
+            root, {kMostProjectEntries, kDeepestProjectFolder, deadline_ - kLongestSearch / 2},
             [](const std::string& folder) {
                 return !folder.starts_with('.') && !isOneOf(folder, kSkippedFolders);
             },
             [&](const fs::directory_entry& file) {
                 const std::string name = file.path().filename().string();
-                if (!endsWithAny(name, kBuiltFrom) || name.ends_with("_test.go") ||
-                    isOfAnotherProgram(file.path(), program))
-                    return true;
-                if (++count > kMostBuiltFiles || !hasTime())
-                    return false;
-                if (const auto text = readText(file.path()))
-                    addSource(*text, file.path().parent_path());
+                if (endsWithAny(name, kBuiltFrom) && !name.ends_with("_test.go") &&
+                    !isOfAnotherProgram(file.path(), program))
+                    files.push_back(file.path());
                 return true;
             });
+        // Of many sources most are about something else.
+        const bool isSmall = isWhole && files.size() <= kMostBuiltFiles;
+        std::size_t count = 0;
+        for (const fs::path& file : files) {
+            const fs::path folder = file.parent_path();
+            const bool isNear = folder == root || folder == root / "src" || folder == folder_ ||
+                                folder == root / "cmd" || folder.parent_path() == root / "cmd";
+            if (!isSmall && !isNear)
+                continue;
+            if (++count > kMostBuiltFiles || !hasTime())
+                return;
+            if (const auto text = readText(file))
+                addSource(*text, folder);
+        }
     }
 
     // In "cmd/worker" or "src/bin/worker.rs", where another one of these is called like the

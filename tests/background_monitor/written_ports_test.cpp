@@ -365,6 +365,11 @@ TEST_F(SourceReaderTest, SourcesOfABuiltProgramButNotOfTheOneBesideIt) {
     folder.write("app/cmd/worker/main.go", "http.ListenAndServe(\":4400\", nil)\n");
     folder.write("app/internal/config/config.go", "return Config{Port: 4300}\n");
     EXPECT_THAT(ports(), ElementsAre(4300));
+    // Of many sources most are about something else.
+    folder.write("app/main.go", "listen(4300)\n");
+    for (int file = 0; file < 80; ++file)
+        folder.write("app/far/away" + std::to_string(file) + ".go", "listen(4400)\n");
+    EXPECT_THAT(ports(), ElementsAre(4300));
 }
 
 TEST(SourceReaderBoundsTest, NothingIsReadFromANetwork) {

@@ -189,7 +189,7 @@ TEST_F(FaultsTest, SettingsThatCannotBeWrittenAreTriedAgain) {
     ASSERT_TRUE(tree.find("frame", u"Settings"_s, AccessibleTree::State::active));
     std::filesystem::rename(folder, desktop.folder() / "elsewhere");
     desktop.files().write("XDG_CONFIG_HOME/dev.quorvane.zenlot", "no folder");
-    ASSERT_TRUE(tree.pressOnce("check box", u"Show in Dock"_s));
+    ASSERT_TRUE(tree.pressOnce("check box", u"Show in the taskbar"_s));
     EXPECT_TRUE(tree.find("label", u"Your settings can't be saved"_s)) << "no notice";
     std::filesystem::remove(folder);
     EXPECT_TRUE(QTest::qWaitFor(
