@@ -18,14 +18,16 @@ QByteArray readAll(const QString& path) {
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-bool isSwitch(const QByteArray& line) {
-    return line.contains("Hidden") || line.contains("X-GNOME-Autostart-enabled");
+// What switches the entry off, and what starts a program that has gone, gives way.
+bool mayGo(const QByteArray& line) {
+    return line.contains("Hidden") || line.contains("X-GNOME-Autostart-enabled") ||
+           line.contains("Exec");
 }
 
 void editLoginItem(const QByteArray& content) {
     static const QTemporaryDir folder(u"/dev/shm/zenlot-fuzz-XXXXXX"_s);
     const QString path = folder.path() + u"/autostart/dev.quorvane.zenlot.desktop"_s;
-    AutostartAppService service(folder.path(), u"/opt/zenlot"_s, "--background");
+    AutostartAppService service(folder.path(), u"/bin/true"_s, "--background");
     QFile::remove(path);
     ZENLOT_EXPECT(!service.registerService());
     {
@@ -39,7 +41,7 @@ void editLoginItem(const QByteArray& content) {
     ZENLOT_EXPECT(!service.registerService() && readAll(path) == once);
     QList<QByteArray> left = once.split('\n');
     for (const QByteArray& line : content.split('\n'))
-        ZENLOT_EXPECT(line.isEmpty() || isSwitch(line) || left.removeOne(line));
+        ZENLOT_EXPECT(line.isEmpty() || mayGo(line) || left.removeOne(line));
 }
 
 } // namespace

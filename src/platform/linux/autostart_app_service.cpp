@@ -71,8 +71,10 @@ QByteArray enabledEntry(const QByteArray& text, const QByteArray& exec) {
     bool isInGroup = false;
     bool isHeaderFound = false;
     for (const QByteArray& line : text.split('\n')) {
-        if (line.startsWith('['))
-            isInGroup = line.trimmed() == kGroupLine;
+        // As KeyFile reads it: what lacks its bracket begins no group.
+        const QByteArray trimmed = line.trimmed();
+        if (trimmed.startsWith('[') && trimmed.endsWith(']'))
+            isInGroup = trimmed == kGroupLine;
         const KeyFile only(isInGroup ? kGroupLine + ('\n' + line) : QByteArray());
         if (isSwitchedOff(only) || (isExecReplaced && only.has(kEntryGroup, kExec)))
             continue;
