@@ -51,7 +51,6 @@ FocusScope {
             Layout.bottomMargin: 20
             Layout.fillWidth: true
             Layout.preferredHeight: 150
-            asynchronous: true
             visible: String(root.movie) !== "" && clip.status !== Loader.Error && !clip.video?.failed && root.Window.visibility !== Window.Hidden
         }
         StyleText {
