@@ -41,8 +41,7 @@ constexpr std::array<KindRow, 13> kKinds{{
      "zed-editor zeditor idea pycharm webstorm phpstorm goland clion rider rubymine rustrover "
      "datagrip studio android-studio fleet nvim vim vi gvim emacs emacsclient hx helix kak micro "
      "nano sublime_text gnome-builder kate kdevelop geany qtcreator eclipse lapce "},
-    {ProgramKind::codingAgent,
-     " aider claude codex gemini opencode goose cursor-agent amp crush copilot "},
+    {ProgramKind::codingAgent, " aider opencode goose amp crush "},
     {ProgramKind::browser,
      " firefox firefox-esr firefox-bin chrome google-chrome chromium chromium-browse brave "
      "brave-browser msedge opera vivaldi vivaldi-bin epiphany librewolf falkon konqueror "
