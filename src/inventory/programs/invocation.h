@@ -31,7 +31,7 @@ struct Invocation {
     std::vector<std::string> classPath; // of Java's machine: the folders, and the archive it runs
     std::string libraries;              // the names of those on the class path, a blank between
     std::string inlineSource;           // of a program that stands in the command line itself
-    std::vector<std::string> inherited; // arguments that a variable adds, see inheritedArguments
+    std::vector<std::string> inherited; // arguments that a variable adds, see addsArguments
     std::vector<std::string> environmentFiles; // that the interpreter is told to read
     std::string debugger; // where a debugger is to be waited for, beside all the rest; may be empty
 
