@@ -53,9 +53,9 @@ int run(int argc, char** argv, const Options& options) {
         std::fputs("zenlot-monitor: another one is running for this user\n", stderr);
         return alreadyRunning;
     }
-    makeMonitorLogDirectory(directories.home);
     AppLog log(monitorLogPath(directories.home), std::chrono::system_clock::now,
                AppLog::Author::backgroundMonitor);
+    log.makeFolder();
     SessionBus bus;
     takeName(bus);
     QObject::connect(&bus, &SessionBus::connected, &bus, [&bus] { takeName(bus); });
