@@ -47,7 +47,7 @@ int run(int argc, char** argv, const Options& options) {
     const HomeDirectories directories = xdgHomeDirectories();
     // Before the signals are handled, so that they can end the wait.
     ContainerKeeper container(directories.stateHome, options.patience);
-    TerminationSignals termination;
+    TerminationSignals termination(TerminationSignals::Children::none);
     termination.follow([] { QCoreApplication::quit(); });
     if (!container.isOurs()) {
         std::fputs("zenlot-monitor: another one is running for this user\n", stderr);
