@@ -2753,6 +2753,285 @@ untuned("cargo run -- --port --dest", "cargo run --quiet -- --port %P --dest htt
                           "    println!(\"listening on {addr}\");\n    for stream in listener.incoming() {\n"
                           "        stream?.write_all(b\"HTTP/1.1 204 No Content\\r\\n\\r\\n\")?;\n    }\n    Ok(())\n"
                           "}\n"}, second=True)
+# Drawn at random from public projects a third time, by other searches.
+# A mock of a login elsewhere, for a page.
+untuned("node, DEEZER_MOCK_SERVER_PORT in .env", "node mock/server.js",
+        {"mock/server.js": "const http = require('http');\nconst dotenv = require('dotenv');\n\n"
+                           "dotenv.config({ path: './.env' });\n\nconst hostname = '127.0.0.1';\n"
+                           "const port = process.env.DEEZER_MOCK_SERVER_PORT;\n\n"
+                           "const server = http.createServer((request, response) => {\n"
+                           "  response.writeHead(301, { Location: "
+                           "`${process.env.REACT_APP_DEEZER_REDIRECT_URL}#access_token=x` });\n  response.end();\n});\n\n"
+                           "server.listen(port, hostname, () => {\n  console.log(`Mock at http://${hostname}:${port}/`);\n});\n",
+         ".env": "REACT_APP_DEEZER_REDIRECT_URL=http://localhost:%D/callback\nDEEZER_MOCK_SERVER_PORT=%P\n"}, second=True)
+# A film's preview pictures: settings that may lack the port.
+untuned("node, Config.port || a default", "node app.js",
+        {"app.js": "const Fs = require('fs');\nconst Http = require('http');\nconst Path = require('path');\n\nlet Config;\n"
+                   "try {\n    Config = JSON.parse(Fs.readFileSync(Path.join(__dirname, 'config.json')));\n"
+                   "    createServer();\n} catch (ex) {\n    console.error(ex.message);\n    process.exit(1);\n}\n\n"
+                   "function createServer() {\n    const Hostname = Config.host || 'localhost';\n"
+                   "    const Port = Config.port || %P;\n"
+                   "    const server = Http.createServer((request, response) => response.end('{}'));\n\n"
+                   "    server.listen(Port, Hostname, () => {\n"
+                   "        console.log(`Server running at http://${Hostname}:${Port} (Ctrl+C to exit)`);\n    });\n\n"
+                   "    process.on('SIGINT', () => process.exit(0));\n}\n",
+         "config.json": '{\n  "host": "127.0.0.1",\n  "database": "var/library.db",\n  "logLevel": "info",\n'
+                        '  "autoOpen": false\n}\n'})
+# A service for logins, which says its error and ends as if nothing were.
+untuned("Fastify, startAuth() with the error caught", "npm run dev",
+        {"package.json": '{"name": "auth", "private": true, "scripts": {"dev": "ts-node-dev --transpile-only src/auth.ts"}}\n',
+         "tsconfig.json": '{"compilerOptions": {"module": "commonjs", "target": "es2022", "esModuleInterop": true, '
+                          '"skipLibCheck": true, "types": ["node"]}}\n',
+         "src/auth.ts": "import Fastify, { FastifyServerOptions } from 'fastify';\n"
+                        "import { healthRoute } from './routes/health';\n\n"
+                        "export function buildAuth(options?: FastifyServerOptions) {\n"
+                        "  const fastify = Fastify({ logger: false, disableRequestLogging: true, ...options });\n"
+                        "  fastify.register(healthRoute);\n  return fastify;\n}\n\nasync function startAuth() {\n"
+                        "  const fastify = buildAuth();\n\n  try {\n    await fastify.listen({ port: %P });\n"
+                        "  } catch (e: any) {\n    console.error(e);\n  }\n}\n\nstartAuth();\n",
+         "src/routes/health.ts": "import type { FastifyInstance } from 'fastify';\n\n"
+                                 "export async function healthRoute(fastify: FastifyInstance) {\n"
+                                 "  fastify.get('/health', async () => ({ status: 'ok' }));\n}\n"})
+# Users and their groups, with settings that have a schema.
+untuned('Express, config.get("port") of convict', "npm run dev",
+        {"package.json": '{"name": "groups", "private": true, "scripts": {"dev": "nodemon --exec ts-node src/index.ts"}}\n',
+         "tsconfig.json": '{"compilerOptions": {"module": "commonjs", "esModuleInterop": true, "skipLibCheck": true, "types": '
+                          '["node"]}, "ts-node": {"transpileOnly": true}}\n',
+         "src/config/index.ts": "const convict = require('convict');\n\nconst config = convict({\n"
+                                "  env: { format: ['production', 'development', 'test'], default: 'development', env: "
+                                "'NODE_ENV' },\n"
+                                "  port: { doc: 'The port to bind.', format: 'port', default: %P, env: 'PORT', arg: 'port' },\n"
+                                "  db: {\n    host: { format: String, default: 'localhost', env: 'DB_HOST' },\n"
+                                "    port: { format: 'port', default: %D, env: 'DB_PORT' },\n  },\n});\n\n"
+                                "config.validate({ allowed: 'strict' });\n\nexport default config;\n",
+         "src/index.ts": "import express, { Request, Response } from 'express';\nimport config from './config';\n"
+                         "import userRoutes from './routes/userRoutes';\n\nconst bootstrap = async () => {\n"
+                         "  const app = express();\n\n  app.use('/user', userRoutes);\n"
+                         "  app.use((request: Request, response: Response) => {\n"
+                         "    response.status(404).send('Page not found');\n  });\n\n"
+                         '  app.listen(config.get("port"), (error?: Error) => {\n    if (error) throw error;\n'
+                         '    console.log(`Server is running at ${config.get("port")}!`);\n  });\n}\n\nbootstrap();\n',
+         "src/routes/userRoutes.ts": "import { Router } from 'express';\n\nexport default Router();\n"}, second=True)
+# A server of previews beside an API, with layered settings.
+untuned("nconf, http:port and a backlog", "node server.js --config config/dev.json",
+        {"config/dev.json": '{\n  "database": { "host": "127.0.0.1", "port": %D, "name": "previews" },\n'
+                            '  "http": { "ip": "127.0.0.1", "port": %P },\n'
+                            '  "tcpMessaging": { "host": "localhost", "port": 4031 }\n}\n',
+         "config.js": "const nconf = require('nconf');\n\nnconf.argv().env();\nif (nconf.get('config')) {\n"
+                      "  nconf.file({ file: nconf.get('config') });\n}\n"
+                      "nconf.defaults({ http: { ip: '127.0.0.1', port: 9000 } });\n\nmodule.exports = nconf;\n",
+         "server.js": "const http = require('http');\nconst config = require('./config');\n\n"
+                      "function waitForConnection (callback) {\n"
+                      "  console.log('database ' + config.get('database:host') + ':' + config.get('database:port'));\n"
+                      "  setTimeout(callback, 200);\n}\n\n"
+                      "const server = http.createServer((request, response) => response.end('ok'));\n\n"
+                      "waitForConnection(function () {\n  const backlog = 512;\n"
+                      "  server.listen(config.get('http:port'), config.get('http:ip'), backlog, function () {\n"
+                      "    const address = server.address();\n"
+                      "    console.log('Preview server listening on http://' + address.address + ':' + address.port);\n  });\n"
+                      "});\n"}, second=True)
+# A grader in a repository of many: its .env lies three folders above.
+untuned("zod, PORT of the root's .env", ["sh", "-c", "cd apps/api && exec npm run dev"],
+        {"package.json": '{"name": "grader", "private": true, "workspaces": ["apps/*"]}\n', ".env": "PORT=%P\nWEB_PORT=5174\n",
+         "apps/api/package.json": '{"name": "api", "type": "module", "scripts": {"dev": "tsx src/index.ts"}}\n',
+         "apps/api/src/index.ts": "import express from 'express';\nimport { z } from 'zod';\nimport dotenv from 'dotenv';\n"
+                                  "import { dirname, join } from 'node:path';\nimport { fileURLToPath } from 'node:url';\n"
+                                  "import evalRouter from './routes/eval.js';\n\ndotenv.config({\n"
+                                  "  path: join(dirname(fileURLToPath(import.meta.url)), '../../../.env'),\n});\n\n"
+                                  "export const app = express();\napp.use('/eval', evalRouter);\n\n"
+                                  "const envSchema = z.object({\n  PORT: z.coerce.number().default(3000),\n});\n\n"
+                                  "const { PORT } = envSchema.parse(process.env);\n\n"
+                                  "const __filename = fileURLToPath(import.meta.url);\nif (process.argv[1] === __filename) {\n"
+                                  "  app.listen(PORT, (error) => {\n    if (error) throw error;\n"
+                                  "    console.log(`API listening on port ${PORT}`);\n  });\n}\n\nexport default app;\n",
+         "apps/api/src/routes/eval.ts": "import { Router } from 'express';\n\nexport default Router();\n"})
+# A gateway that insists on knowing each service behind it.
+untuned("zod, defaults beside *_SERVICE_URL", "npm run dev",
+        {"package.json": '{"name": "api-gateway", "private": true, "scripts": {"dev": "tsx watch src/server.ts"}}\n',
+         "src/config/env.ts": "import { z } from 'zod';\n\nconst envSchema = z.object({\n"
+                              "  NODE_ENV: z.enum(['development', 'staging', 'production', 'test']).default('development'),\n"
+                              "  PORT: z.coerce.number().default(%P),\n"
+                              "  AUTH_SERVICE_URL: z.string().url().default('http://localhost:%D'),\n"
+                              "  VEHICLE_SERVICE_URL: z.string().url().default('http://localhost:3102'),\n"
+                              "  ALLOWED_ORIGINS: z.string().default('http://localhost:3105'),\n"
+                              "  PROXY_TIMEOUT_MS: z.coerce.number().default(30000),\n});\n\n"
+                              "export const env = envSchema.parse(process.env);\n",
+         "src/server.ts": "import { createServer } from 'node:http';\nimport { env } from './config/env';\n\n"
+                          "const server = createServer((request, response) => {\n"
+                          "  const upstream = request.url?.startsWith('/auth') ? env.AUTH_SERVICE_URL : "
+                          "env.VEHICLE_SERVICE_URL;\n  response.end(upstream);\n});\n\nserver.listen(env.PORT, () => {\n"
+                          "  console.log(`API gateway on port ${env.PORT} [${env.NODE_ENV}]`);\n});\n"}, second=True)
+# A part of a page whose scripts are said to come from elsewhere.
+untuned("webpack serve, publicPath on another port", "npm start",
+        {"package.json": '{"name": "tasks", "private": true, "scripts": {"start": "webpack serve"}}\n',
+         "webpack.config.js": "const HtmlWebpackPlugin = require('html-webpack-plugin');\n"
+                              "const { ModuleFederationPlugin } = require('webpack').container;\n\nmodule.exports = {\n"
+                              "  entry: './src/index.js',\n  mode: process.env.NODE_ENV || 'development',\n"
+                              "  devServer: { port: %P },\n  output: { publicPath: 'http://localhost:%D/' },\n\n  plugins: [\n"
+                              "    new ModuleFederationPlugin({\n      name: 'tasks',\n      filename: 'remoteEntry.js',\n"
+                              "      exposes: { './Tasks': './src/Tasks' },\n    }),\n"
+                              "    new HtmlWebpackPlugin({ template: './public/index.html' }),\n  ],\n};\n",
+         "public/index.html": "<!doctype html><div id=root></div>\n", "src/index.js": "import('./Tasks');\n",
+         "src/Tasks.js": "document.title = 'tasks';\n"}, second=True)
+# Pages whose bundler takes host and port from the environment, or from the settings' first lines.
+untuned("webpack serve, devServer: { port, host }", "npm run dev",
+        {"package.json": '{"name": "slides", "private": true, "scripts": {"dev": "webpack serve --mode development"}}\n',
+         "webpack.config.js": "const webpack = require('webpack');\nconst host = process.env.HOST || \"127.0.0.1\";\n"
+                              'const port = process.env.PORT || "%P";\n\nmodule.exports = {\n  devServer: { port, host },\n'
+                              "  entry: './entry.js',\n  output: {\n    filename: './bundle.js'\n  },\n  plugins: [\n"
+                              '    new webpack.ProvidePlugin({ path: "path" })\n  ],\n  watch: true\n}\n',
+         "entry.js": "document.title = 'slides';\n", "index.html": "<!doctype html><script src=bundle.js></script>\n"})
+# Sound into lights: a page, and two sockets with ports of their own.
+untuned("node, process.argv[2] || 80 beside two of ws", "node server.js %P",
+        {"server.js": "const http = require('http');\nconst fs = require('fs');\nconst WebSocket = require('ws');\n"
+                      "const port = process.argv[2] || 80;\n\nfunction init() {\n\tinitServer();\n\tinitAudioInSocket();\n"
+                      "\tinitVisualOutSocket();\n\tloadSettings();\n}\n\nfunction initServer() {\n"
+                      "\thttp.createServer(function (request, response) {\n\t\tresponse.end('<!doctype html>');\n"
+                      "\t}).listen(port);\n}\n\nfunction initAudioInSocket() {\n"
+                      "\tconst audioIn = new WebSocket.Server({ port: 4032 });\n"
+                      "\taudioIn.on('connection', (ws) => ws.send('something'));\n}\n\nvar visualListeners = [];\n"
+                      "function initVisualOutSocket() {\n\tvar visualsOut = new WebSocket.Server({ port: 4033 });\n"
+                      "\tvisualsOut.on('connection', (ws) => visualListeners.push(ws));\n}\n\nfunction loadSettings() {\n"
+                      '\tfs.readFile("settings/main.json", (error, data) => console.log(JSON.parse(data)));\n}\n\ninit();\n',
+         "settings/main.json": '{"pattern": "solid"}\n'})
+# A server for a page on a phone: the next port, when this one is in use.
+untuned("node, indexOf('--port'), then port + 1", "node server.js --port %P",
+        {"server.js": "const http = require('http');\n\nconst DEFAULT_PORT = 8080;\n\nfunction log(kind, message) {\n"
+                      "  console.log(`[${kind}] ${message}`);\n}\n\nfunction startServer(port) {\n"
+                      "  const server = http.createServer((request, response) => {\n"
+                      "    response.setHeader('Access-Control-Allow-Origin', '*');\n    response.end('{}');\n  });\n\n"
+                      "  server.listen(port, '0.0.0.0', () => {\n"
+                      "    log('ok', `Health Status: http://localhost:${port}/api/status`);\n  });\n\n"
+                      "  server.on('error', (err) => {\n    if (err.code === 'EADDRINUSE') {\n"
+                      "      log('error', `Port ${port} is currently in use. Attempting next port ${port + 1}...`);\n"
+                      "      startServer(port + 1);\n    } else {\n      console.error('Server error:', err);\n    }\n  });\n"
+                      "}\n\nlet chosenPort = DEFAULT_PORT;\nconst portArgIdx = process.argv.indexOf('--port');\n"
+                      "if (portArgIdx !== -1 && process.argv[portArgIdx + 1]) {\n"
+                      "  chosenPort = parseInt(process.argv[portArgIdx + 1], 10) || DEFAULT_PORT;\n}\n\n"
+                      "startServer(chosenPort);\n"})
+# A proxy that asks the command line, the environment and its settings, in this order.
+untuned("node, --port, PORT or zen-config.json", "node zen-proxy.js",
+        {"zen-proxy.js": "const fs = require('fs');\nconst http = require('http');\nconst path = require('path');\n\n"
+                         "const APP_DIR = path.dirname(process.pkg ? process.execPath : __filename);\n"
+                         "const CONFIG_FILE = path.join(APP_DIR, 'zen-config.json');\n\nfunction loadConfig() {\n  try {\n"
+                         "    if (fs.existsSync(CONFIG_FILE)) return JSON.parse(fs.readFileSync(CONFIG_FILE, 'utf8'));\n"
+                         "  } catch {}\n  return {};\n}\n\nconst userConfig = loadConfig();\nlet PORT = (() => {\n"
+                         "  const idx = process.argv.indexOf('--port');\n"
+                         "  if (idx !== -1 && process.argv[idx + 1]) return parseInt(process.argv[idx + 1], 10);\n"
+                         "  if (process.env.PORT) return parseInt(process.env.PORT, 10);\n"
+                         "  if (userConfig.port) return parseInt(userConfig.port, 10);\n  return 8080;\n})();\n\n"
+                         "const server = http.createServer((request, response) => response.end(userConfig.upstream));\n"
+                         "server.listen(PORT, '127.0.0.1', () => console.log(`proxy on http://127.0.0.1:${PORT}`));\n",
+         "zen-config.json": '{\n  "upstream": "http://127.0.0.1:%D/v1",\n  "port": %P,\n  "model": "small"\n}\n'}, second=True)
+# A board for measurements, whose first lines name its neighbours' ports.
+untuned("Express, includes('--port') or a number", "node src/dashboard.js",
+        {"package.json": '{"name": "optimizer", "type": "module"}\n',
+         "src/dashboard.js": "/**\n * Optimizer - dashboard\n *\n * Port: %P (to avoid conflict with the memory system on %D)\n"
+                             " */\n\nimport express from 'express';\nimport { join, dirname } from 'path';\n"
+                             "import { fileURLToPath } from 'url';\nimport { getOptimizer } from './index.js';\n\n"
+                             "const __dirname = dirname(fileURLToPath(import.meta.url));\n\nconst app = express();\n"
+                             "const port = process.argv.includes('--port') ?\n"
+                             "  parseInt(process.argv[process.argv.indexOf('--port') + 1]) : %P;\n\n"
+                             "app.use(express.json({ limit: '10mb' }));\napp.use(express.static(join(__dirname, '../web')));\n"
+                             "\napp.get('/api/health', (request, response) => {\n"
+                             "  response.json({ status: 'ok', runs: getOptimizer().runs });\n});\n\n"
+                             "app.listen(port, (error) => {\n  if (error) throw error;\n"
+                             "  console.log(`Dashboard running at http://localhost:${port}`);\n});\n",
+         "src/index.js": "export const getOptimizer = () => ({ runs: 0 });\n"}, second=True)
+# A network's leases: an API in Deno, beside a frontend.
+untuned("Deno.serve({ port: config.port }), loadConfig()", ["sh", "-c", "cd backend && exec deno task dev"],
+        {"backend/deno.json": '{\n  "tasks": {\n    "dev": "deno run --allow-net --allow-env --allow-read --watch main.ts"\n'
+                              "  }\n}\n",
+         "backend/config.ts": "export interface Config {\n  port: number;\n  endpoints: { name: string; url: string }[];\n}\n\n"
+                              "export function loadConfig(): Config {\n  return {\n"
+                              '    port: parseInt(Deno.env.get("PORT") || "%P"),\n'
+                              '    endpoints: [{ name: "lab", url: Deno.env.get("KEA_URL") || "http://localhost:%D" }],\n  };\n'
+                              "}\n",
+         "backend/main.ts": 'import { loadConfig } from "./config.ts";\n\nconst config = loadConfig();\n\n'
+                            "console.log(`Port: ${config.port}`);\n"
+                            "config.endpoints.forEach((e) => console.log(`  - ${e.name}: ${e.url}`));\n\n"
+                            "async function handler(request: Request): Promise<Response> {\n"
+                            '  return new Response("see /api/health");\n}\n\nDeno.serve({ port: config.port }, handler);\n'
+                            "console.log(`Server running on http://localhost:${config.port}`);\n"}, second=True)
+# A page and its API by one word of the shell.
+untuned("npm run dev:server & npm run dev:client", "npm run dev",
+        {"package.json": '{"name": "voice", "private": true, "type": "module", "scripts": {"dev": "npm run dev:server & npm '
+                         'run dev:client", "dev:client": "vite --port=3022 --host=0.0.0.0", "dev:server": "tsx watch '
+                         'server/index.ts"}}\n',
+         "vite.config.ts": "import { defineConfig } from 'vite';\n\nexport default defineConfig({\n  cacheDir: '.vite',\n"
+                           "  server: { proxy: { '/api': 'http://localhost:%P' } },\n});\n",
+         "index.html": "<!doctype html><title>voice</title>\n",
+         "server/index.ts": "import express from 'express';\nimport { createServer } from 'http';\n"
+                            "import { WebSocketServer } from 'ws';\n\nconst app = express();\n"
+                            "const server = createServer(app);\nnew WebSocketServer({ server, path: '/live' });\n\n"
+                            "const PORT = process.env.PORT || %P;\nserver.listen(PORT, () => {\n"
+                            "  console.log(`[server] http://localhost:${PORT}`);\n});\n"})
+# A daemon's twin for trying things: a script with words for all of it.
+untuned('bash, bun --watch src/index.ts serve "${SERVE_ARGS[@]}"', "bash scripts/serve-sandbox.sh",
+        {"package.json": '{"name": "agents", "type": "module", "scripts": {"sandbox": "scripts/serve-sandbox.sh"}}\n',
+         "scripts/serve-sandbox.sh": "#!/usr/bin/env bash\n# Runs an isolated `serve` alongside the live daemon on %D.\n"
+                                     'set -euo pipefail\n\nSCRIPT_DIR="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"\n'
+                                     'ROOT="$(cd "$SCRIPT_DIR/.." && pwd)"\n\nPORT=%P\nAGENT_DIR=""\nPASSTHROUGH=()\n\n'
+                                     'while [[ $# -gt 0 ]]; do\n  case "$1" in\n    -p|--port)       PORT="$2"; shift 2 ;;\n'
+                                     '    -C|--dir)        AGENT_DIR="$2"; shift 2 ;;\n'
+                                     '    --)              shift; PASSTHROUGH=("$@"); break ;;\n'
+                                     '    *)               echo "Unknown option: $1" >&2; exit 1 ;;\n  esac\ndone\n\n'
+                                     'AGENT_DIR="${AGENT_DIR:-$ROOT/var/$PORT/agents}"\nmkdir -p "$AGENT_DIR"\n'
+                                     'echo "sandbox serve:"\necho "  port        $PORT"\n\n'
+                                     'SERVE_ARGS=(-p "$PORT" -C "$AGENT_DIR")\n'
+                                     'SERVE_ARGS+=("${PASSTHROUGH[@]+"${PASSTHROUGH[@]}"}")\n\ncd "$ROOT"\n'
+                                     'exec bun --watch src/index.ts serve "${SERVE_ARGS[@]}"\n',
+         "src/index.ts": "import { Command } from 'commander';\n\nconst program = new Command('agents');\nprogram\n"
+                         "  .command('serve')\n  .option('-p, --port <port>', 'port to listen on', '%D')\n"
+                         "  .option('-C, --dir <dir>', 'directory of agents', '.')\n  .action((options) => {\n"
+                         "    const server = Bun.serve({ port: Number(options.port), hostname: '127.0.0.1', fetch: () => new "
+                         "Response('ok') });\n    console.log(`serving ${options.dir} on ${server.url}`);\n  });\n"
+                         "program.parse();\n"}, second=True)
+# A course's partners, served by what nodemon.json says.
+untuned("nodemon.json, node --env-file=.env server.js", "npm run dev",
+        {"package.json": '{"name": "partners", "type": "module", "scripts": {"dev": "nodemon", "start": "node server.js"}}\n',
+         "nodemon.json": '{\n    "ext": "js css ejs env",\n    "exec": "node --env-file=.env server.js",\n    "ignore": [\n'
+                         '        ".git",\n        "node_modules"\n    ]\n}\n',
+         ".env": "NODE_ENV=development\nPORT=%P\nDB_URL=postgres://partners:x@localhost:%D/partners\nENABLE_SQL_LOGGING=true\n",
+         "server.js": "import express from 'express';\nimport { testConnection } from './src/models/db.js';\n\n"
+                      "const NODE_ENV = process.env.NODE_ENV?.toLowerCase() || 'production';\n"
+                      "const PORT = process.env.PORT || 3000;\n\nconst app = express();\napp.use(express.static('public'));\n\n"
+                      "app.listen(PORT, async () => {\n    try {\n        await testConnection();\n"
+                      "        console.log(`Server is running at http://127.0.0.1:${PORT}`);\n"
+                      "        console.log(`Environment: ${NODE_ENV}`);\n    } catch (error) {\n"
+                      "        console.error('Error connecting to the database:', error);\n    }\n});\n",
+         "src/models/db.js": "const testConnection = async () => {\n    console.log('Asking', process.env.DB_URL);\n};\n\n"
+                             "export { testConnection };\n"}, second=True)
+# An API of few lines, whose settings are a library's.
+untuned("Koa, config.get('port') of ./lib/config", "node app.js",
+        {"app.js": "var Koa = require('koa')\n  , config = require('./lib/config');\n\nvar app = new Koa();\n\n"
+                   "app.listen(config.get('port'), function() {\n"
+                   "  console.log('API server listening on port ' + config.get('port'));\n});\n",
+         "lib/config.js": "var nconf = require('nconf')\n  , path = require('path');\n\n"
+                          "nconf.argv().env().file({ file: path.join(__dirname, '..', 'config.json') });\n\n"
+                          "module.exports = nconf;\n",
+         "config.json": '{\n  "port": %P,\n  "mongoose": {\n    "uri": "mongodb://localhost:%D/api"\n  }\n}\n'}, second=True)
+# A game that is served while its bundler watches, and only then.
+untuned("rollup -c -w, serve() behind an if", "npm run watch",
+        {"package.json": '{"name": "game", "private": true, "type": "module", "scripts": {"watch": "rollup -c -w", "build": '
+                         '"rollup -c"}}\n',
+         "rollup.config.js": "import serve from 'rollup-plugin-serve';\n\nconst plugins = [];\n\nlet target = 'public';\n\n"
+                             "if (process.argv.includes('-w')) {\n    plugins.push(serve({ contentBase: target, port: %P }));\n"
+                             "} else {\n    target = 'dist';\n}\n\nexport default {\n    input: 'src/game.js',\n"
+                             "    output: { file: target + '/js/game.js', format: 'iife' },\n    plugins,\n};\n",
+         "public/index.html": "<!doctype html><script src=js/game.js></script>\n", "src/game.js": "document.title = 'game';\n"})
+# A page's shell, which loads its parts from other servers; the .env of all lies above.
+untuned('Vite, envDir: ".." and VITE_SHELL_PORT', ["sh", "-c", "cd shell && exec npm run dev"],
+        {".env": "VITE_SHELL_PORT=%P\nVITE_MFE_POLICIES=http://localhost:%D/assets/remoteEntry.js\n",
+         "shell/package.json": '{"name": "shell", "private": true, "type": "module", "scripts": {"dev": "vite"}}\n',
+         "shell/vite.config.ts": 'import { defineConfig, loadEnv } from "vite";\n\n'
+                                 'export default defineConfig(({ mode }) => {\n  const env = loadEnv(mode, "..", "");\n'
+                                 '  const remote = (name: string) => env[name];\n  return {\n    cacheDir: ".vite",\n'
+                                 '    define: { __REMOTES__: { policies: remote("VITE_MFE_POLICIES") } },\n    envDir: "..",\n'
+                                 '    server: { port: Number(env.VITE_SHELL_PORT || 3000), host: "0.0.0.0" },\n'
+                                 "    preview: { port: Number(env.VITE_SHELL_PORT || 3000) },\n"
+                                 '    build: { target: "esnext" }\n  };\n});\n',
+         "shell/index.html": "<!doctype html><div id=root></div>\n"}, second=True)
 
 # --- What must give no alert ---------------------------------------------------------------------
 def crashes(port):
