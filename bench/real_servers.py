@@ -3128,23 +3128,23 @@ untuned("python, socket, PORT beside a loop of input()", py("server.py"),
                       "if __name__ == '__main__':\n    run()\n",
          "processor.py": "def handle(client) -> None:\n    client.sendall(client.recv(1024))\n    client.close()\n"})
 # A small framework whose server and port nobody but itself knows.
-untuned("wsgiref, a port in the framework's package", py("-m webgo views.py"),
-        {"webgo/__init__.py": "", "webgo/__main__.py": "from webgo.server import serving\n\nserving()\n",
-         "webgo/server.py": "import argparse\nimport sys\nimport types\nfrom wsgiref.simple_server import make_server\n\n"
-                            "from . import webgoapp\n\n\ndef serving(Application=webgoapp.Application):\n"
-                            "    file_ = parse_command_argument()\n    module_name = _load_module(file_)\n"
-                            "    app = Application(module_name)\n\n    print(f'Serving { module_name } ... ')\n"
-                            "    run_server(app)\n\n\ndef run_server(app):\n    make_server('', %P, app).serve_forever()\n\n\n"
-                            "def _load_module(file_):\n    module = types.ModuleType('webgo__main__')\n"
-                            "    with open(file_) as fp:\n        exec(fp.read(), module.__dict__)\n"
-                            "    sys.modules[module.__name__] = module\n    return module.__name__\n\n\n"
-                            "def parse_command_argument():\n    parser = argparse.ArgumentParser()\n"
-                            "    parser.add_argument('view_file', help='your view file path')\n"
-                            "    return parser.parse_args().view_file\n",
-         "webgo/webgoapp.py": "import sys\n\n\nclass Application:\n    def __init__(self, module_name):\n"
-                              "        self.views = vars(sys.modules[module_name])\n\n"
-                              "    def __call__(self, environ, start_response):\n        start_response('200 OK', [])\n"
-                              "        return [self.views['index']().encode()]\n",
+untuned("wsgiref, a port in the framework's package", py("-m minweb views.py"),
+        {"minweb/__init__.py": "", "minweb/__main__.py": "from minweb.server import serving\n\nserving()\n",
+         "minweb/server.py": "import argparse\nimport sys\nimport types\nfrom wsgiref.simple_server import make_server\n\n"
+                             "from . import application\n\n\ndef serving(Application=application.Application):\n"
+                             "    file_ = parse_command_argument()\n    module_name = _load_module(file_)\n"
+                             "    app = Application(module_name)\n\n    print(f'Serving { module_name } ... ')\n"
+                             "    run_server(app)\n\n\ndef run_server(app):\n    make_server('', %P, app).serve_forever()\n\n\n"
+                             "def _load_module(file_):\n    module = types.ModuleType('minweb__main__')\n"
+                             "    with open(file_) as fp:\n        exec(fp.read(), module.__dict__)\n"
+                             "    sys.modules[module.__name__] = module\n    return module.__name__\n\n\n"
+                             "def parse_command_argument():\n    parser = argparse.ArgumentParser()\n"
+                             "    parser.add_argument('view_file', help='your view file path')\n"
+                             "    return parser.parse_args().view_file\n",
+         "minweb/application.py": "import sys\n\n\nclass Application:\n    def __init__(self, module_name):\n"
+                                  "        self.views = vars(sys.modules[module_name])\n\n"
+                                  "    def __call__(self, environ, start_response):\n        start_response('200 OK', [])\n"
+                                  "        return [self.views['index']().encode()]\n",
          "views.py": "def index():\n    return 'ok'\n"})
 # A form's server in Bottle, which starts itself anew.
 untuned("bottle.run with app and reloader, in main()", py("bottle-server/server.py"),
@@ -3205,32 +3205,30 @@ untuned("Django, entrypoint.sh start, ${PORT:-8000}", "bash entrypoint.sh start"
          "settings.py": DJANGO["settings.py"] +
                         "DATABASES = {'default': {'ENGINE': 'django.db.backends.sqlite3', 'NAME': 'db.sqlite3'}}\n"})
 # A disk's API, with a path before all its addresses.
-untuned("embedded Tomcat, application.properties with a context path", f"java -cp target/classes:{TOMCAT[0]} easypan.Application",
-        {"src/main/java/easypan/Application.java": "package easypan;\n\nimport java.util.Properties;\n"
-                                                   "import org.apache.catalina.startup.Tomcat;\n\npublic class Application {\n"
-                                                   "    public static void main(String[] args) throws Exception {\n"
-                                                   "        Properties settings = new Properties();\n"
-                                                   "        "
-                                                   'settings.load(Application.class.getResourceAsStream("/application.propertie'
-                                                   's"));\n\n        Tomcat tomcat = new Tomcat();\n'
-                                                   '        tomcat.setBaseDir("target/work");\n'
-                                                   "        "
-                                                   'tomcat.setPort(Integer.parseInt(settings.getProperty("server.port", '
-                                                   '"8080")));\n'
-                                                   "        "
-                                                   'tomcat.addContext(settings.getProperty("server.servlet.context-path", ""), '
-                                                   "null);\n        tomcat.getConnector().setThrowOnFailure(true);\n"
-                                                   "        try {\n            tomcat.start();\n"
-                                                   "        } catch (Exception problem) {\n"
-                                                   '            System.err.println("APPLICATION FAILED TO START");\n'
-                                                   "            problem.printStackTrace();\n            System.exit(1);\n"
-                                                   "        }\n        tomcat.getServer().await();\n    }\n}\n",
+untuned("embedded Tomcat, application.properties with a context path", f"java -cp target/classes:{TOMCAT[0]} disk.Application",
+        {"src/main/java/disk/Application.java": "package disk;\n\nimport java.util.Properties;\n"
+                                                "import org.apache.catalina.startup.Tomcat;\n\npublic class Application {\n"
+                                                "    public static void main(String[] args) throws Exception {\n"
+                                                "        Properties settings = new Properties();\n"
+                                                "        "
+                                                'settings.load(Application.class.getResourceAsStream("/application.properties")'
+                                                ");\n\n        Tomcat tomcat = new Tomcat();\n"
+                                                '        tomcat.setBaseDir("target/work");\n'
+                                                '        tomcat.setPort(Integer.parseInt(settings.getProperty("server.port", '
+                                                '"8080")));\n'
+                                                '        tomcat.addContext(settings.getProperty("server.servlet.context-path", '
+                                                '""), null);\n        tomcat.getConnector().setThrowOnFailure(true);\n'
+                                                "        try {\n            tomcat.start();\n"
+                                                "        } catch (Exception problem) {\n"
+                                                '            System.err.println("APPLICATION FAILED TO START");\n'
+                                                "            problem.printStackTrace();\n            System.exit(1);\n"
+                                                "        }\n        tomcat.getServer().await();\n    }\n}\n",
          "src/main/resources/application.properties": "# the port of the web application\nserver.port=%P\n"
                                                       "server.servlet.context-path=/api\nserver.servlet.session.timeout=PT60M\n"
                                                       "\n"
-                                                      "spring.datasource.url=jdbc:mysql://127.0.0.1:%D/easypan?serverTimezone=G"
-                                                      "MT%2B8\nspring.redis.host=127.0.0.1\nspring.redis.port=6379\n"},
-        build=["sh", "-c", f"javac -cp {TOMCAT[0]} -d target/classes src/main/java/easypan/*.java && "
+                                                      "spring.datasource.url=jdbc:mysql://127.0.0.1:%D/disk?serverTimezone=GMT%"
+                                                      "2B8\nspring.redis.host=127.0.0.1\nspring.redis.port=6379\n"},
+        build=["sh", "-c", f"javac -cp {TOMCAT[0]} -d target/classes src/main/java/disk/*.java && "
                             "cp src/main/resources/* target/classes"], needs=TOMCAT, second=True)
 # Devices of a house: a default behind a variable, and no word about a failure.
 untuned("Java, ServerSocket, getPort() and an empty catch", "java -cp bin project.ids.ArduinoCommunicationServer",
@@ -3400,14 +3398,14 @@ untuned("cd web && php -S, .ht.router.php", ["sh", "-c", "cd web && exec php -S 
                                "$_SERVER['SCRIPT_FILENAME'] = __DIR__ . DIRECTORY_SEPARATOR . $script;\nrequire $script;\n",
          "web/index.php": "<?php\n\necho 'ok';\n"})
 # A small wiki in Ruby, whose port is an argument nobody gives.
-untuned("WEBrick, port as a default of initialize", "ruby -Ilib bin/niki",
-        {"bin/niki": "#!/usr/bin/env ruby\nrequire 'server'\n\nServer.new(Niki.new).start\n",
-         "lib/niki.rb": "class Niki\n  def pages\n    []\n  end\nend\n",
-         "lib/server.rb": "require 'webrick'\nrequire 'niki'\n\nclass Server\n  include WEBrick\n\n"
-                          "  def initialize(niki, port = %P)\n    @server = WEBrick::HTTPServer.new(:Port => port)\n"
-                          "    @server.mount('/', NikiServlet, niki)\n    trap('INT'){ stop }\n  end\n\n  def start\n"
+untuned("WEBrick, port as a default of initialize", "ruby -Ilib bin/wiki",
+        {"bin/wiki": "#!/usr/bin/env ruby\nrequire 'server'\n\nServer.new(Wiki.new).start\n",
+         "lib/wiki.rb": "class Wiki\n  def pages\n    []\n  end\nend\n",
+         "lib/server.rb": "require 'webrick'\nrequire 'wiki'\n\nclass Server\n  include WEBrick\n\n"
+                          "  def initialize(wiki, port = %P)\n    @server = WEBrick::HTTPServer.new(:Port => port)\n"
+                          "    @server.mount('/', WikiServlet, wiki)\n    trap('INT'){ stop }\n  end\n\n  def start\n"
                           "    @server.start\n  end\n\n  def stop\n    @server.shutdown\n  end\n\n"
-                          "  class NikiServlet < HTTPServlet::AbstractServlet\n    def do_GET(request, response)\n"
+                          "  class WikiServlet < HTTPServlet::AbstractServlet\n    def do_GET(request, response)\n"
                           '      response.body = @options[0].pages.join("\\n")\n    end\n  end\nend\n'})
 # An API in Ruby: the entry's argument says more than the settings' file.
 untuned("puma -p $APP_PORT over config/puma.rb", "bash entrypoint.sh",
