@@ -45,7 +45,7 @@ void readSettingsText(std::string_view text) {
         }
     }
     readVariables(text);
-    ZENLOT_EXPECT(withoutOtherStages(text, kUsualStage).size() <= text.size());
+    ZENLOT_EXPECT(withoutOtherStages(text, kUsualStage).size() <= text.size() + 1); // ends a line
     settingsFormatOf(text.substr(0, 64));
 }
 
