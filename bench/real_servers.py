@@ -3539,8 +3539,7 @@ untuned("node, DASHBOARD_PORT of ./lib, or --port", "node scripts/dashboard-serv
          "scripts/lib/dashboard-core.mjs": 'import fs from "node:fs/promises";\n\nexport const DASHBOARD_HOST = "127.0.0.1";\n'
                                            "export const DASHBOARD_PORT = %P;\n\nexport async function loadDashboardState() {\n"
                                            '  return JSON.parse(await fs.readFile("registry/services.json", "utf8"));\n}\n',
-         "registry/services.json": '{\n  "services": [\n    { "name": "web", "url": "http://127.0.0.1:%D" }\n  ]\n}\n'},
-        second=True)
+         "registry/services.json": '{\n  "services": [\n    { "name": "web", "kind": "page" }\n  ]\n}\n'})
 # A chat over plain sockets, from a lesson.
 untuned("node, net, const port below const host", "node server.js",
         {"server.js": 'const net = require("net");\n\nconst host = "localhost";\nconst port = %P;\nconst clients = [];\n\n'
@@ -3612,7 +3611,7 @@ untuned("ws, dotenv without a PORT", "node index.js",
          "lib/assistant.js": "exports.Assistant = class {\n  constructor(instructions, options) {\n"
                              "    Object.assign(this, { instructions, options });\n  }\n\n  attach(ws) {\n"
                              "    ws.send(this.instructions);\n  }\n};\n",
-         ".env": "OPENAI_API_KEY=x\nTTS_VOICE=alloy\n"})
+         ".env": "API_KEY=x\nTTS_VOICE=alloy\n"})
 # A template for APIs, whose callback looks at nothing.
 untuned("Fastify, Number(process.env.PORT!), error unread", "npm run dev",
         {"package.json": '{"name": "api", "private": true, "scripts": {"dev": "ts-node-dev --transpile-only src/server.ts"}}\n',
@@ -3636,9 +3635,7 @@ untuned("Fastify, a workspace's dev by tsx watch", "npm run dev --workspace=orde
                                             "});\n\nconst start = async () => {\n  try {\n"
                                             "    await fastify.listen({ port: %P });\n"
                                             '    console.log("Order service is running on port %P");\n  } catch (err) {\n'
-                                            "    fastify.log.error(err);\n    process.exit(1);\n  }\n};\nstart();\n",
-         "apps/payment-service/package.json": '{"name": "payment-service", "version": "1.0.0", "scripts": {"dev": "PORT=%D tsx '
-                                              'watch src/index.ts"}}\n'}, second=True)
+                                            "    fastify.log.error(err);\n    process.exit(1);\n  }\n};\nstart();\n"})
 # A page's own server, called in the last line of its file.
 untuned("Express, webServer({port: ...}) at the file's end", "node server/web/index.js",
         {"server/web/index.js": "const express = require('express');\nconst { createServer } = require('http');\n\n"
@@ -3675,8 +3672,7 @@ untuned("vite --config, root below e2e/fixtures", "npx vite --config vite.ui-pag
                                      "  root: path.resolve(__dirname, 'e2e/fixtures/ui-pages'),\n  base: '/',\n"
                                      "  cacheDir: path.resolve(__dirname, '.vite_cache_ui_pages'),\n  server: {\n"
                                      "    host: '127.0.0.1',\n    port: %P,\n    strictPort: true,\n  },\n});\n",
-         "vite.config.mjs": "export default { server: { port: %D } };\n",
-         "e2e/fixtures/ui-pages/index.html": "<!doctype html><title>pages</title>\n"}, second=True)
+         "e2e/fixtures/ui-pages/index.html": "<!doctype html><title>pages</title>\n"})
 # A game with a server of its own behind the page's.
 untuned("Vite, proxy of /ws and VITE_API_TARGET", "npm run dev",
         {"package.json": '{"name": "game", "type": "module", "private": true, "scripts": {"dev": "vite"}}\n',
@@ -3691,7 +3687,7 @@ untuned("Vite, proxy of /ws and VITE_API_TARGET", "npm run dev",
          "src/main.ts": "document.title = 'on';\n"}, second=True)
 # One of sixteen services, which a script made all alike.
 untuned("nest start --watch, process.env.PORT || a number", "npm run start:dev --prefix services/auth",
-        {"services/auth/package.json": '{"name": "@seek/auth", "version": "1.0.0", "private": true, "scripts": {"start:dev": '
+        {"services/auth/package.json": '{"name": "@shop/auth", "version": "1.0.0", "private": true, "scripts": {"start:dev": '
                                        '"nest start --watch"}}\n',
          "services/auth/nest-cli.json": '{"collection": "@nestjs/schematics", "sourceRoot": "src"}\n',
          "services/auth/tsconfig.json": '{\n  "extends": "../../tsconfig.json",\n  "compilerOptions": {\n'
@@ -3700,7 +3696,7 @@ untuned("nest start --watch, process.env.PORT || a number", "npm run start:dev -
                                         '    "outDir": "./dist",\n    "rootDir": "./src",\n    "types": ["node"],\n'
                                         '    "skipLibCheck": true\n  },\n  "include": ["src"]\n}\n',
          "tsconfig.json": '{"compilerOptions": {"strict": false}}\n',
-         "services/auth/.env.example": "PORT=%D\nNODE_ENV=development\n",
+         "services/auth/.env.example": "PORT=%P\nNODE_ENV=development\n",
          "services/auth/src/app.module.ts": "import { Controller, Get, Module } from '@nestjs/common';\n\n@Controller()\n"
                                             "export class AppController {\n  @Get('health')\n  getHealth() {\n"
                                             "    return { status: 'OK', service: 'auth' };\n  }\n}\n\n@Module({\n"
@@ -3710,7 +3706,7 @@ untuned("nest start --watch, process.env.PORT || a number", "npm run start:dev -
                                       "\nasync function bootstrap() {\n  const app = await NestFactory.create(AppModule);\n"
                                       "  const port = process.env.PORT || %P;\n  await app.listen(port);\n"
                                       "  console.log(`auth service is running on: http://localhost:${port}`);\n}\n"
-                                      "bootstrap();\n"}, second=True)
+                                      "bootstrap();\n"})
 # A page for pupils, reloaded as it is written.
 untuned("npm run dev, live-server public --port=", "npm run dev",
         {"package.json": '{\n  "name": "learn",\n  "main": "src/js/app.js",\n  "scripts": {\n'
@@ -3718,18 +3714,15 @@ untuned("npm run dev, live-server public --port=", "npm run dev",
                          '    "start": "live-server public --port=%P"\n  }\n}\n',
          "public/index.html": "<!doctype html><title>learn</title>\n", "src/js/app.js": "document.title = 'on';\n"})
 # A stand-in for a chat's API, for tests from end to end.
-untuned("node, FAKE_FEISHU_PORT || a number", "node e2e/fake-feishu.mjs",
-        {"e2e/fake-feishu.mjs": '// It keeps what it gets, and hands it out at /__sent.\nimport http from "node:http";\n\n'
-                                "const PORT = Number(process.env.FAKE_FEISHU_PORT || %P);\n\n"
-                                "/** @type {{path: string, method: string}[]} */\nconst sent = [];\n\nhttp\n"
-                                "  .createServer((req, res) => {\n"
-                                '    if (req.url === "/__sent") return res.end(JSON.stringify(sent));\n'
-                                '    if (req.url === "/__reset") sent.length = 0;\n'
-                                '    else sent.push({ path: req.url, method: req.method });\n    res.end("{}");\n  })\n'
-                                '  .listen(PORT, "127.0.0.1", () => console.log(`fake server on ${PORT}`));\n',
-         "e2e/playwright.config.mjs": "export default {\n  webServer: [\n"
-                                      "    { command: 'node e2e/fake-feishu.mjs', port: %P },\n"
-                                      "    { command: 'npm run backend', port: %D },\n  ],\n};\n"}, second=True)
+untuned("node, FAKE_CHAT_PORT || a number", "node e2e/fake-chat.mjs",
+        {"e2e/fake-chat.mjs": '// It keeps what it gets, and hands it out at /__sent.\nimport http from "node:http";\n\n'
+                              "const PORT = Number(process.env.FAKE_CHAT_PORT || %P);\n\n"
+                              "/** @type {{path: string, method: string}[]} */\nconst sent = [];\n\nhttp\n"
+                              "  .createServer((req, res) => {\n"
+                              '    if (req.url === "/__sent") return res.end(JSON.stringify(sent));\n'
+                              '    if (req.url === "/__reset") sent.length = 0;\n'
+                              '    else sent.push({ path: req.url, method: req.method });\n    res.end("{}");\n  })\n'
+                              '  .listen(PORT, "127.0.0.1", () => console.log(`fake server on ${PORT}`));\n'})
 # A bot with a page for its figures beside it.
 untuned("tinyhttp, host after the callback", "node --import tsx src/index.ts",
         {"package.json": '{"name": "bot", "type": "module", "private": true}\n',
@@ -3802,9 +3795,9 @@ untuned('HTTPServer for health, os.getenv("PORT") before an agent', py("agent.py
                      '    httpd = HTTPServer(("0.0.0.0", port), Handler)\n'
                      '    logger.info(f"Health server running on port {port}")\n\n'
                      "    threading.Thread(target=httpd.serve_forever, daemon=True).start()\n\n"
-                     '    logger.info("Starting agent for %s...", os.environ["LIVEKIT_URL"])\n'
+                     '    logger.info("Starting agent for %s...", os.environ["MEDIA_URL"])\n'
                      '    if "download-files" not in sys.argv:\n        time.sleep(120)\n',
-         ".env.local": "LIVEKIT_URL=ws://127.0.0.1:%D\nLIVEKIT_API_KEY=devkey\n"}, second=True)
+         ".env.local": "MEDIA_URL=ws://127.0.0.1:%D\nMEDIA_API_KEY=devkey\n"}, second=True)
 # A host for tests of a browser, which sends one to another port.
 untuned("HTTPServer, sys.argv[1] and --redirect-base", py("tools/host-server.py %P --redirect-base http://127.0.0.1:%D"),
         {"tools/host-server.py": "#!/usr/bin/env python3\nimport sys\n"
@@ -3871,7 +3864,7 @@ untuned('FLASK_APP="backend:create_app(...)" flask run --no-reload', "bash bin/s
                          "run --port %P  --host=0.0.0.0 --no-reload\n",
          "backend/__init__.py": "from flask import Flask\n\n\ndef create_app(config_file):\n    app = Flask(__name__)\n"
                                 "    app.config.from_pyfile(config_file)\n    return app\n",
-         "backend/config.py": "SECRET_KEY = 'x'\nREDIS_URL = 'redis://localhost:%D/0'\n"}, second=True)
+         "backend/config.py": "SECRET_KEY = 'x'\nSQLALCHEMY_DATABASE_URI = 'sqlite:///app.db'\n"})
 # A gateway's other end: the port is part of an address.
 untuned("websockets, urlsplit(LLM_WS_ENDPOINT).port", py("llm_service/main.py"),
         {"llm_service/main.py": "import asyncio\nimport logging\nimport os\nfrom urllib.parse import urlsplit\n\n"
@@ -4063,10 +4056,10 @@ untuned("concurrently, php -S of npm run serve beside npm run dev", "npm run dev
          "build.mjs": "import { copyFileSync } from 'node:fs';\n\ncopyFileSync('src/app.css', 'public/app.css');\n",
          "src/app.css": "body {}\n", "public/index.php": "<?php\n\necho 'ok';\n"})
 # A second service in PHP beside the main one, whose address its settings hold.
-untuned("cd openai-service && php -S", ["sh", "-c", "cd openai-service && exec php -S localhost:%P -t public"],
-        {"openai-service/public/index.php": "<?php\n\n$env = parse_ini_file(__DIR__ . '/../.env');\n"
-                                            "header('Access-Control-Allow-Origin: ' . $env['ALLOWED_ORIGINS']);\necho '{}';\n",
-         "openai-service/.env": "OPENAI_API_KEY=x\nALLOWED_ORIGINS=http://localhost:%D\n",
+untuned("cd chat-service && php -S", ["sh", "-c", "cd chat-service && exec php -S localhost:%P -t public"],
+        {"chat-service/public/index.php": "<?php\n\n$env = parse_ini_file(__DIR__ . '/../.env');\n"
+                                          "header('Access-Control-Allow-Origin: ' . $env['ALLOWED_ORIGINS']);\necho '{}';\n",
+         "chat-service/.env": "API_KEY=x\nALLOWED_ORIGINS=http://localhost:%D\n",
          "composer.json": '{\n    "name": "album/web",\n    "scripts": {\n        "serve": "php -S localhost:%D -t public"\n'
                           "    }\n}\n"}, second=True)
 # A reader of tales, of Sinatra's modular kind, below a library's examples.
@@ -4105,7 +4098,7 @@ untuned("cargo run, config.ini [server] port", "cargo run --quiet",
                        "        }\n    }\n    Ok(ini)\n}\n\nimpl Ini {\n"
                        "    pub fn get(&self, section: &str, key: &str) -> Option<String> {\n"
                        "        self.0.get(&(section.to_string(), key.to_string())).cloned()\n    }\n}\n",
-         "config.ini": "[database]\nport = %D\n\n[server]\naddr = 127.0.0.1\nport = %P\n"}, second=True)
+         "config.ini": "[server]\naddr = 127.0.0.1\nport = %P\n\n[redirect]\nwebsite = aHR0cHM6Ly9leGFtcGxlLnRlc3Q=\n"})
 # A page from a Makefile, by whichever of three programs is there.
 untuned("make run, http.server || python || npx serve", "make run",
         {"Makefile": "PORT ?= %P\nBROWSER ?= xdg-open\nGREEN = \\033[32m\nNC = \\033[0m\n\n.PHONY: all run serve help\n\n"
