@@ -361,15 +361,20 @@ AttemptTracker::Outcome AttemptTracker::lookAtRunning(Tracked& tracked, const Pr
             return Outcome::done;
         }
     }
-    const bool mayJudge = hasEvidence || attempt.runtime->probesByConnecting ||
+    // Some never close the socket that was refused.
+    const bool keepsSocket =
+        !hasEvidence && isSettled && own.empty() && present.machine.keepsUnusedSocket(attempt.pid);
+    const bool mayJudge = hasEvidence || keepsSocket || attempt.runtime->probesByConnecting ||
                           (deadSocketsSeen_ == DeadSockets::unseen && attempt.runtime->drifts);
     // One that asks or tries again may have further ports.
-    const bool mayGoOn = (own.empty() || attempt.runtime->goesOnWithoutPort) && hasEvidence &&
-                         now - tracked.evidenceAt >= kGoesOnAfter;
+    const bool mayGoOn = keepsSocket || ((own.empty() || attempt.runtime->goesOnWithoutPort) &&
+                                         hasEvidence && now - tracked.evidenceAt >= kGoesOnAfter);
     const auto answer =
         mayJudge && (!own.empty() || mayGoOn) ? answerFor(attempt, present) : std::nullopt;
     if (answer) {
-        const BootTime evidenceAt = hasEvidence ? evidence->at : now;
+        const BootTime evidenceAt = hasEvidence   ? evidence->at
+                                    : keepsSocket ? attempt.startedAt
+                                                  : now;
         const auto isWanted = [&answer](const ListeningSocket& socket) {
             return contains(answer->ports, socket.port);
         };
@@ -390,13 +395,17 @@ AttemptTracker::Outcome AttemptTracker::lookAtRunning(Tracked& tracked, const Pr
         // What is known to ask or to try again is believed sooner than what may only be slow.
         const BootTime sinceEvidence = now - tracked.evidenceAt;
         const bool isNamed = isExplicit(answer->source) && !isUnknown(attempt);
-        const bool staysWithout = isNamed ? sinceEvidence >= kStaysWithoutPort
-                                          : answer->source != PortSource::habit &&
-                                                sinceEvidence >= kLessSurelyStaysWithoutPort &&
-                                                !mayBeOthers(tracked, present, evidenceAt);
+        const bool staysWithout = keepsSocket ? answer->source <= PortSource::project
+                                  : isNamed   ? sinceEvidence >= kStaysWithoutPort
+                                              : answer->source != PortSource::habit &&
+                                                  sinceEvidence >= kLessSurelyStaysWithoutPort &&
+                                                  !mayBeOthers(tracked, present, evidenceAt);
         const bool goesOn = mayGoOn && (attempt.runtime->goesOnWithoutPort || staysWithout);
+        // What it keeps itself is nobody else's.
         const bool isTooWeak =
-            isWeak(attempt, *answer) && (!hasEvidence || mayBeOthers(tracked, present, evidenceAt));
+            isWeak(attempt, *answer) &&
+            (keepsSocket ? isUnknown(attempt)
+                         : !hasEvidence || mayBeOthers(tracked, present, evidenceAt));
         if ((goesOn || !own.empty()) && !isTooWeak)
             verdict = judge(attempt, goesOn ? Verdict::Kind::goesOn : Verdict::Kind::drift, present,
                             foreign, *answer, evidenceAt);

@@ -6,7 +6,8 @@
 //   - failed start: the process ended right after some TCP socket had died without ever getting an
 //     address;
 //   - drift: after such a death the process, or one that it started, listens on another port;
-//   - going on: after such a death it listens nowhere, though its port was named;
+//   - going on: after such a death, or while it keeps such a socket, it listens nowhere, though its
+//     port was named;
 //
 // and in each case the port that it wants is held by a process that was there before the death and
 // that is neither its ancestor nor its descendant. A crash for another reason leaves no dead
@@ -64,6 +65,10 @@ class Machine {
 
     // The inodes of the sockets that the process and its descendants hold.
     virtual std::vector<std::uint64_t> socketsOfTree(ProcessId pid) const = 0;
+
+    // Whether the process keeps a TCP socket that is neither bound nor connected, as one does that
+    // was refused a port and has not closed what it asked with.
+    virtual bool keepsUnusedSocket(ProcessId pid) const = 0;
 
     // None when nobody holds the socket any more.
     virtual std::optional<PortHolder> holderOf(const ListeningSocket& socket) const = 0;

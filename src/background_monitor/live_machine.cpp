@@ -5,11 +5,13 @@
 #include "background_monitor/source_reader.h"
 #include "inventory/linux/control_group.h"
 #include "inventory/linux/listening_socket_reader.h"
+#include "inventory/linux/tcp_socket_table.h"
 #include "inventory/process_names.h"
 
 #include <ifaddrs.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
+#include <sys/xattr.h>
 
 #include <algorithm>
 #include <array>
@@ -25,6 +27,8 @@
 
 namespace zenlot {
 namespace {
+
+namespace fs = std::filesystem;
 
 constexpr std::size_t kLargestTree = 256;
 constexpr int kMostAncestorsOfHolder = 32;
@@ -114,6 +118,35 @@ std::vector<std::uint64_t> LiveMachine::socketsOfTree(ProcessId pid) const {
                                       [&inodes](std::uint64_t inode) { inodes.push_back(inode); });
     }
     return inodes;
+}
+
+bool LiveMachine::keepsUnusedSocket(ProcessId pid) const {
+    constexpr std::size_t kLongestName = 16;
+    std::vector<std::uint64_t> inodes;
+    std::error_code error;
+    for (fs::directory_iterator file("/proc/" + std::to_string(pid) + "/fd", error), end;
+         !error && file != end; file.increment(error)) {
+        std::error_code ignored;
+        const auto inode = socketInode(fs::read_symlink(file->path(), ignored).native());
+        if (!inode)
+            continue;
+        std::array<char, kLongestName> name{};
+        const ssize_t length =
+            ::getxattr(file->path().c_str(), "system.sockprotoname", name.data(), name.size() - 1);
+        if (length > 0 && std::string_view(name.data()).starts_with("TCP"))
+            inodes.push_back(*inode);
+    }
+    if (inodes.empty())
+        return false;
+    const TcpSocketTable table =
+        readTcpSockets(procFiles_, transport_, SocketScope::held, std::nullopt);
+    if (!table.silentFamilies.empty())
+        return false;
+    // Those that are neither bound nor connected stand in no table of the kernel.
+    return std::ranges::any_of(inodes, [&table](std::uint64_t inode) {
+        return std::ranges::find(table.sockets, inode, &KernelTcpSocket::inode) ==
+               table.sockets.end();
+    });
 }
 
 std::optional<PortHolder> LiveMachine::holderOf(const ListeningSocket& socket) const {

@@ -35,6 +35,7 @@ class LiveMachine final : public Machine {
     std::vector<ListeningSocket> listeningSockets() const override;
     bool isRunning(const Attempt& attempt) const override;
     std::vector<std::uint64_t> socketsOfTree(ProcessId pid) const override;
+    bool keepsUnusedSocket(ProcessId pid) const override;
     std::optional<PortHolder> holderOf(const ListeningSocket& socket) const override;
     std::vector<PortAnswer> writtenPorts(const Attempt& attempt,
                                          std::span<const std::uint16_t> held) const override;

@@ -403,6 +403,13 @@ bool isSettingsFile(std::string_view fileName) {
     return settingsFormatOf(fileName) || fileName.ends_with(".lua");
 }
 
+bool isSettingsProgram(std::string_view fileName) {
+    constexpr std::array<std::string_view, 6> kEndings{".js", ".mjs", ".cjs",
+                                                       ".ts", ".mts", ".cts"};
+    return std::ranges::any_of(
+        kEndings, [fileName](std::string_view ending) { return fileName.ends_with(ending); });
+}
+
 std::vector<Setting> readSettings(std::string_view text, SettingsFormat format) {
     switch (format) {
     case SettingsFormat::braces:

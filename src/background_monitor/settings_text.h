@@ -37,6 +37,9 @@ std::optional<SettingsFormat> settingsFormatOf(std::string_view fileName);
 // Whether a file with such a name may hold settings, be they written as a program.
 bool isSettingsFile(std::string_view fileName);
 
+// Whether it may be a module that exports settings; most modules do something else.
+bool isSettingsProgram(std::string_view fileName);
+
 std::vector<Setting> readSettings(std::string_view text, SettingsFormat format);
 
 // The variables in a file as dotenv reads it; of a name that stands there twice the last.

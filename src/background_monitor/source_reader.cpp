@@ -47,11 +47,11 @@ constexpr std::chrono::milliseconds kLongestSearch{400};
 // How likely a line has to say where to listen for its address to count.
 constexpr int kSurely = 3;
 
-constexpr std::array<std::string_view, 19> kManifests{
+constexpr std::array<std::string_view, 20> kManifests{
     ".git",         "package.json", "go.mod",           "Cargo.toml", "pyproject.toml",
     "setup.py",     "setup.cfg",    "requirements.txt", "Gemfile",    "composer.json",
     "pom.xml",      "build.gradle", "mix.exs",          "deno.json",  "CMakeLists.txt",
-    "rebar.config", "cpanfile",     "DESCRIPTION",      "Rakefile"};
+    "rebar.config", "cpanfile",     "DESCRIPTION",      "Rakefile",   "Makefile"};
 
 // Folders that hold what others wrote, what was built, or what is no part of the running program.
 constexpr std::array<std::string_view, 29> kSkippedFolders{
@@ -115,8 +115,7 @@ class FileSearch {
         readVariableFiles();
         if (std::ranges::any_of(sites_, [this](const PortSite& site) { return isElsewhere(site); }))
             return {};
-        std::vector<PortAnswer> all =
-            answersOfSites(sites_, attempt_.environment, variables_, attempt_.arguments);
+        std::vector<PortAnswer> all = whatSitesSay();
         std::vector<Setting> variables = attempt_.environment;
         variables.insert(variables.end(), variables_.begin(), variables_.end());
         all.push_back({PortSource::settings,
@@ -130,7 +129,8 @@ class FileSearch {
                 answer.source = PortSource::settings;
             all.push_back(std::move(answer));
         }
-        all.push_back({PortSource::source, inBuilt_.ports});
+        if (!namesOneOf(all, PortSource::source, inBuilt_.ports))
+            all.push_back({PortSource::source, inBuilt_.ports});
         const std::vector<std::uint16_t> called = inNamedPlaces();
         if (!names(all, PortSource::source))
             all.push_back({PortSource::source, called});
@@ -212,6 +212,40 @@ class FileSearch {
         return std::ranges::any_of(answers, [source](const PortAnswer& answer) {
             return answer.source == source && !answer.ports.empty();
         });
+    }
+
+    // Whether they name one of the ports already. A built program holds the ports of others as
+    // well.
+    static bool namesOneOf(std::span<const PortAnswer> answers, PortSource source,
+                           std::span<const std::uint16_t> ports) {
+        return std::ranges::any_of(answers, [source, ports](const PortAnswer& answer) {
+            return answer.source == source &&
+                   std::ranges::find_first_of(answer.ports, ports) != answer.ports.end();
+        });
+    }
+
+    bool namesHeld(std::span<const PortAnswer> answers) const {
+        const auto deciding = decidingAnswer(answers);
+        return deciding &&
+               std::ranges::find_first_of(deciding->ports, held_) != deciding->ports.end();
+    }
+
+    // A program may listen on several ports. Where those that it writes beside "listen" are free,
+    // the one that it is told counts, which may have its name on another line.
+    std::vector<PortAnswer> whatSitesSay() const {
+        std::vector<PortAnswer> said =
+            answersOfSites(sites_, attempt_.environment, variables_, attempt_.arguments);
+        if (namesHeld(said))
+            return said;
+        std::vector<PortSite> asking;
+        for (PortSite site : sites_) {
+            site.ports.clear();
+            if (site.likelihood >= kSurely)
+                asking.push_back(std::move(site));
+        }
+        std::vector<PortAnswer> told =
+            answersOfSites(asking, attempt_.environment, variables_, attempt_.arguments);
+        return namesHeld(told) ? told : said;
     }
 
     bool hasTime() const { return std::chrono::steady_clock::now() < deadline_; }
@@ -510,7 +544,8 @@ class FileSearch {
         for (fs::directory_iterator entry(path, error), end;
              !error && entry != end && count < kMostSettingsFiles; entry.increment(error)) {
             const fs::path& file = entry->path();
-            if (!isSettingsFile(file.filename().string()))
+            const std::string name = file.filename().string();
+            if (!isSettingsFile(name) && !isSettingsProgram(name))
                 continue;
             ++count;
             const StageOfName stage = stageOfName(file.stem().string(), attempt_.stage);
@@ -557,7 +592,9 @@ class FileSearch {
         if (attempt_.runtime->mayNamePortItself || attempt_.runtime->configFlags.empty()) {
             for (const std::string& word : attempt_.arguments) {
                 const std::string name = word.substr(word.find('=') + 1);
-                if (isSettingsFile(name) && name.size() < kLongestPath)
+                const bool isModule = isSettingsProgram(name) &&
+                                      name.find("config", name.rfind('/') + 1) != std::string::npos;
+                if ((isSettingsFile(name) || isModule) && name.size() < kLongestPath)
                     readConfig(folder_ / name);
                 else if (isUnknown() && !name.empty() && name.size() < kLongestPath &&
                          !name.starts_with('-') && !endsWithAny(name, kProjectEndings))
@@ -598,6 +635,8 @@ class FileSearch {
                 files.push_back(folder_ / name);
                 if (!scriptFolder_.empty())
                     files.push_back(scriptFolder_ / name);
+                for (const std::string& folder : foldersOfVariables(nearby_))
+                    files.push_back(folder_ / folder / name);
             }
         }
         for (const fs::path& file : files) {

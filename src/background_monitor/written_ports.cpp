@@ -17,8 +17,8 @@ constexpr std::array<std::string_view, 8> kServing{"listen", "serve(", "server("
 constexpr std::array<std::string_view, 9> kNaming{"port", "bind",  "addr",   "listen", "serve",
                                                   ".run", "httpd", "daemon", "start"};
 constexpr std::array<std::string_view, 4> kAsking{"fetch(", "curl", ".get(\"http", "open_uri"};
-constexpr std::array<std::string_view, 5> kArguments{"argv", "os.args", "flag.", "env::args",
-                                                     "commandargs"};
+constexpr std::array<std::string_view, 7> kArguments{
+    "argv", "os.args", "flag.", "env::args", "commandargs", ".option(", "add_argument("};
 // What else is counted in numbers as large as ports.
 constexpr std::array<std::string_view, 12> kCounting{"timeout", "interval", "delay",  "sleep",
                                                      "millis",  "_ms",      "second", "limit",
@@ -139,7 +139,7 @@ int likelihoodOf(std::string_view line) {
         return 0;
     if (mentions(line, kServing))
         return 4;
-    if (namesPlainPort(line))
+    if (namesPlainPort(line) || line.find("://0.0.0.0:") != std::string_view::npos)
         return 3;
     return mentions(line, kNaming) ? 2 : 0;
 }
@@ -187,8 +187,8 @@ std::string_view valueBehind(std::string_view line, std::size_t end) {
         rest.remove_prefix(std::min(rest.find_first_not_of(characters), rest.size()));
     };
     skip("\"' ");
-    const bool isAssigned =
-        rest.starts_with(":") || (rest.starts_with("=") && !rest.starts_with("=="));
+    const bool isAssigned = (rest.starts_with(":") && !rest.starts_with("://")) ||
+                            (rest.starts_with("=") && !rest.starts_with("=="));
     if (!isAssigned)
         return {};
     skip(":=> ");
@@ -207,10 +207,15 @@ std::string_view valueBehind(std::string_view line, std::size_t end) {
     return rest.substr(0, length);
 }
 
+// Nobody is asked for anything there: it is where to listen.
+bool isOfAnyAddress(std::string_view host) {
+    return host.starts_with("0.0.0.0:") || host.starts_with("[::]:");
+}
+
 // Whether the number at that place is the port in somebody's URL.
 bool isInUrl(std::string_view line, std::size_t place) {
     const std::size_t scheme = line.substr(0, place).rfind("://");
-    return scheme != std::string_view::npos &&
+    return scheme != std::string_view::npos && !isOfAnyAddress(line.substr(scheme + 3)) &&
            line.substr(scheme, place - scheme).find_first_of(" \t\"'`,") == std::string_view::npos;
 }
 
@@ -575,16 +580,16 @@ std::vector<std::string> relativeImports(std::string_view text) {
         const std::string_view line = text.substr(0, text.find('\n'));
         text.remove_prefix(std::min(text.size(), line.size() + 1));
         // JavaScript and Ruby quote the file; a relative one begins with a dot.
-        for (const char quote : {'"', '\''}) {
-            const std::size_t begin = line.find(quote);
-            const std::size_t end = line.find(quote, begin + 1);
-            if (begin == std::string_view::npos || end == std::string_view::npos)
-                continue;
+        for (std::size_t begin = line.find_first_of("\"'"); begin != std::string_view::npos;) {
+            const std::size_t end = line.find(line[begin], begin + 1);
+            if (end == std::string_view::npos)
+                break;
             const std::string_view file = line.substr(begin + 1, end - begin - 1);
             if (file.starts_with("./") || file.starts_with("../") ||
                 line.starts_with("require_relative") || line.starts_with("require '") ||
                 line.starts_with("require \""))
                 add(file);
+            begin = line.find_first_of("\"'", end + 1);
         }
         // Perl names it with colons.
         if (line.starts_with("use ") && line.size() > 4 && isCapital(line[4])) {
@@ -634,6 +639,27 @@ std::vector<std::string> namedSettings(std::string_view text) {
         }
     });
     return files;
+}
+
+std::vector<std::string> foldersOfVariables(std::string_view text) {
+    std::vector<std::string> folders;
+    forEachLine(text, [&folders](std::string_view raw) {
+        const std::string_view line = withoutComment(raw);
+        for (const std::string_view word : {"envDir", "loadEnv("}) {
+            const std::size_t place = line.find(word);
+            if (place == std::string_view::npos)
+                continue;
+            // Of a call the first value is the stage.
+            const std::size_t from = word.ends_with('(') ? line.find(',', place) : place;
+            const std::size_t begin = line.find_first_of("\"'", from);
+            const std::size_t end =
+                begin == std::string_view::npos ? begin : line.find(line[begin], begin + 1);
+            const bool isOwn = end != std::string_view::npos && line[begin + 1] == '.';
+            if (isOwn && folders.size() < kMostImports)
+                addOnce(folders, std::string(line.substr(begin + 1, end - begin - 1)));
+        }
+    });
+    return folders;
 }
 
 } // namespace zenlot

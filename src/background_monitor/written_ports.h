@@ -76,4 +76,7 @@ std::vector<std::string> relativeImports(std::string_view text);
 // The settings files that a source names in quotes, such as "config/app.yaml" and ".env.test".
 std::vector<std::string> namedSettings(std::string_view text);
 
+// The folders of ".env" that a tool's configuration names: `envDir: ".."`, `loadEnv(mode, "..")`.
+std::vector<std::string> foldersOfVariables(std::string_view text);
+
 } // namespace zenlot

@@ -22,10 +22,12 @@ class FakeMachine final : public Machine {
     bool hasAddresses = true;
     PortHolder holder{kHolder, BootTime(1000), {1}, "node", "Node"};
     bool isServerRunning = true;
+    bool keepsSocket = false;
 
     std::vector<ListeningSocket> listeningSockets() const override { return listening; }
     bool isRunning(const Attempt&) const override { return isServerRunning; }
     std::vector<std::uint64_t> socketsOfTree(ProcessId) const override { return {kOwnSocket}; }
+    bool keepsUnusedSocket(ProcessId) const override { return keepsSocket; }
     std::optional<PortHolder> holderOf(const ListeningSocket&) const override { return holder; }
     std::vector<PortAnswer> writtenPorts(const Attempt&,
                                          std::span<const std::uint16_t>) const override {
@@ -247,6 +249,17 @@ TEST_F(AttemptTrackerTest, UnknownProgramGoesOnWhenNobodyElseCanHaveBeenRefused)
     tracker.processStarted(other, now);
     socketDies();
     EXPECT_THAT(pass(BootTime(4000)), IsEmpty());
+}
+
+TEST_F(AttemptTrackerTest, SocketThatIsNeverClosedTellsAsMuchAsADeadOne) {
+    machine.keepsSocket = true;
+    EXPECT_THAT(story("_--"), ElementsAre(3000));
+    EXPECT_THAT(story("_l--"), IsEmpty()) << "it listens";
+    attempt.wanted = {WantedPort::Source::usual, 3000, {}};
+    EXPECT_THAT(story("_--~"), IsEmpty()) << "nobody has named the port";
+    attempt.wanted.source = WantedPort::Source::argument;
+    machine.holder.startedAt = now + BootTime(100);
+    EXPECT_THAT(story("_--"), IsEmpty()) << "it was there first";
 }
 
 TEST_F(AttemptTrackerTest, PortOfADebuggerIsAskedForFirst) {

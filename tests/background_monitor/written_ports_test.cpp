@@ -112,6 +112,7 @@ TEST(WrittenPortsTest, NamesAreFollowedFromTheLineThatListens) {
         {"where := flag.String(\"where\", \":4300\", \"x\")\nhttp.Server{\n  Addr: *where,\n}",
          {4300}},
         {"listen(http)\nhttp: { timeout: 4300 }\nhttp == 4400", {}},
+        {"listen(port, `http://${host}`)\nurl: 'http://localhost:4300'", {}},
     };
     for (const auto& [text, ports] : cases)
         EXPECT_EQ(portsCalled(namesListenedOn(text), text), ports) << text;
@@ -140,6 +141,11 @@ TEST(WrittenPortsTest, NumbersAloneCountLastAndNotForTimesAndSizes) {
 }
 
 TEST(WrittenPortsTest, SettingsThatASourceNames) {
+    EXPECT_THAT(relativeImports("x = { db: require('./db'), web: require(\"./web\") }"),
+                ElementsAre("./db", "./web"));
+    EXPECT_THAT(
+        foldersOfVariables("const env = loadEnv('m', '..', '')\nenvDir: \"./env\"\nenvDir: d"),
+        ElementsAre("..", "./env"));
     EXPECT_THAT(
         namedSettings("open('a/b.yaml', \"r\")\nread(`.env.test`) 'package.json' 'x y.json'"),
         ElementsAre("a/b.yaml", ".env.test"));

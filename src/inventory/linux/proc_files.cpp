@@ -49,13 +49,6 @@ std::optional<Number> leadingNumber(std::string_view text) {
     return result.ec == std::errc() ? std::optional(number) : std::nullopt;
 }
 
-// The inode of "socket:[123]"; none for links to anything else.
-std::optional<std::uint64_t> socketInode(std::string_view link) {
-    constexpr std::string_view kPrefix = "socket:[";
-    return link.starts_with(kPrefix) ? leadingNumber<std::uint64_t>(link.substr(kPrefix.size()))
-                                     : std::nullopt;
-}
-
 // "PID/name", relative to the root.
 std::array<char, 32> pathOf(ProcessId pid, const char* name) {
     std::array<char, 32> path{};
@@ -79,6 +72,12 @@ std::optional<std::string> readAll(const FileDescriptor& file) {
 }
 
 } // namespace
+
+std::optional<std::uint64_t> socketInode(std::string_view link) {
+    constexpr std::string_view kPrefix = "socket:[";
+    return link.starts_with(kPrefix) ? leadingNumber<std::uint64_t>(link.substr(kPrefix.size()))
+                                     : std::nullopt;
+}
 
 std::optional<ProcessStatus> decodeProcessStatus(std::string_view text) {
     std::optional<ProcessStatus> status;

@@ -26,6 +26,9 @@ struct ProcessStatus {
 // None when the text names no users.
 std::optional<ProcessStatus> decodeProcessStatus(std::string_view text);
 
+// The inode of the link "socket:[123]"; none of links to anything else.
+std::optional<std::uint64_t> socketInode(std::string_view link);
+
 class ProcFiles {
   public:
     explicit ProcFiles(const std::string& root = "/proc");
