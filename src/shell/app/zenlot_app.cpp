@@ -112,16 +112,10 @@ ZenlotApp::ZenlotApp(SessionBus& bus, ApplicationInstance& instance)
       userDefaults_(directories_.configHome + u"/dev.quorvane.zenlot/defaults.json"_s),
       autostart_(directories_.configHome, QCoreApplication::applicationFilePath(),
                  kBackgroundOption.latin1()),
-<<<<<<< HEAD
-      settings_(userDefaults_, loginItem_), log_(monitorLogPath(directories_.home)),
-      systemLog_("zenlot"), portalAppearance_(bus_, startOfPortal()),
-      x11Appearance_(x11Connection()), appearance_(portalAppearance_, x11Appearance_),
-      appearanceFollower_(appearance_),
-=======
       loginItem_(autostart_), settings_(userDefaults_, loginItem_),
       log_(monitorLogPath(directories_.home)), systemLog_("zenlot"),
-      appearance_(bus_, startOfPortal()), appearanceFollower_(appearance_),
->>>>>>> main
+      portalAppearance_(bus_, startOfPortal()), x11Appearance_(x11Connection()),
+      appearance_(portalAppearance_, x11Appearance_), appearanceFollower_(appearance_),
       runningApplications_(xdgDataDirectories(directories_), programDirectories()),
       workspace_(directories_.home, xdgDataDirectories(directories_), propertyLists_),
       sharedPortCache_([container = SharedContainer(directories_.stateHome)] {
