@@ -1,5 +1,6 @@
 """The desktops of Debian 12: how each is started, and how its user changes it."""
 import os
+import re
 import shutil
 import time
 from pathlib import Path
@@ -62,6 +63,10 @@ class Desktop:
 
     def press(self, button):
         self.session.do(button)
+
+    def measure(self, field):
+        """How high a text is."""
+        return self.session.size(field)[1]
 
     def make_dark(self):
         self.gsettings("color-scheme", "prefer-dark")
@@ -214,6 +219,12 @@ class GnomeX11(Gnome):
     def start_shell(self):
         self.session.start("gnome-shell", "--x11")
         self.session.start("gsd-xsettings")
+
+    def measure(self, field):
+        """What is told of the field is in units that the display enlarges; the window is in dots."""
+        told = self.session.run("xdotool", "search", "--onlyvisible", "--name", "^Zenlot$", "getwindowgeometry",
+                                "--shell")
+        return int(re.search("WIDTH=([0-9]+)", told)[1])
 
 
 class GnomeX11WithIcons(GnomeX11):

@@ -131,9 +131,9 @@ def dark(session, desktop):
 
 
 def large(session, desktop):
-    before = session.size(window(session))[1]
+    before = desktop.measure(window(session))
     desktop.make_large()
-    grown = wait("larger text", lambda: (after := session.size(window(session))[1]) > before * 1.2 and after, 15)
+    grown = wait("larger text", lambda: (after := desktop.measure(window(session))) > before * 1.2 and after, 15)
     time.sleep(1)
     session.picture("large")
     return f"{grown / before:.2f} times as large"
