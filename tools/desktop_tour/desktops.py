@@ -145,7 +145,7 @@ class Plasma(Desktop):
         self.session.run("kbuildsycoca5")
         for program in ("kded5", "kwin_x11", "plasmashell"):
             self.session.start(program)
-        wait("the shell", lambda: self.session.has_name("org.kde.plasmashell"))
+        self.wait_until_ready()
         self.session.run("plasma-apply-wallpaperimage", str(self.session.wallpaper()))
 
     def search(self, port):
