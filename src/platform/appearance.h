@@ -14,6 +14,10 @@
 
 namespace zenlot {
 
+// Desktops come with fonts of 9 to 11 points.
+inline constexpr double kUsualTextPoints = 11;
+inline constexpr double kLargestTextScale = 3;
+
 enum class ColorScheme : std::uint8_t { noPreference, light, dark };
 
 struct AppearanceWishes {
@@ -23,6 +27,8 @@ struct AppearanceWishes {
     // Of the desktop's texts, where that is not their usual size: 1.5 for half as large again.
     double textScale{1};
     bool isMotionReduced{false};
+    // How much of it the toolkit sees to itself, since the display tells it to.
+    double toolkitTextScale{1};
 
     friend bool operator==(const AppearanceWishes&, const AppearanceWishes&) = default;
 };

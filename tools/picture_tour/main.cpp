@@ -1,13 +1,15 @@
 // Draws every window in each of its states, in light and dark, into a folder:
 //
-//     zenlot-screenshots [--language LANGUAGE] FOLDER
+//     zenlot-screenshots [--language LANGUAGE] [--text-scale FACTOR] FOLDER
 //
 // The windows are the real ones; the machine that they show is made up. The language is that of a
 // table, or "longer", in which every text is half as long again; without it, the keys are shown.
+// The factor is that of the desktop's texts, such as 1.5.
 #include "localization/longer_texts.h"
 #include "localization/translation.h"
 #include "palettes.h"
 #include "picture_tour/tour.h"
+#include "shell/style/text_style.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -69,12 +71,23 @@ int main(int argc, char** argv) {
     QCommandLineParser options;
     const QCommandLineOption languageOption(QStringLiteral("language"), {},
                                             QStringLiteral("LANGUAGE"));
-    options.addOption(languageOption);
-    const bool isUnderstood = options.parse(QCoreApplication::arguments());
+    const QCommandLineOption scaleOption(QStringLiteral("text-scale"), {}, QStringLiteral("FACTOR"),
+                                         QStringLiteral("1"));
+    options.addOptions({languageOption, scaleOption});
+    bool isUnderstood = false;
+    const bool isParsed = options.parse(QCoreApplication::arguments());
+    const double textScale = options.value(scaleOption).toDouble(&isUnderstood);
+    isUnderstood = isUnderstood && isParsed;
     const QStringList folders = options.positionalArguments();
     if (!isUnderstood || folders.size() != 1 || !QDir().mkpath(folders.constFirst())) {
-        std::fputs("usage: zenlot-screenshots [--language LANGUAGE] FOLDER\n", stderr);
+        std::fputs("usage: zenlot-screenshots [--language LANGUAGE] [--text-scale FACTOR] FOLDER\n",
+                   stderr);
         return 2;
+    }
+    if (textScale > 1) {
+        QFont font = QGuiApplication::font();
+        font.setPointSizeF(textScale * zenlot::TextStyle::kUsualPoints);
+        QApplication::setFont(font);
     }
     const zenlot::Translation translation(options.values(languageOption));
     zenlot::LongerTexts longerTexts;

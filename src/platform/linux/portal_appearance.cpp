@@ -27,10 +27,6 @@ const QString kGnomeAccess = u"org.gnome.desktop.a11y.interface"_s;
 const QString kPlasma = u"org.kde.kdeglobals.KDE"_s;
 const QString kPlasmaGeneral = u"org.kde.kdeglobals.General"_s;
 
-// Desktops come with fonts of 9 to 11 points.
-constexpr double kUsualPoints = 11;
-constexpr double kLargestText = 3;
-
 // Three shares of light; none when they are not.
 std::optional<quint32> colorIn(const QVariant& value) {
     if (value.userType() != qMetaTypeId<QDBusArgument>())
@@ -63,6 +59,8 @@ ColorScheme schemeOf(uint number) {
 PortalAppearance::PortalAppearance(SessionBus& bus, Start start, QObject* parent)
     : Appearance(parent), bus_(bus), start_(start), portal_(kPortal) {
     qDBusRegisterMetaType<Settings>();
+    // Without it the toolkit does not listen, and says so to nobody.
+    qRegisterMetaType<QDBusVariant>();
     connect(&portal_, &BusNameOwner::changed, this, &PortalAppearance::ask);
     connect(&bus_, &SessionBus::connected, this, &PortalAppearance::followBus);
     if (bus_.isConnected())
@@ -70,8 +68,10 @@ PortalAppearance::PortalAppearance(SessionBus& bus, Start start, QObject* parent
 }
 
 void PortalAppearance::followBus() {
-    bus_.connection().connect(kPortal, kPath, kInterface, u"SettingChanged"_s, this,
-                              SLOT(noteChange(QString, QString, QDBusVariant)));
+    // Not bound to the portal's name: the toolkit would drop what comes before it has learnt who
+    // has that name.
+    bus_.connection().connect(QString(), kPath, kInterface, u"SettingChanged"_s, this,
+                              SLOT(noteChange(QString, QString, QDBusVariant, QDBusMessage)));
     portal_.follow(bus_.connection());
     if (start_ == Start::asNeeded)
         bus_.connection().send(QDBusMessage::createMethodCall(
@@ -102,7 +102,10 @@ void PortalAppearance::ask() {
 }
 
 void PortalAppearance::noteChange(const QString& group, const QString& key,
-                                  const QDBusVariant& value) {
+                                  const QDBusVariant& value, const QDBusMessage& signal) {
+    // Every program on the bus may send such signals.
+    if (signal.service() != portal_.owner())
+        return;
     take(group, key, value.variant());
     settle();
 }
@@ -136,8 +139,8 @@ void PortalAppearance::take(const QString& group, const QString& key, const QVar
 void PortalAppearance::settle() {
     AppearanceWishes wishes = told_.common;
     wishes.isContrastHigh = wishes.isContrastHigh || told_.isContrastHigh;
-    const double scale = told_.textFactor * std::max(told_.fontPoints / kUsualPoints, 1.0);
-    wishes.textScale = scale > 1 ? std::min(scale, kLargestText) : 1;
+    const double scale = told_.textFactor * std::max(told_.fontPoints / kUsualTextPoints, 1.0);
+    wishes.textScale = scale > 1 ? std::min(scale, kLargestTextScale) : 1;
     wishes.isMotionReduced = told_.reducesMotion.values().contains(true);
     if (std::exchange(wishes_, wishes) != wishes)
         Q_EMIT changed();

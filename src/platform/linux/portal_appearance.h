@@ -10,6 +10,7 @@
 #include "platform/linux/bus_name_owner.h"
 
 #include <QDBusConnection>
+#include <QDBusMessage>
 #include <QDBusVariant>
 #include <QMap>
 #include <QString>
@@ -33,7 +34,8 @@ class PortalAppearance final : public Appearance {
   private Q_SLOTS:
     void followBus();
     void ask();
-    void noteChange(const QString& group, const QString& key, const QDBusVariant& value);
+    void noteChange(const QString& group, const QString& key, const QDBusVariant& value,
+                    const QDBusMessage& signal);
 
   private:
     // What was told, by setting.
@@ -45,7 +47,6 @@ class PortalAppearance final : public Appearance {
         QMap<QString, bool> reducesMotion{}; // one is enough
     };
 
-    void readSettings(QDBusMessage question);
     void take(const QString& group, const QString& key, const QVariant& value);
     void settle();
 

@@ -18,7 +18,7 @@ T.TabButton {
     Accessible.selected: root.checked
     Accessible.onPressAction: root.checked = true
     focusPolicy: root.checked || root.activeFocus ? Qt.StrongFocus : Qt.ClickFocus
-    font: TextStyle.sized(11, Font.Medium)
+    font: TextStyle.sized(11 * TextStyle.scale, Font.Medium)
     hoverEnabled: true
     horizontalPadding: 12
     implicitHeight: implicitContentHeight + topPadding + bottomPadding

@@ -93,11 +93,15 @@ QIcon windowIcon() {
     return icon;
 }
 
+// None where the program is not on X11.
+xcb_connection_t* x11Connection() {
+    const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    return x11 == nullptr ? nullptr : x11->connection();
+}
+
 std::unique_ptr<GlobalShortcut> makeGlobalShortcut(SessionBus& bus) {
-    // A toolkit that draws nowhere has the interface too.
-    if (auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-        x11 && x11->connection())
-        return std::make_unique<X11GlobalShortcut>(*x11->connection());
+    if (auto* const connection = x11Connection())
+        return std::make_unique<X11GlobalShortcut>(*connection);
     return std::make_unique<PortalGlobalShortcut>(bus);
 }
 
@@ -110,7 +114,8 @@ ZenlotApp::ZenlotApp(SessionBus& bus, ApplicationInstance& instance)
                  kBackgroundOption.latin1()),
       loginItem_(autostart_), settings_(userDefaults_, loginItem_),
       log_(monitorLogPath(directories_.home)), systemLog_("zenlot"),
-      appearance_(bus_, startOfPortal()), appearanceFollower_(appearance_),
+      portalAppearance_(bus_, startOfPortal()), x11Appearance_(x11Connection()),
+      appearance_(portalAppearance_, x11Appearance_), appearanceFollower_(appearance_),
       runningApplications_(xdgDataDirectories(directories_), programDirectories()),
       workspace_(directories_.home, xdgDataDirectories(directories_), propertyLists_),
       sharedPortCache_([container = SharedContainer(directories_.stateHome)] {

@@ -43,6 +43,8 @@
 #include "platform/linux/statusarea/tray_status_bar.h"
 #include "platform/linux/systemd_app_service.h"
 #include "platform/linux/windowsystem/desktop_application_windows.h"
+#include "platform/linux/windowsystem/x11_settings_appearance.h"
+#include "platform/merged_appearance.h"
 #include "settings/app_log.h"
 #include "settings/app_settings.h"
 #include "settings/window/settings_view_model.h"
@@ -133,7 +135,9 @@ class ZenlotApp final {
     AppSettings settings_;
     AppLog log_;
     JournalSystemLog systemLog_;
-    PortalAppearance appearance_;
+    PortalAppearance portalAppearance_;
+    X11SettingsAppearance x11Appearance_;
+    MergedAppearance appearance_;
     AppearanceFollower appearanceFollower_;
     DesktopRunningApplications runningApplications_;
     PropertyListFileReader propertyLists_;

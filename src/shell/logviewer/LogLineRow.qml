@@ -74,7 +74,7 @@ T.ItemDelegate {
 
         Accessible.ignored: true
         color: root.textColor
-        font: TextStyle.monospaced(TextStyle.sized(11, Font.Normal))
+        font: TextStyle.monospaced(TextStyle.sized(11 * TextStyle.scale, Font.Normal))
         horizontalAlignment: TextEdit.AlignLeft
         readOnly: true
         selectByMouse: true

@@ -16,6 +16,8 @@ T.SplitView {
     required property ContentViewModel viewModel
     // Shows the process whose details are asked for; seen only while they are.
     property alias inspector: inspectorContent.data
+    // As the texts, where there is room: three columns fit into the narrowest window.
+    readonly property real columnScale: Math.max(1, Math.min(TextStyle.scale, root.width / 580))
 
     // The menu is to open below the item.
     signal menuRequested(item: Item)
@@ -93,9 +95,9 @@ T.SplitView {
     Sidebar {
         id: sidebar
 
-        T.SplitView.maximumWidth: Math.max(160 * TextStyle.scale, Math.min(240 * TextStyle.scale, root.width - detail.T.SplitView.minimumWidth - 2 - (inspectorColumn.visible ? inspectorColumn.T.SplitView.minimumWidth : 0)))
-        T.SplitView.minimumWidth: 160 * TextStyle.scale
-        T.SplitView.preferredWidth: 200 * TextStyle.scale
+        T.SplitView.maximumWidth: Math.max(160 * root.columnScale, Math.min(240 * root.columnScale, root.width - detail.T.SplitView.minimumWidth - 2 - (inspectorColumn.visible ? inspectorColumn.T.SplitView.minimumWidth : 0)))
+        T.SplitView.minimumWidth: 160 * root.columnScale
+        T.SplitView.preferredWidth: 200 * root.columnScale
         viewModel: root.viewModel
     }
 
@@ -103,7 +105,7 @@ T.SplitView {
         id: detail
 
         T.SplitView.fillWidth: true
-        T.SplitView.minimumWidth: 178 * TextStyle.scale
+        T.SplitView.minimumWidth: 178 * root.columnScale
         spacing: 0
 
         RowLayout {
@@ -219,9 +221,9 @@ T.SplitView {
     Rectangle {
         id: inspectorColumn
 
-        T.SplitView.maximumWidth: Math.max(240 * TextStyle.scale, Math.min(400 * TextStyle.scale, root.width - sidebar.width - detail.T.SplitView.minimumWidth - 2))
-        T.SplitView.minimumWidth: 240 * TextStyle.scale
-        T.SplitView.preferredWidth: 290 * TextStyle.scale
+        T.SplitView.maximumWidth: Math.max(240 * root.columnScale, Math.min(400 * root.columnScale, root.width - sidebar.width - detail.T.SplitView.minimumWidth - 2))
+        T.SplitView.minimumWidth: 240 * root.columnScale
+        T.SplitView.preferredWidth: 290 * root.columnScale
         color: Theme.sidebar
         visible: root.viewModel.isInspectorOpen
 

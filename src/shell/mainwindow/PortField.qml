@@ -47,7 +47,7 @@ T.TextField {
 
     Accessible.name: qsTr("Port")
     color: Theme.label
-    font: TextStyle.sized(52, Font.Thin)
+    font: TextStyle.sized(52 * TextStyle.scale, Font.Thin)
     horizontalAlignment: TextInput.AlignHCenter
     implicitHeight: contentHeight
     inputMethodHints: Qt.ImhDigitsOnly

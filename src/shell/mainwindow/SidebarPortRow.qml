@@ -73,7 +73,7 @@ RowLayout {
     StyleText {
         Accessible.ignored: true
         color: Theme.tertiaryLabel
-        font: TextStyle.sized(9, Font.Medium)
+        font: TextStyle.sized(9 * TextStyle.scale, Font.Medium)
         text: root.proto
     }
 }

@@ -22,7 +22,7 @@ T.AbstractButton {
     Accessible.name: root.text
     Accessible.role: Accessible.Button
     Accessible.onPressAction: root.clicked()
-    font: root.large ? TextStyle.headline : TextStyle.sized(12, Font.Medium)
+    font: root.large ? TextStyle.headline : TextStyle.sized(12 * TextStyle.scale, Font.Medium)
     horizontalPadding: root.large ? 18 : 12
     hoverEnabled: true
     implicitHeight: (root.large ? 36 : 28) * TextStyle.scale

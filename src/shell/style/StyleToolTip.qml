@@ -12,7 +12,7 @@ T.ToolTip {
     bottomPadding: 4
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent | T.Popup.CloseOnReleaseOutsideParent
     delay: 700
-    font: TextStyle.sized(11, Font.Normal)
+    font: TextStyle.sized(11 * TextStyle.scale, Font.Normal)
     implicitHeight: contentHeight + topPadding + bottomPadding
     implicitWidth: Math.min(340, contentWidth + leftPadding + rightPadding)
     leftPadding: 8

@@ -2,7 +2,9 @@
 
 #include <QQmlComponent>
 #include <QQmlEngine>
+#include <QQuickItem>
 #include <QQuickWindow>
+#include <QScreen>
 
 #include <utility>
 
@@ -63,6 +65,16 @@ QQuickWindow* QmlWindow::make(QQmlComponent& component) {
         if (!isVisible)
             release();
     });
+    // A desktop that makes everything larger through the display changes what a pixel is, and the
+    // toolkit leaves the window as it was: too small for what is in it.
+    connect(
+        window_->screen(), &QScreen::geometryChanged, window_.get(),
+        [window = window_.get()] {
+            const QSize contents = window->contentItem()->size().toSize();
+            if (contents != window->size())
+                window->resize(contents.boundedTo(window->screen()->availableSize()));
+        },
+        Qt::QueuedConnection);
     return window_.get();
 }
 

@@ -32,7 +32,7 @@ QFont TextStyle::monospaced(QFont font) const {
 
 QFont TextStyle::sized(double pixelSize, int weight) const {
     QFont font = base_;
-    font.setPixelSize(std::max(1, static_cast<int>(std::lround(pixelSize * scale()))));
+    font.setPixelSize(std::max(1, static_cast<int>(std::lround(pixelSize))));
     font.setWeight(static_cast<QFont::Weight>(weight));
     return font;
 }
@@ -43,7 +43,8 @@ QString TextStyle::keyText(const QString& keys) const {
 }
 
 bool TextStyle::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::ApplicationFontChange) {
+    // Every object of the application is told, and this filter sees all of it.
+    if (watched == QGuiApplication::instance() && event->type() == QEvent::ApplicationFontChange) {
         base_ = QGuiApplication::font();
         Q_EMIT changed();
     }

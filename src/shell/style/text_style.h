@@ -3,7 +3,7 @@
 // they are larger by as much, and `scale` says by how much, for what has to make room.
 //
 //     StyleText { font: TextStyle.bold(TextStyle.caption) }
-//     StyleText { font: TextStyle.sized(52, Font.Thin) }
+//     StyleText { font: TextStyle.sized(52 * TextStyle.scale, Font.Thin) }
 #pragma once
 
 #include <QFont>
@@ -38,19 +38,20 @@ class TextStyle : public QObject {
 
     double scale() const { return scaleOf(base_); }
 
-    QFont largeTitle() const { return sized(26, QFont::Normal); }
-    QFont title() const { return sized(22, QFont::Normal); }
-    QFont title3() const { return sized(15, QFont::Normal); }
-    QFont headline() const { return sized(13, QFont::DemiBold); }
-    QFont body() const { return sized(13, QFont::Normal); }
-    QFont callout() const { return sized(12, QFont::Normal); }
-    QFont caption() const { return sized(10, QFont::Normal); }
-    QFont caption2() const { return sized(10, QFont::Medium); }
+    QFont largeTitle() const { return sized(26 * scale(), QFont::Normal); }
+    QFont title() const { return sized(22 * scale(), QFont::Normal); }
+    QFont title3() const { return sized(15 * scale(), QFont::Normal); }
+    QFont headline() const { return sized(13 * scale(), QFont::DemiBold); }
+    QFont body() const { return sized(13 * scale(), QFont::Normal); }
+    QFont callout() const { return sized(12 * scale(), QFont::Normal); }
+    QFont caption() const { return sized(10 * scale(), QFont::Normal); }
+    QFont caption2() const { return sized(10 * scale(), QFont::Medium); }
 
     Q_INVOKABLE QFont bold(QFont font) const;
     // The same size and weight in the desktop's typeface of fixed width.
     Q_INVOKABLE QFont monospaced(QFont font) const;
-    // The weight is one of QML's Font.Thin to Font.Black.
+    // The weight is one of QML's Font.Thin to Font.Black. Who multiplies the size by the scale is
+    // told when that changes.
     Q_INVOKABLE QFont sized(double pixelSize, int weight) const;
 
     // What a key sequence is called on keyboards of the user's language.

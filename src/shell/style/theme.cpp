@@ -17,7 +17,9 @@ void Theme::setMotion(double motion) {
 }
 
 bool Theme::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::ApplicationPaletteChange) {
+    // Every object of the application is told, and this filter sees all of it.
+    if (watched == QGuiApplication::instance() &&
+        event->type() == QEvent::ApplicationPaletteChange) {
         colors_ = themeColors(QGuiApplication::palette());
         Q_EMIT changed();
     }

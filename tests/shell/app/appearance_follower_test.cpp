@@ -1,3 +1,5 @@
+#include "platform/fake_appearance.h"
+#include "platform/merged_appearance.h"
 #include "shell/app/appearance_follower.h"
 #include "shell/style/text_style.h"
 #include "shell/style/theme_colors.h"
@@ -7,17 +9,6 @@
 
 namespace zenlot {
 namespace {
-
-class FakeAppearance final : public Appearance {
-  public:
-    const AppearanceWishes& wishes() const override { return current; }
-    void become(const AppearanceWishes& wishes) {
-        current = wishes;
-        Q_EMIT changed();
-    }
-
-    AppearanceWishes current;
-};
 
 TEST(AppearanceFollowerTest, TheProgramLooksAsIsWishedForAndAsTheDesktopHasItAgain) {
     const QPalette palette = QGuiApplication::palette();
@@ -39,6 +30,30 @@ TEST(AppearanceFollowerTest, TheProgramLooksAsIsWishedForAndAsTheDesktopHasItAga
     appearance.become({isDark ? ColorScheme::dark : ColorScheme::light});
     EXPECT_EQ(QGuiApplication::palette(), palette);
     EXPECT_EQ(QGuiApplication::font(), font);
+}
+
+TEST(MergedAppearanceTest, BelievesTheFirstWhereBothTell) {
+    FakeAppearance portal;
+    FakeAppearance display;
+    const MergedAppearance merged(portal, display);
+    const struct {
+        AppearanceWishes first;
+        AppearanceWishes second;
+        AppearanceWishes both;
+    } cases[] = {
+        {{}, {ColorScheme::dark, 1, true, 1.5, true}, {ColorScheme::dark, 1, true, 1.5, true}},
+        {{ColorScheme::light, 2}, {ColorScheme::dark, 1}, {ColorScheme::light, 2}},
+        {{.textScale = 1.5}, {.textScale = 1.2}, {.textScale = 1.5}},
+        // The portal's factor is in the display's, which the toolkit follows.
+        {{.textScale = 1.5}, {.toolkitTextScale = 1.5}, {.toolkitTextScale = 1.5}},
+        {{.textScale = 3}, {.toolkitTextScale = 1.5}, {.textScale = 2, .toolkitTextScale = 1.5}},
+        {{}, {.toolkitTextScale = 2}, {.toolkitTextScale = 2}},
+    };
+    for (const auto& [first, second, both] : cases) {
+        portal.become(first);
+        display.become(second);
+        EXPECT_EQ(merged.wishes(), both) << first.textScale << ' ' << second.textScale;
+    }
 }
 
 } // namespace
