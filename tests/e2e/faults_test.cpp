@@ -9,6 +9,7 @@
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <csignal>
@@ -138,7 +139,8 @@ TEST_F(FaultsTest, ProgramsRunWhateverStandsInTheirFilesPlaces) {
         [](const auto& path) {
             std::ofstream(path) << '[';
             std::filesystem::resize_file(path, 100 << 20);
-        }};
+        },
+        [](const auto& path) { std::ofstream(path) << R"([{"port": 3000, "pid)"; }};
     for (const std::string& place : places) {
         for (std::size_t kind = 0; kind < kinds.size(); ++kind) {
             const std::filesystem::path path = desktop.folder() / place;
@@ -178,6 +180,47 @@ TEST_F(FaultsTest, ANotificationServerThatNeverAnswersHoldsNothingUp) {
     ::kill(alerts.serverPid(), SIGCONT);
     EXPECT_TRUE(alerts.shows(u"Port 3001 is already in use"_s)) << desktop.log();
     EXPECT_EQ(ended(zenlot), "0");
+}
+
+// Whatever becomes of the bus and of who shows alerts: killed or stopped, they keep nobody.
+TEST_F(FaultsTest, EndsWhateverBecomesOfTheServicesOfTheDesktop) {
+    for (const int signal : {SIGSTOP, SIGKILL}) {
+        for (const bool isBus : {false, true}) {
+            SCOPED_TRACE(std::to_string(signal) + (isBus ? " for the bus" : " for alerts"));
+            PrivateDesktop other;
+            const AlertScreen alerts(other);
+            other.writeSettings(
+                R"({"conflictMonitoringEnabled": true, "hasCompletedOnboarding": true})");
+            QProcess& monitor = other.start(QStringLiteral(ZENLOT_MONITOR), {});
+            QProcess& zenlot = other.start(QStringLiteral(ZENLOT_PROGRAM), {u"--background"_s});
+            ASSERT_TRUE(other.waitForLog("notification setup granted=true"));
+            ASSERT_TRUE(other.waitForLog("background monitor started"));
+            const pid_t struck = isBus ? alerts.busPid() : alerts.serverPid();
+            ::kill(struck, signal);
+            QTest::qWait(2500); // polls come every two seconds
+            EXPECT_EQ(ended(zenlot), "0");
+            EXPECT_EQ(ended(monitor), "0");
+            ::kill(struck, SIGCONT);
+        }
+    }
+}
+
+// With fewer the library of the event loop ends them at once.
+TEST_F(FaultsTest, AFewDescriptorsAreNoReasonToCrash) {
+    const std::pair<const char*, rlim_t> cases[] = {{ZENLOT_MONITOR, 16},
+                                                    {ZENLOT_MONITOR, 24},
+                                                    {ZENLOT_PROGRAM, 32},
+                                                    {ZENLOT_PROGRAM, 48},
+                                                    {ZENLOT_PROGRAM, 64}};
+    for (const auto& [program, most] : cases) {
+        QProcess& running = desktop.start(QLatin1String(program), {}, [most = most] {
+            const rlimit limit{most, most};
+            ::setrlimit(RLIMIT_NOFILE, &limit);
+        });
+        QTest::qWait(1500);
+        EXPECT_THAT(ended(running), testing::AnyOf("0", "1"))
+            << program << " with " << most << ": " << running.readAllStandardError().toStdString();
+    }
 }
 
 // A start writes nothing new there, so somebody has to change something.
