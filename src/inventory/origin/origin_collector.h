@@ -69,6 +69,7 @@ class OriginCollector {
     std::shared_ptr<const OfProcess> describe(const ProcessIdentity& process, Freshness freshness,
                                               Look& look) const;
     const std::optional<ProcessGlimpse>& glimpseOf(ProcessId pid, Look& look) const;
+    ProgramKind kindOfProcess(ProcessId pid, Look& look) const;
     const std::string& groupPath(std::uint64_t id, Look& look) const;
     std::vector<Starter> startersOf(const ProcessGlimpse& process, Look& look) const;
     std::string starterName(const ProcessGlimpse& starter, ProgramKind kind,
