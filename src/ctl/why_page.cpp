@@ -102,6 +102,12 @@ std::string addressesText(const Origin& origin) {
     return listed(texts);
 }
 
+std::string networkText(const NetworkAddress& address) {
+    if (!address.network.empty())
+        return "Wi-Fi \"" + address.network + "\"";
+    return (address.isWireless ? "Wi-Fi " : "") + address.interface;
+}
+
 std::string reachText(const Origin& origin) {
     if (origin.reach == Reach::unknown)
         return {};
@@ -110,8 +116,7 @@ std::string reachText(const Origin& origin) {
     std::vector<std::string> texts;
     for (const NetworkAddress& address : origin.reachableAt) {
         if (texts.size() < kMostAddresses)
-            texts.push_back(addressText(address.address) + " (" +
-                            (address.isWireless ? "Wi-Fi " : "") + address.interface + ")");
+            texts.push_back(addressText(address.address) + " (" + networkText(address) + ")");
     }
     return "everyone who can reach " +
            (texts.empty() ? std::string("its address") : listed(texts, " or ")) +

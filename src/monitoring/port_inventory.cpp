@@ -87,6 +87,12 @@ QFuture<std::vector<Origin>> PortInventory::originsOf(std::vector<PortOwner> row
     });
 }
 
+QFuture<std::vector<BindObstacle>> PortInventory::obstaclesOnPort(std::uint16_t port) {
+    return workers_.run([this, port] {
+        return origins_ ? origins_->obstaclesOnPort(port) : std::vector<BindObstacle>();
+    });
+}
+
 QFuture<std::vector<ProcessSighting>>
 PortInventory::lookAtProcesses(std::vector<ForceQuitTarget> targets) {
     return workers_.run([this, targets = std::move(targets)] {

@@ -51,6 +51,9 @@ class PortInventory final {
     // folders of projects may lie in a network.
     QFuture<std::vector<Origin>> originsOf(std::vector<PortOwner> rows);
 
+    // What stands against a server on a port that nobody listens on; see bind_obstacle.h.
+    QFuture<std::vector<BindObstacle>> obstaclesOnPort(std::uint16_t port);
+
     // One sighting for each target, in their order.
     QFuture<std::vector<ProcessSighting>> lookAtProcesses(std::vector<ForceQuitTarget> targets);
 

@@ -61,8 +61,8 @@ struct OriginCollector::Look {
 };
 
 OriginCollector::OriginCollector(const OriginSources& sources, const ContainerEngines* engines,
-                                 Clock clock)
-    : sources_(sources), engines_(engines), clock_(std::move(clock)) {}
+                                 const WirelessNetworks* networks, Clock clock)
+    : sources_(sources), engines_(engines), networks_(networks), clock_(std::move(clock)) {}
 
 const std::optional<ProcessGlimpse>& OriginCollector::glimpseOf(ProcessId pid, Look& look) const {
     const auto [found, isNew] = look.glimpses.try_emplace(pid);
@@ -494,7 +494,18 @@ std::vector<Origin> OriginCollector::originsOnPort(std::uint16_t port) const {
 }
 
 void OriginCollector::addReachableAddresses(std::vector<Origin>& origins) const {
-    const std::vector<NetworkAddress> addresses = sources_.networkAddresses();
+    if (std::ranges::find(origins, Reach::network, &Origin::reach) == origins.end())
+        return;
+    std::vector<NetworkAddress> addresses = sources_.networkAddresses();
+    std::map<std::string, std::string> names;
+    for (NetworkAddress& each : addresses) {
+        if (!networks_ || !each.isWireless)
+            continue;
+        const auto [name, isNew] = names.try_emplace(each.interface);
+        if (isNew)
+            name->second = sanitizedUtf8(networks_->nameOf(each.interface));
+        each.network = name->second;
+    }
     for (Origin& origin : origins) {
         std::ranges::copy_if(addresses, std::back_inserter(origin.reachableAt),
                              [&origin](const NetworkAddress& each) {
