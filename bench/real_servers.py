@@ -2753,6 +2753,714 @@ untuned("cargo run -- --port --dest", "cargo run --quiet -- --port %P --dest htt
                           "    println!(\"listening on {addr}\");\n    for stream in listener.incoming() {\n"
                           "        stream?.write_all(b\"HTTP/1.1 204 No Content\\r\\n\\r\\n\")?;\n    }\n    Ok(())\n"
                           "}\n"}, second=True)
+# Drawn at random from public projects a third time, by other searches.
+# A mock of a login elsewhere, for a page.
+untuned("node, DEEZER_MOCK_SERVER_PORT in .env", "node mock/server.js",
+        {"mock/server.js": "const http = require('http');\nconst dotenv = require('dotenv');\n\n"
+                           "dotenv.config({ path: './.env' });\n\nconst hostname = '127.0.0.1';\n"
+                           "const port = process.env.DEEZER_MOCK_SERVER_PORT;\n\n"
+                           "const server = http.createServer((request, response) => {\n"
+                           "  response.writeHead(301, { Location: "
+                           "`${process.env.REACT_APP_DEEZER_REDIRECT_URL}#access_token=x` });\n  response.end();\n});\n\n"
+                           "server.listen(port, hostname, () => {\n  console.log(`Mock at http://${hostname}:${port}/`);\n});\n",
+         ".env": "REACT_APP_DEEZER_REDIRECT_URL=http://localhost:%D/callback\nDEEZER_MOCK_SERVER_PORT=%P\n"}, second=True)
+# A film's preview pictures: settings that may lack the port.
+untuned("node, Config.port || a default", "node app.js",
+        {"app.js": "const Fs = require('fs');\nconst Http = require('http');\nconst Path = require('path');\n\nlet Config;\n"
+                   "try {\n    Config = JSON.parse(Fs.readFileSync(Path.join(__dirname, 'config.json')));\n"
+                   "    createServer();\n} catch (ex) {\n    console.error(ex.message);\n    process.exit(1);\n}\n\n"
+                   "function createServer() {\n    const Hostname = Config.host || 'localhost';\n"
+                   "    const Port = Config.port || %P;\n"
+                   "    const server = Http.createServer((request, response) => response.end('{}'));\n\n"
+                   "    server.listen(Port, Hostname, () => {\n"
+                   "        console.log(`Server running at http://${Hostname}:${Port} (Ctrl+C to exit)`);\n    });\n\n"
+                   "    process.on('SIGINT', () => process.exit(0));\n}\n",
+         "config.json": '{\n  "host": "127.0.0.1",\n  "database": "var/library.db",\n  "logLevel": "info",\n'
+                        '  "autoOpen": false\n}\n'})
+# A service for logins, which says its error and ends as if nothing were.
+untuned("Fastify, startAuth() with the error caught", "npm run dev",
+        {"package.json": '{"name": "auth", "private": true, "scripts": {"dev": "ts-node-dev --transpile-only src/auth.ts"}}\n',
+         "tsconfig.json": '{"compilerOptions": {"module": "commonjs", "target": "es2022", "esModuleInterop": true, '
+                          '"skipLibCheck": true, "types": ["node"]}}\n',
+         "src/auth.ts": "import Fastify, { FastifyServerOptions } from 'fastify';\n"
+                        "import { healthRoute } from './routes/health';\n\n"
+                        "export function buildAuth(options?: FastifyServerOptions) {\n"
+                        "  const fastify = Fastify({ logger: false, disableRequestLogging: true, ...options });\n"
+                        "  fastify.register(healthRoute);\n  return fastify;\n}\n\nasync function startAuth() {\n"
+                        "  const fastify = buildAuth();\n\n  try {\n    await fastify.listen({ port: %P });\n"
+                        "  } catch (e: any) {\n    console.error(e);\n  }\n}\n\nstartAuth();\n",
+         "src/routes/health.ts": "import type { FastifyInstance } from 'fastify';\n\n"
+                                 "export async function healthRoute(fastify: FastifyInstance) {\n"
+                                 "  fastify.get('/health', async () => ({ status: 'ok' }));\n}\n"})
+# Users and their groups, with settings that have a schema.
+untuned('Express, config.get("port") of convict', "npm run dev",
+        {"package.json": '{"name": "groups", "private": true, "scripts": {"dev": "nodemon --exec ts-node src/index.ts"}}\n',
+         "tsconfig.json": '{"compilerOptions": {"module": "commonjs", "esModuleInterop": true, "skipLibCheck": true, "types": '
+                          '["node"]}, "ts-node": {"transpileOnly": true}}\n',
+         "src/config/index.ts": "const convict = require('convict');\n\nconst config = convict({\n"
+                                "  env: { format: ['production', 'development', 'test'], default: 'development', env: "
+                                "'NODE_ENV' },\n"
+                                "  port: { doc: 'The port to bind.', format: 'port', default: %P, env: 'PORT', arg: 'port' },\n"
+                                "  groupsPerUser: { format: 'nat', default: 20, env: 'GROUPS_PER_USER' },\n});\n\n"
+                                "config.validate({ allowed: 'strict' });\n\nexport default config;\n",
+         "src/index.ts": "import express, { Request, Response } from 'express';\nimport config from './config';\n"
+                         "import userRoutes from './routes/userRoutes';\n\nconst bootstrap = async () => {\n"
+                         "  const app = express();\n\n  app.use('/user', userRoutes);\n"
+                         "  app.use((request: Request, response: Response) => {\n"
+                         "    response.status(404).send('Page not found');\n  });\n\n"
+                         '  app.listen(config.get("port"), (error?: Error) => {\n    if (error) throw error;\n'
+                         '    console.log(`Server is running at ${config.get("port")}!`);\n  });\n}\n\nbootstrap();\n',
+         "src/routes/userRoutes.ts": "import { Router } from 'express';\n\nexport default Router();\n"})
+# A server of previews beside an API, with layered settings.
+untuned("nconf, http:port and a backlog", "node server.js --config config/dev.json",
+        {"config/dev.json": '{\n  "database": { "host": "127.0.0.1", "port": %D, "name": "previews" },\n'
+                            '  "http": { "ip": "127.0.0.1", "port": %P },\n'
+                            '  "tcpMessaging": { "host": "localhost", "port": 4031 }\n}\n',
+         "config.js": "const nconf = require('nconf');\n\nnconf.argv().env();\nif (nconf.get('config')) {\n"
+                      "  nconf.file({ file: nconf.get('config') });\n}\n"
+                      "nconf.defaults({ http: { ip: '127.0.0.1', port: 9000 } });\n\nmodule.exports = nconf;\n",
+         "server.js": "const http = require('http');\nconst config = require('./config');\n\n"
+                      "function waitForConnection (callback) {\n"
+                      "  console.log('database ' + config.get('database:host') + ':' + config.get('database:port'));\n"
+                      "  setTimeout(callback, 200);\n}\n\n"
+                      "const server = http.createServer((request, response) => response.end('ok'));\n\n"
+                      "waitForConnection(function () {\n  const backlog = 512;\n"
+                      "  server.listen(config.get('http:port'), config.get('http:ip'), backlog, function () {\n"
+                      "    const address = server.address();\n"
+                      "    console.log('Preview server listening on http://' + address.address + ':' + address.port);\n  });\n"
+                      "});\n"}, second=True)
+# A grader in a repository of many: its .env lies three folders above.
+untuned("zod, PORT of the root's .env", ["sh", "-c", "cd apps/api && exec npm run dev"],
+        {"package.json": '{"name": "grader", "private": true, "workspaces": ["apps/*"]}\n', ".env": "PORT=%P\nWEB_PORT=5174\n",
+         "apps/api/package.json": '{"name": "api", "type": "module", "scripts": {"dev": "tsx src/index.ts"}}\n',
+         "apps/api/src/index.ts": "import express from 'express';\nimport { z } from 'zod';\nimport dotenv from 'dotenv';\n"
+                                  "import { dirname, join } from 'node:path';\nimport { fileURLToPath } from 'node:url';\n"
+                                  "import evalRouter from './routes/eval.js';\n\ndotenv.config({\n"
+                                  "  path: join(dirname(fileURLToPath(import.meta.url)), '../../../.env'),\n});\n\n"
+                                  "export const app = express();\napp.use('/eval', evalRouter);\n\n"
+                                  "const envSchema = z.object({\n  PORT: z.coerce.number().default(3000),\n});\n\n"
+                                  "const { PORT } = envSchema.parse(process.env);\n\n"
+                                  "const __filename = fileURLToPath(import.meta.url);\nif (process.argv[1] === __filename) {\n"
+                                  "  app.listen(PORT, (error) => {\n    if (error) throw error;\n"
+                                  "    console.log(`API listening on port ${PORT}`);\n  });\n}\n\nexport default app;\n",
+         "apps/api/src/routes/eval.ts": "import { Router } from 'express';\n\nexport default Router();\n"})
+# A gateway that insists on knowing each service behind it.
+untuned("zod, defaults beside *_SERVICE_URL", "npm run dev",
+        {"package.json": '{"name": "api-gateway", "private": true, "scripts": {"dev": "tsx watch src/server.ts"}}\n',
+         "src/config/env.ts": "import { z } from 'zod';\n\nconst envSchema = z.object({\n"
+                              "  NODE_ENV: z.enum(['development', 'staging', 'production', 'test']).default('development'),\n"
+                              "  PORT: z.coerce.number().default(%P),\n"
+                              "  AUTH_SERVICE_URL: z.string().url().default('http://localhost:%D'),\n"
+                              "  VEHICLE_SERVICE_URL: z.string().url().default('http://localhost:3102'),\n"
+                              "  ALLOWED_ORIGINS: z.string().default('http://localhost:3105'),\n"
+                              "  PROXY_TIMEOUT_MS: z.coerce.number().default(30000),\n});\n\n"
+                              "export const env = envSchema.parse(process.env);\n",
+         "src/server.ts": "import { createServer } from 'node:http';\nimport { env } from './config/env';\n\n"
+                          "const server = createServer((request, response) => {\n"
+                          "  const upstream = request.url?.startsWith('/auth') ? env.AUTH_SERVICE_URL : "
+                          "env.VEHICLE_SERVICE_URL;\n  response.end(upstream);\n});\n\nserver.listen(env.PORT, () => {\n"
+                          "  console.log(`API gateway on port ${env.PORT} [${env.NODE_ENV}]`);\n});\n"}, second=True)
+# A part of a page whose scripts are said to come from elsewhere.
+untuned("webpack serve, publicPath on another port", "npm start",
+        {"package.json": '{"name": "tasks", "private": true, "scripts": {"start": "webpack serve"}}\n',
+         "webpack.config.js": "const HtmlWebpackPlugin = require('html-webpack-plugin');\n"
+                              "const { ModuleFederationPlugin } = require('webpack').container;\n\nmodule.exports = {\n"
+                              "  entry: './src/index.js',\n  mode: process.env.NODE_ENV || 'development',\n"
+                              "  devServer: { port: %P },\n  output: { publicPath: 'http://localhost:%D/' },\n\n  plugins: [\n"
+                              "    new ModuleFederationPlugin({\n      name: 'tasks',\n      filename: 'remoteEntry.js',\n"
+                              "      exposes: { './Tasks': './src/Tasks' },\n    }),\n"
+                              "    new HtmlWebpackPlugin({ template: './public/index.html' }),\n  ],\n};\n",
+         "public/index.html": "<!doctype html><div id=root></div>\n", "src/index.js": "import('./Tasks');\n",
+         "src/Tasks.js": "document.title = 'tasks';\n"}, second=True)
+# Pages whose bundler takes host and port from the environment, or from the settings' first lines.
+untuned("webpack serve, devServer: { port, host }", "npm run dev",
+        {"package.json": '{"name": "slides", "private": true, "scripts": {"dev": "webpack serve --mode development"}}\n',
+         "webpack.config.js": "const webpack = require('webpack');\nconst host = process.env.HOST || \"127.0.0.1\";\n"
+                              'const port = process.env.PORT || "%P";\n\nmodule.exports = {\n  devServer: { port, host },\n'
+                              "  entry: './entry.js',\n  output: {\n    filename: './bundle.js'\n  },\n  plugins: [\n"
+                              '    new webpack.ProvidePlugin({ path: "path" })\n  ],\n  watch: true\n}\n',
+         "entry.js": "document.title = 'slides';\n", "index.html": "<!doctype html><script src=bundle.js></script>\n"})
+# Sound into lights: a page, and two sockets with ports of their own.
+untuned("node, process.argv[2] || 80 beside two of ws", "node server.js %P",
+        {"server.js": "const http = require('http');\nconst fs = require('fs');\nconst WebSocket = require('ws');\n"
+                      "const port = process.argv[2] || 80;\n\nfunction init() {\n\tinitServer();\n\tinitAudioInSocket();\n"
+                      "\tinitVisualOutSocket();\n\tloadSettings();\n}\n\nfunction initServer() {\n"
+                      "\thttp.createServer(function (request, response) {\n\t\tresponse.end('<!doctype html>');\n"
+                      "\t}).listen(port);\n}\n\nfunction initAudioInSocket() {\n"
+                      "\tconst audioIn = new WebSocket.Server({ port: 4032 });\n"
+                      "\taudioIn.on('connection', (ws) => ws.send('something'));\n}\n\nvar visualListeners = [];\n"
+                      "function initVisualOutSocket() {\n\tvar visualsOut = new WebSocket.Server({ port: 4033 });\n"
+                      "\tvisualsOut.on('connection', (ws) => visualListeners.push(ws));\n}\n\nfunction loadSettings() {\n"
+                      '\tfs.readFile("settings/main.json", (error, data) => console.log(JSON.parse(data)));\n}\n\ninit();\n',
+         "settings/main.json": '{"pattern": "solid"}\n'})
+# A server for a page on a phone: the next port, when this one is in use.
+untuned("node, indexOf('--port'), then port + 1", "node server.js --port %P",
+        {"server.js": "const http = require('http');\n\nconst DEFAULT_PORT = 8080;\n\nfunction log(kind, message) {\n"
+                      "  console.log(`[${kind}] ${message}`);\n}\n\nfunction startServer(port) {\n"
+                      "  const server = http.createServer((request, response) => {\n"
+                      "    response.setHeader('Access-Control-Allow-Origin', '*');\n    response.end('{}');\n  });\n\n"
+                      "  server.listen(port, '0.0.0.0', () => {\n"
+                      "    log('ok', `Health Status: http://localhost:${port}/api/status`);\n  });\n\n"
+                      "  server.on('error', (err) => {\n    if (err.code === 'EADDRINUSE') {\n"
+                      "      log('error', `Port ${port} is currently in use. Attempting next port ${port + 1}...`);\n"
+                      "      startServer(port + 1);\n    } else {\n      console.error('Server error:', err);\n    }\n  });\n"
+                      "}\n\nlet chosenPort = DEFAULT_PORT;\nconst portArgIdx = process.argv.indexOf('--port');\n"
+                      "if (portArgIdx !== -1 && process.argv[portArgIdx + 1]) {\n"
+                      "  chosenPort = parseInt(process.argv[portArgIdx + 1], 10) || DEFAULT_PORT;\n}\n\n"
+                      "startServer(chosenPort);\n"})
+# A proxy that asks the command line, the environment and its settings, in this order.
+untuned("node, --port, PORT or zen-config.json", "node zen-proxy.js",
+        {"zen-proxy.js": "const fs = require('fs');\nconst http = require('http');\nconst path = require('path');\n\n"
+                         "const APP_DIR = path.dirname(process.pkg ? process.execPath : __filename);\n"
+                         "const CONFIG_FILE = path.join(APP_DIR, 'zen-config.json');\n\nfunction loadConfig() {\n  try {\n"
+                         "    if (fs.existsSync(CONFIG_FILE)) return JSON.parse(fs.readFileSync(CONFIG_FILE, 'utf8'));\n"
+                         "  } catch {}\n  return {};\n}\n\nconst userConfig = loadConfig();\nlet PORT = (() => {\n"
+                         "  const idx = process.argv.indexOf('--port');\n"
+                         "  if (idx !== -1 && process.argv[idx + 1]) return parseInt(process.argv[idx + 1], 10);\n"
+                         "  if (process.env.PORT) return parseInt(process.env.PORT, 10);\n"
+                         "  if (userConfig.port) return parseInt(userConfig.port, 10);\n  return 8080;\n})();\n\n"
+                         "const server = http.createServer((request, response) => response.end(userConfig.upstream));\n"
+                         "server.listen(PORT, '127.0.0.1', () => console.log(`proxy on http://127.0.0.1:${PORT}`));\n",
+         "zen-config.json": '{\n  "upstream": "https://zen.example.test/v1",\n  "port": %P,\n  "model": "small"\n}\n'})
+# A board for measurements, whose first lines name its neighbours' ports.
+untuned("Express, includes('--port') or a number", "node src/dashboard.js",
+        {"package.json": '{"name": "optimizer", "type": "module"}\n',
+         "src/dashboard.js": "/**\n * Optimizer - dashboard\n *\n * Port: %P (to avoid conflict with the memory system on %D)\n"
+                             " */\n\nimport express from 'express';\nimport { join, dirname } from 'path';\n"
+                             "import { fileURLToPath } from 'url';\nimport { getOptimizer } from './index.js';\n\n"
+                             "const __dirname = dirname(fileURLToPath(import.meta.url));\n\nconst app = express();\n"
+                             "const port = process.argv.includes('--port') ?\n"
+                             "  parseInt(process.argv[process.argv.indexOf('--port') + 1]) : %P;\n\n"
+                             "app.use(express.json({ limit: '10mb' }));\napp.use(express.static(join(__dirname, '../web')));\n"
+                             "\napp.get('/api/health', (request, response) => {\n"
+                             "  response.json({ status: 'ok', runs: getOptimizer().runs });\n});\n\n"
+                             "app.listen(port, (error) => {\n  if (error) throw error;\n"
+                             "  console.log(`Dashboard running at http://localhost:${port}`);\n});\n",
+         "src/index.js": "export const getOptimizer = () => ({ runs: 0 });\n"}, second=True)
+# A network's leases: an API in Deno, beside a frontend.
+untuned("Deno.serve({ port: config.port }), loadConfig()", ["sh", "-c", "cd backend && exec deno task dev"],
+        {"backend/deno.json": '{\n  "tasks": {\n    "dev": "deno run --allow-net --allow-env --allow-read --watch main.ts"\n'
+                              "  }\n}\n",
+         "backend/config.ts": "export interface Config {\n  port: number;\n  endpoints: { name: string; url: string }[];\n}\n\n"
+                              "export function loadConfig(): Config {\n  return {\n"
+                              '    port: parseInt(Deno.env.get("PORT") || "%P"),\n'
+                              '    endpoints: [{ name: "lab", url: Deno.env.get("KEA_URL") || "https://kea.example.test" }],\n'
+                              "  };\n}\n",
+         "backend/main.ts": 'import { loadConfig } from "./config.ts";\n\nconst config = loadConfig();\n\n'
+                            "console.log(`Port: ${config.port}`);\n"
+                            "config.endpoints.forEach((e) => console.log(`  - ${e.name}: ${e.url}`));\n\n"
+                            "async function handler(request: Request): Promise<Response> {\n"
+                            '  return new Response("see /api/health");\n}\n\nDeno.serve({ port: config.port }, handler);\n'
+                            "console.log(`Server running on http://localhost:${config.port}`);\n"})
+# A page and its API by one word of the shell.
+untuned("npm run dev:server & npm run dev:client", "npm run dev",
+        {"package.json": '{"name": "voice", "private": true, "type": "module", "scripts": {"dev": "npm run dev:server & npm '
+                         'run dev:client", "dev:client": "vite --port=3022 --host=0.0.0.0", "dev:server": "tsx watch '
+                         'server/index.ts"}}\n',
+         "vite.config.ts": "import { defineConfig } from 'vite';\n\nexport default defineConfig({\n  cacheDir: '.vite',\n"
+                           "  server: { proxy: { '/api': 'http://localhost:%P' } },\n});\n",
+         "index.html": "<!doctype html><title>voice</title>\n",
+         "server/index.ts": "import express from 'express';\nimport { createServer } from 'http';\n"
+                            "import { WebSocketServer } from 'ws';\n\nconst app = express();\n"
+                            "const server = createServer(app);\nnew WebSocketServer({ server, path: '/live' });\n\n"
+                            "const PORT = process.env.PORT || %P;\nserver.listen(PORT, () => {\n"
+                            "  console.log(`[server] http://localhost:${PORT}`);\n});\n"})
+# A daemon's twin for trying things: a script with words for all of it.
+untuned('bash, bun --watch src/index.ts serve "${SERVE_ARGS[@]}"', "bash scripts/serve-sandbox.sh",
+        {"package.json": '{"name": "agents", "type": "module", "scripts": {"sandbox": "scripts/serve-sandbox.sh"}}\n',
+         "scripts/serve-sandbox.sh": "#!/usr/bin/env bash\n# Runs an isolated `serve` alongside the live daemon on %D.\n"
+                                     'set -euo pipefail\n\nSCRIPT_DIR="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"\n'
+                                     'ROOT="$(cd "$SCRIPT_DIR/.." && pwd)"\n\nPORT=%P\nAGENT_DIR=""\nPASSTHROUGH=()\n\n'
+                                     'while [[ $# -gt 0 ]]; do\n  case "$1" in\n    -p|--port)       PORT="$2"; shift 2 ;;\n'
+                                     '    -C|--dir)        AGENT_DIR="$2"; shift 2 ;;\n'
+                                     '    --)              shift; PASSTHROUGH=("$@"); break ;;\n'
+                                     '    *)               echo "Unknown option: $1" >&2; exit 1 ;;\n  esac\ndone\n\n'
+                                     'AGENT_DIR="${AGENT_DIR:-$ROOT/var/$PORT/agents}"\nmkdir -p "$AGENT_DIR"\n'
+                                     'echo "sandbox serve:"\necho "  port        $PORT"\n\n'
+                                     'SERVE_ARGS=(-p "$PORT" -C "$AGENT_DIR")\n'
+                                     'SERVE_ARGS+=("${PASSTHROUGH[@]+"${PASSTHROUGH[@]}"}")\n\ncd "$ROOT"\n'
+                                     'exec bun --watch src/index.ts serve "${SERVE_ARGS[@]}"\n',
+         "src/index.ts": "import { Command } from 'commander';\n\nconst program = new Command('agents');\nprogram\n"
+                         "  .command('serve')\n  .option('-p, --port <port>', 'port to listen on', '%D')\n"
+                         "  .option('-C, --dir <dir>', 'directory of agents', '.')\n  .action((options) => {\n"
+                         "    const server = Bun.serve({ port: Number(options.port), hostname: '127.0.0.1', fetch: () => new "
+                         "Response('ok') });\n    console.log(`serving ${options.dir} on ${server.url}`);\n  });\n"
+                         "program.parse();\n"}, second=True)
+# A course's partners, served by what nodemon.json says.
+untuned("nodemon.json, node --env-file=.env server.js", "npm run dev",
+        {"package.json": '{"name": "partners", "type": "module", "scripts": {"dev": "nodemon", "start": "node server.js"}}\n',
+         "nodemon.json": '{\n    "ext": "js css ejs env",\n    "exec": "node --env-file=.env server.js",\n    "ignore": [\n'
+                         '        ".git",\n        "node_modules"\n    ]\n}\n',
+         ".env": "NODE_ENV=development\nPORT=%P\nDB_URL=postgres://partners:x@db.example.test/partners\n"
+                 "ENABLE_SQL_LOGGING=true\n",
+         "server.js": "import express from 'express';\nimport { testConnection } from './src/models/db.js';\n\n"
+                      "const NODE_ENV = process.env.NODE_ENV?.toLowerCase() || 'production';\n"
+                      "const PORT = process.env.PORT || 3000;\n\nconst app = express();\napp.use(express.static('public'));\n\n"
+                      "app.listen(PORT, async () => {\n    try {\n        await testConnection();\n"
+                      "        console.log(`Server is running at http://127.0.0.1:${PORT}`);\n"
+                      "        console.log(`Environment: ${NODE_ENV}`);\n    } catch (error) {\n"
+                      "        console.error('Error connecting to the database:', error);\n    }\n});\n",
+         "src/models/db.js": "const testConnection = async () => {\n    console.log('Asking', process.env.DB_URL);\n};\n\n"
+                             "export { testConnection };\n"})
+# An API of few lines, whose settings are a library's.
+untuned("Koa, config.get('port') of ./lib/config", "node app.js",
+        {"app.js": "var Koa = require('koa')\n  , config = require('./lib/config');\n\nvar app = new Koa();\n\n"
+                   "app.listen(config.get('port'), function() {\n"
+                   "  console.log('API server listening on port ' + config.get('port'));\n});\n",
+         "lib/config.js": "var nconf = require('nconf')\n  , path = require('path');\n\n"
+                          "nconf.argv().env().file({ file: path.join(__dirname, '..', 'config.json') });\n\n"
+                          "module.exports = nconf;\n",
+         "config.json": '{\n  "port": %P,\n  "mongoose": {\n    "uri": "mongodb://localhost/api"\n  }\n}\n'})
+# A game that is served while its bundler watches, and only then.
+untuned("rollup -c -w, serve() behind an if", "npm run watch",
+        {"package.json": '{"name": "game", "private": true, "type": "module", "scripts": {"watch": "rollup -c -w", "build": '
+                         '"rollup -c"}}\n',
+         "rollup.config.js": "import serve from 'rollup-plugin-serve';\n\nconst plugins = [];\n\nlet target = 'public';\n\n"
+                             "if (process.argv.includes('-w')) {\n    plugins.push(serve({ contentBase: target, port: %P }));\n"
+                             "} else {\n    target = 'dist';\n}\n\nexport default {\n    input: 'src/game.js',\n"
+                             "    output: { file: target + '/js/game.js', format: 'iife' },\n    plugins,\n};\n",
+         "public/index.html": "<!doctype html><script src=js/game.js></script>\n", "src/game.js": "document.title = 'game';\n"})
+# A page's shell, which loads its parts from other servers; the .env of all lies above.
+untuned('Vite, envDir: ".." and VITE_SHELL_PORT', ["sh", "-c", "cd shell && exec npm run dev"],
+        {".env": "VITE_SHELL_PORT=%P\nVITE_MFE_POLICIES=http://localhost:%D/assets/remoteEntry.js\n",
+         "shell/package.json": '{"name": "shell", "private": true, "type": "module", "scripts": {"dev": "vite"}}\n',
+         "shell/vite.config.ts": 'import { defineConfig, loadEnv } from "vite";\n\n'
+                                 'export default defineConfig(({ mode }) => {\n  const env = loadEnv(mode, "..", "");\n'
+                                 '  const remote = (name: string) => env[name];\n  return {\n    cacheDir: ".vite",\n'
+                                 '    define: { __REMOTES__: { policies: remote("VITE_MFE_POLICIES") } },\n    envDir: "..",\n'
+                                 '    server: { port: Number(env.VITE_SHELL_PORT || 3000), host: "0.0.0.0" },\n'
+                                 "    preview: { port: Number(env.VITE_SHELL_PORT || 3000) },\n"
+                                 '    build: { target: "esnext" }\n  };\n});\n',
+         "shell/index.html": "<!doctype html><div id=root></div>\n"}, second=True)
+# A page of numbers in Nuxt, with its port in its settings.
+untuned("Nuxt, devServer: { port }", "npm run dev",
+        {"package.json": '{"name": "numbers", "private": true, "type": "module", "scripts": {"dev": "nuxt dev"}}\n',
+         "nuxt.config.ts": "// https://nuxt.com/docs/api/configuration/nuxt-config\nimport process from 'node:process'\n\n"
+                           "export default defineNuxtConfig({\n  compatibilityDate: '2025-07-15',\n"
+                           "  devtools: { enabled: false },\n  telemetry: false,\n  devServer: { port: %P },\n  vite: {\n"
+                           "    cacheDir: '.vite',\n    server: {\n      allowedHosts: ['next.example.test'],\n    },\n  },\n"
+                           "  runtimeConfig: {\n    databaseUrl: process.env.DATABASE_URL,\n  },\n})\n",
+         "app/app.vue": "<template>\n  <main>Numbers</main>\n</template>\n"})
+# A kiosk's server, with sockets when it is told so.
+untuned("run.py, Config.PORT, use_reloader", py("run.py"),
+        {"run.py": "import os\nimport sys\n\nsys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))\n\n"
+                   "from app import create_app\nfrom app.config import Config\n\n\ndef main():\n    app = create_app()\n\n"
+                   "    if app.config.get('REMOTE_ENABLED'):\n        socketio = app.config['SOCKETIO']\n"
+                   '        print(f"Starting server with SocketIO on port {Config.PORT}...")\n'
+                   "        socketio.run(app, host='0.0.0.0', port=Config.PORT, debug=Config.DEBUG, "
+                   'allow_unsafe_werkzeug=True)\n    else:\n        print(f"Starting server on port {Config.PORT}...")\n'
+                   "        app.run(host='0.0.0.0', port=Config.PORT, debug=Config.DEBUG,\n                use_reloader=True)\n"
+                   "\n\nif __name__ == '__main__':\n    main()\n",
+         "app/__init__.py": "from flask import Flask\n\nfrom app.config import Config\n\n\ndef create_app():\n"
+                            "    app = Flask(__name__)\n    app.config.from_object(Config)\n    return app\n",
+         "app/config.py": "import os\n\n\nclass Config:\n    SECRET_KEY = os.environ.get('SECRET_KEY', 'dev')\n"
+                          "    PORT = int(os.environ.get('PORT', %P))\n"
+                          "    DEBUG = os.environ.get('DEBUG', 'true').lower() == 'true'\n    REMOTE_ENABLED = False\n"
+                          "    MPV_PORT = 4035\n"})
+# A node of a store in blocks, which tells its master that it lives.
+untuned("Flask, sys.argv[1] beside MASTER", py("node.py %P"),
+        {"node.py": "from flask import Flask, request\nimport os, threading, time, sys, requests\n\napp = Flask(__name__)\n\n"
+                    'if len(sys.argv) < 2:\n    print("Usage: python node.py <port>")\n    sys.exit(1)\n\nPORT = sys.argv[1]\n'
+                    'STORAGE = f"storage/node{PORT[-1]}"\nMASTER = "http://127.0.0.1:%D"\n\n'
+                    'os.makedirs(STORAGE, exist_ok=True)\nrunning = True\n\n\n@app.route("/block_store", methods=["POST"])\n'
+                    'def block_store():\n    return "OK", 200 if request.get_json(force=True) else 400\n\n\ndef heartbeat():\n'
+                    "    while running:\n        try:\n"
+                    '            requests.post(f"{MASTER}/heartbeat", json={"port": PORT}, timeout=1)\n'
+                    "        except Exception:\n            pass\n        time.sleep(1)\n    os._exit(0)\n\n\n"
+                    'if __name__ == "__main__":\n    print(f"[NODE {PORT}] Running, storage={STORAGE} (block-based)")\n'
+                    "    threading.Thread(target=heartbeat, daemon=True).start()\n    app.run(port=int(PORT))\n"}, second=True)
+# A host for small programs: one variable's name, or the other's, from .env.
+untuned("waitress, PORT or API_PORT in .env", py("bot/main.py"),
+        {"bot/main.py": "import os\nfrom pathlib import Path\n\nfrom dotenv import load_dotenv\n"
+                        "from flask import Flask, jsonify\nfrom waitress import serve\n\n"
+                        'BASE_DIR = Path(__file__).resolve().parent\nload_dotenv(BASE_DIR / ".env")\n'
+                        'DATA_DIR = Path(os.getenv("DATA_DIR", str(BASE_DIR / "data"))).resolve()\n'
+                        'API_PORT = int(os.getenv("PORT", os.getenv("API_PORT", "8000")))\n'
+                        'PUBLIC_BASE_URL = os.getenv("PUBLIC_BASE_URL", "http://localhost").rstrip("/")\n\n'
+                        'app = Flask(__name__)\n\n\n@app.get("/health")\ndef health():\n'
+                        '    return jsonify(url=PUBLIC_BASE_URL)\n\n\nif __name__ == "__main__":\n'
+                        "    DATA_DIR.mkdir(parents=True, exist_ok=True)\n"
+                        '    serve(app, host="0.0.0.0", port=API_PORT, threads=8)\n',
+         "bot/.env": "PROJECTS_ROOT=projects\nAPI_PORT=%P\nPUBLIC_BASE_URL=https://hosting.example.test\n"
+                     "PROJECT_LIMIT_PER_USER=2\n"})
+# An API of prices: the first of ten ports on which a socket can be bound.
+untuned("uvicorn.run on what find_free_port binds", py("-m api.main"),
+        {"api/__init__.py": "",
+         "api/main.py": "import logging\n\nfrom fastapi import FastAPI\n\nlogging.basicConfig(level=logging.INFO)\n"
+                        'logger = logging.getLogger(__name__)\n\napp = FastAPI(title="prices")\n\n\n@app.get("/health")\n'
+                        'async def health_check():\n    return {"status": "healthy"}\n\n\nif __name__ == "__main__":\n'
+                        "    import uvicorn\n    import socket\n\n    def find_free_port(start_port=%P, max_attempts=10):\n"
+                        "        for port in range(start_port, start_port + max_attempts):\n            try:\n"
+                        "                with socket.socket(socket.AF_INET, socket.SOCK_STREAM) as s:\n"
+                        "                    s.bind(('localhost', port))\n                    return port\n"
+                        "            except OSError:\n                continue\n        return start_port\n\n"
+                        '    port = find_free_port(%P)\n    logger.info(f"Starting server on 0.0.0.0:{port}")\n'
+                        '    uvicorn.run(app, host="0.0.0.0", port=port)\n'})
+# A chat with a window of its own: the server runs in a thread beside it.
+untuned("uvicorn.Config in a thread, BACKEND_PORT", py("main.py"),
+        {"main.py": "import logging\nimport os\nimport threading\nimport time\n\nimport uvicorn\n"
+                    "from dotenv import load_dotenv\nfrom fastapi import FastAPI\n\nload_dotenv()\n"
+                    'logging.basicConfig(level=logging.INFO)\nlogger = logging.getLogger("chat")\napp = FastAPI()\n'
+                    "app_server: uvicorn.Server\n\n\ndef run_app():\n    try:\n"
+                    '        logger.info("starting the HTTP server...")\n'
+                    "        config = uvicorn.Config(app, host=os.getenv('BACKEND_BIND_ADDR', '0.0.0.0'),\n"
+                    "                                port=int(os.getenv('BACKEND_PORT', '8765')), "
+                    'log_level=os.getenv("LOG_LEVEL", "info").lower())\n        global app_server\n'
+                    "        app_server = uvicorn.Server(config)\n        app_server.run()\n    except Exception as e:\n"
+                    '        logger.error(f"the server failed: {e}")\n\n\ndef start_webview():\n'
+                    "    print(f\"http://127.0.0.1:{os.getenv('BACKEND_PORT', '8765')}/\")\n    time.sleep(120)\n\n\n"
+                    'if __name__ == "__main__":\n    app_thread = threading.Thread(target=run_app, daemon=True)\n'
+                    "    app_thread.start()\n    start_webview()\n",
+         ".env": "BACKEND_BIND_ADDR=127.0.0.1\nBACKEND_PORT=%P\nLOG_LEVEL=info\n"})
+# A course's key-value store, which listens in a thread and reads its terminal.
+untuned("python, socket, PORT beside a loop of input()", py("server.py"),
+        {"server.py": "import processor\nimport socket\nimport threading\nimport logging\n\nPORT = %P\n"
+                      "logging.basicConfig(level=logging.INFO, datefmt='%Y-%m-%d %H:%M:%S', format='%(asctime)s %(levelname)s: "
+                      "%(message)s')\n\n\ndef run() -> None:\n    server = socket.socket(socket.AF_INET, socket.SOCK_STREAM)\n"
+                      "    server.bind(('localhost', PORT))\n    server.listen(5)\n"
+                      '    logging.info(f"Listening on port {PORT}")\n'
+                      "    threading.Thread(target=listen, args=(server,), daemon=True).start()\n    while True:\n"
+                      "        try:\n            _ = input()\n        except KeyboardInterrupt:\n"
+                      '            logging.info("Shutting down...")\n            server.close()\n            exit()\n\n\n'
+                      "def listen(server: socket.socket) -> None:\n    while True:\n        client, address = server.accept()\n"
+                      '        logging.info(f"Accepted connection from {address}")\n'
+                      "        threading.Thread(target=processor.handle, args=(client,), daemon=True).start()\n\n\n"
+                      "if __name__ == '__main__':\n    run()\n",
+         "processor.py": "def handle(client) -> None:\n    client.sendall(client.recv(1024))\n    client.close()\n"})
+# A small framework whose server and port nobody but itself knows.
+untuned("wsgiref, a port in the framework's package", py("-m minweb views.py"),
+        {"minweb/__init__.py": "", "minweb/__main__.py": "from minweb.server import serving\n\nserving()\n",
+         "minweb/server.py": "import argparse\nimport sys\nimport types\nfrom wsgiref.simple_server import make_server\n\n"
+                             "from . import application\n\n\ndef serving(Application=application.Application):\n"
+                             "    file_ = parse_command_argument()\n    module_name = _load_module(file_)\n"
+                             "    app = Application(module_name)\n\n    print(f'Serving { module_name } ... ')\n"
+                             "    run_server(app)\n\n\ndef run_server(app):\n    make_server('', %P, app).serve_forever()\n\n\n"
+                             "def _load_module(file_):\n    module = types.ModuleType('minweb__main__')\n"
+                             "    with open(file_) as fp:\n        exec(fp.read(), module.__dict__)\n"
+                             "    sys.modules[module.__name__] = module\n    return module.__name__\n\n\n"
+                             "def parse_command_argument():\n    parser = argparse.ArgumentParser()\n"
+                             "    parser.add_argument('view_file', help='your view file path')\n"
+                             "    return parser.parse_args().view_file\n",
+         "minweb/application.py": "import sys\n\n\nclass Application:\n    def __init__(self, module_name):\n"
+                                  "        self.views = vars(sys.modules[module_name])\n\n"
+                                  "    def __call__(self, environ, start_response):\n        start_response('200 OK', [])\n"
+                                  "        return [self.views['index']().encode()]\n",
+         "views.py": "def index():\n    return 'ok'\n"})
+# A form's server in Bottle, which starts itself anew.
+untuned("bottle.run with app and reloader, in main()", py("bottle-server/server.py"),
+        {"bottle-server/server.py": "import bottle\n\nfrom session import app_with_sessions\n\n"
+                                    "app = app_with_sessions(bottle.app())\n\n\n@bottle.get('/')\ndef index():\n"
+                                    "    return 'ok'\n\n\n# #  Web application main  # #\n\ndef main():\n\n"
+                                    "    # Start the Bottle webapp\n    bottle.debug(True)\n    bottle.default_app()\n"
+                                    "    bottle.run(host='localhost', port=%P, app=app, quiet=False, reloader=True)\n\n"
+                                    'if __name__ == "__main__":\n    main()\n',
+         "bottle-server/session.py": "def app_with_sessions(app):\n    def with_session(environ, start):\n"
+                                     "        environ['session'] = {}\n        return app(environ, start)\n"
+                                     "    return with_session\n"})
+# One greeting in many frameworks; this one by CherryPy's engine.
+untuned("CherryPy, engine.start() after argv[1]", [PYTHON, "-c", "from hello.cherrypy_mount import run; run()", "%P"],
+        {"hello/__init__.py": "",
+         "hello/cherrypy_mount.py": "import cherrypy\nfrom os import environ\n\n\nclass HelloWorld(object):\n"
+                                    "    @cherrypy.expose\n    def index(self):\n        return 'hello'\n\n\n"
+                                    "base_path = environ.get('BASE_PATH', '')\n"
+                                    "application = cherrypy.tree.mount(HelloWorld(), base_path, {'/': {}})\n\n\ndef run():\n"
+                                    "    from sys import argv\n    if len(argv) == 2:\n"
+                                    "        cherrypy.config.update({'server.socket_port': int(argv[1])})\n"
+                                    "    cherrypy.engine.start()\n    cherrypy.engine.block()\n"})
+# An API for students of security, by gunicorn's own file.
+untuned('gunicorn.conf.py, "0.0.0.0:" + os.getenv("PORT")', "/usr/bin/gunicorn app:app",
+        {**WSGI,
+         "gunicorn.conf.py": 'import os\n\n# Server Socket\nbind = "0.0.0.0:" + os.getenv("PORT", "%P")\nbacklog = 2048\n\n'
+                             '# Worker Processes\nworkers = int(os.getenv("GUNICORN_WORKERS", 2))\nworker_class = "gthread"\n'
+                             'threads = int(os.getenv("GUNICORN_THREADS", "4"))\n'
+                             'timeout = int(os.getenv("GUNICORN_TIMEOUT", "120"))\nkeepalive = 2\nmax_requests = 1000\n\n'
+                             '# Process Naming\nproc_name = "study-api"\n\n# Logging\nerrorlog = "-"\naccesslog = "-"\n'})
+# A simulation of ants: it is built by make, and then served from a thread.
+untuned("TCPServer in a thread, after make", py("dev_server.py"),
+        {"Makefile": "wasm-dev:\n\tmkdir -p public/pkg\n\tcp src/ant.js public/pkg/\n\n.PHONY: wasm-dev\n",
+         "src/ant.js": "export default () => {};\n",
+         "dev_server.py": "#!/usr/bin/env python3\nimport os\nimport time\nimport subprocess\nimport http.server\n"
+                          "import socketserver\nimport threading\n\nPORT = %P\n"
+                          "RELOAD_DELAY = 0.5  # Delay in seconds before triggering rebuild\n\n\ndef start_server():\n"
+                          "    class Handler(http.server.SimpleHTTPRequestHandler):\n        def end_headers(self):\n"
+                          "            self.send_header('Cross-Origin-Opener-Policy', 'same-origin')\n"
+                          "            super().end_headers()\n\n    os.chdir('public')\n"
+                          '    with socketserver.TCPServer(("", PORT), Handler) as httpd:\n'
+                          '        print(f"Serving at http://localhost:{PORT}")\n        httpd.serve_forever()\n\n\n'
+                          "def main():\n    project_root = os.path.abspath(os.path.dirname(__file__))\n"
+                          '    os.chdir(project_root)\n\n    print("Performing initial build...")\n'
+                          "    subprocess.run(['make', 'wasm-dev'], check=True, cwd=project_root)\n\n"
+                          "    server_thread = threading.Thread(target=start_server)\n    server_thread.daemon = True\n"
+                          "    server_thread.start()\n\n    try:\n        while True:\n            time.sleep(1)\n"
+                          '    except KeyboardInterrupt:\n        print("\\nStopping server...")\n\n\n'
+                          'if __name__ == "__main__":\n    main()\n'})
+# A Django project's entry: migrations, and then the server on what PORT says.
+untuned("Django, entrypoint.sh start, ${PORT:-8000}", "bash entrypoint.sh start",
+        {"entrypoint.sh": '#!/bin/bash\nset -e\n\nhelp() {\n  echo "  start            : start django"\n'
+                          '  echo "  manage           : run django manage.py"\n}\n\ncase "$1" in\n  "start" )\n'
+                          '    echo "Running migrations..."\n    python3 manage.py migrate\n    echo "Django start..."\n'
+                          '    python3 manage.py runserver 0.0.0.0:${PORT:-%P}\n  ;;\n  "manage" )\n    ./manage.py "${@:2}"\n'
+                          "  ;;\n  * )\n    help\n  ;;\nesac\n",
+         "manage.py": DJANGO["manage.py"], "urls.py": DJANGO["urls.py"],
+         "settings.py": DJANGO["settings.py"] +
+                        "DATABASES = {'default': {'ENGINE': 'django.db.backends.sqlite3', 'NAME': 'db.sqlite3'}}\n"})
+# A disk's API, with a path before all its addresses.
+untuned("embedded Tomcat, application.properties with a context path", f"java -cp target/classes:{TOMCAT[0]} disk.Application",
+        {"src/main/java/disk/Application.java": "package disk;\n\nimport java.util.Properties;\n"
+                                                "import org.apache.catalina.startup.Tomcat;\n\npublic class Application {\n"
+                                                "    public static void main(String[] args) throws Exception {\n"
+                                                "        Properties settings = new Properties();\n"
+                                                "        "
+                                                'settings.load(Application.class.getResourceAsStream("/application.properties")'
+                                                ");\n\n        Tomcat tomcat = new Tomcat();\n"
+                                                '        tomcat.setBaseDir("target/work");\n'
+                                                '        tomcat.setPort(Integer.parseInt(settings.getProperty("server.port", '
+                                                '"8080")));\n'
+                                                '        tomcat.addContext(settings.getProperty("server.servlet.context-path", '
+                                                '""), null);\n        tomcat.getConnector().setThrowOnFailure(true);\n'
+                                                "        try {\n            tomcat.start();\n"
+                                                "        } catch (Exception problem) {\n"
+                                                '            System.err.println("APPLICATION FAILED TO START");\n'
+                                                "            problem.printStackTrace();\n            System.exit(1);\n"
+                                                "        }\n        tomcat.getServer().await();\n    }\n}\n",
+         "src/main/resources/application.properties": "# the port of the web application\nserver.port=%P\n"
+                                                      "server.servlet.context-path=/api\nserver.servlet.session.timeout=PT60M\n"
+                                                      "\n"
+                                                      "spring.datasource.url=jdbc:mysql://127.0.0.1:%D/disk?serverTimezone=GMT%"
+                                                      "2B8\nspring.redis.host=127.0.0.1\nspring.redis.port=6379\n"},
+        build=["sh", "-c", f"javac -cp {TOMCAT[0]} -d target/classes src/main/java/disk/*.java && "
+                            "cp src/main/resources/* target/classes"], needs=TOMCAT, second=True)
+# Devices of a house: a default behind a variable, and no word about a failure.
+untuned("Java, ServerSocket, getPort() and an empty catch", "java -cp bin project.ids.ArduinoCommunicationServer",
+        {"src/project/ids/ArduinoCommunicationServer.java": "package project.ids;\n\nimport java.io.*;\nimport java.net.*;\n"
+                                                            "import java.util.Vector;\n\nclass ArduinoCommunicationServer {\n"
+                                                            "    private static Vector<Socket> deviceList = new Vector<>();\n\n"
+                                                            "    public static void main(String argv[]) throws Exception {\n"
+                                                            "        startServer();\n    }\n\n"
+                                                            "    public static void startServer() {\n"
+                                                            "        int port = getPort();\n\n"
+                                                            '        System.out.println("Connecting to port " + port);\n'
+                                                            "        try (ServerSocket welcomeSocket = new ServerSocket(port)) "
+                                                            "{\n            boolean isRunning = true;\n"
+                                                            "            while (isRunning) {\n"
+                                                            '                System.out.print("Waiting for connection... ");\n'
+                                                            "                deviceList.add(welcomeSocket.accept());\n"
+                                                            '                System.out.println("connection received!");\n'
+                                                            "            }\n        } catch (IOException e) {\n\n        }\n"
+                                                            "    }\n\n    public static int getPort() {\n"
+                                                            "        int defaultPort = %P;\n\n"
+                                                            '        String portEnv = System.getenv("PORT");\n'
+                                                            "        if (portEnv != null) {\n            try {\n"
+                                                            "                return Integer.valueOf(portEnv);\n"
+                                                            "            } catch (NumberFormatException e) {\n"
+                                                            '                System.out.println("Invalid port: " + portEnv);\n'
+                                                            "            }\n        }\n        return defaultPort;\n    }\n}\n"},
+        build=["javac", "-d", "bin", "src/project/ids/ArduinoCommunicationServer.java"])
+# An exercise: digits into words, with a port to be given or not.
+untuned("Java, args.length > 0 or a static final PORT", "java DigitToWordServer.java",
+        {"DigitToWordServer.java": "import java.io.BufferedReader;\nimport java.io.IOException;\n"
+                                   "import java.io.InputStreamReader;\nimport java.io.PrintWriter;\n"
+                                   "import java.net.ServerSocket;\nimport java.net.Socket;\n"
+                                   "import java.nio.charset.StandardCharsets;\n\npublic class DigitToWordServer {\n"
+                                   "    private static final int PORT = %P;\n"
+                                   '    private static final String[] DIGIT_WORDS = {"zero", "one", "two", "three", "four", '
+                                   '"five", "six", "seven", "eight", "nine"};\n\n    public static void main(String[] args) {\n'
+                                   "        int port = args.length > 0 ? Integer.parseInt(args[0]) : PORT;\n"
+                                   "        try (ServerSocket server = new ServerSocket(port)) {\n"
+                                   '            System.out.println("TCP Digit-to-Word Server, port " + port);\n'
+                                   "            while (true) {\n                try (Socket socket = server.accept()) {\n"
+                                   "                    handleClient(socket);\n                } catch (IOException e) {\n"
+                                   '                    System.err.println("A client failed: " + e.getMessage());\n'
+                                   "                }\n            }\n        } catch (IOException e) {\n"
+                                   '            System.err.println("The server failed: " + e.getMessage());\n        }\n    }\n'
+                                   "\n    private static void handleClient(Socket socket) throws IOException {\n"
+                                   "        var in = new BufferedReader(new InputStreamReader(socket.getInputStream(), "
+                                   "StandardCharsets.UTF_8));\n"
+                                   "        new PrintWriter(socket.getOutputStream(), "
+                                   "true).println(DIGIT_WORDS[Integer.parseInt(in.readLine())]);\n    }\n}\n"})
+# A music bot, which goes on without its panel.
+untuned("Java, WebPanel over HttpServer, only when asked for", "java -cp out bot.Bot --web %P",
+        {"src/bot/Bot.java": "package bot;\n\npublic class Bot\n{\n"
+                             "    public static void main(String[] args) throws Exception\n    {\n"
+                             "        LaunchOptions options = LaunchOptions.parse(args);\n"
+                             "        options.webPort().ifPresent(port -> new WebPanel(port).start());\n"
+                             '        System.out.println("Playing music.");\n        Thread.sleep(Long.MAX_VALUE);\n    }\n}\n',
+         "src/bot/LaunchOptions.java": "package bot;\n\nimport java.util.Optional;\n\n"
+                                       "public record LaunchOptions(Optional<Integer> webPort)\n{\n"
+                                       "    public static LaunchOptions parse(String[] args)\n    {\n"
+                                       "        Optional<Integer> webPort = Optional.empty();\n"
+                                       "        for (int i = 0; i < args.length; i++)\n        {\n"
+                                       "            switch (args[i])\n            {\n"
+                                       '                case "--web" -> webPort = Optional.of(Integer.parseInt(args[++i]));\n'
+                                       '                default -> throw new IllegalArgumentException("Unknown option: " + '
+                                       "args[i]);\n            }\n        }\n        return new LaunchOptions(webPort);\n"
+                                       "    }\n}\n",
+         "src/bot/WebPanel.java": "package bot;\n\nimport com.sun.net.httpserver.HttpServer;\nimport java.io.IOException;\n"
+                                  "import java.net.InetSocketAddress;\nimport java.util.concurrent.Executors;\n\n"
+                                  "public class WebPanel\n{\n    private static final int THREADS = 2;\n"
+                                  "    private final int port;\n    private HttpServer server;\n\n"
+                                  "    public WebPanel(int port)\n    {\n        this.port = port;\n    }\n\n"
+                                  "    /** A failure to bind is reported, and the bot goes on. */\n    public void start()\n"
+                                  "    {\n        try\n        {\n"
+                                  "            server = HttpServer.create(new InetSocketAddress(port), 0);\n"
+                                  '            server.createContext("/api/status", exchange -> '
+                                  "exchange.sendResponseHeaders(204, -1));\n"
+                                  "            server.setExecutor(Executors.newFixedThreadPool(THREADS));\n"
+                                  "            server.start();\n"
+                                  '            System.out.println("  Web panel: http://localhost:" + port);\n        }\n'
+                                  "        catch (IOException e)\n        {\n"
+                                  '            System.err.println("Could not start the web panel on port " + port + ": " + '
+                                  "e.getMessage());\n        }\n    }\n}\n"},
+        build=["javac", "-d", "out", "src/bot/Bot.java", "src/bot/LaunchOptions.java", "src/bot/WebPanel.java"])
+# An API in Go, whose .env is read before main, and which ends without a word of its own.
+untuned("Gin, godotenv in init(), Run without its error", "./shop",
+        {"main.go": 'package main\n\nimport (\n\t"log"\n\t"os"\n\n\t"github.com/gin-gonic/gin"\n\t"github.com/joho/godotenv"\n'
+                    ")\n\n// init called before main() by golang runtime\nfunc init() {\n\terr := godotenv.Load()\n"
+                    '\tif err != nil {\n\t\tlog.Fatalf("unable to load .env file %s", err)\n\t}\n}\n\nfunc main() {\n'
+                    '\tgin.SetMode(os.Getenv("GIN_MODE"))\n\n\trouter := gin.New()\n'
+                    '\trouter.GET("/", func(c *gin.Context) { c.String(200, "ok") })\n\trouter.Run(":" + os.Getenv("PORT"))\n'
+                    "}\n",
+         ".env": "GIN_MODE=release\nPORT=%P\n"}, build=GOPATH_BUILD)
+# A plane that controls others: a flag, and a variable over it.
+untuned('Go, net.Listen("tcp", ":"+*port), PORT over a flag', "go run .",
+        {"main.go": 'package main\n\nimport (\n\t"flag"\n\t"log"\n\t"net"\n\t"os"\n\t"os/signal"\n\t"syscall"\n)\n\n'
+                    'func main() {\n\tport := flag.String("port", "50051", "gRPC server port")\n'
+                    '\tdbPath := flag.String("db", "var/control.db", "SQLite database path")\n'
+                    '\tcasRoot := flag.String("cas", "var/cas", "CAS root directory")\n\tflag.Parse()\n\n'
+                    '\t// Override from environment\n\tif p := os.Getenv("PORT"); p != "" {\n\t\t*port = p\n\t}\n'
+                    '\tif db := os.Getenv("DB_PATH"); db != "" {\n\t\t*dbPath = db\n\t}\n\n'
+                    '\tlis, err := net.Listen("tcp", ":"+*port)\n\tif err != nil {\n'
+                    '\t\tlog.Fatalf("Failed to listen: %v", err)\n\t}\n\n'
+                    '\tlog.Printf("Control Plane listening on :%s", *port)\n\tlog.Printf("Database: %s", *dbPath)\n'
+                    '\tlog.Printf("CAS root: %s", *casRoot)\n\n\tsigCh := make(chan os.Signal, 1)\n'
+                    "\tsignal.Notify(sigCh, syscall.SIGINT, syscall.SIGTERM)\n\n\tgo serve(lis)\n\n\t<-sigCh\n\tlis.Close()\n"
+                    "}\n",
+         "serve.go": 'package main\n\nimport "net"\n\nfunc serve(lis net.Listener) {\n\tfor {\n\t\tconn, err := lis.Accept()\n'
+                     "\t\tif err != nil {\n\t\t\treturn\n\t\t}\n\t\tconn.Close()\n\t}\n}\n"}, environment={"PORT": "%P"})
+# A page in one program, with all of it embedded.
+untuned("Go, embed.FS, \"[::]:%d\" of a flag's default", "./seven",
+        {"main.go": 'package main\n\nimport (\n\t"embed"\n\t"flag"\n\t"fmt"\n\t"html/template"\n\t"io/fs"\n\t"log"\n'
+                    '\t"net/http"\n)\n\nvar (\n\t//go:embed static/css\n\tstaticFiles embed.FS\n\t//go:embed static/template\n'
+                    '\ttemplateFiles embed.FS\n\tport          = flag.Int("port", %P, "Listen port")\n)\n\n'
+                    "func index(w http.ResponseWriter, req *http.Request) {\n"
+                    '\tt, _ := template.ParseFS(templateFiles, "static/template/index.tmpl")\n\tt.Execute(w, nil)\n}\n\n'
+                    'func main() {\n\tflag.Parse()\n\n\thttp.HandleFunc("/", index)\n\n'
+                    '\tstaticFilesClean, _ := fs.Sub(staticFiles, "static")\n'
+                    '\thttp.HandleFunc("/_/", http.StripPrefix("/_/", http.FileServer(http.FS(staticFilesClean))).ServeHTTP)\n'
+                    '\n\tlog.Fatal(http.ListenAndServe(fmt.Sprintf("[::]:%d", *port), nil))\n}\n',
+         "static/css/page.css": "body { margin: 0; }\n", "static/template/index.tmpl": "<!doctype html><title>seven</title>\n"},
+        build=["go", "build", "-o", "seven", "main.go"])
+# A worker of a feed, which looks after its queue, with its health beside it.
+untuned("Go, ListenAndServe in a goroutine, its error dropped", "./worker",
+        {"main.go": 'package main\n\nimport (\n\t"context"\n\t"fmt"\n\t"log"\n\t"net/http"\n\t"os/signal"\n\t"syscall"\n'
+                    '\t"time"\n)\n\nfunc main() {\n\tredisAddr := String("REDIS_ADDR", "localhost:%D")\n\n'
+                    "\tctx, stop := signal.NotifyContext(context.Background(), syscall.SIGINT, syscall.SIGTERM)\n"
+                    "\tdefer stop()\n\n\tmux := http.NewServeMux()\n"
+                    '\tmux.HandleFunc("/healthz", func(rw http.ResponseWriter, r *http.Request) { '
+                    "rw.WriteHeader(http.StatusOK) })\n"
+                    '\tsrv := &http.Server{Addr: ":%P", Handler: mux, ReadHeaderTimeout: 5 * time.Second}\n'
+                    '\tgo func() { _ = srv.ListenAndServe() }()\n\n\tlog.Println("worker started", redisAddr)\n\t<-ctx.Done()\n'
+                    "\tsctx, c := context.WithTimeout(context.Background(), 5*time.Second)\n\tdefer c()\n"
+                    "\tfmt.Println(srv.Shutdown(sctx))\n}\n",
+         "config.go": 'package main\n\nimport "os"\n\n// String reads a variable of the environment.\n'
+                      'func String(key, def string) string {\n\tif v := os.Getenv(key); v != "" {\n\t\treturn v\n\t}\n'
+                      "\treturn def\n}\n"}, build=["go", "build", "-o", "worker", "."], second=True)
+# A search for hosts: settings in a file, arguments over them, and a default below.
+untuned("Go, config.toml, flags and defaultConfig()", "./shop",
+        {"main.go": 'package main\n\nimport (\n\t"flag"\n\t"fmt"\n\t"io/ioutil"\n\t"log"\n\t"net/http"\n\t"os"\n\t"strings"\n\n'
+                    '\t"github.com/pelletier/go-toml"\n)\n\nvar V struct {\n\tPort  int\n\tDelay int\n\tHosts []string\n'
+                    "\tWan   struct {\n\t\tName    string\n\t\tGateway string\n\t}\n}\n\nfunc loadFile() {\n"
+                    '\tconfigFile := "config.toml"\n\tbuf, err := ioutil.ReadFile(configFile)\n\tif err != nil {\n'
+                    '\t\tif os.IsNotExist(err) {\n\t\t\tlog.Printf("WARN: %s not exist", configFile)\n\t\t\treturn\n\t\t}\n'
+                    "\t\tlog.Fatal(err)\n\t}\n\terr = toml.Unmarshal(buf, &V)\n\tif err != nil {\n\t\tlog.Fatal(err)\n\t}\n}\n"
+                    '\nfunc parseFlags() {\n\tport := flag.Int("port", 0, "http port")\n'
+                    '\thosts := flag.String("hosts", "", "list of hosts")\n\tflag.Parse()\n\tif *port > 0 {\n'
+                    '\t\tV.Port = *port\n\t}\n\tif len(*hosts) > 0 {\n\t\tV.Hosts = strings.Split(*hosts, ",")\n\t}\n}\n\n'
+                    "func defaultConfig() {\n\tif V.Port == 0 {\n\t\tV.Port = 8080\n\t}\n}\n\nfunc main() {\n\tloadFile()\n"
+                    '\tparseFlags()\n\tdefaultConfig()\n\tlog.Fatal(http.ListenAndServe(fmt.Sprintf(":%d", V.Port), nil))\n}\n',
+         "config.toml": 'Port = %P\nDelay = 200\nHosts = ["one.example.test", "two.example.test"]\n\n[Wan]\nName = "enp0s3"\n'
+                        'Gateway = "10.0.2.2"\n'}, build=GOPATH_BUILD)
+# A site that builds itself in PHP, and serves what came out.
+untuned('php build.php run, shell_exec("php -S")', "php build.php run",
+        {"build.php": '<?php\n    println("Starting build...");\n    @mkdir("build");\n'
+                      '    createPage("contact.php", "index");\n\n    if($argc != 1 && $argv[1] == "run")\n'
+                      '        shell_exec("php -S 127.0.0.1:%P -t build/");\n?>\n\n<?php\n\n'
+                      "    function createPage($pageFile, $name) {\n"
+                      '        $output = shell_exec("php src/template.php " . $pageFile);\n'
+                      '        $htmlFile = fopen("build/" . $name . ".html", "w");\n        fwrite($htmlFile, $output);\n'
+                      '        fclose($htmlFile);\n    }\n\n    function println($message) {\n        echo $message . "\\n";\n'
+                      "    }\n?>\n",
+         "src/template.php": "<!doctype html>\n<title><?= $argv[1] ?></title>\n"})
+# A page of a content system, for its tests.
+untuned("cd web && php -S, .ht.router.php", ["sh", "-c", "cd web && exec php -S 127.0.0.1:%P .ht.router.php"],
+        {"web/.ht.router.php": "<?php\n\n$url = parse_url($_SERVER['REQUEST_URI']);\n"
+                               "if (file_exists(__DIR__ . $url['path'])) {\n  return FALSE;\n}\n\n$script = 'index.php';\n"
+                               "$_SERVER['SCRIPT_FILENAME'] = __DIR__ . DIRECTORY_SEPARATOR . $script;\nrequire $script;\n",
+         "web/index.php": "<?php\n\necho 'ok';\n"})
+# A small wiki in Ruby, whose port is an argument nobody gives.
+untuned("WEBrick, port as a default of initialize", "ruby -Ilib bin/wiki",
+        {"bin/wiki": "#!/usr/bin/env ruby\nrequire 'server'\n\nServer.new(Wiki.new).start\n",
+         "lib/wiki.rb": "class Wiki\n  def pages\n    []\n  end\nend\n",
+         "lib/server.rb": "require 'webrick'\nrequire 'wiki'\n\nclass Server\n  include WEBrick\n\n"
+                          "  def initialize(wiki, port = %P)\n    @server = WEBrick::HTTPServer.new(:Port => port)\n"
+                          "    @server.mount('/', WikiServlet, wiki)\n    trap('INT'){ stop }\n  end\n\n  def start\n"
+                          "    @server.start\n  end\n\n  def stop\n    @server.shutdown\n  end\n\n"
+                          "  class WikiServlet < HTTPServlet::AbstractServlet\n    def do_GET(request, response)\n"
+                          '      response.body = @options[0].pages.join("\\n")\n    end\n  end\nend\n'})
+# An API in Ruby: the entry's argument says more than the settings' file.
+untuned("puma -p $APP_PORT over config/puma.rb", "bash entrypoint.sh",
+        {"entrypoint.sh": '#!/bin/bash\ncase "$RAILS_STATE" in\nmigrate)\n    echo "running migrate"\n'
+                          "    bundle exec rake db:migrate\n    ;;\nsetup)\n    echo 'running setup'\n"
+                          "    bundle exec rake db:setup\n    ;;\nesac\nbundle exec puma -p $APP_PORT -C ./config/puma.rb\n",
+         "Gemfile": "gem 'rack'\ngem 'puma'\n",
+         "config/puma.rb": 'threads 1, 2\nport ENV.fetch("PORT") { %D }\nenvironment ENV.fetch("RACK_ENV") { "development" }\n',
+         **RACK}, environment={"APP_PORT": "%P"}, second=True)
+# A service for mail in Rust, which names the other server's port as it starts.
+untuned("cargo run, PORT beside SMTP_PORT", "cargo run --quiet",
+        {"Cargo.toml": '[package]\nname = "mail-service"\nversion = "0.1.0"\nedition = "2021"\n',
+         "src/main.rs": "use std::io::Write;\nuse std::net::TcpListener;\n\nfn main() {\n"
+                        '    let port = std::env::var("PORT").unwrap_or_else(|_| "%P".to_string());\n'
+                        '    let addr = format!("0.0.0.0:{}", port);\n\n    println!("Mail Service running on {}", addr);\n'
+                        '    println!(\n        "SMTP Server: {}:{}",\n'
+                        '        std::env::var("SMTP_HOST").unwrap_or_else(|_| "localhost".to_string()),\n'
+                        '        std::env::var("SMTP_PORT").unwrap_or_else(|_| "%D".to_string())\n    );\n\n'
+                        "    let listener = TcpListener::bind(&addr).unwrap();\n    for stream in listener.incoming() {\n"
+                        '        let _ = stream.unwrap().write_all(b"HTTP/1.1 204 No Content\\r\\n\\r\\n");\n    }\n}\n'},
+        second=True)
+# A coursework in C, which binds without a look at what comes back.
+untuned("C, PORT_NUMBER in a header, bind unchecked", "make -s run",
+        {"Makefile": "CFLAGS = -Wall -pthread\n\nall: server/server\n\nserver/server: server/server.c shared/shared.h\n"
+                     "\t$(CC) $(CFLAGS) -o $@ server/server.c\n\nrun: all\n\tcd server && exec ./server\n\n.PHONY: all run\n",
+         "shared/shared.h": "#ifndef SHARED_H\n#define SHARED_H\n\n#define PORT_NUMBER %P\n#define REQUEST_TIME 2\n\n#endif\n",
+         "server/server.c": "#include <arpa/inet.h>\n#include <netinet/in.h>\n#include <pthread.h>\n#include <stdio.h>\n"
+                            "#include <stdlib.h>\n#include <string.h>\n#include <sys/socket.h>\n#include <unistd.h>\n"
+                            '#include "../shared/shared.h"\n\nvoid *client_handler(void *socket_desc)\n{\n'
+                            "    int connfd = *(int *) socket_desc;\n    close(connfd);\n    return 0;\n}\n\nint main(void)\n"
+                            "{\n    int listenfd = 0, connfd = 0;\n\n    struct sockaddr_in serv_addr;\n"
+                            "    struct sockaddr_in client_addr;\n    socklen_t socksize = sizeof(struct sockaddr_in);\n"
+                            "    listenfd = socket(AF_INET, SOCK_STREAM, 0);\n    memset(&serv_addr, '0', sizeof(serv_addr));\n"
+                            "\n    serv_addr.sin_family = AF_INET;\n    serv_addr.sin_addr.s_addr = htonl(INADDR_ANY);\n"
+                            "    serv_addr.sin_port = htons(PORT_NUMBER);\n\n"
+                            "    bind(listenfd, (struct sockaddr *) &serv_addr, sizeof(serv_addr));\n\n"
+                            '    if (listen(listenfd, 10) == -1) {\n        perror("Error - failed to listen");\n'
+                            '        exit(EXIT_FAILURE);\n    }\n\n    puts("Waiting for incoming connections...");\n'
+                            "    while (1) {\n        connfd = accept(listenfd, (struct sockaddr *) &client_addr, &socksize);\n"
+                            "        pthread_t handler_thread;\n"
+                            "        if (pthread_create(&handler_thread, NULL, client_handler, (void *) &connfd) != 0) {\n"
+                            "            exit(EXIT_FAILURE);\n        }\n    }\n}\n"}, build=["make", "-s", "all"])
+# Services of a messenger in one terminal, each in its own colour, behind nginx.
+untuned("nginx -p . -c conf/nginx.conf, piped through sed", "bash integration.sh",
+        {"integration.sh": '#!/usr/bin/env bash\nDIR="$( cd "$( dirname "${BASH_SOURCE[0]}" )" && pwd )"\n\n'
+                           "function kill_all() {\n    kill 0\n}\ntrap kill_all INT TERM ERR\n\nfunction run_nginz() {\n"
+                           "    name=$1\n"
+                           "    (cd ${DIR}/nginz && nginx -p . -e stderr -c conf/nginx.conf -g 'daemon off;' || kill_all) \\\n"
+                           '        |& sed -e "s/^/[${name}] /" &\n}\n\nmkdir -p ${DIR}/nginz/tmp\nrun_nginz nginz\n\nwait\n',
+         "nginz/conf/nginx.conf": "pid tmp/nginx.pid;\nworker_processes 1;\n\nevents {\n  worker_connections 64;\n}\n\nhttp {\n"
+                                  "  access_log off;\n  client_body_temp_path tmp;\n  proxy_temp_path tmp;\n"
+                                  "  fastcgi_temp_path tmp;\n  uwsgi_temp_path tmp;\n  scgi_temp_path tmp;\n\n"
+                                  "  upstream brig {\n    server 127.0.0.1:%D max_fails=3;\n  }\n\n  server {\n    listen %P;\n"
+                                  "\n    location /i/status {\n      return 200;\n    }\n\n    location / {\n"
+                                  "      proxy_pass http://brig;\n    }\n  }\n}\n"}, second=True)
 
 # --- What must give no alert ---------------------------------------------------------------------
 def crashes(port):

@@ -15,7 +15,8 @@ function(zenlot_suite name)
     # Optimising what runs once takes longer than running it.
     target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-O1>)
     target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
-    target_link_libraries(${target} PRIVATE ${SUITE_LINKS} GTest::gmock)
+    # After the links, for a suite whose room is loaded and not linked.
+    target_link_libraries(${target} PRIVATE ${SUITE_LINKS} zenlot_build_flags GTest::gmock)
     if(SUITE_QT)
         target_sources(${target} PRIVATE ${PROJECT_SOURCE_DIR}/tests/support/qt_main.cpp)
         target_link_libraries(${target} PRIVATE GTest::gtest Qt6::Gui Qt6::Test)

@@ -81,10 +81,8 @@ QFuture<std::vector<PortProcess>> PortInventory::processesOnPort(std::int64_t po
     });
 }
 
-QFuture<std::vector<Origin>> PortInventory::originsOf(std::vector<PortOwner> rows) {
-    return originWorker_.run([this, rows = std::move(rows)] {
-        return origins_ ? origins_->originsOf(rows) : std::vector<Origin>(rows.size());
-    });
+std::vector<Origin> PortInventory::originsOf(const std::vector<PortOwner>& rows) const {
+    return origins_ ? origins_->originsOf(rows) : std::vector<Origin>(rows.size());
 }
 
 QFuture<std::vector<BindObstacle>> PortInventory::obstaclesOnPort(std::uint16_t port) {

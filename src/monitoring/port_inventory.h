@@ -21,6 +21,7 @@
 
 #include <cstdint>
 #include <mutex>
+#include <utility>
 #include <vector>
 
 namespace zenlot {
@@ -47,9 +48,15 @@ class PortInventory final {
     // may not.
     QFuture<std::vector<PortProcess>> processesOnPort(std::int64_t port);
 
-    // One for each row, in their order; see OriginCollector. It has a thread of its own, since the
-    // folders of projects may lie in a network.
-    QFuture<std::vector<Origin>> originsOf(std::vector<PortOwner> rows);
+    // What `read` makes of the rows' origins, of which there is one for each row, in their order;
+    // see OriginCollector. Both have a thread of their own, since the folders of projects may lie
+    // in a network, and there the origins stay: those of a thousand servers take megabytes.
+    template <typename Reader>
+    auto readOrigins(std::vector<PortOwner> rows, Reader read) {
+        return originWorker_.run([this, rows = std::move(rows), read = std::move(read)] {
+            return read(originsOf(rows));
+        });
+    }
 
     // What stands against a server on a port that nobody listens on; see bind_obstacle.h.
     QFuture<std::vector<BindObstacle>> obstaclesOnPort(std::uint16_t port);
@@ -68,6 +75,7 @@ class PortInventory final {
     };
 
     SharedPorts portsOfCurrentUser();
+    std::vector<Origin> originsOf(const std::vector<PortOwner>& rows) const;
     std::vector<OccupiedPort> probePublishedPorts(const std::vector<OccupiedPort>& published,
                                                   const std::vector<AddressFamily>& families) const;
 

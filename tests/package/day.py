@@ -4,6 +4,7 @@ Runs as root in a system of its own that packaging/try-packages has started. Not
 check waits until what it looks for is there, or says that it did not come.
 """
 import glob
+import json
 import os
 import pathlib
 import re
@@ -16,6 +17,7 @@ USER = "ada"
 UID = 1000
 HOME = pathlib.Path("/home") / USER
 MONITOR = "dev.quorvane.zenlot.monitor.service"
+HELPER = "zenlot-bindwatch.service"
 NAME = "dev.quorvane.zenlot"
 AUTOMATION = "dev.quorvane.zenlot.Automation"
 PORT = 8765
@@ -162,8 +164,15 @@ def serve():
                            stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
 
 
-def holder():
-    return user_output("zenlotctl", "check", str(PORT))
+def hold(port):
+    holding = started_by_user("python3", "-m", "http.server", "--bind", "127.0.0.1", str(port),
+                              stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+    check(f"port {port} is held", wait(lambda: "used by" in holder(port)), holder(port))
+    return holding
+
+
+def holder(port=PORT):
+    return user_output("zenlotctl", "check", str(port))
 
 
 def end(process):
@@ -195,7 +204,7 @@ def morning():
           not run("dpkg-query", "-W", "-f", "${Conffiles}", "zenlot", "zenlotctl", "zenlot-bindwatch").stdout.strip())
     check("the monitor is registered with nobody",
           not glob.glob("/etc/systemd/user/**/*zenlot*", recursive=True))
-    state = [output("systemctl", verb, "zenlot-bindwatch") for verb in ("is-enabled", "is-active")]
+    state = [output("systemctl", verb, HELPER) for verb in ("is-enabled", "is-active")]
     check("the helper of the system is off", state == ["disabled", "inactive"], state)
     check("the preset says so to whoever asks",
           "disable dev.quorvane" in pathlib.Path("/usr/lib/systemd/user-preset/90-zenlot.preset").read_text())
@@ -265,9 +274,7 @@ def conflict():
         "import http.server\n"
         f"http.server.ThreadingHTTPServer(('127.0.0.1', {PORT}), http.server.SimpleHTTPRequestHandler).serve_forever()\n")
     run("chown", "-R", f"{USER}:", str(project))
-    holding = started_by_user("python3", "-m", "http.server", "--bind", "127.0.0.1", str(PORT),
-                              stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-    check("a port is held", wait(lambda: "used by" in holder()), holder())
+    holding = hold(PORT)
     title = f"Port {PORT} is already in use"
     # Where the kernel does not tell of processes, as in this system, one that is gone at once may be missed.
     for attempt in range(1, 6):
@@ -345,21 +352,68 @@ def program(process):
         return ""
 
 
-def upgrade():
-    say("The helper of the system, and an upgrade over what runs:")
-    check("an administrator turns the helper on",
-          run("systemctl", "enable", "--now", "zenlot-bindwatch").returncode == 0 and
-          wait(lambda: output("systemctl", "is-active", "zenlot-bindwatch") == "active"),
-          output("journalctl", "-n20", "-u", "zenlot-bindwatch"))
+def logged(text):
+    log = HOME / "Library/Logs/zenlot-monitor.log"
+    return check(f"the monitor's log says: {text}", wait(lambda: f" {text} by the system" in log.read_text()),
+                 log.read_text())
+
+
+def told():
+    """Which ports the monitor has published as refused, and who held them."""
+    published = json.loads((HOME / f".local/state/group.{NAME}/conflicts.json").read_text())
+    return {(conflict["port"], conflict["pid"]) for conflict in published}
+
+
+def refused_unsaid(port):
+    """The server says nowhere which port it wants, so only the kernel can tell."""
+    server = f"import socket; socket.create_server(('127.0.0.1', {port - 1000} + 10 ** 3))"
+    return run(*as_user("python3", "-c", server)).returncode == 1
+
+
+def helper_on():
+    say("The helper of the system:")
+    check("an administrator turns it on",
+          run("systemctl", "enable", "--now", HELPER).returncode == 0 and
+          wait(lambda: output("systemctl", "is-active", HELPER) == "active"),
+          output("journalctl", "-n20", "-u", HELPER))
     check("its readers find it",
           wait(lambda: re.search("refused binds +works", user_output("zenlotctl", "doctor"))),
           user_output("zenlotctl", "doctor"))
-    helper = output("systemctl", "show", "--value", "--property=MainPID", "zenlot-bindwatch")
+    logged("told of refused ports")
+    port = PORT + 1
+    holding = hold(port)
+    check("a server that names its port nowhere is refused", refused_unsaid(port))
+    check("and told, with its holder", wait(lambda: (port, holding.pid) in told()), told())
+    end(holding)
+
+
+def helper_off():
+    say("Without the helper:")
+    check("an administrator turns it off", run("systemctl", "disable", "--now", HELPER).returncode == 0)
+    logged("no longer told of refused ports")
+    unsaid, port = PORT + 2, PORT + 3
+    others, holding = hold(unsaid), hold(port)
+    check("a server that names its port nowhere is refused", refused_unsaid(unsaid))
+    command = as_user("python3", "-m", "http.server", "--bind", "127.0.0.1", str(port))
+    # One that is gone at once may be missed, as in the conflict above.
+    for attempt in range(1, 6):
+        run(*command)
+        if wait(lambda: (port, holding.pid) in told(), 10):
+            break
+    check(f"one that names it is told by inference, at start {attempt}", (port, holding.pid) in told(), told())
+    check("the other is not", not any(conflict[0] == unsaid for conflict in told()), told())
+    end(others)
+    end(holding)
+
+
+def upgrade():
+    say("An upgrade over what runs:")
+    helper = output("systemctl", "show", "--value", "--property=MainPID", HELPER)
     monitor, application = unit_process(MONITOR), owner(NAME)
     check("apt upgrades", apt("install", *newer_packages()))
     check("the helper is another one, and on",
-          wait(lambda: output("systemctl", "is-active", "zenlot-bindwatch") == "active") and
-          output("systemctl", "show", "--value", "--property=MainPID", "zenlot-bindwatch") != helper)
+          wait(lambda: output("systemctl", "is-active", HELPER) == "active") and
+          output("systemctl", "show", "--value", "--property=MainPID", HELPER) != helper)
     check("the monitor is the new one",
           wait(lambda: unit_process(MONITOR) not in (0, monitor)) and
           wait(lambda: program(unit_process(MONITOR)) == "/usr/bin/zenlot-monitor"), program(unit_process(MONITOR)))
@@ -416,7 +470,9 @@ def main():
     links("with the package")
     next_login()
     end(server)
+    helper_on()
     upgrade()
+    helper_off()
     evening()
     if os.path.exists("/day/build"):
         from_source(pathlib.Path("/day/build").read_text().strip())

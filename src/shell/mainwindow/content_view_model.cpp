@@ -84,6 +84,17 @@ std::vector<NamedOwner> ownersOf(const SidebarContent& content) {
     return owners;
 }
 
+OriginNotes notesOf(const std::vector<NamedOwner>& owners, const std::vector<Origin>& origins) {
+    OriginNotes notes;
+    for (std::size_t row = 0; row < origins.size(); ++row) {
+        const NamedOwner& each = owners[row];
+        const OriginNote note = originNote(origins[row], each.displayName);
+        if (note != OriginNote())
+            notes.insert(noteKey(each.owner.process.pid, each.owner.port), note);
+    }
+    return notes;
+}
+
 bool isSameRow(const std::optional<PortProcess>& one, const PortProcess& other) {
     return one && one->id == other.id;
 }
@@ -380,28 +391,31 @@ QCoro::Task<> ContentViewModel::loadSidebar() {
 
 // The rows don't wait for what is said beside their names.
 QCoro::Task<> ContentViewModel::loadOrigins() {
-    const quint64 number = ++newestOriginLoad_;
-    std::vector<NamedOwner> owners = ownersOf(sidebar_.content());
-    for (const ProcessListRow& row : processes_.rows())
-        owners.push_back(ownerOf(row.process));
-    std::vector<PortOwner> rows;
-    rows.reserve(owners.size());
-    for (const NamedOwner& owner : owners)
-        rows.push_back(owner.owner);
-    const QPointer<ContentViewModel> self(this);
-    const QFuture<std::vector<Origin>> collection = with_.inventory.originsOf(std::move(rows));
-    const std::vector<Origin> origins = co_await collection;
-    if (!self || number != newestOriginLoad_)
+    areOriginsOutdated_ = true;
+    if (isLoadingOrigins_)
         co_return;
-    OriginNotes notes;
-    for (std::size_t row = 0; row < origins.size(); ++row) {
-        const NamedOwner& each = owners[row];
-        const OriginNote note = originNote(origins[row], each.displayName);
-        if (note != OriginNote())
-            notes.insert(noteKey(each.owner.process.pid, each.owner.port), note);
+    isLoadingOrigins_ = true;
+    const QPointer<ContentViewModel> self(this);
+    while (areOriginsOutdated_) {
+        areOriginsOutdated_ = false;
+        std::vector<NamedOwner> owners = ownersOf(sidebar_.content());
+        for (const ProcessListRow& row : processes_.rows())
+            owners.push_back(ownerOf(row.process));
+        std::vector<PortOwner> rows;
+        rows.reserve(owners.size());
+        for (const NamedOwner& owner : owners)
+            rows.push_back(owner.owner);
+        const QFuture<OriginNotes> reading = with_.inventory.readOrigins(
+            std::move(rows), [owners = std::move(owners)](const std::vector<Origin>& origins) {
+                return notesOf(owners, origins);
+            });
+        OriginNotes notes = co_await reading;
+        if (!self)
+            co_return;
+        sidebar_.setNotes(notes);
+        processes_.setNotes(std::move(notes));
     }
-    sidebar_.setNotes(notes);
-    processes_.setNotes(std::move(notes));
+    isLoadingOrigins_ = false;
 }
 
 void ContentViewModel::assignIsLoadingSidebar(bool isLoading) {

@@ -314,7 +314,8 @@ class ContentViewModel : public QObject {
     quint64 newestCheck_{0};
     quint64 newestSidebarLoad_{0};
     quint64 shownSidebarLoad_{0};
-    quint64 newestOriginLoad_{0};
+    bool isLoadingOrigins_{false};
+    bool areOriginsOutdated_{false};
     // The last members, so that they end before what their work uses. What is stopped may wait for
     // somebody's password.
     WorkerThreads stopWorker_{1};

@@ -35,10 +35,9 @@ Item {
 
         SmallProgressIndicator {
             anchors.centerIn: parent
-            height: 18
             running: root.isChecking
+            size: 18
             visible: running
-            width: 18
         }
         SymbolIcon {
             anchors.centerIn: parent
