@@ -55,8 +55,10 @@ std::string processText(const std::string& name, std::int64_t pid) {
 std::string holderText(const Origin& origin, const std::string& user) {
     if (origin.process.pid != 0)
         return processText(origin.processName, origin.process.pid) + ", user " + user;
-    return (origin.processName.empty() ? "a process that only user " + user + " may look into"
-                                       : origin.processName + ", user " + user);
+    if (!origin.processName.empty())
+        return origin.processName + ", user " + user;
+    return origin.socketUnit ? "the service manager, user " + user
+                             : "a process that only user " + user + " may look into";
 }
 
 std::string projectText(const Project& project) {
