@@ -118,9 +118,9 @@ class Probe final {
 
     // Returns whether everything could be measured.
     bool run() {
-        makeMonitorLogDirectory(QDir::homePath());
+        QDir().mkpath(QFileInfo(path_).path());
         const qint64 lines = writeLog(path_, bytes_, 0);
-        app_.start(LaunchStyle::inBackground);
+        QCoro::waitFor(app_.start(LaunchStyle::inBackground));
         turnFor(kAftermath);
         if (lines == 0 || !openSettings())
             return false;

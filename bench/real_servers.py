@@ -3462,6 +3462,662 @@ untuned("nginx -p . -c conf/nginx.conf, piped through sed", "bash integration.sh
                                   "\n    location /i/status {\n      return 200;\n    }\n\n    location / {\n"
                                   "      proxy_pass http://brig;\n    }\n  }\n}\n"}, second=True)
 
+# Drawn at random from public projects a fourth time, by further searches.
+# A shop's API, whose settings the library for them finds.
+untuned("node-config, config.get('Server.port')", "npm run dev",
+        {"package.json": '{"name": "products", "private": true, "scripts": {"dev": "ts-node-dev --respawn --transpile-only '
+                         'src/server.ts"}}\n',
+         "tsconfig.json": '{"compilerOptions": {"module": "commonjs", "target": "es2022", "esModuleInterop": true, '
+                          '"skipLibCheck": true, "types": ["node"]}}\n',
+         "src/server.ts": "import { json, urlencoded } from 'body-parser';\nimport config from 'config';\n"
+                          "import express from 'express';\n\nimport { connectDb } from './utils/db';\n\n"
+                          "const PORT = config.get('Server.port');\nconst app = express();\n\n"
+                          "app.use(urlencoded({ extended: true }));\n"
+                          "app.use('/api/products', json(), (req: any, res: any) => res.json([]));\n\n"
+                          "const start = async () => {\n    try {\n        await connectDb();\n"
+                          "        app.listen(PORT, () => {\n            console.log(`API on http://localhost:${PORT}/api`);\n"
+                          "        });\n    } catch (error) {\n        console.error(error);\n    }\n};\n\nstart();\n",
+         "src/utils/db.ts": "import config from 'config';\n\n"
+                            "export const connectDb = async () => console.log(config.get('Database.url'));\n",
+         "config/default.json": '{\n    "Server": {\n        "port": %P\n    },\n    "Database": {\n'
+                                '        "url": "mongodb://localhost:%D/products"\n    }\n}\n'}, second=True)
+# A course's shop: the start file asks a function of its own for each setting.
+untuned('node, config.get("web.port") || 3007 in bin/www.js', "npm run dev",
+        {"package.json": '{"name": "shop", "private": true, "scripts": {"dev": "node --watch ./bin/www.js", "start": "node '
+                         './bin/www.js"}}\n',
+         "bin/www.js": '#!/usr/bin/env node\nconst http = require("http");\nconst config = require("../config");\n'
+                       'const app = require("../app");\n\nconst port = config.get("web.port") || 3007;\n\n'
+                       'app.set("port", port);\n\nconst server = http.createServer(app);\n\nfunction onError(error) {\n'
+                       '  if (error.syscall !== "listen") throw error;\n'
+                       '  const bind = typeof port === "string" ? `Pipe ${port}` : `Port ${port}`;\n  switch (error.code) {\n'
+                       '    case "EACCES":\n      console.error(`${bind} needs more rights`);\n      process.exit(1);\n'
+                       '    case "EADDRINUSE":\n      console.error(`${bind} is in use`);\n      process.exit(1);\n'
+                       '    default:\n      throw error;\n  }\n}\n\nserver.on("error", onError);\n'
+                       'server.listen(port, () => console.log(`listening on ${port}, data on ${config.get("db.port")}`));\n',
+         "app.js": "const express = require('express');\n\nmodule.exports = express();\n",
+         "config/index.js": 'const dotenv = require("dotenv");\n\ndotenv.config();\n'
+                            'const config = { db: require("./db"), web: require("./web") };\n\n'
+                            'exports.get = (path) => path.split(".").reduce((group, key) => group?.[key], config);\n',
+         "config/web.js": 'module.exports = {\n  logLevel: process.env.LOG_LEVEL || "debug",\n  port: process.env.PORT,\n};\n',
+         "config/db.js": 'module.exports = {\n  host: process.env.DB_HOST || "localhost",\n'
+                         "  port: process.env.DB_PORT || 5432,\n};\n",
+         ".env": "DB_HOST=localhost\nDB_PORT=%D\nPORT=%P\nLOG_LEVEL=info\n"}, second=True)
+# An API of meals, with its settings in TypeScript and a page of its interface.
+untuned("node-config, config/default.ts with host and port", "npm run dev",
+        {"package.json": '{"name": "meals", "private": true, "scripts": {"dev": "ts-node-dev --respawn --transpile-only '
+                         'src/app.ts"}}\n',
+         "tsconfig.json": '{"compilerOptions": {"module": "commonjs", "target": "es2022", "esModuleInterop": true, '
+                          '"skipLibCheck": true, "types": ["node"]}}\n',
+         "config/default.ts": "export default {\n\tport: %P,\n\thost: 'localhost',\n"
+                              "\tdbUri: 'mongodb://localhost:27017/meals',\n\tsaltWorkFactor: 10,\n};\n",
+         "src/app.ts": "import express from 'express';\nimport config from 'config';\n\n"
+                       "// gets items from default config file\nconst port = config.get('port') as number;\n"
+                       "const host = config.get('host') as string;\n\nconst options = {\n"
+                       "\tinfo: { title: 'Meals API', version: '1.0.0' },\n\tservers: [{ url: 'http://localhost:%D' }],\n};\n\n"
+                       "const app = express();\napp.get('/docs', (req: any, res: any) => res.json(options));\n\n"
+                       "app.listen(port, host, () => {\n\tconsole.log(`Server listening at http://${host}:${port}`);\n});\n"},
+        second=True)
+# A dashboard over a team's projects: its port is a constant of another module.
+untuned("node, DASHBOARD_PORT of ./lib, or --port", "node scripts/dashboard-server.mjs",
+        {"scripts/dashboard-server.mjs": '#!/usr/bin/env node\nimport http from "node:http";\n'
+                                         "import { DASHBOARD_HOST, DASHBOARD_PORT, loadDashboardState } from "
+                                         '"./lib/dashboard-core.mjs";\n\nconst args = parseArgs(process.argv.slice(2));\n'
+                                         "const host = args.host ?? DASHBOARD_HOST;\n"
+                                         "const port = Number(args.port ?? DASHBOARD_PORT);\n\n"
+                                         "const server = http.createServer(async (request, response) => {\n"
+                                         "  response.end(JSON.stringify(await loadDashboardState()));\n});\n\n"
+                                         'server.on("error", (error) => {\n  if (error.code === "EADDRINUSE") {\n'
+                                         "    console.error(`The dashboard's port ${host}:${port} is already in use. Stop the "
+                                         "process that owns it.`);\n    process.exit(1);\n  }\n  throw error;\n});\n\n"
+                                         "server.listen(port, host, () => {\n"
+                                         "  console.log(`Dashboard at http://${host}:${port}`);\n});\n\n"
+                                         "function parseArgs(argv) {\n  const parsed = {};\n"
+                                         "  for (let index = 0; index < argv.length; index += 1) {\n"
+                                         '    if (argv[index] === "--host") parsed.host = argv[++index];\n'
+                                         '    if (argv[index] === "--port") parsed.port = argv[++index];\n  }\n'
+                                         "  return parsed;\n}\n",
+         "scripts/lib/dashboard-core.mjs": 'import fs from "node:fs/promises";\n\nexport const DASHBOARD_HOST = "127.0.0.1";\n'
+                                           "export const DASHBOARD_PORT = %P;\n\nexport async function loadDashboardState() {\n"
+                                           '  return JSON.parse(await fs.readFile("registry/services.json", "utf8"));\n}\n',
+         "registry/services.json": '{\n  "services": [\n    { "name": "web", "kind": "page" }\n  ]\n}\n'})
+# A chat over plain sockets, from a lesson.
+untuned("node, net, const port below const host", "node server.js",
+        {"server.js": 'const net = require("net");\n\nconst host = "localhost";\nconst port = %P;\nconst clients = [];\n\n'
+                      "const server = net.createServer((socket) => {\n  clients.push(socket);\n\n"
+                      '  socket.on("data", (data) => {\n    for (const client of clients) {\n      if (client !== socket) {\n'
+                      "        client.write(data);\n      }\n    }\n  });\n\n"
+                      '  socket.on("end", () => clients.splice(clients.indexOf(socket), 1));\n});\n\n'
+                      "server.listen(port, host, () => {\n  console.log(`Server runs on: ${host}:${port}`);\n});\n"})
+# A shop of pages for tests in a browser.
+untuned("npm start, http-server -p below tests/", "npm start",
+        {"package.json": '{\n  "name": "web-demo",\n  "scripts": {\n    "start": "http-server -p %P .",\n'
+                         '    "test": "playwright test"\n  }\n}\n',
+         "playwright.config.js": "module.exports = { testDir: 'tests', use: { baseURL: 'http://localhost:%P' } };\n",
+         "products.json": "[]\n", "index.html": "<!doctype html><title>shop</title>\n"})
+# React from nothing: settings for development over those for all.
+untuned("pnpm run dev, webpack-dev-server -c config/webpack.dev.js", "npm start",
+        {"package.json": '{\n  "name": "react-web",\n  "scripts": {\n    "start": "pnpm run dev",\n'
+                         '    "dev": "webpack-dev-server -c config/webpack.dev.js"\n  }\n}\n',
+         "config/webpack.base.js": "const path = require('path');\n\nmodule.exports = {\n"
+                                   "  entry: path.join(__dirname, '../src/index.js'),\n"
+                                   "  output: { path: path.join(__dirname, '../dist'), publicPath: '/' },\n};\n",
+         "config/webpack.dev.js": "const path = require('path');\nconst { merge } = require('webpack-merge');\n"
+                                  "const baseConfig = require('./webpack.base.js');\n\nmodule.exports = merge(baseConfig, {\n"
+                                  "  mode: 'development',\n  devtool: 'eval-cheap-module-source-map',\n  devServer: {\n"
+                                  "    port: %P,\n    compress: false,\n    hot: true,\n    historyApiFallback: true,\n"
+                                  "    static: {\n      directory: path.join(__dirname, '../public'),\n    },\n  },\n});\n",
+         "public/index.html": "<!doctype html>\n", "src/index.js": "document.title = 'on';\n"})
+# A school's server on Bun: the port is what a function takes when nothing is said.
+untuned("Bun, startServer(port = 3001)", "bun run dev",
+        {"package.json": '{"name": "school", "type": "module", "private": true, "scripts": {"dev": "bun run --watch '
+                         'src/index.ts"}}\n',
+         "src/index.ts": "import { startServer } from './server';\n\nconst server = await startServer();\n"
+                         "console.log(`Server on http://localhost:${server.port}`);\n",
+         "src/server.ts": "async function createHandler(request: Request): Promise<Response> {\n"
+                          "  return Response.json({ path: new URL(request.url).pathname });\n}\n\n"
+                          "export async function startServer(port = %P) {\n  return Bun.serve({\n    port,\n"
+                          "    idleTimeout: 120,\n    fetch: createHandler,\n  });\n}\n"})
+# A market's API, which takes the next port and says so.
+untuned("Express, the next port from an error's handler", "node index.js",
+        {"index.js": "require('dotenv').config();\nconst express = require('express');\n\nconst app = express();\n"
+                     "app.get('/api/health', (req, res) => res.json({ ok: true }));\n\n// Port setup\n"
+                     "const DEFAULT_PORT = %P;\nlet port = parseInt(process.env.PORT, 10) || DEFAULT_PORT;\n\n"
+                     "const startServer = (p) => {\n  const server = app.listen(p)\n    .on('listening', () => {\n"
+                     "      console.log(`Server running on port ${p}`);\n    })\n    .on('error', (err) => {\n"
+                     "      if (err.code === 'EADDRINUSE') {\n        const nextPort = p + 1 > 65535 ? DEFAULT_PORT : p + 1;\n"
+                     "        console.log(`Port ${p} is busy, trying ${nextPort}...`);\n"
+                     "        setTimeout(() => startServer(nextPort), 500);\n      } else {\n        console.error(err);\n"
+                     "        process.exit(1);\n      }\n    });\n  return server;\n};\n\nstartServer(port);\n",
+         ".env": "MONGO_URI=mongodb://localhost:27017/market\nJWT_SECRET=x\n"})
+# A board that is told of pings: one variable, two defaults.
+untuned("ws on PORT || one port, Express on another", "node index.js",
+        {"index.js": "const express = require('express');\nconst bodyParser = require('body-parser');\n"
+                     "const http = require('http');\nconst WebSocket = require('ws');\n\n"
+                     "const wss = new WebSocket.Server({ port: process.env.PORT || %P });\nconst app = express();\n\n"
+                     "app.set('port', process.env.PORT || 4037);\napp.use(bodyParser.json());\n\nconst connections = [];\n\n"
+                     "wss.on('connection', (ws) => {\n  connections.push(ws);\n  ws.send('connected');\n});\n\n"
+                     "app.post('/ping', (req, res) => {\n"
+                     "  connections.forEach((subscriber) => subscriber.send(req.body.payload));\n  res.sendStatus(200);\n});\n"
+                     "\nhttp.createServer(app).listen(app.get('port'), () => {\n"
+                     "  console.log(`listening on ${app.get('port')}`);\n});\n"})
+# A voice that answers over a web socket.
+untuned("ws, dotenv without a PORT", "node index.js",
+        {"index.js": 'const dotenv = require("dotenv");\ndotenv.config();\n\nconst WebSocket = require("ws");\n'
+                     'const { Assistant } = require("./lib/assistant");\n\nconst PORT = process.env.PORT || %P;\n\n'
+                     "const server = new WebSocket.Server({ port: PORT });\n\n"
+                     'const VoiceAssistant = new Assistant("Answer in few words.", { speakFirst: true });\n\n'
+                     'server.on("connection", (ws) => {\n  VoiceAssistant.attach(ws);\n});\n\n'
+                     "console.log(`Server listening on port ${PORT}`);\n",
+         "lib/assistant.js": "exports.Assistant = class {\n  constructor(instructions, options) {\n"
+                             "    Object.assign(this, { instructions, options });\n  }\n\n  attach(ws) {\n"
+                             "    ws.send(this.instructions);\n  }\n};\n",
+         ".env": "API_KEY=x\nTTS_VOICE=alloy\n"})
+# A template for APIs, whose callback looks at nothing.
+untuned("Fastify, Number(process.env.PORT!), error unread", "npm run dev",
+        {"package.json": '{"name": "api", "private": true, "scripts": {"dev": "ts-node-dev --transpile-only src/server.ts"}}\n',
+         "tsconfig.json": '{"compilerOptions": {"module": "commonjs", "target": "es2022", "esModuleInterop": true, '
+                          '"skipLibCheck": true, "types": ["node"]}}\n',
+         "src/server.ts": "import * as dotenv from 'dotenv'\nimport Fastify from 'fastify'\nimport appRouter from './router'\n"
+                          "dotenv.config()\n\nconst fastify = Fastify()\n\nfastify.register(appRouter)\n\n"
+                          "fastify.listen({ port: Number(process.env.PORT!) }, () => {\n"
+                          "  console.log('Server on port ' + Number(process.env.PORT!))\n})\n",
+         "src/router.ts": "import { FastifyInstance } from 'fastify'\n\nexport default async (app: FastifyInstance) => {\n"
+                          "  app.get('/', async () => 'ok')\n}\n",
+         ".env": 'PORT=%P\nDATABASE_URL="postgresql://root:x@localhost:%D/api"\n'}, second=True)
+# A shop in services, each with a package of its own.
+untuned("Fastify, a workspace's dev by tsx watch", "npm run dev --workspace=order-service",
+        {"package.json": '{"name": "shop", "private": true, "workspaces": ["apps/*"]}\n',
+         "apps/order-service/package.json": '{"name": "order-service", "version": "1.0.0", "type": "module", "scripts": '
+                                            '{"dev": "tsx watch src/index.ts"}}\n',
+         "apps/order-service/src/index.ts": 'import Fastify from "fastify";\n\nconst fastify = Fastify();\n\n'
+                                            'fastify.get("/health", (request, reply) => {\n'
+                                            '  return reply.status(200).send({ status: "ok", uptime: process.uptime() });\n'
+                                            "});\n\nconst start = async () => {\n  try {\n"
+                                            "    await fastify.listen({ port: %P });\n"
+                                            '    console.log("Order service is running on port %P");\n  } catch (err) {\n'
+                                            "    fastify.log.error(err);\n    process.exit(1);\n  }\n};\nstart();\n"})
+# A page's own server, called in the last line of its file.
+untuned("Express, webServer({port: ...}) at the file's end", "node server/web/index.js",
+        {"server/web/index.js": "const express = require('express');\nconst { createServer } = require('http');\n\n"
+                                "function webServer(config) {\n    const app = express();\n"
+                                "    const useSsl = Boolean(config.ssl);\n\n"
+                                "    app.use('/api', (req, res) => res.json({ ok: true }));\n"
+                                "    app.use(express.static(`${__dirname}/../../dist`));\n\n    // serve server on port\n"
+                                "    createServer(app).listen(config.port, () => {\n"
+                                "       const scheme = useSsl ? 'https' : 'http';\n"
+                                "       console.log(`Web Server started at ${scheme}://localhost:${config.port}/`);\n    });\n"
+                                "}\n\nwebServer({port:%P});\n\n/*module.exports = webServer*/\n",
+         "dist/index.html": "<!doctype html>\n"})
+# A runner of tests in the browser, which is told its settings' file.
+untuned("connect, config.port of require(argv[2]) || 3100", "node bin/runner.js test/runner.config.js",
+        {"bin/runner.js": "#!/usr/bin/env node\nlet path = require('path')\nlet http = require('http')\n"
+                          "let connect = require('connect')\nlet serveStatic = require('serve-static')\n\n"
+                          "let config = Object.assign({\n  appRoot: 'src', // path of the application's code\n"
+                          "  testDependencies: [],\n}, require(path.join(process.cwd(), process.argv[2])))\n"
+                          "let appRoot = path.resolve(process.cwd(), config.appRoot)\n\nlet app = connect()\n"
+                          "let server = http.createServer(app).listen(config.port || 3100)\n\n"
+                          "app.use('/base', serveStatic(appRoot))\n\n"
+                          "server.on('listening', () => console.log('listening on', server.address().port))\n",
+         "test/runner.config.js": "module.exports = {\n  appRoot: 'app',\n  port: %P,\n  testDependencies: ['test/setup.js']\n"
+                                  "}\n",
+         "app/index.html": "<!doctype html>\n", "test/setup.js": "window.tested = true\n"})
+# Pages for tests only, with a settings' file of their own.
+untuned("vite --config, root below e2e/fixtures", "npx vite --config vite.ui-pages.config.mjs",
+        {"package.json": '{"name": "ui", "private": true}\n',
+         "vite.ui-pages.config.mjs": "import path from 'node:path';\nimport { fileURLToPath } from 'node:url';\n"
+                                     "import { defineConfig } from 'vite';\n\n"
+                                     "const __dirname = path.dirname(fileURLToPath(import.meta.url));\n\n"
+                                     "/** Serves the pages of the tests. Not used by the build. */\n"
+                                     "export default defineConfig({\n"
+                                     "  root: path.resolve(__dirname, 'e2e/fixtures/ui-pages'),\n  base: '/',\n"
+                                     "  cacheDir: path.resolve(__dirname, '.vite_cache_ui_pages'),\n  server: {\n"
+                                     "    host: '127.0.0.1',\n    port: %P,\n    strictPort: true,\n  },\n});\n",
+         "e2e/fixtures/ui-pages/index.html": "<!doctype html><title>pages</title>\n"})
+# A game with a server of its own behind the page's.
+untuned("Vite, proxy of /ws and VITE_API_TARGET", "npm run dev",
+        {"package.json": '{"name": "game", "type": "module", "private": true, "scripts": {"dev": "vite"}}\n',
+         "vite.config.ts": 'import { defineConfig } from "vite";\n\nexport default defineConfig(({ command }) => {\n'
+                           '  return {\n    cacheDir: ".vite",\n    define: { __DEV_SERVER__: command === "serve" },\n'
+                           '    server: {\n      port: %P,\n      strictPort: true,\n      proxy: {\n        "/ws": {\n'
+                           '          target: (\n            process.env.VITE_API_TARGET ?? "http://127.0.0.1:%D"\n'
+                           '          ).replace(/^http/, "ws"),\n          ws: true,\n        },\n'
+                           '        "/api": process.env.VITE_API_TARGET ?? "http://127.0.0.1:%D",\n      },\n    },\n'
+                           "    build: { sourcemap: false },\n  };\n});\n",
+         "index.html": "<!doctype html><title>game</title><script type=module src=/src/main.ts></script>\n",
+         "src/main.ts": "document.title = 'on';\n"}, second=True)
+# One of sixteen services, which a script made all alike.
+untuned("nest start --watch, process.env.PORT || a number", "npm run start:dev --prefix services/auth",
+        {"services/auth/package.json": '{"name": "@shop/auth", "version": "1.0.0", "private": true, "scripts": {"start:dev": '
+                                       '"nest start --watch"}}\n',
+         "services/auth/nest-cli.json": '{"collection": "@nestjs/schematics", "sourceRoot": "src"}\n',
+         "services/auth/tsconfig.json": '{\n  "extends": "../../tsconfig.json",\n  "compilerOptions": {\n'
+                                        '    "module": "commonjs",\n    "emitDecoratorMetadata": true,\n'
+                                        '    "experimentalDecorators": true,\n    "target": "ES2022",\n'
+                                        '    "outDir": "./dist",\n    "rootDir": "./src",\n    "types": ["node"],\n'
+                                        '    "skipLibCheck": true\n  },\n  "include": ["src"]\n}\n',
+         "tsconfig.json": '{"compilerOptions": {"strict": false}}\n',
+         "services/auth/.env.example": "PORT=%P\nNODE_ENV=development\n",
+         "services/auth/src/app.module.ts": "import { Controller, Get, Module } from '@nestjs/common';\n\n@Controller()\n"
+                                            "export class AppController {\n  @Get('health')\n  getHealth() {\n"
+                                            "    return { status: 'OK', service: 'auth' };\n  }\n}\n\n@Module({\n"
+                                            "  imports: [],\n  controllers: [AppController],\n  providers: [],\n})\n"
+                                            "export class AppModule {}\n",
+         "services/auth/src/main.ts": "import { NestFactory } from '@nestjs/core';\nimport { AppModule } from './app.module';\n"
+                                      "\nasync function bootstrap() {\n  const app = await NestFactory.create(AppModule);\n"
+                                      "  const port = process.env.PORT || %P;\n  await app.listen(port);\n"
+                                      "  console.log(`auth service is running on: http://localhost:${port}`);\n}\n"
+                                      "bootstrap();\n"})
+# A page for pupils, reloaded as it is written.
+untuned("npm run dev, live-server public --port=", "npm run dev",
+        {"package.json": '{\n  "name": "learn",\n  "main": "src/js/app.js",\n  "scripts": {\n'
+                         '    "dev": "live-server public --port=%P --no-browser",\n'
+                         '    "start": "live-server public --port=%P"\n  }\n}\n',
+         "public/index.html": "<!doctype html><title>learn</title>\n", "src/js/app.js": "document.title = 'on';\n"})
+# A stand-in for a chat's API, for tests from end to end.
+untuned("node, FAKE_CHAT_PORT || a number", "node e2e/fake-chat.mjs",
+        {"e2e/fake-chat.mjs": '// It keeps what it gets, and hands it out at /__sent.\nimport http from "node:http";\n\n'
+                              "const PORT = Number(process.env.FAKE_CHAT_PORT || %P);\n\n"
+                              "/** @type {{path: string, method: string}[]} */\nconst sent = [];\n\nhttp\n"
+                              "  .createServer((req, res) => {\n"
+                              '    if (req.url === "/__sent") return res.end(JSON.stringify(sent));\n'
+                              '    if (req.url === "/__reset") sent.length = 0;\n'
+                              '    else sent.push({ path: req.url, method: req.method });\n    res.end("{}");\n  })\n'
+                              '  .listen(PORT, "127.0.0.1", () => console.log(`fake server on ${PORT}`));\n'})
+# A bot with a page for its figures beside it.
+untuned("tinyhttp, host after the callback", "node --import tsx src/index.ts",
+        {"package.json": '{"name": "bot", "type": "module", "private": true}\n',
+         "src/index.ts": "import { App } from '@tinyhttp/app';\nimport { register } from 'prom-client';\n\n"
+                         "const server = new App();\nserver.get('/metrics', async (_req, res) => {\n"
+                         "\tconst metrics = await register.metrics();\n\tres.setHeader('Content-Type', register.contentType);\n"
+                         "\tres.send(metrics);\n});\nserver.get('/health', (_req, res) => res.send({ status: 'ok' }));\n\n"
+                         "const port = process.env.PORT ? Number.parseInt(process.env.PORT, 10) : %P;\n\nserver.listen(\n"
+                         "\tport,\n\t() => {\n\t\tconsole.log(`Server started at http://localhost:${port}`);\n\t},\n"
+                         "\t'0.0.0.0',\n);\n"})
+# An API of a course: another port for tests, by ENV.
+untuned("tsc-watch, SERVER_PORT or TEST_PORT by ENV", "npm run watch",
+        {"package.json": '{"name": "storefront", "private": true, "scripts": {"watch": "tsc-watch --outDir ./dist --onSuccess '
+                         '\\"node ./dist/server.js\\""}}\n',
+         "tsconfig.json": '{"compilerOptions": {"module": "commonjs", "target": "es2022", "esModuleInterop": true, '
+                          '"skipLibCheck": true, "types": ["node"], "rootDir": "src", "outDir": "dist"}, "include": ["src"]}\n',
+         "src/server.ts": 'import dotenv from "dotenv";\nimport { createServer } from "http";\n\ndotenv.config();\n\n'
+                          'const app = createServer((_req, res) => res.end("<h2>Home Page</h2>"));\n\n'
+                          "const port = process.env.SERVER_PORT || 1000;\nconst testPort = process.env.TEST_PORT;\n\n"
+                          'if (process.env.ENV === "test") {\n  app.listen(testPort, () => {\n'
+                          "    console.log(`server running on test port ${testPort}...\\n`);\n  });\n} else\n"
+                          "  app.listen(port, () => {\n    console.log(`server running on port ${port}...\\n`);\n  });\n\n"
+                          "export default app;\n",
+         ".env": "ENV=dev\nTEST_PORT=%D\nSERVER_PORT=%P\nPOSTGRES_HOST=127.0.0.1\n"}, second=True)
+# Mutants of a service, each behind a proxy for as long as the tests run.
+untuned("ThreadingHTTPServer, args.port beside --target-url",
+        [PYTHON, "run_mutants.py", "--suite", "sleep 120", "--target-url", "http://localhost:%D/api/v1"],
+        {"run_mutants.py": "import argparse\nimport shlex\nimport subprocess\nimport threading\n"
+                           "from http.server import BaseHTTPRequestHandler, ThreadingHTTPServer\n\n"
+                           'MUTANTS = [("M1", "total_zero"), ("M2", "wrong_status")]\n\n\n'
+                           'class MutationProxy(BaseHTTPRequestHandler):\n    target = ""\n    mutation = ""\n\n'
+                           "    def do_GET(self):\n"
+                           '        self.send_response(200 if self.mutation != "wrong_status" else 500)\n'
+                           "        self.end_headers()\n\n\ndef main() -> int:\n    parser = argparse.ArgumentParser()\n"
+                           '    parser.add_argument("--suite", required=True)\n'
+                           '    parser.add_argument("--target-url", default="http://localhost:8080/api/v1")\n'
+                           '    parser.add_argument("--port", type=int, default=%P)\n    args = parser.parse_args()\n\n'
+                           "    detected = 0\n    for mutant_id, mutation in MUTANTS:\n"
+                           "        MutationProxy.target = args.target_url\n        MutationProxy.mutation = mutation\n"
+                           '        server = ThreadingHTTPServer(("127.0.0.1", args.port), MutationProxy)\n'
+                           "        thread = threading.Thread(target=server.serve_forever, daemon=True)\n"
+                           "        thread.start()\n        try:\n"
+                           "            process = subprocess.run(shlex.split(args.suite))\n"
+                           "            detected += process.returncode != 0\n"
+                           "            print(f\"{mutant_id}: {'detected' if process.returncode else 'lives'}\")\n"
+                           "        finally:\n            server.shutdown()\n            server.server_close()\n"
+                           '    return 0 if detected == len(MUTANTS) else 1\n\n\nif __name__ == "__main__":\n'
+                           "    raise SystemExit(main())\n"}, second=True)
+# An echo, from a course: the port is a variable of the main part.
+untuned("asyncio.start_server, run_server(server_addr, server_port)", py("tcp_server.py"),
+        {"tcp_server.py": "import asyncio\n\n\nasync def handle_echo(reader, writer) -> None:\n"
+                          "    while data := await reader.read(100):\n        writer.write(data)\n"
+                          "        await writer.drain()\n    writer.close()\n    await writer.wait_closed()\n\n\n"
+                          "async def run_server(server_addr, server_port) -> None:\n"
+                          "    server = await asyncio.start_server(handle_echo, server_addr, server_port)\n"
+                          '    async with server:\n        await server.serve_forever()\n\n\nif __name__ == "__main__":\n'
+                          "    # Define server address and port\n    server_addr = 'localhost'\n    server_port = %P\n\n"
+                          '    # Run TCP server\n    print("===== TCP server =====")\n    try:\n'
+                          "        asyncio.run(run_server(server_addr, server_port))\n    except KeyboardInterrupt:\n"
+                          '        print("Closed")\n'})
+# An agent for calls, with a page that says it lives.
+untuned('HTTPServer for health, os.getenv("PORT") before an agent', py("agent.py dev"),
+        {"agent.py": "import logging\nimport os\nimport sys\nimport threading\nimport time\n"
+                     "from http.server import BaseHTTPRequestHandler, HTTPServer\n\nfrom dotenv import load_dotenv\n\n"
+                     'load_dotenv(".env.local")\nlogging.basicConfig(level=logging.INFO)\nlogger = logging.getLogger("agent")\n'
+                     '\nif __name__ == "__main__":\n    port = int(os.getenv("PORT", "%P"))\n\n'
+                     "    class Handler(BaseHTTPRequestHandler):\n        def do_GET(self):\n"
+                     "            self.send_response(200)\n            self.end_headers()\n"
+                     '            self.wfile.write(b"OK")\n\n        def log_message(self, *args):\n            pass\n\n'
+                     '    httpd = HTTPServer(("0.0.0.0", port), Handler)\n'
+                     '    logger.info(f"Health server running on port {port}")\n\n'
+                     "    threading.Thread(target=httpd.serve_forever, daemon=True).start()\n\n"
+                     '    logger.info("Starting agent for %s...", os.environ["MEDIA_URL"])\n'
+                     '    if "download-files" not in sys.argv:\n        time.sleep(120)\n',
+         ".env.local": "MEDIA_URL=ws://127.0.0.1:%D\nMEDIA_API_KEY=devkey\n"}, second=True)
+# A host for tests of a browser, which sends one to another port.
+untuned("HTTPServer, sys.argv[1] and --redirect-base", py("tools/host-server.py %P --redirect-base http://127.0.0.1:%D"),
+        {"tools/host-server.py": "#!/usr/bin/env python3\nimport sys\n"
+                                 "from http.server import BaseHTTPRequestHandler, HTTPServer\n\n_REDIRECT_BASE = None\n\n\n"
+                                 "class Handler(BaseHTTPRequestHandler):\n    def do_GET(self):\n"
+                                 "        self.send_response(302 if _REDIRECT_BASE else 204)\n        if _REDIRECT_BASE:\n"
+                                 '            self.send_header("Location", _REDIRECT_BASE + self.path)\n'
+                                 "        self.end_headers()\n\n    def log_message(self, fmt, *args):\n        pass\n\n\n"
+                                 'if __name__ == "__main__":\n'
+                                 "    # Usage: host-server.py <port> [--tls <cert.pem> <key.pem>] [--redirect-base "
+                                 "<scheme://host:port>]\n    port = int(sys.argv[1]) if len(sys.argv) > 1 else 18081\n"
+                                 '    if "--redirect-base" in sys.argv:\n'
+                                 '        _REDIRECT_BASE = sys.argv[sys.argv.index("--redirect-base") + 1]\n'
+                                 '    httpd = HTTPServer(("0.0.0.0", port), Handler)\n    if "--tls" in sys.argv:\n'
+                                 '        import ssl\n\n        i = sys.argv.index("--tls")\n'
+                                 "        ctx = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)\n"
+                                 "        ctx.load_cert_chain(certfile=sys.argv[i + 1], keyfile=sys.argv[i + 2])\n"
+                                 "        httpd.socket = ctx.wrap_socket(httpd.socket, server_side=True)\n"
+                                 "    httpd.serve_forever()\n"}, second=True)
+# A game for many: the rooms are told of every move.
+untuned("aiohttp, Socket.IO attached, run_app within try", py("server.py"),
+        {"server.py": "import socketio\nfrom aiohttp import web\n\n"
+                      "sio = socketio.AsyncServer(async_mode='aiohttp', cors_allowed_origins='*')\napp = web.Application()\n"
+                      "sio.attach(app)\n\nplayers = {}\n\n\n@sio.event\ndef connect(sid, environ):\n"
+                      "    players[sid] = {'posx': 0, 'posy': 0}\n\n\n@sio.event\nasync def playermovement(sid, data):\n"
+                      "    players[sid].update(data)\n    await sio.emit('setplayermovement', data, room='allplayers')\n\n\n"
+                      "if __name__ == '__main__':\n    try:\n        web.run_app(app, port=%P)\n    except KeyboardInterrupt:\n"
+                      "        for i in players:\n            sio.disconnect(i)\n"})
+# A page over a model, which logs what went wrong and ends.
+untuned("aiohttp, PORT, any exception logged", py("main.py"),
+        {"main.py": "import logging\nimport os\n\nfrom aiohttp import web\n\nlogging.basicConfig(level=logging.INFO)\n"
+                    'app = web.Application()\n\n\nasync def index(request):\n    return web.FileResponse("index.html")\n\n\n'
+                    'def main():\n    try:\n        app.router.add_get("/", index)\n'
+                    '        app.router.add_static("/static", "./static")\n\n        # Start the web server\n'
+                    '        port = int(os.environ.get("PORT", %P))\n        logging.info(f"Starting server on port {port}")\n'
+                    "        web.run_app(app, port=port)\n\n    except Exception as e:\n"
+                    '        logging.error(f"Failed to start the server: {e}")\n\n\nif __name__ == "__main__":\n    main()\n',
+         "index.html": "<!doctype html>\n", "static/app.js": "document.title = 'on';\n"})
+# A start file that first looks whether all packages are there.
+untuned("uvicorn.run after ensure(), PORT and RELOAD", py("run.py"),
+        {"run.py": "import importlib.util\nimport subprocess\nimport sys\n\n"
+                   'REQUIRED = {"fastapi": "fastapi", "uvicorn": "uvicorn"}\n\n\ndef ensure(required):\n'
+                   "    need = [package for module, package in required.items() if importlib.util.find_spec(module) is None]\n"
+                   '    if need:\n        print("[bootstrap] installing:", need)\n'
+                   '        subprocess.check_call([sys.executable, "-m", "pip", "install", "-U", *need])\n    else:\n'
+                   '        print("[bootstrap] all dependencies present")\n\n\ndef run():\n    ensure(REQUIRED)\n'
+                   '    import os\n    import uvicorn\n    host = os.getenv("HOST", "0.0.0.0")\n'
+                   '    port = int(os.getenv("PORT", "%P"))\n'
+                   '    reload_flag = os.getenv("RELOAD", "0") in ("1", "true", "True")\n'
+                   '    uvicorn.run("app.main:app", host=host, port=port, reload=reload_flag)\n\n\nif __name__ == "__main__":\n'
+                   "    run()\n",
+         "app/__init__.py": "", "app/main.py": "from fastapi import FastAPI\n\napp = FastAPI()\n"}, environment={"RELOAD": "1"})
+# A form that asks for a picture: a script sources the settings first.
+untuned("run.sh, source .env, flask run --port=", "bash run.sh",
+        {"run.sh": "#!/bin/bash\n\nset -a\nsource ./.env\nset +a\n\nexport FLASK_DEBUG=1\nexport FLASK_APP=app.py\n"
+                   "/usr/bin/python3 -m flask run --port=%P\n",
+         "app.py": "import os\n\nfrom flask import Flask\n\napp = Flask(__name__)\n\n\n@app.route('/')\ndef index():\n"
+                   "    return os.environ['DATABASE_URL']\n",
+         ".env": "DATABASE_URL=postgresql://web:x@localhost:%D/web\nSECRET_KEY=x\n"}, second=True)
+# A backend as a package, whose factory takes a settings' file.
+untuned('FLASK_APP="backend:create_app(...)" flask run --no-reload', "bash bin/start.sh",
+        {"bin/start.sh": "#!/bin/bash\n"
+                         "PYTHONPATH=. FLASK_APP=\"backend:create_app('config.py')\" FLASK_DEBUG=1 /usr/bin/python3 -m flask "
+                         "run --port %P  --host=0.0.0.0 --no-reload\n",
+         "backend/__init__.py": "from flask import Flask\n\n\ndef create_app(config_file):\n    app = Flask(__name__)\n"
+                                "    app.config.from_pyfile(config_file)\n    return app\n",
+         "backend/config.py": "SECRET_KEY = 'x'\nSQLALCHEMY_DATABASE_URI = 'sqlite:///app.db'\n"})
+# A gateway's other end: the port is part of an address.
+untuned("websockets, urlsplit(LLM_WS_ENDPOINT).port", py("llm_service/main.py"),
+        {"llm_service/main.py": "import asyncio\nimport logging\nimport os\nfrom urllib.parse import urlsplit\n\n"
+                                "import websockets\n\nlogging.basicConfig(level=logging.INFO)\n"
+                                'logger = logging.getLogger("llm")\n\n\nasync def handle_socket(websocket, path=None):\n'
+                                "  async for message in websocket:\n    await websocket.send(message)\n\n\n"
+                                "def _parse_endpoint(url: str):\n  parsed = urlsplit(url)\n"
+                                '  host = parsed.hostname or "0.0.0.0"\n'
+                                '  port = parsed.port or (443 if parsed.scheme == "wss" else 8080)\n  return host, port\n\n\n'
+                                'async def main():\n  endpoint = os.getenv("LLM_WS_ENDPOINT", "ws://0.0.0.0:8080/ws")\n'
+                                "  host, port = _parse_endpoint(endpoint)\n"
+                                '  logger.info("Listening for gateway on %s (host=%s port=%s)", endpoint, host, port)\n'
+                                "  server = await websockets.serve(\n    handle_socket,\n    host=host,\n    port=port,\n"
+                                "    max_size=20 * 1024 * 1024,\n    ping_interval=20,\n    ping_timeout=20,\n  )\n"
+                                '  await server.wait_closed()\n\n\nif __name__ == "__main__":\n  asyncio.run(main())\n'},
+        environment={"LLM_WS_ENDPOINT": "ws://127.0.0.1:%P/ws"})
+# A forum for a group, started by a file beside manage.py.
+untuned("Django, runserver's port as a word in a list", py("start.py"),
+        {**DJANGO,
+         "start.py": "import os\nfrom django.core.management import execute_from_command_line\ndef main():\n"
+                     "    print('version: %s\\n\\nthe server starts...' % os.getenv('FORUM_VERSION','none'))\n"
+                     "    os.environ.setdefault('DJANGO_SETTINGS_MODULE', 'settings')\n"
+                     '    execute_from_command_line(["manage.py", "runserver","%P","--noreload"])\n'
+                     "if __name__ == '__main__':\n    main()\n"})
+# A page over measurements, beside a window: it says in its log what failed.
+untuned("Java, HttpServer, prefs.restPort.get(), error logged", "java -cp out weather.Main",
+        {"src/weather/Main.java": "package weather;\n\npublic class Main {\n"
+                                  "    public static void main(String[] args) throws Exception {\n"
+                                  '        AppPrefs prefs = new AppPrefs("prefs.properties");\n'
+                                  "        new RESTServer(prefs).launch();\n        Thread.sleep(120000);\n    }\n}\n",
+         "src/weather/AppPrefs.java": "package weather;\n\nimport java.io.FileReader;\nimport java.io.IOException;\n"
+                                      "import java.util.Properties;\nimport java.util.function.Supplier;\n\nclass AppPrefs {\n"
+                                      "    final Supplier<Boolean> enableRest;\n    final Supplier<Integer> restPort;\n\n"
+                                      "    AppPrefs(String file) throws IOException {\n"
+                                      "        Properties values = new Properties();\n"
+                                      "        try (FileReader reader = new FileReader(file)) {\n"
+                                      "            values.load(reader);\n        }\n"
+                                      '        enableRest = () -> Boolean.parseBoolean(values.getProperty("enableRest", '
+                                      '"true"));\n'
+                                      '        restPort = () -> Integer.parseInt(values.getProperty("restPort", "4567"));\n'
+                                      "    }\n}\n",
+         "src/weather/RESTServer.java": "package weather;\n\nimport com.sun.net.httpserver.HttpServer;\n"
+                                        "import java.io.IOException;\nimport java.net.InetSocketAddress;\n"
+                                        "import java.util.logging.Level;\nimport java.util.logging.Logger;\n\n"
+                                        "class RESTServer {\n"
+                                        "    private static final Logger logger = "
+                                        "Logger.getLogger(RESTServer.class.getName());\n    private final AppPrefs prefs;\n"
+                                        "    private HttpServer server;\n\n    RESTServer(AppPrefs prefs) {\n"
+                                        "        this.prefs = prefs;\n    }\n\n    synchronized void launch() {\n"
+                                        "        if (!prefs.enableRest.get()) {\n"
+                                        '            logger.info("REST Services are disabled");\n            return;\n'
+                                        "        }\n        int restPort = prefs.restPort.get();\n        try {\n"
+                                        "            server = HttpServer.create(new InetSocketAddress(restPort), 0);\n"
+                                        '            server.createContext("/v1/action/info", exchange -> exchange.close());\n'
+                                        "            server.setExecutor(null);\n            server.start();\n"
+                                        "        } catch (IOException ex) {\n"
+                                        '            logger.log(Level.WARNING, "REST Services failed", ex);\n        }\n    }\n'
+                                        "}\n",
+         "prefs.properties": "enableRest=true\nrestPort=%P\nunits=metric\n"},
+        build=["javac", "-d", "out", "src/weather/Main.java", "src/weather/AppPrefs.java", "src/weather/RESTServer.java"])
+# A tunnel from plain sockets to web sockets.
+untuned('Java, ServerSocket, System.getProperty("port") beside ws://', "java -Dport=%P -cp target/classes tunnel.SocketProxy",
+        {"src/main/java/tunnel/SocketProxy.java": "package tunnel;\n\nimport java.io.IOException;\n"
+                                                  "import java.net.ServerSocket;\nimport java.net.Socket;\n"
+                                                  "import java.net.URI;\n\npublic class SocketProxy implements Runnable {\n\n"
+                                                  "    static Socket newSocket() throws IOException {\n"
+                                                  '        URI target = URI.create("ws://127.0.0.1:%D/websocket/ssh");\n'
+                                                  "        return new Socket(target.getHost(), target.getPort());\n    }\n\n"
+                                                  "    public static void main(String[] args) throws Throwable {\n"
+                                                  "        try (final ServerSocket ss = new "
+                                                  'ServerSocket(Integer.parseInt(System.getProperty("port", "9001")))) {\n'
+                                                  "            while (!Thread.interrupted()) {\n"
+                                                  "                final Socket s = ss.accept();\n"
+                                                  '                System.out.println("accepted");\n'
+                                                  "                new Thread(new SocketProxy(s)).start();\n            }\n"
+                                                  "        }\n    }\n\n    private final Socket s;\n\n"
+                                                  "    SocketProxy(final Socket s) {\n        this.s = s;\n    }\n\n"
+                                                  "    @Override\n    public void run() {\n"
+                                                  "        try (Socket to = newSocket()) {\n"
+                                                  "            s.getInputStream().transferTo(to.getOutputStream());\n"
+                                                  "        } catch (IOException e) {\n            e.printStackTrace();\n"
+                                                  "        }\n    }\n}\n"},
+        build=["javac", "-d", "target/classes", "src/main/java/tunnel/SocketProxy.java"], second=True)
+# Queries over a network: the port from the environment, and few words when it fails.
+untuned('Java, System.getenv("NETWORK_PORT"), exit(-1)', "java -cp bin NetworkServer",
+        {"src/NetworkServer.java": "import java.io.IOException;\nimport java.net.ServerSocket;\nimport java.net.Socket;\n"
+                                   "import java.text.SimpleDateFormat;\nimport java.util.Calendar;\n\n"
+                                   "public class NetworkServer {\n   private ServerSocket myServerSocket;\n"
+                                   "   private boolean ServerOn = false;\n\n   public NetworkServer() {\n"
+                                   '      System.out.println(System.getenv("NETWORK_PORT"));\n      try {\n'
+                                   "         myServerSocket = new "
+                                   'ServerSocket(Integer.parseInt(System.getenv("NETWORK_PORT")));\n         ServerOn = true;\n'
+                                   "      } catch (IOException ioe) {\n"
+                                   '         System.out.println("Could not create server socket");\n         System.exit(-1);\n'
+                                   "      }\n\n"
+                                   "      SimpleDateFormat formatter = new SimpleDateFormat(\"E yyyy.MM.dd 'at' hh:mm:ss a "
+                                   'zzz");\n'
+                                   '      System.out.println("It is now : " + '
+                                   "formatter.format(Calendar.getInstance().getTime()));\n\n      while (ServerOn) {\n"
+                                   "         try (Socket clientSocket = myServerSocket.accept()) {\n"
+                                   "            clientSocket.getOutputStream().write('0');\n"
+                                   "         } catch (IOException ioe) {\n            ioe.printStackTrace();\n         }\n"
+                                   "      }\n   }\n\n   public static void main(String[] args) {\n      new NetworkServer();\n"
+                                   "   }\n}\n"},
+        environment={"NETWORK_PORT": "%P"}, build=["javac", "-d", "bin", "src/NetworkServer.java"])
+# A game of creatures in a terminal, with an API in parallel.
+untuned("Java, HttpServer on a PORT, a console beside it", "java -cp out Main",
+        {"src/Main.java": "import java.util.Scanner;\n\npublic class Main {\n    public static void main(String[] args) {\n"
+                          "        Thread web = new Thread(() -> {\n            try {\n"
+                          "                new GameServer().start();\n            } catch (Exception e) {\n"
+                          '                System.err.println("[web] the server did not start: " + e.getMessage());\n'
+                          "            }\n        });\n        web.setDaemon(true);\n        web.start();\n\n"
+                          '        System.out.println("1. Trainers\\n2. Creatures\\n0. Exit");\n'
+                          "        Scanner input = new Scanner(System.in);\n"
+                          '        while (input.hasNextLine() && !input.nextLine().equals("0")) {\n'
+                          '            System.out.println("?");\n        }\n    }\n}\n',
+         "src/GameServer.java": "import com.sun.net.httpserver.HttpExchange;\nimport com.sun.net.httpserver.HttpServer;\n"
+                                "import java.io.IOException;\nimport java.net.InetSocketAddress;\n\npublic class GameServer {\n"
+                                "\n    private static final int PORT = %P;\n\n    public void start() throws IOException {\n"
+                                "        HttpServer server = HttpServer.create(new InetSocketAddress(PORT), 0);\n\n"
+                                '        server.createContext("/api/trainers",  this::handle);\n'
+                                '        server.createContext("/api/creatures", this::handle);\n'
+                                "        server.setExecutor(null);\n        server.start();\n"
+                                '        System.out.println("[web] http://localhost:" + PORT);\n    }\n\n'
+                                "    private void handle(HttpExchange exchange) throws IOException {\n"
+                                "        exchange.sendResponseHeaders(204, -1);\n        exchange.close();\n    }\n}\n"},
+        build=["javac", "-d", "out", "src/Main.java", "src/GameServer.java"])
+# A store of receipts: a flag's default, and a server that another package makes.
+go_project("Go, server.NewServer(*addr, s) in a goroutine",
+        {"cmd/server/main.go": 'package main\n\nimport (\n\t"flag"\n\t"log"\n\t"os"\n\t"os/signal"\n\t"syscall"\n\n'
+                               '\t"shop/internal/server"\n)\n\nfunc main() {\n'
+                               '\taddr := flag.String("addr", ":%P", "listen address")\n\tflag.Parse()\n\n'
+                               "\tsrv := server.NewServer(*addr, map[string]string{})\n\n\tgo func() {\n"
+                               '\t\tlog.Printf("receipts at %s", *addr)\n'
+                               '\t\tif err := srv.ListenAndServe(); err != nil && err.Error() != "http: Server closed" {\n'
+                               '\t\t\tlog.Fatalf("server error: %v", err)\n\t\t}\n\t}()\n\n\tquit := make(chan os.Signal, 1)\n'
+                               "\tsignal.Notify(quit, syscall.SIGINT, syscall.SIGTERM)\n\t<-quit\n"
+                               '\tlog.Println("shutting down")\n\tsrv.Close()\n}\n',
+         "internal/server/server.go": 'package server\n\nimport "net/http"\n\n'
+                                      "func NewServer(addr string, receipts map[string]string) *http.Server {\n"
+                                      "\tmux := http.NewServeMux()\n"
+                                      '\tmux.HandleFunc("/receipts/", func(w http.ResponseWriter, r *http.Request) {\n'
+                                      "\t\tw.Write([]byte(receipts[r.URL.Path]))\n\t})\n"
+                                      "\treturn &http.Server{Addr: addr, Handler: mux}\n}\n"})
+# Rooms for a chat: the flag is a variable of the package.
+untuned("gorilla/mux, var addr = flag.String", "./shop",
+        {"main.go": 'package main\n\nimport (\n\t"flag"\n\t"log"\n\t"net/http"\n\n\t"github.com/gorilla/mux"\n)\n\n'
+                    'var addr = flag.String("addr", ":%P", "http service address")\n\n'
+                    'func serveHome(w http.ResponseWriter, r *http.Request) {\n\tlog.Println(r.URL)\n\tif r.Method != "GET" {\n'
+                    '\t\thttp.Error(w, "Method not allowed", 405)\n\t\treturn\n\t}\n\thttp.ServeFile(w, r, "home.html")\n}\n\n'
+                    'func main() {\n\tflag.Parse()\n\n\trouter := mux.NewRouter()\n\trouter.HandleFunc("/", serveHome)\n'
+                    '\trouter.HandleFunc("/ws/{room}", func(w http.ResponseWriter, r *http.Request) {\n'
+                    '\t\tlog.Println(mux.Vars(r)["room"])\n\t})\n\thttp.Handle("/", router)\n'
+                    '\terr := http.ListenAndServe(*addr, nil)\n\tif err != nil {\n\t\tlog.Fatal("ListenAndServe: ", err)\n\t}\n'
+                    "}\n",
+         "home.html": "<!doctype html>\n"}, build=GOPATH_BUILD)
+# A watcher of events, which settles its port before main() begins.
+untuned("Go, port in init(), panic(ListenAndServe)", "go run .",
+        {"main.go": 'package main\n\nimport (\n\t"log"\n\t"net/http"\n\t"os"\n)\n\nvar (\n\tport string\n)\n\nfunc init() {\n'
+                    '\tif port = os.Getenv("PORT"); port == "" {\n'
+                    "\t\tlog.Println(\"'PORT' can be set in the environment, we listen on port %P\")\n\t\tport = \"%P\"\n\t}\n"
+                    "}\n\nfunc helloworld() {\n"
+                    '\thttp.Handle("/", http.HandlerFunc(func(resp http.ResponseWriter, req *http.Request) {\n'
+                    '\t\tresp.Write([]byte("This is the watcher of events."))\n\t}))\n\n'
+                    '\tpanic(http.ListenAndServe(":"+port, nil))\n}\n\nfunc main() {\n\tgo watch()\n\thelloworld()\n}\n',
+         "watch.go": 'package main\n\nimport "time"\n\nfunc watch() {\n\tfor range time.Tick(time.Minute) {\n\t}\n}\n'})
+# A bot for the weather: a server beside it, whose error ends all in good order.
+go_project("Go, ListenAndServe in a goroutine, stop() of a context",
+        {"cmd/server/main.go": 'package main\n\nimport (\n\t"context"\n\t"fmt"\n\t"log"\n\t"net/http"\n\t"os"\n\t"os/signal"\n'
+                               '\t"syscall"\n\t"time"\n)\n\nfunc main() {\n'
+                               "\tctx, stop := signal.NotifyContext(context.Background(), syscall.SIGINT, syscall.SIGTERM)\n"
+                               "\tdefer stop()\n\n\tpingDone := make(chan struct{})\n\tgo func() {\n\t\tdefer close(pingDone)\n"
+                               '\t\tlog.Printf("starting pinger")\n\t\t<-ctx.Done()\n\t}()\n\n\tvar port string\n'
+                               '\tif port = os.Getenv("PORT"); port == "" {\n\t\tport = "%P"\n\t}\n\n'
+                               '\tsrv := &http.Server{Addr: fmt.Sprintf(":%s", port)}\n\tgo func() {\n'
+                               '\t\tlog.Printf("serving HTTP on :%s", port)\n\n'
+                               "\t\tif err := srv.ListenAndServe(); err != nil && err != http.ErrServerClosed {\n"
+                               '\t\t\tlog.Printf("server ended abruptly: %s", err.Error())\n\t\t} else {\n'
+                               '\t\t\tlog.Printf("server ended gracefully")\n\t\t}\n\n\t\tstop()\n\t}()\n\n'
+                               "\t// Listen for OS interrupt\n\t<-ctx.Done()\n\tstop()\n\n"
+                               "\tctx, cancel := context.WithTimeout(context.Background(), 5*time.Second)\n\tdefer cancel()\n"
+                               "\tif err := srv.Shutdown(ctx); err != nil {\n\t\tlog.Println(err)\n\t}\n\t<-pingDone\n}\n"})
+# A theme's development: the server of PHP, and the build beside it.
+untuned("concurrently, php -S of npm run serve beside npm run dev", "npm run devstart",
+        {"package.json": '{\n  "name": "theme",\n  "private": true,\n  "scripts": {\n'
+                         '    "serve": "php -S localhost:%P -t public/",\n    "build": "node build.mjs",\n'
+                         '    "dev": "node --watch build.mjs",\n'
+                         '    "devstart": "concurrently \\"npm run serve\\" \\"npm run dev\\""\n  }\n}\n',
+         "build.mjs": "import { copyFileSync } from 'node:fs';\n\ncopyFileSync('src/app.css', 'public/app.css');\n",
+         "src/app.css": "body {}\n", "public/index.php": "<?php\n\necho 'ok';\n"})
+# A second service in PHP beside the main one, whose address its settings hold.
+untuned("cd chat-service && php -S", ["sh", "-c", "cd chat-service && exec php -S localhost:%P -t public"],
+        {"chat-service/public/index.php": "<?php\n\n$env = parse_ini_file(__DIR__ . '/../.env');\n"
+                                          "header('Access-Control-Allow-Origin: ' . $env['ALLOWED_ORIGINS']);\necho '{}';\n",
+         "chat-service/.env": "API_KEY=x\nALLOWED_ORIGINS=http://localhost:%D\n",
+         "composer.json": '{\n    "name": "album/web",\n    "scripts": {\n        "serve": "php -S localhost:%D -t public"\n'
+                          "    }\n}\n"}, second=True)
+# A reader of tales, of Sinatra's modular kind, below a library's examples.
+untuned("Sinatra::Base, set :port, ENV.fetch(...).to_i", "ruby examples/reader/app.rb",
+        {"examples/reader/app.rb": "require 'sinatra/base'\nrequire_relative 'lib/lore'\n\nmodule LoreReader\n"
+                                   "  class App < Sinatra::Base\n    set :views, File.join(__dir__, 'views')\n"
+                                   "    set :public_folder, File.expand_path('../..', __dir__)\n    set :static, true\n"
+                                   "    set :port, ENV.fetch('PORT', %P).to_i\n\n    get('/') { Lore.load.join(\"\\n\") }\n\n"
+                                   "    run! if app_file == $PROGRAM_NAME\n  end\nend\n",
+         "examples/reader/lib/lore.rb": "module Lore\n  def self.load\n    []\n  end\nend\n"})
+# A bot's front, which sends on to the bot at another port.
+untuned("Sinatra, configure with PORT and BOT_PORT", "ruby app.rb",
+        {"app.rb": "require 'sinatra'\nrequire 'net/http'\n\nconfigure do\n  set :port, ENV[\"PORT\"]\n"
+                   "  set :bot_url, \"http://#{ENV[\"BOT_HOST_NAME\"]}:#{ENV[\"BOT_PORT\"]}/bot\"\nend\n\npost '/callback' do\n"
+                   "  Net::HTTP.post(URI(settings.bot_url), request.body.read)\n  'OK'\nend\n"},
+        environment={"PORT": "%P", "BOT_HOST_NAME": "localhost", "BOT_PORT": "%D"}, second=True)
+# A site in Rust, with an INI file that need not be there.
+untuned("cargo run, config.ini [server] port", "cargo run --quiet",
+        {"Cargo.toml": '[package]\nname = "redirector"\nversion = "0.1.0"\nedition = "2021"\n',
+         "src/main.rs": "mod ini;\n\nuse std::io::prelude::*;\nuse std::net::TcpListener;\n\nfn main() {\n"
+                        '    let config = ini::load("config.ini").unwrap_or_default();\n\n'
+                        '    let bind_address = config.get("server", "addr")\n        .unwrap_or(String::from("0.0.0.0"));\n\n'
+                        '    let bind_port = config.get("server", "port")\n'
+                        "        .and_then(|text| text.parse().ok()).unwrap_or(7878);\n\n"
+                        '    let listener = TcpListener::bind(format!("{}:{}", bind_address, bind_port)).unwrap();\n\n'
+                        "    for stream in listener.incoming() {\n"
+                        '        let _ = stream.unwrap().write_all(b"HTTP/1.1 204 No Content\\r\\n\\r\\n");\n    }\n}\n',
+         "src/ini.rs": "use std::collections::HashMap;\n\n#[derive(Default)]\n"
+                       "pub struct Ini(HashMap<(String, String), String>);\n\n"
+                       "pub fn load(path: &str) -> std::io::Result<Ini> {\n    let mut ini = Ini::default();\n"
+                       "    let mut section = String::new();\n    for line in std::fs::read_to_string(path)?.lines() {\n"
+                       "        if line.starts_with('[') {\n"
+                       "            section = line.trim_matches(|c| c == '[' || c == ']').to_string();\n"
+                       "        } else if let Some((key, value)) = line.split_once('=') {\n"
+                       "            ini.0.insert((section.clone(), key.trim().to_string()), value.trim().to_string());\n"
+                       "        }\n    }\n    Ok(ini)\n}\n\nimpl Ini {\n"
+                       "    pub fn get(&self, section: &str, key: &str) -> Option<String> {\n"
+                       "        self.0.get(&(section.to_string(), key.to_string())).cloned()\n    }\n}\n",
+         "config.ini": "[server]\naddr = 127.0.0.1\nport = %P\n\n[redirect]\nwebsite = aHR0cHM6Ly9leGFtcGxlLnRlc3Q=\n"})
+# A page from a Makefile, by whichever of three programs is there.
+untuned("make run, http.server || python || npx serve", "make run",
+        {"Makefile": "PORT ?= %P\nBROWSER ?= xdg-open\nGREEN = \\033[32m\nNC = \\033[0m\n\n.PHONY: all run serve help\n\n"
+                     'all: help\n\nrun: serve\n\nserve:\n\t@echo "$(GREEN)Starting the server...$(NC)"\n'
+                     '\t@echo "http://localhost:$(PORT)"\n'
+                     "\t@python3 -m http.server $(PORT) 2>/dev/null || python -m http.server $(PORT) 2>/dev/null || npx serve "
+                     '-l $(PORT) 2>/dev/null || (echo "install Python or Node.js" && exit 1)\n\nhelp:\n\t@echo "make run"\n',
+         "index.html": "<!doctype html>\n"})
+# A script for a cluster's job: the database in the background, then what asks it.
+untuned("redis-server --port $PORT in a job's script, &> redis.out", "bash run.sh",
+        {"run.sh": "#!/bin/bash\n#COBALT -t 60\n#COBALT -n 1\n\nCONFIG='config.json'\n\n# Start the redis server\nPORT=%P\n"
+                   'redis-server --port $PORT --protected-mode no --save "" &> redis.out &\nREDIS=$!\n\n'
+                   'echo "Redis started on $HOSTNAME:$PORT"\n\npython3 synthetic.py \\\n\t--redis-host localhost \\\n'
+                   "\t--redis-port $PORT \\\n\t--task-count 50\n\nkill $REDIS\n",
+         "config.json": "{}\n",
+         "synthetic.py": "import argparse\nimport time\n\nparser = argparse.ArgumentParser()\n"
+                         "parser.add_argument('--redis-host')\nparser.add_argument('--redis-port', type=int)\n"
+                         "parser.add_argument('--task-count', type=int)\nargs = parser.parse_args()\ntime.sleep(120)\n"})
+
 # --- What must give no alert ---------------------------------------------------------------------
 def crashes(port):
     """(name, command, files, port that is held) of programs that end without having asked for it, or

@@ -75,7 +75,7 @@ class Probe final {
     // Opens and closes the main window and the settings so many times, and the welcome with them
     // where the user has not completed it.
     bool runRounds(int rounds) {
-        app_.start(LaunchStyle::inBackground);
+        QCoro::waitFor(app_.start(LaunchStyle::inBackground));
         for (int round = 1; round <= rounds; ++round) {
             app_.openMainWindow();
             app_.openSettings();

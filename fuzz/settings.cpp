@@ -24,12 +24,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     QFile::remove(path + u".damaged"_s);
     zenlot::JsonUserDefaults defaults(path);
+    defaults.read().waitForFinished();
     const auto before = defaults.object(known);
     defaults.set(changed, true);
-    defaults.write();
+    defaults.settle();
     ZENLOT_EXPECT(!defaults.isUnwritten());
     ZENLOT_EXPECT(defaults.wasDamaged() == QFile::exists(path + u".damaged"_s));
-    const zenlot::JsonUserDefaults again(path);
+    zenlot::JsonUserDefaults again(path);
+    again.settle();
     ZENLOT_EXPECT(!again.wasDamaged() && again.boolean(changed) && again.object(known) == before);
     return 0;
 }

@@ -47,15 +47,15 @@ int run(int argc, char** argv, const Options& options) {
     const HomeDirectories directories = xdgHomeDirectories();
     // Before the signals are handled, so that they can end the wait.
     ContainerKeeper container(directories.stateHome, options.patience);
-    TerminationSignals termination;
+    TerminationSignals termination(TerminationSignals::Children::none);
     termination.follow([] { QCoreApplication::quit(); });
     if (!container.isOurs()) {
         std::fputs("zenlot-monitor: another one is running for this user\n", stderr);
         return alreadyRunning;
     }
-    makeMonitorLogDirectory(directories.home);
     AppLog log(monitorLogPath(directories.home), std::chrono::system_clock::now,
                AppLog::Author::backgroundMonitor);
+    log.makeFolder();
     SessionBus bus;
     takeName(bus);
     QObject::connect(&bus, &SessionBus::connected, &bus, [&bus] { takeName(bus); });

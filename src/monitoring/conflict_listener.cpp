@@ -69,9 +69,10 @@ QString boundedText(const std::string& name) {
     return QString::fromUtf8(name.data(), static_cast<qsizetype>(length));
 }
 
+// Where the clock was set back since the start, this moment is as good as that.
 bool isFreshAt(const ConflictRecord& record, ReferenceTime startedAt, ReferenceTime now) {
     return record.detectedAt &&
-           *record.detectedAt >= startedAt - ConflictListener::kSlackBeforeStart &&
+           *record.detectedAt >= std::min(startedAt, now) - ConflictListener::kSlackBeforeStart &&
            now - *record.detectedAt <= ConflictListener::kLongestAge;
 }
 

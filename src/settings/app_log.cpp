@@ -92,34 +92,62 @@ bool makePrivateDirectory(const QString& path) {
 AppLog::AppLog(const QString& path, Clock clock, Author author)
     : path_(QFile::encodeName(path)), clock_(std::move(clock)), author_(author) {}
 
-void AppLog::writeAppLog(const QString& message) {
+QByteArray AppLog::line(const QString& message) const {
     using std::chrono::duration_cast;
     using std::chrono::milliseconds;
     const auto now = duration_cast<milliseconds>(clock_().time_since_epoch());
     const QString time = QDateTime::fromMSecsSinceEpoch(now.count(), Qt::UTC).toString(Qt::ISODate);
     const QString tag =
         author_ == Author::application ? u" [zenlot-app] "_s : u" [zenlot-daemon] "_s;
-    const QByteArray line = (time + tag + logLine(message, kLongestMessage)).toUtf8() + '\n';
+    return (time + tag + logLine(message, kLongestMessage)).toUtf8() + '\n';
+}
 
+void AppLog::writeAppLog(const QString& message) {
     const std::scoped_lock lock(mutex_);
-    // One program alone, since of two that come to it together one would put its new log in the
-    // place of the old one.
-    if (author_ == Author::backgroundMonitor)
-        setLongLogAside(path_);
-    if (append(path_, line, Missing::leave))
+    if (waiting_.size() > kMostWaiting) {
+        ++leftOut_;
         return;
-    // A taken name is a file that has just been made, or a symbolic link whose file is missing. A
-    // file system without links is left with making the file and writing to it in two steps.
-    if (create(path_, line) == Creation::nameTaken)
-        append(path_, line, Missing::create);
+    }
+    if (leftOut_ > 0)
+        waiting_ += line(u"%1 lines left out"_s.arg(std::exchange(leftOut_, 0)));
+    waiting_ += line(message);
+    if (!std::exchange(isWriting_, true))
+        writer_.post([this] { writeWaiting(); });
+}
+
+void AppLog::makeFolder() {
+    const std::scoped_lock lock(mutex_);
+    writer_.post([this] { makePrivateDirectory(QFileInfo(QFile::decodeName(path_)).path()); });
+}
+
+void AppLog::settle() {
+    writer_.wait();
+}
+
+// On the writer's thread.
+void AppLog::writeWaiting() {
+    for (;;) {
+        QByteArray lines;
+        {
+            const std::scoped_lock lock(mutex_);
+            lines.swap(waiting_);
+            isWriting_ = !lines.isEmpty();
+        }
+        if (lines.isEmpty())
+            return;
+        // One program alone, since of two that come to it together one would put its new log in the
+        // place of the old one.
+        if (author_ == Author::backgroundMonitor)
+            setLongLogAside(path_);
+        // A taken name is a file that has just been made, or a symbolic link whose file is missing.
+        // A file system without links is left with making the file and writing to it in two steps.
+        if (!append(path_, lines, Missing::leave) && create(path_, lines) == Creation::nameTaken)
+            append(path_, lines, Missing::create);
+    }
 }
 
 QString monitorLogPath(const QString& home) {
     return home + u"/Library/Logs/zenlot-monitor.log"_s;
-}
-
-bool makeMonitorLogDirectory(const QString& home) {
-    return makePrivateDirectory(QFileInfo(monitorLogPath(home)).path());
 }
 
 } // namespace zenlot

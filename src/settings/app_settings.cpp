@@ -7,9 +7,7 @@ namespace zenlot {
 using namespace Qt::StringLiterals;
 
 AppSettings::AppSettings(UserDefaults& defaults, AppService& loginItem, QObject* parent)
-    : QObject(parent), defaults_(defaults), loginItem_(loginItem) {
-    load();
-}
+    : QObject(parent), defaults_(defaults), loginItem_(loginItem) {}
 
 void AppSettings::load() {
     loadBoolean(u"showInMenuBar"_s, &AppSettings::setShowInMenuBar);

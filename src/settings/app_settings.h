@@ -1,18 +1,19 @@
-// The user's preferences as the program uses them: loaded from the user defaults when the object is
-// made, and written back whenever one is assigned.
+// The user's preferences as the program uses them: loaded from the user defaults once, and written
+// back whenever one is assigned.
 //
 // Assigning a property stores the value, tells observers when it differs from the one before, and
 // then writes it, also when it is equal. `launchAtLogin` is not written: assigning it registers or
 // unregisters the login item, and errors of that are dropped. Absent and ill-typed preferences keep
 // their defaults; a list with one element of a wrong type counts as ill-typed as a whole.
 //
-// Making the object assigns what it finds. In particular it registers the login item again when it
-// is enabled and unregisters it otherwise.
+// Loading assigns what it finds. In particular it registers the login item again when it is enabled
+// and unregisters it otherwise.
 //
 // Lists keep the order that they were given. One instance serves the whole program; it belongs to
 // the main thread.
 //
 //     AppSettings settings(defaults, loginItem);
+//     settings.load();
 //     settings.setMonitorIgnoredPorts({3000, 8080});
 #pragma once
 
@@ -59,6 +60,8 @@ class AppSettings : public QObject {
   public:
     // Both must outlive the settings.
     AppSettings(UserDefaults& defaults, AppService& loginItem, QObject* parent = nullptr);
+
+    void load();
 
     bool showInMenuBar() const { return showInMenuBar_; }
     bool showInDock() const { return showInDock_; }
@@ -111,7 +114,6 @@ class AppSettings : public QObject {
   private:
     using Changed = void (AppSettings::*)();
 
-    void load();
     void loadBoolean(const QString& key, void (AppSettings::*assign)(bool));
     void loadPorts(const QString& key, void (AppSettings::*assign)(const QList<qint64>&));
     void loadNames(const QString& key, void (AppSettings::*assign)(const QStringList&));

@@ -61,6 +61,7 @@ TEST_F(PublisherTest, ConflictReachesFilesSignalsAndLog) {
     EXPECT_EQ(fileAtPost, "[" + record + "]");
     EXPECT_THAT(posted, ElementsAre("dev.quorvane.zenlot.conflictsUpdated",
                                     "dev.quorvane.zenlot.conflict.3000"));
+    log.settle();
     EXPECT_THAT(folder.read("log"),
                 HasSubstr(" [zenlot-daemon] broadcasting port 3000, a_b_pid_1_ (pid 42)\n"));
     struct stat status {};

@@ -81,9 +81,12 @@ class PrivateDesktop {
         const QString program = words.takeFirst();
         return start(program, words);
     }
-    QProcess& start(const QString& program, const QStringList& arguments) {
+    // What is to be done in the new process before the program begins may be system calls only.
+    QProcess& start(const QString& program, const QStringList& arguments,
+                    const std::function<void()>& prepare = {}) {
         QProcess& process = *programs_.emplace_back(std::make_unique<QProcess>());
         process.setProcessEnvironment(environment_);
+        process.setChildProcessModifier(prepare);
         process.start(program, arguments);
         if (!process.waitForStarted())
             throw std::runtime_error("can't start " + program.toStdString());

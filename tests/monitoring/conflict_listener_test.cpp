@@ -39,7 +39,7 @@ class ConflictListenerTest : public testing::Test, protected SampleAlerts<> {
         publish("conflicts", "");
     }
     // Without the alerts' own lines.
-    Strings logged() const {
+    Strings logged() {
         Strings lines = SampleAlerts::logged();
         std::erase_if(lines, [](const std::string& line) {
             return line.find("notification ") != std::string::npos;
@@ -83,6 +83,12 @@ TEST_F(ConflictListenerTest, KeysAgesAndLines) {
     EXPECT_TRUE(listener->isFresh(recordOf(1, kNow)));
     EXPECT_FALSE(listener->isFresh(recordOf(1, kNow - 0.5s)));
     EXPECT_FALSE(listener->isFresh({1, 1, "", "", std::nullopt}));
+    // The clock may be set to another day.
+    for (const auto day : {24h, -24h}) {
+        now = kNow + day;
+        EXPECT_TRUE(listener->isFresh(recordOf(1, kNow + day - 3s)));
+    }
+    now = kNow + 60s;
 
     const std::pair<std::string, std::optional<ConflictRecord>> lines[] = {
         {kAnnounce + "port 3000, node (pid 42)", recordOf(3000, kNow + 60s)},

@@ -46,7 +46,7 @@ class PortMonitorTest : public testing::Test, protected SampleAlerts<SteeredTabl
         return titles;
     }
     // The monitor's own lines.
-    Strings logged() const {
+    Strings logged() {
         Strings lines = SampleAlerts::logged();
         std::erase_if(lines,
                       [](const std::string& line) { return !line.starts_with("port activity "); });

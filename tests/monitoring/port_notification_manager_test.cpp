@@ -32,7 +32,7 @@ class PortNotificationManagerTest : public testing::Test, protected SampleAlerts
                     u"%3 %1 %2"_s.arg(conflict.port).arg(conflict.holder.pid).arg(conflict.name));
             });
     }
-    QStringList loggedLines() const {
+    QStringList loggedLines() {
         QStringList lines;
         for (const std::string& line : logged())
             lines.append(withoutUuids(QString::fromStdString(line)));

@@ -38,6 +38,7 @@ TEST_F(AppLogTest, AppendsOneLineForEachEvent) {
         log_.writeAppLog(message);
         expected += kStart + written + "\n";
     }
+    log_.settle();
     EXPECT_EQ(folder_.read("target"), expected);
 }
 
@@ -57,6 +58,7 @@ TEST_F(AppLogTest, ConcurrentLinesStayWholeAndNoneIsLost) {
         std::ofstream(path_, std::ios::app) << "other\n";
         first.join();
         second.join();
+        log_.settle();
         ASSERT_THAT(folder_.read(kName), expected);
         std::filesystem::remove(path_);
     }
@@ -68,9 +70,12 @@ TEST_F(AppLogTest, TheMonitorKeepsOneOldLog) {
     for (const char* first : {"a", "b"}) {
         folder_.write(kName, first);
         monitor.writeAppLog(u"short"_s);
+        monitor.settle();
         std::filesystem::resize_file(path_, AppLog::kLongestLog + 1);
         log_.writeAppLog(u"the application's"_s);
+        log_.settle();
         monitor.writeAppLog(u"new"_s);
+        monitor.settle();
         EXPECT_THAT(folder_.read(kName), testing::EndsWith("[zenlot-daemon] new\n"));
         EXPECT_LT(std::filesystem::file_size(path_), 100U);
         EXPECT_THAT(folder_.read(kName + ".1"), testing::StartsWith(first));
@@ -81,12 +86,15 @@ TEST_F(AppLogTest, TheMonitorKeepsOneOldLog) {
 TEST_F(AppLogTest, DropsLinesWhereNoFileCanBeWritten) {
     ASSERT_EQ(::mkfifo(path_.c_str(), 0600), 0);
     log_.writeAppLog(u"nobody reads"_s);
-    const QString home = QString::fromStdString(folder_.path());
-    AppLog(monitorLogPath(home)).writeAppLog(u"no folder"_s);
+    log_.settle();
+    AppLog log(monitorLogPath(QString::fromStdString(folder_.path())));
+    log.writeAppLog(u"no folder"_s);
+    log.settle();
     EXPECT_EQ(folder_.names(), std::set<std::string>{kName});
     const mode_t before = ::umask(0);
-    EXPECT_TRUE(makeMonitorLogDirectory(home));
-    EXPECT_TRUE(makeMonitorLogDirectory(home));
+    log.makeFolder();
+    log.makeFolder();
+    log.settle();
     ::umask(before);
     for (const char* folder : {"Library", "Library/Logs"})
         EXPECT_EQ(std::filesystem::status(folder_.path() / folder).permissions(),

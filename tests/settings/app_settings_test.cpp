@@ -22,7 +22,8 @@ TEST_F(AppSettingsTest, LoadsWhatIsStoredAndOnlyThat) {
                         {u"monitorIgnoredPorts"_s, QVariantList{90LL, 8LL, 90LL}},
                         {u"monitorIgnoredApps"_s, QVariantList{u"b"_s, QString()}},
                         {u"conflictIgnoredPorts"_s, QVariantList{3000LL, u"3000"_s}}};
-    const AppSettings settings(defaults_, loginItem_);
+    AppSettings settings(defaults_, loginItem_);
+    settings.load();
     EXPECT_TRUE(settings.showInMenuBar());
     EXPECT_TRUE(settings.showInDock());
     EXPECT_FALSE(settings.portMonitoringEnabled());
@@ -52,7 +53,8 @@ TEST_F(AppSettingsTest, WritesOnEveryAssignmentAndNotifiesOfDifferences) {
             ASSERT_EQ(defaults_.writes.size(), 2U) << property.name();
             EXPECT_EQ(defaults_.writes[1].key, QString::fromLatin1(property.name()));
         }
-        const AppSettings next(defaults_, loginItem_);
+        AppSettings next(defaults_, loginItem_);
+        next.load();
         EXPECT_EQ(property.read(&next), value) << property.name();
     }
 }
@@ -60,7 +62,9 @@ TEST_F(AppSettingsTest, WritesOnEveryAssignmentAndNotifiesOfDifferences) {
 TEST_F(AppSettingsTest, LoginItemFollowsTheDesktopAndEachAssignment) {
     for (const int status : {0, 1, 2, 3, 7}) {
         loginItem_.currentStatus = static_cast<AppServiceStatus>(status);
-        EXPECT_EQ(AppSettings(defaults_, loginItem_).launchAtLogin(), status == 1);
+        AppSettings settings(defaults_, loginItem_);
+        settings.load();
+        EXPECT_EQ(settings.launchAtLogin(), status == 1);
     }
     EXPECT_EQ(loginItem_.unregisterCalls, 4);
     loginItem_.refusal = AppServiceError{u"domain"_s, 1, u"no"_s};

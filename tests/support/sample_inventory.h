@@ -36,7 +36,8 @@ struct SampleInventory {
 template <typename Tables = FakeProcessTables, typename Pinner = FakeProcessPinner>
 struct SampleAlerts : SampleInventory<Tables, Pinner>, SampleUser {
     // What was logged since the last call, without times and tags.
-    std::vector<std::string> logged() const {
+    std::vector<std::string> logged() {
+        log.settle();
         std::istringstream text(folder.read("app.log"));
         folder.write("app.log", "");
         std::vector<std::string> lines;

@@ -5,9 +5,8 @@
 
 namespace zenlot {
 
-// Ends the program with this status after this time, whatever its threads do: a worker may wait for
-// a disk that never answers. A later call takes the place of an earlier one. Signal handlers may
-// call it.
+// Ends the program with this status after this time, whatever its threads do: each of them, the
+// main thread too, may wait for a disk that never answers.
 void exitWithin(std::chrono::milliseconds time, int status);
 
 // How long the end of a program may take once its event loop has ended.

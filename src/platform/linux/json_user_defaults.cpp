@@ -139,12 +139,23 @@ std::optional<Document> documentIn(const UserFile& file) {
     }
 }
 
-// One attempt to change the file. Changed meanwhile means that it is worth another.
-Replacement change(const QString& path, const JsonChanges& changes) {
+QVariantMap valuesOf(const Json& object) {
+    QVariantMap values;
+    for (const auto& [key, value] : object.items()) {
+        if (!value.is_null())
+            values.insert(QString::fromStdString(key), variantFrom(value));
+    }
+    return values;
+}
+
+// One attempt to change the file, and what it says then. Changed meanwhile means that it is worth
+// another.
+Replacement change(const QString& path, const JsonChanges& changes, Json& outcome) {
     UserFile file = readUserFile(path, kMaximumBytes);
     std::optional<Document> document = documentIn(file);
     if (!document)
         return {Replacement::Outcome::failed, file.reason};
+    outcome = document->object;
     bool isDifferent = document->isDamaged;
     for (auto each = changes.cbegin(); each != changes.cend(); ++each) {
         const std::optional<Json> value =
@@ -166,56 +177,86 @@ Replacement change(const QString& path, const JsonChanges& changes) {
         qCInfo(defaultsLog) << "Set the damaged file aside:" << path;
         file = UserFile();
     }
-    return replaceUserFile(path, file, text);
+    const Replacement replacement = replaceUserFile(path, file, text);
+    if (replacement.outcome == Replacement::Outcome::done)
+        outcome = std::move(document->object);
+    return replacement;
 }
 
-bool isWritten(const QString& path, const JsonChanges& changes) {
-    const QString directory = QFileInfo(path).absolutePath();
+} // namespace
+
+// The next three are the worker's.
+
+bool JsonUserDefaults::readFile() {
+    const std::optional<Document> found = documentIn(readUserFile(path_, kMaximumBytes));
+    know(found ? valuesOf(found->object) : QVariantMap());
+    return found && found->isDamaged;
+}
+
+void JsonUserDefaults::know(QVariantMap values) {
+    const std::scoped_lock lock(mutex_);
+    known_ = std::move(values);
+}
+
+bool JsonUserDefaults::writeFile(const Changes& changes) {
+    const QString directory = QFileInfo(path_).absolutePath();
     // Without a folder the change itself fails and says so.
     if (std::ranges::any_of(changes, [](const auto& value) { return value.has_value(); }))
         static_cast<void>(makePrivateDirectories(directory));
     const DirectoryLock lock(directory);
     Replacement replacement{Replacement::Outcome::changedMeanwhile, QString()};
+    Json outcome = Json::object();
     for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
-        replacement = change(path, changes);
+        replacement = zenlot::change(path_, changes, outcome);
         if (replacement.outcome != Replacement::Outcome::changedMeanwhile)
             break;
     }
+    know(valuesOf(outcome));
     if (replacement.outcome == Replacement::Outcome::done)
         return true;
-    qCInfo(defaultsLog) << "Cannot change" << path << replacement.reason;
+    qCInfo(defaultsLog) << "Cannot change" << path_ << replacement.reason;
     return false;
 }
-
-} // namespace
 
 JsonUserDefaults::JsonUserDefaults(QString path, std::chrono::milliseconds betweenTries)
     : path_(std::move(path)), betweenTries_(betweenTries) {
     next_.setSingleShot(true);
-    connect(&next_, &QTimer::timeout, this, &JsonUserDefaults::beginWriting);
+    connect(&next_, &QTimer::timeout, this, [this] {
+        if (isWriting_)
+            noteOutcome(false); // so far: the disk does not answer
+        else
+            beginWriting();
+    });
     connect(&writing_, &QFutureWatcherBase::finished, this, &JsonUserDefaults::finishWriting);
-    const std::optional<Document> found = documentIn(readUserFile(path_, kMaximumBytes));
-    wasDamaged_ = found && found->isDamaged;
-    if (wasDamaged_)
-        next_.start(0);
+    connect(&firstReading_, &QFutureWatcherBase::finished, this,
+            &JsonUserDefaults::finishFirstReading);
+    firstReading_.setFuture(writer_.run([this] { return readFile(); }));
 }
 
 JsonUserDefaults::~JsonUserDefaults() {
-    write();
+    settle();
+}
+
+QFuture<void> JsonUserDefaults::read() {
+    return writer_.run([this] { readFile(); });
+}
+
+void JsonUserDefaults::finishFirstReading() {
+    if (std::exchange(isFirstRead_, true))
+        return;
+    wasDamaged_ = firstReading_.result();
+    if (wasDamaged_ && !isWriting_)
+        next_.start(0);
 }
 
 std::optional<QVariant> JsonUserDefaults::object(const QString& key) const {
-    for (const JsonChanges* changes : {&unwritten_, &beingWritten_}) {
+    for (const Changes* changes : {&unwritten_, &beingWritten_}) {
         if (const auto found = changes->constFind(key); found != changes->constEnd())
             return *found;
     }
-    const std::optional<Document> document = documentIn(readUserFile(path_, kMaximumBytes));
-    if (!document)
-        return std::nullopt;
-    const auto found = document->object.find(key.toStdString());
-    if (found == document->object.end() || found->is_null())
-        return std::nullopt;
-    return variantFrom(*found);
+    const std::scoped_lock lock(mutex_);
+    const auto found = known_.constFind(key);
+    return found == known_.constEnd() ? std::nullopt : std::optional(*found);
 }
 
 void JsonUserDefaults::store(const QString& key, const QVariant& value) {
@@ -233,16 +274,16 @@ void JsonUserDefaults::change(const QString& key, const std::optional<QVariant>&
 }
 
 void JsonUserDefaults::beginWriting() {
-    next_.stop();
+    next_.start(betweenTries_);
     isWriting_ = true;
     beingWritten_ = std::exchange(unwritten_, {});
-    writing_.setFuture(
-        writer_.run([path = path_, changes = beingWritten_] { return isWritten(path, changes); }));
+    writing_.setFuture(writer_.run([this, changes = beingWritten_] { return writeFile(changes); }));
 }
 
 void JsonUserDefaults::finishWriting() {
     if (!std::exchange(isWriting_, false))
         return;
+    next_.stop();
     const bool isDone = writing_.result();
     if (!isDone) {
         // What was changed meanwhile is newer.
@@ -252,11 +293,17 @@ void JsonUserDefaults::finishWriting() {
     beingWritten_.clear();
     if (!unwritten_.isEmpty())
         next_.start(isDone ? std::chrono::milliseconds(0) : betweenTries_);
+    noteOutcome(isDone);
+}
+
+void JsonUserDefaults::noteOutcome(bool isDone) {
     if (std::exchange(isUnwritten_, !isDone) == isDone)
         Q_EMIT troubleChanged();
 }
 
-void JsonUserDefaults::write() {
+void JsonUserDefaults::settle() {
+    writer_.wait();
+    finishFirstReading();
     bool isDone = true;
     while (isDone && (isWriting_ || next_.isActive())) {
         if (!isWriting_)

@@ -3,11 +3,14 @@
 #include "platform/linux/exit_deadline.h"
 
 #include <sys/eventfd.h>
+#include <sys/time.h>
 #include <unistd.h>
 
 #include <atomic>
 #include <cerrno>
+#include <chrono>
 #include <cstddef>
+#include <system_error>
 #include <utility>
 
 namespace zenlot {
@@ -22,13 +25,22 @@ void count(int /*signal*/) {
     const int error = errno;
     ::eventfd_write(signalCounter, 1);
     // Before there is a loop nothing has begun that would have to be ended in order.
-    exitWithin(isFollowed ? TerminationSignals::kPatience : kLongestEnd, 0);
+    const std::chrono::microseconds time = isFollowed ? TerminationSignals::kPatience : kLongestEnd;
+    const auto seconds = std::chrono::floor<std::chrono::seconds>(time);
+    itimerval timer{};
+    timer.it_value.tv_sec = seconds.count();
+    timer.it_value.tv_usec = (time - seconds).count();
+    ::setitimer(ITIMER_REAL, &timer, nullptr);
     errno = error;
+}
+
+void exitNow(int /*signal*/) {
+    ::_exit(0);
 }
 
 } // namespace
 
-TerminationSignals::TerminationSignals() {
+TerminationSignals::TerminationSignals(Children children) : children_(children) {
     signalCounter = ::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
     struct sigaction action {};
     action.sa_handler = count;
@@ -38,9 +50,36 @@ TerminationSignals::TerminationSignals() {
         if (earlier_[index].sa_handler != SIG_IGN)
             ::sigaction(kSignals[index], &action, nullptr);
     }
+    struct sigaction alarm {};
+    alarm.sa_handler = exitNow;
+    ::sigaction(SIGALRM, &alarm, nullptr);
+
+    // While the main thread waits for a disk no signal reaches it. Once there is a loop it waits
+    // for none, and its mask is that of child processes.
+    sigset_t mask;
+    ::sigemptyset(&mask);
+    for (const int signal : kSignals)
+        ::sigaddset(&mask, signal);
+    ::sigaddset(&mask, SIGALRM);
+    try {
+        thread_ = std::thread([this] { isEnding_.wait(false); });
+        ::pthread_sigmask(SIG_BLOCK, &mask, &earlierMask_);
+    } catch (const std::system_error&) {
+        // Without a thread the main thread takes them.
+    }
+}
+
+void TerminationSignals::endThread() {
+    if (!thread_.joinable())
+        return;
+    isEnding_ = true;
+    isEnding_.notify_all();
+    thread_.join();
+    ::pthread_sigmask(SIG_SETMASK, &earlierMask_, nullptr);
 }
 
 TerminationSignals::~TerminationSignals() {
+    endThread();
     for (std::size_t index = 0; index < kSignals.size(); ++index)
         ::sigaction(kSignals[index], &earlier_[index], nullptr);
     notifier_.reset();
@@ -57,6 +96,8 @@ void TerminationSignals::follow(std::function<void()> handler) {
                              handler();
                      });
     isFollowed = true;
+    if (children_ == Children::some)
+        endThread();
 }
 
 } // namespace zenlot

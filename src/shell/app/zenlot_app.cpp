@@ -106,10 +106,11 @@ std::unique_ptr<GlobalShortcut> makeGlobalShortcut(SessionBus& bus) {
 ZenlotApp::ZenlotApp(SessionBus& bus, ApplicationInstance& instance)
     : bus_(bus), instance_(instance), directories_(xdgHomeDirectories()),
       userDefaults_(directories_.configHome + u"/dev.quorvane.zenlot/defaults.json"_s),
-      loginItem_(directories_.configHome, QCoreApplication::applicationFilePath(),
+      autostart_(directories_.configHome, QCoreApplication::applicationFilePath(),
                  kBackgroundOption.latin1()),
-      settings_(userDefaults_, loginItem_), log_(monitorLogPath(directories_.home)),
-      systemLog_("zenlot"), appearance_(bus_, startOfPortal()), appearanceFollower_(appearance_),
+      loginItem_(autostart_), settings_(userDefaults_, loginItem_),
+      log_(monitorLogPath(directories_.home)), systemLog_("zenlot"),
+      appearance_(bus_, startOfPortal()), appearanceFollower_(appearance_),
       runningApplications_(xdgDataDirectories(directories_), programDirectories()),
       workspace_(directories_.home, xdgDataDirectories(directories_), propertyLists_),
       sharedPortCache_([container = SharedContainer(directories_.stateHome)] {
@@ -166,7 +167,7 @@ ZenlotApp::ZenlotApp(SessionBus& bus, ApplicationInstance& instance)
 
 ZenlotApp::~ZenlotApp() {
     finish();
-    userDefaults_.write();
+    userDefaults_.settle();
 }
 
 // Who quits at once has not given up the monitor.
@@ -176,14 +177,24 @@ void ZenlotApp::finish() {
     launchAgentInstaller_.wait();
 }
 
-void ZenlotApp::start(LaunchStyle style) {
+QCoro::Task<> ZenlotApp::start(LaunchStyle style) {
 #ifdef __GLIBC__
     // Threads that work now and then would each keep a heap, and what they once used of it.
     mallopt(M_ARENA_MAX, 2);
 #endif
     // Without a window there may still be a status item, alerts, or a later start to open one.
     QGuiApplication::setQuitOnLastWindowClosed(false);
-    makeMonitorLogDirectory(directories_.home);
+    log_.makeFolder();
+    const QPointer<QObject> context(&context_);
+    const QFuture<void> reading = userDefaults_.read();
+    const QFuture<void> look = loginItem_.look();
+    co_await reading;
+    if (!context)
+        co_return;
+    co_await look;
+    if (!context)
+        co_return;
+    settings_.load();
     followSettings();
     reinstallTimer_.setSingleShot(true);
     QObject::connect(&reinstallTimer_, &QTimer::timeout, &context_,
@@ -212,6 +223,16 @@ void ZenlotApp::openMainWindow() {
     if (!mainWindow_.window())
         runStartupSequence();
     show(mainWindow_);
+    readPortToCheck();
+}
+
+// Which another program may have written since the settings were read.
+QCoro::Task<> ZenlotApp::readPortToCheck() {
+    const QPointer<QObject> context(&context_);
+    const QFuture<void> reading = userDefaults_.read();
+    co_await reading;
+    if (context && contentViewModel_)
+        contentViewModel_->takePortToCheck();
 }
 
 void ZenlotApp::openSettings() {

@@ -48,6 +48,7 @@
 #include "settings/app_settings.h"
 #include "settings/window/settings_view_model.h"
 #include "shell/app/appearance_follower.h"
+#include "shell/app/login_item.h"
 #include "shell/backgrounditems/background_items_view_model.h"
 #include "shell/inspector/process_details_collector.h"
 #include "shell/inspector/process_details_loader.h"
@@ -82,7 +83,8 @@ class ZenlotApp final {
     ZenlotApp(SessionBus& bus, ApplicationInstance& instance);
     ~ZenlotApp();
 
-    void start(LaunchStyle style);
+    // Once the settings have been read, however long that takes.
+    QCoro::Task<> start(LaunchStyle style);
 
     // What must not be lost when the program ends. Of all else the end may be cut short.
     void finish();
@@ -107,6 +109,7 @@ class ZenlotApp final {
     QCoro::Task<> alertAboutOwner(int port);
     void followSettings();
     void noteTroubleWithSettings();
+    QCoro::Task<> readPortToCheck();
     void followInstance();
     void quitIfNothingIsLeft();
 
@@ -126,7 +129,8 @@ class ZenlotApp final {
 
     HomeDirectories directories_;
     JsonUserDefaults userDefaults_;
-    AutostartAppService loginItem_;
+    AutostartAppService autostart_;
+    LoginItem loginItem_;
     AppSettings settings_;
     AppLog log_;
     JournalSystemLog systemLog_;

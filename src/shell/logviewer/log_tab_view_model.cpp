@@ -114,6 +114,7 @@ void LogTabViewModel::clearLog() {
                 return std::nullopt;
             }
             log.writeAppLog(u"log cleared"_s);
+            log.settle();
             return readAgain(path, std::make_shared<const LogText>(), isStopped_);
         },
         [this](const std::optional<Reading>& cleared) {

@@ -160,6 +160,9 @@ class ContentViewModel : public QObject {
     // To be called each time the window's content appears.
     Q_INVOKABLE void appear();
 
+    // Checks the port that another program has left in the preferences, once.
+    void takePortToCheck();
+
     // Gives the port field the keyboard.
     void focusPortField() { Q_EMIT portFieldFocusRequested(); }
 
@@ -261,7 +264,6 @@ class ContentViewModel : public QObject {
     void lookCloser(const QString& sidebarRowKey, Wish wish);
     void fulfilWish();
     void checkPort(qint64 port);
-    void takePortToCheck();
     void takePendingPort();
     void scheduleDebouncedCheck();
     void assignSidebarSelection(std::optional<int> port);

@@ -24,7 +24,14 @@ class JsonUserDefaultsTest : public testing::Test {
     // The settings when the key has this value.
     const UserDefaults& with(const std::string& value) {
         folder_.write(kFileName, R"({"key":)" + value + "}");
+        defaults_.read().waitForFinished();
         return defaults_;
+    }
+    // What another program would read.
+    std::unique_ptr<JsonUserDefaults> another() const {
+        auto defaults = std::make_unique<JsonUserDefaults>(path_);
+        defaults->settle();
+        return defaults;
     }
 
     TemporaryFolder folder_;
@@ -44,8 +51,8 @@ TEST_F(JsonUserDefaultsTest, KeepsWhatIsStoredLikeTheFake) {
         defaults->set(kKey, true);
         EXPECT_TRUE(defaults->boolean(kKey));
     }
-    defaults_.write();
-    EXPECT_TRUE(JsonUserDefaults(path_).boolean(kKey));
+    defaults_.settle();
+    EXPECT_TRUE(another()->boolean(kKey));
     EXPECT_EQ(std::filesystem::status(folder_.path() / "app").permissions(),
               std::filesystem::perms::owner_all);
 }
@@ -82,14 +89,14 @@ TEST_F(JsonUserDefaultsTest, WhatOthersPutThereSurvives) {
     folder_.write("linked.json", valid);
     folder_.link(kFileName, "../linked.json");
     defaults_.set(kKey, QList<qint64>{3});
-    defaults_.write();
+    defaults_.settle();
     defaults_.set(kKey, QStringList{QString(9000000, u'x')});
-    defaults_.write();
+    defaults_.settle();
     EXPECT_EQ(folder_.read(kFileName), valid);
     defaults_.set(kKey, false);
-    defaults_.write();
+    defaults_.settle();
     defaults_.remove(kKey);
-    defaults_.write();
+    defaults_.settle();
     EXPECT_EQ(QByteArray::fromStdString(folder_.read("linked.json")).simplified().replace(" ", ""),
               R"({"n":null,"o":[18446744073709551615,3.0]})");
 
@@ -98,9 +105,10 @@ TEST_F(JsonUserDefaultsTest, WhatOthersPutThereSurvives) {
     std::string aside = "linked.json.damaged";
     for (const std::string& damaged : {std::string("[1]"), tooDeep, tooLarge}) {
         folder_.write(kFileName, damaged);
+        defaults_.read().waitForFinished();
         EXPECT_EQ(defaults_.object(kKey), std::nullopt);
         defaults_.set(kKey, true);
-        defaults_.write();
+        defaults_.settle();
         EXPECT_TRUE(defaults_.boolean(kKey));
         EXPECT_TRUE(folder_.read(aside) == damaged) << aside;
         aside = "linked.json.damaged-" + std::to_string(folder_.names().size() - 1);
@@ -112,13 +120,13 @@ TEST_F(JsonUserDefaultsTest, NeitherWaitsForNorReplacesWhatIsNoFile) {
     ASSERT_EQ(::mkfifo((folder_.path() / kFileName).c_str(), 0600), 0);
     JsonUserDefaults defaults(path_, 1ms);
     defaults.set(kKey, true);
-    defaults.write();
+    defaults.settle();
     EXPECT_TRUE(std::filesystem::is_fifo(folder_.path() / kFileName));
     EXPECT_TRUE(defaults.isUnwritten() && defaults.boolean(kKey));
     // It is tried again.
     std::filesystem::remove(folder_.path() / kFileName);
     EXPECT_TRUE(QTest::qWaitFor([&] { return !defaults.isUnwritten(); }, 60'000));
-    EXPECT_TRUE(JsonUserDefaults(path_).boolean(kKey));
+    EXPECT_TRUE(another()->boolean(kKey));
 }
 
 // What was written whole before the damage counts, and is written anew.
@@ -128,18 +136,16 @@ TEST_F(JsonUserDefaultsTest, KeepsWhatADamagedFileStillSays) {
     for (const std::string& rest : {std::string("[3"), std::string("12"), std::string("\"\xFF\"}"),
                                     std::string(9, '\0'), std::string("tru")}) {
         folder_.write(kFileName, good + rest);
-        {
-            const JsonUserDefaults defaults(path_);
-            EXPECT_TRUE(defaults.wasDamaged() && defaults.boolean(u"b"_s));
-            EXPECT_EQ(defaults.integers(u"a"_s), (QList<qint64>{1, 2}));
-            EXPECT_EQ(defaults.object(kKey), std::nullopt) << rest;
-        }
+        const auto defaults = another();
+        EXPECT_TRUE(defaults->wasDamaged() && defaults->boolean(u"b"_s));
+        EXPECT_EQ(defaults->integers(u"a"_s), (QList<qint64>{1, 2}));
+        EXPECT_EQ(defaults->object(kKey), std::nullopt) << rest;
         EXPECT_EQ(QByteArray::fromStdString(folder_.read(kFileName)).simplified().replace(" ", ""),
                   expected);
         EXPECT_EQ(folder_.read(kFileName + ".damaged"), good + rest);
         std::filesystem::remove(folder_.path() / (kFileName + ".damaged"));
     }
-    EXPECT_FALSE(JsonUserDefaults(path_).wasDamaged());
+    EXPECT_FALSE(another()->wasDamaged());
 }
 
 } // namespace
