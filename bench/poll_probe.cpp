@@ -40,7 +40,7 @@ using namespace std::chrono_literals;
 using Microseconds = std::chrono::microseconds;
 
 constexpr int kPolls = 10; // until it is settled
-constexpr int kScans = 7;
+constexpr int kScans = 15;
 
 Microseconds processorTime() {
     timespec time{};
@@ -93,21 +93,20 @@ bool run(std::chrono::seconds duration) {
     }
     all.print("all");
 
+    // In turn, so that whatever else the machine does slows both.
     for (int scans = 0; scans < kScans; ++scans) {
         std::this_thread::sleep_for(1s);
-        const Meter meter;
+        const Meter scan;
         scanner.listOccupiedPorts();
-        meter.print("scan");
-    }
-    for (int scans = 0; scans < kScans; ++scans) {
+        scan.print("scan");
         std::this_thread::sleep_for(1s);
         const LinuxOriginSources sources;
-        const Meter meter;
+        const Meter origins;
         std::vector<PortOwner> rows;
         for (const OccupiedPort& port : scanner.listOccupiedPorts())
             rows.push_back({static_cast<std::uint16_t>(port.port), {port.pid, port.startTime}});
         OriginCollector(sources).originsOf(rows);
-        meter.print("origins");
+        origins.print("origins");
     }
     return true;
 }

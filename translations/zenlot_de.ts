@@ -329,6 +329,33 @@
     </message>
 </context>
 <context>
+    <name>ObstacleText</name>
+    <message>
+        <source>%1 has reserved it without listening.</source>
+        <translation>%1 hat ihn belegt, ohne auf ihm zu lauschen.</translation>
+    </message>
+    <message>
+        <source>%1 uses it for a connection to port %2. Some servers can&apos;t have it until that ends.</source>
+        <translation>%1 nutzt ihn für eine Verbindung zu Port %2. Manche Server bekommen ihn erst, wenn sie endet.</translation>
+    </message>
+    <message>
+        <source>Its last connection has just ended. Some servers can&apos;t have it for another %1 s.</source>
+        <translation>Seine letzte Verbindung ist gerade zu Ende gegangen. Manche Server bekommen ihn erst in %1 s.</translation>
+    </message>
+    <message>
+        <source>The system keeps it for servers that ask for it.</source>
+        <translation>Das System hält ihn für Server frei, die nach ihm fragen.</translation>
+    </message>
+    <message>
+        <source>Only privileged programs can have it.</source>
+        <translation>Nur privilegierte Programme bekommen ihn.</translation>
+    </message>
+    <message>
+        <source>A process of another user</source>
+        <translation>Ein Prozess eines anderen Benutzers</translation>
+    </message>
+</context>
+<context>
     <name>OnboardingWindow</name>
     <message>
         <source>Welcome to Zenlot</source>

@@ -329,6 +329,33 @@
     </message>
 </context>
 <context>
+    <name>ObstacleText</name>
+    <message>
+        <source>%1 has reserved it without listening.</source>
+        <translation>%1 lo ha reservado sin escuchar en él.</translation>
+    </message>
+    <message>
+        <source>%1 uses it for a connection to port %2. Some servers can&apos;t have it until that ends.</source>
+        <translation>%1 lo usa para una conexión al puerto %2. Algunos servidores no pueden tenerlo hasta que termine.</translation>
+    </message>
+    <message>
+        <source>Its last connection has just ended. Some servers can&apos;t have it for another %1 s.</source>
+        <translation>Su última conexión acaba de terminar. Algunos servidores no pueden tenerlo hasta dentro de %1 s.</translation>
+    </message>
+    <message>
+        <source>The system keeps it for servers that ask for it.</source>
+        <translation>El sistema lo reserva para los servidores que lo piden.</translation>
+    </message>
+    <message>
+        <source>Only privileged programs can have it.</source>
+        <translation>Solo los programas con privilegios pueden tenerlo.</translation>
+    </message>
+    <message>
+        <source>A process of another user</source>
+        <translation>Un proceso de otro usuario</translation>
+    </message>
+</context>
+<context>
     <name>OnboardingWindow</name>
     <message>
         <source>Welcome to Zenlot</source>

@@ -329,6 +329,33 @@
     </message>
 </context>
 <context>
+    <name>ObstacleText</name>
+    <message>
+        <source>%1 has reserved it without listening.</source>
+        <translation>%1 l’a réservé sans y écouter.</translation>
+    </message>
+    <message>
+        <source>%1 uses it for a connection to port %2. Some servers can&apos;t have it until that ends.</source>
+        <translation>%1 l’utilise pour une connexion au port %2. Certains serveurs ne peuvent pas l’avoir avant qu’elle se termine.</translation>
+    </message>
+    <message>
+        <source>Its last connection has just ended. Some servers can&apos;t have it for another %1 s.</source>
+        <translation>Sa dernière connexion vient de se terminer. Certains serveurs ne peuvent pas l’avoir avant %1 s.</translation>
+    </message>
+    <message>
+        <source>The system keeps it for servers that ask for it.</source>
+        <translation>Le système le garde pour les serveurs qui le demandent.</translation>
+    </message>
+    <message>
+        <source>Only privileged programs can have it.</source>
+        <translation>Seuls les programmes privilégiés peuvent l’avoir.</translation>
+    </message>
+    <message>
+        <source>A process of another user</source>
+        <translation>Un processus d’un autre utilisateur</translation>
+    </message>
+</context>
+<context>
     <name>OnboardingWindow</name>
     <message>
         <source>Welcome to Zenlot</source>

@@ -329,6 +329,33 @@
     </message>
 </context>
 <context>
+    <name>ObstacleText</name>
+    <message>
+        <source>%1 has reserved it without listening.</source>
+        <translation>A(z) %1 lefoglalta, de nem figyel rajta.</translation>
+    </message>
+    <message>
+        <source>%1 uses it for a connection to port %2. Some servers can&apos;t have it until that ends.</source>
+        <translation>A(z) %1 egy %2 porthoz menő kapcsolatra használja. Egyes kiszolgálók csak annak végén kaphatják meg.</translation>
+    </message>
+    <message>
+        <source>Its last connection has just ended. Some servers can&apos;t have it for another %1 s.</source>
+        <translation>Az utolsó kapcsolata most ért véget. Egyes kiszolgálók még %1 másodpercig nem kaphatják meg.</translation>
+    </message>
+    <message>
+        <source>The system keeps it for servers that ask for it.</source>
+        <translation>A rendszer azoknak a kiszolgálóknak tartja fenn, amelyek kérik.</translation>
+    </message>
+    <message>
+        <source>Only privileged programs can have it.</source>
+        <translation>Csak kiemelt jogú programok kaphatják meg.</translation>
+    </message>
+    <message>
+        <source>A process of another user</source>
+        <translation>Egy másik felhasználó folyamata</translation>
+    </message>
+</context>
+<context>
     <name>OnboardingWindow</name>
     <message>
         <source>Welcome to Zenlot</source>

@@ -329,6 +329,33 @@
     </message>
 </context>
 <context>
+    <name>ObstacleText</name>
+    <message>
+        <source>%1 has reserved it without listening.</source>
+        <translation>%1 が待ち受けずに確保しています。</translation>
+    </message>
+    <message>
+        <source>%1 uses it for a connection to port %2. Some servers can&apos;t have it until that ends.</source>
+        <translation>%1 がポート %2 への接続に使っています。終わるまで使えないサーバーもあります。</translation>
+    </message>
+    <message>
+        <source>Its last connection has just ended. Some servers can&apos;t have it for another %1 s.</source>
+        <translation>最後の接続が終わったばかりです。あと %1 秒は使えないサーバーもあります。</translation>
+    </message>
+    <message>
+        <source>The system keeps it for servers that ask for it.</source>
+        <translation>システムは、これを指定して求めるサーバーのために取っておきます。</translation>
+    </message>
+    <message>
+        <source>Only privileged programs can have it.</source>
+        <translation>特権のあるプログラムだけが使えます。</translation>
+    </message>
+    <message>
+        <source>A process of another user</source>
+        <translation>別のユーザーのプロセス</translation>
+    </message>
+</context>
+<context>
     <name>OnboardingWindow</name>
     <message>
         <source>Welcome to Zenlot</source>

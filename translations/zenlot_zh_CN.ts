@@ -329,6 +329,33 @@
     </message>
 </context>
 <context>
+    <name>ObstacleText</name>
+    <message>
+        <source>%1 has reserved it without listening.</source>
+        <translation>%1 占用了它但没有监听。</translation>
+    </message>
+    <message>
+        <source>%1 uses it for a connection to port %2. Some servers can&apos;t have it until that ends.</source>
+        <translation>%1 正用它连接到端口 %2。连接结束前，有些服务器无法使用它。</translation>
+    </message>
+    <message>
+        <source>Its last connection has just ended. Some servers can&apos;t have it for another %1 s.</source>
+        <translation>它的最后一个连接刚刚结束。有些服务器还要等 %1 秒才能使用它。</translation>
+    </message>
+    <message>
+        <source>The system keeps it for servers that ask for it.</source>
+        <translation>系统把它留给指定要它的服务器。</translation>
+    </message>
+    <message>
+        <source>Only privileged programs can have it.</source>
+        <translation>只有特权程序才能使用它。</translation>
+    </message>
+    <message>
+        <source>A process of another user</source>
+        <translation>另一个用户的进程</translation>
+    </message>
+</context>
+<context>
     <name>OnboardingWindow</name>
     <message>
         <source>Welcome to Zenlot</source>

@@ -11,6 +11,7 @@
 #include "inventory/origin/origin_collector.h"
 #include "inventory/origin/port_stopper.h"
 #include "inventory/port_lookup.h"
+#include "managers/linux/network_manager_networks.h"
 #include "managers/linux/socket_container_engines.h"
 #include "managers/linux/systemd_service_managers.h"
 
@@ -80,7 +81,7 @@ class Runner {
         const auto port = static_cast<std::uint16_t>(command.port);
         WhyAnswer answer{port, origins_.originsOnPort(port), {}};
         if (answer.origins.empty())
-            answer.obstacles = bindObstacles(sources_, port);
+            answer.obstacles = origins_.obstaclesOnPort(port);
         return print(command.format == Format::json ? whyJson(answer) + "\n" : whyPage(answer));
     }
 
@@ -134,7 +135,8 @@ class Runner {
 
     LinuxOriginSources sources_;
     SocketContainerEngines engines_;
-    OriginCollector origins_{sources_, &engines_};
+    NetworkManagerNetworks networks_;
+    OriginCollector origins_{sources_, &engines_, &networks_};
     LinuxProcessTables tables_;
     PortScanner scanner_{tables_, isPortInUse, availableProcessors()};
 };

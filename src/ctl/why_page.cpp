@@ -55,8 +55,10 @@ std::string processText(const std::string& name, std::int64_t pid) {
 std::string holderText(const Origin& origin, const std::string& user) {
     if (origin.process.pid != 0)
         return processText(origin.processName, origin.process.pid) + ", user " + user;
-    return (origin.processName.empty() ? "a process that only user " + user + " may look into"
-                                       : origin.processName + ", user " + user);
+    if (!origin.processName.empty())
+        return origin.processName + ", user " + user;
+    return origin.socketUnit ? "the service manager, user " + user
+                             : "a process that only user " + user + " may look into";
 }
 
 std::string projectText(const Project& project) {
@@ -102,6 +104,12 @@ std::string addressesText(const Origin& origin) {
     return listed(texts);
 }
 
+std::string networkText(const NetworkAddress& address) {
+    if (!address.network.empty())
+        return "Wi-Fi \"" + address.network + "\"";
+    return (address.isWireless ? "Wi-Fi " : "") + address.interface;
+}
+
 std::string reachText(const Origin& origin) {
     if (origin.reach == Reach::unknown)
         return {};
@@ -110,8 +118,7 @@ std::string reachText(const Origin& origin) {
     std::vector<std::string> texts;
     for (const NetworkAddress& address : origin.reachableAt) {
         if (texts.size() < kMostAddresses)
-            texts.push_back(addressText(address.address) + " (" +
-                            (address.isWireless ? "Wi-Fi " : "") + address.interface + ")");
+            texts.push_back(addressText(address.address) + " (" + networkText(address) + ")");
     }
     return "everyone who can reach " +
            (texts.empty() ? std::string("its address") : listed(texts, " or ")) +

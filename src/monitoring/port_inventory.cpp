@@ -85,6 +85,12 @@ std::vector<Origin> PortInventory::originsOf(const std::vector<PortOwner>& rows)
     return origins_ ? origins_->originsOf(rows) : std::vector<Origin>(rows.size());
 }
 
+QFuture<std::vector<BindObstacle>> PortInventory::obstaclesOnPort(std::uint16_t port) {
+    return workers_.run([this, port] {
+        return origins_ ? origins_->obstaclesOnPort(port) : std::vector<BindObstacle>();
+    });
+}
+
 QFuture<std::vector<ProcessSighting>>
 PortInventory::lookAtProcesses(std::vector<ForceQuitTarget> targets) {
     return workers_.run([this, targets = std::move(targets)] {

@@ -58,6 +58,9 @@ class PortInventory final {
         });
     }
 
+    // What stands against a server on a port that nobody listens on; see bind_obstacle.h.
+    QFuture<std::vector<BindObstacle>> obstaclesOnPort(std::uint16_t port);
+
     // One sighting for each target, in their order.
     QFuture<std::vector<ProcessSighting>> lookAtProcesses(std::vector<ForceQuitTarget> targets);
 

@@ -49,6 +49,14 @@ class AccessibleTree {
         return found;
     }
 
+    // The same, whose description begins so.
+    bool findDescribed(const char* role, const QString& name, const QString& description) const {
+        return wait([&] {
+            const auto node = findBelow(kRoot, role, name, State::visible);
+            return node && property(*node, "Description").toString().startsWith(description);
+        });
+    }
+
     // The node with that role and name which stands nearest to another one.
     std::optional<Node> findNear(Node node, const char* role, const QString& name) const {
         std::optional<Node> found;

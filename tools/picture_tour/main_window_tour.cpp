@@ -120,6 +120,9 @@ void showMainWindow(Visitor& visitor) {
         visitor.captureNow(scene.window(), u"typing"_s);
         scene.check(u"3001"_s);
         visitor.see(scene.window(), u"free"_s);
+        scene.check(u"41234"_s);
+        waitFor([&] { return !scene.content().freeNote().isEmpty(); });
+        visitor.see(scene.window(), u"free-but-kept"_s);
         scene.check(u"3000"_s);
         visitor.see(scene.window(), u"one-owner"_s);
         scene.check(u"5432"_s);
@@ -138,8 +141,15 @@ void showMainWindow(Visitor& visitor) {
         scene.resize({860, 560});
         openSections(scene.machine.inspector());
         visitor.see(scene.window(), u"inspector-open"_s);
+        scene.resize({860, 1'050});
+        visitor.see(scene.window(), u"inspector-tall"_s);
+        scene.resize({860, 560});
         scene.content().requestForceQuit();
         visitor.see(scene.window(), u"confirmation"_s);
+        scene.content().cancelForceQuit();
+        scene.content().requestStop();
+        waitFor([&] { return scene.content().isAskingToStop(); });
+        visitor.see(scene.window(), u"stop"_s);
     }
     {
         Scene scene;

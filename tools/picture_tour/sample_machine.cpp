@@ -45,7 +45,7 @@ SampleMachine::SampleMachine()
           [] { return std::chrono::system_clock::time_point(std::chrono::seconds(kNow)); },
           QLocale(QLocale::English), QTimeZone::utc()),
       content_({machine_.inventory, notifications_, applications_, bundleKeys_, appModel_,
-                user_.settings, user_.defaults},
+                user_.settings, user_.defaults, &stopper_},
                {}) {
     user_.settings.setHasCompletedOnboarding(true);
     processes_.memoryBytes = 16'000'000'000;
@@ -115,7 +115,9 @@ void SampleMachine::addOrigins() {
         node.parent = 4300;
         node.workingDirectory = shop.toStdString();
         node.hasTerminal = true;
+        node.user = currentUserId();
     }
+    sources.clients[3000] = 2;
     ProcessGlimpse& python =
         sources.addServer(4377, {"python3", "-m", "http.server", "8080"}, 8080, "0.0.0.0");
     python.parent = 1;
@@ -123,6 +125,18 @@ void SampleMachine::addOrigins() {
     python.isDirectoryDeleted = true;
     sources.addServer(812, {"sshd: /usr/sbin/sshd -D"}, 22, "0.0.0.0").controlGroup =
         "/system.slice/ssh.service";
+    sources.addProcess(4420, {"firefox"});
+    sources.held[4420] = {1000};
+    sources.uses = {{.state = TcpState::established,
+                     .address = {},
+                     .port = 41'234,
+                     .foreignPort = 443,
+                     .inode = 1000},
+                    {.state = TcpState::timeWait,
+                     .address = {},
+                     .port = 41'234,
+                     .foreignPort = 443,
+                     .remaining = std::chrono::seconds(42)}};
     sources.addresses.push_back({*IpAddress::parse("192.168.1.7"), "wlan0", true});
 }
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "inventory/fake_process_inspector.h"
+#include "inventory/origin/fake_managers.h"
 #include "platform/fake_property_list.h"
 #include "platform/fake_running_applications.h"
 #include "platform/fake_workspace.h"
@@ -56,6 +57,9 @@ class SampleMachine final {
     AppModel appModel_;
     ProcessDetailsCollector collector_;
     ProcessDetailsLoader loader_{collector_, applications_, propertyLists_, &machine_.origins};
+    FakeManagers managers_;
+    PortStopper stopper_{
+        {machine_.originSources, machine_.origins, managers_, managers_, managers_}};
     ContentViewModel content_;
     ProcessDetailViewModel inspector_{loader_};
 };

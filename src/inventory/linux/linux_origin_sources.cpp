@@ -89,15 +89,15 @@ std::vector<ProcessId> LinuxOriginSources::pids() const {
 std::optional<ProcessGlimpse> LinuxOriginSources::process(ProcessId pid) const {
     constexpr std::string_view kDeleted = " (deleted)";
     const auto stat = procFiles_.stat(pid);
-    const auto status = procFiles_.status(pid);
-    if (!stat || !status || status->hasEnded)
+    const auto user = procFiles_.effectiveUid(pid);
+    if (!stat || !user || stat->state == ProcessState::zombie)
         return std::nullopt;
     const std::string folder = std::to_string(pid) + "/";
     ProcessGlimpse glimpse;
     glimpse.process = {pid, stat->startTicks};
     glimpse.parent = stat->parentPid;
-    glimpse.user = status->effectiveUid;
-    glimpse.name = procFiles_.commandName(pid);
+    glimpse.user = *user;
+    glimpse.name = stat->name;
     glimpse.commandLine = wordsOf(procFiles_.read(folder + "cmdline").value_or(std::string()));
     glimpse.executable = procFiles_.executablePath(pid);
     glimpse.workingDirectory = procFiles_.link(folder + "cwd");

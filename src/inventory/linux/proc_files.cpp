@@ -154,6 +154,14 @@ std::optional<ProcessStatus> ProcFiles::status(ProcessId pid) const {
     return text ? decodeProcessStatus(*text) : std::nullopt;
 }
 
+// The folder is owned so; of the files in it, some are the superuser's.
+std::optional<UserId> ProcFiles::effectiveUid(ProcessId pid) const {
+    struct stat status {};
+    return ::fstatat(root_.get(), std::to_string(pid).c_str(), &status, 0) == 0
+               ? std::optional<UserId>(status.st_uid)
+               : std::nullopt;
+}
+
 std::optional<ProcessStat> ProcFiles::stat(ProcessId pid) const {
     const auto text = read(pathOf(pid, "stat").data());
     return text ? decodeProcessStat(*text) : std::nullopt;

@@ -48,6 +48,9 @@ class ProcFiles {
 
     std::optional<ProcessStatus> status(ProcessId pid) const;
 
+    // Whose rights the process has. Every process shows that, and it is asked for at little cost.
+    std::optional<UserId> effectiveUid(ProcessId pid) const;
+
     // Of every process, other users' included, as long as it has a folder: also when it has ended
     // and its parent has not yet asked how.
     std::optional<ProcessStat> stat(ProcessId pid) const;

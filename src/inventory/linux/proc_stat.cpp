@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <utility>
 
 namespace zenlot {
 namespace {
@@ -71,9 +72,11 @@ ProcessState stateOf(std::string_view letter) {
 } // namespace
 
 std::optional<ProcessStat> decodeProcessStat(std::string_view text) {
+    const std::size_t nameStart = text.find('(') + 1;
     const std::size_t nameEnd = text.rfind(')');
-    if (nameEnd == std::string_view::npos)
+    if (nameEnd == std::string_view::npos || nameStart == 0 || nameStart > nameEnd)
         return std::nullopt;
+    std::string name(text.substr(nameStart, nameEnd - nameStart));
     text.remove_prefix(nameEnd + 1);
     const ProcessState state = stateOf(nextWord(text));
     const auto parentPid = nextNumber<ProcessId>(text);
@@ -87,11 +90,9 @@ std::optional<ProcessStat> decodeProcessStat(std::string_view text) {
     const auto startTicks = nextNumber<std::int64_t>(text);
     if (!parentPid || !sessionLeader || !terminal || !userTicks || !systemTicks || !startTicks)
         return std::nullopt;
-    return ProcessStat{state,
-                       *parentPid,
-                       bounded(*userTicks) + bounded(*systemTicks),
-                       bounded(*startTicks),
-                       *sessionLeader,
+    return ProcessStat{std::move(name),      state,
+                       *parentPid,           bounded(*userTicks) + bounded(*systemTicks),
+                       bounded(*startTicks), *sessionLeader,
                        *terminal != 0};
 }
 

@@ -5,12 +5,14 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace zenlot {
 
 // What /proc/PID/stat says of a process. Times are in ticks of the user's clock (_SC_CLK_TCK).
 struct ProcessStat {
+    std::string name; // that the process has given itself, cut off after 15 bytes
     ProcessState state{ProcessState::unknown};
     ProcessId parentPid{0};
     std::int64_t cpuTicks{0};

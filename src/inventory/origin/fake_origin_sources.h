@@ -16,6 +16,7 @@ class FakeOriginSources final : public OriginSources {
     std::map<std::uint64_t, std::string> groups;
     std::map<std::string, std::vector<ProcessId>> members;
     std::vector<NetworkAddress> addresses;
+    std::vector<PortUse> uses; // of whatever does not listen
 
     ProcessGlimpse& addProcess(ProcessId pid, std::vector<std::string> commandLine) {
         ProcessGlimpse& process = processes[pid];
@@ -66,7 +67,12 @@ class FakeOriginSources final : public OriginSources {
     connections(std::optional<std::uint16_t> /*port*/) const override {
         return clients;
     }
-    std::vector<PortUse> usesOfPort(std::uint16_t /*port*/) const override { return {}; }
+    std::vector<PortUse> usesOfPort(std::uint16_t port) const override {
+        std::vector<PortUse> found;
+        std::ranges::copy_if(uses, std::back_inserter(found),
+                             [port](const PortUse& each) { return each.port == port; });
+        return found;
+    }
     std::vector<std::uint64_t> socketsHeldBy(ProcessId pid,
                                              std::span<const std::uint64_t> inodes) const override {
         std::vector<std::uint64_t> found;

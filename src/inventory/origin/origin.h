@@ -86,6 +86,7 @@ struct NetworkAddress {
     IpAddress address;
     std::string interface;
     bool isWireless{false};
+    std::string network{}; // the name of a wireless one, where somebody tells it
 
     friend bool operator==(const NetworkAddress&, const NetworkAddress&) = default;
 };

@@ -52,6 +52,7 @@ struct OriginCollector::Look {
     std::vector<ListeningSocket> listening;
     std::map<std::uint16_t, std::size_t> connections;
     std::map<ProcessId, std::optional<ProcessGlimpse>> glimpses;
+    std::map<ProcessId, ProgramKind> kinds;
     std::map<ProcessId, bool> helpers; // of containers
     std::map<std::string, std::optional<Project>> projects;
     std::map<std::uint64_t, std::string> groupPaths;
@@ -60,13 +61,20 @@ struct OriginCollector::Look {
 };
 
 OriginCollector::OriginCollector(const OriginSources& sources, const ContainerEngines* engines,
-                                 Clock clock)
-    : sources_(sources), engines_(engines), clock_(std::move(clock)) {}
+                                 const WirelessNetworks* networks, Clock clock)
+    : sources_(sources), engines_(engines), networks_(networks), clock_(std::move(clock)) {}
 
 const std::optional<ProcessGlimpse>& OriginCollector::glimpseOf(ProcessId pid, Look& look) const {
     const auto [found, isNew] = look.glimpses.try_emplace(pid);
     if (isNew && pid > 0)
         found->second = sources_.process(pid);
+    return found->second;
+}
+
+ProgramKind OriginCollector::kindOfProcess(ProcessId pid, Look& look) const {
+    const auto [found, isNew] = look.kinds.try_emplace(pid);
+    if (const auto& glimpse = glimpseOf(pid, look); isNew && glimpse)
+        found->second = kindOf(*glimpse);
     return found->second;
 }
 
@@ -104,7 +112,7 @@ std::vector<Starter> OriginCollector::startersOf(const ProcessGlimpse& process, 
         const std::optional<ProcessGlimpse>& glimpse = glimpseOf(pid, look);
         if (!glimpse)
             break;
-        const ProgramKind kind = kindOf(*glimpse);
+        const ProgramKind kind = kindOfProcess(pid, look);
         if (kind == ProgramKind::serviceManager)
             break;
         const bool isLast = kind == ProgramKind::session;
@@ -142,7 +150,7 @@ OriginCollector::describe(const ProcessIdentity& process, Freshness freshness, L
     origin.user = glimpse->user;
     origin.processName = sanitizedUtf8(
         glimpse->executable.empty() ? glimpse->name : processNameOf(glimpse->executable));
-    origin.kind = kindOf(*glimpse);
+    origin.kind = kindOfProcess(processIdOf(process.pid), look);
     origin.program = spokenCommand(*glimpse);
     origin.commandLine = maskedCommand(glimpse->commandLine);
     origin.workingDirectory = sanitizedUtf8(glimpse->workingDirectory);
@@ -198,6 +206,8 @@ void OriginCollector::addUnseenOwner(Origin& origin, Look& look) const {
 }
 
 bool OriginCollector::isHelper(ProcessId pid, Look& look) const {
+    if (const auto known = look.glimpses.find(pid); known != look.glimpses.end())
+        return known->second && isCalledLikeHelper(known->second->name);
     const auto [found, isNew] = look.helpers.try_emplace(pid);
     if (isNew)
         found->second = isCalledLikeHelper(sources_.nameOf(pid));
@@ -316,8 +326,8 @@ void OriginCollector::addLeftBehind(Origin& origin, const ProcessGlimpse& glimps
     if (origin.clients > 0 || origin.container || (origin.unit && !glimpse.isDirectoryDeleted))
         return;
     const std::optional<ProcessGlimpse>& parent = glimpseOf(glimpse.parent, look);
-    const bool hasStarterEnded =
-        glimpse.parent <= 1 || !parent || kindOf(*parent) == ProgramKind::serviceManager;
+    const bool hasStarterEnded = glimpse.parent <= 1 || !parent ||
+                                 kindOfProcess(glimpse.parent, look) == ProgramKind::serviceManager;
     const bool isSessionOver = glimpse.session > 0 && glimpse.session != glimpse.process.pid &&
                                !glimpseOf(glimpse.session, look);
     if (!glimpse.isDirectoryDeleted && !(hasStarterEnded && isSessionOver && !glimpse.hasTerminal))
@@ -484,7 +494,18 @@ std::vector<Origin> OriginCollector::originsOnPort(std::uint16_t port) const {
 }
 
 void OriginCollector::addReachableAddresses(std::vector<Origin>& origins) const {
-    const std::vector<NetworkAddress> addresses = sources_.networkAddresses();
+    if (std::ranges::find(origins, Reach::network, &Origin::reach) == origins.end())
+        return;
+    std::vector<NetworkAddress> addresses = sources_.networkAddresses();
+    std::map<std::string, std::string> names;
+    for (NetworkAddress& each : addresses) {
+        if (!networks_ || !each.isWireless)
+            continue;
+        const auto [name, isNew] = names.try_emplace(each.interface);
+        if (isNew)
+            name->second = sanitizedUtf8(networks_->nameOf(each.interface));
+        each.network = name->second;
+    }
     for (Origin& origin : origins) {
         std::ranges::copy_if(addresses, std::back_inserter(origin.reachableAt),
                              [&origin](const NetworkAddress& each) {

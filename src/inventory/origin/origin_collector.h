@@ -8,9 +8,11 @@
 // that the rows of a list and the panel beside it don't ask twice.
 #pragma once
 
+#include "inventory/origin/bind_obstacle.h"
 #include "inventory/origin/container_engines.h"
 #include "inventory/origin/container_words.h"
 #include "inventory/origin/origin_sources.h"
+#include "inventory/origin/wireless_networks.h"
 
 #include <chrono>
 #include <functional>
@@ -38,9 +40,10 @@ class OriginCollector {
   public:
     using Clock = std::function<std::chrono::steady_clock::time_point()>;
 
-    // The references must outlive the collector. `engines` may be null.
+    // The references must outlive the collector. `engines` and `networks` may be null.
     explicit OriginCollector(const OriginSources& sources,
                              const ContainerEngines* engines = nullptr,
+                             const WirelessNetworks* networks = nullptr,
                              Clock clock = std::chrono::steady_clock::now);
 
     // Of each server that listens on the port: several may, on different addresses. Looks into all
@@ -50,6 +53,11 @@ class OriginCollector {
     // Of many rows, in their order, from what can be had cheaply: without those who share the
     // sockets. A row whose process is gone has an origin without one.
     std::vector<Origin> originsOf(std::span<const PortOwner> rows) const;
+
+    // What stands against a server on a port that nobody listens on.
+    std::vector<BindObstacle> obstaclesOnPort(std::uint16_t port) const {
+        return bindObstacles(sources_, port);
+    }
 
   private:
     // What does not depend on the port.
@@ -69,6 +77,7 @@ class OriginCollector {
     std::shared_ptr<const OfProcess> describe(const ProcessIdentity& process, Freshness freshness,
                                               Look& look) const;
     const std::optional<ProcessGlimpse>& glimpseOf(ProcessId pid, Look& look) const;
+    ProgramKind kindOfProcess(ProcessId pid, Look& look) const;
     const std::string& groupPath(std::uint64_t id, Look& look) const;
     std::vector<Starter> startersOf(const ProcessGlimpse& process, Look& look) const;
     std::string starterName(const ProcessGlimpse& starter, ProgramKind kind,
@@ -90,6 +99,7 @@ class OriginCollector {
 
     const OriginSources& sources_;
     const ContainerEngines* engines_;
+    const WirelessNetworks* networks_;
     Clock clock_;
     mutable std::mutex mutex_; // guards what follows
     mutable std::map<std::pair<ProcessId, std::int64_t>, std::shared_ptr<const OfProcess>> known_;

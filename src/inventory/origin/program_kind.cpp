@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace zenlot {
@@ -64,19 +65,6 @@ constexpr std::array<KindRow, 13> kKinds{{
 
 constexpr std::size_t kLongestName = 15; // of the kernel
 
-bool isOf(std::string_view names, std::string_view name) {
-    if (name.empty())
-        return false;
-    for (std::size_t start = 1; start < names.size();) {
-        const std::size_t end = names.find(' ', start);
-        const std::string_view each = names.substr(start, end - start);
-        if (each == name || (name.size() == kLongestName && each.starts_with(name)))
-            return true;
-        start = end + 1;
-    }
-    return false;
-}
-
 // "-zsh", "sshd: ada@pts/3", "tmux: server", "npm run dev", "python3.11".
 std::string_view bareName(std::string_view name) {
     name = name.substr(name.rfind('/') + 1);
@@ -95,12 +83,26 @@ std::string_view toolName(std::string_view path) {
     return name;
 }
 
-ProgramKind kindOfName(std::string_view name) {
+using KindsOfNames = std::unordered_map<std::string_view, ProgramKind>;
+
+KindsOfNames kindsOfNames() {
+    KindsOfNames kinds;
     for (const KindRow& row : kKinds) {
-        if (isOf(row.names, name))
-            return row.kind;
+        for (std::size_t start = 1; start < row.names.size();) {
+            const std::size_t end = row.names.find(' ', start);
+            const std::string_view name = row.names.substr(start, end - start);
+            kinds.try_emplace(name, row.kind);
+            kinds.try_emplace(name.substr(0, kLongestName), row.kind);
+            start = end + 1;
+        }
     }
-    return ProgramKind::other;
+    return kinds;
+}
+
+ProgramKind kindOfName(std::string_view name) {
+    static const KindsOfNames kinds = kindsOfNames();
+    const auto found = kinds.find(name);
+    return found == kinds.end() ? ProgramKind::other : found->second;
 }
 
 // The path of a program may hold blanks; what has rewritten its title has blanks behind its name.

@@ -93,8 +93,15 @@ constexpr std::array<std::string_view, 18> kScriptEndings{
 constexpr std::array<std::string_view, 8> kSystemFolders{
     "/usr/bin", "/usr/sbin", "/bin", "/sbin", "/usr/lib", "/usr/libexec", "/usr/games", "/lib"};
 
+// The list begins and ends with a blank.
 bool isWordOf(std::string_view list, std::string_view word) {
-    return !word.empty() && list.find(" " + std::string(word) + " ") != std::string_view::npos;
+    for (std::size_t place = word.empty() ? std::string_view::npos : list.find(word, 1);
+         place != std::string_view::npos; place = list.find(word, place + 1)) {
+        const std::size_t end = place + word.size();
+        if (list[place - 1] == ' ' && end < list.size() && list[end] == ' ')
+            return true;
+    }
+    return false;
 }
 
 std::string_view baseName(std::string_view path) {

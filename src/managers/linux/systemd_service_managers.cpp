@@ -1,6 +1,6 @@
 #include "managers/linux/systemd_service_managers.h"
 
-#include <systemd/sd-bus.h>
+#include "managers/linux/system_bus.h"
 
 #include <array>
 #include <chrono>
@@ -22,15 +22,6 @@ constexpr std::uint64_t kPatienceWithPeople = 180'000'000; // microseconds
 constexpr auto kPatienceWithUnits = 30s;
 constexpr auto kStep = 50ms;
 
-struct BusEnd {
-    void operator()(sd_bus* bus) const { sd_bus_flush_close_unref(bus); }
-};
-struct MessageEnd {
-    void operator()(sd_bus_message* message) const { sd_bus_message_unref(message); }
-};
-using Bus = std::unique_ptr<sd_bus, BusEnd>;
-using Message = std::unique_ptr<sd_bus_message, MessageEnd>;
-
 class BusError {
   public:
     BusError() = default;
@@ -47,10 +38,7 @@ class BusError {
 };
 
 Bus openBus(const Unit& unit) {
-    sd_bus* bus = nullptr;
-    const int result =
-        unit.manager == Unit::Manager::user ? sd_bus_open_user(&bus) : sd_bus_open_system(&bus);
-    return Bus(result < 0 ? nullptr : bus);
+    return unit.manager == Unit::Manager::user ? openUserBus() : openSystemBus();
 }
 
 // The manager loads a unit that it is asked about by name; this path is that of one it has.

@@ -122,7 +122,7 @@ ZenlotApp::ZenlotApp(SessionBus& bus, ApplicationInstance& instance)
           return isPortListMinded(container);
       }),
       scanner_(processTables_, isPortInUse, availableProcessors()),
-      originCollector_(originSources_, &containerEngines_),
+      originCollector_(originSources_, &containerEngines_, &networks_),
       portStopper_(
           {originSources_, originCollector_, processSignals_, serviceManagers_, containerEngines_}),
       inventory_(scanner_, sharedPortCache_, processPinner_, &portServices_, &originCollector_),

@@ -16,6 +16,7 @@
 #include "inventory/linux/linux_process_tables.h"
 #include "inventory/port_scanner.h"
 #include "inventory/shared_port_cache.h"
+#include "managers/linux/network_manager_networks.h"
 #include "managers/linux/socket_container_engines.h"
 #include "managers/linux/systemd_service_managers.h"
 #include "monitoring/conflict_listener.h"
@@ -151,6 +152,7 @@ class ZenlotApp final {
     SharedPortCache sharedPortCache_;
     PortScanner scanner_;
     SocketContainerEngines containerEngines_;
+    NetworkManagerNetworks networks_;
     SystemdServiceManagers serviceManagers_;
     LinuxProcessSignals processSignals_;
     OriginCollector originCollector_;

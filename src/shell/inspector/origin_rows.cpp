@@ -65,6 +65,13 @@ QString addressesText(const Origin& origin) {
     return texts.join(u", "_s);
 }
 
+QString networkText(const NetworkAddress& address) {
+    if (!address.network.empty())
+        return u"Wi-Fi \u201C%1\u201D"_s.arg(displayLine(address.network));
+    const QString interface = displayLine(address.interface);
+    return address.isWireless ? u"Wi-Fi "_s + interface : interface;
+}
+
 QString reachText(const Origin& origin) {
     if (origin.reach == Reach::unknown)
         return {};
@@ -74,9 +81,8 @@ QString reachText(const Origin& origin) {
     for (const NetworkAddress& each : origin.reachableAt) {
         if (texts.size() == kMostAddresses)
             break;
-        const QString interface = displayLine(each.interface);
-        texts.append(u"%1 (%2)"_s.arg(QString::fromStdString(addressText(each.address)),
-                                      each.isWireless ? u"Wi-Fi "_s + interface : interface));
+        texts.append(
+            u"%1 (%2)"_s.arg(QString::fromStdString(addressText(each.address)), networkText(each)));
     }
     return texts.isEmpty()
                ? translated(

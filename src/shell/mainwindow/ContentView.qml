@@ -204,6 +204,19 @@ T.SplitView {
                 Layout.alignment: Qt.AlignHCenter
                 viewModel: root.viewModel
             }
+            StyleText {
+                Layout.alignment: Qt.AlignHCenter
+                Layout.fillWidth: true
+                Layout.leftMargin: 14
+                Layout.maximumWidth: portField.Layout.maximumWidth
+                Layout.rightMargin: 14
+                color: Theme.secondaryLabel
+                font: TextStyle.caption
+                horizontalAlignment: Text.AlignHCenter
+                text: root.viewModel.freeNote
+                visible: root.viewModel.isFree && text !== ""
+                wrapMode: Text.Wrap
+            }
         }
 
         PortResults {

@@ -1,6 +1,7 @@
 #include "shell/mainwindow/content_view_model.h"
 
 #include "shell/mainwindow/force_quit_hint.h"
+#include "shell/mainwindow/obstacle_text.h"
 #include "shell/mainwindow/port_grouping.h"
 #include "shell/mainwindow/stop_text.h"
 #include "text/display_line.h"
@@ -107,6 +108,12 @@ ContentViewModel::ContentViewModel(const Collaborators& collaborators, Actions a
     debounce_.setSingleShot(true);
     debounce_.setInterval(kTypingPause);
     connect(&debounce_, &QTimer::timeout, this, &ContentViewModel::askOrCheckAgain);
+    nextSecond_.setSingleShot(true);
+    nextSecond_.setInterval(1s);
+    connect(&nextSecond_, &QTimer::timeout, this, [this] {
+        if (isFree())
+            loadObstacles(*checkedPort_);
+    });
     connect(this, &ContentViewModel::detailProcessChanged, this,
             &ContentViewModel::selectionChanged);
     connect(&sidebar_, &SidebarModel::settled, this, [this] {
@@ -310,6 +317,8 @@ QCoro::Task<> ContentViewModel::check(int port) {
 
 void ContentViewModel::showAnswer(int port, std::vector<ProcessListRow> rows) {
     isChecking_ = false;
+    if (port != checkedPort_)
+        setFreeNote({});
     checkedPort_ = port;
     processes_.setProcesses(std::move(rows));
     const bool isFirst = question_ && question_->port == port && !question_->isAnswered;
@@ -325,11 +334,34 @@ void ContentViewModel::showAnswer(int port, std::vector<ProcessListRow> rows) {
         Q_EMIT resultsFocusRequested();
         fulfilWish();
     }
-    if (!processes_.isEmpty())
+    if (processes_.isEmpty())
+        loadObstacles(port);
+    else
         loadOrigins();
     // Two answers to one question can't stand side by side.
     if (processes_.isEmpty() == sidebar_.holds(port) && !isLoadingSidebar_)
         loadSidebar();
+}
+
+QCoro::Task<> ContentViewModel::loadObstacles(int port) {
+    const quint64 number = newestCheck_;
+    const QPointer<ContentViewModel> self(this);
+    const QFuture<std::vector<BindObstacle>> look =
+        with_.inventory.obstaclesOnPort(static_cast<std::uint16_t>(port));
+    const std::vector<BindObstacle> obstacles = co_await look;
+    if (!self || number != newestCheck_)
+        co_return;
+    setFreeNote(obstaclesText(obstacles));
+    if (std::ranges::find(obstacles, BindObstacle::Kind::timeWait, &BindObstacle::kind) !=
+        obstacles.end())
+        nextSecond_.start();
+}
+
+void ContentViewModel::setFreeNote(const QString& note) {
+    if (note == freeNote_)
+        return;
+    freeNote_ = note;
+    Q_EMIT freeNoteChanged();
 }
 
 // ---- The sidebar ----

@@ -49,6 +49,8 @@ class ContentViewModel : public QObject {
     Q_PROPERTY(QString statusText READ statusText NOTIFY statusChanged)
     // These two stay when they are no longer true, for what fades out with them.
     Q_PROPERTY(QString freeText READ freeText NOTIFY statusChanged)
+    // What stands against a server there all the same; empty mostly.
+    Q_PROPERTY(QString freeNote READ freeNote NOTIFY freeNoteChanged)
     Q_PROPERTY(QString resultsHeader READ resultsHeader NOTIFY statusChanged)
     Q_PROPERTY(bool hasResults READ hasResults NOTIFY statusChanged)
     Q_PROPERTY(bool isLoadingSidebar READ isLoadingSidebar NOTIFY isLoadingSidebarChanged)
@@ -127,6 +129,7 @@ class ContentViewModel : public QObject {
     bool isFree() const { return !isChecking_ && checkedPort_ && processes_.isEmpty(); }
     QString statusText() const;
     QString freeText() const { return freeText_; }
+    QString freeNote() const { return freeNote_; }
     QString resultsHeader() const { return resultsHeader_; }
 
     int selectedRow() const;
@@ -215,6 +218,7 @@ class ContentViewModel : public QObject {
     void portInputChanged();
     void sidebarSelectionChanged();
     void statusChanged();
+    void freeNoteChanged();
     void isLoadingSidebarChanged();
     void selectionChanged();
     void detailProcessChanged();
@@ -270,6 +274,8 @@ class ContentViewModel : public QObject {
     QCoro::Task<> check(int port);
     QCoro::Task<> loadSidebar();
     QCoro::Task<> loadOrigins();
+    QCoro::Task<> loadObstacles(int port);
+    void setFreeNote(const QString& note);
     QCoro::Task<> forceQuit(PortProcess process);
     QCoro::Task<> planStop(PortProcess process);
     QCoro::Task<> carryOut(StopPlan plan, StopStep step);
@@ -287,6 +293,7 @@ class ContentViewModel : public QObject {
         question_;                   // none as long as the number in the field was not asked about
     std::optional<int> checkedPort_; // whose holders the rows are
     QString freeText_;
+    QString freeNote_;
     QString resultsHeader_;
     QString confirmationMessage_;
     QString confirmationButton_;
@@ -301,6 +308,7 @@ class ContentViewModel : public QObject {
     ProcessListModel processes_;
     SidebarModel sidebar_;
     QTimer debounce_;
+    QTimer nextSecond_; // of an obstacle that goes by itself
     bool isChecking_{false};
     bool isLoadingSidebar_{false};
     bool hasSearched_{false};

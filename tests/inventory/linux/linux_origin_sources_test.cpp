@@ -27,7 +27,6 @@ class MadeUpMachine {
                                          std::to_string(parent) + " 1 " +
                                          std::to_string(session == 0 ? pid : session) +
                                          " 0 -1 0 0 0 0 0 1 1 0 0 20 0 1 0 " + start + " 0 0");
-        proc_.write(folder + "status", "State:\tS\nUid:\t7\t7\t7\t7\n");
         proc_.write(folder + "comm", name + "\n");
         std::string words = commandLine;
         for (char& letter : words)

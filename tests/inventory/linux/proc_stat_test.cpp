@@ -15,7 +15,7 @@ std::string stat(const std::string& name, const std::string& state) {
 TEST(ProcStatTest, NameMayHoldAnything) {
     for (const char* name : {"server", "", "a b", ")", ") R 1 2 (", "x\n) S 7\n", "\xff\x01"})
         EXPECT_EQ(decodeProcessStat(stat(name, "S")),
-                  (ProcessStat{ProcessState::sleeping, 41, 500, 4500, 6, true}))
+                  (ProcessStat{name, ProcessState::sleeping, 41, 500, 4500, 6, true}))
             << name;
 }
 

@@ -77,13 +77,14 @@ TEST_F(ProcessDetailViewModelTest, TellsWhereAServerComesFrom) {
     server.isDirectoryDeleted = true;
     originSources.held[8] = originSources.held[7];
     originSources.addProcess(8, {"node"}).parent = 7;
-    originSources.addresses = {{*IpAddress::parse("192.168.1.7"), "wlan0", true}};
+    originSources.addresses = {{*IpAddress::parse("192.168.1.7"), "wlan0", true, "Caf"}};
     show(row(7));
     EXPECT_EQ(text(viewModel.projectRows()), u"Name=shop|Folder=/srv/shop (deleted)|Runs=server.js|"
                                              "Command line=node server.js --token ****"_s);
     EXPECT_EQ(text(viewModel.originRows()),
               u"Started by=npm run dev|Unit=web.service, of the system|Listens on=0.0.0.0|"
-              "Open to=Everyone who can reach 192.168.1.7 (Wi-Fi wlan0), unless a firewall stops "
+              "Open to=Everyone who can reach 192.168.1.7 (Wi-Fi \u201CCaf\u201D), unless a "
+              "firewall stops "
               "them|Shared by=2 processes: 7, 8|Left behind=Perhaps: its folder is deleted, it has "
               "no terminal, nobody is connected"_s);
     EXPECT_TRUE(viewModel.showsProject() && viewModel.showsOrigin());

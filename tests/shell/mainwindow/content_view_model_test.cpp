@@ -129,6 +129,44 @@ TEST_F(ContentViewModelTest, FreePortsAndNumbersThatAreNoPort) {
     EXPECT_EQ(model.statusText(), u"Port 81 is free"_s);
 }
 
+TEST_F(ContentViewModelTest, FreePortsThatCantBeHadSayWhy) {
+    FakeOriginSources& sources = fixture->originSources;
+    sources.addProcess(42, {"python3", "hold.py"});
+    sources.held[42] = {7};
+    sources.uses = {{.state = TcpState::closed, .address = {}, .port = 8081, .inode = 7},
+                    {.state = TcpState::established,
+                     .address = {},
+                     .port = 8082,
+                     .foreignPort = 443,
+                     .inode = 9},
+                    {.state = TcpState::timeWait,
+                     .address = {},
+                     .port = 8083,
+                     .foreignPort = 443,
+                     .inode = 0,
+                     .remaining = std::chrono::seconds(41)}};
+    const std::pair<QString, QString> notes[] = {
+        {u"8081"_s, u"python3 (PID 42) has reserved it without listening."_s},
+        {u"8082"_s, u"A process of another user uses it for a connection to port 443. Some servers "
+                    u"can't have it until that ends."_s},
+        {u"8083"_s, u"Its last connection has just ended. Some servers can't have it for another "
+                    u"41 s."_s},
+        {u"84"_s, u"Only privileged programs can have it."_s},
+        {u"8085"_s, u""_s},
+    };
+    for (const auto& [port, note] : notes) {
+        ASSERT_TRUE(check(port));
+        EXPECT_TRUE(waitFor([&] { return model.freeNote() == note; }))
+            << qPrintable(model.freeNote());
+        EXPECT_TRUE(model.isFree());
+    }
+    // What goes by itself is looked at again.
+    ASSERT_TRUE(check(u"8083"_s));
+    ASSERT_TRUE(waitFor([&] { return !model.freeNote().isEmpty(); }));
+    sources.uses.clear();
+    EXPECT_TRUE(waitFor([&] { return model.freeNote().isEmpty(); }));
+}
+
 TEST_F(ContentViewModelTest, TextsSayWhatWasCheckedAndStayWhileTheyFade) {
     ASSERT_TRUE(check(u"81"_s));
     model.setPortInput(u"81818"_s); // no port, so nothing else becomes known
