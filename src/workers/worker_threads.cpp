@@ -8,6 +8,17 @@ namespace {
 
 constexpr std::chrono::seconds kIdleTime{30};
 
+// What QThread::create() makes runs below std::call_once(), where data races are not looked for.
+class Worker final : public QThread {
+  public:
+    explicit Worker(std::function<void()> work) : work_(std::move(work)) {}
+
+  private:
+    void run() override { work_(); }
+
+    const std::function<void()> work_;
+};
+
 } // namespace
 
 WorkerThreads::WorkerThreads(int most, Starter start)
@@ -22,6 +33,8 @@ WorkerThreads::~WorkerThreads() {
     addThreadIfWanted();
     for (const auto& thread : threads_)
         thread->wait();
+    // They have ended; a sanitizer sees that by the lock alone.
+    const std::lock_guard lock(mutex_);
 }
 
 void WorkerThreads::post(Task task) {
@@ -50,14 +63,14 @@ bool WorkerThreads::startThread(QThread& thread) {
 }
 
 void WorkerThreads::addThreadIfWanted() {
-    std::erase_if(threads_, [](const auto& thread) { return thread->isFinished(); });
     {
         const std::lock_guard lock(mutex_);
+        std::erase_if(threads_, [](const auto& thread) { return thread->isFinished(); });
         if (tasks_.size() <= static_cast<std::size_t>(free_) || working_ == most_)
             return;
         ++working_;
     }
-    std::unique_ptr<QThread> thread(QThread::create([this] { work(); }));
+    auto thread = std::make_unique<Worker>([this] { work(); });
     if (start_(*thread)) {
         threads_.push_back(std::move(thread));
     } else {
