@@ -207,8 +207,8 @@ TEST_F(FaultsTest, EndsWhateverBecomesOfTheServicesOfTheDesktop) {
 
 // With fewer the library of the event loop ends them at once.
 TEST_F(FaultsTest, AFewDescriptorsAreNoReasonToCrash) {
-    const std::pair<const char*, rlim_t> cases[] = {{ZENLOT_MONITOR, 16},
-                                                    {ZENLOT_MONITOR, 24},
+    const std::pair<const char*, rlim_t> cases[] = {{ZENLOT_MONITOR, 24},
+                                                    {ZENLOT_MONITOR, 32},
                                                     {ZENLOT_PROGRAM, 32},
                                                     {ZENLOT_PROGRAM, 48},
                                                     {ZENLOT_PROGRAM, 64}};
