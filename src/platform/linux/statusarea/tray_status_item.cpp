@@ -48,7 +48,7 @@ std::optional<int> brightnessAround(const QRect& icon) {
 
 TrayStatusItem::TrayStatusItem(StatusBar::ActivationHandler handler)
     : handler_(std::move(handler)), color_(QGuiApplication::palette().color(QPalette::WindowText)) {
-    menu_.installEventFilter(this);
+    qGuiApp->installEventFilter(this);
 }
 
 TrayStatusItem::~TrayStatusItem() = default;
@@ -124,12 +124,13 @@ void TrayStatusItem::watchIconWindow() {
 }
 
 bool TrayStatusItem::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == &menu_) {
-        if (event->type() == QEvent::PaletteChange && kind_ != TrayKind::xembed) {
-            color_ = menu_.palette().color(QPalette::WindowText);
+    // Of the menu's palette, which has never been shown, the toolkit takes no care.
+    if (event->type() == QEvent::ApplicationPaletteChange) {
+        if (watched == qGuiApp && kind_ != TrayKind::xembed) {
+            color_ = QGuiApplication::palette().color(QPalette::WindowText);
             updateIcon();
         }
-    } else if (event->type() == QEvent::Paint) {
+    } else if (event->type() == QEvent::Paint && watched->inherits("QSystemTrayIconSys")) {
         QMetaObject::invokeMethod(this, &TrayStatusItem::followBackground, Qt::QueuedConnection);
     }
     return QObject::eventFilter(watched, event);
