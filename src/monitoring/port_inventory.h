@@ -15,7 +15,6 @@
 #include "inventory/port_services.h"
 #include "inventory/repeated_port_scan.h"
 #include "inventory/shared_port_cache.h"
-#include "posix/freed_memory.h"
 #include "workers/worker_threads.h"
 
 #include <QFuture>
@@ -55,9 +54,7 @@ class PortInventory final {
     template <typename Reader>
     auto readOrigins(std::vector<PortOwner> rows, Reader read) {
         return originWorker_.run([this, rows = std::move(rows), read = std::move(read)] {
-            auto answer = read(originsOf(rows));
-            returnFreedMemory();
-            return answer;
+            return read(originsOf(rows));
         });
     }
 

@@ -1,11 +1,11 @@
 #include "bindwatch/kernel/bpf_bind_source.h"
 
-#include "posix/freed_memory.h"
 #include "refused_binds.skel.h"
 
 #include <bpf/bpf.h>
 #include <bpf/btf.h>
 #include <bpf/libbpf.h>
+#include <malloc.h>
 #include <sys/syscall.h>
 
 #include <cerrno>
@@ -71,7 +71,7 @@ bool BpfBindSource::load() {
     const bool isLoaded = load(Method::functions) || load(Method::systemCalls);
     lastWords = nullptr;
     // What the library read of the kernel's types is some megabytes, and needed no more.
-    returnFreedMemory();
+    ::malloc_trim(0);
     return isLoaded;
 }
 
