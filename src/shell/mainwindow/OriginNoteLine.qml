@@ -27,6 +27,7 @@ RowLayout {
         color: Theme.tertiaryLabel
         font: TextStyle.caption
         text: root.text
+        visible: root.text !== ""
     }
     SymbolIcon {
         color: Theme.tertiaryLabel
@@ -39,5 +40,10 @@ RowLayout {
         name: "exclamationmark.triangle.fill"
         size: 10
         visible: root.isLeftBehind
+    }
+    // Marks alone stand at the beginning.
+    Item {
+        Layout.fillWidth: true
+        visible: root.text === ""
     }
 }
