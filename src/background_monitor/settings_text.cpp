@@ -362,9 +362,7 @@ std::vector<Setting> readElements(std::string_view text) {
     for (std::size_t place = 0; place < text.size(); ++place) {
         if (text.substr(place, 4) == "<!--") {
             place = std::min(text.find("-->", place), text.size() - 1);
-        } else if (text.substr(place, 2) == "</") {
-            settings.pop();
-        } else if (text.substr(place, 2) == "/>") {
+        } else if (text.substr(place, 2) == "</" || text.substr(place, 2) == "/>") {
             settings.pop();
         } else if (text[place] == '<') {
             std::size_t end = ++place;
