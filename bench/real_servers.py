@@ -2881,7 +2881,7 @@ untuned("webpack serve, devServer: { port, host }", "npm run dev",
                               '    new webpack.ProvidePlugin({ path: "path" })\n  ],\n  watch: true\n}\n',
          "entry.js": "document.title = 'slides';\n", "index.html": "<!doctype html><script src=bundle.js></script>\n"})
 # Sound into lights: a page, and two sockets with ports of their own.
-untuned("node, process.argv[2] || 80 beside two of ws", "node server.js %P",
+learned("node, process.argv[2] || 80 beside two of ws", "node server.js %P",
         {"server.js": "const http = require('http');\nconst fs = require('fs');\nconst WebSocket = require('ws');\n"
                       "const port = process.argv[2] || 80;\n\nfunction init() {\n\tinitServer();\n\tinitAudioInSocket();\n"
                       "\tinitVisualOutSocket();\n\tloadSettings();\n}\n\nfunction initServer() {\n"
@@ -2966,7 +2966,7 @@ untuned("npm run dev:server & npm run dev:client", "npm run dev",
                             "const PORT = process.env.PORT || %P;\nserver.listen(PORT, () => {\n"
                             "  console.log(`[server] http://localhost:${PORT}`);\n});\n"})
 # A daemon's twin for trying things: a script with words for all of it.
-untuned('bash, bun --watch src/index.ts serve "${SERVE_ARGS[@]}"', "bash scripts/serve-sandbox.sh",
+learned('bash, bun --watch src/index.ts serve "${SERVE_ARGS[@]}"', "bash scripts/serve-sandbox.sh",
         {"package.json": '{"name": "agents", "type": "module", "scripts": {"sandbox": "scripts/serve-sandbox.sh"}}\n',
          "scripts/serve-sandbox.sh": "#!/usr/bin/env bash\n# Runs an isolated `serve` alongside the live daemon on %D.\n"
                                      'set -euo pipefail\n\nSCRIPT_DIR="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"\n'
@@ -3021,7 +3021,7 @@ untuned("rollup -c -w, serve() behind an if", "npm run watch",
                              "    output: { file: target + '/js/game.js', format: 'iife' },\n    plugins,\n};\n",
          "public/index.html": "<!doctype html><script src=js/game.js></script>\n", "src/game.js": "document.title = 'game';\n"})
 # A page's shell, which loads its parts from other servers; the .env of all lies above.
-untuned('Vite, envDir: ".." and VITE_SHELL_PORT', ["sh", "-c", "cd shell && exec npm run dev"],
+learned('Vite, envDir: ".." and VITE_SHELL_PORT', ["sh", "-c", "cd shell && exec npm run dev"],
         {".env": "VITE_SHELL_PORT=%P\nVITE_MFE_POLICIES=http://localhost:%D/assets/remoteEntry.js\n",
          "shell/package.json": '{"name": "shell", "private": true, "type": "module", "scripts": {"dev": "vite"}}\n',
          "shell/vite.config.ts": 'import { defineConfig, loadEnv } from "vite";\n\n'
@@ -3279,7 +3279,7 @@ untuned("Java, args.length > 0 or a static final PORT", "java DigitToWordServer.
                                    "        new PrintWriter(socket.getOutputStream(), "
                                    "true).println(DIGIT_WORDS[Integer.parseInt(in.readLine())]);\n    }\n}\n"})
 # A music bot, which goes on without its panel.
-untuned("Java, WebPanel over HttpServer, only when asked for", "java -cp out bot.Bot --web %P",
+learned("Java, WebPanel over HttpServer, only when asked for", "java -cp out bot.Bot --web %P",
         {"src/bot/Bot.java": "package bot;\n\npublic class Bot\n{\n"
                              "    public static void main(String[] args) throws Exception\n    {\n"
                              "        LaunchOptions options = LaunchOptions.parse(args);\n"
@@ -3322,7 +3322,7 @@ untuned("Gin, godotenv in init(), Run without its error", "./shop",
                     "}\n",
          ".env": "GIN_MODE=release\nPORT=%P\n"}, build=GOPATH_BUILD)
 # A plane that controls others: a flag, and a variable over it.
-untuned('Go, net.Listen("tcp", ":"+*port), PORT over a flag', "go run .",
+learned('Go, net.Listen("tcp", ":"+*port), PORT over a flag', "go run .",
         {"main.go": 'package main\n\nimport (\n\t"flag"\n\t"log"\n\t"net"\n\t"os"\n\t"os/signal"\n\t"syscall"\n)\n\n'
                     'func main() {\n\tport := flag.String("port", "50051", "gRPC server port")\n'
                     '\tdbPath := flag.String("db", "var/control.db", "SQLite database path")\n'
@@ -3351,7 +3351,7 @@ untuned("Go, embed.FS, \"[::]:%d\" of a flag's default", "./seven",
          "static/css/page.css": "body { margin: 0; }\n", "static/template/index.tmpl": "<!doctype html><title>seven</title>\n"},
         build=["go", "build", "-o", "seven", "main.go"])
 # A worker of a feed, which looks after its queue, with its health beside it.
-untuned("Go, ListenAndServe in a goroutine, its error dropped", "./worker",
+learned("Go, ListenAndServe in a goroutine, its error dropped", "./worker",
         {"main.go": 'package main\n\nimport (\n\t"context"\n\t"fmt"\n\t"log"\n\t"net/http"\n\t"os/signal"\n\t"syscall"\n'
                     '\t"time"\n)\n\nfunc main() {\n\tredisAddr := String("REDIS_ADDR", "localhost:%D")\n\n'
                     "\tctx, stop := signal.NotifyContext(context.Background(), syscall.SIGINT, syscall.SIGTERM)\n"
@@ -3428,7 +3428,7 @@ untuned("cargo run, PORT beside SMTP_PORT", "cargo run --quiet",
                         '        let _ = stream.unwrap().write_all(b"HTTP/1.1 204 No Content\\r\\n\\r\\n");\n    }\n}\n'},
         second=True)
 # A coursework in C, which binds without a look at what comes back.
-untuned("C, PORT_NUMBER in a header, bind unchecked", "make -s run",
+learned("C, PORT_NUMBER in a header, bind unchecked", "make -s run",
         {"Makefile": "CFLAGS = -Wall -pthread\n\nall: server/server\n\nserver/server: server/server.c shared/shared.h\n"
                      "\t$(CC) $(CFLAGS) -o $@ server/server.c\n\nrun: all\n\tcd server && exec ./server\n\n.PHONY: all run\n",
          "shared/shared.h": "#ifndef SHARED_H\n#define SHARED_H\n\n#define PORT_NUMBER %P\n#define REQUEST_TIME 2\n\n#endif\n",
@@ -3482,7 +3482,7 @@ untuned("node-config, config.get('Server.port')", "npm run dev",
          "config/default.json": '{\n    "Server": {\n        "port": %P\n    },\n    "Database": {\n'
                                 '        "url": "mongodb://localhost:%D/products"\n    }\n}\n'}, second=True)
 # A course's shop: the start file asks a function of its own for each setting.
-untuned('node, config.get("web.port") || 3007 in bin/www.js', "npm run dev",
+learned('node, config.get("web.port") || 3007 in bin/www.js', "npm run dev",
         {"package.json": '{"name": "shop", "private": true, "scripts": {"dev": "node --watch ./bin/www.js", "start": "node '
                          './bin/www.js"}}\n',
          "bin/www.js": '#!/usr/bin/env node\nconst http = require("http");\nconst config = require("../config");\n'
@@ -3503,7 +3503,7 @@ untuned('node, config.get("web.port") || 3007 in bin/www.js', "npm run dev",
                          "  port: process.env.DB_PORT || 5432,\n};\n",
          ".env": "DB_HOST=localhost\nDB_PORT=%D\nPORT=%P\nLOG_LEVEL=info\n"}, second=True)
 # An API of meals, with its settings in TypeScript and a page of its interface.
-untuned("node-config, config/default.ts with host and port", "npm run dev",
+learned("node-config, config/default.ts with host and port", "npm run dev",
         {"package.json": '{"name": "meals", "private": true, "scripts": {"dev": "ts-node-dev --respawn --transpile-only '
                          'src/app.ts"}}\n',
          "tsconfig.json": '{"compilerOptions": {"module": "commonjs", "target": "es2022", "esModuleInterop": true, '
@@ -3649,7 +3649,7 @@ untuned("Express, webServer({port: ...}) at the file's end", "node server/web/in
                                 "}\n\nwebServer({port:%P});\n\n/*module.exports = webServer*/\n",
          "dist/index.html": "<!doctype html>\n"})
 # A runner of tests in the browser, which is told its settings' file.
-untuned("connect, config.port of require(argv[2]) || 3100", "node bin/runner.js test/runner.config.js",
+learned("connect, config.port of require(argv[2]) || 3100", "node bin/runner.js test/runner.config.js",
         {"bin/runner.js": "#!/usr/bin/env node\nlet path = require('path')\nlet http = require('http')\n"
                           "let connect = require('connect')\nlet serveStatic = require('serve-static')\n\n"
                           "let config = Object.assign({\n  appRoot: 'src', // path of the application's code\n"
@@ -3866,7 +3866,7 @@ untuned('FLASK_APP="backend:create_app(...)" flask run --no-reload', "bash bin/s
                                 "    app.config.from_pyfile(config_file)\n    return app\n",
          "backend/config.py": "SECRET_KEY = 'x'\nSQLALCHEMY_DATABASE_URI = 'sqlite:///app.db'\n"})
 # A gateway's other end: the port is part of an address.
-untuned("websockets, urlsplit(LLM_WS_ENDPOINT).port", py("llm_service/main.py"),
+learned("websockets, urlsplit(LLM_WS_ENDPOINT).port", py("llm_service/main.py"),
         {"llm_service/main.py": "import asyncio\nimport logging\nimport os\nfrom urllib.parse import urlsplit\n\n"
                                 "import websockets\n\nlogging.basicConfig(level=logging.INFO)\n"
                                 'logger = logging.getLogger("llm")\n\n\nasync def handle_socket(websocket, path=None):\n'
@@ -3890,7 +3890,7 @@ untuned("Django, runserver's port as a word in a list", py("start.py"),
                      '    execute_from_command_line(["manage.py", "runserver","%P","--noreload"])\n'
                      "if __name__ == '__main__':\n    main()\n"})
 # A page over measurements, beside a window: it says in its log what failed.
-untuned("Java, HttpServer, prefs.restPort.get(), error logged", "java -cp out weather.Main",
+learned("Java, HttpServer, prefs.restPort.get(), error logged", "java -cp out weather.Main",
         {"src/weather/Main.java": "package weather;\n\npublic class Main {\n"
                                   "    public static void main(String[] args) throws Exception {\n"
                                   '        AppPrefs prefs = new AppPrefs("prefs.properties");\n'
@@ -3971,7 +3971,7 @@ untuned('Java, System.getenv("NETWORK_PORT"), exit(-1)', "java -cp bin NetworkSe
                                    "   }\n}\n"},
         environment={"NETWORK_PORT": "%P"}, build=["javac", "-d", "bin", "src/NetworkServer.java"])
 # A game of creatures in a terminal, with an API in parallel.
-untuned("Java, HttpServer on a PORT, a console beside it", "java -cp out Main",
+learned("Java, HttpServer on a PORT, a console beside it", "java -cp out Main",
         {"src/Main.java": "import java.util.Scanner;\n\npublic class Main {\n    public static void main(String[] args) {\n"
                           "        Thread web = new Thread(() -> {\n            try {\n"
                           "                new GameServer().start();\n            } catch (Exception e) {\n"
