@@ -3866,21 +3866,21 @@ untuned('FLASK_APP="backend:create_app(...)" flask run --no-reload', "bash bin/s
                                 "    app.config.from_pyfile(config_file)\n    return app\n",
          "backend/config.py": "SECRET_KEY = 'x'\nSQLALCHEMY_DATABASE_URI = 'sqlite:///app.db'\n"})
 # A gateway's other end: the port is part of an address.
-learned("websockets, urlsplit(LLM_WS_ENDPOINT).port", py("llm_service/main.py"),
-        {"llm_service/main.py": "import asyncio\nimport logging\nimport os\nfrom urllib.parse import urlsplit\n\n"
+learned("websockets, urlsplit(REPLY_WS_ENDPOINT).port", py("reply_service/main.py"),
+        {"reply_service/main.py": "import asyncio\nimport logging\nimport os\nfrom urllib.parse import urlsplit\n\n"
                                 "import websockets\n\nlogging.basicConfig(level=logging.INFO)\n"
-                                'logger = logging.getLogger("llm")\n\n\nasync def handle_socket(websocket, path=None):\n'
+                                'logger = logging.getLogger("reply")\n\n\nasync def handle_socket(websocket, path=None):\n'
                                 "  async for message in websocket:\n    await websocket.send(message)\n\n\n"
                                 "def _parse_endpoint(url: str):\n  parsed = urlsplit(url)\n"
                                 '  host = parsed.hostname or "0.0.0.0"\n'
                                 '  port = parsed.port or (443 if parsed.scheme == "wss" else 8080)\n  return host, port\n\n\n'
-                                'async def main():\n  endpoint = os.getenv("LLM_WS_ENDPOINT", "ws://0.0.0.0:8080/ws")\n'
+                                'async def main():\n  endpoint = os.getenv("REPLY_WS_ENDPOINT", "ws://0.0.0.0:8080/ws")\n'
                                 "  host, port = _parse_endpoint(endpoint)\n"
                                 '  logger.info("Listening for gateway on %s (host=%s port=%s)", endpoint, host, port)\n'
                                 "  server = await websockets.serve(\n    handle_socket,\n    host=host,\n    port=port,\n"
                                 "    max_size=20 * 1024 * 1024,\n    ping_interval=20,\n    ping_timeout=20,\n  )\n"
                                 '  await server.wait_closed()\n\n\nif __name__ == "__main__":\n  asyncio.run(main())\n'},
-        environment={"LLM_WS_ENDPOINT": "ws://127.0.0.1:%P/ws"})
+        environment={"REPLY_WS_ENDPOINT": "ws://127.0.0.1:%P/ws"})
 # A forum for a group, started by a file beside manage.py.
 untuned("Django, runserver's port as a word in a list", py("start.py"),
         {**DJANGO,
