@@ -5,14 +5,11 @@
 #include "e2e/stall_watch.h"
 #include "e2e/stand_in_monitor.h"
 #include "support/child_process.h"
+#include "support/listener.h"
 
 #include <QDBusConnectionInterface>
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
-
-#include <netinet/in.h>
-#include <sys/resource.h>
-#include <sys/socket.h>
 
 #include <csignal>
 #include <fstream>
@@ -36,23 +33,6 @@ constexpr char kMonitors[] = R"({"conflictMonitoringEnabled": true, "hasComplete
 constexpr std::array<const char*, 7> kHostileNames{
     "a) S 1 1 (b",    "\n\x1B[31mred", "%s%n<b>&amp;",   "\xFF\xFE\x80\x80",
     "\"},{\"pid\":1", "\u202Egpj.exe", "fifteen_letters"};
-
-// In the new process.
-bool listenOften(int count) {
-    const rlimit limit{static_cast<rlim_t>(count) + 100, static_cast<rlim_t>(count) + 100};
-    if (::setrlimit(RLIMIT_NOFILE, &limit) != 0)
-        return false;
-    for (int made = 0; made < count; ++made) {
-        const int listener = ::socket(AF_INET, SOCK_STREAM, 0);
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        if (::bind(listener, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0 ||
-            ::listen(listener, 1) != 0)
-            return false;
-    }
-    return true;
-}
 
 class EnduranceTest : public testing::Test {
   protected:
