@@ -27,8 +27,8 @@ class PrivateDesktop {
 
     // Without anything to start the session it is a bus and nothing else.
     explicit PrivateDesktop(const StartSession& startSession = {}) {
-        for (const char* name : {"HOME", "XDG_CACHE_HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME",
-                                 "XDG_RUNTIME_DIR", "XDG_STATE_HOME"}) {
+        for (const char* name : {"HOME", "TMPDIR", "XDG_CACHE_HOME", "XDG_CONFIG_HOME",
+                                 "XDG_DATA_HOME", "XDG_RUNTIME_DIR", "XDG_STATE_HOME"}) {
             const std::filesystem::path path = folder_.path() / name;
             std::filesystem::create_directory(path);
             std::filesystem::permissions(path, std::filesystem::perms::owner_all);

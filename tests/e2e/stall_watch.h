@@ -1,8 +1,8 @@
 // Sees for how long the event loop of a program stands: asks it for something again and again, over
 // the bus, and takes the longest time until an answer.
 //
-// A busy machine is no fault of the program's: what threads of the program, of the bus and the
-// asking one waited for a processor meanwhile does not count.
+// A busy machine is no fault of the program's: what the threads that a question passes waited for a
+// processor meanwhile does not count. Those of the program's workers are none of them.
 //
 //     StallWatch watch(desktop.sessionBus(), zenlot.processId());
 //     ...
@@ -14,6 +14,8 @@
 #include <QDBusMessage>
 #include <QString>
 #include <QVariantMap>
+
+#include <unistd.h>
 
 #include <algorithm>
 #include <atomic>
@@ -71,8 +73,7 @@ class StallWatch {
                 const Clock::duration delayedBefore = delay(daemon);
                 const Clock::time_point asked = Clock::now();
                 const QDBusMessage answer = connection.call(question);
-                const Clock::duration delayed = delay(daemon) - delayedBefore;
-                const auto stood = Clock::now() - asked - std::max(delayed, Clock::duration());
+                const auto stood = Clock::now() - asked - (delay(daemon) - delayedBefore);
                 longest_ = std::max(longest_, std::chrono::floor<Milliseconds>(stood));
                 if (answer.errorName() == QLatin1String("org.freedesktop.DBus.Error.InvalidArgs"))
                     ++answers_;
@@ -82,22 +83,28 @@ class StallWatch {
         QDBusConnection::disconnectFromBus(name);
     }
 
-    // How long all of them have been ready to run and did not.
+    // How long they all have been ready to run and did not. They live as long as their processes.
     Clock::duration delay(qint64 daemon) const {
-        Clock::duration sum = delayOf("/proc/thread-self/schedstat");
-        for (const qint64 process : {daemon, program_}) {
+        Clock::duration sum = delayOf("/proc/thread-self");
+        for (const qint64 process : {static_cast<qint64>(::getpid()), daemon, program_}) {
+            const std::string tasks = "/proc/" + std::to_string(process) + "/task/";
             std::error_code gone;
-            const std::filesystem::path tasks = "/proc/" + std::to_string(process) + "/task";
-            for (const auto& task : std::filesystem::directory_iterator(tasks, gone))
-                sum += delayOf(task.path() / "schedstat");
+            for (const auto& task : std::filesystem::directory_iterator(tasks, gone)) {
+                std::string name;
+                std::getline(std::ifstream(task.path() / "comm"), name);
+                const bool isLoop =
+                    process != ::getpid() && task.path() == tasks + std::to_string(process);
+                if (isLoop || name == "QDBusConnection")
+                    sum += delayOf(task.path());
+            }
         }
         return sum;
     }
 
-    static Clock::duration delayOf(const std::filesystem::path& schedstat) {
+    static Clock::duration delayOf(const std::filesystem::path& task) {
         std::chrono::nanoseconds::rep ran = 0;
         std::chrono::nanoseconds::rep waited = 0;
-        std::ifstream(schedstat) >> ran >> waited;
+        std::ifstream(task / "schedstat") >> ran >> waited;
         return std::chrono::nanoseconds(waited);
     }
 

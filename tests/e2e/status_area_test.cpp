@@ -2,6 +2,7 @@
 #include "e2e/accessible_tree.h"
 #include "e2e/alert_screen.h"
 #include "e2e/private_desktop.h"
+#include "e2e/stall_watch.h"
 #include "e2e/stand_in_monitor.h"
 
 #include <gmock/gmock.h>
@@ -37,7 +38,7 @@ class StatusAreaTest : public testing::Test {
                               kPanel);
         desktop.writeSettings(
             R"({"conflictMonitoringEnabled": true, "hasCompletedOnboarding": true})");
-        desktop.start("xfce4-panel");
+        panel = &desktop.start("xfce4-panel");
         zenlot = &desktop.start(QStringLiteral(ZENLOT_PROGRAM), {u"--background"_s});
     }
     ~StatusAreaTest() override { QDBusConnection::disconnectFromBus(bus.name()); }
@@ -119,6 +120,7 @@ class StatusAreaTest : public testing::Test {
     AccessibleTree tree{desktop.sessionBus()};
     StandInMonitor monitor{desktop};
     QDBusConnection bus = QDBusConnection::connectToBus(desktop.sessionBus(), u"e2e status"_s);
+    QProcess* panel = nullptr;
     QProcess* zenlot = nullptr;
     QProcess* server = nullptr;
     QString item;
@@ -179,6 +181,36 @@ TEST_F(StatusAreaTest, TheMenuLeadsToTheMainWindowWhileSettingsAreOpen) {
     choose(u"Port number\u2026"_s);
     EXPECT_TRUE(tree.find("frame", u"Zenlot"_s, AccessibleTree::State::active));
     EXPECT_TRUE(tree.find("text", u"Port"_s, AccessibleTree::State::focused));
+}
+
+// It may end, or stop, at any moment: nobody waits for it, and what comes meanwhile is in the menu
+// when it is there again.
+TEST_F(StatusAreaTest, TheItemIsThereWheneverAPanelIs) {
+    StallWatch watch(desktop.sessionBus(), zenlot->processId());
+    for (const int signal : {SIGSTOP, SIGTERM, SIGKILL}) {
+        SCOPED_TRACE(signal);
+        ::kill(static_cast<pid_t>(panel->processId()), signal);
+        ASSERT_TRUE(signal == SIGSTOP || panel->waitForFinished(kPatience));
+        announceConflict();
+        ASSERT_TRUE(
+            desktop.waitForLog("posting notification id=zenlot-conflict-" + port.toStdString()));
+        if (signal == SIGSTOP)
+            ::kill(static_cast<pid_t>(panel->processId()), SIGCONT);
+        else
+            panel = &desktop.start("xfce4-panel");
+        ASSERT_TRUE(
+            QTest::qWaitFor([this] { return !(item = registeredItem()).isEmpty(); }, kPatience));
+        expectMenu(testing::Contains(testing::HasSubstr(port.toStdString())));
+        server->kill();
+        server->waitForFinished();
+        server = &desktop.startServer(u"Sampled"_s);
+        port = PrivateDesktop::portOf(*server);
+    }
+    EXPECT_LE(watch.longest(), StallWatch::kBound);
+    ::kill(static_cast<pid_t>(panel->processId()), SIGSTOP);
+    zenlot->terminate();
+    expectEnd(*zenlot);
+    ::kill(static_cast<pid_t>(panel->processId()), SIGCONT);
 }
 
 TEST_F(StatusAreaTest, ConflictIsShownAndKilledInTheMenu) {

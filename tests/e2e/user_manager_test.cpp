@@ -4,7 +4,9 @@
 #include "e2e/alert_screen.h"
 #include "e2e/private_desktop.h"
 #include "e2e/screen_grabber.h"
+#include "e2e/stall_watch.h"
 #include "e2e/stand_in_monitor.h"
+#include "support/child_process.h"
 #include "support/listener.h"
 #include "support/private_user_manager.h"
 
@@ -12,6 +14,9 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include <sys/resource.h>
+
+#include <csignal>
 #include <map>
 #include <optional>
 
@@ -286,6 +291,68 @@ TEST_F(UserManagerTest, WhoQuitsAtOnceKeepsTheMonitor) {
     zenlot->terminate();
     ASSERT_TRUE(zenlot->waitForFinished());
     EXPECT_TRUE(comesTo("enabled active"));
+}
+
+// Stopped, started anew and killed: who asks it waits, no window does, and so does no end.
+TEST_F(UserManagerTest, WindowsAnswerWhateverBecomesOfTheManager) {
+    ASSERT_NO_FATAL_FAILURE(openSettings());
+    ASSERT_TRUE(tree->pressOnce("page tab", u"Port Monitoring"_s));
+    StallWatch watch(desktop.sessionBus(), zenlot->processId());
+    const pid_t process = manager->processId();
+    ::kill(process, SIGSTOP);
+    ASSERT_TRUE(tree->pressOnce("check box", kConflicts));
+    QTest::qWait(1000); // part of the five seconds that it has for an answer
+    ::kill(process, SIGCONT);
+    EXPECT_TRUE(comesTo("enabled active"));
+    EXPECT_TRUE(tree->isChecked(kConflicts, true));
+
+    ASSERT_TRUE(manager->startAnew()) << manager->output();
+    ASSERT_TRUE(tree->pressOnce("check box", kConflicts));
+    EXPECT_TRUE(comesTo("disabled inactive"));
+    EXPECT_TRUE(tree->isChecked(kConflicts, false));
+
+    // Who is left has to end the bus.
+    const uint bus = manager->bus().interface()->servicePid(u"org.freedesktop.DBus"_s);
+    ::kill(process, SIGKILL);
+    ASSERT_TRUE(tree->pressOnce("check box", kConflicts));
+    EXPECT_TRUE(tree->isChecked(kConflicts, true)) << "without one it is a child of the program";
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return desktop.countInLog("background monitor started") == 2; }, kPatience));
+    EXPECT_LE(watch.longest(), StallWatch::kBound);
+    zenlot->terminate();
+    EXPECT_TRUE(zenlot->waitForFinished(kPatience));
+    EXPECT_EQ(zenlot->exitCode(), 0);
+    ::kill(static_cast<pid_t>(bus), SIGTERM);
+}
+
+// A crash by the unit's limit of memory, which is drawn tighter here while it runs: it is started
+// again, publishes, and knows what it has told.
+TEST_F(UserManagerTest, TheMonitorComesBackFromItsLimitOfMemory) {
+    StandInMonitor(desktop).addConflict(3000, ::getpid(), u"holder"_s, u"holder"_s);
+    systemctl(u"--now enable"_s);
+    const auto process = [this] {
+        return std::stoi(systemctl(u"show --value --property=MainPID"_s));
+    };
+    const auto published = [this] {
+        return desktop.files().read("XDG_STATE_HOME/group.dev.quorvane.zenlot/ports.json");
+    };
+    ASSERT_TRUE(desktop.waitForLog("background monitor started"));
+    const std::string conflicts =
+        desktop.files().read("XDG_STATE_HOME/group.dev.quorvane.zenlot/conflicts.json");
+    const pid_t first = process();
+    const rlimit nothingMore{0, RLIM_INFINITY};
+    ASSERT_EQ(::prlimit(first, RLIMIT_AS, &nothingMore, nullptr), 0);
+    QProcess& server = desktop.startServer(u"Sampled"_s);
+    const std::string port = PrivateDesktop::portOf(server).toStdString();
+    // Nothing is the matter as long as it needs no more.
+    const ChildProcess many([] { return listenOften(3'000); });
+    EXPECT_TRUE(QTest::qWaitFor([&] { return process() != first; }, kPatience))
+        << systemctl(u"status"_s);
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return published().find("{\"port\":" + port + ",") != std::string::npos; },
+        kPatience));
+    EXPECT_EQ(desktop.files().read("XDG_STATE_HOME/group.dev.quorvane.zenlot/conflicts.json"),
+              conflicts);
 }
 
 // What it published last is nobody's word any more: window, automation and terminal say what the

@@ -55,15 +55,10 @@ class PrivateUserManager {
         systemd_.setProcessChannelMode(QProcess::MergedChannels);
         // Should the test crash, this must not outlive it.
         systemd_.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGTERM); });
-        // Without this folder systemd believes that the machine runs something else, and refuses.
-        std::error_code refused;
-        const bool isMade = std::filesystem::create_directories(kBooted, refused);
+        const Booted booted;
         systemd_.start(QString::fromLatin1(kManager), {QStringLiteral("--user")});
         systemd_.waitForStarted();
-        isRunning_ =
-            QTest::qWaitFor([this] { return hasEnded() || isOnBus(); }, 20'000) && !hasEnded();
-        if (isMade)
-            std::filesystem::remove(kBooted, refused);
+        isRunning_ = waitForBus();
     }
     PrivateUserManager(const PrivateUserManager&) = delete;
     PrivateUserManager& operator=(const PrivateUserManager&) = delete;
@@ -81,6 +76,15 @@ class PrivateUserManager {
     QString busAddress() const { return address_; }
     QDBusConnection bus() const { return bus_; }
     pid_t processId() const { return static_cast<pid_t>(systemd_.processId()); }
+
+    // As an update does it: another program in the same process, and the services go on.
+    bool startAnew() {
+        const Booted booted;
+        const QString before = nameOnBus();
+        run(QStringLiteral("systemctl --user daemon-reexec"));
+        return QTest::qWaitFor([&] { return hasEnded() || nameOnBus() != before; }, 20'000) &&
+               waitForBus();
+    }
 
     // What a command prints that a shell of that session runs.
     std::string run(const QString& command) const {
@@ -110,6 +114,28 @@ class PrivateUserManager {
                           "After=shutdown.target\nSuccessAction=exit-force\n"
                           "[Service]\nSlice=-.slice\nType=oneshot\nExecStart=/bin/true\n"}};
 
+    // Without this folder systemd believes that the machine runs something else, and refuses.
+    class Booted {
+      public:
+        Booted() : isMade_(std::filesystem::create_directories(kBooted, refused_)) {}
+        Booted(const Booted&) = delete;
+        Booted& operator=(const Booted&) = delete;
+        ~Booted() {
+            if (isMade_)
+                std::filesystem::remove(kBooted, refused_);
+        }
+
+      private:
+        std::error_code refused_;
+        bool isMade_;
+    };
+
+    QString nameOnBus() const {
+        return bus_.interface()->serviceOwner(QStringLiteral("org.freedesktop.systemd1")).value();
+    }
+    bool waitForBus() {
+        return QTest::qWaitFor([this] { return hasEnded() || isOnBus(); }, 20'000) && !hasEnded();
+    }
     bool hasEnded() const { return systemd_.state() == QProcess::NotRunning; }
     bool isOnBus() {
         if (!bus_.isConnected()) {
