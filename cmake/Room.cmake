@@ -59,12 +59,11 @@ function(zenlot_compile_together target)
     endif()
 endfunction()
 
-# The headers that most sources of Qt begin with are read once, under the same condition.
+# The headers that most sources of Qt begin with are read once (ZENLOT_PRECOMPILE).
 # zenlot_start_with_headers(<target> <precompiled>) has a target begin with them. GCC takes what it has
-# read only where the options are the same, and warns where they are not.
-set(ZENLOT_PRECOMPILE OFF)
-if(ZENLOT_UNITY AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    set(ZENLOT_PRECOMPILE ON)
+# read only where the options are the same, and warns where they are not; others are stricter.
+if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    set(ZENLOT_PRECOMPILE OFF)
 endif()
 function(zenlot_precompiled_headers name)
     file(CONFIGURE OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp CONTENT "" @ONLY)
