@@ -163,19 +163,6 @@ TEST(BoundedWorkTest, LeavesBehindWhatDoesNotComeBack) {
     EXPECT_EQ(answer, 10);
 }
 
-TEST(PollPaceTest, SlowsDownWhileNothingHappensAndOnBattery) {
-    using enum PollPace::Power;
-    PollPace pace;
-    EXPECT_EQ(pace.next(mains), 2s);
-    EXPECT_EQ(pace.next(battery), 4s);
-    for (int poll = 0; poll < 100; ++poll)
-        pace.next(mains);
-    EXPECT_EQ(pace.next(mains), 8s);
-    EXPECT_EQ(pace.next(battery), 8s);
-    pace.noteChange();
-    EXPECT_EQ(pace.next(mains), 2s);
-}
-
 TEST(PowerSupplyTest, BatteryOfTheMachineCounts) {
     const TemporaryFolder folder;
     EXPECT_EQ(powerNow((folder.path() / "missing").string()), PollPace::Power::mains);
