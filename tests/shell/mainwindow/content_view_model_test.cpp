@@ -32,15 +32,6 @@ class ContentViewModelTest : public testing::Test {
     ContentViewModel& model = fixture->model;
 };
 
-TEST_F(ContentViewModelTest, FieldKeepsFiveDigits) {
-    for (const auto& [typed, kept] : {std::pair(u"-12a34567"_s, u"12345"_s),
-                                      {u"٣½五x"_s, u"٣½五"_s},
-                                      {u"\U0001D7D8x0"_s, u"\U0001D7D80"_s}}) {
-        model.setPortInput(typed);
-        EXPECT_EQ(model.portInput(), kept);
-    }
-}
-
 TEST_F(ContentViewModelTest, TypingChecksOnceAfterAPause) {
     EXPECT_EQ(model.statusText(), u"Enter a port number"_s);
     QSignalSpy focus(&model, &ContentViewModel::resultsFocusRequested);
