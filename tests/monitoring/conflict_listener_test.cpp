@@ -141,7 +141,10 @@ TEST_F(ConflictListenerTest, AnnouncesOnlyHoldersThatAreThereAndWereThereBefore)
     using Obstacle = ForceQuitObstacle;
     const ReferenceTime whole = kNow - 0.5s;
     const auto startedAt = [](ReferenceTime time) {
-        return FakePinnedState{.startTime = 7, .startedAt = toSystemTime(time)};
+        using Time = std::chrono::system_clock;
+        return FakePinnedState{.startTime = 7,
+                               .startedAt = kReferenceDate + std::chrono::round<Time::duration>(
+                                                                 time.time_since_epoch())};
     };
     const FakePinnedState gone{.hasEnded = true};
     const FakePinnedState manager{.startTime = 7, .isServiceManager = true};
