@@ -219,6 +219,8 @@ TEST_F(ConflictListenerTest, AnswersForAPortFromItsFileOrElseFromItsHolder) {
         handle(port);
     settings.setConflictMonitoringEnabled(false);
     handle(80);
+    publish("conflicts", encodeConflictRecords(std::vector{recordOf(1, kNow)}));
+    check();
     EXPECT_EQ(logged(), (Strings{"conflict listener started",
                                  "legacy conflict ignored port=3000: ignored port",
                                  "legacy conflict record ignored port=80: stale",
