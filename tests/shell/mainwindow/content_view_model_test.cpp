@@ -160,7 +160,8 @@ TEST_F(ContentViewModelTest, FreePortsThatCantBeHadSayWhy) {
 
 TEST_F(ContentViewModelTest, TextsSayWhatWasCheckedAndStayWhileTheyFade) {
     ASSERT_TRUE(check(u"81"_s));
-    model.setPortInput(u"81818"_s); // no port, so nothing else becomes known
+    model.setPortInput(u"818189"_s); // no port, so nothing else becomes known
+    EXPECT_EQ(model.portInput(), u"81818"_s);
     EXPECT_EQ(model.statusText(), u"Port 81 is free"_s);
     model.setPortInput({});
     EXPECT_FALSE(model.isFree());
