@@ -370,7 +370,7 @@ TEST_F(AttemptTrackerTest, ChildrenOfOneCommandAreOneAttempt) {
     child.ancestors.insert(child.ancestors.begin(), kServer);
     tracker.processStarted(child, now);
     socketDies();
-    tracker.processEnded(201, ProcessEnd::failed, now);
+    tracker.processEnded(201, ProcessEnd::stopped, now);
     tracker.processEnded(kServer, ProcessEnd::failed, now);
     EXPECT_THAT(pass(BootTime(1000)), ElementsAre(3000));
 }
