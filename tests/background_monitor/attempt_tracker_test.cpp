@@ -87,7 +87,8 @@ class AttemptTrackerTest : public testing::Test {
     //   c      the kernel counts a connection that found no route
     //   e s    the server fails, or is stopped
     //   w      it ends well, of which nobody tells
-    //   l h o  it listens on its port, on the half of it that is IPv6, or on another one
+    //   l h    it listens on its port, or on the half of it that is IPv6
+    //   o x    it listens on the next port, or far from it
     //   _ - ~  time passes: a moment, 2.5 seconds, more than a start may take
     std::string story(std::string_view steps) {
         std::string told;
@@ -115,6 +116,7 @@ class AttemptTrackerTest : public testing::Test {
             {'l', [&] { listenOn(3000); }},
             {'h', [&] { listenOn(3000, AddressFamily::ipv6); }},
             {'o', [&] { listenOn(3001); }},
+            {'x', [&] { listenOn(9000); }},
             {'_', [&] { wait(BootTime(20)); }},
             {'-', [&] { wait(BootTime(2500)); }},
             {'~', [&] { wait(AttemptTracker::kLongestStart * 2); }},
@@ -161,6 +163,7 @@ TEST_F(AttemptTrackerTest, OnlyWhatWasRefusedIsAConflict) {
     const std::tuple<const char*, const char*, const char*, std::function<void()>> cases[]{
         {"fails", "6e", "f3000", {}},
         {"takes the next port", "6_o", "d3000", {}},
+        {"serves far from a port that nobody has named", "6_x", "", isUsual},
         {"asks, and goes on", "6-6-6", "g3000", [this] { runtime.goesOnWithoutPort = true; }},
         {"lives on without its port", "6", "g3000", {}},
         {"may be slow, since nobody has named the port", "6", "", isUsual},
@@ -371,8 +374,9 @@ TEST_F(AttemptTrackerTest, ChildrenOfOneCommandAreOneAttempt) {
     tracker.processStarted(child, now);
     socketDies();
     tracker.processEnded(201, ProcessEnd::stopped, now);
-    tracker.processEnded(kServer, ProcessEnd::failed, now);
+    tracker.processEnded(201, ProcessEnd::failed, now);
     EXPECT_THAT(pass(BootTime(1000)), ElementsAre(3000));
+    EXPECT_TRUE(tracker.isIdle());
 }
 
 TEST_F(AttemptTrackerTest, CommandsThatFailTogetherAreToldOnce) {

@@ -28,26 +28,12 @@ TEST(CommandLineTest, UnderstandsItsOptions) {
 }
 
 TEST(CommandLineTest, BadUsageIsExplainedInOneLine) {
-    for (const char* line : {"",
-                             "lsit",
-                             "list -j",
-                             "doctor me",
-                             "list --json 80",
-                             "list --json --offers",
-                             "check",
-                             "why",
-                             "why 80 81",
-                             "why --json",
-                             "stop --json 80",
-                             "stop --yes",
-                             "check 80 81",
-                             "check 0",
-                             "check -1",
-                             "check 65536",
-                             "check 80x",
-                             "check 99999999999999999999",
-                             "--help list",
-                             "a\x1b[2J"}) {
+    std::istringstream lines(
+        "\nlsit\nlist -j\ndoctor me\nlist --json 80\nlist --json --offers\ncheck\n"
+        "why\nwhy 80 81\nwhy --json\nstop --json 80\nstop --yes\ncheck 80 81\n"
+        "check 0\ncheck -1\ncheck 65536\ncheck 80x\n"
+        "check 99999999999999999999\n--help list\na\x1b[2J");
+    for (std::string line; std::getline(lines, line);) {
         const Command command = parse(line);
         ASSERT_TRUE(std::holds_alternative<UsageError>(command)) << line;
         const std::string& message = std::get<UsageError>(command).message;
