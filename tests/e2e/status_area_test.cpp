@@ -36,16 +36,14 @@ class StatusAreaTest : public testing::Test {
     StatusAreaTest() {
         desktop.files().write("XDG_CONFIG_HOME/xfce4/xfconf/xfce-perchannel-xml/xfce4-panel.xml",
                               kPanel);
-        desktop.writeSettings(
-            R"({"conflictMonitoringEnabled": true, "hasCompletedOnboarding": true})");
+        desktop.writeSettings(kWatching);
         panel = &desktop.start("xfce4-panel");
         zenlot = &desktop.start(QStringLiteral(ZENLOT_PROGRAM), {u"--background"_s});
     }
     ~StatusAreaTest() override { QDBusConnection::disconnectFromBus(bus.name()); }
 
     void SetUp() override {
-        ASSERT_TRUE(
-            QTest::qWaitFor([this] { return !(item = registeredItem()).isEmpty(); }, kPatience))
+        ASSERT_TRUE(waitUntil([this] { return !(item = registeredItem()).isEmpty(); }))
             << zenlot->readAllStandardError().toStdString();
         server = &desktop.startServer(u"Sampled"_s);
         port = PrivateDesktop::portOf(*server);
@@ -96,7 +94,7 @@ class StatusAreaTest : public testing::Test {
     template <typename Matcher>
     void expectMenu(Matcher matcher) const {
         const auto fits = [&] { return testing::Value(readMenu(), matcher); };
-        if (!QTest::qWaitFor(fits, kPatience)) {
+        if (!waitUntil(fits)) {
             EXPECT_THAT(readMenu(), matcher);
         }
     }
@@ -110,7 +108,7 @@ class StatusAreaTest : public testing::Test {
     }
 
     void expectEnd(QProcess& process, int code = 0) {
-        ASSERT_TRUE(process.state() == QProcess::NotRunning || process.waitForFinished());
+        ASSERT_TRUE(PrivateDesktop::hasEnded(process));
         EXPECT_EQ(process.exitCode(), code) << process.readAllStandardError().toStdString();
         EXPECT_EQ(process.exitStatus(), code == 0 ? QProcess::NormalExit : QProcess::CrashExit);
     }
@@ -249,18 +247,6 @@ TEST_F(StatusAreaTest, ConflictGoesWithItsHolderFromMenuAndScreen) {
     expectMenu(kAlways());
 }
 
-TEST_F(StatusAreaTest, ClearedConflictTakesItsAlertAlong) {
-    expectMenu(kAlways());
-    announceConflict();
-    expectMenu(testing::Contains("Clear Conflict Indicator"));
-    const QString title = u"Port %1 is already in use"_s.arg(port);
-    ASSERT_TRUE(alerts.shows(title));
-    choose(u"Clear Conflict Indicator"_s);
-    expectMenu(kAlways());
-    EXPECT_TRUE(alerts.hides(title));
-    EXPECT_EQ(server->state(), QProcess::Running);
-}
-
 TEST_F(StatusAreaTest, LaterStartLooksItsPortUpInTheRunningProgram) {
     for (const char* nonsense : {"port://0", "port://70000", "port://x", "http://8080"}) {
         expectEnd(desktop.start(QStringLiteral(ZENLOT_PROGRAM), {QString::fromLatin1(nonsense)}));
@@ -282,9 +268,7 @@ TEST_F(StatusAreaTest, SwitchesOfTheSettingsWorkAtOnce) {
     const auto press = [this](const char* role, const QString& name) {
         EXPECT_TRUE(tree.pressOnce(role, name)) << name.toStdString();
     };
-    const auto comesTo = [](const auto& condition) {
-        return QTest::qWaitFor(condition, kPatience);
-    };
+    const auto comesTo = [](const auto& condition) { return waitUntil(condition); };
     const auto hasItem = [&](bool isWanted) {
         return comesTo([&] { return (item = registeredItem()).isEmpty() != isWanted; });
     };
