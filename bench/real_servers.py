@@ -4118,6 +4118,196 @@ untuned("redis-server --port $PORT in a job's script, &> redis.out", "bash run.s
                          "parser.add_argument('--redis-host')\nparser.add_argument('--redis-port', type=int)\n"
                          "parser.add_argument('--task-count', type=int)\nargs = parser.parse_args()\ntime.sleep(120)\n"})
 
+# Drawn at random from public projects a fifth time, by other searches still.
+# A game for many, whose settings stand above the server.
+untuned("Express and Socket.IO, var config = { port } in the file", "node server.js",
+        {"server.js": "var io = require('socket.io');\nvar http = require('http');\nvar express = require('express');\n\n"
+                      "var Game = require('./game');\n\nvar config = {\n\tport: %P\n}\n\nvar app = express();\n"
+                      "var server = http.createServer(app);\nserver.listen(config.port);\n"
+                      "console.log(\"listening on port \", config.port);\n\napp.get('/', function(req, res) {\n"
+                      "\tres.sendFile('/index.html', { root: __dirname });\n});\n\nvar game = new Game();\n"
+                      "new io.Server(server).on('connection', function(socket) {\n\tgame.join(socket.id);\n});\n",
+         "game.js": "module.exports = function() {\n\tthis.players = [];\n"
+                    "\tthis.join = function(id) { this.players.push(id); };\n};\n",
+         "index.html": "<!doctype html>\n"})
+# A receiver of positions from trackers.
+untuned("node, net, server.listen(config.PORT, config.HOST)", "npm start",
+        {"package.json": '{"name": "tracker", "main": "server.js", "scripts": {"start": "node server.js"}}\n',
+         "server.js": "const net = require('net');\nconst config = require('./config/config');\n"
+                      "const decode = require('./handlers/decode');\n\nconst server = net.createServer(socket => {\n"
+                      "    console.log('Device connected.');\n\n"
+                      "    socket.on('data', data => console.log('Parsed:', decode(Buffer.from(data))));\n"
+                      "    socket.on('error', error => console.error('Error:', error));\n});\n\n"
+                      "server.listen(config.PORT, config.HOST, () => {\n"
+                      "    console.log(`Server listening at ${config.HOST}:${config.PORT}`);\n});\n",
+         "config/config.js": "module.exports = {\n    PORT: %P,\n    HOST: '0.0.0.0',\n};\n",
+         "handlers/decode.js": "module.exports = buffer => ({ codec: buffer[8], records: buffer[9] });\n"})
+# An API whose settings have a port for development and one for later.
+untuned('Express, process.env.PORT ? ... : require("./config.json").devport', "node server.js",
+        {"server.js": "var express = require('express');\nvar app = express();\nvar system = require('./system');\n"
+                      'var port = require("./config.json").devport;\n\n'
+                      "app.set('port', process.env.PORT ? process.env.PORT : port);\n\napp.use(express.json());\n"
+                      "app.use('/api', system.routes);\n\napp.listen(app.get('port'), function() {\n"
+                      "\tconsole.log('Server started on port ' + app.get('port'));\n});\n",
+         "system/index.js": "exports.routes = require('express').Router();\n"
+                            "exports.routes.get('/', function(req, res) { res.json({}); });\n",
+         "config.json": '{\n\t"db": "mongodb://localhost/app",\n\t"prodport": %D,\n\t"devport": %P\n}\n'}, second=True)
+# A service of clocks, one worker for each core.
+untuned("node, cluster, os.cpus().length workers listen", "node server.js",
+        {"server.js": "const cluster = require('cluster');\nconst http = require('http');\n"
+                      "const numCPUs = require('os').cpus().length;\nvar url = require(\"url\");\n\n"
+                      "const hostname = '127.0.0.1';\nconst port = %P;\n\nif (cluster.isMaster) {\n  // Fork workers.\n"
+                      "  for (var i = 0; i < numCPUs; i++) {\n    cluster.fork();\n  }\n\n"
+                      "  cluster.on('exit', (worker, code, signal) => {\n"
+                      "    console.log(`worker ${worker.process.pid} died`);\n  });\n} else {\n"
+                      "  http.createServer((req, res) => {\n"
+                      "    res.end(url.parse(req.url).pathname + ' ' + new Date().toISOString());\n"
+                      "  }).listen(port, hostname, () => {\n"
+                      "    console.log(`Worker ${process.pid} running at http://${hostname}:${port}/`);\n  });\n}\n"})
+# An exercise from a school: the argument is a table of pupils.
+untuned("node, hostname and port as constants, argv[2] a file", "node 5-http.js database.csv",
+        {"5-http.js": "const http = require('http');\nconst fs = require('fs').promises;\n\nconst hostname = '127.0.0.1';\n"
+                      "const port = %P;\n\nasync function countStudents(path) {\n"
+                      "  const lines = (await fs.readFile(path, 'utf-8')).trim().split('\\n');\n"
+                      "  return `Number of students: ${lines.length - 1}`;\n}\n\n"
+                      "const app = http.createServer(async (req, res) => {\n"
+                      "  res.end(req.url === '/students' ? await countStudents(process.argv[2]) : 'Hello!');\n});\n\n"
+                      "app.listen(port, hostname);\n\nmodule.exports = app;\n",
+         "database.csv": "firstname,lastname,age,field\nAda,Low,30,CS\n"})
+# A shop's API in few long lines.
+untuned("Express, await init() above app.listen(process.env.PORT||...)", "npm run dev",
+        {"package.json": '{"name": "api", "type": "module", "scripts": {"dev": "node --watch src/server.js"}}\n',
+         "src/server.js": 'import "dotenv/config"; import express from "express"; import {init} from "./db.js"; import api '
+                          'from "./routes/api.js";\n'
+                          "const "
+                          'app=express();app.use(express.json());app.get("/api/health",(q,s)=>s.json({ok:true}));app.use("/api"'
+                          ',api);\nawait init();app.listen(process.env.PORT||%P,()=>console.log("API on %P"));\n',
+         "src/db.js": "export const rows = [];\nexport async function init() { rows.push({ id: 1 }); }\n",
+         "src/routes/api.js": 'import { Router } from "express"; import { rows } from "../db.js";\n'
+                              'export default Router().get("/rows",(q,s)=>s.json(rows));\n',
+         ".env": "DB_FILE=./data.db\nJWT_SECRET=x\n"})
+# An API that makes its tables first, and says what failed.
+untuned("Express, ensureDb().then(app.listen).catch(process.exit)", "node src/server.js",
+        {"package.json": '{"name": "api", "type": "module"}\n',
+         "src/server.js": 'import "dotenv/config"; import express from "express"; import routes from "./routes/index.js";\n'
+                          'import { ensureDb } from "./models/index.js";\nconst app=express(); app.use(express.json());\n'
+                          'app.get("/",(req,res)=>res.json({ok:true,name:"API"}));\napp.use("/",routes);\n'
+                          "const port=process.env.PORT||3000;\n"
+                          "ensureDb().then(()=>{ app.listen(port,()=>console.log(`API on http://localhost:${port}`)); })\n"
+                          '  .catch(err=>{ console.error("database:",err); process.exit(1); });\n',
+         "src/models/index.js": "export async function ensureDb() { return process.env.DB_HOST + ':' + process.env.DB_PORT; }\n",
+         "src/routes/index.js": 'import { Router } from "express";\nexport default Router();\n',
+         ".env": "PORT=%P\nDB_HOST=127.0.0.1\nDB_PORT=%D\nDB_NAME=shop\n"}, second=True)
+# A sender of letters behind a form, with a server for mail beside it.
+untuned('Express, import "dotenv/config", PORT beside SMTP_PORT', "npm start --prefix server",
+        {"server/package.json": '{"name": "notify", "type": "module", "scripts": {"start": "node index.js"}}\n',
+         "server/index.js": 'import "dotenv/config"; import express from "express"; import { subjectFor } from '
+                            '"./emailTemplates.js";\nconst app = express(); app.use(express.json({ limit: "1mb" }));\n'
+                            "const PORT = Number(process.env.PORT || %P); const NOTIFY_SECRET = process.env.NOTIFY_SECRET || "
+                            '"";\n'
+                            'const SMTP_HOST = process.env.SMTP_HOST || ""; const SMTP_PORT = Number(process.env.SMTP_PORT || '
+                            '587);\n\napp.post("/notify", (req, res) => {\n'
+                            '  if (req.get("x-secret") !== NOTIFY_SECRET) return res.sendStatus(403);\n'
+                            "  res.json({ subject: subjectFor(req.body), via: `${SMTP_HOST}:${SMTP_PORT}` });\n});\n\n"
+                            "app.listen(PORT, () => console.log(`notify on ${PORT}`));\n",
+         "server/emailTemplates.js": "export const subjectFor = ({ type }) => `News: ${type}`;\n",
+         "server/.env": "SMTP_HOST=127.0.0.1\nSMTP_PORT=%D\nNOTIFY_SECRET=x\n"}, second=True)
+# A function for a cloud, and a file that runs it at home.
+untuned("ts-node-dev dev.ts, env.port of src/utils", "npm run dev",
+        {"package.json": '{"name": "api", "scripts": {"dev": "ts-node-dev --respawn --transpile-only dev.ts", "build": '
+                         '"tsc"}}\n',
+         "tsconfig.json": '{"compilerOptions": {"module": "commonjs", "target": "es2022", "esModuleInterop": true, '
+                          '"skipLibCheck": true, "types": ["node"]}}\n',
+         "dev.ts": 'import app from "./src/app";\nimport { env } from "./src/utils";\n\nconst port = env.port || 3000;\n'
+                   "app.listen(port, () => {\n  console.log(`Local API on http://localhost:${port}`);\n});\n",
+         "src/app.ts": 'import express from "express";\n\nconst app = express();\n'
+                       'app.get("/health", (_req, res) => { res.json({ ok: true }); });\nexport default app;\n',
+         "src/utils/index.ts": 'export { env } from "./env";\n',
+         "src/utils/env.ts": 'import dotenv from "dotenv";\ndotenv.config();\n\nexport const env = {\n'
+                             '  port: Number(process.env.PORT),\n  tableName: process.env.TABLE_NAME ?? "items",\n};\n',
+         ".env": "TABLE_NAME=items\nPORT=%P\n"})
+# A first project in TypeScript: nodemon knows from its file what to run.
+untuned("npm start, nodemon.json with exec of ts-node", "npm start",
+        {"package.json": '{"name": "first", "scripts": {"build": "tsc", "start": "nodemon"}}\n',
+         "nodemon.json": '{\n  "watch": ["src"],\n  "ext": ".ts,.js",\n  "ignore": [],\n'
+                         '  "exec": "ts-node --transpile-only ./src/index.ts"\n}\n',
+         "tsconfig.json": '{"compilerOptions": {"module": "commonjs", "target": "es2022", "esModuleInterop": true, '
+                          '"skipLibCheck": true, "types": ["node"]}}\n',
+         "src/index.ts": "import express, { Request, Response, Express } from 'express';\n\nconst app: Express = express();\n"
+                         "const port: number = %P;\n\napp.get('/', (req: Request, res: Response) => {\n"
+                         "  res.status(200).json({ success: true });\n});\n\napp.listen(port, () => {\n"
+                         "  console.log(`App is running on port ${port}`);\n});\n"})
+# A school's API: a database and a cache before it, an event of its own after.
+untuned("Express, config.app.port of ./config, DB_PORT and REDIS_PORT in .env", "nodemon src/server.js",
+        {"src/server.js": "const http = require('http');\nconst express = require('express');\n"
+                          "const config = require('./config');\nconst { syncDatabase } = require('./models');\n\n"
+                          "const app = express();\nconst server = http.createServer(app);\n\n"
+                          "const startServer = async () => {\n  try {\n    await syncDatabase();\n\n"
+                          "    server.listen(config.app.port, () => {\n"
+                          "      console.log(`Port: ${config.app.port}, environment: ${config.app.env}`);\n    });\n"
+                          "  } catch (error) {\n    console.error('Not started:', error);\n    process.exit(1);\n  }\n};\n\n"
+                          "startServer();\n",
+         "src/config/index.js": "require('dotenv').config();\n\nmodule.exports = {\n"
+                                "  app: { env: process.env.NODE_ENV || 'development', port: parseInt(process.env.APP_PORT, 10) "
+                                "|| 3000, apiVersion: 'v1' },\n"
+                                "  database: { host: process.env.DB_HOST, port: process.env.DB_PORT || 5432 },\n"
+                                "  redis: { host: process.env.REDIS_HOST, port: process.env.REDIS_PORT || 6379 },\n};\n",
+         "src/models/index.js": "exports.syncDatabase = async () => require('../config').database.port;\n",
+         ".env": "APP_PORT=%P\nDB_HOST=localhost\nDB_PORT=%D\nREDIS_HOST=localhost\n"}, second=True)
+# A bus for messages, whose class hands every error to its caller.
+untuned("node, listen(cb) of a class, config.server.port and address", "node bin/bus.js --config bus.json",
+        {"bin/bus.js": "#!/usr/bin/env node\nconst fs = require('fs');\nconst BusServer = require('../lib/server');\n\n"
+                       "const file = process.argv[process.argv.indexOf('--config') + 1];\n"
+                       "const bus = new BusServer(JSON.parse(fs.readFileSync(file, 'utf8')));\n"
+                       "bus.on('server_error', (err) => {\n  console.error(err.message);\n  process.exit(2);\n});\n"
+                       "bus.listen(() => console.log('listening'));\n",
+         "lib/server.js": "const { EventEmitter } = require('events');\nconst http = require('http');\n\n"
+                          "module.exports = class extends EventEmitter {\n  constructor(config) {\n    super();\n"
+                          "    this.config_ = config;\n    this.httpServer_ = http.createServer((req, res) => res.end());\n"
+                          "    this.httpServer_.on('error', (err) => this.emit('server_error', err));\n  }\n\n"
+                          "  // Starts the server listening on the configured port.\n  listen(cb) {\n"
+                          "    const config = this.config_;\n"
+                          "    this.httpServer_.listen(config.server.port, config.server.address, cb);\n  }\n};\n",
+         "bus.json": '{\n  "server": {\n    "address": "127.0.0.1",\n    "port": %P\n  },\n  "limits": {"queue": 10000}\n}\n'})
+# A worker of queues, which listens last, for a look at its health only.
+untuned("node, DISPATCHER_PORT after a connect() and NATS_URL", "npx tsx src/main.ts",
+        {"package.json": '{"name": "dispatcher", "type": "module", "private": true}\n',
+         "src/main.ts": "import { createServer } from 'node:http';\nimport { loadConfig } from './config.js';\n"
+                        "import { connect } from './queue.js';\n\nconst config = loadConfig(process.env);\n"
+                        "const queue = await connect(config.queueUrl);\n\n"
+                        "// Listens last: who asks for the health knows that the queue is there.\n"
+                        "const server = createServer((req, res) => {\n  res.writeHead(req.url === '/health' ? 200 : 404);\n"
+                        "  res.end();\n});\nserver.listen(config.port, () => {\n"
+                        "  console.log('HTTP surface ready', { port: config.port, paths: ['/health'] });\n});\n\n"
+                        "process.on('SIGTERM', () => {\n  queue.close();\n  server.close();\n  process.exit(0);\n});\n",
+         "src/config.ts": "export function loadConfig(env: NodeJS.ProcessEnv) {\n  return {\n"
+                          "    port: Number(env.DISPATCHER_PORT ?? '%P'),\n"
+                          "    queueUrl: env.NATS_URL ?? 'nats://localhost:%D',\n  };\n}\n",
+         "src/queue.ts": "export async function connect(url: string) {\n  return { url, close() {} };\n}\n"}, second=True)
+# A chain of blocks, each member of which knows a neighbour.
+untuned("Socket.IO, nodeServer.listen(config.port) beside a neighbour's address", "node node.js",
+        {"node.js": "const config = require('./node.config')\nconst express = require('express')\nconst app = express()\n"
+                    "const nodeServer = require('http').createServer(app)\n"
+                    "const socketIO = new (require('socket.io').Server)(nodeServer)\n\n"
+                    "app.post('/block', express.json(), (req, res) => {\n"
+                    "    res.send({ next: req.body.blockId + 1, from: config.neighbor })\n})\n\n"
+                    "socketIO.on('connection', node => {\n    console.log(\"Other node connected\")\n"
+                    "    node.on('REQ_CHAIN_LENGTH', () => node.emit('RES_CHAIN_LENGTH', 5))\n})\n\n"
+                    'nodeServer.listen(config.port, () => {\n    console.log("Listening on " + config.port)\n})\n',
+         "node.config.js": "module.exports = {\n    neighbor: 'http://localhost:%D',\n    port: %P,\n    id: 'node1'\n}\n"},
+        second=True)
+# Settings that must all be there, after an example's.
+untuned("Express, dotenv-safe, app.set('port')", "node app.js",
+        {"app.js": "require('dotenv-safe').config({ allowEmptyValues: true });\nconst TYPE = ['Movement', 'Snore', 'None'];\n"
+                   "const express = require('express');\nconst compression = require('compression');\n\n"
+                   "const app = express();\napp.set('port', process.env.PORT || 3000);\n\napp.use(require('morgan')('dev'));\n"
+                   "app.use(compression());\napp.use(express.urlencoded({ extended: false }));\n\n"
+                   "app.get('/ping', (req, res) => res.status(200).send('pong'));\n"
+                   "app.get('/types', (req, res) => res.json(TYPE));\n\n"
+                   "app.listen(app.get('port'), () => console.log(`Listening on ${app.get('port')}`));\n",
+         ".env.example": "PORT=\nDB_URI=\nAPI_KEY=\n", ".env": "PORT=%P\nDB_URI=mongodb://127.0.0.1:%D/sleep\nAPI_KEY=\n"},
+        second=True)
+
 # --- What must give no alert ---------------------------------------------------------------------
 def crashes(port):
     """(name, command, files, port that is held) of programs that end without having asked for it, or
