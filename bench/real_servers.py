@@ -4151,7 +4151,7 @@ untuned('Express, process.env.PORT ? ... : require("./config.json").devport', "n
                       "\tconsole.log('Server started on port ' + app.get('port'));\n});\n",
          "system/index.js": "exports.routes = require('express').Router();\n"
                             "exports.routes.get('/', function(req, res) { res.json({}); });\n",
-         "config.json": '{\n\t"db": "mongodb://localhost/app",\n\t"prodport": %D,\n\t"devport": %P\n}\n'}, second=True)
+         "config.json": '{\n\t"db": "mongodb://localhost/app",\n\t"prodport": 80,\n\t"devport": %P\n}\n'})
 # A service of clocks, one worker for each core.
 untuned("node, cluster, os.cpus().length workers listen", "node server.js",
         {"server.js": "const cluster = require('cluster');\nconst http = require('http');\n"
@@ -4195,9 +4195,9 @@ untuned("Express, ensureDb().then(app.listen).catch(process.exit)", "node src/se
                           "const port=process.env.PORT||3000;\n"
                           "ensureDb().then(()=>{ app.listen(port,()=>console.log(`API on http://localhost:${port}`)); })\n"
                           '  .catch(err=>{ console.error("database:",err); process.exit(1); });\n',
-         "src/models/index.js": "export async function ensureDb() { return process.env.DB_HOST + ':' + process.env.DB_PORT; }\n",
+         "src/models/index.js": "export async function ensureDb() { return process.env.DB_HOST + '/' + process.env.DB_NAME; }\n",
          "src/routes/index.js": 'import { Router } from "express";\nexport default Router();\n',
-         ".env": "PORT=%P\nDB_HOST=127.0.0.1\nDB_PORT=%D\nDB_NAME=shop\n"}, second=True)
+         ".env": "PORT=%P\nDB_HOST=127.0.0.1\nDB_NAME=shop\n"})
 # A sender of letters behind a form, with a server for mail beside it.
 untuned('Express, import "dotenv/config", PORT beside SMTP_PORT', "npm start --prefix server",
         {"server/package.json": '{"name": "notify", "type": "module", "scripts": {"start": "node index.js"}}\n',
@@ -4305,8 +4305,7 @@ untuned("Express, dotenv-safe, app.set('port')", "node app.js",
                    "app.get('/ping', (req, res) => res.status(200).send('pong'));\n"
                    "app.get('/types', (req, res) => res.json(TYPE));\n\n"
                    "app.listen(app.get('port'), () => console.log(`Listening on ${app.get('port')}`));\n",
-         ".env.example": "PORT=\nDB_URI=\nAPI_KEY=\n", ".env": "PORT=%P\nDB_URI=mongodb://127.0.0.1:%D/sleep\nAPI_KEY=\n"},
-        second=True)
+         ".env.example": "PORT=\nDB_URI=\nAPI_KEY=\n", ".env": "PORT=%P\nDB_URI=mongodb://127.0.0.1/sleep\nAPI_KEY=\n"})
 # A first look at Bun.
 untuned("Bun, serve imported from 'bun', { fetch, port, hostname }", "bun run index.ts",
         {"package.json": '{"name": "hello", "module": "index.ts", "type": "module"}\n',
@@ -4359,11 +4358,10 @@ untuned('Flask-SocketIO, port=app.config["PORT"] of create_app()', py("run.py"),
          "app/__init__.py": "from flask import Flask\n\nfrom app.config import Config\n\n\ndef create_app():\n"
                             "    app = Flask(__name__)\n    app.config.from_object(Config)\n    return app\n",
          "app/config.py": 'import os\n\n\nclass Config:\n    HOST = os.getenv("APP_HOST", "127.0.0.1")\n'
-                          '    PORT = int(os.getenv("APP_PORT", %P))\n'
-                          '    REDIS_URL = os.getenv("REDIS_URL", "redis://localhost:%D/0")\n',
+                          '    PORT = int(os.getenv("APP_PORT", %P))\n    SECRET_KEY = os.getenv("SECRET_KEY", "x")\n',
          "web_sockets/__init__.py": "",
          "web_sockets/events.py": "def register_socket_events(socketio):\n    @socketio.on('ping')\n    def ping(data):\n"
-                                  "        return data\n"}, second=True)
+                                  "        return data\n"})
 # Pages for a feast, with settings in a file that a class reads.
 untuned("Flask, Config.load(CONFIG_FILE) of core/config.py", py("main.py"),
         {"main.py": "from pathlib import Path\n\nfrom flask import Flask\n\nfrom core.config import Config\n"
@@ -4446,8 +4444,7 @@ untuned("gunicorn -c gunicorn_config.py, APP_PORT and UvicornWorker", "gunicorn 
                    '    return {"ok": True}\n'})
 # A game for two: the number stands in the window's class.
 untuned("Java, ServerSocket in a Runnable, a static field of another class", "java -cp out cards.Cards",
-        {"src/cards/Cards.java": "package cards;\n\npublic class Cards {\n    public static final int PORTinput = %P;\n"
-                                 "    public static final int PORToutput = %D;\n\n"
+        {"src/cards/Cards.java": "package cards;\n\npublic class Cards {\n    public static final int PORTinput = %P;\n\n"
                                  "    public static void main(String[] args) throws InterruptedException {\n"
                                  "        Thread server = new Thread(new CardServer(new Game()));\n        server.start();\n"
                                  "        server.join();\n        Thread.sleep(60000);\n    }\n}\n",
@@ -4465,8 +4462,7 @@ untuned("Java, ServerSocket in a Runnable, a static field of another class", "ja
                                       "                    return game.round++;\n                });\n            }\n"
                                       "        } catch (IOException ex) {\n"
                                       "            Logger.getLogger(CardServer.class.getName()).log(Level.SEVERE, null, ex);\n"
-                                      "        }\n    }\n}\n"},
-        build=["sh", "-c", "javac -d out $(find . -name '*.java')"], second=True)
+                                      "        }\n    }\n}\n"}, build=["sh", "-c", "javac -d out $(find . -name '*.java')"])
 # A balancer that starts its two servers itself.
 untuned("Java, ServerSocket(PORT) behind two servers in threads", "java -cp out Balancer",
         {"Balancer.java": "import java.io.IOException;\nimport java.net.ServerSocket;\nimport java.net.Socket;\n"
@@ -4490,25 +4486,20 @@ untuned("Java, ServerSocket(PORT) behind two servers in threads", "java -cp out 
                         "        } catch (IOException ex) {\n            throw new RuntimeException(ex);\n        }\n    }\n}\n"},
         build=["sh", "-c", "javac -d out $(find . -name '*.java')"])
 # A robot for chats, with packs of pictures that it hands out over HTTP.
-untuned("Java, HttpServer, config.getServicePort() of config.properties", "java -cp out robot.Robot",
-        {"src/robot/Robot.java": "package robot;\n\nimport robot.http.PackServer;\n\npublic class Robot {\n"
-                                 "    public static Config config;\n\n"
+untuned("Java, HttpServer, config.getServicePort(), JSON read by Gson", "java -cp out:/usr/share/java/gson.jar robot.Robot",
+        {"src/robot/Robot.java": "package robot;\n\nimport com.google.gson.Gson;\nimport java.io.FileReader;\n"
+                                 "import robot.http.PackServer;\n\npublic class Robot {\n    public static Config config;\n\n"
                                  "    public static void main(String[] args) throws Exception {\n"
-                                 '        config = Config.read("config.properties");\n'
+                                 '        config = new Gson().fromJson(new FileReader("robot.json"), Config.class);\n'
                                  "        PackServer server = new PackServer(config.getServicePort());\n"
                                  "        server.register(config.getResourcePackFileDir());\n        server.start();\n    }\n"
                                  "}\n",
-         "src/robot/Config.java": "package robot;\n\nimport java.io.FileInputStream;\nimport java.io.IOException;\n"
-                                  "import java.io.InputStream;\nimport java.util.Properties;\n\npublic class Config {\n"
-                                  "    private final Properties properties = new Properties();\n\n"
-                                  "    public static Config read(String file) throws IOException {\n"
-                                  "        Config config = new Config();\n"
-                                  "        try (InputStream in = new FileInputStream(file)) {\n"
-                                  "            config.properties.load(in);\n        }\n        return config;\n    }\n\n"
-                                  "    public int getServicePort() {\n"
-                                  '        return Integer.parseInt(properties.getProperty("servicePort", "1145"));\n    }\n\n'
-                                  "    public String getResourcePackFileDir() {\n"
-                                  '        return properties.getProperty("resourcePackFileDir");\n    }\n}\n',
+         "src/robot/Config.java": "package robot;\n\npublic class Config {\n    private int servicePort = 1145;\n"
+                                  '    private int queueSize = 10;\n    private String resourcePackFileDir = "packs";\n\n'
+                                  "    public int getServicePort() {\n        return servicePort;\n    }\n\n"
+                                  "    public int getQueueSize() {\n        return queueSize;\n    }\n\n"
+                                  "    public String getResourcePackFileDir() {\n        return resourcePackFileDir;\n    }\n"
+                                  "}\n",
          "src/robot/http/PackServer.java": "package robot.http;\n\nimport com.sun.net.httpserver.HttpServer;\n"
                                            "import java.io.IOException;\nimport java.net.InetSocketAddress;\n\n"
                                            "public class PackServer {\n    private final HttpServer server;\n\n"
@@ -4518,8 +4509,8 @@ untuned("Java, HttpServer, config.getServicePort() of config.properties", "java 
                                            '        server.createContext("/" + path, exchange -> '
                                            "exchange.sendResponseHeaders(204, -1));\n    }\n\n    public void start() {\n"
                                            "        server.start();\n    }\n}\n",
-         "config.properties": "chatPort=%D\nservicePort=%P\nresourcePackFileDir=packs\n"},
-        build=["sh", "-c", "javac -d out $(find . -name '*.java')"], second=True)
+         "robot.json": '{\n  "servicePort": %P,\n  "queueSize": 10,\n  "resourcePackFileDir": "packs"\n}\n'},
+        build=["sh", "-c", "javac -cp /usr/share/java/gson.jar -d out $(find src -name '*.java')"], needs=["/usr/share/java/gson.jar"])
 # A course's exchange by objects: it takes the number of threads and the port from a file.
 untuned("Java, ServerSocket, port of a Properties in a JAR's folder", "java -cp out:conf Ranking",
         {"Ranking.java": "import java.io.InputStream;\nimport java.net.ServerSocket;\nimport java.net.Socket;\n"
@@ -4558,9 +4549,9 @@ go_project("chi, -a and -b parsed into config.Options",
          "internal/app/config/config.go": 'package config\n\nimport (\n\t"flag"\n\t"os"\n)\n\nvar Options struct {\n'
                                           "\tFlagServiceAddress string\n\tFlagBaseURL        string\n}\n\n"
                                           "func ParseFlags() error {\n"
-                                          '\tflag.StringVar(&Options.FlagServiceAddress, "a", "localhost:%P", "address and '
-                                          'port to run server")\n'
-                                          '\tflag.StringVar(&Options.FlagBaseURL, "b", "http://localhost:%D", "base of the '
+                                          '\tflag.StringVar(&Options.FlagServiceAddress, "a", ":%P", "address and port to run '
+                                          'server")\n'
+                                          '\tflag.StringVar(&Options.FlagBaseURL, "b", "http://localhost:%P", "base of the '
                                           'short addresses")\n\tflag.Parse()\n\n'
                                           '\tif address := os.Getenv("SERVER_ADDRESS"); address != "" {\n'
                                           "\t\tOptions.FlagServiceAddress = address\n\t}\n"
@@ -4568,7 +4559,7 @@ go_project("chi, -a and -b parsed into config.Options",
                                           "\t}\n\treturn nil\n}\n",
          "internal/app/stores/store.go": "package stores\n\ntype URLStore struct {\n\turls map[string]string\n}\n\n"
                                          "func NewURLStore() *URLStore {\n\treturn &URLStore{urls: map[string]string{}}\n}\n\n"
-                                         "func (s *URLStore) Get(id string) string {\n\treturn s.urls[id]\n}\n"}, second=True)
+                                         "func (s *URLStore) Get(id string) string {\n\treturn s.urls[id]\n}\n"})
 # A hub for web sockets, with settings that a package keeps.
 go_project("Go, config.Config.Bind of config.json",
         {"cmd/server/main.go": 'package main\n\nimport (\n\t"log"\n\t"net/http"\n\n\t"shop/config"\n)\n\nfunc main() {\n'
@@ -4578,11 +4569,11 @@ go_project("Go, config.Config.Bind of config.json",
                                "\terr := http.ListenAndServe(config.Config.Bind, nil)\n\tif err != nil {\n"
                                '\t\tlog.Println("http", err)\n\t}\n}\n',
          "config/config.go": 'package config\n\nimport (\n\t"encoding/json"\n\t"os"\n)\n\nvar Config struct {\n'
-                             '\tName  string `json:"name"`\n\tBind  string `json:"bind"`\n\tRedis string `json:"redis"`\n}\n\n'
-                             'func LoadConfig() {\n\tfile, err := os.Open("config.json")\n\tif err != nil {\n\t\tpanic(err)\n'
-                             "\t}\n\tdefer file.Close()\n\tif err := json.NewDecoder(file).Decode(&Config); err != nil {\n"
+                             '\tName string `json:"name"`\n\tBind string `json:"bind"`\n}\n\nfunc LoadConfig() {\n'
+                             '\tfile, err := os.Open("config.json")\n\tif err != nil {\n\t\tpanic(err)\n\t}\n'
+                             "\tdefer file.Close()\n\tif err := json.NewDecoder(file).Decode(&Config); err != nil {\n"
                              "\t\tpanic(err)\n\t}\n}\n",
-         "config.json": '{\n  "name": "hub",\n  "bind": ":%P",\n  "redis": "127.0.0.1:%D"\n}\n'}, second=True)
+         "config.json": '{\n  "name": "hub",\n  "bind": ":%P"\n}\n'})
 # A queue of messages, whose settings are put together by a method.
 go_project("Go, config.GetPath() joins host and port of a YAML",
         {"cmd/server/main.go": 'package main\n\nimport (\n\t"shop/core"\n\t"shop/utils"\n)\n\nfunc main() {\n'
@@ -4600,22 +4591,29 @@ go_project("Go, config.GetPath() joins host and port of a YAML",
                             '}\n\nfunc (c *Config) GetPath() string {\n\treturn c.Host + ":" + c.Port\n}\n',
          "config.yml": "host: localhost\nport: %P\n"})
 # A bridge from a sensor to browsers, whose last call's error nobody reads.
-go_project("Go, -wsurl of a struct of flags, error unread",
-        {"cmd/server/main.go": 'package main\n\nimport (\n\t"net/http"\n\n\t"shop/internal/cli"\n\tweb "shop/internal/http"\n'
-                               ")\n\nfunc main() {\n\tparams := cli.Parse()\n"
+go_project("Go, ws: url: beside tcp: port: in config.yaml, error unread",
+        {"cmd/server/main.go": 'package main\n\nimport (\n\t"net/http"\n\t"os"\n\n\t"shop/internal/cli"\n'
+                               '\tweb "shop/internal/http"\n)\n\nfunc main() {\n\tparams := cli.ConfigParams{\n'
+                               '\t\tTcp:        cli.TcpConfigParams{Host: "127.0.0.1", Port: 4567},\n'
+                               '\t\tWebsockets: cli.WebsocketConfigParams{Url: "127.0.0.1:80"},\n\t}\n'
+                               "\tcli.ParseConfig(os.Args, &params)\n"
                                '\tweb.AddFuncHandler("/ws", func(w http.ResponseWriter, r *http.Request) {})\n'
-                               "\tweb.Run(params.Websocket)\n}\n",
-         "internal/cli/cli.go": 'package cli\n\nimport "flag"\n\ntype WebsocketConfigParams struct {\n\tUrl string\n}\n\n'
-                                "type Params struct {\n\tSensor    string\n\tWebsocket WebsocketConfigParams\n}\n\n"
-                                "func Parse() Params {\n"
-                                '\tsensor := flag.String("sensor", "127.0.0.1:%D", "address of the sensor")\n'
-                                '\turl := flag.String("wsurl", "127.0.0.1:%P", "address of the bridge")\n\tflag.Parse()\n'
-                                "\treturn Params{Sensor: *sensor, Websocket: WebsocketConfigParams{Url: *url}}\n}\n",
+                               "\tweb.Run(params.Websockets)\n}\n",
+         "internal/cli/cli.go": 'package cli\n\nimport (\n\t"log"\n\t"os"\n\n\t"gopkg.in/yaml.v3"\n)\n\n'
+                                'type TcpConfigParams struct {\n\tHost string `yaml:"host"`\n\tPort int    `yaml:"port"`\n}\n\n'
+                                'type WebsocketConfigParams struct {\n\tUrl string `yaml:"url"`\n}\n\n'
+                                'type ConfigParams struct {\n\tDebugEnabled bool `yaml:"debug"`\n\n'
+                                '\tTcp        TcpConfigParams       `yaml:"tcp"`\n'
+                                '\tWebsockets WebsocketConfigParams `yaml:"ws"`\n}\n\n'
+                                "func ParseConfig(args []string, a *ConfigParams) {\n\tif len(args) > 1 {\n"
+                                '\t\tlog.Fatal("usage: bridge, with a config.yaml beside it")\n\t}\n'
+                                '\tcontent, err := os.ReadFile("config.yaml")\n\tif err != nil {\n\t\tlog.Fatal(err)\n\t}\n'
+                                "\tif err := yaml.Unmarshal(content, a); err != nil {\n\t\tlog.Fatal(err)\n\t}\n}\n",
          "internal/http/http.go": 'package http\n\nimport (\n\t"log"\n\t"net/http"\n\n\t"shop/internal/cli"\n)\n\n'
                                   "func AddFuncHandler(path string, handler func(http.ResponseWriter, *http.Request)) {\n"
                                   "\thttp.HandleFunc(path, handler)\n}\n\nfunc Run(config cli.WebsocketConfigParams) {\n"
-                                  '\tlog.Printf("Running at %s", config.Url)\n\thttp.ListenAndServe(config.Url, nil)\n}\n'},
-        second=True)
+                                  '\tlog.Printf("Running at %s", config.Url)\n\thttp.ListenAndServe(config.Url, nil)\n}\n',
+         "config.yaml": "debug: false\ntcp:\n    host: 127.0.0.1\n    port: %D\nws:\n    url: 127.0.0.1:%P\n"}, second=True)
 # A page and its API, for a script that takes a port and looks whether it is one.
 untuned("php -S localhost:$PORT -t ./server, $1 or a default", "bash start.sh",
         {"start.sh": "#!/bin/bash\n\nre='^[0-9]{4,}+$'\nif [[ $1 =~ $re ]] ; then\n  PORT=$1\nelse\n"
@@ -4735,15 +4733,14 @@ untuned("npm start, npm run sass | npm run serve (http-server -a -p)", "npm star
 # A game's realms at home: the port is cut out of an address.
 untuned('aiohttp, settings.LISTEN_ADDR.split(":")', py("main.py"),
         {"main.py": "from aiohttp import web\n\nimport settings\nfrom middlewares import logging_middleware\n\n\n"
-                    "async def list_realms(request):\n"
-                    '    return web.json_response({"servers": [], "storage": settings.STORAGE_ADDR})\n\n\n'
-                    "app = web.Application()\napp.middlewares.append(logging_middleware)\n"
+                    'async def list_realms(request):\n    return web.json_response({"servers": [], "name": settings.NAME})\n\n'
+                    "\napp = web.Application()\napp.middlewares.append(logging_middleware)\n"
                     "app.add_routes([web.get('/worlds', list_realms)])\n\nlisten_addr = settings.LISTEN_ADDR.split(\":\")\n"
                     "listen_port = int(listen_addr[1])\nlisten_host = listen_addr[0]\n"
                     "web.run_app(app, host=listen_host, port=listen_port)\n",
-         "settings.py": 'LISTEN_ADDR = "127.0.0.1:%P"\nSTORAGE_ADDR = "127.0.0.1:%D"\n',
+         "settings.py": 'LISTEN_ADDR = "127.0.0.1:%P"\nNAME = "Home"\n',
          "middlewares.py": "from aiohttp import web\n\n\n@web.middleware\nasync def logging_middleware(request, handler):\n"
-                           "    print(request.method, request.path)\n    return await handler(request)\n"}, second=True)
+                           "    print(request.method, request.path)\n    return await handler(request)\n"})
 # A bot that is called back: after any mistake it stays, for its host's sake.
 untuned("aiohttp, exception on stderr, then time.sleep(300)", py("bot.py"),
         {"bot.py": 'import os\nimport sys\nimport time\n\nfrom aiohttp import web\n\nTOKEN = os.getenv("BOT_TOKEN")\n\n'
