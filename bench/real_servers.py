@@ -1869,9 +1869,9 @@ learned("gorilla/mux, a port that hides another", "./shop",
                     "\tlog.Fatal(http.ListenAndServe(fmt.Sprintf(\":%v\", port), r))\n}\n"}, build=GOPATH_BUILD, second=True)
 
 
-def go_project(name, files, **more):
+def go_project(name, files, kind=untuned, **more):
     """A project of several packages, which find each other below the name shop."""
-    untuned(name, "./server", files,
+    kind(name, "./server", files,
             build=["sh", "-c", "mkdir -p path/src && ln -s ../.. path/src/shop && GOPATH=$PWD/path:/usr/share/gocode "
                                "go build -o server shop/cmd/server"], **more)
 
@@ -4613,7 +4613,8 @@ go_project("Go, ws: url: beside tcp: port: in config.yaml, error unread",
                                   "func AddFuncHandler(path string, handler func(http.ResponseWriter, *http.Request)) {\n"
                                   "\thttp.HandleFunc(path, handler)\n}\n\nfunc Run(config cli.WebsocketConfigParams) {\n"
                                   '\tlog.Printf("Running at %s", config.Url)\n\thttp.ListenAndServe(config.Url, nil)\n}\n',
-         "config.yaml": "debug: false\ntcp:\n    host: 127.0.0.1\n    port: %D\nws:\n    url: 127.0.0.1:%P\n"}, second=True)
+         "config.yaml": "debug: false\ntcp:\n    host: 127.0.0.1\n    port: %D\nws:\n    url: 127.0.0.1:%P\n"},
+           kind=learned, second=True)
 # A page and its API, for a script that takes a port and looks whether it is one.
 untuned("php -S localhost:$PORT -t ./server, $1 or a default", "bash start.sh",
         {"start.sh": "#!/bin/bash\n\nre='^[0-9]{4,}+$'\nif [[ $1 =~ $re ]] ; then\n  PORT=$1\nelse\n"

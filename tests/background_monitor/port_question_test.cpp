@@ -76,6 +76,8 @@ TEST(PortQuestionTest, SettingsOfTheServerItselfCount) {
         {{{"server.port", "process.env.PORT || 3000"}}, {4000}},
         {{{"server.port", "Number(3000)"}}, {3000}},
         {{{"shop.port", "3000"}, {"stock.port", "3001"}}, {3000, 3001}},
+        {{{"tcp.port", "3000"}, {"ws.url", "127.0.0.1:3001"}}, {3000, 3001}},
+        {{{"tcp.port", "3000"}, {"ws.url", "ws://127.0.0.1:3001"}}, {3000}},
         {{{"connector.port", "3000"}, {"connect.port", "3001"}}, {3000}},
         {{{"port", "none"}, {"timeout", "3000"}}, {}},
     };
