@@ -59,6 +59,33 @@ function(zenlot_compile_together target)
     endif()
 endfunction()
 
+# The headers that most sources of Qt begin with are read once (ZENLOT_PRECOMPILE).
+# zenlot_start_with_headers(<target> <precompiled>) has a target begin with them. GCC takes what it has
+# read only where the options are the same, and warns where they are not; others are stricter.
+if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    set(ZENLOT_PRECOMPILE OFF)
+endif()
+function(zenlot_precompiled_headers name)
+    file(CONFIGURE OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp CONTENT "" @ONLY)
+    add_library(${name} OBJECT EXCLUDE_FROM_ALL ${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp)
+    target_precompile_headers(${name} PRIVATE ${ARGN})
+    # For ccache, which sees what was precompiled no other way.
+    target_compile_options(${name} PRIVATE -fpch-preprocess)
+    target_link_libraries(${name} PRIVATE zenlot_build_flags Qt6::Core)
+    # Not the definitions of the others, which each target would have to share.
+    foreach(library Qt6::DBus Qt6::Qml)
+        if(TARGET ${library})
+            target_include_directories(
+                ${name} SYSTEM PRIVATE $<TARGET_PROPERTY:${library},INTERFACE_INCLUDE_DIRECTORIES>
+            )
+        endif()
+    endforeach()
+endfunction()
+function(zenlot_start_with_headers target name)
+    target_compile_options(${target} PRIVATE -fpch-preprocess)
+    target_precompile_headers(${target} REUSE_FROM ${name})
+endfunction()
+
 # zenlot_room(<folder below src> [SOURCES <file>...] [LINKS <target>...] [PRIVATE_LINKS <target>...])
 #
 # One static library per room, named after its folder: inventory/linux is zenlot_inventory_linux. A
@@ -80,6 +107,9 @@ function(zenlot_room folder)
             ${target} PUBLIC zenlot_build_flags ${ROOM_LINKS} PRIVATE ${ROOM_PRIVATE_LINKS}
         )
         zenlot_compile_together(${target})
+        if(ZENLOT_PRECOMPILE AND "${ROOM_LINKS}" MATCHES "Qt6::")
+            zenlot_start_with_headers(${target} zenlot_room_headers)
+        endif()
     else()
         add_library(${target} INTERFACE)
         target_include_directories(${target} INTERFACE ${PROJECT_SOURCE_DIR}/src)
@@ -113,6 +143,9 @@ function(zenlot_room_qml folder)
     get_target_property(sources ${target} SOURCES)
     list(FILTER sources INCLUDE REGEX "/\\.rcc/")
     set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS -w)
+    if(ZENLOT_PRECOMPILE AND TARGET ${target}_qmlcache)
+        zenlot_start_with_headers(${target}_qmlcache zenlot_room_headers)
+    endif()
     if(ZENLOT_UNITY)
         # Files with options of their own are left out of CMake's units.
         list(FILTER sources INCLUDE REGEX "_qml\\.cpp$")
