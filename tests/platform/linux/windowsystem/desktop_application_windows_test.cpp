@@ -19,7 +19,7 @@ namespace {
 using testing::ElementsAre;
 
 xcb_connection_t& connection() {
-    return *qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
+    return *x11Connection();
 }
 
 std::vector<std::uint32_t> property(const QWindow& window, const char* name) {
