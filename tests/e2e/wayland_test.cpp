@@ -73,7 +73,7 @@ TEST_F(WaylandTest, FollowsThePortalAndIsUsedByKeyboard) {
     const QString appearance = u"org.freedesktop.appearance"_s;
     portal.settings = {{appearance, {{u"color-scheme"_s, 1U}}}};
     portal.start();
-    start(QStringLiteral(ZENLOT_PROGRAM), {});
+    QProcess& zenlot = start(QStringLiteral(ZENLOT_PROGRAM), {});
     ASSERT_TRUE(tree.find("text", u"Port"_s, AccessibleTree::State::focused));
 
     EXPECT_TRUE(waitUntil([this] { return brightness() < 80; }));
@@ -94,6 +94,10 @@ TEST_F(WaylandTest, FollowsThePortalAndIsUsedByKeyboard) {
     type(u"-k F10"_s);
     const QRect corner(before.width() / 2, 0, before.width() / 2, before.height() / 3);
     EXPECT_TRUE(waitUntil([&] { return screen().copy(corner) != before.copy(corner); }));
+    type(u"-k Up -k Return"_s);
+    EXPECT_TRUE(PrivateDesktop::hasEnded(zenlot));
+    EXPECT_EQ(zenlot.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(zenlot.exitCode(), 0);
 }
 
 } // namespace
