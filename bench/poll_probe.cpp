@@ -105,7 +105,7 @@ bool run(std::chrono::seconds duration) {
         std::vector<PortOwner> rows;
         for (const OccupiedPort& port : scanner.listOccupiedPorts())
             rows.push_back({static_cast<std::uint16_t>(port.port), {port.pid, port.startTime}});
-        OriginCollector(sources).originsOf(rows);
+        OriginCollector(sources).readOrigins(rows, [](const Origin&) {});
         origins.print("origins");
     }
     return true;

@@ -117,7 +117,9 @@ SharedPorts RepeatedPortScan::lookUp(const ProcessSnapshot& snapshot, const Port
     std::ranges::copy_if(*ports_, std::back_inserter(list), [&ports](const OccupiedPort& record) {
         return !ports[static_cast<std::size_t>(record.port)];
     });
-    std::ranges::move(scanner_.scanSnapshot(snapshot, ports), std::back_inserter(list));
+    std::vector<OccupiedPort> found = scanner_.scanSnapshot(snapshot, ports);
+    list.reserve(list.size() + found.size());
+    std::ranges::move(found, std::back_inserter(list));
     std::ranges::sort(list, {}, &OccupiedPort::port);
     return std::make_shared<const std::vector<OccupiedPort>>(std::move(list));
 }

@@ -81,10 +81,6 @@ QFuture<std::vector<PortProcess>> PortInventory::processesOnPort(std::int64_t po
     });
 }
 
-std::vector<Origin> PortInventory::originsOf(const std::vector<PortOwner>& rows) const {
-    return origins_ ? origins_->originsOf(rows) : std::vector<Origin>(rows.size());
-}
-
 QFuture<std::vector<BindObstacle>> PortInventory::obstaclesOnPort(std::uint16_t port) {
     return workers_.run([this, port] {
         return origins_ ? origins_->obstaclesOnPort(port) : std::vector<BindObstacle>();

@@ -19,7 +19,9 @@
 
 #include <QFuture>
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <mutex>
 #include <utility>
 #include <vector>
@@ -48,13 +50,19 @@ class PortInventory final {
     // may not.
     QFuture<std::vector<PortProcess>> processesOnPort(std::int64_t port);
 
-    // What `read` makes of the rows' origins, of which there is one for each row, in their order;
-    // see OriginCollector. Both have a thread of their own, since the folders of projects may lie
-    // in a network, and there the origins stay: those of a thousand servers take megabytes.
-    template <typename Reader>
-    auto readOrigins(std::vector<PortOwner> rows, Reader read) {
-        return originWorker_.run([this, rows = std::move(rows), read = std::move(read)] {
-            return read(originsOf(rows));
+    // What `add` collects from the rows' origins, of which there is one for each row, in their
+    // order; see OriginCollector. Both have a thread of their own, since the folders of projects
+    // may lie in a network.
+    template <typename Result>
+    QFuture<Result> readOrigins(std::vector<PortOwner> rows,
+                                std::function<void(Result&, std::size_t row, const Origin&)> add) {
+        return originWorker_.run([this, rows = std::move(rows), add = std::move(add)] {
+            Result result;
+            std::size_t row = 0;
+            if (origins_)
+                origins_->readOrigins(rows,
+                                      [&](const Origin& origin) { add(result, row++, origin); });
+            return result;
         });
     }
 
@@ -75,7 +83,6 @@ class PortInventory final {
     };
 
     SharedPorts portsOfCurrentUser();
-    std::vector<Origin> originsOf(const std::vector<PortOwner>& rows) const;
     std::vector<OccupiedPort> probePublishedPorts(const std::vector<OccupiedPort>& published,
                                                   const std::vector<AddressFamily>& families) const;
 

@@ -44,7 +44,7 @@ SampleMachine::SampleMachine()
           processes_,
           [] { return std::chrono::system_clock::time_point(std::chrono::seconds(kNow)); },
           QLocale(QLocale::English), QTimeZone::utc()),
-      content_({machine_.inventory, notifications_, applications_, bundleKeys_, appModel_,
+      content_({machine_.inventory, notifications_, applicationCache_, bundleKeys_, appModel_,
                 user_.settings, user_.defaults, &stopper_},
                {}) {
     user_.settings.setHasCompletedOnboarding(true);

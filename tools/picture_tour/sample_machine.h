@@ -54,6 +54,7 @@ class SampleMachine final {
     FakeWorkspace workspace_;
     NotificationCenter notifications_;
     BundleKeyCache bundleKeys_{propertyLists_};
+    ApplicationCache applicationCache_{applications_};
     AppModel appModel_;
     ProcessDetailsCollector collector_;
     ProcessDetailsLoader loader_{collector_, applications_, propertyLists_, &machine_.origins};

@@ -18,8 +18,6 @@
 namespace zenlot {
 namespace {
 
-constexpr std::chrono::seconds kKeptFor{10};
-constexpr std::size_t kMostKept = 4096;
 constexpr int kMostStarters = 32;
 
 // An engine has a helper for each address of a port that it publishes.
@@ -40,11 +38,6 @@ void mergeContainers(std::vector<Origin>& origins) {
     }
 }
 
-template <typename Known>
-void forgetOld(Known& known, std::chrono::steady_clock::time_point now) {
-    std::erase_if(known, [now](const auto& each) { return now - each.second->readAt >= kKeptFor; });
-}
-
 } // namespace
 
 // One collection: what it reads, it reads once.
@@ -59,10 +52,6 @@ struct OriginCollector::Look {
     std::optional<std::vector<RunningContainer>> containers;
     std::optional<std::vector<ProcessId>> pids;
 };
-
-OriginCollector::OriginCollector(const OriginSources& sources, const ContainerEngines* engines,
-                                 const WirelessNetworks* networks, Clock clock)
-    : sources_(sources), engines_(engines), networks_(networks), clock_(std::move(clock)) {}
 
 const std::optional<ProcessGlimpse>& OriginCollector::glimpseOf(ProcessId pid, Look& look) const {
     const auto [found, isNew] = look.glimpses.try_emplace(pid);
@@ -129,23 +118,13 @@ std::vector<Starter> OriginCollector::startersOf(const ProcessGlimpse& process, 
     return starters;
 }
 
-std::shared_ptr<const OriginCollector::OfProcess>
-OriginCollector::describe(const ProcessIdentity& process, Freshness freshness, Look& look) const {
-    const auto now = clock_();
-    if (freshness == Freshness::kept && process.startTime) {
-        const std::lock_guard lock(mutex_);
-        const auto found = known_.find({processIdOf(process.pid), *process.startTime});
-        if (found != known_.end() && now - found->second->readAt < kKeptFor)
-            return found->second;
-    }
+// What does not depend on the port. None for a process that is gone.
+std::optional<Origin> OriginCollector::describe(const ProcessIdentity& process, Look& look) const {
     const std::optional<ProcessGlimpse>& glimpse = glimpseOf(processIdOf(process.pid), look);
     if (!glimpse || (process.startTime && glimpse->process != process))
-        return nullptr;
+        return std::nullopt;
 
-    auto described = std::make_shared<OfProcess>();
-    described->glimpse = *glimpse;
-    described->readAt = now;
-    Origin& origin = described->origin;
+    Origin origin;
     origin.process = glimpse->process;
     origin.user = glimpse->user;
     origin.processName = sanitizedUtf8(
@@ -163,14 +142,9 @@ OriginCollector::describe(const ProcessIdentity& process, Freshness freshness, L
             found->second = findProject(glimpse->workingDirectory);
         origin.project = found->second;
     }
-    origin.startedBy = startersOf(*glimpse, look);
     origin.unit = unitOfControlGroup(glimpse->controlGroup);
     origin.container = containerOfControlGroup(glimpse->controlGroup);
-
-    const std::lock_guard lock(mutex_);
-    if (known_.size() < kMostKept && glimpse->process.startTime)
-        known_[{processIdOf(process.pid), *glimpse->process.startTime}] = described;
-    return described;
+    return origin;
 }
 
 const std::string& OriginCollector::groupPath(std::uint64_t id, Look& look) const {
@@ -360,13 +334,9 @@ void OriginCollector::addPort(Origin& origin, const ProcessGlimpse* glimpse, Loo
 void OriginCollector::readAhead(std::span<const PortOwner> rows, Look& look) const {
     constexpr std::size_t kWorthAThread = 64;
     std::vector<ProcessId> pids;
-    {
-        const std::lock_guard lock(mutex_);
-        for (const PortOwner& row : rows) {
-            const ProcessId pid = processIdOf(row.process.pid);
-            if (pid != 0 && !known_.contains({pid, row.process.startTime.value_or(-1)}))
-                pids.push_back(pid);
-        }
+    for (const PortOwner& row : rows) {
+        if (row.process.pid > 0)
+            pids.push_back(processIdOf(row.process.pid));
     }
     std::ranges::sort(pids);
     pids.erase(std::unique(pids.begin(), pids.end()), pids.end());
@@ -389,11 +359,8 @@ void OriginCollector::readAhead(std::span<const PortOwner> rows, Look& look) con
         look.glimpses.emplace(pids[place], std::move(read[place]));
 }
 
-std::vector<Origin> OriginCollector::originsOf(std::span<const PortOwner> rows) const {
-    {
-        const std::lock_guard lock(mutex_);
-        forgetOld(known_, clock_());
-    }
+void OriginCollector::readOrigins(std::span<const PortOwner> rows,
+                                  const std::function<void(const Origin&)>& take) const {
     Look look;
     look.listening = sources_.listeningSockets(std::nullopt);
     look.connections = sources_.connections(std::nullopt);
@@ -403,12 +370,12 @@ std::vector<Origin> OriginCollector::originsOf(std::span<const PortOwner> rows) 
     readAhead(rows, look);
     std::ranges::stable_sort(look.listening, {}, &ListeningSocket::port);
 
-    std::vector<Origin> origins;
-    origins.reserve(rows.size());
     for (const PortOwner& row : rows) {
-        const auto described =
-            row.process.pid > 0 ? describe(row.process, Freshness::kept, look) : nullptr;
-        Origin origin = described ? described->origin : Origin();
+        std::optional<Origin> described =
+            row.process.pid > 0 ? describe(row.process, look) : std::nullopt;
+        const ProcessGlimpse* const glimpse =
+            described ? &*glimpseOf(processIdOf(row.process.pid), look) : nullptr;
+        Origin origin = std::move(described).value_or(Origin());
         origin.port = row.port;
         // One range of both is what clang 14 can't compile with this standard library.
         origin.sockets.assign(
@@ -416,12 +383,11 @@ std::vector<Origin> OriginCollector::originsOf(std::span<const PortOwner> rows) 
             std::ranges::upper_bound(look.listening, row.port, {}, &ListeningSocket::port));
         if (rowsOnPort[row.port] > 1)
             keepOwn(origin);
-        if (!described && row.process.pid == 0)
+        if (row.process.pid == 0)
             addUnseenOwner(origin, look);
-        addPort(origin, described ? &described->glimpse : nullptr, look);
-        origins.push_back(std::move(origin));
+        addPort(origin, glimpse, look);
+        take(origin);
     }
-    return origins;
 }
 
 // Of several servers on one port, each has sockets of its own.
@@ -459,10 +425,11 @@ std::vector<Origin> OriginCollector::originsOnPort(std::uint16_t port) const {
     std::vector<Origin> origins;
     std::set<std::uint64_t> told;
     for (const Group& group : groupsOf(holders, look)) {
-        const auto described = describe({group.holders.front(), {}}, Freshness::fresh, look);
+        std::optional<Origin> described = describe({group.holders.front(), {}}, look);
         if (!described)
             continue;
-        Origin origin = described->origin;
+        Origin origin = *std::move(described);
+        origin.startedBy = startersOf(*glimpseOf(group.holders.front(), look), look);
         origin.port = port;
         for (const ListeningSocket& socket : look.listening) {
             if (group.inodes.contains(socket.inode))
@@ -473,7 +440,7 @@ std::vector<Origin> OriginCollector::originsOnPort(std::uint16_t port) const {
             if (const auto& glimpse = glimpseOf(pid, look))
                 origin.owners.push_back(glimpse->process);
         }
-        addPort(origin, &described->glimpse, look);
+        addPort(origin, &*glimpseOf(group.holders.front(), look), look);
         origins.push_back(std::move(origin));
     }
 

@@ -3,9 +3,6 @@
 //
 //     const OriginCollector collector(sources, &engines);
 //     for (const Origin& origin : collector.originsOnPort(3000)) ...
-//
-// What is learned of a process is kept for a moment and found again by the process's identity, so
-// that the rows of a list and the panel beside it don't ask twice.
 #pragma once
 
 #include "inventory/origin/bind_obstacle.h"
@@ -14,11 +11,8 @@
 #include "inventory/origin/origin_sources.h"
 #include "inventory/origin/wireless_networks.h"
 
-#include <chrono>
 #include <functional>
 #include <map>
-#include <memory>
-#include <mutex>
 #include <optional>
 #include <set>
 #include <span>
@@ -38,21 +32,21 @@ struct PortOwner {
 
 class OriginCollector {
   public:
-    using Clock = std::function<std::chrono::steady_clock::time_point()>;
-
     // The references must outlive the collector. `engines` and `networks` may be null.
     explicit OriginCollector(const OriginSources& sources,
                              const ContainerEngines* engines = nullptr,
-                             const WirelessNetworks* networks = nullptr,
-                             Clock clock = std::chrono::steady_clock::now);
+                             const WirelessNetworks* networks = nullptr)
+        : sources_(sources), engines_(engines), networks_(networks) {}
 
     // Of each server that listens on the port: several may, on different addresses. Looks into all
     // processes for those that share the sockets.
     std::vector<Origin> originsOnPort(std::uint16_t port) const;
 
     // Of many rows, in their order, from what can be had cheaply: without those who share the
-    // sockets. A row whose process is gone has an origin without one.
-    std::vector<Origin> originsOf(std::span<const PortOwner> rows) const;
+    // sockets and those who started it. A row whose process is gone has an origin without one. One
+    // is made at a time, since those of a thousand servers take megabytes.
+    void readOrigins(std::span<const PortOwner> rows,
+                     const std::function<void(const Origin&)>& take) const;
 
     // What stands against a server on a port that nobody listens on.
     std::vector<BindObstacle> obstaclesOnPort(std::uint16_t port) const {
@@ -60,13 +54,6 @@ class OriginCollector {
     }
 
   private:
-    // What does not depend on the port.
-    struct OfProcess {
-        ProcessGlimpse glimpse;
-        Origin origin;
-        std::chrono::steady_clock::time_point readAt;
-    };
-    enum class Freshness : std::uint8_t { kept, fresh };
     // Processes that are one server, and their sockets.
     struct Group {
         std::vector<ProcessId> holders;
@@ -74,8 +61,7 @@ class OriginCollector {
     };
     struct Look;
 
-    std::shared_ptr<const OfProcess> describe(const ProcessIdentity& process, Freshness freshness,
-                                              Look& look) const;
+    std::optional<Origin> describe(const ProcessIdentity& process, Look& look) const;
     const std::optional<ProcessGlimpse>& glimpseOf(ProcessId pid, Look& look) const;
     ProgramKind kindOfProcess(ProcessId pid, Look& look) const;
     const std::string& groupPath(std::uint64_t id, Look& look) const;
@@ -100,9 +86,6 @@ class OriginCollector {
     const OriginSources& sources_;
     const ContainerEngines* engines_;
     const WirelessNetworks* networks_;
-    Clock clock_;
-    mutable std::mutex mutex_; // guards what follows
-    mutable std::map<std::pair<ProcessId, std::int64_t>, std::shared_ptr<const OfProcess>> known_;
 };
 
 } // namespace zenlot

@@ -138,7 +138,7 @@ ZenlotApp::ZenlotApp(SessionBus& bus, ApplicationInstance& instance)
       conflictListener_({SharedContainer(directories_.stateHome), inventory_, notificationManager_,
                          notifications_, broadcasts_, log_, monitorLogPath(directories_.home)}),
       portMonitor_(inventory_, notificationManager_, log_), bundleKeys_(propertyLists_),
-      detailsCollector_(processInspector_),
+      applicationCache_(runningApplications_), detailsCollector_(processInspector_),
       detailsLoader_(detailsCollector_, runningApplications_, propertyLists_, &originCollector_),
       backgroundItems_(
           monitorService_, [this] { return systemdMonitor_.unmaskCommand(); }, kMonitorUnit),
@@ -434,7 +434,7 @@ void ZenlotApp::applyMotion() {
 
 QVariantMap ZenlotApp::makeMainContent(QObject& owner) {
     auto* const content = new ContentViewModel(
-        {inventory_, notifications_, runningApplications_, bundleKeys_, appModel_, settings_,
+        {inventory_, notifications_, applicationCache_, bundleKeys_, appModel_, settings_,
          userDefaults_, &portStopper_},
         {.openSettings = [this] { openSettings(); },
          .showOnboardingWindow =

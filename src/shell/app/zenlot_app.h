@@ -177,6 +177,7 @@ class ZenlotApp final {
 
     AppModel appModel_;
     BundleKeyCache bundleKeys_;
+    ApplicationCache applicationCache_;
     ProcessDetailsCollector detailsCollector_;
     ProcessDetailsLoader detailsLoader_;
     BackgroundItemsViewModel backgroundItems_;

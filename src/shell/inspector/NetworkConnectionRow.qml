@@ -36,26 +36,22 @@ Item {
             tint: Theme.secondaryLabel
             verticalPadding: 1
         }
-        StyleText {
-            Accessible.ignored: true
+        PlainText {
             font: TextStyle.monospaced(TextStyle.caption)
             text: root.local
         }
-        StyleText {
-            Accessible.ignored: true
+        PlainText {
             color: Theme.tertiaryLabel
             font: TextStyle.caption
             text: "→"
             visible: root.remote !== ""
         }
-        StyleText {
-            Accessible.ignored: true
+        PlainText {
             font: TextStyle.monospaced(TextStyle.caption)
             text: root.remote
             visible: root.remote !== ""
         }
-        StyleText {
-            Accessible.ignored: true
+        PlainText {
             Layout.fillWidth: true
             color: Theme.secondaryLabel
             font: TextStyle.caption2

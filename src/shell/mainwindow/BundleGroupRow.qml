@@ -1,4 +1,4 @@
-// An application that listens on several ports.
+// An application that listens on several ports. It is made by the row that it belongs to.
 pragma ComponentBehavior: Bound
 
 import QtQuick
@@ -9,39 +9,33 @@ import Zenlot.Style
 RowLayout {
     id: root
 
-    required property string bundlePath
-    required property string countText
-    required property string groupIcon
     property alias isElided: label.truncated
-    required property bool isExpanded
-    required property string name
+    required property var row
 
     spacing: 8
 
     FileIconView {
         cornerRadius: 5
-        iconName: root.groupIcon
-        path: root.bundlePath
+        iconName: root.row.groupIcon
+        path: root.row.bundlePath
         size: 22
     }
-    StyleText {
+    PlainText {
         id: label
 
-        Accessible.ignored: true
         Layout.fillWidth: true
         font: TextStyle.bold(TextStyle.callout)
-        text: root.name
+        text: root.row.title
     }
-    StyleText {
-        Accessible.ignored: true
+    PlainText {
         color: Theme.tertiaryLabel
         font: TextStyle.sized(9 * TextStyle.scale, Font.Medium)
-        text: root.countText
+        text: root.row.countText
     }
     SymbolIcon {
         color: Theme.secondaryLabel
         name: "chevron.right"
-        rotation: root.isExpanded ? 90 : 0
+        rotation: root.row.isExpanded ? 90 : 0
         size: 9
 
         Behavior on rotation {

@@ -240,8 +240,7 @@ T.SplitView {
         color: Theme.sidebar
         visible: root.viewModel.isInspectorOpen
 
-        StyleText {
-            Accessible.ignored: true
+        PlainText {
             anchors.left: parent.left
             anchors.leftMargin: 14
             font: TextStyle.headline

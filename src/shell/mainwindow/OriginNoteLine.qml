@@ -2,48 +2,47 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Layouts
 import Zenlot.Style
 
-RowLayout {
+Item {
     id: root
 
     property alias isElided: note.truncated
     required property bool isLeftBehind
     required property bool isOpenToNetwork
     // What the marks need however little room there is.
-    readonly property real marksWidth: (root.isOpenToNetwork ? 19 : 0) + (root.isLeftBehind ? 14 : 0)
+    readonly property real marksWidth: (root.isOpenToNetwork ? 14 : 0) + (root.isLeftBehind ? 14 : 0)
     required property string text
 
-    spacing: 4
+    implicitHeight: Math.max(note.implicitHeight, root.marksWidth > 0 ? 10 : 0)
+    implicitWidth: Math.ceil(note.implicitWidth) + root.marksWidth
 
-    StyleText {
+    PlainText {
         id: note
 
         objectName: "originNote"
-        Accessible.ignored: true
-        Layout.fillWidth: true
-        Layout.minimumWidth: 0
         color: Theme.tertiaryLabel
         font: TextStyle.caption
         text: root.text
-        visible: root.text !== ""
+        width: Math.max(0, Math.min(Math.ceil(implicitWidth), root.width - root.marksWidth))
     }
     SymbolIcon {
+        id: network
+
+        anchors.verticalCenter: parent.verticalCenter
         color: Theme.tertiaryLabel
         name: "network"
         size: 10
         visible: root.isOpenToNetwork
+        // Marks alone stand at the beginning.
+        x: note.width > 0 ? note.width + 4 : 0
     }
     SymbolIcon {
+        anchors.verticalCenter: parent.verticalCenter
         color: Theme.tertiaryLabel
         name: "exclamationmark.triangle.fill"
         size: 10
         visible: root.isLeftBehind
-    }
-    // Marks alone stand at the beginning.
-    Item {
-        Layout.fillWidth: true
-        visible: root.text === ""
+        x: network.x + (root.isOpenToNetwork ? 14 : 0)
     }
 }

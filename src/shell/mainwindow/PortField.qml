@@ -79,8 +79,7 @@ T.TextField {
     }
 
     // A field's own placeholder hides while a centred field has the focus.
-    StyleText {
-        Accessible.ignored: true
+    PlainText {
         anchors.centerIn: parent
         color: Theme.quaternaryLabel
         font: root.font

@@ -47,6 +47,7 @@ T.ItemDelegate {
     // A row that fades out is no row any more.
     enabled: root.index >= 0
     focusPolicy: Qt.NoFocus
+    hoverEnabled: true
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     leftPadding: 16
     rightPadding: 16
@@ -109,15 +110,13 @@ T.ItemDelegate {
             RowLayout {
                 spacing: 8
 
-                StyleText {
-                    Accessible.ignored: true
+                PlainText {
                     color: Theme.secondaryLabel
                     font: TextStyle.monospaced(TextStyle.caption)
                     text: root.localAddress
                     visible: text !== ""
                 }
-                StyleText {
-                    Accessible.ignored: true
+                PlainText {
                     color: Theme.tertiaryLabel
                     font: TextStyle.caption
                     text: root.user

@@ -24,12 +24,11 @@ Item {
 
         spacing: 5
 
-        StyleText {
+        PlainText {
             id: name
 
             readonly property real room: root.width - protoBadge.width - 5 - (stateBadge.visible ? stateBadge.width + 5 : 0) - (pidLabel.visible ? pidLabel.width + 5 : 0)
 
-            Accessible.ignored: true
             anchors.verticalCenter: parent.verticalCenter
             font: TextStyle.bold(TextStyle.callout)
             text: root.displayName
@@ -53,10 +52,9 @@ Item {
             visible: root.processState !== "" && root.width >= 170
         }
     }
-    StyleText {
+    PlainText {
         id: pidLabel
 
-        Accessible.ignored: true
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
         color: Theme.tertiaryLabel

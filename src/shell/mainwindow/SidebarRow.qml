@@ -14,7 +14,7 @@ T.ItemDelegate {
     required property bool canForceQuit
     required property string countText
     // What a tool tip has to say in full.
-    readonly property string elidedText: group.visible && group.isElided ? root.title : portRow.visible ? (portRow.isElided ? root.name + "\n" : "") + root.noteTip : ""
+    readonly property string elidedText: root.kind === SidebarModel.Group ? (group.isElided ? root.title : "") : (portRow.isElided ? root.name + "\n" : "") + root.noteTip
     required property string executablePath
     required property string groupIcon
     required property bool hasFocusRing
@@ -45,33 +45,16 @@ T.ItemDelegate {
     // A row that fades out is no row any more.
     enabled: root.kind !== SidebarModel.Heading && root.index >= 0
     focusPolicy: Qt.NoFocus
+    hoverEnabled: true
     implicitHeight: content.implicitHeight + topPadding + bottomPadding
     leftPadding: root.kind === SidebarModel.PortOfGroup ? 46 : 16
     rightPadding: 16
     topPadding: root.kind === SidebarModel.Heading && root.index > 0 ? 14 : 4
 
-    background: Item {
-        Rectangle {
-            anchors.fill: parent
-            anchors.leftMargin: 8
-            anchors.rightMargin: 8
-            color: Theme.hover
-            radius: 7
-            visible: root.hovered && !root.isSelected
-        }
-        SelectedRowMark {
-            anchors.fill: parent
-            anchors.leftMargin: 8
-            anchors.rightMargin: 8
-            visible: root.isSelected
-        }
-        FocusRing {
-            anchors.fill: parent
-            anchors.leftMargin: 8
-            anchors.rightMargin: 8
-            radius: 7
-            visible: root.hasFocusRing
-        }
+    background: SidebarRowMark {
+        hasFocusRing: root.hasFocusRing
+        isHovered: root.hovered
+        isSelected: root.isSelected
     }
     Item {
         id: content
@@ -83,26 +66,37 @@ T.ItemDelegate {
         anchors.topMargin: root.topPadding
         implicitHeight: root.kind === SidebarModel.Heading ? heading.implicitHeight : root.kind === SidebarModel.Group ? group.implicitHeight : portRow.implicitHeight
 
-        StyleText {
+        PlainText {
             id: heading
 
-            Accessible.ignored: true
             anchors.fill: parent
             color: Theme.secondaryLabel
             font: TextStyle.bold(TextStyle.caption)
             text: root.title
             visible: root.kind === SidebarModel.Heading
         }
-        BundleGroupRow {
+        // Of a type that is not known before it is loaded: few rows are groups, and nothing is made
+        // of one for the others.
+        Loader {
             id: group
 
+            readonly property var content: group.item
+            readonly property bool isElided: group.content?.isElided ?? false
+            readonly property bool isWanted: root.kind === SidebarModel.Group
+
+            function load() {
+                if (group.isWanted)
+                    group.setSource("BundleGroupRow.qml", {
+                        row: root
+                    });
+                else
+                    group.source = "";
+            }
+
             anchors.fill: parent
-            bundlePath: root.bundlePath
-            countText: root.countText
-            groupIcon: root.groupIcon
-            isExpanded: root.isExpanded
-            name: root.title
-            visible: root.kind === SidebarModel.Group
+
+            Component.onCompleted: group.load()
+            onIsWantedChanged: group.load()
         }
         SidebarPortRow {
             id: portRow

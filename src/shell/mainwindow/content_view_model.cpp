@@ -32,20 +32,9 @@ const QString kPortToCheckKey = u"portToCheck"_s;
 // g++ 12 destroys some temporaries of an awaited expression twice, so futures are named before they
 // are awaited, here and wherever a coroutine waits.
 
-// A running application knows its program better than the scan, which sees the helper at work.
-void correctPaths(std::vector<OccupiedPort>& ports, const RunningApplications& applications) {
-    for (OccupiedPort& port : ports) {
-        if (port.pid == 0)
-            continue;
-        const auto application = applications.applicationWithPid(port.pid);
-        if (application && application->executablePath)
-            port.executablePath = application->executablePath->toStdString();
-    }
-}
-
-SidebarContent makeContent(std::vector<OccupiedPort> ports, const RunningApplications& applications,
+SidebarContent makeContent(std::vector<OccupiedPort> ports, ApplicationCache& applications,
                            BundleKeyCache& bundleKeys) {
-    correctPaths(ports, applications);
+    applications.forgetOld();
     const auto system = std::stable_partition(
         ports.begin(), ports.end(), [](const OccupiedPort& port) { return port.isCurrentUser(); });
     return {groupPorts({ports.begin(), system}, bundleKeys, applications),
@@ -84,15 +73,10 @@ std::vector<NamedOwner> ownersOf(const SidebarContent& content) {
     return owners;
 }
 
-OriginNotes notesOf(const std::vector<NamedOwner>& owners, const std::vector<Origin>& origins) {
-    OriginNotes notes;
-    for (std::size_t row = 0; row < origins.size(); ++row) {
-        const NamedOwner& each = owners[row];
-        const OriginNote note = originNote(origins[row], each.displayName);
-        if (note != OriginNote())
-            notes.insert(noteKey(each.owner.process.pid, each.owner.port), note);
-    }
-    return notes;
+void addNote(OriginNotes& notes, const NamedOwner& owner, const Origin& origin) {
+    const OriginNote note = originNote(origin, owner.displayName);
+    if (note != OriginNote())
+        notes.insert(noteKey(owner.owner.process.pid, owner.owner.port), note);
 }
 
 bool isSameRow(const std::optional<PortProcess>& one, const PortProcess& other) {
@@ -380,7 +364,7 @@ QCoro::Task<> ContentViewModel::loadSidebar() {
         co_return;
     const QFuture<SidebarContent> grouping =
         workers_.run([this, ports = std::move(ports)]() mutable {
-            return makeContent(std::move(ports), with_.runningApplications, with_.bundleKeys);
+            return makeContent(std::move(ports), with_.applications, with_.bundleKeys);
         });
     SidebarContent content = co_await grouping;
     if (!self || number != newestSidebarLoad_)
@@ -405,9 +389,10 @@ QCoro::Task<> ContentViewModel::loadOrigins() {
         rows.reserve(owners.size());
         for (const NamedOwner& owner : owners)
             rows.push_back(owner.owner);
-        const QFuture<OriginNotes> reading = with_.inventory.readOrigins(
-            std::move(rows), [owners = std::move(owners)](const std::vector<Origin>& origins) {
-                return notesOf(owners, origins);
+        const QFuture<OriginNotes> reading = with_.inventory.readOrigins<OriginNotes>(
+            std::move(rows), [owners = std::move(owners)](OriginNotes& notes, std::size_t row,
+                                                          const Origin& origin) {
+                addNote(notes, owners[row], origin);
             });
         OriginNotes notes = co_await reading;
         if (!self)

@@ -10,9 +10,9 @@
 #include "inventory/port_process.h"
 #include "monitoring/notification_center.h"
 #include "monitoring/port_inventory.h"
-#include "platform/running_applications.h"
 #include "platform/user_defaults.h"
 #include "settings/app_settings.h"
+#include "shell/mainwindow/application_cache.h"
 #include "shell/mainwindow/bundle_key_cache.h"
 #include "shell/mainwindow/process_list_model.h"
 #include "shell/mainwindow/sidebar_model.h"
@@ -87,7 +87,7 @@ class ContentViewModel : public QObject {
     struct Collaborators {
         PortInventory& inventory;
         NotificationCenter& notifications;
-        const RunningApplications& runningApplications;
+        ApplicationCache& applications;
         BundleKeyCache& bundleKeys;
         AppModel& appModel;
         AppSettings& settings;

@@ -38,6 +38,7 @@ class KeyedListModel : public QAbstractListModel {
     // Comes to the wanted rows, or when more than `mostNew` of them are new, closer to them: a view
     // needs its time for each. True when all is as wanted.
     bool setRows(const std::vector<Row>& wanted, std::size_t mostNew = kAll) {
+        rows_.reserve(wanted.size()); // to the row, as a long list is long
         // Most of a long list stays as it is.
         const std::size_t shared = std::min(rows_.size(), wanted.size());
         std::size_t begin = 0;

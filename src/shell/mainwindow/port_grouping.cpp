@@ -55,28 +55,24 @@ QString groupDisplayName(const AppPortGroup& group) {
                : QString::fromStdString(first.displayName);
 }
 
-std::vector<AppPortGroup> groupPorts(const std::vector<OccupiedPort>& ports,
-                                     BundleKeyCache& bundleKeys,
-                                     const RunningApplications& applications) {
+std::vector<AppPortGroup> groupPorts(std::vector<OccupiedPort> ports, BundleKeyCache& bundleKeys,
+                                     ApplicationCache& applications) {
     std::map<std::string, AppPortGroup> bundles;
     std::vector<OccupiedPort> single;
     std::set<std::int64_t> bundledPorts;
-    std::map<std::int64_t, std::optional<OwningApplication>> owners; // each is asked about once
-    for (const OccupiedPort& port : ports) {
+    for (OccupiedPort& port : ports) {
+        const ApplicationCache::Answer answer = applications.of(port);
+        if (answer.executablePath)
+            port.executablePath = *answer.executablePath;
         AppPortGroup found{port.enclosingAppBundlePath(), {port}};
         std::string key;
         if (found.bundlePath) {
             key = bundleKeys.bundleGroupKey(*found.bundlePath);
-        } else if (port.pid != 0) {
-            const auto [owner, isNew] = owners.try_emplace(port.pid);
-            if (isNew)
-                owner->second = applications.applicationOwning(port.pid);
-            if (const auto& application = owner->second) {
-                key = application->key.toStdString();
-                found.bundlePath = key;
-                found.name = application->name.toStdString();
-                found.icon = application->icon.toStdString();
-            }
+        } else if (answer.owner) {
+            key = answer.owner->key.toStdString();
+            found.bundlePath = key;
+            found.name = answer.owner->name.toStdString();
+            found.icon = answer.owner->icon.toStdString();
         }
         if (!found.bundlePath) {
             single.push_back(port);

@@ -118,6 +118,7 @@ int SidebarModel::neighbour(int row, int direction) const {
 
 void SidebarModel::rebuild() {
     wanted_.clear();
+    wanted_.reserve(content_.own.size() + content_.system.size() + 2);
     appendPart(wanted_, u"own"_s, tr("My Processes"), content_.own);
     appendPart(wanted_, u"system"_s, tr("System"), content_.system);
     makeKeysUnique(wanted_);
@@ -130,7 +131,7 @@ void SidebarModel::goOn() {
         return;
     }
     nextSlice_.stop();
-    wanted_ = {};
+    wanted_ = std::vector<SidebarRow>(); // which gives its memory back, as no {} does
     Q_EMIT settled();
 }
 

@@ -197,8 +197,7 @@ FocusScope {
                             running: root.viewModel.daemonInstalling
                             visible: running
                         }
-                        StyleText {
-                            Accessible.ignored: true
+                        PlainText {
                             color: enableButton.tint
                             font: enableButton.font
                             text: enableButton.text

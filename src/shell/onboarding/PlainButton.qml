@@ -20,8 +20,7 @@ T.AbstractButton {
 
     background: Item {
     }
-    contentItem: StyleText {
-        Accessible.ignored: true
+    contentItem: PlainText {
         color: root.down || root.hovered ? Theme.label : Theme.secondaryLabel
         font: root.font
         horizontalAlignment: Text.AlignHCenter

@@ -11,67 +11,48 @@ Item {
 
     required property real cornerRadius
     required property real size
+    readonly property string shown: root.source.isLoading || picture.status === Image.Loading ? "loading" : picture.status === Image.Ready ? "picture" : "symbol"
     required property IconSource source
 
     Accessible.ignored: true
     implicitHeight: root.size
     implicitWidth: root.size
 
-    states: [
-        State {
-            name: "loading"
-            when: root.source.isLoading || picture.status === Image.Loading
-
-            PropertyChanges {
-                indicator.opacity: 1
-            }
-        },
-        State {
-            name: "picture"
-            when: picture.status === Image.Ready
-
-            PropertyChanges {
-                picture.opacity: 1
-            }
-        },
-        State {
-            name: "symbol"
-            when: picture.status === Image.Null || picture.status === Image.Error
-
-            PropertyChanges {
-                symbol.opacity: 1
-            }
-        }
-    ]
-    // The wheel fades in too, so that an icon that comes at once shows none.
-    transitions: Transition {
-        NumberAnimation {
-            duration: 150 * Theme.motion
-            easing.type: Easing.InOutQuad
-            property: "opacity"
-        }
-    }
-
-    SmallProgressIndicator {
-        id: indicator
-
-        anchors.centerIn: parent
-        opacity: 0
-        running: visible
-        visible: opacity > 0
-    }
     Image {
         id: picture
 
         anchors.centerIn: parent
         asynchronous: true
         height: root.size
-        opacity: 0
+        opacity: root.shown === "picture" ? 1 : 0
         source: root.source.icon
         sourceSize.height: root.size
         sourceSize.width: root.size
         visible: opacity > 0
         width: root.size
+
+        Behavior on opacity {
+            NumberAnimation {
+                duration: 150 * Theme.motion
+                easing.type: Easing.InOutQuad
+            }
+        }
+    }
+    SmallProgressIndicator {
+        id: wheel
+
+        anchors.centerIn: parent
+        running: visible
+        visible: root.shown === "loading"
+
+        // So that an icon that comes at once shows none.
+        NumberAnimation on opacity {
+            duration: 150 * Theme.motion
+            easing.type: Easing.InOutQuad
+            from: 0
+            running: wheel.visible
+            to: 1
+        }
     }
     Rectangle {
         id: symbol
@@ -79,9 +60,8 @@ Item {
         anchors.centerIn: parent
         color: Theme.quaternaryFill
         height: root.size
-        opacity: 0
         radius: root.cornerRadius
-        visible: opacity > 0
+        visible: root.shown === "symbol"
         width: root.size
 
         SymbolIcon {

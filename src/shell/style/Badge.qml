@@ -26,8 +26,7 @@ T.Control {
         color: root.fill
         radius: root.radius
     }
-    contentItem: StyleText {
-        Accessible.ignored: true
+    contentItem: PlainText {
         color: root.tint
         font: root.font
         horizontalAlignment: Text.AlignHCenter

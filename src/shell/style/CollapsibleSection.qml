@@ -57,8 +57,7 @@ Item {
                 rotation: 90 * root.openness
                 size: 10
             }
-            StyleText {
-                Accessible.ignored: true
+            PlainText {
                 Layout.fillWidth: true
                 color: Theme.secondaryLabel
                 font.bold: true

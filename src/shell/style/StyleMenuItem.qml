@@ -39,15 +39,13 @@ T.MenuItem {
             size: 14 * TextStyle.scale
             visible: root.symbol !== ""
         }
-        StyleText {
-            Accessible.ignored: true
+        PlainText {
             Layout.fillWidth: true
             color: root.color
             font: root.font
             text: root.text
         }
-        StyleText {
-            Accessible.ignored: true
+        PlainText {
             Layout.leftMargin: 16
             color: root.highlighted ? Theme.accentText : Theme.tertiaryLabel
             font: root.font

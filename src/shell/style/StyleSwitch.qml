@@ -40,15 +40,13 @@ T.CheckBox {
             Layout.fillWidth: true
             spacing: 2
 
-            StyleText {
-                Accessible.ignored: true
+            PlainText {
                 Layout.fillWidth: true
                 font: root.font
                 text: root.text
                 wrapMode: Text.Wrap
             }
-            StyleText {
-                Accessible.ignored: true
+            PlainText {
                 Layout.fillWidth: true
                 color: Theme.secondaryLabel
                 font: TextStyle.caption

@@ -34,8 +34,7 @@ Item {
             size: root.symbolSize
             visible: root.symbol !== ""
         }
-        StyleText {
-            Accessible.ignored: true
+        PlainText {
             Layout.fillWidth: true
             color: root.color
             font: root.font

@@ -223,7 +223,9 @@ TEST(OriginTest, LongListsKeepTheirOrder) {
         sources.addServer(100 + each, {"server-" + std::to_string(each)}, port);
         rows.push_back({port, {100 + each, each % 10 == 0 ? 2 : 1}}); // some are others by now
     }
-    const std::vector<Origin> origins = OriginCollector(sources).originsOf(rows);
+    std::vector<Origin> origins;
+    OriginCollector(sources).readOrigins(rows,
+                                         [&](const Origin& origin) { origins.push_back(origin); });
     ASSERT_EQ(origins.size(), rows.size());
     for (int each = 0; each < kServers; ++each)
         EXPECT_EQ(origins[static_cast<std::size_t>(each)].program,

@@ -92,8 +92,9 @@ class Program : SampleAlerts<LinuxProcessTables, LinuxProcessPinner> {
     FakeRunningApplications applications;
     FakePropertyListReader propertyLists;
     BundleKeyCache bundleKeys{propertyLists};
+    ApplicationCache applicationCache{applications};
     ContentViewModel model{
-        {inventory, notifications, applications, bundleKeys, appModel, settings, defaults}, {}};
+        {inventory, notifications, applicationCache, bundleKeys, appModel, settings, defaults}, {}};
 };
 
 struct Place {

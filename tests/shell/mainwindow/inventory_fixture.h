@@ -66,14 +66,15 @@ struct MainWindowFixture {
     FakeRunningApplications applications;
     FakePropertyListReader propertyLists;
     BundleKeyCache bundleKeys{propertyLists};
+    ApplicationCache applicationCache{applications};
     AppModel appModel;
     FakeUserDefaults userDefaults;
     FakeAppService loginItem;
     AppSettings settings{userDefaults, loginItem};
     int onboardingShown{0};
     std::chrono::steady_clock::time_point now{std::chrono::hours(1)};
-    ContentViewModel model{{inventory, notifications, applications, bundleKeys, appModel, settings,
-                            userDefaults, &stopper},
+    ContentViewModel model{{inventory, notifications, applicationCache, bundleKeys, appModel,
+                            settings, userDefaults, &stopper},
                            {{}, [this] { ++onboardingShown; }},
                            nullptr,
                            [this] { return now; }};

@@ -27,7 +27,7 @@ class PortGroupingTest : public testing::Test {
     // Each group as its name, its bundle and its ports.
     QStringList grouped(const std::vector<OccupiedPort>& ports) {
         QStringList lines;
-        for (const AppPortGroup& group : groupPorts(ports, keys, applications)) {
+        for (const AppPortGroup& group : groupPorts(ports, keys, cache)) {
             QString line = groupDisplayName(group) + u' ' +
                            QString::fromStdString(group.bundlePath.value_or("-"));
             for (const OccupiedPort& each : group.ports)
@@ -40,6 +40,8 @@ class PortGroupingTest : public testing::Test {
     FakePropertyListReader reader;
     BundleKeyCache keys{reader};
     FakeRunningApplications applications;
+    std::chrono::steady_clock::time_point now;
+    ApplicationCache cache{applications, [this] { return now; }};
 };
 
 TEST_F(PortGroupingTest, KeyIsTheFirstTwoPiecesOfTheIdentifier) {
@@ -74,6 +76,20 @@ TEST_F(PortGroupingTest, TheProcessesOfOneApplicationFormOneGroup) {
                        port(5173, "/usr/bin/node", "Node")}),
               (QStringList{u"Browser org.Browser 9222 9223"_s, u"Node - 3000"_s, u"Node - 5173"_s,
                            u"One /opt/one 4000"_s}));
+}
+
+TEST_F(PortGroupingTest, ProcessIsAskedAboutOnceAndSoonAgainWhileItIsNew) {
+    OccupiedPort helper = port(9222, "/usr/lib/b/helper", "Helper");
+    helper.startTime = 1;
+    const auto groups = [&] { return grouped({helper}); };
+    EXPECT_EQ(groups(), QStringList{u"Helper - 9222"_s});
+    applications.addPart(9222, {u"org.Browser"_s, u"Browser"_s, {}});
+    EXPECT_EQ(groups(), QStringList{u"Helper - 9222"_s});
+    now += std::chrono::seconds(2);
+    EXPECT_EQ(groups(), QStringList{u"Browser org.Browser 9222"_s});
+    applications.addPart(9222, {u"org.Other"_s, u"Other"_s, {}});
+    helper.startTime = 2; // another process with its number
+    EXPECT_EQ(groups(), QStringList{u"Other org.Other 9222"_s});
 }
 
 TEST_F(PortGroupingTest, SinglePortsStandBetweenTheGroupsByName) {
