@@ -1869,9 +1869,9 @@ learned("gorilla/mux, a port that hides another", "./shop",
                     "\tlog.Fatal(http.ListenAndServe(fmt.Sprintf(\":%v\", port), r))\n}\n"}, build=GOPATH_BUILD, second=True)
 
 
-def go_project(name, files, **more):
+def go_project(name, files, kind=untuned, **more):
     """A project of several packages, which find each other below the name shop."""
-    untuned(name, "./server", files,
+    kind(name, "./server", files,
             build=["sh", "-c", "mkdir -p path/src && ln -s ../.. path/src/shop && GOPATH=$PWD/path:/usr/share/gocode "
                                "go build -o server shop/cmd/server"], **more)
 
@@ -4117,6 +4117,641 @@ untuned("redis-server --port $PORT in a job's script, &> redis.out", "bash run.s
          "synthetic.py": "import argparse\nimport time\n\nparser = argparse.ArgumentParser()\n"
                          "parser.add_argument('--redis-host')\nparser.add_argument('--redis-port', type=int)\n"
                          "parser.add_argument('--task-count', type=int)\nargs = parser.parse_args()\ntime.sleep(120)\n"})
+
+# Drawn at random from public projects a fifth time, by other searches still.
+# A game for many, whose settings stand above the server.
+untuned("Express and Socket.IO, var config = { port } in the file", "node server.js",
+        {"server.js": "var io = require('socket.io');\nvar http = require('http');\nvar express = require('express');\n\n"
+                      "var Game = require('./game');\n\nvar config = {\n\tport: %P\n}\n\nvar app = express();\n"
+                      "var server = http.createServer(app);\nserver.listen(config.port);\n"
+                      "console.log(\"listening on port \", config.port);\n\napp.get('/', function(req, res) {\n"
+                      "\tres.sendFile('/index.html', { root: __dirname });\n});\n\nvar game = new Game();\n"
+                      "new io.Server(server).on('connection', function(socket) {\n\tgame.join(socket.id);\n});\n",
+         "game.js": "module.exports = function() {\n\tthis.players = [];\n"
+                    "\tthis.join = function(id) { this.players.push(id); };\n};\n",
+         "index.html": "<!doctype html>\n"})
+# A receiver of positions from trackers.
+untuned("node, net, server.listen(config.PORT, config.HOST)", "npm start",
+        {"package.json": '{"name": "tracker", "main": "server.js", "scripts": {"start": "node server.js"}}\n',
+         "server.js": "const net = require('net');\nconst config = require('./config/config');\n"
+                      "const decode = require('./handlers/decode');\n\nconst server = net.createServer(socket => {\n"
+                      "    console.log('Device connected.');\n\n"
+                      "    socket.on('data', data => console.log('Parsed:', decode(Buffer.from(data))));\n"
+                      "    socket.on('error', error => console.error('Error:', error));\n});\n\n"
+                      "server.listen(config.PORT, config.HOST, () => {\n"
+                      "    console.log(`Server listening at ${config.HOST}:${config.PORT}`);\n});\n",
+         "config/config.js": "module.exports = {\n    PORT: %P,\n    HOST: '0.0.0.0',\n};\n",
+         "handlers/decode.js": "module.exports = buffer => ({ codec: buffer[8], records: buffer[9] });\n"})
+# An API whose settings have a port for development and one for later.
+untuned('Express, process.env.PORT ? ... : require("./config.json").devport', "node server.js",
+        {"server.js": "var express = require('express');\nvar app = express();\nvar system = require('./system');\n"
+                      'var port = require("./config.json").devport;\n\n'
+                      "app.set('port', process.env.PORT ? process.env.PORT : port);\n\napp.use(express.json());\n"
+                      "app.use('/api', system.routes);\n\napp.listen(app.get('port'), function() {\n"
+                      "\tconsole.log('Server started on port ' + app.get('port'));\n});\n",
+         "system/index.js": "exports.routes = require('express').Router();\n"
+                            "exports.routes.get('/', function(req, res) { res.json({}); });\n",
+         "config.json": '{\n\t"db": "mongodb://localhost/app",\n\t"prodport": 80,\n\t"devport": %P\n}\n'})
+# A service of clocks, one worker for each core.
+untuned("node, cluster, os.cpus().length workers listen", "node server.js",
+        {"server.js": "const cluster = require('cluster');\nconst http = require('http');\n"
+                      "const numCPUs = require('os').cpus().length;\nvar url = require(\"url\");\n\n"
+                      "const hostname = '127.0.0.1';\nconst port = %P;\n\nif (cluster.isMaster) {\n  // Fork workers.\n"
+                      "  for (var i = 0; i < numCPUs; i++) {\n    cluster.fork();\n  }\n\n"
+                      "  cluster.on('exit', (worker, code, signal) => {\n"
+                      "    console.log(`worker ${worker.process.pid} died`);\n  });\n} else {\n"
+                      "  http.createServer((req, res) => {\n"
+                      "    res.end(url.parse(req.url).pathname + ' ' + new Date().toISOString());\n"
+                      "  }).listen(port, hostname, () => {\n"
+                      "    console.log(`Worker ${process.pid} running at http://${hostname}:${port}/`);\n  });\n}\n"})
+# An exercise from a school: the argument is a table of pupils.
+untuned("node, hostname and port as constants, argv[2] a file", "node 5-http.js database.csv",
+        {"5-http.js": "const http = require('http');\nconst fs = require('fs').promises;\n\nconst hostname = '127.0.0.1';\n"
+                      "const port = %P;\n\nasync function countStudents(path) {\n"
+                      "  const lines = (await fs.readFile(path, 'utf-8')).trim().split('\\n');\n"
+                      "  return `Number of students: ${lines.length - 1}`;\n}\n\n"
+                      "const app = http.createServer(async (req, res) => {\n"
+                      "  res.end(req.url === '/students' ? await countStudents(process.argv[2]) : 'Hello!');\n});\n\n"
+                      "app.listen(port, hostname);\n\nmodule.exports = app;\n",
+         "database.csv": "firstname,lastname,age,field\nAda,Low,30,CS\n"})
+# A shop's API in few long lines.
+untuned("Express, await init() above app.listen(process.env.PORT||...)", "npm run dev",
+        {"package.json": '{"name": "api", "type": "module", "scripts": {"dev": "node --watch src/server.js"}}\n',
+         "src/server.js": 'import "dotenv/config"; import express from "express"; import {init} from "./db.js"; import api '
+                          'from "./routes/api.js";\n'
+                          "const "
+                          'app=express();app.use(express.json());app.get("/api/health",(q,s)=>s.json({ok:true}));app.use("/api"'
+                          ',api);\nawait init();app.listen(process.env.PORT||%P,()=>console.log("API on %P"));\n',
+         "src/db.js": "export const rows = [];\nexport async function init() { rows.push({ id: 1 }); }\n",
+         "src/routes/api.js": 'import { Router } from "express"; import { rows } from "../db.js";\n'
+                              'export default Router().get("/rows",(q,s)=>s.json(rows));\n',
+         ".env": "DB_FILE=./data.db\nJWT_SECRET=x\n"})
+# An API that makes its tables first, and says what failed.
+untuned("Express, ensureDb().then(app.listen).catch(process.exit)", "node src/server.js",
+        {"package.json": '{"name": "api", "type": "module"}\n',
+         "src/server.js": 'import "dotenv/config"; import express from "express"; import routes from "./routes/index.js";\n'
+                          'import { ensureDb } from "./models/index.js";\nconst app=express(); app.use(express.json());\n'
+                          'app.get("/",(req,res)=>res.json({ok:true,name:"API"}));\napp.use("/",routes);\n'
+                          "const port=process.env.PORT||3000;\n"
+                          "ensureDb().then(()=>{ app.listen(port,()=>console.log(`API on http://localhost:${port}`)); })\n"
+                          '  .catch(err=>{ console.error("database:",err); process.exit(1); });\n',
+         "src/models/index.js": "export async function ensureDb() { return process.env.DB_HOST + '/' + process.env.DB_NAME; }\n",
+         "src/routes/index.js": 'import { Router } from "express";\nexport default Router();\n',
+         ".env": "PORT=%P\nDB_HOST=127.0.0.1\nDB_NAME=shop\n"})
+# A sender of letters behind a form, with a server for mail beside it.
+untuned('Express, import "dotenv/config", PORT beside SMTP_PORT', "npm start --prefix server",
+        {"server/package.json": '{"name": "notify", "type": "module", "scripts": {"start": "node index.js"}}\n',
+         "server/index.js": 'import "dotenv/config"; import express from "express"; import { subjectFor } from '
+                            '"./emailTemplates.js";\nconst app = express(); app.use(express.json({ limit: "1mb" }));\n'
+                            "const PORT = Number(process.env.PORT || %P); const NOTIFY_SECRET = process.env.NOTIFY_SECRET || "
+                            '"";\n'
+                            'const SMTP_HOST = process.env.SMTP_HOST || ""; const SMTP_PORT = Number(process.env.SMTP_PORT || '
+                            '587);\n\napp.post("/notify", (req, res) => {\n'
+                            '  if (req.get("x-secret") !== NOTIFY_SECRET) return res.sendStatus(403);\n'
+                            "  res.json({ subject: subjectFor(req.body), via: `${SMTP_HOST}:${SMTP_PORT}` });\n});\n\n"
+                            "app.listen(PORT, () => console.log(`notify on ${PORT}`));\n",
+         "server/emailTemplates.js": "export const subjectFor = ({ type }) => `News: ${type}`;\n",
+         "server/.env": "SMTP_HOST=127.0.0.1\nSMTP_PORT=%D\nNOTIFY_SECRET=x\n"}, second=True)
+# A function for a cloud, and a file that runs it at home.
+untuned("ts-node-dev dev.ts, env.port of src/utils", "npm run dev",
+        {"package.json": '{"name": "api", "scripts": {"dev": "ts-node-dev --respawn --transpile-only dev.ts", "build": '
+                         '"tsc"}}\n',
+         "tsconfig.json": '{"compilerOptions": {"module": "commonjs", "target": "es2022", "esModuleInterop": true, '
+                          '"skipLibCheck": true, "types": ["node"]}}\n',
+         "dev.ts": 'import app from "./src/app";\nimport { env } from "./src/utils";\n\nconst port = env.port || 3000;\n'
+                   "app.listen(port, () => {\n  console.log(`Local API on http://localhost:${port}`);\n});\n",
+         "src/app.ts": 'import express from "express";\n\nconst app = express();\n'
+                       'app.get("/health", (_req, res) => { res.json({ ok: true }); });\nexport default app;\n',
+         "src/utils/index.ts": 'export { env } from "./env";\n',
+         "src/utils/env.ts": 'import dotenv from "dotenv";\ndotenv.config();\n\nexport const env = {\n'
+                             '  port: Number(process.env.PORT),\n  tableName: process.env.TABLE_NAME ?? "items",\n};\n',
+         ".env": "TABLE_NAME=items\nPORT=%P\n"})
+# A first project in TypeScript: nodemon knows from its file what to run.
+untuned("npm start, nodemon.json with exec of ts-node", "npm start",
+        {"package.json": '{"name": "first", "scripts": {"build": "tsc", "start": "nodemon"}}\n',
+         "nodemon.json": '{\n  "watch": ["src"],\n  "ext": ".ts,.js",\n  "ignore": [],\n'
+                         '  "exec": "ts-node --transpile-only ./src/index.ts"\n}\n',
+         "tsconfig.json": '{"compilerOptions": {"module": "commonjs", "target": "es2022", "esModuleInterop": true, '
+                          '"skipLibCheck": true, "types": ["node"]}}\n',
+         "src/index.ts": "import express, { Request, Response, Express } from 'express';\n\nconst app: Express = express();\n"
+                         "const port: number = %P;\n\napp.get('/', (req: Request, res: Response) => {\n"
+                         "  res.status(200).json({ success: true });\n});\n\napp.listen(port, () => {\n"
+                         "  console.log(`App is running on port ${port}`);\n});\n"})
+# A school's API: a database and a cache before it, an event of its own after.
+untuned("Express, config.app.port of ./config, DB_PORT and REDIS_PORT in .env", "nodemon src/server.js",
+        {"src/server.js": "const http = require('http');\nconst express = require('express');\n"
+                          "const config = require('./config');\nconst { syncDatabase } = require('./models');\n\n"
+                          "const app = express();\nconst server = http.createServer(app);\n\n"
+                          "const startServer = async () => {\n  try {\n    await syncDatabase();\n\n"
+                          "    server.listen(config.app.port, () => {\n"
+                          "      console.log(`Port: ${config.app.port}, environment: ${config.app.env}`);\n    });\n"
+                          "  } catch (error) {\n    console.error('Not started:', error);\n    process.exit(1);\n  }\n};\n\n"
+                          "startServer();\n",
+         "src/config/index.js": "require('dotenv').config();\n\nmodule.exports = {\n"
+                                "  app: { env: process.env.NODE_ENV || 'development', port: parseInt(process.env.APP_PORT, 10) "
+                                "|| 3000, apiVersion: 'v1' },\n"
+                                "  database: { host: process.env.DB_HOST, port: process.env.DB_PORT || 5432 },\n"
+                                "  redis: { host: process.env.REDIS_HOST, port: process.env.REDIS_PORT || 6379 },\n};\n",
+         "src/models/index.js": "exports.syncDatabase = async () => require('../config').database.port;\n",
+         ".env": "APP_PORT=%P\nDB_HOST=localhost\nDB_PORT=%D\nREDIS_HOST=localhost\n"}, second=True)
+# A bus for messages, whose class hands every error to its caller.
+untuned("node, listen(cb) of a class, config.server.port and address", "node bin/bus.js --config bus.json",
+        {"bin/bus.js": "#!/usr/bin/env node\nconst fs = require('fs');\nconst BusServer = require('../lib/server');\n\n"
+                       "const file = process.argv[process.argv.indexOf('--config') + 1];\n"
+                       "const bus = new BusServer(JSON.parse(fs.readFileSync(file, 'utf8')));\n"
+                       "bus.on('server_error', (err) => {\n  console.error(err.message);\n  process.exit(2);\n});\n"
+                       "bus.listen(() => console.log('listening'));\n",
+         "lib/server.js": "const { EventEmitter } = require('events');\nconst http = require('http');\n\n"
+                          "module.exports = class extends EventEmitter {\n  constructor(config) {\n    super();\n"
+                          "    this.config_ = config;\n    this.httpServer_ = http.createServer((req, res) => res.end());\n"
+                          "    this.httpServer_.on('error', (err) => this.emit('server_error', err));\n  }\n\n"
+                          "  // Starts the server listening on the configured port.\n  listen(cb) {\n"
+                          "    const config = this.config_;\n"
+                          "    this.httpServer_.listen(config.server.port, config.server.address, cb);\n  }\n};\n",
+         "bus.json": '{\n  "server": {\n    "address": "127.0.0.1",\n    "port": %P\n  },\n  "limits": {"queue": 10000}\n}\n'})
+# A worker of queues, which listens last, for a look at its health only.
+untuned("node, DISPATCHER_PORT after a connect() and NATS_URL", "npx tsx src/main.ts",
+        {"package.json": '{"name": "dispatcher", "type": "module", "private": true}\n',
+         "src/main.ts": "import { createServer } from 'node:http';\nimport { loadConfig } from './config.js';\n"
+                        "import { connect } from './queue.js';\n\nconst config = loadConfig(process.env);\n"
+                        "const queue = await connect(config.queueUrl);\n\n"
+                        "// Listens last: who asks for the health knows that the queue is there.\n"
+                        "const server = createServer((req, res) => {\n  res.writeHead(req.url === '/health' ? 200 : 404);\n"
+                        "  res.end();\n});\nserver.listen(config.port, () => {\n"
+                        "  console.log('HTTP surface ready', { port: config.port, paths: ['/health'] });\n});\n\n"
+                        "process.on('SIGTERM', () => {\n  queue.close();\n  server.close();\n  process.exit(0);\n});\n",
+         "src/config.ts": "export function loadConfig(env: NodeJS.ProcessEnv) {\n  return {\n"
+                          "    port: Number(env.DISPATCHER_PORT ?? '%P'),\n"
+                          "    queueUrl: env.NATS_URL ?? 'nats://localhost:%D',\n  };\n}\n",
+         "src/queue.ts": "export async function connect(url: string) {\n  return { url, close() {} };\n}\n"}, second=True)
+# A chain of blocks, each member of which knows a neighbour.
+untuned("Socket.IO, nodeServer.listen(config.port) beside a neighbour's address", "node node.js",
+        {"node.js": "const config = require('./node.config')\nconst express = require('express')\nconst app = express()\n"
+                    "const nodeServer = require('http').createServer(app)\n"
+                    "const socketIO = new (require('socket.io').Server)(nodeServer)\n\n"
+                    "app.post('/block', express.json(), (req, res) => {\n"
+                    "    res.send({ next: req.body.blockId + 1, from: config.neighbor })\n})\n\n"
+                    "socketIO.on('connection', node => {\n    console.log(\"Other node connected\")\n"
+                    "    node.on('REQ_CHAIN_LENGTH', () => node.emit('RES_CHAIN_LENGTH', 5))\n})\n\n"
+                    'nodeServer.listen(config.port, () => {\n    console.log("Listening on " + config.port)\n})\n',
+         "node.config.js": "module.exports = {\n    neighbor: 'http://localhost:%D',\n    port: %P,\n    id: 'node1'\n}\n"},
+        second=True)
+# Settings that must all be there, after an example's.
+untuned("Express, dotenv-safe, app.set('port')", "node app.js",
+        {"app.js": "require('dotenv-safe').config({ allowEmptyValues: true });\nconst TYPE = ['Movement', 'Snore', 'None'];\n"
+                   "const express = require('express');\nconst compression = require('compression');\n\n"
+                   "const app = express();\napp.set('port', process.env.PORT || 3000);\n\napp.use(require('morgan')('dev'));\n"
+                   "app.use(compression());\napp.use(express.urlencoded({ extended: false }));\n\n"
+                   "app.get('/ping', (req, res) => res.status(200).send('pong'));\n"
+                   "app.get('/types', (req, res) => res.json(TYPE));\n\n"
+                   "app.listen(app.get('port'), () => console.log(`Listening on ${app.get('port')}`));\n",
+         ".env.example": "PORT=\nDB_URI=\nAPI_KEY=\n", ".env": "PORT=%P\nDB_URI=mongodb://127.0.0.1/sleep\nAPI_KEY=\n"})
+# A first look at Bun.
+untuned("Bun, serve imported from 'bun', { fetch, port, hostname }", "bun run index.ts",
+        {"package.json": '{"name": "hello", "module": "index.ts", "type": "module"}\n',
+         "index.ts": "import {serve} from 'bun';\n\nconst hostname = '127.0.0.1';\nconst port = %P;\n\nserve({\n"
+                     "  fetch(request) {\n    const url = new URL(request.url);\n"
+                     "    return new Response(url.pathname, {status: url.pathname === '/hello' ? 200 : 404});\n  },\n  port,\n"
+                     "  hostname,\n});\n\nconsole.log(`Bun server on http://${hostname}:${port}`);\n"})
+# The pages for those who run a shop, below a path of the shop's.
+untuned("Vite, base: '/admin/', proxy: api as a constant", "npm run dev --prefix admin",
+        {"package.json": '{"name": "shop", "private": true, "scripts": {"admin": "npm run dev --prefix admin"}}\n',
+         "admin/package.json": '{"name": "admin", "type": "module", "private": true, "scripts": {"dev": "vite"}}\n',
+         "admin/vite.config.js": "import { defineConfig } from 'vite'\n\n"
+                                 "const api = { '/api': { target: 'http://localhost:%D' } }\n\n"
+                                 "// Below /admin/ of the shop's server later, on a port of its own here.\n"
+                                 "export default defineConfig({\n  base: '/admin/',\n  cacheDir: '.vite',\n"
+                                 "  server: { port: %P, strictPort: true, proxy: api },\n  preview: { proxy: api },\n})\n",
+         "admin/index.html": "<!doctype html><title>admin</title><script type=module src=/src/main.js></script>\n",
+         "admin/src/main.js": "document.title = 'on';\n"}, second=True)
+# A page of a workspace, which takes types from a folder beside it.
+untuned("Vite, host: true, not strict, aliases of ../shared", "npm run dev -w client",
+        {"package.json": '{"name": "desk", "private": true, "workspaces": ["client", "shared"]}\n',
+         "client/package.json": '{"name": "client", "version": "1.0.0", "type": "module", "scripts": {"dev": "vite", '
+                                '"preview": "vite preview"}}\n',
+         "client/vite.config.ts": "import path from 'path';\nimport { defineConfig } from 'vite';\n\n"
+                                  "export default defineConfig({\n  cacheDir: path.resolve(__dirname, '.vite'),\n  resolve: {\n"
+                                  "    alias: {\n      '@': path.resolve(__dirname, './src'),\n"
+                                  "      '@desk/shared': path.resolve(__dirname, '../shared/src/index.ts'),\n    },\n  },\n"
+                                  "  server: { port: %P, host: true },\n});\n",
+         "client/index.html": "<!doctype html><title>desk</title><script type=module src=/src/main.ts></script>\n",
+         "client/src/main.ts": "import { title } from '@desk/shared';\ndocument.title = title;\n",
+         "shared/package.json": '{"name": "shared", "version": "1.0.0"}\n',
+         "shared/src/index.ts": "export const title = 'desk';\n"})
+# A school's pages: the settings are a module.
+untuned('Flask, from_object(config), app.config["PORT"]', py("app.py"),
+        {"app.py": "from flask import Flask\nimport config\nfrom pupils.routes import pupils_bp\n\napp = Flask(__name__)\n"
+                   "app.config.from_object(config)\n\napp.register_blueprint(pupils_bp)\n\nif __name__ == '__main__':\n"
+                   '    app.run(\n        host=app.config["HOST"],\n        port=app.config["PORT"],\n'
+                   '        debug=app.config["DEBUG"]\n    )\n',
+         "config.py": "HOST = '0.0.0.0'\nPORT = %P\nDEBUG = True\nSQLALCHEMY_DATABASE_URI = 'sqlite:///school.db'\n",
+         "pupils/__init__.py": "",
+         "pupils/routes.py": "from flask import Blueprint\n\npupils_bp = Blueprint('pupils', __name__)\n\n\n"
+                             "@pupils_bp.route('/')\ndef index():\n    return 'ok'\n"})
+# A chat within a bigger site: the factory reads the settings, the last line the port.
+untuned('Flask-SocketIO, port=app.config["PORT"] of create_app()', py("run.py"),
+        {"run.py": "from flask_socketio import SocketIO\nfrom app import create_app\n"
+                   "from web_sockets.events import register_socket_events\n\napp = create_app()\nsocketio = SocketIO(\n"
+                   '    app,\n    cors_allowed_origins="*",\n    async_mode="threading",\n    ping_timeout=60,\n)\n\n'
+                   'register_socket_events(socketio)\n\nif __name__ == "__main__":\n'
+                   '    socketio.run(app, host=app.config["HOST"], port=app.config["PORT"], allow_unsafe_werkzeug=True)\n',
+         "app/__init__.py": "from flask import Flask\n\nfrom app.config import Config\n\n\ndef create_app():\n"
+                            "    app = Flask(__name__)\n    app.config.from_object(Config)\n    return app\n",
+         "app/config.py": 'import os\n\n\nclass Config:\n    HOST = os.getenv("APP_HOST", "127.0.0.1")\n'
+                          '    PORT = int(os.getenv("APP_PORT", %P))\n    SECRET_KEY = os.getenv("SECRET_KEY", "x")\n',
+         "web_sockets/__init__.py": "",
+         "web_sockets/events.py": "def register_socket_events(socketio):\n    @socketio.on('ping')\n    def ping(data):\n"
+                                  "        return data\n"})
+# Pages for a feast, with settings in a file that a class reads.
+untuned("Flask, Config.load(CONFIG_FILE) of core/config.py", py("main.py"),
+        {"main.py": "from pathlib import Path\n\nfrom flask import Flask\n\nfrom core.config import Config\n"
+                    'from pages.home import bp as home_bp\n\nCONFIG_FILE = Path(__file__).parent / "config.yml"\n'
+                    'config = Config.load(CONFIG_FILE)\n\napp = Flask(__name__)\napp.config["APP_NAME"] = config.app_name\n'
+                    'app.config["HOST"] = config.host\napp.config["PORT"] = config.port\napp.config["DEBUG"] = config.debug\n\n'
+                    'app.register_blueprint(home_bp, url_prefix="")\n\n\ndef main() -> None:\n'
+                    '    app.run(host=config.host, port=config.port, debug=config.debug)\n\n\nif __name__ == "__main__":\n'
+                    "    main()\n",
+         "core/__init__.py": "",
+         "core/config.py": "from dataclasses import dataclass\n\nimport yaml\n\n\n@dataclass\nclass Config:\n"
+                           '    app_name: str\n    host: str = "127.0.0.1"\n    port: int = 5000\n    debug: bool = False\n\n'
+                           "    @classmethod\n    def load(cls, path):\n"
+                           "        return cls(**yaml.safe_load(path.read_text()))\n",
+         "pages/__init__.py": "",
+         "pages/home.py": 'from flask import Blueprint\n\nbp = Blueprint("home", __name__)\n\n\n@bp.get("/")\ndef home():\n'
+                          '    return "ok"\n',
+         "config.yml": "app_name: feast\nhost: 0.0.0.0\nport: %P\ndebug: false\n"})
+# A gate between a chat and a school's platform, whose address has a port as well.
+untuned("Flask, MOODLE_BASE_URL beside PORT in .env", py("app.py"),
+        {"app.py": "from flask import Flask, jsonify\n\nfrom config import Config\n\n\ndef create_app():\n"
+                   "    app = Flask(__name__)\n    app.config.from_object(Config())\n\n"
+                   '    @app.route("/health", methods=["GET"])\n    def health():\n'
+                   '        return jsonify({"status": "ok", "moodle_base_url": app.config["MOODLE_BASE_URL"]})\n\n'
+                   '    return app\n\n\nif __name__ == "__main__":\n    app = create_app()\n'
+                   '    app.run(host="0.0.0.0", port=app.config["PORT"])\n',
+         "config.py": "import os\n\nfrom dotenv import load_dotenv\n\nload_dotenv()\n\n\nclass Config:\n"
+                      '    MOODLE_BASE_URL = os.environ["MOODLE_BASE_URL"]\n'
+                      '    MOODLE_TOKEN = os.environ.get("MOODLE_TOKEN", "")\n    PORT = int(os.environ.get("PORT", 5000))\n',
+         ".env": "MOODLE_BASE_URL=http://localhost:%D\nMOODLE_TOKEN=x\nPORT=%P\n"}, second=True)
+# A runner of tests that an editor asks from afar.
+untuned("SimpleXMLRPCServer, logRequests=False, register_function", py("tools/test_server.py"),
+        {"tools/test_server.py": "import re\nimport subprocess\nfrom xmlrpc.server import SimpleXMLRPCServer\n\n\n"
+                                 "def run_command(command):\n"
+                                 "    done = subprocess.run(command, shell=True, capture_output=True, text=True)\n"
+                                 '    print(re.sub("OK", "\\033[42mOK\\033[00m", done.stdout))\n    return ""\n\n\n'
+                                 'server = SimpleXMLRPCServer(("localhost", %P), logRequests=False)\n'
+                                 'print("Listening on port %P...")\nserver.register_function(run_command, "run_command")\n'
+                                 "server.serve_forever()\n"})
+# A bot that a host takes for dead without a page: it goes on when there is none.
+untuned("HTTPServer in a thread of a bot, any exception logged", py("bot.py"),
+        {"bot.py": "import logging\nimport os\nimport threading\nimport time\n"
+                   "from http.server import BaseHTTPRequestHandler, HTTPServer\n\nlogging.basicConfig(level=logging.INFO)\n"
+                   "logger = logging.getLogger(__name__)\n\n\nclass HealthCheckHandler(BaseHTTPRequestHandler):\n"
+                   "    def do_GET(self):\n        self.send_response(200)\n        self.end_headers()\n"
+                   '        self.wfile.write(b"Bot is alive!")\n\n    def log_message(self, format, *args):\n        return\n\n'
+                   '\ndef run_health_check_server():\n    port = int(os.environ.get("PORT", %P))\n    try:\n'
+                   '        server = HTTPServer(("0.0.0.0", port), HealthCheckHandler)\n'
+                   '        logger.info(f"Dummy HTTP server running on port {port}")\n        server.serve_forever()\n'
+                   '    except Exception as e:\n        logger.error(f"Health check server error: {e}")\n\n\ndef main():\n'
+                   "    threading.Thread(target=run_health_check_server, daemon=True).start()\n    while True:\n"
+                   '        time.sleep(5)\n\n\nif __name__ == "__main__":\n    main()\n'})
+# A proxy for a browser's tests, in two kinds with a port each.
+untuned("asyncio.start_server, arguments.port or a number by --type",
+        py("tests/proxy.py --type socks5 --map shop.test=127.0.0.1"),
+        {"tests/proxy.py": "#!/usr/bin/env python3\nimport argparse\nimport asyncio\nimport sys\n\nHOST_MAP = {}\n\n\n"
+                           "class Socks5:\n\tdef __init__(self, auth):\n\t\tself.auth = auth\n\n"
+                           "\tasync def handle(self, reader, writer):\n\t\tawait reader.read(2)\n"
+                           '\t\twriter.write(b"\\x05\\x00")\n\t\twriter.close()\n\n\nclass HTTPConnect(Socks5):\n'
+                           "\tasync def handle(self, reader, writer):\n"
+                           '\t\twriter.write(b"HTTP/1.1 502 Bad Gateway\\r\\n\\r\\n")\n\t\twriter.close()\n\n\n'
+                           "async def main():\n\tparser = argparse.ArgumentParser()\n"
+                           '\tparser.add_argument("--type", choices=["socks5", "http"], required=True)\n'
+                           '\tparser.add_argument("--port", type=int)\n\tparser.add_argument("--auth")\n'
+                           '\tparser.add_argument("--map", action="append", default=[])\n\targuments = parser.parse_args()\n\n'
+                           '\tfor mapping in arguments.map:\n\t\thost, address = mapping.split("=", 1)\n'
+                           "\t\tHOST_MAP[host] = address\n\n"
+                           '\tport = arguments.port or (%P if arguments.type == "socks5" else %D)\n'
+                           '\tproxy = Socks5(arguments.auth) if arguments.type == "socks5" else HTTPConnect(arguments.auth)\n'
+                           '\tserver = await asyncio.start_server(proxy.handle, "127.0.0.1", port)\n'
+                           '\tprint(f"{arguments.type} proxy on 127.0.0.1:{port}")\n\n\tasync with server:\n'
+                           '\t\tawait server.serve_forever()\n\n\nif __name__ == "__main__":\n\ttry:\n\t\tasyncio.run(main())\n'
+                           "\texcept KeyboardInterrupt:\n\t\tsys.exit(0)\n"}, second=True)
+# An API as it is run for real, with its settings in Python.
+untuned("gunicorn -c gunicorn_config.py, APP_PORT and UvicornWorker", "gunicorn -c gunicorn_config.py app:app",
+        {"gunicorn_config.py": "import os\n\n# Server socket\nbind = f\"0.0.0.0:{os.getenv('APP_PORT', %P)}\"\nbacklog = 2048\n"
+                               '\n# Worker processes\nworkers = 2\nworker_class = "uvicorn.workers.UvicornWorker"\n'
+                               'worker_connections = 1000\ntimeout = 30\n\nloglevel = "info"\nproc_name = "api"\n',
+         "app.py": 'from fastapi import FastAPI\n\napp = FastAPI()\n\n\n@app.get("/health")\ndef health():\n'
+                   '    return {"ok": True}\n'})
+# A game for two: the number stands in the window's class.
+untuned("Java, ServerSocket in a Runnable, a static field of another class", "java -cp out cards.Cards",
+        {"src/cards/Cards.java": "package cards;\n\npublic class Cards {\n    public static final int PORTinput = %P;\n\n"
+                                 "    public static void main(String[] args) throws InterruptedException {\n"
+                                 "        Thread server = new Thread(new CardServer(new Game()));\n        server.start();\n"
+                                 "        server.join();\n        Thread.sleep(60000);\n    }\n}\n",
+         "src/cards/Game.java": "package cards;\n\nclass Game {\n    int round = 1;\n}\n",
+         "src/cards/CardServer.java": "package cards;\n\nimport java.io.IOException;\nimport java.net.ServerSocket;\n"
+                                      "import java.net.Socket;\nimport java.util.concurrent.ExecutorService;\n"
+                                      "import java.util.concurrent.Executors;\nimport java.util.logging.Level;\n"
+                                      "import java.util.logging.Logger;\n\npublic class CardServer implements Runnable {\n"
+                                      "    Game game;\n\n    CardServer(Game game) {\n        this.game = game;\n    }\n\n"
+                                      "    @Override\n    public void run() {\n"
+                                      "        try (ServerSocket serverSocket = new ServerSocket(Cards.PORTinput)) {\n"
+                                      "            ExecutorService executor = Executors.newFixedThreadPool(4);\n"
+                                      "            while (true) {\n                Socket socket = serverSocket.accept();\n"
+                                      "                executor.submit(() -> {\n                    socket.close();\n"
+                                      "                    return game.round++;\n                });\n            }\n"
+                                      "        } catch (IOException ex) {\n"
+                                      "            Logger.getLogger(CardServer.class.getName()).log(Level.SEVERE, null, ex);\n"
+                                      "        }\n    }\n}\n"}, build=["sh", "-c", "javac -d out $(find . -name '*.java')"])
+# A balancer that starts its two servers itself.
+untuned("Java, ServerSocket(PORT) behind two servers in threads", "java -cp out Balancer",
+        {"Balancer.java": "import java.io.IOException;\nimport java.net.ServerSocket;\nimport java.net.Socket;\n"
+                          "import java.util.HashMap;\n\npublic class Balancer {\n    public static void main(String[] args) {\n"
+                          "        new Balancer();\n    }\n    public HashMap<Integer, Server> servers = new HashMap<>();\n"
+                          "    private int PORT = %P;\n    public Balancer() {\n"
+                          "        new Thread(() -> new Server(28081).start()).start();\n"
+                          "        new Thread(() -> new Server(28082).start()).start();\n"
+                          '        System.out.println("BALANCER IS ACTIVE");\n'
+                          "        try (ServerSocket serverSocket = new ServerSocket(PORT)) {\n            while (true) {\n"
+                          "                Socket clientSocket = serverSocket.accept();\n                new Thread(() -> {\n"
+                          "                    try {\n                        clientSocket.close();\n"
+                          "                    } catch (IOException e) {\n"
+                          "                        throw new RuntimeException(e);\n                    }\n"
+                          "                }).start();\n            }\n        } catch (IOException ex) {\n"
+                          "            throw new RuntimeException(ex);\n        }\n    }\n}\n",
+         "Server.java": "import java.io.IOException;\nimport java.net.ServerSocket;\n\npublic class Server {\n"
+                        "    private final int port;\n\n    public Server(int port) {\n        this.port = port;\n    }\n\n"
+                        "    public void start() {\n        try (ServerSocket socket = new ServerSocket(port)) {\n"
+                        "            while (true) {\n                socket.accept().close();\n            }\n"
+                        "        } catch (IOException ex) {\n            throw new RuntimeException(ex);\n        }\n    }\n}\n"},
+        build=["sh", "-c", "javac -d out $(find . -name '*.java')"])
+# A robot for chats, with packs of pictures that it hands out over HTTP.
+untuned("Java, HttpServer, config.getServicePort(), JSON read by Gson", "java -cp out:/usr/share/java/gson.jar robot.Robot",
+        {"src/robot/Robot.java": "package robot;\n\nimport com.google.gson.Gson;\nimport java.io.FileReader;\n"
+                                 "import robot.http.PackServer;\n\npublic class Robot {\n    public static Config config;\n\n"
+                                 "    public static void main(String[] args) throws Exception {\n"
+                                 '        config = new Gson().fromJson(new FileReader("robot.json"), Config.class);\n'
+                                 "        PackServer server = new PackServer(config.getServicePort());\n"
+                                 "        server.register(config.getResourcePackFileDir());\n        server.start();\n    }\n"
+                                 "}\n",
+         "src/robot/Config.java": "package robot;\n\npublic class Config {\n    private int servicePort = 1145;\n"
+                                  '    private int queueSize = 10;\n    private String resourcePackFileDir = "packs";\n\n'
+                                  "    public int getServicePort() {\n        return servicePort;\n    }\n\n"
+                                  "    public int getQueueSize() {\n        return queueSize;\n    }\n\n"
+                                  "    public String getResourcePackFileDir() {\n        return resourcePackFileDir;\n    }\n"
+                                  "}\n",
+         "src/robot/http/PackServer.java": "package robot.http;\n\nimport com.sun.net.httpserver.HttpServer;\n"
+                                           "import java.io.IOException;\nimport java.net.InetSocketAddress;\n\n"
+                                           "public class PackServer {\n    private final HttpServer server;\n\n"
+                                           "    public PackServer(int port) throws IOException {\n"
+                                           "        server = HttpServer.create(new InetSocketAddress(port), 0);\n    }\n\n"
+                                           "    public void register(String path) {\n"
+                                           '        server.createContext("/" + path, exchange -> '
+                                           "exchange.sendResponseHeaders(204, -1));\n    }\n\n    public void start() {\n"
+                                           "        server.start();\n    }\n}\n",
+         "robot.json": '{\n  "servicePort": %P,\n  "queueSize": 10,\n  "resourcePackFileDir": "packs"\n}\n'},
+        build=["sh", "-c", "javac -cp /usr/share/java/gson.jar -d out $(find src -name '*.java')"], needs=["/usr/share/java/gson.jar"])
+# A course's exchange by objects: it takes the number of threads and the port from a file.
+untuned("Java, ServerSocket, port of a Properties in a JAR's folder", "java -cp out:conf Ranking",
+        {"Ranking.java": "import java.io.InputStream;\nimport java.net.ServerSocket;\nimport java.net.Socket;\n"
+                         "import java.util.Properties;\nimport java.util.concurrent.ExecutorService;\n"
+                         "import java.util.concurrent.Executors;\n\npublic class Ranking {\n    private static int port;\n"
+                         "    private static int numThreads;\n\n    private static void readConfig() throws Exception {\n"
+                         "        try (InputStream in = "
+                         'Ranking.class.getClassLoader().getResourceAsStream("server.properties")) {\n'
+                         "            Properties properties = new Properties();\n            properties.load(in);\n"
+                         '            port = Integer.parseInt(properties.getProperty("port"));\n'
+                         '            numThreads = Integer.parseInt(properties.getProperty("numThreads"));\n        }\n    }\n'
+                         "\n    public static void main(String[] args) throws Exception {\n        readConfig();\n"
+                         "        ExecutorService threadPool = Executors.newFixedThreadPool(numThreads);\n\n"
+                         "        try (ServerSocket serverSocket = new ServerSocket(port)) {\n"
+                         '            System.out.printf("Server listening on port %d\\n", port);\n            while (true) {\n'
+                         "                Socket socket = serverSocket.accept();\n"
+                         "                threadPool.execute(() -> System.out.println(socket.getInetAddress()));\n"
+                         "            }\n        } catch (Exception e) {\n"
+                         '            System.err.printf("Error: %s\\n", e.getMessage());\n            System.exit(1);\n'
+                         "        }\n    }\n}\n",
+         "conf/server.properties": "# Ranking\nport=%P\nnumThreads=4\nnumSec=30\n"},
+        build=["sh", "-c", "javac -d out $(find . -name '*.java')"])
+# A shortener of addresses: two flags, and variables that go before them.
+go_project("chi, -a and -b parsed into config.Options",
+        {"cmd/server/main.go": 'package main\n\nimport (\n\t"log"\n\t"net/http"\n\n\t"github.com/go-chi/chi"\n\n'
+                               '\t"shop/internal/app/config"\n\t"shop/internal/app/stores"\n)\n\nfunc main() {\n'
+                               "\tif err := config.ParseFlags(); err != nil {\n"
+                               '\t\tlog.Fatalf("error while parsing flags: %v", err)\n\t}\n\n\tstore := stores.NewURLStore()\n'
+                               "\n"
+                               "\tif err := http.ListenAndServe(config.Options.FlagServiceAddress, Router(store)); err != nil "
+                               '{\n\t\tlog.Fatalf("failed to start server: %v", err)\n\t}\n}\n\n'
+                               "func Router(store *stores.URLStore) chi.Router {\n\tr := chi.NewRouter()\n"
+                               '\tr.Get("/{id}", func(w http.ResponseWriter, q *http.Request) {\n'
+                               '\t\thttp.Redirect(w, q, store.Get(chi.URLParam(q, "id")), http.StatusTemporaryRedirect)\n\t})\n'
+                               "\treturn r\n}\n",
+         "internal/app/config/config.go": 'package config\n\nimport (\n\t"flag"\n\t"os"\n)\n\nvar Options struct {\n'
+                                          "\tFlagServiceAddress string\n\tFlagBaseURL        string\n}\n\n"
+                                          "func ParseFlags() error {\n"
+                                          '\tflag.StringVar(&Options.FlagServiceAddress, "a", ":%P", "address and port to run '
+                                          'server")\n'
+                                          '\tflag.StringVar(&Options.FlagBaseURL, "b", "http://localhost:%P", "base of the '
+                                          'short addresses")\n\tflag.Parse()\n\n'
+                                          '\tif address := os.Getenv("SERVER_ADDRESS"); address != "" {\n'
+                                          "\t\tOptions.FlagServiceAddress = address\n\t}\n"
+                                          '\tif base := os.Getenv("BASE_URL"); base != "" {\n\t\tOptions.FlagBaseURL = base\n'
+                                          "\t}\n\treturn nil\n}\n",
+         "internal/app/stores/store.go": "package stores\n\ntype URLStore struct {\n\turls map[string]string\n}\n\n"
+                                         "func NewURLStore() *URLStore {\n\treturn &URLStore{urls: map[string]string{}}\n}\n\n"
+                                         "func (s *URLStore) Get(id string) string {\n\treturn s.urls[id]\n}\n"})
+# A hub for web sockets, with settings that a package keeps.
+go_project("Go, config.Config.Bind of config.json",
+        {"cmd/server/main.go": 'package main\n\nimport (\n\t"log"\n\t"net/http"\n\n\t"shop/config"\n)\n\nfunc main() {\n'
+                               "\tconfig.LoadConfig()\n\n"
+                               '\thttp.HandleFunc("/", func(w http.ResponseWriter, r *http.Request) {\n'
+                               "\t\tw.Write([]byte(config.Config.Name))\n\t})\n\n"
+                               "\terr := http.ListenAndServe(config.Config.Bind, nil)\n\tif err != nil {\n"
+                               '\t\tlog.Println("http", err)\n\t}\n}\n',
+         "config/config.go": 'package config\n\nimport (\n\t"encoding/json"\n\t"os"\n)\n\nvar Config struct {\n'
+                             '\tName string `json:"name"`\n\tBind string `json:"bind"`\n}\n\nfunc LoadConfig() {\n'
+                             '\tfile, err := os.Open("config.json")\n\tif err != nil {\n\t\tpanic(err)\n\t}\n'
+                             "\tdefer file.Close()\n\tif err := json.NewDecoder(file).Decode(&Config); err != nil {\n"
+                             "\t\tpanic(err)\n\t}\n}\n",
+         "config.json": '{\n  "name": "hub",\n  "bind": ":%P"\n}\n'})
+# A queue of messages, whose settings are put together by a method.
+go_project("Go, config.GetPath() joins host and port of a YAML",
+        {"cmd/server/main.go": 'package main\n\nimport (\n\t"shop/core"\n\t"shop/utils"\n)\n\nfunc main() {\n'
+                               '\tconfig := utils.ReadConfig("config.yml")\n\tcore.SetupServer(config)\n}\n',
+         "core/server.go": 'package core\n\nimport (\n\t"fmt"\n\t"log"\n\t"net/http"\n\n\t"shop/utils"\n)\n\n'
+                           "func SetupServer(config *utils.Config) {\n"
+                           '\thttp.HandleFunc("/topic", func(w http.ResponseWriter, r *http.Request) {})\n\n'
+                           '\tfmt.Println("successfully started")\n'
+                           "\tif err := http.ListenAndServe(config.GetPath(), nil); err != nil {\n\t\tlog.Fatal(err)\n\t}\n}\n",
+         "utils/config.go": 'package utils\n\nimport (\n\t"log"\n\t"os"\n\n\t"gopkg.in/yaml.v2"\n)\n\ntype Config struct {\n'
+                            '\tHost string `yaml:"host"`\n\tPort string `yaml:"port"`\n}\n\n'
+                            "func ReadConfig(path string) *Config {\n\tdata, err := os.ReadFile(path)\n\tif err != nil {\n"
+                            "\t\tlog.Fatal(err)\n\t}\n\tconfig := &Config{}\n"
+                            "\tif err := yaml.Unmarshal(data, config); err != nil {\n\t\tlog.Fatal(err)\n\t}\n\treturn config\n"
+                            '}\n\nfunc (c *Config) GetPath() string {\n\treturn c.Host + ":" + c.Port\n}\n',
+         "config.yml": "host: localhost\nport: %P\n"})
+# A bridge from a sensor to browsers, whose last call's error nobody reads.
+go_project("Go, ws: url: beside tcp: port: in config.yaml, error unread",
+        {"cmd/server/main.go": 'package main\n\nimport (\n\t"net/http"\n\t"os"\n\n\t"shop/internal/cli"\n'
+                               '\tweb "shop/internal/http"\n)\n\nfunc main() {\n\tparams := cli.ConfigParams{\n'
+                               '\t\tTcp:        cli.TcpConfigParams{Host: "127.0.0.1", Port: 4567},\n'
+                               '\t\tWebsockets: cli.WebsocketConfigParams{Url: "127.0.0.1:80"},\n\t}\n'
+                               "\tcli.ParseConfig(os.Args, &params)\n"
+                               '\tweb.AddFuncHandler("/ws", func(w http.ResponseWriter, r *http.Request) {})\n'
+                               "\tweb.Run(params.Websockets)\n}\n",
+         "internal/cli/cli.go": 'package cli\n\nimport (\n\t"log"\n\t"os"\n\n\t"gopkg.in/yaml.v3"\n)\n\n'
+                                'type TcpConfigParams struct {\n\tHost string `yaml:"host"`\n\tPort int    `yaml:"port"`\n}\n\n'
+                                'type WebsocketConfigParams struct {\n\tUrl string `yaml:"url"`\n}\n\n'
+                                'type ConfigParams struct {\n\tDebugEnabled bool `yaml:"debug"`\n\n'
+                                '\tTcp        TcpConfigParams       `yaml:"tcp"`\n'
+                                '\tWebsockets WebsocketConfigParams `yaml:"ws"`\n}\n\n'
+                                "func ParseConfig(args []string, a *ConfigParams) {\n\tif len(args) > 1 {\n"
+                                '\t\tlog.Fatal("usage: bridge, with a config.yaml beside it")\n\t}\n'
+                                '\tcontent, err := os.ReadFile("config.yaml")\n\tif err != nil {\n\t\tlog.Fatal(err)\n\t}\n'
+                                "\tif err := yaml.Unmarshal(content, a); err != nil {\n\t\tlog.Fatal(err)\n\t}\n}\n",
+         "internal/http/http.go": 'package http\n\nimport (\n\t"log"\n\t"net/http"\n\n\t"shop/internal/cli"\n)\n\n'
+                                  "func AddFuncHandler(path string, handler func(http.ResponseWriter, *http.Request)) {\n"
+                                  "\thttp.HandleFunc(path, handler)\n}\n\nfunc Run(config cli.WebsocketConfigParams) {\n"
+                                  '\tlog.Printf("Running at %s", config.Url)\n\thttp.ListenAndServe(config.Url, nil)\n}\n',
+         "config.yaml": "debug: false\ntcp:\n    host: 127.0.0.1\n    port: %D\nws:\n    url: 127.0.0.1:%P\n"},
+           kind=learned, second=True)
+# A page and its API, for a script that takes a port and looks whether it is one.
+untuned("php -S localhost:$PORT -t ./server, $1 or a default", "bash start.sh",
+        {"start.sh": "#!/bin/bash\n\nre='^[0-9]{4,}+$'\nif [[ $1 =~ $re ]] ; then\n  PORT=$1\nelse\n"
+                     "  echo 'Port is invalid or not set. Used default value.'\n  PORT=%P\nfi\n\n"
+                     "php -S localhost:$PORT -t ./server\n",
+         "server/index.php": "<?php echo 'ok';\n"})
+# A till's tests: a server for tickets and the one they are about, both in the background.
+untuned("php -S in the background twice, $CAS_PORT and $WEB_PORT", "bash test/start.sh",
+        {"test/start.sh": '#!/bin/bash\ncd "$(dirname "$0")"\n. ./ports.sh\n\necho "Copy test config"\ncp config.inc.php ../\n'
+                          '\necho "Starting ticket server on port $CAS_PORT"\nphp -S localhost:$CAS_PORT -t cas/ &\n'
+                          'echo "Starting web server on port $WEB_PORT"\nphp -S localhost:$WEB_PORT -t ../web/ &\n\nwait\n',
+         "test/ports.sh": "CAS_PORT=28083\nWEB_PORT=%P\n",
+         "test/config.inc.php": "<?php return ['cas' => 'http://localhost:28083/'];\n",
+         "test/cas/index.php": "<?php echo 'yes';\n", "web/index.php": "<?php echo 'ok';\n"})
+# The pages of a tool in Go, from a Makefile that knows two ports.
+untuned("make run-php, php -S localhost:$(PHP_PORT) beside API_PORT", "make run-php",
+        {"Makefile": "# Variables\nBINARY_NAME=graph\nMAIN_FILE=main.go\nBUILD_DIR=bin\nAPI_PORT=%D\nPHP_PORT=%P\n\n"
+                     ".PHONY: help build run-server run-php\n\nhelp: ## Show this help message\n"
+                     "\t@echo 'Usage: make <target>'\n\nbuild: ## Build the binary\n\t@mkdir -p $(BUILD_DIR)\n"
+                     "\tgo build -o $(BUILD_DIR)/$(BINARY_NAME) $(MAIN_FILE)\n\nrun-server: ## Run API server only\n"
+                     '\t@echo "Starting API server on port $(API_PORT)..."\n\tgo run $(MAIN_FILE) server --port $(API_PORT)\n\n'
+                     'run-php: ## Run PHP frontend only\n\t@echo "Starting PHP frontend on port $(PHP_PORT)..."\n'
+                     "\tphp -S localhost:$(PHP_PORT) -t frontend/php\n",
+         "main.go": "package main\n\nfunc main() {}\n", "frontend/php/index.php": "<?php echo 'ok';\n"}, second=True)
+# A page with styles that are made anew as they are written.
+untuned("ruby -run -e httpd . -pPORT below a sass --watch &", "bash start.sh",
+        {"start.sh": "#!/usr/bin/env bash\nsass --watch sass:public/stylesheets &\nruby -run -e httpd . -p%P\n",
+         "sass/main.scss": "$ink: #222;\n\nbody {\n  color: $ink;\n}\n", "index.html": "<!doctype html>\n"}, holder="node")
+# A manual's translation, with a variable for a port that nothing uses.
+untuned("make serve, ruby httpd --port= beside PORT ?=", "make serve",
+        {"Makefile": "PORT ?= %D\n\nall:\n\tpo4a po4a.cfg\n.PHONY: all\n\nserve:\n\truby -run -e httpd _po/ja/_site --port=%P\n"
+                     ".PHONY: serve\n",
+         "_po/ja/_site/index.html": "<!doctype html>\n"}, second=True, holder="node")
+# A store of prices, with three variables and a default for each.
+untuned("cargo run, SERVER_PORT beside CACHE_EXPIRY", "cargo run --quiet",
+        {"Cargo.toml": '[package]\nname = "prices"\nversion = "0.1.0"\nedition = "2021"\n',
+         "src/main.rs": "use std::{env::var, io::Write, net::TcpListener, time::Duration};\n\n"
+                        'fn main() -> Result<(), std::io::Error> {\n    let cache_expiry: u64 = var("CACHE_EXPIRY")\n'
+                        '        .unwrap_or("3600".into())\n        .parse()\n        .unwrap();\n\n'
+                        '    let port = var("SERVER_PORT").unwrap_or("%P".into());\n'
+                        '    let listener = TcpListener::bind(format!("0.0.0.0:{port}"))?;\n'
+                        "    let expiry = Duration::from_secs(cache_expiry);\n\n    for stream in listener.incoming() {\n"
+                        '        write!(stream?, "HTTP/1.1 204 No Content\\r\\nCache-Control: max-age={}\\r\\n\\r\\n", '
+                        "expiry.as_secs())?;\n    }\n    Ok(())\n}\n"})
+# A first server in Rust, which wants exactly one argument.
+untuned("cargo run PORT, args[1] and expect()", "cargo run --quiet %P",
+        {"Cargo.toml": '[package]\nname = "hello-http"\nversion = "0.1.0"\nedition = "2021"\n',
+         "src/main.rs": "use std::env;\nuse std::io::Write;\nuse std::net::{TcpListener, TcpStream};\n\n"
+                        "fn http(mut stream: &TcpStream) {\n"
+                        '    stream.write_all(b"HTTP/1.1 200 OK\\r\\n\\r\\nok").expect("failed to write");\n}\n\nfn main() {\n'
+                        '    let args: Vec<String> = env::args().collect();\n    println!("{:?}", args);\n'
+                        '    if args.len() != 2 {\n        println!("usage: {} <portnumber>", args[0]);\n'
+                        '        panic!("invalid arguments number");\n    }\n'
+                        '    let portnum: u16 = args[1].trim().parse().expect("invalid port number");\n\n'
+                        '    let listener = TcpListener::bind(format!("127.0.0.1:{}", portnum))\n'
+                        '        .expect("fail to generate TcpListener");\n\n    println!("{:?}", listener);\n'
+                        '    for stream in listener.incoming() {\n        http(&stream.expect("fail to accept stream"));\n'
+                        "    }\n}\n"})
+# A board of tasks: the page's server ends when the API's does.
+untuned("concurrently --kill-others-on-fail, npm run dev -w server: tsc && node dist", "npm run dev",
+        {"package.json": '{"name": "taskboard", "private": true, "workspaces": ["server", "client"], "scripts": {"dev": '
+                         '"concurrently --kill-others-on-fail \\"npm run dev -w @taskboard/server\\" \\"npm run dev -w '
+                         '@taskboard/client\\""}}\n',
+         "server/package.json": '{"name": "@taskboard/server", "version": "1.0.0", "type": "module", "scripts": {"build": '
+                                '"tsc", "dev": "npm run build && node dist/server.js"}}\n',
+         "server/tsconfig.json": '{"compilerOptions": {"module": "nodenext", "target": "es2022", "outDir": "dist", "rootDir": '
+                                 '"src", "skipLibCheck": true, "types": ["node"]}, "include": ["src"]}\n',
+         "server/src/server.ts": "import Fastify from 'fastify';\n\nconst app = Fastify({ logger: true });\n"
+                                 "const PORT = Number(process.env.PORT) || %P;\n\napp.get('/api/tasks', async () => []);\n\n"
+                                 "try {\n  await app.listen({ port: PORT, host: '0.0.0.0' });\n} catch (err) {\n"
+                                 "  app.log.error(err);\n  process.exit(1);\n}\n",
+         "client/package.json": '{"name": "@taskboard/client", "version": "1.0.0", "type": "module", "scripts": {"dev": '
+                                '"vite"}}\n',
+         "client/vite.config.ts": "import { defineConfig } from 'vite';\n\nexport default defineConfig({\n"
+                                  "  cacheDir: '.vite',\n  server: {\n    port: 28084,\n"
+                                  "    proxy: { '/api': 'http://localhost:%P' },\n  },\n});\n",
+         "client/index.html": "<!doctype html><title>board</title><script type=module src=/src/main.ts></script>\n",
+         "client/src/main.ts": "document.title = 'on';\n"})
+# Pages for a television, in a folder below apps/.
+untuned("node scripts/build.mjs --serve, esbuild's serve({ servedir, port })", "npm run dev:tv",
+        {"package.json": '{"name": "tv", "private": true, "scripts": {"dev:tv": "node scripts/build-tv.mjs --serve", '
+                         '"build:tv": "node scripts/build-tv.mjs"}}\n',
+         "scripts/build-tv.mjs": "import esbuild from 'esbuild';\n\nconst serve = process.argv.includes('--serve');\n\n"
+                                 "const ctx = await esbuild.context({\n  entryPoints: ['apps/tv/src/main.ts'],\n"
+                                 "  bundle: true,\n  outfile: 'apps/tv/public/bundle.js',\n  format: 'esm',\n"
+                                 "  minify: !serve,\n  logLevel: 'info',\n  define: {\n"
+                                 "    TV_SERVER_URL: JSON.stringify(process.env.TV_SERVER_URL ?? ''),\n  },\n});\n\n"
+                                 "if (serve) {\n  await ctx.watch();\n"
+                                 "  const { hosts, port } = await ctx.serve({ servedir: 'apps/tv/public', port: %P });\n"
+                                 "  console.log(`TV: http://localhost:${port}  (${hosts.join(', ')})`);\n} else {\n"
+                                 "  await ctx.rebuild();\n  await ctx.dispose();\n}\n",
+         "apps/tv/src/main.ts": "declare const TV_SERVER_URL: string;\ndocument.title = TV_SERVER_URL;\n",
+         "apps/tv/public/index.html": "<!doctype html><title>tv</title><script type=module src=/bundle.js></script>\n"})
+# Pages of a desk program, on the first port that is free.
+untuned("esbuild, resolveDevPort() tries until one listens", "node build.mjs serve",
+        {"build.mjs": "import net from 'node:net';\nimport { context, build } from 'esbuild';\n\n"
+                      "const mode = process.argv[2] ?? 'build';\nconst defaultDevPort = %P;\n"
+                      "const shared = { entryPoints: ['src/app.js'], bundle: true, outfile: 'static/app.js' };\n\n"
+                      "function canListenOn(port) {\n  return new Promise((resolve) => {\n"
+                      "    const probe = net.createServer();\n    probe.once('error', () => resolve(false));\n"
+                      "    probe.listen(port, () => probe.close(() => resolve(true)));\n  });\n}\n\n"
+                      "async function resolveDevPort() {\n  for (let port = defaultDevPort; port <= 65535; port += 1) {\n"
+                      "    if (await canListenOn(port)) return port;\n  }\n\n  throw new Error('Could not find a free port');\n"
+                      "}\n\nif (mode === 'serve') {\n  const port = await resolveDevPort();\n"
+                      "  const ctx = await context({ ...shared, sourcemap: 'inline' });\n"
+                      "  const server = await ctx.serve({ servedir: 'static', port });\n"
+                      "  console.log(`dev at http://localhost:${server.port}`);\n  await new Promise(() => {});\n} else {\n"
+                      "  await build(shared);\n}\n",
+         "src/app.js": "document.title = 'on';\n", "static/index.html": "<!doctype html><script src=/app.js></script>\n"})
+# A first page with styles: one script's output goes into the next one.
+untuned("npm start, npm run sass | npm run serve (http-server -a -p)", "npm start",
+        {"package.json": '{\n  "name": "dom-script",\n  "version": "1.0.0",\n  "scripts": {\n'
+                         '    "sass": "sass --watch sass:css",\n    "serve": "http-server -a localhost -p %P",\n'
+                         '    "start": "npm run sass | npm run serve"\n  }\n}\n',
+         "sass/style.scss": "$ink: #222;\n\nbody {\n  color: $ink;\n}\n",
+         "index.html": "<!doctype html><link rel=stylesheet href=css/style.css>\n"})
+# A game's realms at home: the port is cut out of an address.
+untuned('aiohttp, settings.LISTEN_ADDR.split(":")', py("main.py"),
+        {"main.py": "from aiohttp import web\n\nimport settings\nfrom middlewares import logging_middleware\n\n\n"
+                    'async def list_realms(request):\n    return web.json_response({"servers": [], "name": settings.NAME})\n\n'
+                    "\napp = web.Application()\napp.middlewares.append(logging_middleware)\n"
+                    "app.add_routes([web.get('/worlds', list_realms)])\n\nlisten_addr = settings.LISTEN_ADDR.split(\":\")\n"
+                    "listen_port = int(listen_addr[1])\nlisten_host = listen_addr[0]\n"
+                    "web.run_app(app, host=listen_host, port=listen_port)\n",
+         "settings.py": 'LISTEN_ADDR = "127.0.0.1:%P"\nNAME = "Home"\n',
+         "middlewares.py": "from aiohttp import web\n\n\n@web.middleware\nasync def logging_middleware(request, handler):\n"
+                           "    print(request.method, request.path)\n    return await handler(request)\n"})
+# A bot that is called back: after any mistake it stays, for its host's sake.
+untuned("aiohttp, exception on stderr, then time.sleep(300)", py("bot.py"),
+        {"bot.py": 'import os\nimport sys\nimport time\n\nfrom aiohttp import web\n\nTOKEN = os.getenv("BOT_TOKEN")\n\n'
+                   "if TOKEN:\n    try:\n        app = web.Application()\n\n        async def webhook(request):\n"
+                   '            return web.Response(text="ok")\n\n        app.router.add_post("/webhook", webhook)\n\n'
+                   "        sys.stderr.write(\"The bot is ready\\n\")\n        web.run_app(app, host='0.0.0.0', port=%P)\n\n"
+                   '    except Exception as e:\n        sys.stderr.write(f"The bot was not started: {e}\\n")\n'
+                   "        # Keep the process alive\n        time.sleep(300)\nelse:\n"
+                   '    sys.stderr.write("\\nSet the variables first\\n")\n    time.sleep(300)\n'},
+        environment={"BOT_TOKEN": "1:x"})
 
 # --- What must give no alert ---------------------------------------------------------------------
 def crashes(port):

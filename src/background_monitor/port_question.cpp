@@ -115,7 +115,7 @@ std::vector<std::uint16_t> portsOfSettings(std::span<const Setting> settings,
     int best = 1;
     std::vector<std::uint16_t> ports;
     for (const Setting& setting : settings) {
-        const int likelihood = likelihoodOfSetting(setting.path, program);
+        const int likelihood = likelihoodOfSetting(setting, program);
         if (likelihood < best)
             continue;
         const std::vector<std::uint16_t> said = portsOfValue(setting.value, variables);

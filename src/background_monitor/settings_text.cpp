@@ -447,10 +447,13 @@ std::vector<Setting> readVariables(std::string_view text) {
     return variables;
 }
 
-int likelihoodOfSetting(std::string_view path, std::span<const std::string> program) {
+int likelihoodOfSetting(const Setting& setting, std::span<const std::string> program) {
+    const std::string_view path = setting.path;
     const std::size_t dot = path.rfind('.');
     const std::string_view key = path.substr(dot + 1);
-    if (!isOneOf(key, kPortKeys))
+    // What has no scheme may be listened on under this name, too.
+    const bool isAddress = key == "url" && setting.value.find("://") == std::string::npos;
+    if (!isAddress && !isOneOf(key, kPortKeys))
         return 0;
     // A database's own block is called like others' blocks about it.
     if (dot != std::string_view::npos &&
@@ -458,7 +461,7 @@ int likelihoodOfSetting(std::string_view path, std::span<const std::string> prog
         return 3;
     if (speaksOfOthers(path))
         return 0;
-    int likelihood = key == "address" || key == "addr" || key == "bind" ? 2 : 3;
+    int likelihood = isAddress || key == "address" || key == "addr" || key == "bind" ? 2 : 3;
     for (std::string_view rest = dot == std::string_view::npos ? "" : path.substr(0, dot);
          !rest.empty();) {
         const std::string_view block = rest.substr(0, rest.find('.'));

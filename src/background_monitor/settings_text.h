@@ -45,9 +45,9 @@ std::vector<Setting> readSettings(std::string_view text, SettingsFormat format);
 // The variables in a file as dotenv reads it; of a name that stands there twice the last.
 std::vector<Setting> readVariables(std::string_view text);
 
-// How likely the value of the path is the port that the file's own program listens on: 0 for not at
+// How likely the setting is the port that the file's own program listens on: 0 for not at
 // all, 3 for a plain "port" at the top or in a block such as "server" or one that is called like
 // the program.
-int likelihoodOfSetting(std::string_view path, std::span<const std::string> program = {});
+int likelihoodOfSetting(const Setting& setting, std::span<const std::string> program = {});
 
 } // namespace zenlot

@@ -5,7 +5,6 @@
 //     bool isOld = toReferenceTime(std::chrono::system_clock::now()) - detected > 60s;
 #pragma once
 
-#include <algorithm>
 #include <chrono>
 
 namespace zenlot {
@@ -32,23 +31,6 @@ constexpr ReferenceTime fromReferenceSeconds(double seconds) {
 
 constexpr ReferenceTime toReferenceTime(std::chrono::system_clock::time_point time) {
     return ReferenceTime(time - kReferenceDate);
-}
-
-// An instant that system time can't hold gives the nearest one that it can.
-constexpr std::chrono::system_clock::time_point toSystemTime(ReferenceTime time) {
-    using std::chrono::system_clock;
-    // A whole second within the ends, because a double can't hold the ends themselves.
-    constexpr auto kEarliest =
-        std::chrono::ceil<std::chrono::seconds>(system_clock::time_point::min());
-    constexpr auto kLatest =
-        std::chrono::floor<std::chrono::seconds>(system_clock::time_point::max());
-    constexpr ReferenceClock::duration kMin = kEarliest - kReferenceDate;
-    constexpr ReferenceClock::duration kMax = kLatest - kReferenceDate;
-    if (!(time.time_since_epoch() > kMin))
-        return kEarliest;
-    if (time.time_since_epoch() >= kMax)
-        return kLatest;
-    return kReferenceDate + std::chrono::round<system_clock::duration>(time.time_since_epoch());
 }
 
 inline ReferenceTime ReferenceClock::now() {

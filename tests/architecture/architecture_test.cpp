@@ -165,16 +165,5 @@ TEST(ArchitectureTest, FilesIncludeOnlyFromRoomsTheirOwnLinks) {
     EXPECT_GT(checked, 20);
 }
 
-TEST(ArchitectureTest, InventoryKnowsNoToolkit) {
-    const std::filesystem::path source(ZENLOT_SOURCE_FOLDER);
-    for (const char* folder : {"inventory", "ctl"}) {
-        for (const auto& entry : std::filesystem::recursive_directory_iterator(source / folder)) {
-            std::ifstream file(entry.path());
-            for (std::string line; std::getline(file, line);)
-                EXPECT_FALSE(includedBy(line).value_or("").starts_with('Q')) << entry.path();
-        }
-    }
-}
-
 } // namespace
 } // namespace zenlot

@@ -108,10 +108,8 @@ class BackgroundMonitorTest : public testing::TestWithParam<QStringList> {
     }
 
     // Those of the test: others may start servers on the machine meanwhile.
-    std::vector<ConflictRecord> conflicts() const { return conflictsIn(home); }
-
-    std::vector<ConflictRecord> conflictsIn(const TemporaryFolder& folder) const {
-        auto records = decodeConflictRecords(folder.read(kContainer + "conflicts.json"))
+    std::vector<ConflictRecord> conflicts() const {
+        auto records = decodeConflictRecords(home.read(kContainer + "conflicts.json"))
                            .value_or(std::vector<ConflictRecord>());
         std::erase_if(records, [this](const ConflictRecord& each) { return each.port != port; });
         return records;
@@ -414,40 +412,6 @@ TEST_P(HelpedMonitorTest, TheHelperMayComeAndGo) {
         EXPECT_EQ(told(), round);
         QTest::qWait(2000); // until it is no restart in a loop
     }
-}
-
-TEST_P(HelpedMonitorTest, NobodyIsToldOfTheServersOfOthers) {
-    if (::geteuid() != 0)
-        GTEST_SKIP() << "only root can start something as two other users";
-    const QString program = monitorForEverybody();
-    const TemporaryFolder othersHome;
-    std::filesystem::permissions(othersHome.path(), std::filesystem::perms::all);
-    ASSERT_NO_FATAL_FAILURE(startHolder());
-    QProcess others;
-    runAs(monitor, kUser);
-    runAs(others, kOtherUser);
-    start(monitor, program, monitorArguments());
-    ASSERT_TRUE(waitFor([this] { return saysThatItIsTold(); }));
-    const QProcessEnvironment own = environment;
-    environment.insert(u"HOME"_s, QString::fromStdString(othersHome.path().string()));
-    environment.insert(u"XDG_STATE_HOME"_s,
-                       QString::fromStdString((othersHome.path() / "state").string()));
-    start(others, program, monitorArguments());
-    ASSERT_TRUE(waitFor(
-        [&] { return othersHome.read(kLog).find("told of refused ports") != std::string::npos; }));
-    environment = own;
-    // The second is told after the first could have been told to the wrong one.
-    const std::pair<uid_t, const TemporaryFolder*> users[]{{kUser, &home},
-                                                           {kOtherUser, &othersHome}};
-    for (const auto& [user, folder] : users) {
-        runAs(server, user);
-        start(server, u"/usr/bin/python3"_s,
-              {u"-m"_s, u"http.server"_s, u"-b"_s, u"127.0.0.1"_s, QString::number(port)});
-        ASSERT_TRUE(server.waitForFinished(kPatienceMilliseconds));
-        EXPECT_TRUE(waitFor([&] { return conflictsIn(*folder).size() == 1; })) << user;
-    }
-    EXPECT_EQ(conflicts().size(), 1U);
-    end(others);
 }
 
 TEST_P(HelpedMonitorTest, ANetworkOfItsOwnIsLookedIntoAsWell) {

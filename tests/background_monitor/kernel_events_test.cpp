@@ -1,7 +1,6 @@
 // What the kernel tells, and how it is read.
 #include "background_monitor/connector_process_events.h"
 #include "background_monitor/live_machine.h"
-#include "inventory/linux/control_group.h"
 #include "inventory/linux/failed_connections.h"
 #include "inventory/linux/pidfd_set.h"
 #include "inventory/linux/unused_socket_watch.h"
@@ -18,7 +17,6 @@
 #include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <poll.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 
 #include <csignal>
@@ -53,16 +51,6 @@ TEST(OverlapTest, IsWhatTheKernelRefuses) {
             << wanted << " and " << held;
     }
     EXPECT_EQ(IpAddress::parse("localhost"), std::nullopt);
-}
-
-TEST(ControlGroupTest, IsFoundByTheNumberOfItsFolder) {
-    const TemporaryFolder folder;
-    folder.write("unified/system.slice/nginx.service/cgroup.procs", "42\n43\n");
-    struct stat status {};
-    ASSERT_EQ(::stat((folder.path() / "unified/system.slice/nginx.service").c_str(), &status), 0);
-    EXPECT_EQ(findControlGroup(status.st_ino, folder.path().string()),
-              (ControlGroup{"nginx.service", {42, 43}}));
-    EXPECT_EQ(findControlGroup(0, folder.path().string()), std::nullopt);
 }
 
 TEST(HolderOfAnotherUserTest, IsNamedByItsGroupOrByItsArguments) {

@@ -1,9 +1,6 @@
 #include "background_monitor/bounded_work.h"
 #include "background_monitor/conflict_publisher.h"
-#include "background_monitor/poll_pace.h"
 #include "background_monitor/port_publisher.h"
-#include "background_monitor/power_supply.h"
-#include "background_monitor/work_budget.h"
 #include "monitoring/shared_container.h"
 #include "platform/fake_broadcast_center.h"
 #include "support/temporary_folder.h"
@@ -20,7 +17,6 @@
 namespace zenlot {
 namespace {
 
-using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
@@ -130,21 +126,6 @@ TEST_F(PublisherTest, PortsArePublishedWhenTheyChange) {
     EXPECT_EQ(posted.size(), 4U);
 }
 
-TEST(WorkBudgetTest, LetsALittleBeDoneAtOnceAndTheRestInItsShareOfTheTime) {
-    WorkBudget budget(100, 20ms);
-    const BootTime start{5000};
-    EXPECT_EQ(budget.wait(start), 0ms);
-    budget.spend(15ms, start);
-    EXPECT_EQ(budget.wait(start), 0ms) << "something is left";
-    budget.spend(8ms, start);
-    EXPECT_EQ(budget.wait(start), 300ms);
-    EXPECT_EQ(budget.wait(start + 200ms), 100ms);
-    EXPECT_EQ(budget.wait(start + 300ms), 0ms);
-    // A pause of any length gives no more than what may be done at once.
-    budget.spend(25ms, start + 1h);
-    EXPECT_EQ(budget.wait(start + 1h), 500ms);
-}
-
 TEST(BoundedWorkTest, LeavesBehindWhatDoesNotComeBack) {
     BoundedWork work(std::chrono::milliseconds(20));
     EXPECT_EQ(work.run<int>([] { return 7; }), 7);
@@ -161,34 +142,6 @@ TEST(BoundedWorkTest, LeavesBehindWhatDoesNotComeBack) {
     while (!(answer = work.run<int>([] { return 10; })))
         std::this_thread::yield();
     EXPECT_EQ(answer, 10);
-}
-
-TEST(PollPaceTest, SlowsDownWhileNothingHappensAndOnBattery) {
-    using enum PollPace::Power;
-    PollPace pace;
-    EXPECT_EQ(pace.next(mains), 2s);
-    EXPECT_EQ(pace.next(battery), 4s);
-    for (int poll = 0; poll < 100; ++poll)
-        pace.next(mains);
-    EXPECT_EQ(pace.next(mains), 8s);
-    EXPECT_EQ(pace.next(battery), 8s);
-    pace.noteChange();
-    EXPECT_EQ(pace.next(mains), 2s);
-}
-
-TEST(PowerSupplyTest, BatteryOfTheMachineCounts) {
-    const TemporaryFolder folder;
-    EXPECT_EQ(powerNow((folder.path() / "missing").string()), PollPace::Power::mains);
-    folder.write("mouse/type", "Battery\n");
-    folder.write("mouse/scope", "Device\n");
-    folder.write("mouse/status", "Discharging\n");
-    EXPECT_EQ(powerNow(folder.path().string()), PollPace::Power::mains);
-    folder.write("BAT0/type", "Battery\n");
-    folder.write("BAT0/status", "Discharging\n");
-    EXPECT_EQ(powerNow(folder.path().string()), PollPace::Power::battery);
-    folder.write("AC/type", "Mains\n");
-    folder.write("AC/online", "1\n");
-    EXPECT_EQ(powerNow(folder.path().string()), PollPace::Power::mains);
 }
 
 } // namespace

@@ -33,7 +33,7 @@ class AlertScreen {
             return bus_.interface()->servicePid(QStringLiteral("org.freedesktop.Notifications")) ==
                    server.processId();
         };
-        if (!QTest::qWaitFor(isThere, 60000))
+        if (!waitUntil(isThere))
             throw std::runtime_error("no notification server");
     }
     AlertScreen(const AlertScreen&) = delete;
@@ -53,7 +53,7 @@ class AlertScreen {
     // Whether an alert with that title comes, or goes.
     bool shows(const QString& title) const { return tree_.find("label", title).has_value(); }
     bool hides(const QString& title) const {
-        return QTest::qWaitFor([&] { return !tree_.isThere("label", title); }, 60000);
+        return waitUntil([&] { return !tree_.isThere("label", title); });
     }
 
     // Whether it has such a button, without waiting.

@@ -73,13 +73,10 @@ TEST_F(AlertsTest, ConflictIsAnnouncedOnceAndIgnoredFromThenOn) {
     ASSERT_NO_FATAL_FAILURE(answer(conflictTitle(polled.port),
                                    conflictBody(polled.port, polled.process->processId()),
                                    u"Ignore Port"_s));
-    EXPECT_TRUE(QTest::qWaitFor(
-        [&] {
-            return settings()["conflictIgnoredPorts"] == json({1, polled.port}) &&
-                   settings()["monitorIgnoredPorts"] == json({polled.port});
-        },
-        kPatience))
-        << settings();
+    EXPECT_TRUE(waitUntil([&] {
+        return settings()["conflictIgnoredPorts"] == json({1, polled.port}) &&
+               settings()["monitorIgnoredPorts"] == json({polled.port});
+    })) << settings();
 
     const Server announced = startServer();
     addConflict(announced);
@@ -87,14 +84,11 @@ TEST_F(AlertsTest, ConflictIsAnnouncedOnceAndIgnoredFromThenOn) {
     ASSERT_NO_FATAL_FAILURE(answer(conflictTitle(announced.port),
                                    conflictBody(announced.port, announced.process->processId()),
                                    u"Ignore Process"_s));
-    EXPECT_TRUE(QTest::qWaitFor(
-        [this] {
-            const json names = {kHolder.toStdString()};
-            return settings()["conflictIgnoredApps"] == names &&
-                   settings()["monitorIgnoredApps"] == names;
-        },
-        kPatience))
-        << settings();
+    EXPECT_TRUE(waitUntil([this] {
+        const json names = {kHolder.toStdString()};
+        return settings()["conflictIgnoredApps"] == names &&
+               settings()["monitorIgnoredApps"] == names;
+    })) << settings();
     EXPECT_EQ(desktop.countInLog("posting notification"), monitor.conflictCount()) << desktop.log();
 }
 
@@ -121,8 +115,7 @@ TEST_F(AlertsTest, NewListenerIsAnnouncedAndKilled) {
                                        .arg(server.process->processId())
                                        .arg(server.port),
                                    u"Kill Process"_s));
-    EXPECT_TRUE(server.process->state() == QProcess::NotRunning ||
-                server.process->waitForFinished());
+    EXPECT_TRUE(PrivateDesktop::hasEnded(*server.process));
     EXPECT_EQ(server.process->exitStatus(), QProcess::CrashExit);
     EXPECT_EQ(server.process->exitCode(), SIGKILL);
     EXPECT_EQ(desktop.countInLog(numbers), 2U) << desktop.log(); // noticed and announced

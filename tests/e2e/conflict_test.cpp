@@ -20,37 +20,16 @@ const QString kHolderName = u"R&D <b>web"_s;
 // With and without process events of the kernel.
 class ConflictTest : public testing::TestWithParam<QStringList> {
   protected:
-    QProcess& serve(const QString& port) {
-        return desktop.start(u"python3"_s,
-                             {u"-u"_s, u"-m"_s, u"http.server"_s, u"-b"_s, u"127.0.0.1"_s, port});
-    }
-
     void startMonitorAndZenlot() {
         desktop.start(QStringLiteral(ZENLOT_MONITOR), GetParam());
         ASSERT_TRUE(desktop.waitForLog("background monitor started"));
         if (GetParam().isEmpty() &&
             desktop.log().find("told of processes by the kernel") == std::string::npos)
             GTEST_SKIP() << "the kernel does not tell of processes here";
-        desktop.writeSettings(
-            R"({"conflictMonitoringEnabled": true, "hasCompletedOnboarding": true,)"
-            R"( "portMonitoringEnabled": false})");
+        desktop.writeSettings(kWatching);
         desktop.start(QStringLiteral(ZENLOT_PROGRAM), {u"--background"_s});
         ASSERT_TRUE(desktop.waitForLog("conflict listener started"));
         ASSERT_TRUE(desktop.waitForLog("notification setup granted=true"));
-    }
-
-    // Starts a server that can't have the port until the monitor has noticed it. One that is gone
-    // at once can be missed while the monitor looks into somebody else's; people try again.
-    void beRefused(const QString& port) {
-        const std::string announced = announcementOf(port);
-        for (int starts = 20; starts > 0; --starts) {
-            QProcess& refused = serve(port);
-            EXPECT_TRUE(refused.state() == QProcess::NotRunning ||
-                        refused.waitForFinished(kPatience));
-            EXPECT_EQ(refused.exitCode(), 1);
-            if (desktop.waitForLog(announced, kPatience / 20))
-                return;
-        }
     }
 
     static std::string announcementOf(const QString& port) {
@@ -67,7 +46,7 @@ TEST_P(ConflictTest, AlertNamesTheHolderAndItsButtonFreesThePort) {
     ASSERT_NO_FATAL_FAILURE(startMonitorAndZenlot());
     if (IsSkipped())
         return;
-    beRefused(port);
+    ASSERT_TRUE(desktop.tryServers(port, announcementOf(port)));
     ASSERT_EQ(alerts.answer(
                   u"Port %1 is already in use"_s.arg(port),
                   u"%1 (PID %2) is blocking port %3 — kill it to free the port."_s.arg(kHolderName)
@@ -76,9 +55,10 @@ TEST_P(ConflictTest, AlertNamesTheHolderAndItsButtonFreesThePort) {
                   u"Kill Process"_s),
               "")
         << desktop.log();
-    EXPECT_TRUE(holder.state() == QProcess::NotRunning || holder.waitForFinished(kPatience));
+    EXPECT_TRUE(PrivateDesktop::hasEnded(holder));
     EXPECT_EQ(holder.exitCode(), SIGKILL);
-    EXPECT_THAT(PrivateDesktop::firstLine(serve(port)).toStdString(), StartsWith("Serving HTTP"));
+    EXPECT_THAT(PrivateDesktop::firstLine(desktop.startServer(kHolderName, port)).toStdString(),
+                StartsWith("Serving HTTP"));
     EXPECT_THAT(desktop.log(), HasSubstr(announcementOf(port)));
 }
 
@@ -91,7 +71,7 @@ TEST_P(ConflictTest, OneRefusedServerIsOneAlert) {
     if (IsSkipped())
         return;
     for (const QString& port : {anyPort, QString::number(kWatchedPort)}) {
-        beRefused(port);
+        ASSERT_TRUE(desktop.tryServers(port, announcementOf(port)));
         const std::string alert = "posting notification id=zenlot-conflict-" + port.toStdString();
         EXPECT_TRUE(desktop.waitForLog(alert)) << desktop.log();
         // Two polls of everything that may tell of the conflict once more.
@@ -113,19 +93,12 @@ TEST(OwnMonitorTest, RunsAndTellsAsLongAsTheApplicationDoes) {
     PrivateDesktop desktop;
     const AlertScreen alerts(desktop);
     const QString port = PrivateDesktop::portOf(desktop.startServer(kHolderName));
-    desktop.writeSettings(R"({"conflictMonitoringEnabled": true, "hasCompletedOnboarding": true})");
+    desktop.writeSettings(kWatching);
     QProcess& zenlot = desktop.start(QStringLiteral(ZENLOT_PROGRAM), {u"--background"_s});
     ASSERT_TRUE(desktop.waitForLog("background monitor started"));
     ASSERT_TRUE(desktop.waitForLog("notification setup granted=true"));
     const std::string alert = "posting notification id=zenlot-conflict-" + port.toStdString();
-    bool isTold = false;
-    for (int starts = 0; starts < 20 && !isTold; ++starts) {
-        QProcess& refused =
-            desktop.start(u"python3"_s, {u"-m"_s, u"http.server"_s, u"-b"_s, u"127.0.0.1"_s, port});
-        EXPECT_TRUE(refused.state() == QProcess::NotRunning || refused.waitForFinished(kPatience));
-        isTold = desktop.waitForLog(alert, kPatience / 20);
-    }
-    EXPECT_TRUE(isTold) << desktop.log();
+    EXPECT_TRUE(desktop.tryServers(port, alert)) << desktop.log();
     zenlot.terminate();
     EXPECT_TRUE(zenlot.waitForFinished());
     EXPECT_TRUE(desktop.waitForLog("background monitor stopped"));

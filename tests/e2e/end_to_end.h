@@ -23,7 +23,7 @@ class EndToEndTest : public testing::Test {
         server = &desktop.startServer(name);
         port = PrivateDesktop::portOf(*server);
         desktop.start(QStringLiteral(ZENLOT_MONITOR), {});
-        ASSERT_TRUE(QTest::qWaitFor([this] { return isPublished(); }, kPatience));
+        ASSERT_TRUE(waitUntil([this] { return isPublished(); }));
         pid = QStringLiteral("PID %1").arg(server->processId());
         // What would turn the direction of a line is shown as a mark.
         shownName = QString(name).replace(QChar(0x202E), QChar(0xFFFD));
@@ -50,7 +50,7 @@ class EndToEndTest : public testing::Test {
     QString freeLine() const { return QStringLiteral("Port %1 is free").arg(port); }
 
     void expectServerIsGone() {
-        EXPECT_TRUE(server->state() == QProcess::NotRunning || server->waitForFinished());
+        EXPECT_TRUE(PrivateDesktop::hasEnded(*server));
         EXPECT_EQ(server->exitStatus(), QProcess::CrashExit);
         EXPECT_EQ(server->exitCode(), SIGKILL);
         EXPECT_TRUE(tree.isGone("list item", row));
@@ -58,7 +58,7 @@ class EndToEndTest : public testing::Test {
         EXPECT_TRUE(tree.find("label", freeLine()));
         // The window checks again after a moment, and the monitor publishes: neither may bring the
         // server back.
-        EXPECT_TRUE(QTest::qWaitFor([this] { return !isPublished(); }, kPatience));
+        EXPECT_TRUE(waitUntil([this] { return !isPublished(); }));
         QTest::qWait(kUntilEverythingWasAskedAgain);
         EXPECT_TRUE(tree.isGone("list item", row));
         EXPECT_TRUE(tree.isGone("list item", port + QLatin1Char(' ')));

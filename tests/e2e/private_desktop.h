@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QProcess>
 #include <QTest>
+#include <gtest/gtest.h>
 
 #include <functional>
 #include <memory>
@@ -19,6 +20,13 @@ inline constexpr int kPatience = 60000; // milliseconds that a busy machine may 
 // In the folder of the desktop.
 inline constexpr const char* kLog = "HOME/Library/Logs/zenlot-monitor.log";
 inline constexpr const char* kSettings = "XDG_CONFIG_HOME/dev.quorvane.zenlot/defaults.json";
+// The settings of somebody who is told of conflicts.
+inline constexpr const char* kWatching =
+    R"({"conflictMonitoringEnabled": true, "hasCompletedOnboarding": true})";
+
+inline bool waitUntil(const std::function<bool()>& condition) {
+    return QTest::qWaitFor(condition, kPatience);
+}
 
 class PrivateDesktop {
   public:
@@ -113,6 +121,20 @@ class PrivateDesktop {
                 throw std::runtime_error("no word from " + process.program().toStdString());
         }
         return QString::fromUtf8(process.readLine()).trimmed();
+    }
+
+    static bool hasEnded(QProcess& process) {
+        return process.state() == QProcess::NotRunning || process.waitForFinished(kPatience);
+    }
+    // Starts servers that can't have the port until that is logged. One that is gone at once can be
+    // missed; people try again.
+    bool tryServers(const QString& port, std::string_view logged) {
+        for (int starts = 0; starts < 20; ++starts) {
+            EXPECT_TRUE(hasEnded(startServer(QStringLiteral("Refused"), port)));
+            if (waitForLog(logged, kPatience / 20))
+                return true;
+        }
+        return false;
     }
 
     // What the programs have logged.

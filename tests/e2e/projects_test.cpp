@@ -76,8 +76,7 @@ TEST_F(ProjectsTest, SixServersAreToldApartAndOneIsStopped) {
     ASSERT_TRUE(tree.press("push button", u"Stop web.js"_s, "label",
                            u"Port %1 is free"_s.arg(stopped.port)));
     EXPECT_TRUE(tree.isGone("list item", stopped.port + QLatin1Char(' ')));
-    EXPECT_TRUE(stopped.process->state() == QProcess::NotRunning ||
-                stopped.process->waitForFinished());
+    EXPECT_TRUE(PrivateDesktop::hasEnded(*stopped.process));
     EXPECT_EQ(stopped.process->exitCode(), SIGTERM);
     for (const Server& each : servers)
         EXPECT_EQ(each.process->state() == QProcess::Running, &each != &stopped)

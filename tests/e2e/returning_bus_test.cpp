@@ -50,9 +50,7 @@ TEST_F(ReturningBusTest, OnlyARefusedServerIsAConflict) {
     for (const int port : kWatchedPorts)
         desktop->startServer(u"Sampled"_s, QString::number(port));
     const QString port = PrivateDesktop::portOf(desktop->startServer(u"Sampled"_s));
-    desktop->files().write(
-        "XDG_CONFIG_HOME/dev.quorvane.zenlot/defaults.json",
-        R"({"conflictMonitoringEnabled": true, "hasCompletedOnboarding": true})");
+    desktop->writeSettings(kWatching);
     std::optional<AlertScreen> alerts(*desktop);
     desktop->start(QStringLiteral(ZENLOT_MONITOR), {});
     ASSERT_TRUE(desktop->waitForLog("background monitor started"));
@@ -72,19 +70,12 @@ TEST_F(ReturningBusTest, OnlyARefusedServerIsAConflict) {
     const QDBusConnection returned =
         QDBusConnection::connectToBus(desktop->sessionBus(), connection);
     for (const char* name : {"dev.quorvane.zenlot", "dev.quorvane.zenlot.Monitor"})
-        EXPECT_TRUE(QTest::qWaitFor(
-            [&] { return returned.interface()->isServiceRegistered(QLatin1String(name)).value(); },
-            kPatience));
+        EXPECT_TRUE(waitUntil([&] {
+            return returned.interface()->isServiceRegistered(QLatin1String(name)).value();
+        }));
     QDBusConnection::disconnectFromBus(connection);
 
-    // By polling, a server that is gone at once may be missed; people try again.
-    bool isTold = false;
-    for (int starts = 0; starts < 20 && !isTold; ++starts) {
-        QProcess& refused = desktop->startServer(u"Refused"_s, port);
-        EXPECT_TRUE(refused.state() == QProcess::NotRunning || refused.waitForFinished(kPatience));
-        isTold = desktop->waitForLog(alert, kPatience / 20);
-    }
-    EXPECT_TRUE(isTold) << desktop->log();
+    EXPECT_TRUE(desktop->tryServers(port, alert)) << desktop->log();
     EXPECT_TRUE(alerts->shows(u"Port %1 is already in use"_s.arg(port)));
     EXPECT_EQ(desktop->countInLog(alert), 1U) << desktop->log();
     EXPECT_EQ(desktop->countInLog(alert + " id=zenlot-conflict-" + port.toStdString()), 1U)

@@ -5,6 +5,9 @@
 #include "e2e/stall_watch.h"
 #include "e2e/stand_in_monitor.h"
 
+#include <QDBusConnectionInterface>
+#include <QDBusReply>
+#include <QRegularExpression>
 #include <gmock/gmock.h>
 
 #include <csignal>
@@ -31,25 +34,17 @@ constexpr const char* kPanel = R"(<channel name="xfce4-panel" version="1.0">
     </property>
 </channel>)";
 
-class StatusAreaTest : public testing::Test {
+class PanelTest : public testing::Test {
   protected:
-    StatusAreaTest() {
+    PanelTest() {
         desktop.files().write("XDG_CONFIG_HOME/xfce4/xfconf/xfce-perchannel-xml/xfce4-panel.xml",
                               kPanel);
-        desktop.writeSettings(
-            R"({"conflictMonitoringEnabled": true, "hasCompletedOnboarding": true})");
-        panel = &desktop.start("xfce4-panel");
-        zenlot = &desktop.start(QStringLiteral(ZENLOT_PROGRAM), {u"--background"_s});
+        desktop.writeSettings(kWatching);
     }
-    ~StatusAreaTest() override { QDBusConnection::disconnectFromBus(bus.name()); }
+    ~PanelTest() override { QDBusConnection::disconnectFromBus(bus.name()); }
 
-    void SetUp() override {
-        ASSERT_TRUE(
-            QTest::qWaitFor([this] { return !(item = registeredItem()).isEmpty(); }, kPatience))
-            << zenlot->readAllStandardError().toStdString();
-        server = &desktop.startServer(u"Sampled"_s);
-        port = PrivateDesktop::portOf(*server);
-        row = u"Sampled TCP4 LISTEN PID %1 *:%2 "_s.arg(server->processId()).arg(port);
+    void startInBackground() {
+        zenlot = &desktop.start(QStringLiteral(ZENLOT_PROGRAM), {u"--background"_s});
     }
 
     QVariantList ask(const QString& service, const QString& path, const QString& interface,
@@ -67,6 +62,35 @@ class StatusAreaTest : public testing::Test {
                 {u"org.kde.StatusNotifierWatcher"_s, u"RegisteredStatusNotifierItems"_s});
         const QStringList names = items.value(0).value<QDBusVariant>().variant().toStringList();
         return names.value(0).section(u'/', 0, 0);
+    }
+
+    void expectEnd(QProcess& process, int code = 0) {
+        ASSERT_TRUE(PrivateDesktop::hasEnded(process));
+        EXPECT_EQ(process.exitCode(), code) << process.readAllStandardError().toStdString();
+        EXPECT_EQ(process.exitStatus(), code == 0 ? QProcess::NormalExit : QProcess::CrashExit);
+    }
+
+    bool comesToItem() {
+        return waitUntil([this] { return !(item = registeredItem()).isEmpty(); });
+    }
+
+    PrivateDesktop desktop;
+    AlertScreen alerts{desktop}; // or the program would start another server
+    StandInMonitor monitor{desktop};
+    QDBusConnection bus = QDBusConnection::connectToBus(desktop.sessionBus(), u"e2e status"_s);
+    QProcess* zenlot = nullptr;
+    QString item;
+};
+
+class StatusAreaTest : public PanelTest {
+  protected:
+    StatusAreaTest() : panel(&desktop.start("xfce4-panel")) { startInBackground(); }
+
+    void SetUp() override {
+        ASSERT_TRUE(comesToItem()) << zenlot->readAllStandardError().toStdString();
+        server = &desktop.startServer(u"Sampled"_s);
+        port = PrivateDesktop::portOf(*server);
+        row = u"Sampled TCP4 LISTEN PID %1 *:%2 "_s.arg(server->processId()).arg(port);
     }
 
     // The background monitor tells that the server holds its port. In a panel's menu "&" and "_"
@@ -96,7 +120,7 @@ class StatusAreaTest : public testing::Test {
     template <typename Matcher>
     void expectMenu(Matcher matcher) const {
         const auto fits = [&] { return testing::Value(readMenu(), matcher); };
-        if (!QTest::qWaitFor(fits, kPatience)) {
+        if (!waitUntil(fits)) {
             EXPECT_THAT(readMenu(), matcher);
         }
     }
@@ -109,21 +133,9 @@ class StatusAreaTest : public testing::Test {
             {numbers[title], u"clicked"_s, QVariant::fromValue(QDBusVariant(0)), 0U});
     }
 
-    void expectEnd(QProcess& process, int code = 0) {
-        ASSERT_TRUE(process.state() == QProcess::NotRunning || process.waitForFinished());
-        EXPECT_EQ(process.exitCode(), code) << process.readAllStandardError().toStdString();
-        EXPECT_EQ(process.exitStatus(), code == 0 ? QProcess::NormalExit : QProcess::CrashExit);
-    }
-
-    PrivateDesktop desktop;
-    AlertScreen alerts{desktop}; // or the program would start another server
     AccessibleTree tree{desktop.sessionBus()};
-    StandInMonitor monitor{desktop};
-    QDBusConnection bus = QDBusConnection::connectToBus(desktop.sessionBus(), u"e2e status"_s);
-    QProcess* panel = nullptr;
-    QProcess* zenlot = nullptr;
+    QProcess* panel;
     QProcess* server = nullptr;
-    QString item;
     QString port;
     QString row;
 
@@ -249,18 +261,6 @@ TEST_F(StatusAreaTest, ConflictGoesWithItsHolderFromMenuAndScreen) {
     expectMenu(kAlways());
 }
 
-TEST_F(StatusAreaTest, ClearedConflictTakesItsAlertAlong) {
-    expectMenu(kAlways());
-    announceConflict();
-    expectMenu(testing::Contains("Clear Conflict Indicator"));
-    const QString title = u"Port %1 is already in use"_s.arg(port);
-    ASSERT_TRUE(alerts.shows(title));
-    choose(u"Clear Conflict Indicator"_s);
-    expectMenu(kAlways());
-    EXPECT_TRUE(alerts.hides(title));
-    EXPECT_EQ(server->state(), QProcess::Running);
-}
-
 TEST_F(StatusAreaTest, LaterStartLooksItsPortUpInTheRunningProgram) {
     for (const char* nonsense : {"port://0", "port://70000", "port://x", "http://8080"}) {
         expectEnd(desktop.start(QStringLiteral(ZENLOT_PROGRAM), {QString::fromLatin1(nonsense)}));
@@ -282,9 +282,7 @@ TEST_F(StatusAreaTest, SwitchesOfTheSettingsWorkAtOnce) {
     const auto press = [this](const char* role, const QString& name) {
         EXPECT_TRUE(tree.pressOnce(role, name)) << name.toStdString();
     };
-    const auto comesTo = [](const auto& condition) {
-        return QTest::qWaitFor(condition, kPatience);
-    };
+    const auto comesTo = [](const auto& condition) { return waitUntil(condition); };
     const auto hasItem = [&](bool isWanted) {
         return comesTo([&] { return (item = registeredItem()).isEmpty() != isWanted; });
     };
@@ -342,6 +340,57 @@ TEST_F(StatusAreaTest, SwitchesOfTheSettingsWorkAtOnce) {
     EXPECT_EQ(zenlot->state(), QProcess::Running);
     desktop.press("ctrl+w");
     expectEnd(*zenlot);
+}
+
+TEST_F(PanelTest, APanelThatIsLateAndSlowGetsTheIconAndNoWindowOpens) {
+    constexpr int kLongerThanItWaits = 5000;
+    QProcess& windows = desktop.start("xprop -root -spy _NET_CLIENT_LIST");
+    const auto startAgain = [this] {
+        expectEnd(desktop.start(QStringLiteral(ZENLOT_PROGRAM), {u"--background"_s}));
+    };
+    startInBackground();
+    ASSERT_TRUE(desktop.waitForLog("conflict listener started"));
+    startAgain();
+    QTest::qWait(kLongerThanItWaits);
+    startAgain();
+
+    // The panel takes its place, and says nothing for a while. Nobody else is asked meanwhile:
+    // where it has said that it shows items, the toolkit waits for its next answer.
+    desktop.start("xfce4-panel");
+    uint panel = 0;
+    ASSERT_TRUE(waitUntil([&] {
+        const QDBusReply<uint> pid =
+            bus.interface()->servicePid(u"org.kde.StatusNotifierWatcher"_s);
+        panel = pid.isValid() ? pid.value() : 0;
+        return panel != 0;
+    }));
+    kill(static_cast<pid_t>(panel), SIGSTOP);
+    QTest::qWait(kLongerThanItWaits);
+    kill(static_cast<pid_t>(panel), SIGCONT);
+    ASSERT_TRUE(comesToItem());
+    startAgain();
+
+    // Of all windows that ever were there, the panel's alone.
+    desktop.start(QStringLiteral(ZENLOT_PROGRAM), {});
+    const auto classOf = [this](const QString& window) {
+        QProcess& question = desktop.start(u"xprop"_s, {u"-id"_s, window, u"WM_CLASS"_s});
+        question.waitForFinished();
+        return QString::fromUtf8(question.readAllStandardOutput());
+    };
+    QStringList seen;
+    const auto isOpen = [&] {
+        const QString told = QString::fromUtf8(windows.readAllStandardOutput());
+        static const QRegularExpression kNumber(u"0x[0-9a-f]+"_s);
+        for (const QRegularExpressionMatch& match : kNumber.globalMatch(told)) {
+            if (!seen.contains(match.captured()))
+                seen.append(match.captured());
+        }
+        return !seen.isEmpty() && classOf(seen.last()).contains(u"zenlot"_s);
+    };
+    ASSERT_TRUE(waitUntil(isOpen));
+    seen.removeLast();
+    for (const QString& window : seen)
+        EXPECT_TRUE(classOf(window).contains(u"xfce4-panel"_s)) << classOf(window).toStdString();
 }
 
 } // namespace

@@ -67,36 +67,37 @@ class WaylandTest : public testing::Test {
 };
 
 TEST_F(WaylandTest, FollowsThePortalAndIsUsedByKeyboard) {
-    ASSERT_TRUE(QTest::qWaitFor([this] { return QFile::exists(path("XDG_RUNTIME_DIR/wayland-1")); },
-                                kPatience));
+    ASSERT_TRUE(waitUntil([this] { return QFile::exists(path("XDG_RUNTIME_DIR/wayland-1")); }));
     // A seat that has a keyboard also when nobody types.
     start(u"wtype"_s, u"-s 3600000"_s.split(u' '));
     const QString appearance = u"org.freedesktop.appearance"_s;
     portal.settings = {{appearance, {{u"color-scheme"_s, 1U}}}};
     portal.start();
-    start(QStringLiteral(ZENLOT_PROGRAM), {});
+    QProcess& zenlot = start(QStringLiteral(ZENLOT_PROGRAM), {});
     ASSERT_TRUE(tree.find("text", u"Port"_s, AccessibleTree::State::focused));
 
-    EXPECT_TRUE(QTest::qWaitFor([this] { return brightness() < 80; }, kPatience));
+    EXPECT_TRUE(waitUntil([this] { return brightness() < 80; }));
     portal.change(appearance, u"color-scheme"_s, 0U);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return brightness() > 200; }, kPatience));
+    EXPECT_TRUE(waitUntil([this] { return brightness() > 200; }));
     const int usual = heightOfField();
     portal.change(u"org.gnome.desktop.interface"_s, u"text-scaling-factor"_s, 1.5);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return heightOfField() > usual * 4 / 3; }, kPatience));
+    EXPECT_TRUE(waitUntil([&] { return heightOfField() > usual * 4 / 3; }));
 
     type(u"49151"_s);
     EXPECT_TRUE(tree.find("label", u"Port 49151 is free"_s));
     type(u"-M ctrl -k a -k c -m ctrl"_s);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return outputOf(u"wl-paste"_s, {u"-n"_s}) == "49151"; },
-                                kPatience));
+    EXPECT_TRUE(waitUntil([this] { return outputOf(u"wl-paste"_s, {u"-n"_s}) == "49151"; }));
 
     // There is no status area, so the window has the menu.
     EXPECT_TRUE(tree.find("push button", u"Menu"_s));
     const QImage before = screen();
     type(u"-k F10"_s);
     const QRect corner(before.width() / 2, 0, before.width() / 2, before.height() / 3);
-    EXPECT_TRUE(
-        QTest::qWaitFor([&] { return screen().copy(corner) != before.copy(corner); }, kPatience));
+    EXPECT_TRUE(waitUntil([&] { return screen().copy(corner) != before.copy(corner); }));
+    type(u"-k Up -k Return"_s);
+    EXPECT_TRUE(PrivateDesktop::hasEnded(zenlot));
+    EXPECT_EQ(zenlot.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(zenlot.exitCode(), 0);
 }
 
 } // namespace

@@ -77,25 +77,6 @@ TEST(PortScannerTest, ParallelWalkGivesWhatTheSequentialOneGives) {
     }
 }
 
-TEST(PortScannerTest, WalkEndsWhereNothingCanChangeAnyMore) {
-    FakeProcessTables tables;
-    for (ProcessId pid = 2; pid < 500; ++pid) {
-        tables.processes.push_back({pid, {}, 1, "/bin/x"});
-        if (pid % 100 == 82)
-            tables.processes.back().sockets = {
-                {ipv4, TcpState::listen, static_cast<std::uint16_t>(pid), 0}};
-    }
-    using Case = std::tuple<bool, PortFilter, int>;
-    for (const auto& [isKnown, filter, visits] :
-         {Case(true, {}, 418), Case(true, 482, 18), Case(true, 483, 0), Case(false, 482, 18),
-          Case(false, {}, 498)}) {
-        tables.knowsAttributablePorts = isKnown;
-        tables.looks = 0;
-        PortScanner(tables, kNothingInUse, 1).scanListeningSockets(filter);
-        EXPECT_EQ(tables.looks, visits);
-    }
-}
-
 TEST(PortScannerTest, ProbesOnlyWhereTheKernelIsSilent) {
     FakeProcessTables tables;
     tables.silentFamilies = {ipv4, ipv6};

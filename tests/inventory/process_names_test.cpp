@@ -23,16 +23,6 @@ TEST(ProcessIdentityTest, NamesForPeople) {
     EXPECT_EQ(processNameOf("/usr/"), "");
 }
 
-TEST(ProcessIdentityTest, EnclosingAppBundlePath) {
-    const std::pair<const char*, std::optional<std::string>> cases[] = {
-        {"/A/Outer.app/Helpers/Inner.app/MacOS/x", "/A/Outer.app/Helpers/Inner.app"},
-        {"/A//Foo.app//", "/A//Foo.app"},
-        {"Foo.app/x", {}}, // a lone component is too few
-        {"/A/Foo.App/Foo.app.bak/Fooapp/x", {}}};
-    for (const auto& [path, expected] : cases)
-        EXPECT_EQ(enclosingAppBundlePath(path), expected) << path;
-}
-
 TEST(ProcessIdentityTest, CommandExecutableIsTheFirstExistingExtension) {
     const TemporaryFolder folder;
     folder.write("My App", "");

@@ -1,4 +1,3 @@
-#include "inventory/app_port_group.h"
 #include "inventory/occupied_ports_json.h"
 #include "inventory/record_json.h"
 #include "inventory/shared_port_cache.h"
@@ -7,7 +6,6 @@
 
 #include <array>
 #include <limits>
-#include <random>
 #include <thread>
 
 namespace zenlot {
@@ -27,12 +25,6 @@ TEST(OccupiedPortTest, OwnerIsCurrentUserOnlyByAnExactNumber) {
         for (const UserId currentUser : {0U, 1U, 5U, 4294967291U, 4294967295U})
             EXPECT_FALSE(record.isCurrentUser(currentUser)) << user;
     }
-}
-
-TEST(AppPortGroupTest, IdIsThePathElseTheFirstPortElseNew) {
-    EXPECT_EQ((AppPortGroup{"/A/Foo.app", {OccupiedPort()}}).id(), "/A/Foo.app");
-    EXPECT_EQ((AppPortGroup{std::nullopt, {OccupiedPort()}}).id(), "0:0");
-    EXPECT_NE(AppPortGroup().id(), AppPortGroup().id());
 }
 
 TEST(SharedPortCacheTest, ReadersSeeWholeListsOnly) {
@@ -116,36 +108,6 @@ TEST(RecordsJsonTest, RefusesDocumentsWhole) {
         texts.push_back(changed("3000", R"(3000,"other":)" + value));
     for (const std::string& text : texts)
         EXPECT_EQ(decodeOccupiedPorts(text), std::nullopt) << text.substr(0, 200);
-}
-
-struct Reading {
-    std::optional<double> value;
-};
-
-TEST(RecordJsonTest, OptionalNumberMayBeAbsentOrNull) {
-    constexpr std::array<JsonField<Reading>, 1> kFields{{{"value", &Reading::value}}};
-    const std::pair<const char*, std::optional<double>> cases[] = {
-        {"{}", {}}, {R"({"value":null})", {}}, {R"({"value":-7})", -7}};
-    for (const auto& [text, value] : cases)
-        EXPECT_EQ(decodeRecord<Reading>(text, kFields).value().value, value) << text;
-}
-
-TEST(RecordsJsonTest, DamagedTextIsRefusedOrReadsAsSomethingWritable) {
-    const std::string whole = encodeOccupiedPorts(kPorts);
-    for (std::size_t length = 0; length < whole.size(); ++length)
-        EXPECT_EQ(decodeOccupiedPorts(whole.substr(0, length)), std::nullopt) << length;
-    std::mt19937 random(7); // NOLINT: the same damage in every run
-    int accepted = 0;
-    for (int round = 0; round < 20000; ++round) {
-        std::string text = whole;
-        text.replace(random() % text.size(), random() % 4, whole, random() % whole.size(), 2);
-        text[random() % text.size()] = static_cast<char>(random());
-        if (const auto records = decodeOccupiedPorts(text)) {
-            ++accepted;
-            EXPECT_EQ(decodeOccupiedPorts(encodeOccupiedPorts(*records)), records) << text;
-        }
-    }
-    EXPECT_GT(accepted, 100);
 }
 
 } // namespace

@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-#include <set>
 #include <thread>
 
 namespace zenlot {
@@ -80,66 +78,6 @@ TEST_F(RepeatedPortScanTest, LooksUpWhatMayHaveChangedAndNothingElse) {
         happen();
         EXPECT_EQ(polls(3), expected) << name;
     }
-}
-
-// Servers that start, end, open and close sockets, and fork children that keep some of them.
-TEST_F(RepeatedPortScanTest, GivesWhatAScanGives) {
-    struct Server {
-        ProcessId pid;
-        UserId user;
-        std::set<std::uint64_t> sockets;
-    };
-    std::mt19937 random;
-    const auto below = [&random](std::size_t end) { return static_cast<int>(random() % end); };
-    std::vector<Server> servers;
-    std::map<std::uint64_t, TcpTableEntry> sockets;
-    ProcessId made = 100;
-    int repeats = 0;
-    for (int round = 0; round < 3'000; ++round) {
-        const int change = servers.empty() ? 0 : servers.size() > 12 ? 1 : below(16);
-        const auto chosen = servers.begin() + below(servers.size() + (servers.empty() ? 1 : 0));
-        const std::uint64_t socket = static_cast<std::uint64_t>(++made);
-        if (change == 0) {
-            servers.push_back({made, 1, {}});
-        } else if (change == 1) {
-            servers.erase(chosen);
-        } else if (change == 2) {
-            Server child{made, chosen->user + 1, chosen->sockets};
-            std::erase_if(child.sockets, [&](std::uint64_t) { return below(2) == 0; });
-            servers.push_back(child);
-        } else if (change == 3) {
-            sockets[socket] = {static_cast<std::uint16_t>(1 + below(9)), 0,
-                               below(2) == 0 ? ipv4 : ipv6, chosen->user, socket};
-            chosen->sockets.insert(socket);
-        } else if (change == 4 && !sockets.empty()) {
-            sockets.erase(std::next(sockets.begin(), below(sockets.size())));
-        }
-
-        tables.table.clear();
-        tables.processes.clear();
-        std::set<std::uint64_t> held;
-        for (const Server& server : servers) {
-            auto& shown = addProcess(server.pid, {});
-            tables.processes.back().realUid = server.user;
-            for (const std::uint64_t number : server.sockets) {
-                if (const auto open = sockets.find(number); open != sockets.end()) {
-                    shown.push_back(
-                        {open->second.family, TcpState::listen, open->second.localPort, 0});
-                    held.insert(number);
-                }
-            }
-        }
-        std::ranges::reverse(tables.processes); // they need not be in order
-        std::erase_if(sockets, [&held](const auto& entry) { return !held.contains(entry.first); });
-        for (const auto& [number, entry] : sockets)
-            tables.table.push_back(entry);
-
-        repeats += poll() == 'w' ? 0 : 1;
-        const PortSet all = PortSet().set().reset(0);
-        ASSERT_EQ(*ports, scanner.scanSnapshot(*tables.beginSnapshot({}), all)) << round;
-        now += std::chrono::milliseconds(below(4000));
-    }
-    EXPECT_GT(repeats, 2'000);
 }
 
 TEST_F(RepeatedPortScanTest, DropsClosedPortsWithoutALookAtProcesses) {

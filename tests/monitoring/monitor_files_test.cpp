@@ -30,17 +30,6 @@ TEST(ConflictRecordTest, IsOneObjectWithTheKeysInOrder) {
     EXPECT_EQ(decodeConflictRecords("[" + first + ",{}]"), std::nullopt);
 }
 
-TEST(ReferenceTimeTest, CountsFrom2001AndConvertsBothWaysWithinReach) {
-    using Time = std::chrono::system_clock::time_point;
-    for (const auto offset : {-978307200s, 0s, 791120000s}) {
-        const Time time(978307200s + offset + 250ms);
-        EXPECT_EQ(toReferenceTime(time).time_since_epoch(), offset + 250ms);
-        EXPECT_EQ(toSystemTime(toReferenceTime(time)), time);
-    }
-    EXPECT_GT(toSystemTime(fromReferenceSeconds(2e10)), Time::max() - 1s);
-    EXPECT_LT(toSystemTime(fromReferenceSeconds(-2e10)), Time::min() + 1s);
-}
-
 TEST(SharedContainerTest, ReadsRegularFilesWholeAndNothingElse) {
     const QTemporaryDir stateHome;
     const SharedContainer container(stateHome.path());

@@ -6,8 +6,6 @@
 #include <QTest>
 #include <gmock/gmock.h>
 
-#include <random>
-
 namespace zenlot {
 namespace {
 
@@ -129,14 +127,6 @@ TEST_F(PortMonitorTest, PollsUntilItIsStopped) {
     monitor->start(settings);
     monitor->stop(); // with a poll under way
     EXPECT_FALSE(monitor->isRunning());
-    // Time for polls, if there were any: to take a baseline, and to find something new.
-    EXPECT_EQ(announced().size(), 1U);
-    for (std::uint16_t port = 6000; port < 6040; ++port) {
-        listen(port, "while-stopped");
-        inventory.pollPortsOfCurrentUser().waitForFinished();
-        QCoreApplication::processEvents();
-    }
-    EXPECT_THAT(announced(), IsEmpty());
 }
 
 TEST_F(PortMonitorTest, PollsUnderWayCountForNothingOnceStopped) {
@@ -162,39 +152,6 @@ TEST_F(PortMonitorTest, PollsUnderWayCountForNothingOnceStopped) {
     const QCoro::Task<> open = monitor->checkForNewListeners();
     monitor.reset();
     QCoro::waitFor(open);
-}
-
-// A poll leaves out whatever can't matter to it; a list of all ports does not.
-TEST_F(PortMonitorTest, PollsFindTheSameOwnPortsAsAFullList) {
-    std::mt19937 random;
-    const auto below = [&](unsigned end) { return static_cast<std::uint16_t>(random() % end); };
-    const auto anybody = [&] { return below(2) == 0 ? currentUserId() : kSomebodyElse; };
-    const auto firstOfEachPort = [](const std::vector<OccupiedPort>& ports) {
-        std::map<std::int64_t, std::string> first;
-        for (const OccupiedPort& record : ports) {
-            if (record.isCurrentUser())
-                first.insert({record.port, record.displayName + ' ' + record.id()});
-        }
-        return first;
-    };
-    for (int round = 0; round < 60; ++round) {
-        tables.end(3);
-        tables.end(4);
-        if (round % 2 == 0)
-            listen(static_cast<std::uint16_t>(3 + below(2)), "listening", anybody());
-        tables.isSilent = below(2) == 0;
-        inUse = {below(8)};
-        std::vector<OccupiedPort> list;
-        while (below(8) != 0) {
-            list.push_back(published(below(8), "published", anybody()));
-            if (below(4) == 0)
-                list.back() = {below(8), "", "", "", 0, list.back().user, ""};
-        }
-        cache.replace(list);
-        EXPECT_EQ(firstOfEachPort(*inventory.pollPortsOfCurrentUser().result()),
-                  firstOfEachPort(inventory.listMergedPorts().result()))
-            << round;
-    }
 }
 
 } // namespace

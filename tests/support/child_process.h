@@ -6,9 +6,6 @@
 #include <unistd.h>
 
 #include <csignal>
-#include <fstream>
-#include <optional>
-#include <string>
 
 namespace zenlot {
 
@@ -23,25 +20,9 @@ class ChildProcess {
         }
     }
     ChildProcess() : ChildProcess([] { return true; }) {}
-    ChildProcess(ChildProcess&& other) noexcept : pid_(other.pid_) { other.pid_ = 0; }
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
-    ChildProcess& operator=(ChildProcess&&) = delete;
     ~ChildProcess() { end(); }
-
-    // A process with the id of one that has ended; none where the kernel does not let the test
-    // choose, or when others are always quicker.
-    static std::optional<ChildProcess> withId(pid_t wanted) {
-        for (int attempt = 0; attempt < 2000; ++attempt) {
-            std::ofstream last("/proc/sys/kernel/ns_last_pid");
-            last << wanted - 1 << std::flush;
-            if (!last)
-                return std::nullopt;
-            if (ChildProcess child; child.pid() == wanted)
-                return child;
-        }
-        return std::nullopt;
-    }
 
     pid_t pid() const { return pid_; }
 
@@ -65,14 +46,6 @@ class ChildProcess {
         return info.si_code == CLD_KILLED ? info.si_status : 0;
     }
 
-    // Ends it when processes that start from now on have another start: the kernel tells it by the
-    // hundredth of a second.
-    void endAndLetTimePass() {
-        for (const std::string mine = start(); ChildProcess().start() == mine;)
-            continue;
-        end();
-    }
-
     // Its id is free then.
     void end() {
         if (pid_ <= 0)
@@ -83,15 +56,6 @@ class ChildProcess {
     }
 
   private:
-    // Behind the name, which nobody has changed here.
-    std::string start() const {
-        std::ifstream stat("/proc/" + std::to_string(pid_) + "/stat");
-        std::string word;
-        for (int place = 0; place < 22; ++place)
-            stat >> word;
-        return word;
-    }
-
     pid_t pid_;
 };
 

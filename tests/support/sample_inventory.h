@@ -15,26 +15,23 @@
 
 #include <chrono>
 #include <memory>
-#include <set>
 #include <sstream>
 
 namespace zenlot {
 
-template <typename Tables = FakeProcessTables, typename Pinner = FakeProcessPinner>
+template <typename Tables = FakeProcessTables>
 struct SampleInventory {
     Tables tables;
-    Pinner pinner;
-    std::set<std::int64_t> inUse; // what binding finds
+    FakeProcessPinner pinner;
     SharedPortCache cache;
-    PortScanner scanner{tables,
-                        [this](std::uint16_t port, AddressFamily) { return inUse.contains(port); }};
+    PortScanner scanner{tables, [](std::uint16_t, AddressFamily) { return false; }};
     FakeOriginSources originSources;
     OriginCollector origins{originSources};
     PortInventory inventory{scanner, cache, pinner, nullptr, &origins};
 };
 
-template <typename Tables = FakeProcessTables, typename Pinner = FakeProcessPinner>
-struct SampleAlerts : SampleInventory<Tables, Pinner>, SampleUser {
+template <typename Tables = FakeProcessTables>
+struct SampleAlerts : SampleInventory<Tables>, SampleUser {
     // What was logged since the last call, without times and tags.
     std::vector<std::string> logged() {
         log.settle();

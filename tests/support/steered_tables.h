@@ -5,7 +5,6 @@
 #include "inventory/fake_process_tables.h"
 
 #include <algorithm>
-#include <atomic>
 #include <condition_variable>
 #include <map>
 #include <memory>
@@ -20,7 +19,6 @@ class SteeredTables final : public ProcessTables {
     using Port = std::optional<std::int64_t>; // none: all ports
 
     mutable std::counting_semaphore<> snapshotsTaken{0};
-    std::atomic<bool> isSilent{false};
 
     // A process that listens on one port.
     void addListener(std::uint16_t port, ProcessId pid, UserId user, const std::string& path) {
@@ -65,8 +63,6 @@ class SteeredTables final : public ProcessTables {
         for (const FakeProcess& process : processes_)
             moment.table.push_back(
                 {process.sockets[0].localPort, 0, AddressFamily::ipv4, *process.realUid});
-        if (isSilent)
-            moment.silentFamilies = {AddressFamily::ipv4, AddressFamily::ipv6};
         ++lookups_[port];
         snapshotsTaken.release();
         if (wanted_.erase(port) != 0) {

@@ -17,21 +17,6 @@ namespace {
 
 using testing::ElementsAre;
 
-TEST(WorkerThreadsTest, AnswersComeWithTheFutures) {
-    WorkerThreads workers(3);
-    auto nothing = workers.run([] {});
-    auto number = workers.run([] { return 7; });
-    auto failure = workers.run([]() -> int { throw std::runtime_error("no answer"); });
-    nothing.waitForFinished();
-    EXPECT_EQ(number.result(), 7);
-    try {
-        failure.waitForFinished();
-        ADD_FAILURE() << "nothing was thrown";
-    } catch (const std::runtime_error& error) {
-        EXPECT_EQ(error.what(), std::string("no answer"));
-    }
-}
-
 // So many that the first are done while the last still come.
 TEST(WorkerThreadsTest, OneThreadKeepsTheOrderAndTheEndWaitsForAll) {
     std::vector<int> done;
@@ -43,14 +28,6 @@ TEST(WorkerThreadsTest, OneThreadKeepsTheOrderAndTheEndWaitsForAll) {
             worker.post([&done, number] { done.push_back(number); });
     }
     EXPECT_EQ(done, posted);
-}
-
-// Each waits for the others.
-TEST(WorkerThreadsTest, AsManyWorkAtOnceAsThereMayBe) {
-    std::latch others(3);
-    WorkerThreads workers(3);
-    for (int number = 0; number < 3; ++number)
-        workers.post([&others] { others.arrive_and_wait(); });
 }
 
 TEST(WorkerThreadsTest, WhatWasNotBegunCanBeCancelledOrDropped) {

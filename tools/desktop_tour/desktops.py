@@ -163,6 +163,7 @@ class Plasma(Desktop):
         """As its settings do, which tell everybody of it afterwards."""
         self.session.run("kwriteconfig5", "--file", "kdeglobals", "--group", "General", "--key", "font",
                          "Noto Sans,16,-1,5,50,0,0,0,0,0")
+        self.session.run("dbus-send", "--type=signal", "/KDEPlatformTheme", "org.kde.KDEPlatformTheme.refreshFonts")
         self.session.run("dbus-send", "--type=signal", "/KGlobalSettings", "org.kde.KGlobalSettings.notifyChange",
                          "int32:1", "int32:0")
 

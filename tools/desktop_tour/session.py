@@ -247,7 +247,8 @@ class Session:
         return self.Atspi.Text.get_text(node, 0, -1)
 
     def size(self, node):
-        extents = node.get_component_iface().get_extents(self.Atspi.CoordType.WINDOW)
+        # The toolkit moves but one corner of what is told in the window's own coordinates.
+        extents = node.get_component_iface().get_extents(self.Atspi.CoordType.SCREEN)
         return extents.width, extents.height
 
     def middle(self, node):

@@ -64,7 +64,7 @@ QPalette wishedPalette(const QPalette& desktops, const AppearanceWishes& wishes)
 
 QFont wishedFont(const QFont& desktops, const AppearanceWishes& wishes) {
     QFont font = desktops;
-    if (wishes.textScale > TextStyle::scaleOf(desktops))
+    if (wishes.textScale != TextStyle::scaleOf(desktops))
         font.setPointSizeF(wishes.textScale * TextStyle::kUsualPoints);
     return font;
 }
@@ -84,7 +84,10 @@ void AppearanceFollower::follow() {
     if (isDifferent || isPaletteOurs_)
         QGuiApplication::setPalette(isDifferent ? wished : QPalette());
     isPaletteOurs_ = isDifferent;
-    if (const QFont font = wishedFont(desktopsFont_, wishes); font != QGuiApplication::font())
+    // Whoever has told of larger text tells the truth when it is no longer larger.
+    isTextSizeTold_ = isTextSizeTold_ || wishes.textScale > 1;
+    const QFont font = isTextSizeTold_ ? wishedFont(desktopsFont_, wishes) : desktopsFont_;
+    if (font != QGuiApplication::font())
         QGuiApplication::setFont(font);
 }
 

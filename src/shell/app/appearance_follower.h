@@ -29,12 +29,13 @@ class AppearanceFollower final : public QObject {
     QPalette desktopsPalette_;
     QFont desktopsFont_;
     bool isPaletteOurs_{false};
+    bool isTextSizeTold_{false};
 };
 
 // The desktop's palette where it is as wished for, else one of ours, with the accent in it.
 QPalette wishedPalette(const QPalette& desktops, const AppearanceWishes& wishes);
 
-// The desktop's font, larger if that is wished for.
+// The desktop's font in the size that is wished for.
 QFont wishedFont(const QFont& desktops, const AppearanceWishes& wishes);
 
 } // namespace zenlot

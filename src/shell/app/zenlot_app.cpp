@@ -5,6 +5,7 @@
 #include "monitoring/published_ports.h"
 #include "platform/linux/windowsystem/activation_acceptance.h"
 #include "platform/linux/windowsystem/portal_global_shortcut.h"
+#include "platform/linux/windowsystem/x11_display.h"
 #include "platform/linux/windowsystem/x11_global_shortcut.h"
 #include "platform/linux/xdg_data_directories.h"
 #include "platform/linux/xdg_home_directories.h"
@@ -93,12 +94,6 @@ QIcon windowIcon() {
     return icon;
 }
 
-// None where the program is not on X11.
-xcb_connection_t* x11Connection() {
-    const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    return x11 == nullptr ? nullptr : x11->connection();
-}
-
 std::unique_ptr<GlobalShortcut> makeGlobalShortcut(SessionBus& bus) {
     if (auto* const connection = x11Connection())
         return std::make_unique<X11GlobalShortcut>(*connection);
@@ -114,8 +109,8 @@ ZenlotApp::ZenlotApp(SessionBus& bus, ApplicationInstance& instance)
                  kBackgroundOption.latin1()),
       loginItem_(autostart_), settings_(userDefaults_, loginItem_),
       log_(monitorLogPath(directories_.home)), systemLog_("zenlot"),
-      portalAppearance_(bus_, startOfPortal()), x11Appearance_(x11Connection()),
-      appearance_(portalAppearance_, x11Appearance_), appearanceFollower_(appearance_),
+      portalAppearance_(bus_, startOfPortal()), appearance_(portalAppearance_, x11Appearance_),
+      appearanceFollower_(appearance_),
       runningApplications_(xdgDataDirectories(directories_), programDirectories()),
       workspace_(directories_.home, xdgDataDirectories(directories_), propertyLists_),
       sharedPortCache_([container = SharedContainer(directories_.stateHome)] {

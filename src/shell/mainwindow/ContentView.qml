@@ -108,38 +108,39 @@ T.SplitView {
         T.SplitView.minimumWidth: 178 * root.columnScale
         spacing: 0
 
-        RowLayout {
+        Item {
             id: toolbar
 
             // While the inspector is closed the buttons of the corner stand here.
-            readonly property real roomOfCorner: inspectorColumn.visible ? 0 : root.width - (root.hasMenuButton ? menuButton : inspectorButton).x - 10 + toolbar.spacing
+            readonly property real roomOfCorner: inspectorColumn.visible ? 0 : root.width - (root.hasMenuButton ? menuButton : inspectorButton).x - 10 + commands.spacing
 
             Layout.fillWidth: true
-            Layout.leftMargin: 10
-            Layout.minimumHeight: 44 * TextStyle.scale
-            Layout.preferredHeight: 44 * TextStyle.scale
-            Layout.rightMargin: 10 + toolbar.roomOfCorner
-            spacing: 8
+            implicitHeight: 44 * TextStyle.scale
 
-            ForceQuitButton {
-                room: detail.width - 20 - toolbar.roomOfCorner - stopButton.width - toolbar.spacing
-                viewModel: root.viewModel
+            // No RowLayout: those of this Qt sometimes leave what appears where it was made.
+            Row {
+                id: commands
+
+                anchors.verticalCenter: parent.verticalCenter
+                spacing: 8
                 visible: root.viewModel.hasSelection
-            }
-            GlassButton {
-                id: stopButton
+                x: 10
 
-                Accessible.description: toolTip
-                enabled: root.viewModel.canStop
-                keys: "Shift+Del"
-                text: qsTr("Stop")
-                toolTip: qsTr("Stop the server so that it stays stopped")
-                visible: root.viewModel.hasSelection
+                ForceQuitButton {
+                    room: detail.width - 20 - toolbar.roomOfCorner - stopButton.width - commands.spacing
+                    viewModel: root.viewModel
+                }
+                GlassButton {
+                    id: stopButton
 
-                onClicked: root.viewModel.requestStop()
-            }
-            Item {
-                Layout.fillWidth: true
+                    Accessible.description: toolTip
+                    enabled: root.viewModel.canStop
+                    keys: "Shift+Del"
+                    text: qsTr("Stop")
+                    toolTip: qsTr("Stop the server so that it stays stopped")
+
+                    onClicked: root.viewModel.requestStop()
+                }
             }
             // In the corner of the window rather than of a column, so that they stay under the pointer when
             // the inspector opens and closes.

@@ -47,7 +47,8 @@ T.TextField {
 
     Accessible.name: qsTr("Port")
     color: Theme.label
-    font: TextStyle.sized(52 * TextStyle.scale, Font.Thin)
+    // Five digits fit into the narrowest field at the usual size.
+    font: TextStyle.sized(52 * Math.max(1, Math.min(TextStyle.scale, root.width / 178)), Font.Thin)
     horizontalAlignment: TextInput.AlignHCenter
     implicitHeight: contentHeight
     inputMethodHints: Qt.ImhDigitsOnly

@@ -108,6 +108,9 @@ T.ItemDelegate {
                 onIsElidedChanged: root.isNameElided = isElided
             }
             RowLayout {
+                Layout.fillWidth: true
+                Layout.minimumWidth: 0
+                clip: true // in the narrowest column, with large text
                 spacing: 8
 
                 PlainText {
@@ -123,6 +126,7 @@ T.ItemDelegate {
                 }
                 OriginNoteLine {
                     Layout.fillWidth: true
+                    Layout.minimumWidth: 0
                     isLeftBehind: root.isLeftBehind
                     isOpenToNetwork: root.isOpenToNetwork
                     text: root.noteText

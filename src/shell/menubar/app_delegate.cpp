@@ -211,9 +211,7 @@ void AppDelegate::openWindowMenu(QWindow& window, const QRect& place) {
     windowMenu_ = std::make_unique<StatusMenu>(commandsWithout({kCheckPortCommand, kOpenCommand}),
                                                this, edges(), StatusMenu::Search::without);
     windowMenu_->setWindowTitle(tr("Menu"));
-    // Desktops that place popups themselves need to know whose it is.
-    windowMenu_->winId();
-    windowMenu_->windowHandle()->setTransientParent(&window);
+    windowMenu_->belongTo(window);
     windowMenu_->popUp(place);
 }
 

@@ -10,6 +10,7 @@
 #include <QKeyEvent>
 #include <QScreen>
 #include <QWidgetAction>
+#include <QWindow>
 
 #include <algorithm>
 
@@ -115,6 +116,12 @@ QLineEdit& StatusMenu::searchField() const {
     return *hostView_->searchField();
 }
 
+void StatusMenu::belongTo(QWindow& window) {
+    winId(); // makes the menu's own window
+    windowHandle()->setTransientParent(&window);
+    window.installEventFilter(this);
+}
+
 void StatusMenu::popUp(const QRect& place) {
     const QRect area = areaAround(place);
     QRect frame({}, sizeHint());
@@ -151,8 +158,14 @@ void StatusMenu::mouseMoveEvent(QMouseEvent* event) {
 }
 
 bool StatusMenu::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::KeyPress && handleKey(static_cast<QKeyEvent*>(event)))
-        return true;
+    if (event->type() == QEvent::KeyPress) {
+        // The window's own keys rest while the menu is open.
+        const bool isOfWindow = watched->isWindowType();
+        if (isOfWindow && !isVisible())
+            return false;
+        if (handleKey(static_cast<QKeyEvent*>(event)) || isOfWindow)
+            return true;
+    }
     return QMenu::eventFilter(watched, event);
 }
 

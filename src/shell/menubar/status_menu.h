@@ -16,6 +16,7 @@
 #include <QMenu>
 
 QT_FORWARD_DECLARE_CLASS(QLineEdit)
+QT_FORWARD_DECLARE_CLASS(QWindow)
 
 namespace zenlot {
 
@@ -34,6 +35,10 @@ class StatusMenu final : public QMenu {
     StatusMenu(const QList<Command>& entries, QObject* context, Edges edges,
                Search search = Search::withField);
     ~StatusMenu() override;
+
+    // Desktops that place popups themselves need to know whose it is, and some leave the keyboard
+    // with that window: while the menu is open, its keys are the menu's.
+    void belongTo(QWindow& window);
 
     // Opens beside what was clicked, in pixels of the desktop.
     void popUp(const QRect& place);

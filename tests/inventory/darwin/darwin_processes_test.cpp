@@ -1,4 +1,3 @@
-#include "inventory/darwin/darwin_process_inspector.h"
 #include "inventory/darwin/darwin_process_pinner.h"
 #include "inventory/darwin/darwin_process_tables.h"
 #include "inventory/darwin/fake_darwin_calls.h"
@@ -42,54 +41,6 @@ class DarwinProcessesTest : public testing::Test {
     const DarwinProcessTables tables{calls, kCurrentUser};
     std::optional<std::int64_t> port;
 };
-
-// Both tables have the same size here: the head of the TCP table is as long as the records.
-TEST_F(DarwinProcessesTest, SysctlTablesAreReadInTwoCalls) {
-    const std::pair<FakeDarwinTable, std::size_t> cases[]{
-        {{{}, {}, {}}, 3},
-        {{{}, 3 * 648 - 1, {}}, 0},   // has grown since
-        {{{}, 4 * 648 + 647, {}}, 3}, // has shrunk since
-        {{{}, {}, 3 * 648 - 1}, 2},
-        {{{}, {}, SIZE_MAX}, 3}, // more than there is room for
-        {{{}, {}, {}, true, false}, 0},
-        {{{}, {}, {}, false, true}, 0},
-    };
-    const Bytes entry = tableEntry({.length = 648});
-    for (const auto& [answer, records] : cases) {
-        calls.tcpPcbList = calls.allProcesses = answer;
-        calls.tcpPcbList.contents = joined({tableHead(648), entry, entry});
-        calls.allProcesses.contents = joined({processRecord(1), processRecord(2), entry});
-        EXPECT_THAT(snapshot()->tcpTable(), SizeIs(records > 1 ? records - 1 : 0));
-        EXPECT_THAT(snapshot()->silentFamilies(), SizeIs(records > 0 ? 0 : 2));
-        EXPECT_THAT(snapshot()->pids(), SizeIs(records));
-    }
-}
-
-TEST_F(DarwinProcessesTest, InspectsAProcess) {
-    using std::chrono::seconds;
-    const DarwinProcessInspector inspector(calls);
-    EXPECT_EQ(inspector.inspect(7), ProcessFacts());
-    calls.timebase = timebase(125, 3);
-    calls.processes[1].path = "/sbin/launchd";
-    FakeDarwinProcess& process = addProcess(7, 0, {{3000, 30, 1, 0}, {3000, 2, 4, 52000}});
-    process.descriptors = joined({descriptor(0, 1), process.descriptors});
-    process.taskAllInfo = taskAllInfo({.parent = 1,
-                                       .status = 3,
-                                       .startSeconds = 1'700'000'000,
-                                       .virtualBytes = std::uint64_t{400} << 30,
-                                       .residentBytes = 1'048'576,
-                                       .userTime = 24'000'000,
-                                       .systemTime = 48'000'000});
-    const ProcessFacts facts{TaskInfo{1, ProcessState::sleeping, seconds(1'700'000'000),
-                                      std::uint64_t{400} << 30, 1'048'576, seconds(3)},
-                             "launchd",
-                             3,
-                             {{AddressFamily::ipv6, TcpState::listen, 3000, 0},
-                              {AddressFamily::ipv4, TcpState::established, 3000, 52000}}};
-    EXPECT_EQ(inspector.inspect(7), facts);
-    calls.timebase = timebase(0, 1);
-    EXPECT_EQ(inspector.inspect(7).task->cpuTime, std::nullopt) << "no clock, no CPU time";
-}
 
 // The whole way from kernel bytes to records.
 TEST_F(DarwinProcessesTest, AScanOverTheTables) {

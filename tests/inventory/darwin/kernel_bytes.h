@@ -25,11 +25,6 @@ inline Bytes record(std::size_t size, const Fields& fields) {
     return bytes;
 }
 
-template <typename Number>
-void put(Bytes& bytes, std::size_t offset, Number number) {
-    std::memcpy(bytes.data() + offset, &number, sizeof number);
-}
-
 inline Bytes joined(const std::vector<Bytes>& parts) {
     Bytes all;
     for (const Bytes& part : parts)
@@ -75,34 +70,6 @@ inline Bytes socketInfo(const Socket& socket) {
                         {264, htons(socket.foreignPort)},
                         {268, localPort},
                         {344, socket.state}});
-}
-
-struct Task {
-    std::uint32_t parent{0};
-    std::uint32_t status{0};
-    std::uint64_t startSeconds{0};
-    std::uint64_t virtualBytes{0};
-    std::uint64_t residentBytes{0};
-    std::uint64_t userTime{0};
-    std::uint64_t systemTime{0};
-};
-
-inline Bytes taskAllInfo(const Task& task) {
-    Bytes bytes = record(232, {{4, task.status}, {16, task.parent}});
-    put(bytes, 120, task.startSeconds);
-    put(bytes, 136, task.virtualBytes);
-    put(bytes, 144, task.residentBytes);
-    put(bytes, 152, task.userTime);
-    put(bytes, 160, task.systemTime);
-    return bytes;
-}
-
-inline Bytes timebase(std::uint32_t numerator, std::uint32_t denominator) {
-    return record(8, {{0, numerator}, {4, denominator}});
-}
-
-inline Bytes processRecord(std::uint32_t pid) {
-    return record(648, {{40, pid}});
 }
 
 } // namespace zenlot::test

@@ -107,6 +107,8 @@ TEST(StopPlanTest, EndsWhatWouldStartTheServerAgain) {
         EXPECT_EQ(plan.kind == Kind::none ? ends : idsOf(plan), ends) << about;
         EXPECT_TRUE(stopSentence(plan).ends_with('.')) << about;
     }
+    const Origin watched = serverOf(me, {starter(35, ProgramKind::supervisor, "pm2")});
+    EXPECT_NE(stopSentence(planStop(watched, me)).find("pm2"), std::string::npos);
     container.container->image = "postgres";
     container.container->composeProject = "shop";
     container.clients = 3;
@@ -132,30 +134,20 @@ struct StopMachine {
 };
 
 TEST(PortStopperTest, SaysWhatIsTrueAfterwards) {
+    using Outcome = StopResult::Outcome;
     const struct {
-        bool ignoresTerminate;
+        bool ignores;
         bool comesAgain;
-        StopResult::Outcome outcome;
-        std::vector<std::string> calls;
+        Outcome outcome;
         const char* sentence;
     } cases[] = {
-        {false,
-         false,
-         StopResult::Outcome::free,
-         {"terminate 40", "terminate 50"},
-         "Port 3000 is free."},
-        {false,
-         true,
-         StopResult::Outcome::takenAgain,
-         {"terminate 40", "terminate 50"},
+        {false, false, Outcome::free, "Port 3000 is free."},
+        {false, true, Outcome::takenAgain,
          "npm run dev has ended, and node (PID 60) has taken port 3000 again."},
-        {true,
-         false,
-         StopResult::Outcome::stillHeld,
-         {"terminate 40", "terminate 50"},
+        {true, false, Outcome::stillHeld,
          "npm run dev has been asked to end and still holds port 3000."},
     };
-    for (const auto& [ignores, comesAgain, outcome, calls, sentence] : cases) {
+    for (const auto& [ignores, comesAgain, outcome, sentence] : cases) {
         StopMachine machine;
         machine.managers.onSignal = [&machine, ignores = ignores,
                                      comesAgain = comesAgain](const ProcessIdentity& process,
@@ -179,10 +171,11 @@ TEST(PortStopperTest, SaysWhatIsTrueAfterwards) {
                                       "port 3000; with it goes port 3001.");
         const StopResult result = machine.stopper.stop(plan);
         EXPECT_EQ(result.outcome, outcome);
-        EXPECT_EQ(machine.managers.calls(), calls);
+        EXPECT_EQ(machine.managers.calls(),
+                  (std::vector<std::string>{"terminate 40", "terminate 50"}));
         EXPECT_EQ(resultSentence(plan, result), sentence);
-        if (outcome == StopResult::Outcome::stillHeld) {
-            EXPECT_EQ(machine.stopper.force(plan).outcome, StopResult::Outcome::free);
+        if (outcome == Outcome::stillHeld) {
+            EXPECT_EQ(machine.stopper.force(plan).outcome, Outcome::free);
         }
     }
 }

@@ -6,13 +6,10 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
-#include <csignal>
-
 namespace zenlot {
 namespace {
 
 using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
 using Error = std::optional<UserNotificationError>;
 
 const QString kService = u"org.freedesktop.Notifications"_s;
@@ -100,14 +97,6 @@ class UserNotificationCenterTest : public testing::Test {
             {u"<Port>\u202E"_s + QChar(0xD83D), body, {{u"KILL"_s, u"Kill"_s}, {u"B"_s, u"b"_s}}}};
     }
     QFuture<Error> add(const QString& identifier) { return center.add(request(identifier)); }
-    // As many as may be open, named by their numbers.
-    std::vector<QFuture<Error>> addMany() {
-        std::vector<QFuture<Error>> open;
-        for (qsizetype count = 0; count < NotificationServer::kMost; ++count)
-            open.push_back(add(QString::number(count)));
-        return open;
-    }
-
     template <class Answer>
     static Answer answerOf(const QFuture<Answer>& future) {
         EXPECT_TRUE(QTest::qWaitFor([&] { return future.isFinished(); }));
@@ -174,8 +163,8 @@ TEST_F(UserNotificationCenterTest, ResponsesComeFromTheServiceAndForOurOpenAlert
     expectResponses({u"a EARLY"_s, u"a TWICE"_s, u"a TWICE"_s, u"b LAST"_s});
 
     // Of too many the oldest is forgotten.
-    for (const QFuture<Error>& future : addMany())
-        EXPECT_TRUE(isShown(future));
+    for (qsizetype count = 0; count < NotificationServer::kMost; ++count)
+        EXPECT_TRUE(isShown(add(QString::number(count))));
     server.invoke(2, u"FORGOTTEN"_s);
     server.invoke(3, u"KEPT"_s);
     expectResponses({u"0 KEPT"_s});
@@ -239,45 +228,6 @@ TEST_F(UserNotificationCenterTest, FollowsTheServiceThroughItsLife) {
     second.invoke(1, u"OLD"_s); // it belongs to the newcomer now
     second.invoke(2, u"NEW"_s);
     expectResponses({u"new NEW"_s});
-}
-
-TEST_F(UserNotificationCenterTest, NothingWaitsForAServiceOrABusThatNeverAnswers) {
-    auto server = std::make_unique<ScriptedServer>(bus.connect(u"server"_s));
-    server->isSilent = true;
-    auto hasty = std::make_unique<FreedesktopUserNotificationCenter>(client, 1ms);
-    EXPECT_TRUE(answerOf(hasty->requestAuthorization()).error.has_value());
-    EXPECT_EQ(answerOf(hasty->notificationSettings()).authorizationStatus,
-              AuthorizationStatus::notDetermined);
-    EXPECT_FALSE(isShown(hasty->add(request(u"given up"_s))));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return server->unanswered.size() == 1; }));
-    server->wakeUp();
-
-    EXPECT_TRUE(answerOf(center.requestAuthorization()).isGranted);
-    server->isSilent = true;
-    const std::vector<QFuture<Error>> open = addMany();
-    const QFuture<Error> oneTooMany = add(u"one too many"_s);
-    EXPECT_TRUE(oneTooMany.isFinished() && !isShown(oneTooMany));
-    ASSERT_TRUE(
-        QTest::qWaitFor([&] { return server->alerts.size() == NotificationServer::kMost; }));
-    server->wakeUp();
-    for (const QFuture<Error>& future : open)
-        EXPECT_TRUE(isShown(future));
-    EXPECT_TRUE(isShown(add(u"again"_s)));
-    EXPECT_EQ(server->alerts.size(), NotificationServer::kMost + 1);
-    server->invoke(server->lastId, u"WORKS"_s);
-    expectResponses({u"again WORKS"_s});
-
-    ::kill(bus.processId(), SIGSTOP);
-    hasty = std::make_unique<FreedesktopUserNotificationCenter>(client, 1ms);
-    EXPECT_FALSE(isShown(hasty->add(request(u"stuck"_s))));
-    const QFuture<AuthorizationAnswer> dropped = hasty->requestAuthorization();
-    hasty.reset();
-    EXPECT_TRUE(dropped.isFinished() && answerOf(dropped).error);
-    ::kill(bus.processId(), SIGCONT);
-    ::kill(bus.processId(), SIGTERM);
-    EXPECT_FALSE(isShown(add(u"orphan"_s)));
-    FreedesktopUserNotificationCenter nowhere(QDBusConnection(u"none"_s));
-    EXPECT_TRUE(answerOf(nowhere.requestAuthorization()).error.has_value());
 }
 
 } // namespace

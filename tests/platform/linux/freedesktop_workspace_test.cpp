@@ -70,34 +70,15 @@ TEST_F(FreedesktopWorkspaceTest, PictureFitsTheSizeAndComesFromTheNearestTheme) 
     EXPECT_EQ(picture(u"v"_s, u"T"_s, 22), u"pixmaps/v.png"_s) << "installed meanwhile";
 }
 
-TEST_F(FreedesktopWorkspaceTest, FilesFoldersAndBundlesHaveIcons) {
-    const QByteArray png("\x89PNG\r\n\x1a\nrest", 12);
-    const auto addBundle = [&](const QString& name, const QString& icon) {
-        folder_.write(name + u"/Contents/Resources/I.png"_s, png);
-        folder_.write(name + u"/Contents/Resources/I.icns"_s, "icns");
-        propertyLists_.files.insert(folder_.path(name + u"/Contents/Info.plist"_s),
-                                    {{u"CFBundleIconFile"_s, icon}});
-    };
-    addBundle(u"Named.app"_s, u"I.png"_s);
-    addBundle(u"Short.app"_s, u"I"_s);
-    addBundle(u"Other.app"_s, u"I.icns"_s);
-    addBundle(u"Wrong.app"_s, QString());
-    addBundle(u"Evil.app"_s, u"../../../Named.app/Contents/Resources/I.png"_s);
+TEST_F(FreedesktopWorkspaceTest, FilesAndFoldersHaveIcons) {
     folder_.write(u"plain"_s, "");
     folder_.write(u"tool"_s, "");
     QFile::setPermissions(folder_.path(u"tool"_s), QFile::ReadOwner | QFile::ExeOwner);
     const QString generic = u"application-x-executable"_s;
-    const std::vector<std::pair<QString, QString>> cases{
-        {u"Named.app"_s, folder_.path(u"Named.app/Contents/Resources/I.png"_s)},
-        {u"Short.app/"_s, folder_.path(u"Short.app/Contents/Resources/I.png"_s)},
-        {u"Other.app"_s, generic},
-        {u"Wrong.app"_s, generic},
-        {u"Evil.app"_s, generic},
-        {u"Missing.app"_s, generic},
-        {u"Named.app/Contents"_s, u"folder"_s},
-        {u"tool"_s, generic},
-        {u"plain"_s, u"text-x-generic"_s},
-        {u"missing.mp3"_s, u"audio-x-generic"_s}};
+    const std::vector<std::pair<QString, QString>> cases{{u"."_s, u"folder"_s},
+                                                         {u"tool"_s, generic},
+                                                         {u"plain"_s, u"text-x-generic"_s},
+                                                         {u"missing.mp3"_s, u"audio-x-generic"_s}};
     for (const auto& [name, icon] : cases)
         EXPECT_EQ(workspace_.iconForFile(folder_.path(name)), icon) << name.toStdString();
 }

@@ -32,6 +32,21 @@ TEST(AppearanceFollowerTest, TheProgramLooksAsIsWishedForAndAsTheDesktopHasItAga
     EXPECT_EQ(QGuiApplication::font(), font);
 }
 
+TEST(AppearanceFollowerTest, TextThatWasLargeFromTheStartBecomesSmaller) {
+    const QFont font = QGuiApplication::font();
+    QFont large = font;
+    large.setPointSize(22);
+    QGuiApplication::setFont(large);
+    FakeAppearance appearance;
+    const AppearanceFollower follower(appearance);
+    EXPECT_EQ(QGuiApplication::font(), large); // while nobody tells
+    for (const double scale : {2.0, 1.5, 1.0}) {
+        appearance.become({.textScale = scale});
+        EXPECT_EQ(TextStyle::scaleOf(QGuiApplication::font()), scale);
+    }
+    QGuiApplication::setFont(font);
+}
+
 TEST(MergedAppearanceTest, BelievesTheFirstWhereBothTell) {
     FakeAppearance portal;
     FakeAppearance display;

@@ -42,10 +42,10 @@ TEST_F(ProcessDetailViewModelTest, ShowsAllThereIs) {
     facts.descriptorCount = 12;
     facts.tcpSockets = {{AddressFamily::ipv4, TcpState::listen, 8080, 0},
                         {AddressFamily::ipv4, TcpState::established, 8080, 52000}};
-    propertyLists.files = {{u"/opt/My.app/Contents/Info.plist"_s,
-                            {{u"CFBundleIdentifier"_s, u"org.my"_s},
-                             {u"CFBundleShortVersionString"_s, u"1.2"_s},
-                             {u"CFBundleVersion"_s, u"34"_s}}}};
+    propertyLists.files = {
+        {u"/opt/My.app/Contents/Info.plist"_s,
+         {{u"CFBundleShortVersionString"_s, u"1.2"_s}, {u"CFBundleVersion"_s, u"34"_s}}}};
+    applications.add(7, {u"org.running"_s, u"/opt/My.app"_s, {}, {}, false});
     show(row(7, "/opt/My.app/bin/server"));
     EXPECT_EQ(viewModel.title(), u"Server"_s);
     EXPECT_EQ(viewModel.subtitle(), u"PID 7 \u00B7 501"_s);
@@ -56,7 +56,7 @@ TEST_F(ProcessDetailViewModelTest, ShowsAllThereIs) {
               "Started=Mar 5 07:07:31 2025|Elapsed=1:00:00|Flags=S"_s);
     EXPECT_EQ(text(viewModel.resourceRows()),
               u"Average CPU=1.0%|Memory=1.9%|Resident=312 MB|Virtual=3 GB|Open FDs=12"_s);
-    EXPECT_EQ(text(viewModel.applicationRows()), u"Bundle ID=org.my|Version=1.2|Build=34"_s);
+    EXPECT_EQ(text(viewModel.applicationRows()), u"Bundle ID=org.running|Version=1.2|Build=34"_s);
     EXPECT_EQ(viewModel.networkTitle(), u"Network (2)"_s);
     EXPECT_TRUE(viewModel.showsResources() && viewModel.showsNetwork() &&
                 viewModel.showsApplication() && viewModel.showsCommand());
@@ -103,19 +103,6 @@ TEST_F(ProcessDetailViewModelTest, LeavesOutWhatIsNotKnown) {
     EXPECT_EQ(text(viewModel.identityRows()), u"Port=22|Protocol=TCP6"_s);
     EXPECT_FALSE(viewModel.showsResources() || viewModel.showsNetwork() ||
                  viewModel.showsApplication() || viewModel.showsCommand());
-}
-
-TEST_F(ProcessDetailViewModelTest, ApplicationNeedsMoreThanABuild) {
-    const std::tuple<QString, bool, QString> cases[]{{QString(), false, u"Build=9"_s},
-                                                     {u"9"_s, true, u"Version=9"_s}};
-    for (const auto& [shortVersion, isShown, rows] : cases) {
-        propertyLists.files = {
-            {u"/x.app/Contents/Info.plist"_s,
-             {{u"CFBundleShortVersionString"_s, shortVersion}, {u"CFBundleVersion"_s, u"9"_s}}}};
-        show(row(7, "/x.app/x"));
-        EXPECT_EQ(viewModel.showsApplication(), isShown);
-        EXPECT_EQ(text(viewModel.applicationRows()), rows);
-    }
 }
 
 TEST_F(ProcessDetailViewModelTest, EveryLoadBeginsAnew) {

@@ -106,19 +106,5 @@ TEST_F(ProcessDetailsCollectorTest, WhatIsNotKnownIsEmpty) {
     EXPECT_EQ(collect().elapsed, u"0:00"_s);
 }
 
-TEST_F(ProcessDetailsCollectorTest, NamesOfStates) {
-    for (int state = 0; state <= static_cast<int>(TcpState::unknown); ++state)
-        facts.tcpSockets.push_back({AddressFamily::ipv4, static_cast<TcpState>(state), 1, 0});
-    QStringList states;
-    for (const NetworkConnection& connection : collect().networkConnections)
-        states << connection.state;
-    EXPECT_EQ(states.join(u' '), u"CLOSED LISTEN SYN_SENT SYN_RCVD ESTABLISHED CLOSE_WAIT "
-                                 "FIN_WAIT_1 CLOSING LAST_ACK FIN_WAIT_2 TIME_WAIT UNKNOWN"_s);
-    QString letters;
-    for (int state = 0; state <= static_cast<int>(ProcessState::zombie); ++state)
-        letters += processStatusText(static_cast<ProcessState>(state)) + u',';
-    EXPECT_EQ(letters, u",I,R,S,T,Z,"_s);
-}
-
 } // namespace
 } // namespace zenlot

@@ -1,5 +1,4 @@
 #include "shell/intents/check_port_intent.h"
-#include "shell/intents/port_query.h"
 
 #include <gtest/gtest.h>
 
@@ -34,35 +33,6 @@ TEST(CheckPortIntentTest, AnswersInOneSentence) {
     };
     for (const auto& [port, owners, answer] : cases)
         EXPECT_EQ(checkPortDialog(port, owners).toStdString(), answer.toStdString());
-}
-
-TEST(PortQueryTest, KnowsWhatIsAboutPorts) {
-    const QStringList phrases =
-        ZenlotAppShortcuts::phrases(u"Zenlot"_s) + QStringList(u"Zenlotでポートを確認"_s);
-    const struct {
-        const char* text;
-        std::optional<PortQuery> query;
-    } cases[] = {
-        {"3000", PortQuery{3000}},
-        {"  :3000 ", PortQuery{3000}},
-        {"PORT   3000", PortQuery{3000}},
-        {"check a port in zenlot 3000", PortQuery{3000}},
-        {"What is using a port in Zenlot", PortQuery{}},
-        {"Port lookup in Zenlot 99999", PortQuery{99999}},
-        {"zenlotでポートを確認3000", PortQuery{3000}},
-        {":0", PortQuery{0}},
-        {"70000", std::nullopt},
-        {"port 30 00", std::nullopt},
-        {"ports 3000", std::nullopt},
-        {"port", std::nullopt},
-        {":-1", std::nullopt},
-        {":+80", std::nullopt},
-        {"port 1234567890123456789012", std::nullopt},
-        {"\xD9\xA3\xD9\xA0", std::nullopt},
-        {"", std::nullopt},
-    };
-    for (const auto& [text, query] : cases)
-        EXPECT_EQ(parsePortQuery(QString::fromUtf8(text), phrases), query) << text;
 }
 
 } // namespace

@@ -19,11 +19,6 @@ class PortGroupingTest : public testing::Test {
     PortGroupingTest() { QLocale::setDefault(QLocale(QLocale::English)); }
     ~PortGroupingTest() override { QLocale::setDefault(QLocale::c()); }
 
-    void identify(const QString& bundle, const QString& identifier) {
-        reader.files.insert(bundle + u"/Contents/Info.plist"_s,
-                            {{u"CFBundleIdentifier"_s, identifier}});
-    }
-
     // Each group as its name, its bundle and its ports.
     QStringList grouped(const std::vector<OccupiedPort>& ports) {
         QStringList lines;
@@ -43,28 +38,6 @@ class PortGroupingTest : public testing::Test {
     std::chrono::steady_clock::time_point now;
     ApplicationCache cache{applications, [this] { return now; }};
 };
-
-TEST_F(PortGroupingTest, KeyIsTheFirstTwoPiecesOfTheIdentifier) {
-    identify(u"/a.app"_s, u"com.example.editor.tool"_s);
-    identify(u"/b.app"_s, u"..solo."_s);
-    reader.files.insert(u"/c.app/Contents/Info.plist"_s, {});
-    EXPECT_EQ(keys.bundleGroupKey("/a.app"), "com.example");
-    EXPECT_EQ(keys.bundleGroupKey("/b.app"), "..solo.");
-    EXPECT_EQ(keys.bundleGroupKey("/c.app"), "/c.app");
-    EXPECT_EQ(keys.bundleGroupKey("/d.app"), "/d.app");
-    EXPECT_EQ(reader.reads, 4);
-    identify(u"/d.app"_s, u"com.late.one"_s);
-    EXPECT_EQ(keys.bundleGroupKey("/d.app"), "/d.app"); // read once per run
-    EXPECT_EQ(reader.reads, 4);
-}
-
-TEST_F(PortGroupingTest, OneMakersBundlesFormOneGroup) {
-    identify(u"/opt/One.app"_s, u"com.example.one"_s);
-    identify(u"/Applications/Two.app"_s, u"com.example.two"_s);
-    EXPECT_EQ(grouped({port(3001, "/opt/One.app/x"), port(3000, "/Applications/Two.app/y"),
-                       port(3000, "/opt/One.app/x"), port(2999, "/opt/One.app/z")}),
-              QStringList{u"Two /Applications/Two.app 2999 3000 3001"_s});
-}
 
 // The processes have the numbers of their ports here.
 TEST_F(PortGroupingTest, TheProcessesOfOneApplicationFormOneGroup) {

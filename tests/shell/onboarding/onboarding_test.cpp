@@ -64,15 +64,6 @@ TEST_F(OnboardingTest, TellsWhyTheMonitorCanNotBeEnabledAndLetsItBeSkipped) {
     EXPECT_TRUE(settings.hasCompletedOnboarding());
 }
 
-TEST_F(OnboardingTest, WhoeverEnablesTheMonitorIsToldOfConflicts) {
-    open();
-    ASSERT_TRUE(comesToFocus(u"Enable"_s));
-    press(Qt::Key_Return);
-    EXPECT_TRUE(waitFor([&] { return window() == nullptr; }));
-    EXPECT_TRUE(settings.conflictMonitoringEnabled());
-    EXPECT_TRUE(settings.hasCompletedOnboarding());
-}
-
 TEST_F(OnboardingTest, NothingIsLeftToEnableWhenTheMonitorIs) {
     monitor.currentStatus = AppServiceStatus::enabled;
     open();

@@ -1,7 +1,6 @@
 #include "platform/fake_running_applications.h"
 #include "platform/fake_workspace.h"
 #include "shell/processicon/process_icon_provider.h"
-#include "shell/processicon/process_icon_rules.h"
 #include "support/qt_temporary_folder.h"
 
 #include <QQmlEngine>
@@ -23,13 +22,6 @@ namespace zenlot {
 namespace {
 
 using namespace Qt::StringLiterals;
-
-TEST(ProcessIconRulesTest, RuntimesAreToldByTheirName) {
-    for (const QString& path : {u"/usr/local/bin/node"_s, u"/opt/Node18"_s, u"/x/npx/"_s})
-        EXPECT_TRUE(isDevRuntime(path)) << path.toStdString();
-    for (const QString& path : {u"/x/deno2"_s, u"/node/server"_s, u"/x/anode"_s, u""_s})
-        EXPECT_FALSE(isDevRuntime(path)) << path.toStdString();
-}
 
 // A window with one icon, whose square is of one colour.
 class ProcessIconViewTest : public testing::Test {

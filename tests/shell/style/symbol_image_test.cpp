@@ -46,18 +46,5 @@ TEST(SymbolImageTest, EverySymbolIsDrawnAtEverySize) {
     }
 }
 
-TEST(SymbolImageTest, WhiteErasesAndTheColorsAlphaCounts) {
-    const QImage image = symbolImage(u"xmark.octagon.fill"_s, 48, QColor(0, 0, 0, 128));
-    EXPECT_EQ(image.pixelColor(24, 24).alpha(), 0);
-    EXPECT_NEAR(image.pixelColor(24, 8).alpha(), 128, 1);
-}
-
-TEST(SymbolImageTest, NoSuchSymbolIsNoPicture) {
-    EXPECT_TRUE(symbolImage(u"trash"_s, 0, Qt::red).isNull());
-    EXPECT_TRUE(symbolImage(QString(), 16, Qt::red).isNull());
-    EXPECT_TRUE(symbolImage(u"no.such.symbol"_s, 16, Qt::red).isNull());
-    EXPECT_TRUE(symbolImage(u"../images/nodejs"_s, 16, Qt::red).isNull());
-}
-
 } // namespace
 } // namespace zenlot

@@ -76,24 +76,5 @@ TEST(ThemeColorsTest, EverythingWrittenCanBeRead) {
     }
 }
 
-TEST(ThemeColorsTest, ReadableColorsOfTheDesktopAreKept) {
-    const ThemeColors colors =
-        themeColors(paletteOf({"", "#fafafa", "#ffffff", "#202020", "#1a5fb4", "#ffffff", false}));
-    EXPECT_EQ(colors.label, QColor(0x20, 0x20, 0x20));
-    EXPECT_EQ(colors.accent, QColor(0x1a, 0x5f, 0xb4));
-    EXPECT_EQ(colors.accentText, QColor(Qt::white));
-}
-
-TEST(ThemeTest, FollowsThePaletteOfTheApplication) {
-    QGuiApplication::setPalette(paletteOf(kDesktops[0]));
-    Theme theme;
-    ASSERT_FALSE(theme.isDark());
-    QSignalSpy changed(&theme, &Theme::changed);
-    QGuiApplication::setPalette(paletteOf(kDesktops[1]));
-    EXPECT_EQ(changed.size(), 1);
-    EXPECT_TRUE(theme.isDark());
-    EXPECT_EQ(theme.window(), themeColors(paletteOf(kDesktops[1])).window);
-}
-
 } // namespace
 } // namespace zenlot

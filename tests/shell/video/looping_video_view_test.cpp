@@ -81,25 +81,5 @@ TEST_F(LoopingVideoViewTest, StandsStillInTheMiddleForWhoWantsNothingToMove) {
     EXPECT_TRUE(waitForColor(isRed));
 }
 
-TEST_F(LoopingVideoViewTest, LeavesAloneWhatItCanNotPlay) {
-    const QtTemporaryFolder folder;
-    QFile whole(kFixture);
-    ASSERT_TRUE(whole.open(QIODevice::ReadOnly));
-    const QByteArray bytes = whole.readAll();
-    const std::pair<const char*, QByteArray> files[] = {
-        {"empty", {}}, {"text", "no video"}, {"half", bytes.first(bytes.size() / 2)}};
-    for (const auto& [name, content] : files) {
-        folder.write(QLatin1String(name), content);
-        play(folder.path(QLatin1String(name)));
-        EXPECT_TRUE(QTest::qWaitFor([&] { return hasFailed(); }, 10'000)) << name;
-        EXPECT_TRUE(waitForColor(isEmpty)) << name;
-    }
-    play(u"/nowhere/clip.mov"_s);
-    EXPECT_TRUE(hasFailed());
-    play(kFixture);
-    EXPECT_FALSE(hasFailed());
-    EXPECT_TRUE(waitForColor(isRed));
-}
-
 } // namespace
 } // namespace zenlot

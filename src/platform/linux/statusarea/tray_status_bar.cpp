@@ -16,7 +16,7 @@ TrayStatusBar::TrayStatusBar(SessionBus& bus, std::chrono::milliseconds patience
     settling_.setSingleShot(true);
     settling_.setInterval(kTimeToSettle);
     connect(&settling_, &QTimer::timeout, this, [this] {
-        if (kind_ == TrayKind::undecided && xembed_.isPresent())
+        if (kind_ == TrayKind::undecided && hasXembedTray())
             decide(TrayKind::xembed);
     });
     patience_.setSingleShot(true);
@@ -28,9 +28,9 @@ TrayStatusBar::TrayStatusBar(SessionBus& bus, std::chrono::milliseconds patience
             [this] { areItemsOnOldBus_ = kind_ == TrayKind::statusNotifier; });
     // The toolkit hears of the tray at the same time, and has to be first.
     connect(
-        &xembed_, &XEmbedTrayWatch::changed, this,
+        &xembedTray_, &X11SelectionWatch::ownerChanged, this,
         [this] {
-            if (kind_ == TrayKind::xembed && xembed_.isPresent())
+            if (kind_ == TrayKind::xembed && hasXembedTray())
                 installItems();
             reconsider();
         },
@@ -54,7 +54,7 @@ void TrayStatusBar::reconsider() {
     if (kind_ == TrayKind::undecided) {
         if (notifiers_.hasHost())
             decide(TrayKind::statusNotifier);
-        else if (notifiers_.isKnown() && xembed_.isPresent() && !settling_.isActive())
+        else if (notifiers_.isKnown() && hasXembedTray() && !settling_.isActive())
             settling_.start();
     }
     if (notifiers_.hasHost() && std::exchange(areItemsOnOldBus_, false))
@@ -74,7 +74,7 @@ bool TrayStatusBar::hasTray() const {
     case TrayKind::statusNotifier:
         return notifiers_.hasHost();
     case TrayKind::xembed:
-        return xembed_.isPresent();
+        return hasXembedTray();
     }
     return false;
 }

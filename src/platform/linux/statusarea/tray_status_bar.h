@@ -10,7 +10,7 @@
 
 #include "platform/linux/statusarea/status_notifier_watch.h"
 #include "platform/linux/statusarea/tray_status_item.h"
-#include "platform/linux/statusarea/xembed_tray_watch.h"
+#include "platform/linux/windowsystem/x11_selection_watch.h"
 
 #include <QList>
 #include <QObject>
@@ -43,10 +43,11 @@ class TrayStatusBar final : public QObject, public StatusBar {
     void decide(TrayKind kind);
     void installItems();
     bool hasTray() const;
+    bool hasXembedTray() const { return xembedTray_.owner() != 0; }
     void setAvailable(bool isAvailable);
 
     StatusNotifierWatch notifiers_;
-    XEmbedTrayWatch xembed_;
+    X11SelectionWatch xembedTray_{"_NET_SYSTEM_TRAY_S"}; // takes in the windows of its icons
     TrayKind kind_{TrayKind::undecided};
     bool isAvailable_{true};
     bool areItemsOnOldBus_{false};

@@ -2,8 +2,6 @@
 
 #include "platform/linux/windowsystem/x11_display.h"
 
-#include <QGuiApplication>
-
 #include <xcb/xcb.h>
 
 #include <algorithm>
@@ -43,12 +41,12 @@ void broadcastStartupMessage(xcb_connection_t& display, const QByteArray& text) 
 void acceptActivation(const Activation& activation) {
     if (!activation.token.isEmpty())
         qputenv("XDG_ACTIVATION_TOKEN", activation.token.toUtf8());
-    const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    if (!x11 || activation.startupId.isEmpty())
+    xcb_connection_t* const connection = x11Connection();
+    if (connection == nullptr || activation.startupId.isEmpty())
         return;
     QByteArray identifier = activation.startupId.toUtf8();
     identifier.replace('\\', "\\\\").replace('"', "\\\"");
-    broadcastStartupMessage(*x11->connection(), "remove: ID=\"" + identifier + '"');
+    broadcastStartupMessage(*connection, "remove: ID=\"" + identifier + '"');
 }
 
 } // namespace zenlot

@@ -1,5 +1,7 @@
 #include "platform/linux/windowsystem/desktop_application_windows.h"
 
+#include "platform/linux/windowsystem/x11_display.h"
+
 #include <QEvent>
 #include <QGuiApplication>
 #include <QPointer>
@@ -19,10 +21,8 @@ bool isPanel(const QWindow& window) {
 } // namespace
 
 DesktopApplicationWindows::DesktopApplicationWindows() {
-    // A toolkit that draws nowhere has the interface too.
-    if (const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-        x11 && x11->connection())
-        x11_.emplace(*x11->connection());
+    if (auto* const connection = x11Connection())
+        x11_.emplace(*connection);
     qGuiApp->installEventFilter(this);
 }
 

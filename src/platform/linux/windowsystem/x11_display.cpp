@@ -2,9 +2,17 @@
 
 #include "platform/linux/windowsystem/xcb_memory.h"
 
+#include <QGuiApplication>
+
 #include <xcb/xcb.h>
 
 namespace zenlot {
+
+xcb_connection_t* x11Connection() {
+    // A toolkit that draws nowhere has the interface too, without a connection.
+    const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    return x11 == nullptr ? nullptr : x11->connection();
+}
 
 int x11ScreenNumber() {
     char* host = nullptr;

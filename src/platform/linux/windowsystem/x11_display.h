@@ -8,6 +8,9 @@ struct xcb_connection_t;
 
 namespace zenlot {
 
+// The toolkit's connection; none where the program is not on X11. Needs the QGuiApplication.
+xcb_connection_t* x11Connection();
+
 // The number of the screen that DISPLAY names; some atoms end in it.
 int x11ScreenNumber();
 

@@ -3,7 +3,6 @@
 #include "platform/linux/windowsystem/x11_display.h"
 #include "platform/linux/windowsystem/xcb_memory.h"
 
-#include <QGuiApplication>
 #include <QString>
 #include <QtEndian>
 
@@ -11,7 +10,6 @@
 
 #include <algorithm>
 #include <optional>
-#include <string>
 #include <utility>
 
 namespace zenlot {
@@ -108,35 +106,27 @@ AppearanceWishes wishesInX11Settings(std::string_view property) {
     return wishes;
 }
 
-X11SettingsAppearance::X11SettingsAppearance(xcb_connection_t* connection, QObject* parent)
-    : Appearance(parent), connection_(connection) {
-    if (connection_ == nullptr)
-        return;
-    selection_ = x11Atom(*connection_, "_XSETTINGS_S" + std::to_string(x11ScreenNumber()));
-    settings_ = x11Atom(*connection_, "_XSETTINGS_SETTINGS");
-    manager_ = x11Atom(*connection_, "MANAGER");
-    qGuiApp->installNativeEventFilter(this);
-    lookForOwner();
-}
-
-void X11SettingsAppearance::lookForOwner() {
-    owner_ = x11SelectionOwner(*connection_, selection_);
-    if (owner_ != XCB_WINDOW_NONE) {
-        // The toolkit asks for the same, for settings of its own.
-        const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
-        xcb_change_window_attributes(connection_, owner_, XCB_CW_EVENT_MASK, &mask);
-    }
+X11SettingsAppearance::X11SettingsAppearance() {
+    if (xcb_connection_t* const connection = x11Connection())
+        property_ = x11Atom(*connection, "_XSETTINGS_SETTINGS");
+    connect(&owner_, &X11SelectionWatch::ownerChanged, this, &X11SettingsAppearance::read);
+    connect(&owner_, &X11SelectionWatch::propertyChanged, this, [this](std::uint32_t property) {
+        if (property == property_)
+            read();
+    });
     read();
 }
 
 void X11SettingsAppearance::read() {
     std::string_view property;
     XcbPointer<xcb_get_property_reply_t> reply;
-    if (owner_ != XCB_WINDOW_NONE) {
-        reply.reset(xcb_get_property_reply(
-            connection_,
-            xcb_get_property(connection_, 0, owner_, settings_, settings_, 0, kLongestProperty),
-            nullptr));
+    if (owner_.owner() != XCB_WINDOW_NONE) {
+        xcb_connection_t* const connection = x11Connection();
+        reply.reset(
+            xcb_get_property_reply(connection,
+                                   xcb_get_property(connection, 0, owner_.owner(), property_,
+                                                    property_, 0, kLongestProperty),
+                                   nullptr));
         if (reply)
             property = {static_cast<const char*>(xcb_get_property_value(reply.get())),
                         static_cast<std::size_t>(xcb_get_property_value_length(reply.get()))};
@@ -144,29 +134,6 @@ void X11SettingsAppearance::read() {
     const AppearanceWishes wishes = wishesInX11Settings(property);
     if (std::exchange(wishes_, wishes) != wishes)
         Q_EMIT changed();
-}
-
-// Whoever takes the settings over announces itself to the root window.
-bool X11SettingsAppearance::nativeEventFilter(const QByteArray& type, void* message,
-                                              qintptr* /*result*/) {
-    if (type != "xcb_generic_event_t")
-        return false;
-    const auto* event = static_cast<const xcb_generic_event_t*>(message);
-    const unsigned eventType = event->response_type & 0x7fU; // without the mark of sent events
-    if (eventType == XCB_CLIENT_MESSAGE) {
-        const auto* announcement = reinterpret_cast<const xcb_client_message_event_t*>(event);
-        if (announcement->type == manager_ && announcement->data.data32[1] == selection_)
-            lookForOwner();
-    } else if (eventType == XCB_PROPERTY_NOTIFY) {
-        const auto* change = reinterpret_cast<const xcb_property_notify_event_t*>(event);
-        if (change->window == owner_ && change->atom == settings_)
-            read();
-    } else if (eventType == XCB_DESTROY_NOTIFY) {
-        const auto* end = reinterpret_cast<const xcb_destroy_notify_event_t*>(event);
-        if (owner_ != XCB_WINDOW_NONE && end->window == owner_)
-            lookForOwner();
-    }
-    return false;
 }
 
 } // namespace zenlot

@@ -1,43 +1,32 @@
 // What the settings of an X11 display tell of how the user wants programs to look: the name of the
 // theme, the font, whether things move. Desktops that keep them nowhere else have these.
 //
-//     X11SettingsAppearance appearance(connection);
+//     X11SettingsAppearance appearance;
 //
 // Nothing is wished for while nobody sets anything, and without a display. Main thread only.
 #pragma once
 
 #include "platform/appearance.h"
+#include "platform/linux/windowsystem/x11_selection_watch.h"
 
-#include <QAbstractNativeEventFilter>
-
-#include <cstdint>
 #include <string_view>
-
-struct xcb_connection_t;
 
 namespace zenlot {
 
-class X11SettingsAppearance final : public Appearance, public QAbstractNativeEventFilter {
+class X11SettingsAppearance final : public Appearance {
     Q_OBJECT
 
   public:
-    // The toolkit's connection, which outlives the object; none where there is no X11. Asks the
-    // server.
-    explicit X11SettingsAppearance(xcb_connection_t* connection, QObject* parent = nullptr);
+    // Needs the QGuiApplication. Asks the server.
+    X11SettingsAppearance();
 
     const AppearanceWishes& wishes() const override { return wishes_; }
 
-    bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
-
   private:
-    void lookForOwner();
     void read();
 
-    xcb_connection_t* connection_;
-    std::uint32_t selection_{0};
-    std::uint32_t settings_{0};
-    std::uint32_t manager_{0};
-    std::uint32_t owner_{0}; // the window that has the settings
+    X11SelectionWatch owner_{"_XSETTINGS_S"};
+    std::uint32_t property_{0};
     AppearanceWishes wishes_;
 };
 

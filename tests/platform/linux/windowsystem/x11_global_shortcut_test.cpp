@@ -1,3 +1,4 @@
+#include "platform/linux/windowsystem/x11_display.h"
 #include "platform/linux/windowsystem/x11_global_shortcut.h"
 #include "platform/linux/windowsystem/xcb_memory.h"
 
@@ -73,8 +74,7 @@ class X11GlobalShortcutTest : public testing::Test {
         return reply->focus;
     }
 
-    X11GlobalShortcut shortcut{
-        *qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection()};
+    X11GlobalShortcut shortcut{*x11Connection()};
     int fired{0};
     // Another program, whose window has the keyboard.
     xcb_connection_t* other = xcb_connect(nullptr, nullptr);

@@ -1,8 +1,8 @@
+#include "platform/fake_appearance.h"
 #include "platform/linux/windowsystem/x11_display.h"
 #include "platform/linux/windowsystem/x11_settings_appearance.h"
 #include "platform/merged_appearance.h"
 
-#include <QGuiApplication>
 #include <QTest>
 #include <QtEndian>
 #include <gtest/gtest.h>
@@ -143,9 +143,8 @@ class SettingsManager {
 };
 
 TEST(X11SettingsAppearanceTest, FollowsThemWhoeverHasThem) {
-    X11SettingsAppearance appearance(
-        qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection());
-    const X11SettingsAppearance none(nullptr);
+    const X11SettingsAppearance appearance;
+    const FakeAppearance none;
     const MergedAppearance merged(none, appearance);
     const auto comesTo = [&](ColorScheme scheme) {
         return QTest::qWaitFor([&] { return merged.wishes().colorScheme == scheme; }, 20'000);
