@@ -1,4 +1,5 @@
 """What a user does with Zenlot on a desktop, in this order. Each step tells what was seen."""
+import socket
 import time
 
 from session import Missing, wait
@@ -92,6 +93,11 @@ def serve(session, port, name="python3"):
     return session.start(name, "-m", "http.server", "-b", "127.0.0.1", str(port))
 
 
+def is_taken(port):
+    with socket.socket() as probe:
+        return probe.connect_ex(("127.0.0.1", port)) == 0
+
+
 def search(session, desktop):
     if desktop.search is None:
         return "the desktop asks nobody"
@@ -113,7 +119,8 @@ def alert(session, desktop):
             "Ignore Process": lambda *_: session.settings().get("conflictIgnoredApps")}.items()):
         port = FIRST_PORT + offset
         holder = serve(session, port)
-        time.sleep(3)
+        wait(f"a server on port {port}", lambda: is_taken(port))
+        time.sleep(3)  # or both would be seen to begin at once
         serve(session, port)
         desktop.press_button(title, f"Port {port} is already in use")
         wait(f"the end of {title}", lambda: happened(port, holder))
