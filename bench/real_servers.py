@@ -1872,8 +1872,8 @@ learned("gorilla/mux, a port that hides another", "./shop",
 def go_project(name, files, kind=untuned, **more):
     """A project of several packages, which find each other below the name shop."""
     kind(name, "./server", files,
-            build=["sh", "-c", "mkdir -p path/src && ln -s ../.. path/src/shop && GOPATH=$PWD/path:/usr/share/gocode "
-                               "go build -o server shop/cmd/server"], **more)
+         build=["sh", "-c", "mkdir -p path/src && ln -s ../.. path/src/shop && GOPATH=$PWD/path:/usr/share/gocode "
+                            "go build -o server shop/cmd/server"], **more)
 
 
 # A gate to a language model, after the usual layout.

@@ -6,6 +6,7 @@
 #include <bpf/btf.h>
 #include <bpf/libbpf.h>
 #include <malloc.h>
+#include <sys/stat.h>
 #include <sys/syscall.h>
 
 #include <cerrno>
@@ -34,6 +35,13 @@ int keepWords(libbpf_print_level level, const char* format, va_list values) {
 
 bool hasFunction(const btf* types, const char* name) {
     return btf__find_by_name_kind(types, name, BTF_KIND_FUNC) >= 0;
+}
+
+// Programs in the kernel see the numbers that processes have outside of all containers.
+bool seesAllProcesses() {
+    constexpr ino_t kFirstNamespace = 0xEFFFFFFC;
+    struct stat numbers {};
+    return ::stat("/proc/self/ns/pid", &numbers) != 0 || numbers.st_ino == kFirstNamespace;
 }
 
 } // namespace
@@ -65,6 +73,10 @@ BpfBindSource::BpfBindSource() = default;
 BpfBindSource::~BpfBindSource() = default;
 
 bool BpfBindSource::load() {
+    if (!seesAllProcesses()) {
+        why_ = "in a container, where processes have other numbers than the kernel tells";
+        return false;
+    }
     libbpf_set_print(keepWords);
     lastWords = &why_;
     // Only at the attempt does it show whether the kernel was built with what is needed.
