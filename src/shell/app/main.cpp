@@ -12,7 +12,6 @@
 #include "platform/linux/session_bus.h"
 #include "platform/linux/session_bus_application_instance.h"
 #include "platform/linux/termination_signals.h"
-#include "posix/small_heap.h"
 #include "shell/app/zenlot_app.h"
 #include "shell/style/renderer.h"
 
@@ -82,7 +81,6 @@ int main(int argc, char** argv) {
     // What it says about every graphics card that is not there.
     QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
 
-    keepHeapSmall();
     QApplication application(argc, argv);
     // No display name: Qt would put it behind every window's title.
     QApplication::setApplicationName(QStringLiteral("zenlot"));
