@@ -39,7 +39,7 @@ void readSettingsText(std::string_view text) {
          {SettingsFormat::braces, SettingsFormat::keywords, SettingsFormat::indentation,
           SettingsFormat::lines, SettingsFormat::elements}) {
         for (const Setting& setting : readSettings(text, format)) {
-            likelihoodOfSetting(setting.path);
+            likelihoodOfSetting(setting);
             portsInValue(setting.value);
             variablesIn(setting.value);
         }
