@@ -7,6 +7,7 @@
 // The exit status is 1 when a figure is above its limit, and 2 when nothing could be measured.
 #include "platform/linux/session_bus.h"
 #include "platform/linux/session_bus_application_instance.h"
+#include "posix/heap.h"
 #include "probe.h"
 #include "settings/app_log.h"
 #include "shell/app/zenlot_app.h"
@@ -345,6 +346,7 @@ class Probe final {
 } // namespace zenlot
 
 int main(int argc, char** argv) {
+    zenlot::keepHeapSmall();
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("zenlot"));
     zenlot::chooseRenderer();

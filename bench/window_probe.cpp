@@ -9,6 +9,7 @@
 #include "platform/linux/session_bus.h"
 #include "platform/linux/session_bus_application_instance.h"
 #include "posix/file_descriptor.h"
+#include "posix/heap.h"
 #include "probe.h"
 #include "shell/app/zenlot_app.h"
 #include "shell/style/renderer.h"
@@ -224,6 +225,7 @@ class Probe final {
 } // namespace zenlot
 
 int main(int argc, char** argv) {
+    zenlot::keepHeapSmall();
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("zenlot"));
     zenlot::chooseRenderer();

@@ -121,14 +121,6 @@
         <translation>Inspektor ein-/ausblenden</translation>
     </message>
     <message>
-        <source>Cancel</source>
-        <translation>Abbrechen</translation>
-    </message>
-    <message>
-        <source>Force Quit Process?</source>
-        <translation>Prozess sofort beenden?</translation>
-    </message>
-    <message>
         <source>Inspector</source>
         <translation>Inspektor</translation>
     </message>
@@ -143,14 +135,6 @@
     <message>
         <source>Stop the server so that it stays stopped</source>
         <translation>Den Server so stoppen, dass er gestoppt bleibt</translation>
-    </message>
-    <message>
-        <source>Close</source>
-        <translation>Schließen</translation>
-    </message>
-    <message>
-        <source>Stop the Server?</source>
-        <translation>Server stoppen?</translation>
     </message>
 </context>
 <context>
@@ -200,6 +184,17 @@
     <message>
         <source>Force-quit selected process</source>
         <translation>Ausgewählten Prozess sofort beenden</translation>
+    </message>
+</context>
+<context>
+    <name>ForceQuitDialog</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Force Quit Process?</source>
+        <translation>Prozess sofort beenden?</translation>
     </message>
 </context>
 <context>
@@ -509,7 +504,14 @@
     </message>
 </context>
 <context>
-    <name>PortContextMenu</name>
+    <name>PortField</name>
+    <message>
+        <source>Port</source>
+        <translation>Port</translation>
+    </message>
+</context>
+<context>
+    <name>PortMenu</name>
     <message>
         <source>Copy Port</source>
         <translation>Port kopieren</translation>
@@ -529,13 +531,6 @@
     <message>
         <source>Force Quit…</source>
         <translation>Sofort beenden …</translation>
-    </message>
-</context>
-<context>
-    <name>PortField</name>
-    <message>
-        <source>Port</source>
-        <translation>Port</translation>
     </message>
 </context>
 <context>
@@ -673,6 +668,21 @@
     <message>
         <source>closed</source>
         <translation>geschlossen</translation>
+    </message>
+</context>
+<context>
+    <name>StopDialog</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Stop the Server?</source>
+        <translation>Server stoppen?</translation>
     </message>
 </context>
 <context>

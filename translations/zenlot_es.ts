@@ -121,14 +121,6 @@
         <translation>Mostrar u ocultar el inspector</translation>
     </message>
     <message>
-        <source>Cancel</source>
-        <translation>Cancelar</translation>
-    </message>
-    <message>
-        <source>Force Quit Process?</source>
-        <translation>¿Forzar la salida del proceso?</translation>
-    </message>
-    <message>
         <source>Inspector</source>
         <translation>Inspector</translation>
     </message>
@@ -143,14 +135,6 @@
     <message>
         <source>Stop the server so that it stays stopped</source>
         <translation>Detener el servidor de modo que siga detenido</translation>
-    </message>
-    <message>
-        <source>Close</source>
-        <translation>Cerrar</translation>
-    </message>
-    <message>
-        <source>Stop the Server?</source>
-        <translation>¿Detener el servidor?</translation>
     </message>
 </context>
 <context>
@@ -200,6 +184,17 @@
     <message>
         <source>Force-quit selected process</source>
         <translation>Forzar la salida del proceso seleccionado</translation>
+    </message>
+</context>
+<context>
+    <name>ForceQuitDialog</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message>
+        <source>Force Quit Process?</source>
+        <translation>¿Forzar la salida del proceso?</translation>
     </message>
 </context>
 <context>
@@ -509,7 +504,14 @@
     </message>
 </context>
 <context>
-    <name>PortContextMenu</name>
+    <name>PortField</name>
+    <message>
+        <source>Port</source>
+        <translation>Puerto</translation>
+    </message>
+</context>
+<context>
+    <name>PortMenu</name>
     <message>
         <source>Copy Port</source>
         <translation>Copiar puerto</translation>
@@ -529,13 +531,6 @@
     <message>
         <source>Force Quit…</source>
         <translation>Forzar salida…</translation>
-    </message>
-</context>
-<context>
-    <name>PortField</name>
-    <message>
-        <source>Port</source>
-        <translation>Puerto</translation>
     </message>
 </context>
 <context>
@@ -673,6 +668,21 @@
     <message>
         <source>closed</source>
         <translation>cerrada</translation>
+    </message>
+</context>
+<context>
+    <name>StopDialog</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Cerrar</translation>
+    </message>
+    <message>
+        <source>Stop the Server?</source>
+        <translation>¿Detener el servidor?</translation>
     </message>
 </context>
 <context>

@@ -121,14 +121,6 @@
         <translation>Afficher/masquer l’inspecteur</translation>
     </message>
     <message>
-        <source>Cancel</source>
-        <translation>Annuler</translation>
-    </message>
-    <message>
-        <source>Force Quit Process?</source>
-        <translation>Forcer le processus à quitter&#xa0;?</translation>
-    </message>
-    <message>
         <source>Inspector</source>
         <translation>Inspecteur</translation>
     </message>
@@ -143,14 +135,6 @@
     <message>
         <source>Stop the server so that it stays stopped</source>
         <translation>Arrêter le serveur pour qu’il le reste</translation>
-    </message>
-    <message>
-        <source>Close</source>
-        <translation>Fermer</translation>
-    </message>
-    <message>
-        <source>Stop the Server?</source>
-        <translation>Arrêter le serveur ?</translation>
     </message>
 </context>
 <context>
@@ -200,6 +184,17 @@
     <message>
         <source>Force-quit selected process</source>
         <translation>Forcer le processus sélectionné à quitter</translation>
+    </message>
+</context>
+<context>
+    <name>ForceQuitDialog</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Annuler</translation>
+    </message>
+    <message>
+        <source>Force Quit Process?</source>
+        <translation>Forcer le processus à quitter&#xa0;?</translation>
     </message>
 </context>
 <context>
@@ -509,7 +504,14 @@
     </message>
 </context>
 <context>
-    <name>PortContextMenu</name>
+    <name>PortField</name>
+    <message>
+        <source>Port</source>
+        <translation>Port</translation>
+    </message>
+</context>
+<context>
+    <name>PortMenu</name>
     <message>
         <source>Copy Port</source>
         <translation>Copier le port</translation>
@@ -529,13 +531,6 @@
     <message>
         <source>Force Quit…</source>
         <translation>Forcer à quitter…</translation>
-    </message>
-</context>
-<context>
-    <name>PortField</name>
-    <message>
-        <source>Port</source>
-        <translation>Port</translation>
     </message>
 </context>
 <context>
@@ -673,6 +668,21 @@
     <message>
         <source>closed</source>
         <translation>fermé</translation>
+    </message>
+</context>
+<context>
+    <name>StopDialog</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Annuler</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Fermer</translation>
+    </message>
+    <message>
+        <source>Stop the Server?</source>
+        <translation>Arrêter le serveur ?</translation>
     </message>
 </context>
 <context>

@@ -121,14 +121,6 @@
         <translation>Infóablak be/ki</translation>
     </message>
     <message>
-        <source>Cancel</source>
-        <translation>Mégsem</translation>
-    </message>
-    <message>
-        <source>Force Quit Process?</source>
-        <translation>Kényszeríti a folyamat bezárását?</translation>
-    </message>
-    <message>
         <source>Inspector</source>
         <translation>Infóablak</translation>
     </message>
@@ -143,14 +135,6 @@
     <message>
         <source>Stop the server so that it stays stopped</source>
         <translation>A kiszolgáló leállítása úgy, hogy az is maradjon</translation>
-    </message>
-    <message>
-        <source>Close</source>
-        <translation>Bezárás</translation>
-    </message>
-    <message>
-        <source>Stop the Server?</source>
-        <translation>Leállítja a kiszolgálót?</translation>
     </message>
 </context>
 <context>
@@ -200,6 +184,17 @@
     <message>
         <source>Force-quit selected process</source>
         <translation>A kijelölt folyamat kényszerített bezárása</translation>
+    </message>
+</context>
+<context>
+    <name>ForceQuitDialog</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Mégsem</translation>
+    </message>
+    <message>
+        <source>Force Quit Process?</source>
+        <translation>Kényszeríti a folyamat bezárását?</translation>
     </message>
 </context>
 <context>
@@ -509,7 +504,14 @@
     </message>
 </context>
 <context>
-    <name>PortContextMenu</name>
+    <name>PortField</name>
+    <message>
+        <source>Port</source>
+        <translation>Port</translation>
+    </message>
+</context>
+<context>
+    <name>PortMenu</name>
     <message>
         <source>Copy Port</source>
         <translation>Port másolása</translation>
@@ -529,13 +531,6 @@
     <message>
         <source>Force Quit…</source>
         <translation>Kényszerített kilépés…</translation>
-    </message>
-</context>
-<context>
-    <name>PortField</name>
-    <message>
-        <source>Port</source>
-        <translation>Port</translation>
     </message>
 </context>
 <context>
@@ -673,6 +668,21 @@
     <message>
         <source>closed</source>
         <translation>zárva</translation>
+    </message>
+</context>
+<context>
+    <name>StopDialog</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Mégsem</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Bezárás</translation>
+    </message>
+    <message>
+        <source>Stop the Server?</source>
+        <translation>Leállítja a kiszolgálót?</translation>
     </message>
 </context>
 <context>

@@ -121,14 +121,6 @@
         <translation>インスペクタを表示/非表示</translation>
     </message>
     <message>
-        <source>Cancel</source>
-        <translation>キャンセル</translation>
-    </message>
-    <message>
-        <source>Force Quit Process?</source>
-        <translation>プロセスを強制終了しますか？</translation>
-    </message>
-    <message>
         <source>Inspector</source>
         <translation>インスペクタ</translation>
     </message>
@@ -143,14 +135,6 @@
     <message>
         <source>Stop the server so that it stays stopped</source>
         <translation>サーバーを停止したままにする</translation>
-    </message>
-    <message>
-        <source>Close</source>
-        <translation>閉じる</translation>
-    </message>
-    <message>
-        <source>Stop the Server?</source>
-        <translation>サーバーを停止しますか？</translation>
     </message>
 </context>
 <context>
@@ -200,6 +184,17 @@
     <message>
         <source>Force-quit selected process</source>
         <translation>選択したプロセスを強制終了</translation>
+    </message>
+</context>
+<context>
+    <name>ForceQuitDialog</name>
+    <message>
+        <source>Cancel</source>
+        <translation>キャンセル</translation>
+    </message>
+    <message>
+        <source>Force Quit Process?</source>
+        <translation>プロセスを強制終了しますか？</translation>
     </message>
 </context>
 <context>
@@ -509,7 +504,14 @@
     </message>
 </context>
 <context>
-    <name>PortContextMenu</name>
+    <name>PortField</name>
+    <message>
+        <source>Port</source>
+        <translation>ポート</translation>
+    </message>
+</context>
+<context>
+    <name>PortMenu</name>
     <message>
         <source>Copy Port</source>
         <translation>ポートをコピー</translation>
@@ -529,13 +531,6 @@
     <message>
         <source>Force Quit…</source>
         <translation>強制終了…</translation>
-    </message>
-</context>
-<context>
-    <name>PortField</name>
-    <message>
-        <source>Port</source>
-        <translation>ポート</translation>
     </message>
 </context>
 <context>
@@ -673,6 +668,21 @@
     <message>
         <source>closed</source>
         <translation>閉じています</translation>
+    </message>
+</context>
+<context>
+    <name>StopDialog</name>
+    <message>
+        <source>Cancel</source>
+        <translation>キャンセル</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>閉じる</translation>
+    </message>
+    <message>
+        <source>Stop the Server?</source>
+        <translation>サーバーを停止しますか？</translation>
     </message>
 </context>
 <context>

@@ -345,11 +345,16 @@ Rectangle {
                     implicitWidth: 60
 
                     StyleToolTip {
+                        id: front
+
+                        delay: 0
+                        text: "Tool tip"
+                    }
+                    ToolTipBubble {
                         id: tip
 
                         closePolicy: T.Popup.NoAutoClose
-                        delay: 0
-                        text: "Tool tip"
+                        tip: front
                         visible: true
                         y: -implicitHeight / 2
                     }

@@ -12,6 +12,7 @@
 #include "platform/linux/session_bus.h"
 #include "platform/linux/session_bus_application_instance.h"
 #include "platform/linux/termination_signals.h"
+#include "posix/heap.h"
 #include "shell/app/zenlot_app.h"
 #include "shell/style/renderer.h"
 
@@ -53,6 +54,7 @@ bool answersInTerminal(const QStringList& arguments) {
 
 int main(int argc, char** argv) {
     using namespace zenlot;
+    keepHeapSmall();
     TerminationSignals termination;
     const QStringList arguments = argumentsOf(argc, argv);
     // Whoever asks in a terminal may have no display.

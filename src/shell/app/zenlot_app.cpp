@@ -28,8 +28,6 @@
 #include <QScreen>
 #include <QtQml/qqmlextensionplugin.h>
 
-#include <malloc.h>
-
 #include <chrono>
 
 Q_IMPORT_QML_PLUGIN(Zenlot_AppPlugin)
@@ -178,10 +176,6 @@ void ZenlotApp::finish() {
 }
 
 QCoro::Task<> ZenlotApp::start(LaunchStyle style) {
-#ifdef __GLIBC__
-    // Threads that work now and then would each keep a heap, and what they once used of it.
-    mallopt(M_ARENA_MAX, 2);
-#endif
     // Without a window there may still be a status item, alerts, or a later start to open one.
     QGuiApplication::setQuitOnLastWindowClosed(false);
     log_.makeFolder();

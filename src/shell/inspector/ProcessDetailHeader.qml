@@ -35,8 +35,8 @@ RowLayout {
                 id: pointer
             }
             StyleToolTip {
+                isShown: title.truncated && pointer.hovered
                 text: title.text
-                visible: title.truncated && pointer.hovered
             }
         }
         StyleText {

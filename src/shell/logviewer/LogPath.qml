@@ -42,8 +42,8 @@ Item {
         }
     }
     StyleToolTip {
+        isShown: hover.hovered && metrics.elidedText !== root.path
         text: root.path
-        visible: hover.hovered && metrics.elidedText !== root.path
     }
     HoverHandler {
         id: hover

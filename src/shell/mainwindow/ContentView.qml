@@ -257,24 +257,33 @@ T.SplitView {
         }
     }
 
-    ConfirmDialog {
-        cancelText: qsTr("Cancel")
-        destructiveText: root.viewModel.confirmationButton
-        message: root.viewModel.confirmationMessage
-        title: qsTr("Force Quit Process?")
-        visible: root.viewModel.isConfirming
+    // Made when something is asked for the first time. What is not to be seen gets no column.
+    Loader {
+        id: forceQuitDialog
 
-        onAccepted: root.viewModel.confirmForceQuit()
-        onRejected: root.viewModel.cancelForceQuit()
+        readonly property bool isWanted: root.viewModel.isConfirming
+
+        visible: false
+
+        onIsWantedChanged: {
+            if (!forceQuitDialog.item)
+                forceQuitDialog.setSource("ForceQuitDialog.qml", {
+                    viewModel: root.viewModel
+                });
+        }
     }
-    ConfirmDialog {
-        cancelText: root.viewModel.stopButton === "" ? qsTr("Close") : qsTr("Cancel")
-        destructiveText: root.viewModel.stopButton
-        message: root.viewModel.stopMessage
-        title: qsTr("Stop the Server?")
-        visible: root.viewModel.isAskingToStop
+    Loader {
+        id: stopDialog
 
-        onAccepted: root.viewModel.confirmStop()
-        onRejected: root.viewModel.cancelStop()
+        readonly property bool isWanted: root.viewModel.isAskingToStop
+
+        visible: false
+
+        onIsWantedChanged: {
+            if (!stopDialog.item)
+                stopDialog.setSource("StopDialog.qml", {
+                    viewModel: root.viewModel
+                });
+        }
     }
 }

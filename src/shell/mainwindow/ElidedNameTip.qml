@@ -21,7 +21,7 @@ StyleToolTip {
             root.row = null;
     }
 
+    isShown: text !== ""
     parent: root.row
     text: root.row?.elidedText ?? ""
-    visible: text !== ""
 }

@@ -49,7 +49,7 @@ Item {
     }
     StyleToolTip {
         delay: telling.running ? 0 : 700
+        isShown: text !== "" && (pointer.hovered || telling.running)
         text: root.viewModel.forceQuitHint
-        visible: text !== "" && (pointer.hovered || telling.running)
     }
 }

@@ -1,21 +1,16 @@
-// What can be done with a row that is a port or one of its owners, and copied of it.
+// What can be done with a row that is a port or one of its owners, and copied of it. It is made when
+// somebody opens it.
 pragma ComponentBehavior: Bound
 
 import QtQuick
 import Zenlot.MainWindow
-import Zenlot.Style
 
-StyleMenu {
+Loader {
     id: root
 
-    required property ContentViewModel viewModel
-    property bool canForceQuit
     // What Ctrl+C copies of the row.
     property bool copiesPid: false
-    property string executablePath
-    property int pid
-    property int port
-    property string rowKey
+    required property ContentViewModel viewModel
 
     signal detailsRequested(rowKey: string)
     signal forceQuitRequested(rowKey: string)
@@ -24,61 +19,36 @@ StyleMenu {
         return event.key === Qt.Key_Menu || (event.key === Qt.Key_F10 && (event.modifiers & Qt.ShiftModifier));
     }
 
+    // Of a file: the toolkit makes no component of this one beside the rows of a list.
+    function make(): PortMenu {
+        if (!root.item)
+            root.setSource("PortMenu.qml", {
+                copiesPid: root.copiesPid,
+                parent: root,
+                viewModel: root.viewModel
+            });
+        return root.item as PortMenu;
+    }
+
     // Below the pointer, about a row of either list.
     function popupFor(row: var) {
-        root.take(row);
-        root.popup();
+        root.make().popupFor(row);
     }
 
     // At the row, with the first command chosen.
     function popupAt(row: var) {
-        root.take(row);
-        root.popup(row, 16, row.height, details);
+        root.make().popupAt(row);
     }
 
-    // The row itself may be gone by the time that a command is chosen.
-    function take(row: var) {
-        root.canForceQuit = row.canForceQuit;
-        root.executablePath = row.executablePath;
-        root.pid = row.pid;
-        root.port = row.port;
-        root.rowKey = row.rowKey;
-    }
+    Connections {
+        function onDetailsRequested(rowKey: string) {
+            root.detailsRequested(rowKey);
+        }
 
-    StyleMenuItem {
-        id: details
+        function onForceQuitRequested(rowKey: string) {
+            root.forceQuitRequested(rowKey);
+        }
 
-        keys: root.copiesPid ? "Return" : ""
-        text: qsTr("Show Details")
-
-        onTriggered: root.detailsRequested(root.rowKey)
-    }
-    StyleMenuItem {
-        destructive: true
-        enabled: root.canForceQuit
-        keys: root.copiesPid ? "Del" : ""
-        text: qsTr("Force Quit…")
-
-        onTriggered: root.forceQuitRequested(root.rowKey)
-    }
-    StyleMenuSeparator {}
-    StyleMenuItem {
-        keys: root.copiesPid ? "" : "Ctrl+C"
-        text: qsTr("Copy Port")
-
-        onTriggered: root.viewModel.copyText(root.port.toString())
-    }
-    StyleMenuItem {
-        enabled: root.pid > 0
-        keys: root.copiesPid ? "Ctrl+C" : ""
-        text: qsTr("Copy PID")
-
-        onTriggered: root.viewModel.copyText(root.pid.toString())
-    }
-    StyleMenuItem {
-        enabled: root.executablePath !== ""
-        text: qsTr("Copy Path")
-
-        onTriggered: root.viewModel.copyText(root.executablePath)
+        target: root.item
     }
 }

@@ -78,6 +78,7 @@ Rectangle {
             Layout.fillWidth: true
             activeFocusOnTab: true
             boundsBehavior: Flickable.StopAtBounds
+            cacheBuffer: 0
             clip: true
             currentIndex: -1
             highlightFollowsCurrentItem: false

@@ -50,7 +50,7 @@ T.AbstractButton {
         radius: 7
     }
     StyleToolTip {
+        isShown: root.toolTip !== "" && (root.hovered || root.visualFocus) && !root.down
         text: root.keys === "" ? root.toolTip : "%1 (%2)".arg(root.toolTip).arg(TextStyle.keyText(root.keys))
-        visible: root.toolTip !== "" && (root.hovered || root.visualFocus) && !root.down
     }
 }

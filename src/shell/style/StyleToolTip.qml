@@ -1,49 +1,21 @@
 // The tool tip of a control. It appears when the pointer rests on the control that it is put into,
-// or when the keyboard comes there.
+// or when the keyboard comes there, which is when it is made: most never are.
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Templates as T
-import Zenlot.Style
 
-T.ToolTip {
+Loader {
     id: root
 
-    bottomPadding: 4
-    closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent | T.Popup.CloseOnReleaseOutsideParent
-    delay: 700
-    font: TextStyle.sized(11 * TextStyle.scale, Font.Normal)
-    implicitHeight: contentHeight + topPadding + bottomPadding
-    implicitWidth: Math.min(340, contentWidth + leftPadding + rightPadding)
-    leftPadding: 8
-    margins: 6
-    rightPadding: 8
-    topPadding: 4
-    x: parent ? Math.round((parent.width - implicitWidth) / 2) : 0
-    y: parent ? parent.height + 6 : 0
+    property int delay: 700
+    property bool isShown: false
+    property string text: ""
 
-    background: PopoverBackground {
-        depth: 5
-        radius: 6
-    }
-    contentItem: StyleText {
-        font: root.font
-        text: root.text
-        wrapMode: Text.Wrap
-    }
-    enter: Transition {
-        NumberAnimation {
-            duration: 120 * Theme.motion
-            from: 0
-            property: "opacity"
-            to: 1
-        }
-    }
-    exit: Transition {
-        NumberAnimation {
-            duration: 120 * Theme.motion
-            property: "opacity"
-            to: 0
-        }
+    // Of a file: the toolkit makes no component of this one in the row of a list.
+    onIsShownChanged: {
+        if (root.isShown && !root.item)
+            root.setSource("ToolTipBubble.qml", {
+                tip: root
+            });
     }
 }
