@@ -199,6 +199,7 @@ T.SplitView {
                 Layout.alignment: Qt.AlignHCenter
                 Layout.fillWidth: true
                 Layout.maximumWidth: 320 * TextStyle.scale
+                room: Math.min(detail.width, 320 * TextStyle.scale)
                 viewModel: root.viewModel
             }
             StatusLine {

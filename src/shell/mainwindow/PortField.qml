@@ -9,6 +9,8 @@ import Zenlot.Style
 T.TextField {
     id: root
 
+    // What it may be wide: its own width comes from a layout, which loses what happens while it sets it.
+    required property real room
     required property ContentViewModel viewModel
 
     // Takes a key that came to something else, with the keyboard, if it is one for a number.
@@ -48,7 +50,7 @@ T.TextField {
     Accessible.name: qsTr("Port")
     color: Theme.label
     // Five digits fit into the narrowest field at the usual size.
-    font: TextStyle.sized(52 * Math.max(1, Math.min(TextStyle.scale, root.width / 178)), Font.Thin)
+    font: TextStyle.sized(52 * Math.max(1, Math.min(TextStyle.scale, root.room / 178)), Font.Thin)
     horizontalAlignment: TextInput.AlignHCenter
     implicitHeight: contentHeight
     inputMethodHints: Qt.ImhDigitsOnly
