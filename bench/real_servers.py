@@ -1869,9 +1869,9 @@ learned("gorilla/mux, a port that hides another", "./shop",
                     "\tlog.Fatal(http.ListenAndServe(fmt.Sprintf(\":%v\", port), r))\n}\n"}, build=GOPATH_BUILD, second=True)
 
 
-def go_project(name, files, kind=untuned, **more):
+def go_project(name, files, kind=untuned, command="./server", **more):
     """A project of several packages, which find each other below the name shop."""
-    kind(name, "./server", files,
+    kind(name, command, files,
          build=["sh", "-c", "mkdir -p path/src && ln -s ../.. path/src/shop && GOPATH=$PWD/path:/usr/share/gocode "
                             "go build -o server shop/cmd/server"], **more)
 
@@ -4752,6 +4752,224 @@ untuned("aiohttp, exception on stderr, then time.sleep(300)", py("bot.py"),
                    "        # Keep the process alive\n        time.sleep(300)\nelse:\n"
                    '    sys.stderr.write("\\nSet the variables first\\n")\n    time.sleep(300)\n'},
         environment={"BOT_TOKEN": "1:x"})
+
+# Drawn at random from public projects a sixth time, by other words again.
+# A finder of meals: routes first, the port last, and a word when anything fails.
+untuned("Express, httpServer.listen({ port, host }) within a try", "npm start",
+        {"package.json": '{"name": "eats", "type": "module", "scripts": {"start": "node server/index.js"}}\n',
+         "server/index.js": 'import express from "express";\nimport { createServer } from "http";\n'
+                            'import { registerRoutes } from "./routes.js";\n\nconst app = express();\n'
+                            "const httpServer = createServer(app);\napp.use(express.json());\n\nfunction log(message) {\n"
+                            "  console.log(`${new Date().toLocaleTimeString()} [eats] ${message}`);\n}\n\n(async () => {\n"
+                            "  try {\n    await registerRoutes(httpServer, app);\n\n    app.use((err, _req, res, next) => {\n"
+                            "      if (res.headersSent) return next(err);\n"
+                            "      return res.status(err.status || 500).json({ message: err.message });\n    });\n\n"
+                            '    const port = parseInt(process.env.PORT || "%P", 10);\n'
+                            '    httpServer.listen({ port, host: "0.0.0.0" }, () => {\n      log(`live on port ${port}`);\n'
+                            '    });\n  } catch (err) {\n    console.error("startup:", err.message);\n    process.exit(1);\n'
+                            "  }\n})();\n",
+         "server/routes.js": "export async function registerRoutes(httpServer, app) {\n"
+                             '  app.get("/api/meals", (_req, res) => res.json([]));\n}\n'})
+# A node of a chain of blocks: all settings of a folder are put together.
+untuned("Fastify, global.CONFIG of CONFIGS_PATH, error hidden behind a word", "node daemon.js",
+        {"package.json": '{"name": "chain", "type": "module"}\n',
+         "daemon.js": "import fastify from 'fastify'\nimport fs from 'fs'\n"
+                      "import { LOG, PATH_RESOLVE } from './utils/utils.js'\n\nprocess.env.CHAIN_MODE ||= 'main'\n\n"
+                      ";['CHAINDATA', 'GENESIS', 'CONFIGS'].forEach(scope =>\n"
+                      "    process.env[`${scope}_PATH`] ||= PATH_RESOLVE((process.env.CHAIN_MODE === 'main' ? 'MAINNET/' : "
+                      "'TESTNET/') + scope)\n)\n\nglobal.CONFIG = {}\n\n//Load all the configs\n"
+                      "fs.readdirSync(process.env.CONFIGS_PATH).forEach(file =>\n"
+                      "    Object.assign(global.CONFIG, JSON.parse(fs.readFileSync(process.env.CONFIGS_PATH + `/${file}`)))\n"
+                      ")\n\n!fs.existsSync(process.env.CHAINDATA_PATH) && fs.mkdirSync(process.env.CHAINDATA_PATH)\n\n"
+                      "export const SERVER = fastify(global.CONFIG.FASTIFY_OPTIONS)\n\n"
+                      "SERVER.get('/info', () => ({ interface: global.CONFIG.INTERFACE }))\n\n"
+                      "SERVER.listen({port:global.CONFIG.PORT,host:global.CONFIG.INTERFACE},(err,_address)=>{\n\n"
+                      "    if(!err) LOG(`Node started on [${global.CONFIG.INTERFACE}]:${global.CONFIG.PORT}`,'S')\n\n"
+                      "    else LOG('Oops,some problems with server module','F')\n\n})\n",
+         "utils/utils.js": "import path from 'path'\nimport { fileURLToPath } from 'url'\n\n"
+                           "export const PATH_RESOLVE = where => path.join(path.dirname(fileURLToPath(import.meta.url)), '..', "
+                           "where)\n"
+                           "export const LOG = (text, kind) => console.log(`[${new Date().toISOString()}] ${kind} ${text}`)\n",
+         "MAINNET/CONFIGS/node.json": '{\n    "INTERFACE": "::",\n    "PORT": %P,\n    "FASTIFY_OPTIONS": {"logger": false}\n'
+                                      "}\n",
+         "MAINNET/CONFIGS/symbiote.json": '{\n    "WORKFLOW": "dev",\n    "MAX_PAYLOAD": 1048576\n}\n'})
+# A stage for the parts of a desk program, without the program.
+untuned('Vite, VISUAL_PORT imported from "./ports", not strict', "npm run dev:ui",
+        {"package.json": '{"name": "desktop", "type": "module", "private": true, "scripts": {"dev:ui": "vite --config '
+                         'dev/vite.config.ts", "visual": "vite preview --config dev/vite.config.ts"}}\n',
+         "dev/vite.config.ts": 'import { defineConfig } from "vite";\n\nimport { VISUAL_PORT } from "./ports";\n\n'
+                               "// Draws the reports with samples in a plain browser.\nexport default defineConfig({\n"
+                               '  root: import.meta.dirname,\n  cacheDir: ".vite",\n'
+                               "  server: { port: VISUAL_PORT, open: false, host: true },\n"
+                               "  preview: { port: VISUAL_PORT, strictPort: true },\n"
+                               '  build: { outDir: "dist-ui", emptyOutDir: true, target: "esnext" },\n'
+                               "  json: { stringify: true },\n});\n",
+         "dev/ports.ts": "/** One number for the stage and for the tests of its pictures. */\nexport const VISUAL_PORT = %P;\n",
+         "dev/index.html": "<!doctype html><title>stage</title><script type=module src=/main.ts></script>\n",
+         "dev/main.ts": "document.title = 'on';\n"})
+# A shop's last page, which takes its buttons from another server.
+untuned("Vite, federation with remotes: on another port, cors: true", "npm run dev --prefix checkout",
+        {"checkout/package.json": '{"name": "checkout", "type": "module", "private": true, "scripts": {"dev": "vite", '
+                                  '"preview": "vite preview"}}\n',
+         "checkout/vite.config.js": 'import { defineConfig } from "vite";\n'
+                                    'import federation from "@originjs/vite-plugin-federation";\n\n'
+                                    'export default defineConfig({\n  cacheDir: ".vite",\n  plugins: [\n    federation({\n'
+                                    '      name: "checkoutApp",\n      filename: "remoteEntry.js",\n      remotes: {\n'
+                                    '        designSystem: "http://localhost:%D/assets/remoteEntry.js",\n      },\n'
+                                    '      exposes: {\n        "./CheckoutPage": "./src/CheckoutPage.js",\n      },\n    }),\n'
+                                    '  ],\n  build: { target: "esnext", minify: false, cssCodeSplit: false },\n'
+                                    "  server: { port: %P, cors: true },\n  preview: { port: %P, cors: true },\n});\n",
+         "checkout/index.html": "<!doctype html><title>checkout</title><script type=module src=/src/CheckoutPage.js></script>\n",
+         "checkout/src/CheckoutPage.js": "document.title = 'on';\nexport default () => 'checkout';\n"}, second=True)
+# A page whose API's port a test moves by a variable.
+untuned("Vite, defineConfig of vitest/config, PORTA_API ?? a number", "npm run dev",
+        {"package.json": '{"name": "gestao", "type": "module", "private": true, "scripts": {"dev": "vite", "test": "vitest '
+                         'run"}}\n',
+         "vite.config.ts": "import { defineConfig } from 'vitest/config'\n\n// https://vite.dev/config/\n"
+                           "export default defineConfig({\n  cacheDir: '.vite',\n"
+                           "  // /api goes to the local API, for the sake of the session's cookie.\n"
+                           "  server: { port: %P, strictPort: true, proxy: { '/api': `http://127.0.0.1:${process.env.PORTA_API "
+                           "?? %D}` } },\n  test: {\n    pool: 'threads',\n    setupFiles: ['./src/test/setup.ts'],\n  },\n})\n",
+         "index.html": "<!doctype html><title>gestao</title><script type=module src=/src/main.ts></script>\n",
+         "src/main.ts": "document.title = 'on';\n", "src/test/setup.ts": "export {};\n"}, second=True)
+# A game that a bot plays: the script starts the page's server itself, and says little.
+untuned("createServer of vite, logLevel: 'error', const PORT", "npm run play",
+        {"package.json": '{"name": "game", "type": "module", "private": true, "scripts": {"dev": "vite", "play": "node '
+                         'tools/play.mjs"}}\n',
+         "tools/play.mjs": "import { createServer } from 'vite'\nimport { DETOUR_BUDGET } from './policy.mjs'\n\n"
+                           "const PORT = %P\nconst TIME_LIMIT = Number(process.env.PLAY_LIMIT ?? 420)\n\n"
+                           "const server = await createServer({ root: '.', cacheDir: '.vite', server: { port: PORT }, "
+                           "logLevel: 'error' })\nawait server.listen()\n\ntry {\n"
+                           "  console.log(`playing http://localhost:${PORT}/?lowfx=1 for ${TIME_LIMIT} seconds, "
+                           "${DETOUR_BUDGET} m aside`)\n"
+                           "  await new Promise((resolve) => setTimeout(resolve, TIME_LIMIT * 1000))\n} finally {\n"
+                           "  await server.close()\n}\n",
+         "tools/policy.mjs": "export const DETOUR_BUDGET = 40\n",
+         "index.html": "<!doctype html><title>game</title><script type=module src=/src/main.js></script>\n",
+         "src/main.js": "document.title = 'on';\n"})
+# A pole's overseer: a board for people on one port, sockets for the poles on another.
+untuned("WebSocketServer({ host, port: OCPP_PORT }) before app.listen(PORT, HOST)", "node src/server.js",
+        {"package.json": '{"name": "csms", "type": "module", "private": true}\n',
+         "src/server.js": "import express from 'express';\nimport { WebSocketServer } from 'ws';\n\nconst app = express();\n"
+                          "const PORT = process.env.PORT || 28088;\nconst OCPP_PORT = process.env.OCPP_PORT || %P;\n"
+                          "const HOST = process.env.HOST || '0.0.0.0';\n\napp.use(express.json());\n\n"
+                          "const clients = new Map();\n"
+                          "const wsUrl = process.env.WS_URL || `ws://${HOST === '0.0.0.0' ? 'localhost' : "
+                          "HOST}:${OCPP_PORT}`;\n\nconsole.log(`OCPP WebSocket: ${wsUrl}`);\n\n"
+                          "app.get('/api/chargers', (req, res) => {\n  res.json({ chargers: Array.from(clients.keys()) });\n"
+                          "});\n\nconst wss = new WebSocketServer({ host: HOST, port: OCPP_PORT });\n\n"
+                          "wss.on('connection', (ws, req) => {\n  clients.set(req.url.slice(1), ws);\n});\n\n"
+                          "// Start HTTP server\napp.listen(PORT, HOST, () => {\n  console.log('Available endpoints:');\n"
+                          "  console.log('  GET  /api/chargers');\n});\n\nprocess.on('SIGINT', () => {\n  wss.close();\n"
+                          "  process.exit(0);\n});\n"})
+# A hub of terminals in a browser: the page's port while it is developed stands beside its own.
+untuned("node:http, AGENTHUB_PORT ?? a number beside DEV_WEB_PORT", "npx tsx server/index.ts",
+        {"package.json": '{"name": "hub", "type": "module", "private": true}\n',
+         "server/index.ts": "import http from 'node:http';\nimport { WebSocketServer, type WebSocket } from 'ws';\n"
+                            "import { Session } from './session.ts';\n\nconst HOST = '127.0.0.1';\n"
+                            "const PORT = Number(process.env.AGENTHUB_PORT ?? %P);\nconst DEV_WEB_PORT = %D;\n\n"
+                            "const sessions = new Map<string, Session>();\n"
+                            "const ALLOWED_PORTS = new Set([String(PORT), String(DEV_WEB_PORT)]);\n\n"
+                            "function isTrusted(req: http.IncomingMessage): boolean {\n  const origin = req.headers.origin;\n"
+                            "  return !origin || ALLOWED_PORTS.has(new URL(origin).port);\n}\n\n"
+                            "const server = http.createServer((req, res) => {\n  res.writeHead(isTrusted(req) ? 200 : 403);\n"
+                            "  res.end();\n});\n\nconst wss = new WebSocketServer({ noServer: true });\n"
+                            "server.on('upgrade', (req, socket, head) => {\n  if (!isTrusted(req)) return socket.destroy();\n"
+                            "  wss.handleUpgrade(req, socket, head, (ws: WebSocket) => sessions.set('1', new Session(ws)));\n"
+                            "});\n\nfunction shutdown() {\n  for (const session of sessions.values()) session.dispose();\n"
+                            "  process.exit(0);\n}\nprocess.on('SIGINT', shutdown);\nprocess.on('SIGTERM', shutdown);\n\n"
+                            "server.listen(PORT, HOST, () => {\n  console.log(`hub on http://${HOST}:${PORT}`);\n});\n",
+         "server/session.ts": "import type { WebSocket } from 'ws';\n\nexport class Session {\n  private ws: WebSocket;\n\n"
+                              "  constructor(ws: WebSocket) {\n    this.ws = ws;\n  }\n\n  dispose() {\n    this.ws.close();\n"
+                              "  }\n}\n"}, second=True)
+# A collector of data from radios, over two protocols.
+untuned("node, net: server.listen(PORT, HOST) after udpServer.bind(udpPORT, udpHOST)", "node server.js",
+        {"server.js": "var net = require('net');\nvar dgram = require('dgram');\n\nvar HOST = '0.0.0.0';\nvar PORT = %P;\n"
+                      "var udpHOST = '127.0.0.1';\nvar udpPORT = %D;\n\nvar udpServer = dgram.createSocket('udp4');\n"
+                      "udpServer.on('message', function(message, remote) {\n"
+                      "\tconsole.log(remote.address + ':' + remote.port + ' - ' + indexOfNth(44, message, 1));\n});\n\n"
+                      "var server = net.createServer(function(sock) {\n\tsock.on('data', function(data) {\n"
+                      "\t\tconsole.log('DATA ' + sock.remoteAddress + ': ' + countValues(44, data));\n\t});\n});\n\n"
+                      "function indexOfNth(needle, haystack, count)\n{\n\tvar index = -1;\n\tfor(var n=0; n<count; n++)\n\t{\n"
+                      "\t\tindex = haystack.indexOf(needle, index + 1);\n\t}\n\treturn index;\n}\n\n"
+                      "function countValues(needle, haystack)\n{\n"
+                      "\treturn haystack.filter(function(value) { return value==needle; }).length;\n}\n\n"
+                      "udpServer.bind(udpPORT, udpHOST);\nserver.listen(PORT, HOST);\n"}, second=True)
+# A chat that lets others log people in: its own place and the other's are addresses.
+untuned("cd apps/chat, next dev -H 0.0.0.0 -p, AUTH_ORIGIN elsewhere", "npm run dev --workspace=apps/chat",
+        {"package.json": '{"name": "kit", "private": true, "workspaces": ["apps/*"]}\n',
+         "apps/chat/package.json": '{"name": "@kit/chat", "version": "0.1.0", "private": true, "scripts": {"dev": "next dev -H '
+                                   '0.0.0.0 -p %P", "build": "next build"}}\n',
+         "apps/chat/.env.local": "CHAT_ORIGIN=http://chat.lvh.me:%P\nNEXT_PUBLIC_AUTH_ORIGIN=http://auth.lvh.me:%D\n"
+                                 "COOKIE_DOMAIN=lvh.me\n",
+         "apps/chat/next.config.mjs": "export default { reactStrictMode: true };\n",
+         "apps/chat/pages/index.js": "export default function Home() { return process.env.NEXT_PUBLIC_AUTH_ORIGIN; }\n"},
+        second=True)
+# A sample of an API from its description: it listens when the database has answered.
+untuned("http.createServer(app).listen(serverPort) after connect(mongodb://)", "node index.js",
+        {"package.json": '{"name": "swagger-server", "main": "index.js", "scripts": {"start": "node index.js"}}\n',
+         "index.js": "'use strict';\n\nvar fs = require('fs'),\n    path = require('path'),\n    http = require('http');\n\n"
+                     "var app = require('connect')();\nvar database = require('./utils/database');\nvar serverPort = %P;\n\n"
+                     "var options = {\n  controllers: './controllers',\n"
+                     "  spec: JSON.parse(fs.readFileSync(path.join(__dirname, 'api/swagger.json'), 'utf8'))\n};\n\n"
+                     "database.connect('mongodb://localhost:%D/students')\n  .then(() => {\n"
+                     "    console.log('Connected to MongoDB');\n\n    app.use(function (req, res) {\n"
+                     "      res.end(options.spec.info.title);\n    });\n\n    // Start the server\n"
+                     "    http.createServer(app).listen(serverPort, function () {\n"
+                     "      console.log('Your server is listening on port %d (http://localhost:%d)', serverPort, serverPort);\n"
+                     "      console.log('Swagger-ui is available on http://localhost:%d/docs', serverPort);\n    });\n  })\n"
+                     "  .catch(error => {\n    console.error('Error connecting to MongoDB:', error);\n  });\n",
+         "utils/database.js": "exports.connect = url => new Promise(done => setTimeout(() => done(new URL(url)), 300));\n",
+         "api/swagger.json": '{"swagger": "2.0", "info": {"title": "Students", "version": "1.0.0"}, "host": "localhost:%P", '
+                             '"basePath": "/v2"}\n'}, second=True)
+# A reader of notes as one long line in a shell.
+untuned("bun -e, Bun.serve({ port, hostname, async fetch",
+        ["bun", "-e",
+         '\n  Bun.serve({ port: %P, hostname: "127.0.0.1", async fetch(req) {\n'
+         '    const f = Bun.file("./docs" + new URL(req.url).pathname + ".md");\n'
+         '    return await f.exists() ? new Response(await f.text()) : new Response("Not Found", { status: 404 });\n  }});\n'
+         '  console.log("Serving on :%P");\n'],
+        {"docs/index.md": "# Notes\n"})
+# A look at a game that was built: the folder first, the port after it.
+untuned("node tools/serve.mjs DIR PORT, Number(process.argv[3])", "node tools/serve.mjs dist %P",
+        {"tools/serve.mjs": "// A server of plain files, to look at what was built.\n"
+                            'import { createServer } from "node:http";\nimport { readFile } from "node:fs/promises";\n'
+                            'import { join, extname, normalize } from "node:path";\n\nconst root = process.argv[2];\n'
+                            "const port = Number(process.argv[3] || 5299);\n"
+                            'const TYPES = { ".html": "text/html; charset=utf-8", ".js": "text/javascript; charset=utf-8" };\n'
+                            "\ncreateServer(async (req, res) => {\n"
+                            '  const path = normalize(new URL(req.url, "http://x").pathname);\n  try {\n'
+                            '    const data = await readFile(join(root, path === "/" ? "index.html" : path));\n'
+                            '    res.writeHead(200, { "content-type": TYPES[extname(path)] ?? "application/octet-stream" });\n'
+                            "    res.end(data);\n  } catch {\n    res.writeHead(404);\n    res.end();\n  }\n"
+                            "}).listen(port, () => console.log(`serving ${root} on http://localhost:${port}`));\n",
+         "dist/index.html": "<!doctype html><title>game</title>\n"})
+# A teller of tales, which listens only when it is the program itself.
+untuned("Hono, serve() behind import.meta.url, cors({ origin })", "npm run dev --prefix server",
+        {"server/package.json": '{"name": "tales", "type": "module", "private": true, "scripts": {"dev": "tsx watch '
+                                'src/index.ts"}}\n',
+         "server/src/index.ts": "import 'dotenv/config'\nimport { Hono } from 'hono'\nimport { cors } from 'hono/cors'\n"
+                                "import { serve } from '@hono/node-server'\nimport { storyRoute } from './routes/story.js'\n\n"
+                                "export const app = new Hono()\n\napp.use('/api/*', cors({ origin: 'http://localhost:%D' }))\n"
+                                "\napp.route('/api/story', storyRoute)\n\nconst port = Number(process.env.PORT ?? %P)\n\n"
+                                "if (import.meta.url === `file://${process.argv[1]}`) {\n"
+                                "  serve({ fetch: app.fetch, port }, () => {\n"
+                                "    console.log(`Server running on http://localhost:${port}`)\n  })\n}\n",
+         "server/src/routes/story.ts": "import { Hono } from 'hono'\n\nexport const storyRoute = new Hono()\n"
+                                       "storyRoute.get('/', (c) => c.json({ lines: [] }))\n",
+         "server/.env": "VOICE=low\n"}, second=True)
+# A board for those who run a site: one file of settings above all, with two ports.
+untuned("tsx watch --env-file=../../.env, ADMIN_PORT beside PORT", "npm run dev -w apps/admin",
+        {"package.json": '{"name": "site", "private": true, "workspaces": ["apps/*"]}\n',
+         ".env": "# Everything at home\nPORT=%D\nADMIN_PORT=%P\nDATABASE_URL=postgresql://localhost/site\n",
+         "apps/admin/package.json": '{"name": "admin", "version": "1.0.0", "type": "module", "scripts": {"dev": "tsx watch '
+                                    '--env-file=../../.env src/server.ts", "start": "node dist/server.js"}}\n',
+         "apps/admin/src/server.ts": "import Fastify from 'fastify';\n\nconst app = Fastify({ logger: true });\n\n"
+                                     "app.get('/', async () => ({ database: process.env.DATABASE_URL }));\n\n"
+                                     "// Not PORT: that is the public site's.\n"
+                                     "const port = Number(process.env.ADMIN_PORT ?? 3001);\n\n"
+                                     "app.listen({ port, host: '127.0.0.1' }).catch((err) => {\n  app.log.error(err);\n"
+                                     "  process.exit(1);\n});\n"}, second=True)
 
 # --- What must give no alert ---------------------------------------------------------------------
 def crashes(port):
