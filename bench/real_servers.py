@@ -4970,6 +4970,245 @@ untuned("tsx watch --env-file=../../.env, ADMIN_PORT beside PORT", "npm run dev 
                                      "const port = Number(process.env.ADMIN_PORT ?? 3001);\n\n"
                                      "app.listen({ port, host: '127.0.0.1' }).catch((err) => {\n  app.log.error(err);\n"
                                      "  process.exit(1);\n});\n"}, second=True)
+# The other end of a library's test: acts over plain TCP.
+untuned("Seneca, server.listen({type: 'tcp', port})", "node test/stubs/server.js",
+        {"test/stubs/server.js": "'use strict'\n\nvar Seneca = require('seneca')\nvar server = Seneca({ log: 'silent' })\n\n"
+                                 "server.add({foo: 'bar'}, function (message, cb) {\n  cb(null, {result: 'bar'})\n})\n\n"
+                                 "server.ready(function () {\n"
+                                 "  server.listen({type: 'tcp', port: %P}, function (err, address) {\n    if (err) {\n"
+                                 "      throw err\n    }\n\n    process.stdout.write('server is listening\\n')\n  })\n})\n"})
+# An API behind a tunnel: whatever is in the environment was looked at before.
+untuned("Nest, FastifyAdapter, config.get('PORT', { infer: true })", "npm run dev --prefix api",
+        {"api/package.json": '{"name": "api", "type": "module", "private": true, "scripts": {"dev": "tsx watch src/main.ts"}}\n',
+         "api/tsconfig.json": '{"compilerOptions": {"module": "nodenext", "target": "es2022", "experimentalDecorators": true, '
+                              '"skipLibCheck": true, "types": ["node"]}}\n',
+         "api/src/main.ts": "import 'reflect-metadata';\nimport { ConfigService } from '@nestjs/config';\n"
+                            "import { NestFactory } from '@nestjs/core';\n"
+                            "import { FastifyAdapter, type NestFastifyApplication } from '@nestjs/platform-fastify';\n\n"
+                            "import { AppModule } from './app.module.js';\n"
+                            "import type { Entorno } from './config/entorno.js';\n\n"
+                            "const app = await NestFactory.create<NestFastifyApplication>(\n  AppModule,\n"
+                            "  new FastifyAdapter({ trustProxy: true, bodyLimit: 1_048_576 }),\n  { bufferLogs: true },\n);\n"
+                            "app.setGlobalPrefix('api');\napp.flushLogs();\n\n"
+                            "const config = app.get<ConfigService<Entorno, true>>(ConfigService);\n"
+                            "await app.listen(config.get('PORT', { infer: true }), '0.0.0.0');\n",
+         "api/src/app.module.ts": "import { Module } from '@nestjs/common';\nimport { ConfigModule } from '@nestjs/config';\n\n"
+                                  "import { validarEntorno } from './config/entorno.js';\n\n@Module({\n"
+                                  "  imports: [ConfigModule.forRoot({ isGlobal: true, validate: validarEntorno })],\n})\n"
+                                  "export class AppModule {}\n",
+         "api/src/config/entorno.ts": "export interface Entorno {\n  PORT: number;\n  NODE_ENV: string;\n}\n\n"
+                                      "export function validarEntorno(crudo: Record<string, unknown>): Entorno {\n"
+                                      "  const puerto = Number(crudo.PORT ?? 3000);\n"
+                                      "  if (!Number.isInteger(puerto)) throw new Error('PORT is no number');\n"
+                                      "  return { PORT: puerto, NODE_ENV: String(crudo.NODE_ENV ?? 'development') };\n}\n",
+         "api/.env": "NODE_ENV=development\nPORT=%P\n"})
+# One of three servers that agree on locks: it knows where the others are.
+untuned("aiohttp, web.run_app(create_app(), port=settings.http_port) beside PEERS", py("-m src.nodes.server"),
+        {"src/__init__.py": "", "src/nodes/__init__.py": "",
+         "src/nodes/server.py": "import asyncio\nimport logging\n\nfrom aiohttp import web\n\n"
+                                "from src.utils.config import settings\n\n\nasync def health(_: web.Request):\n"
+                                '    return web.json_response({"node": settings.node_id, "peers": settings.peers})\n\n\n'
+                                "def create_app() -> web.Application:\n    app = web.Application()\n"
+                                '    app.router.add_get("/health", health)\n\n    async def deadlock_ctx(_: web.Application):\n'
+                                "        task = asyncio.create_task(asyncio.sleep(3600), "
+                                'name=f"deadlock-scan-{settings.node_id}")\n        try:\n            yield\n        finally:\n'
+                                "            task.cancel()\n            await asyncio.gather(task, return_exceptions=True)\n\n"
+                                "    app.cleanup_ctx.append(deadlock_ctx)\n    return app\n\n\ndef main() -> None:\n"
+                                "    logging.basicConfig(level=getattr(logging, settings.log_level.upper(), logging.INFO))\n"
+                                "    web.run_app(create_app(), host=settings.http_host, port=settings.http_port)\n\n\n"
+                                'if __name__ == "__main__":\n    main()\n',
+         "src/utils/__init__.py": "",
+         "src/utils/config.py": "import os\nfrom dataclasses import dataclass, field\n\nfrom dotenv import load_dotenv\n\n"
+                                "load_dotenv()\n\n\n@dataclass\nclass Settings:\n"
+                                '    node_id: str = os.getenv("NODE_ID", "n1")\n'
+                                '    http_host: str = os.getenv("HTTP_HOST", "0.0.0.0")\n'
+                                '    http_port: int = int(os.getenv("HTTP_PORT", "8000"))\n'
+                                '    log_level: str = os.getenv("LOG_LEVEL", "INFO")\n'
+                                '    peers: list = field(default_factory=lambda: os.getenv("PEERS", "").split(","))\n\n\n'
+                                "settings = Settings()\n",
+         ".env": "NODE_ID=n1\nHTTP_PORT=%P\nPEERS=n2@http://127.0.0.1:%D\n"}, second=True)
+# A gate to a house's sensors, told at its start where they are.
+untuned("aiohttp, --url ws://, --config, --port with a default",
+        py("gateway.py --url ws://127.0.0.1:%D/api --config config.json"),
+        {"gateway.py": '"""Hands on what the sensors say."""\nimport argparse\nimport json\nimport logging\n\n'
+                       "from aiohttp import web\n\n\ndef create_app(url, config):\n"
+                       '    with open(config, encoding="utf-8") as file:\n        names = json.load(file)["sensors"]\n'
+                       "    app = web.Application()\n\n    async def sensors(request):\n"
+                       '        return web.json_response({"from": url, "sensors": names})\n\n    async def health(request):\n'
+                       '        return web.Response(text="ok")\n\n'
+                       "    app.add_routes([web.get('/api/stream', sensors), web.get('/health', health)])\n    return app\n\n\n"
+                       "if __name__ == '__main__':\n    parser = argparse.ArgumentParser(description=__doc__)\n"
+                       "    parser.add_argument('--url', required=True)\n    parser.add_argument('--config', required=True)\n"
+                       "    parser.add_argument('--port', type=int, default=%P)\n    args = parser.parse_args()\n"
+                       "    logging.basicConfig(level=logging.INFO)\n"
+                       "    web.run_app(create_app(args.url, args.config), host='127.0.0.1', port=args.port, access_log=None)\n",
+         "config.json": '{"sensors": ["door", "stairs"]}\n'}, second=True)
+# An extra of a house's hub: its port is fixed, and it says only what it wants to.
+untuned("aiohttp, PORT as a constant, print=None, access_log=None", py("run.py"),
+        {"run.py": "from app import server\n\nserver.main()\n", "app/__init__.py": "",
+         "app/options.py": 'import json\nfrom pathlib import Path\n\nFILE = Path("data/options.json")\n\n\ndef load():\n'
+                           '    return json.loads(FILE.read_text()) if FILE.exists() else {"sites": [], "idle_minutes": 0}\n',
+         "app/server.py": "from aiohttp import web\n\nfrom . import options\n\nPORT = %P\n\n\ndef create_app(opts):\n"
+                          "    app = web.Application()\n\n    async def on_start(app_):\n"
+                          '        app_["sites"] = opts["sites"]\n\n    app.on_startup.append(on_start)\n    return app\n\n\n'
+                          "def main():\n    opts = options.load()\n"
+                          "    print(f\"Sites: {', '.join(s['name'] for s in opts['sites']) or 'none'}, asleep after \"\n"
+                          "          f\"{opts['idle_minutes'] or 'no'} minutes\", flush=True)\n"
+                          '    web.run_app(create_app(opts), host="0.0.0.0", port=PORT, print=None, access_log=None)\n',
+         "data/options.json": '{"sites": [{"name": "news"}], "idle_minutes": 15}\n'})
+# A mirror of packages, one of whose parts answers questions.
+untuned("python -m relay api, RelayConfig.from_env(), bind_port", py("-m relay api"),
+        {"relay/__init__.py": "", "relay/__main__.py": "import sys\n\nfrom relay.cli import main\n\nsys.exit(main())\n",
+         "relay/cli.py": "from __future__ import annotations\n\nimport argparse\nimport logging\n\nfrom aiohttp import web\n\n"
+                         "from relay.config import RelayConfig\nfrom relay.http import create_app\n\n\n"
+                         "def main(argv: list[str] | None = None) -> int:\n"
+                         '    logging.basicConfig(level=logging.INFO, format="%(asctime)s %(levelname)s %(name)s '
+                         '%(message)s")\n    parser = argparse.ArgumentParser(prog="relay")\n'
+                         '    parser.add_argument("command", choices=["api", "worker", "sync-once"])\n'
+                         "    args = parser.parse_args(argv)\n    config = RelayConfig.from_env()\n"
+                         '    config.ensure_directories()\n\n    if args.command == "api":\n'
+                         "        web.run_app(create_app(config), host=config.bind_host, port=config.bind_port)\n"
+                         "        return 0\n\n    return 1\n",
+         "relay/config.py": "import os\nfrom dataclasses import dataclass\nfrom pathlib import Path\n\n\n"
+                            "@dataclass(frozen=True)\nclass RelayConfig:\n    data_root: Path\n    bind_host: str\n"
+                            "    bind_port: int\n\n    @classmethod\n    def from_env(cls):\n        return cls(\n"
+                            '            data_root=Path(os.environ.get("RELAY_DATA_ROOT", "data")),\n'
+                            '            bind_host=os.environ.get("RELAY_BIND_HOST", "127.0.0.1"),\n'
+                            '            bind_port=int(os.environ.get("RELAY_BIND_PORT", "%P")),\n        )\n\n'
+                            "    def ensure_directories(self):\n        self.data_root.mkdir(parents=True, exist_ok=True)\n",
+         "relay/http.py": "from aiohttp import web\n\n\ndef create_app(config):\n    app = web.Application()\n"
+                          '    app["config"] = config\n    return app\n'})
+# An example for a lesson: sockets of a loop, and a port that must be given.
+untuned("asyncio, loop.sock_accept, --port required", py("server.py -p %P -v INFO"),
+        {"server.py": "#!/usr/bin/env python3\n\nimport asyncio\nimport logging\nimport socket\n\n\nclass ConnectedSocket:\n\n"
+                      "    def __init__(self, client, loop):\n        self._client = client\n        self._loop = loop\n\n"
+                      "    async def process(self):\n        while True:\n"
+                      "            data = await self._loop.sock_recv(self._client, 1024)\n            if not data:\n"
+                      "                self._client.close()\n                break\n"
+                      "            await self._loop.sock_sendall(self._client, data.swapcase())\n\n\nclass ListeningSocket:\n\n"
+                      "    def __init__(self, local_port, loop):\n        self._loop = loop\n"
+                      "        self._local_port = local_port\n\n    def listen(self):\n"
+                      "        self._socket = socket.socket(socket.AF_INET, socket.SOCK_STREAM)\n"
+                      '        self._socket.setblocking(False)\n        self._socket.bind(("", self._local_port))\n'
+                      '        self._socket.listen()\n        logging.info("Listening on %d" % self._local_port)\n\n'
+                      "    async def accept_connection(self):\n        while True:\n"
+                      "            client, _ = await self._loop.sock_accept(self._socket)\n"
+                      "            self._loop.create_task(ConnectedSocket(client, self._loop).process())\n\n\n"
+                      "def init(local_port):\n    loop = asyncio.new_event_loop()\n"
+                      "    listening = ListeningSocket(local_port, loop)\n    listening.listen()\n"
+                      "    loop.create_task(listening.accept_connection())\n    loop.run_forever()\n\n\n"
+                      'if __name__ == "__main__":\n    import argparse\n'
+                      "    parser = argparse.ArgumentParser(description='An example of a server without threads.')\n"
+                      '    parser.add_argument("--port", "-p", type=int, required=True,\n'
+                      '            help="Local port listening for clients")\n    parser.add_argument("--verbosity", "-v",\n'
+                      '            choices=["DEBUG", "INFO", "WARN", "ERROR"], default="WARN")\n'
+                      "    args = parser.parse_args()\n    logging.basicConfig(level=getattr(logging, args.verbosity))\n"
+                      "    init(args.port)\n"})
+# A camera's keeper: what the command line says goes into the environment, before the settings are read.
+untuned('uvicorn.run, args.port into os.environ["SERVER_PORT"]', py("main.py --port %P --device cpu"),
+        {"main.py": 'import argparse\nimport os\n\nfrom fastapi import FastAPI\n\napp = FastAPI(title="Camera")\n\n\n'
+                    '@app.get("/api/status")\ndef status():\n'
+                    '    return {"cameras": os.environ.get("CAMERA_SOURCES", "0").split(",")}\n\n\ndef main():\n'
+                    '    """Main entry point"""\n    parser = argparse.ArgumentParser(description="Pictures without faces")\n'
+                    '    parser.add_argument("--port", "-p", type=int, default=None, help="Web server port")\n'
+                    '    parser.add_argument("--host", type=str, default=None, help="Web server host")\n'
+                    '    parser.add_argument("--camera", "-c", type=str, default=None, help="Camera source")\n'
+                    '    parser.add_argument("--device", "-d", type=str, choices=["cuda", "cpu"], default=None, '
+                    'help="Device")\n    args = parser.parse_args()\n\n    # The settings are the one source of truth.\n'
+                    '    if args.port: os.environ["SERVER_PORT"] = str(args.port)\n'
+                    '    if args.host: os.environ["SERVER_HOST"] = args.host\n'
+                    '    if args.camera: os.environ["CAMERA_SOURCES"] = args.camera\n'
+                    '    if args.device: os.environ["DEVICE"] = args.device\n\n    import uvicorn\n'
+                    "    from config import Config\n\n    config = Config()\n"
+                    '    print(f"Device {config.device}, port {config.server_port}")\n'
+                    '    uvicorn.run(app, host=config.server_host, port=config.server_port, log_level="warning")\n\n\n'
+                    'if __name__ == "__main__":\n    main()\n',
+         "config.py": "import os\n\n\nclass Config:\n    def __init__(self):\n"
+                      '        self.server_host = os.getenv("SERVER_HOST", "0.0.0.0")\n'
+                      '        self.server_port = int(os.getenv("SERVER_PORT", "8000"))\n'
+                      '        self.device = os.getenv("DEVICE", "cuda")\n'})
+# A server that hands out work: YAML first, the command line over it.
+untuned('HTTPServer, cfg.setdefault("server", {})["port"] of config/server.yaml', py("server/main.py -c config/server.yaml"),
+        {"server/main.py": "import logging\nimport threading\n"
+                           "from http.server import BaseHTTPRequestHandler, ThreadingHTTPServer\nfrom pathlib import Path\n\n"
+                           'import yaml\n\nlog = logging.getLogger("server")\n\n\nclass Controller(threading.Thread):\n'
+                           "    def __init__(self):\n        super().__init__(daemon=True)\n        self._running = True\n\n"
+                           "    def run(self):\n        while self._running:\n            threading.Event().wait(1)\n\n\n"
+                           "class Handler(BaseHTTPRequestHandler):\n    def do_GET(self):\n        self.send_response(204)\n"
+                           "        self.end_headers()\n\n\ndef start(cfg: dict) -> None:\n    ctrl = Controller()\n"
+                           '    ctrl.start()\n    srv_cfg = cfg.get("server", {})\n'
+                           '    server = ThreadingHTTPServer((srv_cfg.get("host", "0.0.0.0"), srv_cfg.get("port", 8080)), '
+                           'Handler)\n    log.info("Listening on %s:%s", *server.server_address)\n    try:\n'
+                           "        server.serve_forever()\n    finally:\n        ctrl._running = False\n"
+                           "        server.server_close()\n\n\ndef main() -> None:\n    import argparse\n\n"
+                           '    logging.basicConfig(level=logging.INFO, format="%(asctime)s %(levelname)-8s %(name)s: '
+                           '%(message)s")\n\n    parser = argparse.ArgumentParser(description="Hands out tasks")\n'
+                           '    parser.add_argument("--config", "-c", default="config/server.yaml", help="Config file path")\n'
+                           '    parser.add_argument("--host", help="Bind host (overrides config)")\n'
+                           '    parser.add_argument("--port", "-p", type=int, help="Bind port (overrides config)")\n'
+                           "    args = parser.parse_args()\n\n    cfg: dict = {}\n    if Path(args.config).exists():\n"
+                           "        with open(args.config) as f:\n            cfg = yaml.safe_load(f) or {}\n    else:\n"
+                           '        log.warning("Config file not found: %s, using defaults", args.config)\n\n'
+                           '    if args.host:\n        cfg.setdefault("server", {})["host"] = args.host\n    if args.port:\n'
+                           '        cfg.setdefault("server", {})["port"] = args.port\n\n    start(cfg)\n\n\n'
+                           'if __name__ == "__main__":\n    main()\n',
+         "config/server.yaml": "server:\n  host: 127.0.0.1\n  port: %P\nscheduler:\n  policy: fifo\n  max_retries: 3\n"})
+# A house's console: where it listens is an address with a scheme.
+untuned("waitress, urlsplit(env.listener)", py("src/main.py"),
+        {"src/main.py": "import urllib.parse\n\nfrom flask import Flask, jsonify\nfrom waitress import serve\n\nimport env\n\n"
+                        "\ndef create_app():\n    app = Flask(__name__)\n\n"
+                        "    @app.route('/api/maintenance', methods=['GET'])\n    def maintenance():\n"
+                        "        return jsonify([{'id': 1, 'name': 'restart', 'group': 'house'}])\n\n    return app\n\n\n"
+                        "if __name__ == '__main__':\n    app = create_app()\n\n"
+                        "    print(f'Starting Admin Console API at {env.listener}')\n\n"
+                        "    parsed = urllib.parse.urlsplit(env.listener)\n"
+                        "    serve(app, host=parsed.hostname, port=parsed.port)\n",
+         "src/env.py": "import os\n\nlistener = os.environ.get('LISTENER', 'http://127.0.0.1:%P')\n"
+                       "auth_token = os.environ.get('AUTH_TOKEN')\n"})
+# Both halves of a project from one script, which takes them along when it ends.
+untuned("trap 'kill 0' EXIT, uvicorn --port & then npm run dev", "bash dev.sh",
+        {"dev.sh": "#!/usr/bin/env bash\n# Starts backend and frontend for development.\nset -e\n\n"
+                   "SCRIPT_DIR=\"$(cd \"$(dirname \"$0\")\" && pwd)\"\n\ntrap 'kill 0' EXIT\n\n"
+                   'echo "Backend on http://localhost:%P"\ncd "$SCRIPT_DIR/backend"\nuvicorn main:app --reload --port %P &\n\n'
+                   'echo "Frontend on http://localhost:28089"\ncd "$SCRIPT_DIR/frontend"\nnpm run dev\n',
+         "backend/main.py": 'from fastapi import FastAPI\n\napp = FastAPI()\n\n\n@app.get("/api/health")\ndef health():\n'
+                            '    return {"ok": True}\n',
+         "frontend/package.json": '{"name": "frontend", "private": true, "type": "module", "scripts": {"dev": "vite"}}\n',
+         "frontend/vite.config.js": "import { defineConfig } from 'vite'\n\nexport default defineConfig({\n"
+                                    "  cacheDir: '.vite',\n"
+                                    "  server: { port: 28089, proxy: { '/api': 'http://localhost:%P' } },\n})\n",
+         "frontend/index.html": "<!doctype html><title>both</title><script type=module src=/main.js></script>\n",
+         "frontend/main.js": "document.title = 'on';\n"})
+# Lamps by TCP: whatever the system refuses is said in the program's own words.
+untuned("socket.bind((HOST, PORT)) within try, OSError printed, return 1", py("light_server.py"),
+        {"light_server.py": 'import json\nimport socket\nimport sys\nimport threading\n\nHOST = "0.0.0.0"\nPORT = %P\n'
+                            "CHANNEL_IDS = [1, 2, 3, 4]\n\n\ndef handle_client(conn, addr):\n    try:\n"
+                            '        order = json.loads(conn.recv(1024))\n        print(f"[order] {addr[0]}: {order}")\n'
+                            '    except (ValueError, OSError) as e:\n        print(f"[connection] {addr[0]}:{addr[1]}: {e}")\n'
+                            "    finally:\n        conn.close()\n\n\ndef main() -> int:\n"
+                            "    server_sock = socket.socket(socket.AF_INET, socket.SOCK_STREAM)\n"
+                            "    server_sock.setsockopt(socket.SOL_SOCKET, socket.SO_REUSEADDR, 1)\n\n    try:\n"
+                            '        server_sock.bind((HOST, PORT))\n        server_sock.listen(5)\n        print("=" * 50)\n'
+                            '        print(f"listening: {HOST}:{PORT}, channels {CHANNEL_IDS}")\n'
+                            '        print("=" * 50 + "\\n", flush=True)\n\n        while True:\n'
+                            "            conn, addr = server_sock.accept()\n"
+                            "            threading.Thread(target=handle_client, args=(conn, addr), daemon=True).start()\n\n"
+                            '    except KeyboardInterrupt:\n        print("\\n[stopped]")\n    except OSError as e:\n'
+                            '        print(f"[not started] {e}")\n        return 1\n    finally:\n        server_sock.close()\n'
+                            '    return 0\n\n\nif __name__ == "__main__":\n    sys.exit(main())\n'})
+# A chat of a course: the port is what a function takes when nothing is given.
+untuned("socket, create_socket(HOST='', PORT=...) as defaults", py("server.py"),
+        {"server.py": "import socket\nfrom threading import Thread, Event\n\nimport utils\n\n\n"
+                      "def create_socket(HOST='', PORT=%P):\n    sock = socket.socket(socket.AF_INET, socket.SOCK_STREAM)\n"
+                      "    sock.setsockopt(socket.SOL_SOCKET, socket.SO_REUSEADDR, 1)\n    sock.bind((HOST, PORT))\n"
+                      "    sock.listen(5)\n    sock.settimeout(0.1)\n    return sock\n\n\ndef talk(connection):\n"
+                      "    with connection:\n        for line in connection.makefile():\n"
+                      "            connection.sendall(utils.frame(line))\n\n\ndef accept(sock, stop):\n"
+                      "    while not stop.is_set():\n        try:\n            connection, _ = sock.accept()\n"
+                      "        except socket.timeout:\n            continue\n"
+                      "        Thread(target=talk, args=(connection,), daemon=True).start()\n\n\nif __name__ == '__main__':\n"
+                      "    server = create_socket()\n    accept(server, Event())\n",
+         "utils.py": "def frame(line):\n    return f'<{line.strip()}>\\n'.encode()\n"})
 
 # --- What must give no alert ---------------------------------------------------------------------
 def crashes(port):
