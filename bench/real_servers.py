@@ -5209,6 +5209,353 @@ untuned("socket, create_socket(HOST='', PORT=...) as defaults", py("server.py"),
                       "        Thread(target=talk, args=(connection,), daemon=True).start()\n\n\nif __name__ == '__main__':\n"
                       "    server = create_socket()\n    accept(server, Event())\n",
          "utils.py": "def frame(line):\n    return f'<{line.strip()}>\\n'.encode()\n"})
+# Four cameras as one picture: a taken port is said in whole sentences.
+untuned("Java, HttpServer, args[0] or DEFAULT_PORT, BindException answered", "java -cp out panorama.VideoStreamingServer %P",
+        {"src/panorama/VideoStreamingServer.java": "package panorama;\n\nimport com.sun.net.httpserver.HttpServer;\n"
+                                                   "import java.io.IOException;\nimport java.net.BindException;\n"
+                                                   "import java.net.InetSocketAddress;\n"
+                                                   "import java.util.concurrent.Executors;\n\n"
+                                                   "public class VideoStreamingServer {\n"
+                                                   "    static final int DEFAULT_PORT  = 9090;\n"
+                                                   "    static final int TARGET_HEIGHT = 360;\n"
+                                                   "    static final int TARGET_WIDTH  = 640;\n\n"
+                                                   "    public static void main(String[] args) throws IOException {\n"
+                                                   "        int port = args.length > 0 ? Integer.parseInt(args[0]) : "
+                                                   "DEFAULT_PORT;\n        if (port < 0 || port > 65535) {\n"
+                                                   '            System.err.println("No port: " + port + ".");\n'
+                                                   "            return;\n        }\n\n        HttpServer server;\n"
+                                                   "        try {\n"
+                                                   "            InetSocketAddress bindAddress = new "
+                                                   'InetSocketAddress("0.0.0.0", port);\n'
+                                                   "            server = HttpServer.create(bindAddress, 0);\n"
+                                                   "        } catch (BindException e) {\n"
+                                                   '            System.err.println("Port " + port + " is already in use. Stop '
+                                                   'the other process or choose another port.");\n            return;\n'
+                                                   '        }\n\n        server.createContext("/meta", exchange -> {\n'
+                                                   '            byte[] meta = (TARGET_WIDTH + "x" + '
+                                                   "TARGET_HEIGHT).getBytes();\n"
+                                                   "            exchange.sendResponseHeaders(200, meta.length);\n"
+                                                   "            exchange.getResponseBody().write(meta);\n"
+                                                   "            exchange.close();\n        });\n"
+                                                   "        server.setExecutor(Executors.newFixedThreadPool(4));\n"
+                                                   "        server.start();\n\n"
+                                                   '        System.out.println("Server started on port " + port);\n'
+                                                   '        System.out.println("Metadata: http://localhost:" + port + '
+                                                   '"/meta");\n    }\n}\n'},
+        build=["sh", "-c", "javac -d out $(find . -name '*.java')"])
+# A proxy of a game's servers: packets come to a port of the handler's, and the proxy lives on without.
+untuned('Java, executor.submit: ServerSocket().bind(new InetSocketAddress("0.0.0.0", PORT))', "java -cp out proxy.Proxy",
+        {"src/proxy/Proxy.java": "package proxy;\n\nimport proxy.packet.PacketHandler;\n\npublic class Proxy {\n"
+                                 "    public static void main(String[] args) throws InterruptedException {\n"
+                                 "        new PacketHandler().upServer();\n        while (true) {\n"
+                                 "            Thread.sleep(50);\n        }\n    }\n}\n",
+         "src/proxy/packet/PacketHandler.java": "package proxy.packet;\n\nimport java.io.DataInputStream;\n"
+                                                "import java.io.IOException;\nimport java.net.InetSocketAddress;\n"
+                                                "import java.net.ServerSocket;\nimport java.net.Socket;\n"
+                                                "import java.util.HashSet;\nimport java.util.concurrent.ExecutorService;\n"
+                                                "import java.util.concurrent.Executors;\n\npublic class PacketHandler {\n\n"
+                                                "    private final ExecutorService executor = "
+                                                "Executors.newCachedThreadPool();\n"
+                                                "    private static final HashSet<Socket> sockets = new HashSet<>();\n\n"
+                                                "    private final int PORT = %P;\n\n    public void upServer() {\n"
+                                                "        executor.submit(() -> {\n"
+                                                "            try (ServerSocket serverSocket = new ServerSocket()) {\n"
+                                                "                serverSocket.setReuseAddress(true);\n"
+                                                '                serverSocket.bind(new InetSocketAddress("0.0.0.0", PORT));\n'
+                                                '                System.out.printf("Listening at 0.0.0.0:%d%n", PORT);\n\n'
+                                                "                while (!Thread.currentThread().isInterrupted()) {\n"
+                                                "                    Socket socket = serverSocket.accept();\n"
+                                                "                    socket.setTcpNoDelay(true);\n"
+                                                "                    sockets.add(socket);\n"
+                                                "                    executor.submit(() -> startListening(socket));\n"
+                                                "                }\n            } catch (IOException e) {\n"
+                                                "                e.printStackTrace();\n            }\n        });\n    }\n\n"
+                                                "    private void startListening(Socket socket) {\n"
+                                                "        try (DataInputStream in = new "
+                                                "DataInputStream(socket.getInputStream())) {\n"
+                                                "            in.readFully(new byte[in.readInt()]);\n"
+                                                "        } catch (IOException e) {\n            sockets.remove(socket);\n"
+                                                "        }\n    }\n}\n"},
+        build=["sh", "-c", "javac -d out $(find . -name '*.java')"])
+# A broker of devices: orders over TCP, data over UDP at another number.
+untuned("Java, getInstance() of a SocketServer, ServerSocket beside DatagramSocket", "java -cp out broker.BrokerApplication",
+        {"src/broker/BrokerApplication.java": "package broker;\n\npublic class BrokerApplication {\n"
+                                              "    public static void main(String[] args) {\n"
+                                              "        SocketServer.getInstance().accept();\n    }\n}\n",
+         "src/broker/SocketServer.java": "package broker;\n\nimport java.io.IOException;\nimport java.net.DatagramSocket;\n"
+                                         "import java.net.InetSocketAddress;\nimport java.net.ServerSocket;\n\n"
+                                         "public class SocketServer {\n    private static ServerSocket tcpServer;\n"
+                                         "    private static DatagramSocket udpServer;\n"
+                                         "    private static SocketServer instance;\n\n    private SocketServer() {\n"
+                                         "        try {\n"
+                                         '            InetSocketAddress address = new InetSocketAddress("0.0.0.0", %P);\n'
+                                         "            tcpServer = new ServerSocket();\n            tcpServer.bind(address);\n\n"
+                                         '            System.out.println("TCP server started on port %P.");\n\n'
+                                         "            udpServer = new DatagramSocket(%D);\n"
+                                         '            System.out.println("UDP server started on port %D.");\n'
+                                         "        } catch (IOException e) {\n"
+                                         '            throw new RuntimeException("The server was not started.", e);\n'
+                                         "        }\n    }\n\n    // singleton\n"
+                                         "    public static SocketServer getInstance() {\n        if (instance == null) {\n"
+                                         "            instance = new SocketServer();\n        }\n        return instance;\n"
+                                         "    }\n\n    public void accept() {\n        while (true) {\n            try {\n"
+                                         "                tcpServer.accept().close();\n            } catch (IOException e) {\n"
+                                         "                udpServer.close();\n                return;\n            }\n"
+                                         "        }\n    }\n}\n"},
+        build=["sh", "-c", "javac -d out $(find . -name '*.java')"], second=True)
+# A school's cookies of fortune: a port and a file.
+untuned("Java, ServerSocket(Integer.parseInt(args[0])), a file as args[1]", "java -cp out fc.server.ServerApp %P cookie_file.txt",
+        {"src/fc/server/ServerApp.java": "package fc.server;\n\nimport java.io.DataInputStream;\n"
+                                         "import java.io.DataOutputStream;\nimport java.io.IOException;\n"
+                                         "import java.net.ServerSocket;\nimport java.net.Socket;\n\npublic class ServerApp\n{\n"
+                                         "    public static void main( String[] args )\n    {\n"
+                                         "        String serverPort = args[0];\n        String cookieFilePath = args[1];\n"
+                                         "        try {\n"
+                                         '            System.out.printf("Cookie server started at %s\\n", serverPort);\n'
+                                         "            ServerSocket server = new ServerSocket(Integer.parseInt(serverPort));\n"
+                                         "            Socket sock = server.accept();\n"
+                                         "            DataInputStream dis = new DataInputStream(sock.getInputStream());\n"
+                                         "            DataOutputStream dos = new DataOutputStream(sock.getOutputStream());\n\n"
+                                         '            if (dis.readUTF().equals("get-cookie")) {\n'
+                                         "                dos.writeUTF(Cookie.getRandomCookie(cookieFilePath));\n"
+                                         '            } else {\n                dos.writeUTF("What?\\n");\n            }\n'
+                                         "            sock.close();\n        } catch (NumberFormatException nfe) {\n"
+                                         "            nfe.printStackTrace();\n        } catch (IOException e) {\n"
+                                         "            e.printStackTrace();\n        }\n    }\n}\n",
+         "src/fc/server/Cookie.java": "package fc.server;\n\nimport java.io.IOException;\nimport java.nio.file.Files;\n"
+                                      "import java.nio.file.Path;\nimport java.util.List;\nimport java.util.Random;\n\n"
+                                      "class Cookie {\n    static String getRandomCookie(String file) throws IOException {\n"
+                                      "        List<String> cookies = Files.readAllLines(Path.of(file));\n"
+                                      "        return cookies.get(new Random().nextInt(cookies.size()));\n    }\n}\n",
+         "cookie_file.txt": "Soon it rains.\nSoon it does not.\n"}, build=["sh", "-c", "javac -d out $(find . -name '*.java')"])
+# A till that waits for cards: the port is a word, and init() hands every error on.
+untuned("Java, String socketPort parsed within init() throws IOException", "java -cp out sdk.socket.UnionSocketServer",
+        {"src/sdk/socket/UnionSocketServer.java": "package sdk.socket;\n\nimport java.io.IOException;\n"
+                                                  "import java.net.ServerSocket;\nimport java.net.Socket;\n"
+                                                  "import java.util.concurrent.ExecutorService;\n"
+                                                  "import java.util.concurrent.Executors;\n\n"
+                                                  "public class UnionSocketServer implements Runnable {\n\n"
+                                                  "\tprivate ServerSocket server;\n"
+                                                  "\tprivate ExecutorService cachedThreadPool;\n\n"
+                                                  '\tpublic void init() throws IOException {\n\t\tString socketPort ="%P";\n\n'
+                                                  "\t\tserver = new ServerSocket(Integer.parseInt(socketPort));\n"
+                                                  "\t\tcachedThreadPool = Executors.newCachedThreadPool();\n"
+                                                  "\t\tThread thread = new Thread(this);\n\t\tthread.start();\n\t}\n\n"
+                                                  "\t@Override\n\tpublic void run() {\n"
+                                                  '\t\tSystem.out.println("UnionSocket started...");\n\t\twhile (true) {\n'
+                                                  "\t\t\ttry {\n\t\t\t\tSocket socket = server.accept();\n"
+                                                  "\t\t\t\tcachedThreadPool.submit(() -> {\n\t\t\t\t\tsocket.close();\n"
+                                                  "\t\t\t\t\treturn null;\n\t\t\t\t});\n\t\t\t} catch (IOException e1) {\n"
+                                                  "\t\t\t\te1.printStackTrace();\n\t\t\t}\n\t\t}\n\t}\n\n"
+                                                  "\tpublic static void main(String[] args) {\n"
+                                                  "\t\tUnionSocketServer server=new UnionSocketServer();\n\t\ttry {\n"
+                                                  "\t\t\tserver.init();\n\t\t} catch (IOException e) {\n"
+                                                  "\t\t\te.printStackTrace();\n\t\t}\n\t}\n}\n"},
+        build=["sh", "-c", "javac -d out $(find . -name '*.java')"])
+# A chat of a first week with Go: what fails is said by one line, in another language.
+go_project("Go, newServer(ip, port).Start(), net.Listen's error printed",
+        {"cmd/server/main.go": 'package main\n\nfunc main() {\n\tserver := newServer("127.0.0.1", %P)\n\tserver.Start()\n}\n',
+         "cmd/server/server.go": 'package main\n\nimport (\n\t"fmt"\n\t"net"\n)\n\ntype Server struct {\n\tIp   string\n'
+                                 "\tPort int\n}\n\nfunc (s *Server) Start() {\n"
+                                 '\tlisten, err := net.Listen("tcp", fmt.Sprintf("%s:%d", s.Ip, s.Port))\n\tif err != nil {\n'
+                                 '\t\tfmt.Println("监听失败", err)\n\t\treturn\n\t}\n\tdefer listen.Close()\n\tfor {\n'
+                                 '\t\taccept, err := listen.Accept()\n\t\tif err != nil {\n\t\t\tfmt.Println("接听失败", err)\n'
+                                 "\t\t\tcontinue\n\t\t}\n\t\tgo s.handler(accept)\n\t}\n}\n\n"
+                                 "func (s *Server) handler(conn net.Conn) {\n\tdefer conn.Close()\n"
+                                 "\tbuf := make([]byte, 1024)\n\tfor {\n\t\tn, err := conn.Read(buf)\n\t\tif err != nil {\n"
+                                 "\t\t\treturn\n\t\t}\n\t\tfmt.Println(string(buf[:n]))\n\t}\n}\n\n"
+                                 "func newServer(ip string, port int) *Server {\n\treturn &Server{\n\t\tIp:   ip,\n"
+                                 "\t\tPort: port,\n\t}\n}\n"})
+# HTTP as an exercise: the server is a package of one's own over TCP.
+go_project("Go, server.Serve(port, handler) over net.Listen, log.Fatalf",
+        {"cmd/server/main.go": 'package main\n\nimport (\n\t"io"\n\t"log"\n\t"os"\n\t"os/signal"\n\t"syscall"\n\n'
+                               '\t"shop/internal/server"\n)\n\nconst port = %P\n\nfunc main() {\n'
+                               "\tserver, err := server.Serve(port, func(w io.Writer, target string) {\n"
+                               '\t\tio.WriteString(w, "All good at "+target+"\\n")\n\t})\n\tif err != nil {\n'
+                               '\t\tlog.Fatalf("Error starting server: %v", err)\n\t}\n\tdefer server.Close()\n'
+                               '\tlog.Println("Server started on port", port)\n\n\tsigChan := make(chan os.Signal, 1)\n'
+                               "\tsignal.Notify(sigChan, syscall.SIGINT, syscall.SIGTERM)\n\t<-sigChan\n"
+                               '\tlog.Println("Server gracefully stopped")\n}\n',
+         "internal/server/server.go": 'package server\n\nimport (\n\t"bufio"\n\t"fmt"\n\t"io"\n\t"net"\n\t"strings"\n'
+                                      '\t"sync/atomic"\n)\n\ntype Handler func(w io.Writer, target string)\n\n'
+                                      "type Server struct {\n\tListener net.Listener\n\tClosed   atomic.Bool\n}\n\n"
+                                      "func Serve(port int, handler Handler) (*Server, error) {\n"
+                                      '\tlistener, err := net.Listen("tcp", fmt.Sprintf(":%d", port))\n\tif err != nil {\n'
+                                      "\t\treturn nil, err\n\t}\n\ts := &Server{\n\t\tListener: listener,\n\t}\n"
+                                      "\tgo s.listen(handler)\n\treturn s, nil\n}\n\nfunc (s *Server) Close() error {\n"
+                                      "\ts.Closed.Store(true)\n\treturn s.Listener.Close()\n}\n\n"
+                                      "func (s *Server) listen(handler Handler) {\n\tfor {\n"
+                                      "\t\tconn, err := s.Listener.Accept()\n\t\tif err != nil {\n\t\t\treturn\n\t\t}\n"
+                                      "\t\tline, _ := bufio.NewReader(conn).ReadString('\\n')\n"
+                                      '\t\tio.WriteString(conn, "HTTP/1.1 200 OK\\r\\nConnection: close\\r\\n\\r\\n")\n'
+                                      "\t\thandler(conn, strings.TrimSpace(line))\n\t\tconn.Close()\n\t}\n}\n"})
+# Fees of a school: the settings' file must be there, and holds the database's port as well.
+go_project('Echo, godotenv.Load(".env"), SERVER_PORT beside DB_PORT',
+        {"cmd/server/main.go": 'package main\n\nimport (\n\t"fmt"\n\t"log"\n\t"os"\n\n\t"github.com/joho/godotenv"\n'
+                               '\t"github.com/labstack/echo"\n\n\t"shop/configs"\n\t"shop/routes"\n)\n\nfunc main() {\n'
+                               '\terr := godotenv.Load(".env")\n\tif err != nil {\n\t\tlog.Fatal("failed to load .env")\n\t}\n'
+                               '\n\tdb := configs.InitDB()\n\te := echo.New()\n\n\tserver := os.Getenv("SERVER_PORT")\n\n'
+                               '\troutes.Routes(e, db)\n\n\te.Logger.Fatal(e.Start(fmt.Sprintf(":%s", server)))\n}\n',
+         "configs/database.go": 'package configs\n\nimport (\n\t"fmt"\n\t"os"\n)\n\nfunc InitDB() string {\n'
+                                '\treturn fmt.Sprintf("%s@tcp(%s:%s)/%s", os.Getenv("DB_USER"), os.Getenv("DB_HOST"), '
+                                'os.Getenv("DB_PORT"), os.Getenv("DB_NAME"))\n}\n',
+         "routes/routes.go": 'package routes\n\nimport (\n\t"net/http"\n\n\t"github.com/labstack/echo"\n)\n\n'
+                             'func Routes(e *echo.Echo, db string) {\n\te.GET("/fees", func(c echo.Context) error {\n'
+                             "\t\treturn c.String(http.StatusOK, db)\n\t})\n}\n",
+         ".env": "SERVER_PORT=%P\nDB_HOST=127.0.0.1\nDB_PORT=%D\nDB_USER=root\nDB_NAME=fees\n"}, second=True)
+# A backend that speaks TLS unless a variable says that it is being written.
+go_project("Go, DEBUG=1 chooses ListenAndServe over ListenAndServeTLS",
+        {"cmd/server/main.go": 'package main\n\nimport (\n\t"log"\n\t"net/http"\n\t"os"\n\n\t"shop/users"\n)\n\nfunc main() {\n'
+                               '\tvar err error\n\n\thttp.HandleFunc("/users/signup", users.SignUpHandler)\n\n\t// Listen\n'
+                               '\tif os.Getenv("DEBUG") == "1" {\n\t\terr = http.ListenAndServe(":%P", nil)\n'
+                               "\t\tif err != nil {\n\t\t\tlog.Fatal(err)\n\t\t}\n\t} else {\n"
+                               '\t\terr = http.ListenAndServeTLS(":%P", "/ssl/cert.pem", "/ssl/key.pem", nil)\n'
+                               "\t\tif err != nil {\n\t\t\tlog.Fatal(err)\n\t\t}\n\t}\n}\n",
+         "users/users.go": 'package users\n\nimport "net/http"\n\n'
+                           "func SignUpHandler(w http.ResponseWriter, r *http.Request) {\n\tw.WriteHeader(http.StatusCreated)\n"
+                           "}\n"}, environment={"DEBUG": "1"})
+# Copies of folders in a store of objects: a command, a flag for the settings, the store at an address of its own.
+go_project("Go, ./server -config config.json serve, an S3 endpoint beside it",
+        {"cmd/server/main.go": 'package main\n\nimport (\n\t"context"\n\t"errors"\n\t"flag"\n\t"fmt"\n\t"log"\n\t"net/http"\n'
+                               '\t"os"\n\t"os/signal"\n\t"syscall"\n\t"time"\n\n\t"shop/internal/config"\n)\n\nfunc main() {\n'
+                               '\tconfigPath := flag.String("config", "", "path to config.json")\n\tflag.Parse()\n\n'
+                               "\targs := flag.Args()\n\tif len(args) == 0 {\n\t\tflag.Usage()\n\t\tos.Exit(2)\n\t}\n\n"
+                               '\tswitch args[0] {\n\tcase "serve":\n\t\trunServe(*configPath)\n\tdefault:\n'
+                               '\t\tfatalf("unknown command %q", args[0])\n\t}\n}\n\nfunc runServe(cfgPath string) {\n'
+                               "\tctx, stop := signal.NotifyContext(context.Background(), os.Interrupt, syscall.SIGTERM)\n"
+                               "\tdefer stop()\n\n\tcfg, err := config.Load(cfgPath)\n\tif err != nil {\n"
+                               '\t\tfatalf("load %s: %v", cfgPath, err)\n\t}\n\n'
+                               '\taddr := fmt.Sprintf("%s:%d", cfg.Server.Host, cfg.Server.Port)\n\thttpSrv := &http.Server{\n'
+                               "\t\tAddr:              addr,\n\t\tReadHeaderTimeout: 10 * time.Second,\n\t}\n\n"
+                               "\tserveErr := make(chan error, 1)\n\tgo func() {\n"
+                               '\t\tlog.Println("serving", addr, "store", cfg.S3.Endpoint)\n'
+                               "\t\tserveErr <- httpSrv.ListenAndServe()\n\t}()\n\n\tselect {\n\tcase <-ctx.Done():\n"
+                               '\t\tlog.Println("shutdown signal received")\n\tcase err := <-serveErr:\n'
+                               '\t\tif !errors.Is(err, http.ErrServerClosed) {\n\t\t\tfatalf("http: %v", err)\n\t\t}\n\t}\n\n'
+                               "\tshutdownCtx, cancel := context.WithTimeout(context.Background(), 10*time.Second)\n"
+                               "\tdefer cancel()\n\thttpSrv.Shutdown(shutdownCtx)\n}\n\n"
+                               "func fatalf(format string, args ...any) {\n"
+                               '\tfmt.Fprintf(os.Stderr, "backup: "+format+"\\n", args...)\n\tos.Exit(1)\n}\n',
+         "internal/config/config.go": 'package config\n\nimport (\n\t"encoding/json"\n\t"os"\n)\n\ntype Config struct {\n'
+                                      '\tS3 struct {\n\t\tEndpoint     string `json:"endpoint"`\n'
+                                      '\t\tUsePathStyle bool   `json:"use_path_style"`\n'
+                                      '\t\tBucket       string `json:"bucket"`\n\t} `json:"s3"`\n\tServer struct {\n'
+                                      '\t\tHost string `json:"host"`\n\t\tPort int    `json:"port"`\n\t} `json:"server"`\n}\n\n'
+                                      "func Load(path string) (cfg Config, err error) {\n\tdata, err := os.ReadFile(path)\n"
+                                      "\tif err == nil {\n\t\terr = json.Unmarshal(data, &cfg)\n\t}\n\treturn cfg, err\n}\n",
+         "config.json": '{\n  "s3": {\n    "endpoint": "http://localhost:%D",\n    "use_path_style": true,\n'
+                        '    "bucket": "copies"\n  },\n  "server": {\n    "host": "127.0.0.1",\n    "port": %P\n  }\n}\n'},
+        command="./server -config config.json serve", second=True)
+# A framework's own console: the server runs in a pipe, and its first line tells whether to go on to the next port.
+untuned('popen("php -S 127.0.0.1:{$this->port} 2>&1"), the next port when taken', "php console host",
+        {"console": "#!/usr/bin/env php\n<?php\n\nrequire __DIR__ . '/src/Host.php';\n\nif (($argv[1] ?? '') === 'host') {\n"
+                    "    (new Host())->setCommand();\n}\n",
+         "src/Host.php": "<?php\n\nclass Host\n{\n    private int $port;\n    private mixed $server;\n\n"
+                         "    public function __construct()\n    {\n        $this->port = %P;\n        chdir('public');\n"
+                         "    }\n\n    public function setCommand(): void\n    {\n"
+                         '        while ($this->availablePort($this->server = popen("php -S 127.0.0.1:{$this->port} 2>&1", '
+                         "'r'))) {\n            sleep(1);\n            $this->port++;\n        }\n"
+                         "        $this->startServer();\n    }\n\n    private function availablePort(mixed $process): bool\n"
+                         "    {\n        if (str_contains(fgets($process), 'Address already in use')) {\n"
+                         '            echo "    Port: [127.0.0.1:{$this->port}] already in use... \\n";\n'
+                         "            pclose($process);\n            return true;\n        }\n        return false;\n    }\n\n"
+                         "    private function startServer(): void\n    {\n"
+                         '        echo "    Server running on [http://127.0.0.1:{$this->port}] \\n";\n\n'
+                         "        while (! feof($this->server)) {\n            echo fgets($this->server);\n        }\n    }\n"
+                         "}\n",
+         "public/index.php": "<?php echo 'ok';\n"})
+# A server of pages by hand, which tells the reason and ends.
+untuned("PHP, socket_bind($sock, $host, $port), die() with socket_strerror()", "php server.php",
+        {"server.php": "<?php\n$host = 'Localhost';\n$port = %P;\n\n$sock = socket_create(AF_INET, SOCK_STREAM, SOL_TCP);\n"
+                       "if ($sock === false) {\n"
+                       '    die("Error: socket_create() failed - " . socket_strerror(socket_last_error()) . "\\n");\n}\n\n'
+                       "if (!socket_bind($sock, $host, $port)) {\n"
+                       '    die("Error: socket_bind() failed - " . socket_strerror(socket_last_error($sock)) . "\\n");\n}\n\n'
+                       "if (!socket_listen($sock)) {\n"
+                       '    die("Error: socket_listen() failed - " . socket_strerror(socket_last_error($sock)) . "\\n");\n}\n\n'
+                       'echo "PHP Web Server running at http://$host:$port\\n";\n\nwhile (true) {\n'
+                       '    $client = socket_accept($sock);\n    $lines = explode("\\r\\n", socket_read($client, 2048));\n'
+                       "    $parts = explode(' ', $lines[0]);\n"
+                       "    socket_write($client, \"HTTP/1.1 200 OK\\r\\n\\r\\n\" . ($parts[1] ?? '/'));\n"
+                       "    socket_close($client);\n}\n"})
+# A toy of a test: the kind of socket first, and not a word of why it failed.
+untuned("php server.php inet ADDRESS PORT, @socket_bind and exit(-2)", "php server.php inet 127.0.0.1 %P",
+        {"server.php": "<?php\n\n$max_clients = 10;\n$client = [];\n\nswitch ($argv[1]) {\n\tcase 'unix':\n"
+                       "\t\t$socket = @socket_create(AF_UNIX, SOCK_STREAM, 0);\n"
+                       '\t\tif(!$socket || !@socket_bind($socket, $argv[2])) {\n\t\t\techo "Failed to bind socket.\\n";\n'
+                       "\t\t\texit(-2);\n\t\t}\n\t\tbreak;\n\tcase 'inet':\n"
+                       "\t\t$socket = @socket_create(AF_INET, SOCK_STREAM, 0);\n\t\tif(!$socket) {\n"
+                       '\t\t\techo "Failed to create socket\\n";\n\t\t\texit(-1);\n\t\t}\n'
+                       '\t\tif(!@socket_bind($socket, $argv[2], $argv[3])) {\n\t\t\techo "Failed to bind socket.\\n";\n'
+                       '\t\t\texit(-2);\n\t\t}\n\t\tbreak;\n\tdefault:\n\t\techo "Unknown kind of socket\\n";\n\t\texit(-3);\n'
+                       "}\n\nsocket_listen($socket, $max_clients);\n\nwhile (true) {\n\t$client = socket_accept($socket);\n"
+                       "\tsocket_write($client, strrev(trim(socket_read($client, 1024))) . PHP_EOL);\n"
+                       "\tsocket_close($client);\n}\n"})
+# Films from a folder to a browser, with types that it wants to hear and no word in a log.
+untuned("WEBrick, MimeTypes:, Logger to /dev/null, trap('TERM')", "ruby serve.rb",
+        {"serve.rb": "require 'webrick'\nmime = WEBrick::HTTPUtils::DefaultMimeTypes.merge(\n  'mp4'  => 'video/mp4',\n"
+                     "  'webm' => 'video/webm',\n  'woff2'=> 'font/woff2'\n)\ns = WEBrick::HTTPServer.new(\n  Port: %P,\n"
+                     "  DocumentRoot: 'films',\n  MimeTypes: mime,\n  Logger: WEBrick::Log.new('/dev/null'),\n  AccessLog: []\n"
+                     ")\ntrap('INT') { s.shutdown }\ntrap('TERM') { s.shutdown }\ns.start\n",
+         "films/index.html": "<!doctype html>\n"})
+# A web of few lines that a course begins with.
+untuned("Procfile, thin start -R config.ru -p $PORT -e $RACK_ENV", "foreman start",
+        {"Procfile": "web: thin start -R config.ru -p $PORT -e $RACK_ENV\n", ".env": "PORT=%P\nRACK_ENV=development\n",
+         "config.ru": "run ->(env) { [200, {}, [ENV['RACK_ENV']]] }\n"})
+# A plug of a language's tools: a page for its health only when a variable asks for one.
+untuned("cargo run, HEALTH_ADDR in a thread, the work goes on without", "cargo run --quiet",
+        {"Cargo.toml": '[package]\nname = "connector"\nversion = "0.1.0"\nedition = "2021"\n',
+         "src/main.rs": "use std::env;\nuse std::sync::atomic::{AtomicU64, Ordering};\nuse std::sync::Arc;\n"
+                        "use std::time::Duration;\n\n#[derive(Default)]\nstruct Metrics {\n    polls: AtomicU64,\n}\n\n"
+                        "/// A page of figures, when `CONNECTOR_HEALTH_ADDR` is set.\n"
+                        'fn spawn_health(metrics: Arc<Metrics>) {\n    let addr = match env::var("CONNECTOR_HEALTH_ADDR") {\n'
+                        "        Ok(a) if !a.is_empty() => a,\n        _ => return,\n    };\n    std::thread::spawn(move || {\n"
+                        "        use std::io::{Read, Write};\n"
+                        "        let listener = match std::net::TcpListener::bind(&addr) {\n            Ok(l) => l,\n"
+                        '            Err(e) => {\n                eprintln!("[connector] no health page: bind {addr}: {e}");\n'
+                        "                return;\n            }\n        };\n"
+                        '        eprintln!("[connector] health page on http://{addr}/healthz");\n'
+                        "        for stream in listener.incoming().flatten() {\n            let mut stream = stream;\n"
+                        "            let mut buf = [0u8; 1024];\n            let _ = stream.read(&mut buf);\n"
+                        "            let polls = metrics.polls.load(Ordering::Relaxed);\n"
+                        '            let _ = write!(stream, "HTTP/1.1 200 OK\\r\\n\\r\\npolls {polls}\\n");\n        }\n'
+                        "    });\n}\n\nfn main() {\n    let metrics = Arc::new(Metrics::default());\n"
+                        "    spawn_health(Arc::clone(&metrics));\n    loop {\n"
+                        "        metrics.polls.fetch_add(1, Ordering::Relaxed);\n"
+                        "        std::thread::sleep(Duration::from_secs(1));\n    }\n}\n"},
+        environment={"CONNECTOR_HEALTH_ADDR": "0.0.0.0:%P"})
+# Particles in a browser: a page on one port, frames on another.
+untuned("cargo run, start_http_server(8080), bind(&addr).expect() before a second one", "cargo run --quiet",
+        {"Cargo.toml": '[package]\nname = "particles"\nversion = "0.1.0"\nedition = "2021"\n',
+         "src/main.rs": "mod viewer;\n\nuse std::net::TcpListener;\n\nfn main() {\n    viewer::start_http_server(%P);\n\n"
+                        "    // Frames go out here, one connection at a time.\n"
+                        '    let listener = TcpListener::bind("0.0.0.0:28090").expect("Failed to bind frame server");\n'
+                        "    for stream in listener.incoming().flatten() {\n        viewer::send_frame(stream);\n    }\n}\n",
+         "src/viewer.rs": "use std::io::{Read, Write};\nuse std::net::{TcpListener, TcpStream};\nuse std::thread;\n\n"
+                          'const VIEWER_HTML: &str = include_str!("viewer.html");\n\npub fn start_http_server(port: u16) {\n'
+                          '    let addr = format!("0.0.0.0:{}", port);\n'
+                          '    let listener = TcpListener::bind(&addr).expect("Failed to bind HTTP server");\n'
+                          '    println!("  Viewer: http://localhost:{}", port);\n\n    thread::spawn(move || {\n'
+                          "        for stream in listener.incoming().flatten() {\n"
+                          "            thread::spawn(move || handle_http(stream));\n        }\n    });\n}\n\n"
+                          "fn handle_http(mut stream: TcpStream) {\n    let mut buf = [0u8; 4096];\n"
+                          "    let _ = stream.read(&mut buf);\n"
+                          '    let _ = write!(stream, "HTTP/1.1 200 OK\\r\\nConnection: close\\r\\n\\r\\n{}", VIEWER_HTML);\n'
+                          "}\n\npub fn send_frame(mut stream: TcpStream) {\n"
+                          "    let _ = stream.write_all(&0u32.to_le_bytes());\n}\n",
+         "src/viewer.html": "<!doctype html><title>particles</title>\n"})
+# A cache for measurements, by a script that wants three numbers.
+untuned("memcached -p $PORT -t $NTHREADS from three arguments", "bash run-server %P 64 2",
+        {"run-server": "#!/bin/bash\n#\n# Runs a cache server for a measurement.\n#\n"
+                       '# Usage: ./run-server <port> <conns_per_server> <nthreads>\n#\n\nif [ "$#" -ne 3 ]; then\n'
+                       '\techo "Usage $0 <port> <conns_per_server> <nthreads>"\n\texit 1\nfi\n\nPORT=$1\nCONNS_PER_SERVER=$2\n'
+                       "NTHREADS=$3\n\nmemcached -u nobody -p $PORT -c $CONNS_PER_SERVER -t $NTHREADS\n"})
+# A gate of a hub, for whoever has no better server: a class within a line.
+untuned("perl -MHTTP::Server::Simple::CGI -e, MyServer->new(PORT)->run()",
+        ["perl", "-MHTTP::Server::Simple::CGI", "-e",
+         "package MyServer; use base qw(HTTP::Server::Simple::CGI); sub handle_request { my ($self, $cgi) = @_; do "
+         '"./gateway.pl"; } MyServer->new(%P)->run();'],
+        {"gateway.pl": 'print "HTTP/1.0 200 OK\\r\\n\\r\\nok\\n";\n'})
 
 # --- What must give no alert ---------------------------------------------------------------------
 def crashes(port):
