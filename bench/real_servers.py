@@ -5499,8 +5499,9 @@ untuned("WEBrick, MimeTypes:, Logger to /dev/null, trap('TERM')", "ruby serve.rb
                      ")\ntrap('INT') { s.shutdown }\ntrap('TERM') { s.shutdown }\ns.start\n",
          "films/index.html": "<!doctype html>\n"})
 # A web of few lines that a course begins with.
-untuned("Procfile, thin start -R config.ru -p $PORT -e $RACK_ENV", "foreman start",
-        {"Procfile": "web: thin start -R config.ru -p $PORT -e $RACK_ENV\n", ".env": "PORT=%P\nRACK_ENV=development\n",
+untuned("Procfile, bundle exec thin start -R config.ru -p $PORT -e $RACK_ENV", "foreman start",
+        {"Procfile": "web: bundle exec thin start -R config.ru -p $PORT -e $RACK_ENV\n",
+         "Gemfile": "source 'https://rubygems.org'\n\ngem 'rack'\ngem 'thin'\n", ".env": "PORT=%P\nRACK_ENV=development\n",
          "config.ru": "run ->(env) { [200, {}, [ENV['RACK_ENV']]] }\n"})
 # A plug of a language's tools: a page for its health only when a variable asks for one.
 untuned("cargo run, HEALTH_ADDR in a thread, the work goes on without", "cargo run --quiet",
