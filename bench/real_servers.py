@@ -1869,9 +1869,9 @@ learned("gorilla/mux, a port that hides another", "./shop",
                     "\tlog.Fatal(http.ListenAndServe(fmt.Sprintf(\":%v\", port), r))\n}\n"}, build=GOPATH_BUILD, second=True)
 
 
-def go_project(name, files, kind=untuned, **more):
+def go_project(name, files, kind=untuned, command="./server", **more):
     """A project of several packages, which find each other below the name shop."""
-    kind(name, "./server", files,
+    kind(name, command, files,
          build=["sh", "-c", "mkdir -p path/src && ln -s ../.. path/src/shop && GOPATH=$PWD/path:/usr/share/gocode "
                             "go build -o server shop/cmd/server"], **more)
 
@@ -4752,6 +4752,811 @@ untuned("aiohttp, exception on stderr, then time.sleep(300)", py("bot.py"),
                    "        # Keep the process alive\n        time.sleep(300)\nelse:\n"
                    '    sys.stderr.write("\\nSet the variables first\\n")\n    time.sleep(300)\n'},
         environment={"BOT_TOKEN": "1:x"})
+
+# Drawn at random from public projects a sixth time, by other words again.
+# A finder of meals: routes first, the port last, and a word when anything fails.
+untuned("Express, httpServer.listen({ port, host }) within a try", "npm start",
+        {"package.json": '{"name": "eats", "type": "module", "scripts": {"start": "node server/index.js"}}\n',
+         "server/index.js": 'import express from "express";\nimport { createServer } from "http";\n'
+                            'import { registerRoutes } from "./routes.js";\n\nconst app = express();\n'
+                            "const httpServer = createServer(app);\napp.use(express.json());\n\nfunction log(message) {\n"
+                            "  console.log(`${new Date().toLocaleTimeString()} [eats] ${message}`);\n}\n\n(async () => {\n"
+                            "  try {\n    await registerRoutes(httpServer, app);\n\n    app.use((err, _req, res, next) => {\n"
+                            "      if (res.headersSent) return next(err);\n"
+                            "      return res.status(err.status || 500).json({ message: err.message });\n    });\n\n"
+                            '    const port = parseInt(process.env.PORT || "%P", 10);\n'
+                            '    httpServer.listen({ port, host: "0.0.0.0" }, () => {\n      log(`live on port ${port}`);\n'
+                            '    });\n  } catch (err) {\n    console.error("startup:", err.message);\n    process.exit(1);\n'
+                            "  }\n})();\n",
+         "server/routes.js": "export async function registerRoutes(httpServer, app) {\n"
+                             '  app.get("/api/meals", (_req, res) => res.json([]));\n}\n'})
+# A node of a chain of blocks: all settings of a folder are put together.
+untuned("Fastify, global.CONFIG of CONFIGS_PATH, error hidden behind a word", "node daemon.js",
+        {"package.json": '{"name": "chain", "type": "module"}\n',
+         "daemon.js": "import fastify from 'fastify'\nimport fs from 'fs'\n"
+                      "import { LOG, PATH_RESOLVE } from './utils/utils.js'\n\nprocess.env.CHAIN_MODE ||= 'main'\n\n"
+                      ";['CHAINDATA', 'GENESIS', 'CONFIGS'].forEach(scope =>\n"
+                      "    process.env[`${scope}_PATH`] ||= PATH_RESOLVE((process.env.CHAIN_MODE === 'main' ? 'MAINNET/' : "
+                      "'TESTNET/') + scope)\n)\n\nglobal.CONFIG = {}\n\n//Load all the configs\n"
+                      "fs.readdirSync(process.env.CONFIGS_PATH).forEach(file =>\n"
+                      "    Object.assign(global.CONFIG, JSON.parse(fs.readFileSync(process.env.CONFIGS_PATH + `/${file}`)))\n"
+                      ")\n\n!fs.existsSync(process.env.CHAINDATA_PATH) && fs.mkdirSync(process.env.CHAINDATA_PATH)\n\n"
+                      "export const SERVER = fastify(global.CONFIG.FASTIFY_OPTIONS)\n\n"
+                      "SERVER.get('/info', () => ({ interface: global.CONFIG.INTERFACE }))\n\n"
+                      "SERVER.listen({port:global.CONFIG.PORT,host:global.CONFIG.INTERFACE},(err,_address)=>{\n\n"
+                      "    if(!err) LOG(`Node started on [${global.CONFIG.INTERFACE}]:${global.CONFIG.PORT}`,'S')\n\n"
+                      "    else LOG('Oops,some problems with server module','F')\n\n})\n",
+         "utils/utils.js": "import path from 'path'\nimport { fileURLToPath } from 'url'\n\n"
+                           "export const PATH_RESOLVE = where => path.join(path.dirname(fileURLToPath(import.meta.url)), '..', "
+                           "where)\n"
+                           "export const LOG = (text, kind) => console.log(`[${new Date().toISOString()}] ${kind} ${text}`)\n",
+         "MAINNET/CONFIGS/node.json": '{\n    "INTERFACE": "::",\n    "PORT": %P,\n    "FASTIFY_OPTIONS": {"logger": false}\n'
+                                      "}\n",
+         "MAINNET/CONFIGS/symbiote.json": '{\n    "WORKFLOW": "dev",\n    "MAX_PAYLOAD": 1048576\n}\n'})
+# A stage for the parts of a desk program, without the program.
+untuned('Vite, VISUAL_PORT imported from "./ports", not strict', "npm run dev:ui",
+        {"package.json": '{"name": "desktop", "type": "module", "private": true, "scripts": {"dev:ui": "vite --config '
+                         'dev/vite.config.ts", "visual": "vite preview --config dev/vite.config.ts"}}\n',
+         "dev/vite.config.ts": 'import { defineConfig } from "vite";\n\nimport { VISUAL_PORT } from "./ports";\n\n'
+                               "// Draws the reports with samples in a plain browser.\nexport default defineConfig({\n"
+                               '  root: import.meta.dirname,\n  cacheDir: ".vite",\n'
+                               "  server: { port: VISUAL_PORT, open: false, host: true },\n"
+                               "  preview: { port: VISUAL_PORT, strictPort: true },\n"
+                               '  build: { outDir: "dist-ui", emptyOutDir: true, target: "esnext" },\n'
+                               "  json: { stringify: true },\n});\n",
+         "dev/ports.ts": "/** One number for the stage and for the tests of its pictures. */\nexport const VISUAL_PORT = %P;\n",
+         "dev/index.html": "<!doctype html><title>stage</title><script type=module src=/main.ts></script>\n",
+         "dev/main.ts": "document.title = 'on';\n"})
+# A shop's last page, which takes its buttons from another server.
+untuned("Vite, federation with remotes: on another port, cors: true", "npm run dev --prefix checkout",
+        {"checkout/package.json": '{"name": "checkout", "type": "module", "private": true, "scripts": {"dev": "vite", '
+                                  '"preview": "vite preview"}}\n',
+         "checkout/vite.config.js": 'import { defineConfig } from "vite";\n'
+                                    'import federation from "@originjs/vite-plugin-federation";\n\n'
+                                    'export default defineConfig({\n  cacheDir: ".vite",\n  plugins: [\n    federation({\n'
+                                    '      name: "checkoutApp",\n      filename: "remoteEntry.js",\n      remotes: {\n'
+                                    '        designSystem: "http://localhost:%D/assets/remoteEntry.js",\n      },\n'
+                                    '      exposes: {\n        "./CheckoutPage": "./src/CheckoutPage.js",\n      },\n    }),\n'
+                                    '  ],\n  build: { target: "esnext", minify: false, cssCodeSplit: false },\n'
+                                    "  server: { port: %P, cors: true },\n  preview: { port: %P, cors: true },\n});\n",
+         "checkout/index.html": "<!doctype html><title>checkout</title><script type=module src=/src/CheckoutPage.js></script>\n",
+         "checkout/src/CheckoutPage.js": "document.title = 'on';\nexport default () => 'checkout';\n"}, second=True)
+# A page whose API's port a test moves by a variable.
+untuned("Vite, defineConfig of vitest/config, PORTA_API ?? a number", "npm run dev",
+        {"package.json": '{"name": "gestao", "type": "module", "private": true, "scripts": {"dev": "vite", "test": "vitest '
+                         'run"}}\n',
+         "vite.config.ts": "import { defineConfig } from 'vitest/config'\n\n// https://vite.dev/config/\n"
+                           "export default defineConfig({\n  cacheDir: '.vite',\n"
+                           "  // /api goes to the local API, for the sake of the session's cookie.\n"
+                           "  server: { port: %P, strictPort: true, proxy: { '/api': `http://127.0.0.1:${process.env.PORTA_API "
+                           "?? %D}` } },\n  test: {\n    pool: 'threads',\n    setupFiles: ['./src/test/setup.ts'],\n  },\n})\n",
+         "index.html": "<!doctype html><title>gestao</title><script type=module src=/src/main.ts></script>\n",
+         "src/main.ts": "document.title = 'on';\n", "src/test/setup.ts": "export {};\n"}, second=True)
+# A game that a bot plays: the script starts the page's server itself, and says little.
+untuned("createServer of vite, logLevel: 'error', const PORT", "npm run play",
+        {"package.json": '{"name": "game", "type": "module", "private": true, "scripts": {"dev": "vite", "play": "node '
+                         'tools/play.mjs"}}\n',
+         "tools/play.mjs": "import { createServer } from 'vite'\nimport { DETOUR_BUDGET } from './policy.mjs'\n\n"
+                           "const PORT = %P\nconst TIME_LIMIT = Number(process.env.PLAY_LIMIT ?? 420)\n\n"
+                           "const server = await createServer({ root: '.', cacheDir: '.vite', server: { port: PORT }, "
+                           "logLevel: 'error' })\nawait server.listen()\n\ntry {\n"
+                           "  console.log(`playing http://localhost:${PORT}/?lowfx=1 for ${TIME_LIMIT} seconds, "
+                           "${DETOUR_BUDGET} m aside`)\n"
+                           "  await new Promise((resolve) => setTimeout(resolve, TIME_LIMIT * 1000))\n} finally {\n"
+                           "  await server.close()\n}\n",
+         "tools/policy.mjs": "export const DETOUR_BUDGET = 40\n",
+         "index.html": "<!doctype html><title>game</title><script type=module src=/src/main.js></script>\n",
+         "src/main.js": "document.title = 'on';\n"})
+# A pole's overseer: a board for people on one port, sockets for the poles on another.
+untuned("WebSocketServer({ host, port: OCPP_PORT }) before app.listen(PORT, HOST)", "node src/server.js",
+        {"package.json": '{"name": "csms", "type": "module", "private": true}\n',
+         "src/server.js": "import express from 'express';\nimport { WebSocketServer } from 'ws';\n\nconst app = express();\n"
+                          "const PORT = process.env.PORT || 28088;\nconst OCPP_PORT = process.env.OCPP_PORT || %P;\n"
+                          "const HOST = process.env.HOST || '0.0.0.0';\n\napp.use(express.json());\n\n"
+                          "const clients = new Map();\n"
+                          "const wsUrl = process.env.WS_URL || `ws://${HOST === '0.0.0.0' ? 'localhost' : "
+                          "HOST}:${OCPP_PORT}`;\n\nconsole.log(`OCPP WebSocket: ${wsUrl}`);\n\n"
+                          "app.get('/api/chargers', (req, res) => {\n  res.json({ chargers: Array.from(clients.keys()) });\n"
+                          "});\n\nconst wss = new WebSocketServer({ host: HOST, port: OCPP_PORT });\n\n"
+                          "wss.on('connection', (ws, req) => {\n  clients.set(req.url.slice(1), ws);\n});\n\n"
+                          "// Start HTTP server\napp.listen(PORT, HOST, () => {\n  console.log('Available endpoints:');\n"
+                          "  console.log('  GET  /api/chargers');\n});\n\nprocess.on('SIGINT', () => {\n  wss.close();\n"
+                          "  process.exit(0);\n});\n"})
+# A hub of terminals in a browser: the page's port while it is developed stands beside its own.
+untuned("node:http, AGENTHUB_PORT ?? a number beside DEV_WEB_PORT", "npx tsx server/index.ts",
+        {"package.json": '{"name": "hub", "type": "module", "private": true}\n',
+         "server/index.ts": "import http from 'node:http';\nimport { WebSocketServer, type WebSocket } from 'ws';\n"
+                            "import { Session } from './session.ts';\n\nconst HOST = '127.0.0.1';\n"
+                            "const PORT = Number(process.env.AGENTHUB_PORT ?? %P);\nconst DEV_WEB_PORT = %D;\n\n"
+                            "const sessions = new Map<string, Session>();\n"
+                            "const ALLOWED_PORTS = new Set([String(PORT), String(DEV_WEB_PORT)]);\n\n"
+                            "function isTrusted(req: http.IncomingMessage): boolean {\n  const origin = req.headers.origin;\n"
+                            "  return !origin || ALLOWED_PORTS.has(new URL(origin).port);\n}\n\n"
+                            "const server = http.createServer((req, res) => {\n  res.writeHead(isTrusted(req) ? 200 : 403);\n"
+                            "  res.end();\n});\n\nconst wss = new WebSocketServer({ noServer: true });\n"
+                            "server.on('upgrade', (req, socket, head) => {\n  if (!isTrusted(req)) return socket.destroy();\n"
+                            "  wss.handleUpgrade(req, socket, head, (ws: WebSocket) => sessions.set('1', new Session(ws)));\n"
+                            "});\n\nfunction shutdown() {\n  for (const session of sessions.values()) session.dispose();\n"
+                            "  process.exit(0);\n}\nprocess.on('SIGINT', shutdown);\nprocess.on('SIGTERM', shutdown);\n\n"
+                            "server.listen(PORT, HOST, () => {\n  console.log(`hub on http://${HOST}:${PORT}`);\n});\n",
+         "server/session.ts": "import type { WebSocket } from 'ws';\n\nexport class Session {\n  private ws: WebSocket;\n\n"
+                              "  constructor(ws: WebSocket) {\n    this.ws = ws;\n  }\n\n  dispose() {\n    this.ws.close();\n"
+                              "  }\n}\n"}, second=True)
+# A collector of data from radios, over two protocols.
+untuned("node, net: server.listen(PORT, HOST) after udpServer.bind(udpPORT, udpHOST)", "node server.js",
+        {"server.js": "var net = require('net');\nvar dgram = require('dgram');\n\nvar HOST = '0.0.0.0';\nvar PORT = %P;\n"
+                      "var udpHOST = '127.0.0.1';\nvar udpPORT = %D;\n\nvar udpServer = dgram.createSocket('udp4');\n"
+                      "udpServer.on('message', function(message, remote) {\n"
+                      "\tconsole.log(remote.address + ':' + remote.port + ' - ' + indexOfNth(44, message, 1));\n});\n\n"
+                      "var server = net.createServer(function(sock) {\n\tsock.on('data', function(data) {\n"
+                      "\t\tconsole.log('DATA ' + sock.remoteAddress + ': ' + countValues(44, data));\n\t});\n});\n\n"
+                      "function indexOfNth(needle, haystack, count)\n{\n\tvar index = -1;\n\tfor(var n=0; n<count; n++)\n\t{\n"
+                      "\t\tindex = haystack.indexOf(needle, index + 1);\n\t}\n\treturn index;\n}\n\n"
+                      "function countValues(needle, haystack)\n{\n"
+                      "\treturn haystack.filter(function(value) { return value==needle; }).length;\n}\n\n"
+                      "udpServer.bind(udpPORT, udpHOST);\nserver.listen(PORT, HOST);\n"}, second=True)
+# A chat that lets others log people in: its own place and the other's are addresses.
+untuned("cd apps/chat, next dev -H 0.0.0.0 -p, AUTH_ORIGIN elsewhere", "npm run dev --workspace=apps/chat",
+        {"package.json": '{"name": "kit", "private": true, "workspaces": ["apps/*"]}\n',
+         "apps/chat/package.json": '{"name": "@kit/chat", "version": "0.1.0", "private": true, "scripts": {"dev": "next dev -H '
+                                   '0.0.0.0 -p %P", "build": "next build"}}\n',
+         "apps/chat/.env.local": "CHAT_ORIGIN=http://chat.lvh.me:%P\nNEXT_PUBLIC_AUTH_ORIGIN=http://auth.lvh.me:%D\n"
+                                 "COOKIE_DOMAIN=lvh.me\n",
+         "apps/chat/next.config.mjs": "export default { reactStrictMode: true };\n",
+         "apps/chat/pages/index.js": "export default function Home() { return process.env.NEXT_PUBLIC_AUTH_ORIGIN; }\n"},
+        second=True)
+# A sample of an API from its description: it listens when the database has answered.
+untuned("http.createServer(app).listen(serverPort) after connect(mongodb://)", "node index.js",
+        {"package.json": '{"name": "swagger-server", "main": "index.js", "scripts": {"start": "node index.js"}}\n',
+         "index.js": "'use strict';\n\nvar fs = require('fs'),\n    path = require('path'),\n    http = require('http');\n\n"
+                     "var app = require('connect')();\nvar database = require('./utils/database');\nvar serverPort = %P;\n\n"
+                     "var options = {\n  controllers: './controllers',\n"
+                     "  spec: JSON.parse(fs.readFileSync(path.join(__dirname, 'api/swagger.json'), 'utf8'))\n};\n\n"
+                     "database.connect('mongodb://localhost:%D/students')\n  .then(() => {\n"
+                     "    console.log('Connected to MongoDB');\n\n    app.use(function (req, res) {\n"
+                     "      res.end(options.spec.info.title);\n    });\n\n    // Start the server\n"
+                     "    http.createServer(app).listen(serverPort, function () {\n"
+                     "      console.log('Your server is listening on port %d (http://localhost:%d)', serverPort, serverPort);\n"
+                     "      console.log('Swagger-ui is available on http://localhost:%d/docs', serverPort);\n    });\n  })\n"
+                     "  .catch(error => {\n    console.error('Error connecting to MongoDB:', error);\n  });\n",
+         "utils/database.js": "exports.connect = url => new Promise(done => setTimeout(() => done(new URL(url)), 300));\n",
+         "api/swagger.json": '{"swagger": "2.0", "info": {"title": "Students", "version": "1.0.0"}, "host": "localhost:%P", '
+                             '"basePath": "/v2"}\n'}, second=True)
+# A reader of notes as one long line in a shell.
+untuned("bun -e, Bun.serve({ port, hostname, async fetch",
+        ["bun", "-e",
+         '\n  Bun.serve({ port: %P, hostname: "127.0.0.1", async fetch(req) {\n'
+         '    const f = Bun.file("./docs" + new URL(req.url).pathname + ".md");\n'
+         '    return await f.exists() ? new Response(await f.text()) : new Response("Not Found", { status: 404 });\n  }});\n'
+         '  console.log("Serving on :%P");\n'],
+        {"docs/index.md": "# Notes\n"})
+# A look at a game that was built: the folder first, the port after it.
+untuned("node tools/serve.mjs DIR PORT, Number(process.argv[3])", "node tools/serve.mjs dist %P",
+        {"tools/serve.mjs": "// A server of plain files, to look at what was built.\n"
+                            'import { createServer } from "node:http";\nimport { readFile } from "node:fs/promises";\n'
+                            'import { join, extname, normalize } from "node:path";\n\nconst root = process.argv[2];\n'
+                            "const port = Number(process.argv[3] || 5299);\n"
+                            'const TYPES = { ".html": "text/html; charset=utf-8", ".js": "text/javascript; charset=utf-8" };\n'
+                            "\ncreateServer(async (req, res) => {\n"
+                            '  const path = normalize(new URL(req.url, "http://x").pathname);\n  try {\n'
+                            '    const data = await readFile(join(root, path === "/" ? "index.html" : path));\n'
+                            '    res.writeHead(200, { "content-type": TYPES[extname(path)] ?? "application/octet-stream" });\n'
+                            "    res.end(data);\n  } catch {\n    res.writeHead(404);\n    res.end();\n  }\n"
+                            "}).listen(port, () => console.log(`serving ${root} on http://localhost:${port}`));\n",
+         "dist/index.html": "<!doctype html><title>game</title>\n"})
+# A teller of tales, which listens only when it is the program itself.
+untuned("Hono, serve() behind import.meta.url, cors({ origin })", "npm run dev --prefix server",
+        {"server/package.json": '{"name": "tales", "type": "module", "private": true, "scripts": {"dev": "tsx watch '
+                                'src/index.ts"}}\n',
+         "server/src/index.ts": "import 'dotenv/config'\nimport { Hono } from 'hono'\nimport { cors } from 'hono/cors'\n"
+                                "import { serve } from '@hono/node-server'\nimport { storyRoute } from './routes/story.js'\n\n"
+                                "export const app = new Hono()\n\napp.use('/api/*', cors({ origin: 'http://localhost:%D' }))\n"
+                                "\napp.route('/api/story', storyRoute)\n\nconst port = Number(process.env.PORT ?? %P)\n\n"
+                                "if (import.meta.url === `file://${process.argv[1]}`) {\n"
+                                "  serve({ fetch: app.fetch, port }, () => {\n"
+                                "    console.log(`Server running on http://localhost:${port}`)\n  })\n}\n",
+         "server/src/routes/story.ts": "import { Hono } from 'hono'\n\nexport const storyRoute = new Hono()\n"
+                                       "storyRoute.get('/', (c) => c.json({ lines: [] }))\n",
+         "server/.env": "VOICE=low\n"}, second=True)
+# A board for those who run a site: one file of settings above all, with two ports.
+untuned("tsx watch --env-file=../../.env, ADMIN_PORT beside PORT", "npm run dev -w apps/admin",
+        {"package.json": '{"name": "site", "private": true, "workspaces": ["apps/*"]}\n',
+         ".env": "# Everything at home\nPORT=%D\nADMIN_PORT=%P\nDATABASE_URL=postgresql://localhost/site\n",
+         "apps/admin/package.json": '{"name": "admin", "version": "1.0.0", "type": "module", "scripts": {"dev": "tsx watch '
+                                    '--env-file=../../.env src/server.ts", "start": "node dist/server.js"}}\n',
+         "apps/admin/src/server.ts": "import Fastify from 'fastify';\n\nconst app = Fastify({ logger: true });\n\n"
+                                     "app.get('/', async () => ({ database: process.env.DATABASE_URL }));\n\n"
+                                     "// Not PORT: that is the public site's.\n"
+                                     "const port = Number(process.env.ADMIN_PORT ?? 3001);\n\n"
+                                     "app.listen({ port, host: '127.0.0.1' }).catch((err) => {\n  app.log.error(err);\n"
+                                     "  process.exit(1);\n});\n"}, second=True)
+# The other end of a library's test: acts over plain TCP.
+untuned("Seneca, server.listen({type: 'tcp', port})", "node test/stubs/server.js",
+        {"test/stubs/server.js": "'use strict'\n\nvar Seneca = require('seneca')\nvar server = Seneca({ log: 'silent' })\n\n"
+                                 "server.add({foo: 'bar'}, function (message, cb) {\n  cb(null, {result: 'bar'})\n})\n\n"
+                                 "server.ready(function () {\n"
+                                 "  server.listen({type: 'tcp', port: %P}, function (err, address) {\n    if (err) {\n"
+                                 "      throw err\n    }\n\n    process.stdout.write('server is listening\\n')\n  })\n})\n"})
+# An API behind a tunnel: whatever is in the environment was looked at before.
+untuned("Nest, FastifyAdapter, config.get('PORT', { infer: true })", "npm run dev --prefix api",
+        {"api/package.json": '{"name": "api", "type": "module", "private": true, "scripts": {"dev": "tsx watch src/main.ts"}}\n',
+         "api/tsconfig.json": '{"compilerOptions": {"module": "nodenext", "target": "es2022", "experimentalDecorators": true, '
+                              '"skipLibCheck": true, "types": ["node"]}}\n',
+         "api/src/main.ts": "import 'reflect-metadata';\nimport { ConfigService } from '@nestjs/config';\n"
+                            "import { NestFactory } from '@nestjs/core';\n"
+                            "import { FastifyAdapter, type NestFastifyApplication } from '@nestjs/platform-fastify';\n\n"
+                            "import { AppModule } from './app.module.js';\n"
+                            "import type { Entorno } from './config/entorno.js';\n\n"
+                            "const app = await NestFactory.create<NestFastifyApplication>(\n  AppModule,\n"
+                            "  new FastifyAdapter({ trustProxy: true, bodyLimit: 1_048_576 }),\n  { bufferLogs: true },\n);\n"
+                            "app.setGlobalPrefix('api');\napp.flushLogs();\n\n"
+                            "const config = app.get<ConfigService<Entorno, true>>(ConfigService);\n"
+                            "await app.listen(config.get('PORT', { infer: true }), '0.0.0.0');\n",
+         "api/src/app.module.ts": "import { Module } from '@nestjs/common';\nimport { ConfigModule } from '@nestjs/config';\n\n"
+                                  "import { validarEntorno } from './config/entorno.js';\n\n@Module({\n"
+                                  "  imports: [ConfigModule.forRoot({ isGlobal: true, validate: validarEntorno })],\n})\n"
+                                  "export class AppModule {}\n",
+         "api/src/config/entorno.ts": "export interface Entorno {\n  PORT: number;\n  NODE_ENV: string;\n}\n\n"
+                                      "export function validarEntorno(crudo: Record<string, unknown>): Entorno {\n"
+                                      "  const puerto = Number(crudo.PORT ?? 3000);\n"
+                                      "  if (!Number.isInteger(puerto)) throw new Error('PORT is no number');\n"
+                                      "  return { PORT: puerto, NODE_ENV: String(crudo.NODE_ENV ?? 'development') };\n}\n",
+         "api/.env": "NODE_ENV=development\nPORT=%P\n"})
+# One of three servers that agree on locks: it knows where the others are.
+untuned("aiohttp, web.run_app(create_app(), port=settings.http_port) beside PEERS", py("-m src.nodes.server"),
+        {"src/__init__.py": "", "src/nodes/__init__.py": "",
+         "src/nodes/server.py": "import asyncio\nimport logging\n\nfrom aiohttp import web\n\n"
+                                "from src.utils.config import settings\n\n\nasync def health(_: web.Request):\n"
+                                '    return web.json_response({"node": settings.node_id, "peers": settings.peers})\n\n\n'
+                                "def create_app() -> web.Application:\n    app = web.Application()\n"
+                                '    app.router.add_get("/health", health)\n\n    async def deadlock_ctx(_: web.Application):\n'
+                                "        task = asyncio.create_task(asyncio.sleep(3600), "
+                                'name=f"deadlock-scan-{settings.node_id}")\n        try:\n            yield\n        finally:\n'
+                                "            task.cancel()\n            await asyncio.gather(task, return_exceptions=True)\n\n"
+                                "    app.cleanup_ctx.append(deadlock_ctx)\n    return app\n\n\ndef main() -> None:\n"
+                                "    logging.basicConfig(level=getattr(logging, settings.log_level.upper(), logging.INFO))\n"
+                                "    web.run_app(create_app(), host=settings.http_host, port=settings.http_port)\n\n\n"
+                                'if __name__ == "__main__":\n    main()\n',
+         "src/utils/__init__.py": "",
+         "src/utils/config.py": "import os\nfrom dataclasses import dataclass, field\n\nfrom dotenv import load_dotenv\n\n"
+                                "load_dotenv()\n\n\n@dataclass\nclass Settings:\n"
+                                '    node_id: str = os.getenv("NODE_ID", "n1")\n'
+                                '    http_host: str = os.getenv("HTTP_HOST", "0.0.0.0")\n'
+                                '    http_port: int = int(os.getenv("HTTP_PORT", "8000"))\n'
+                                '    log_level: str = os.getenv("LOG_LEVEL", "INFO")\n'
+                                '    peers: list = field(default_factory=lambda: os.getenv("PEERS", "").split(","))\n\n\n'
+                                "settings = Settings()\n",
+         ".env": "NODE_ID=n1\nHTTP_PORT=%P\nPEERS=n2@http://127.0.0.1:%D\n"}, second=True)
+# A gate to a house's sensors, told at its start where they are.
+untuned("aiohttp, --url ws://, --config, --port with a default",
+        py("gateway.py --url ws://127.0.0.1:%D/api --config config.json"),
+        {"gateway.py": '"""Hands on what the sensors say."""\nimport argparse\nimport json\nimport logging\n\n'
+                       "from aiohttp import web\n\n\ndef create_app(url, config):\n"
+                       '    with open(config, encoding="utf-8") as file:\n        names = json.load(file)["sensors"]\n'
+                       "    app = web.Application()\n\n    async def sensors(request):\n"
+                       '        return web.json_response({"from": url, "sensors": names})\n\n    async def health(request):\n'
+                       '        return web.Response(text="ok")\n\n'
+                       "    app.add_routes([web.get('/api/stream', sensors), web.get('/health', health)])\n    return app\n\n\n"
+                       "if __name__ == '__main__':\n    parser = argparse.ArgumentParser(description=__doc__)\n"
+                       "    parser.add_argument('--url', required=True)\n    parser.add_argument('--config', required=True)\n"
+                       "    parser.add_argument('--port', type=int, default=%P)\n    args = parser.parse_args()\n"
+                       "    logging.basicConfig(level=logging.INFO)\n"
+                       "    web.run_app(create_app(args.url, args.config), host='127.0.0.1', port=args.port, access_log=None)\n",
+         "config.json": '{"sensors": ["door", "stairs"]}\n'}, second=True)
+# An extra of a house's hub: its port is fixed, and it says only what it wants to.
+untuned("aiohttp, PORT as a constant, print=None, access_log=None", py("run.py"),
+        {"run.py": "from app import server\n\nserver.main()\n", "app/__init__.py": "",
+         "app/options.py": 'import json\nfrom pathlib import Path\n\nFILE = Path("data/options.json")\n\n\ndef load():\n'
+                           '    return json.loads(FILE.read_text()) if FILE.exists() else {"sites": [], "idle_minutes": 0}\n',
+         "app/server.py": "from aiohttp import web\n\nfrom . import options\n\nPORT = %P\n\n\ndef create_app(opts):\n"
+                          "    app = web.Application()\n\n    async def on_start(app_):\n"
+                          '        app_["sites"] = opts["sites"]\n\n    app.on_startup.append(on_start)\n    return app\n\n\n'
+                          "def main():\n    opts = options.load()\n"
+                          "    print(f\"Sites: {', '.join(s['name'] for s in opts['sites']) or 'none'}, asleep after \"\n"
+                          "          f\"{opts['idle_minutes'] or 'no'} minutes\", flush=True)\n"
+                          '    web.run_app(create_app(opts), host="0.0.0.0", port=PORT, print=None, access_log=None)\n',
+         "data/options.json": '{"sites": [{"name": "news"}], "idle_minutes": 15}\n'})
+# A mirror of packages, one of whose parts answers questions.
+untuned("python -m relay api, RelayConfig.from_env(), bind_port", py("-m relay api"),
+        {"relay/__init__.py": "", "relay/__main__.py": "import sys\n\nfrom relay.cli import main\n\nsys.exit(main())\n",
+         "relay/cli.py": "from __future__ import annotations\n\nimport argparse\nimport logging\n\nfrom aiohttp import web\n\n"
+                         "from relay.config import RelayConfig\nfrom relay.http import create_app\n\n\n"
+                         "def main(argv: list[str] | None = None) -> int:\n"
+                         '    logging.basicConfig(level=logging.INFO, format="%(asctime)s %(levelname)s %(name)s '
+                         '%(message)s")\n    parser = argparse.ArgumentParser(prog="relay")\n'
+                         '    parser.add_argument("command", choices=["api", "worker", "sync-once"])\n'
+                         "    args = parser.parse_args(argv)\n    config = RelayConfig.from_env()\n"
+                         '    config.ensure_directories()\n\n    if args.command == "api":\n'
+                         "        web.run_app(create_app(config), host=config.bind_host, port=config.bind_port)\n"
+                         "        return 0\n\n    return 1\n",
+         "relay/config.py": "import os\nfrom dataclasses import dataclass\nfrom pathlib import Path\n\n\n"
+                            "@dataclass(frozen=True)\nclass RelayConfig:\n    data_root: Path\n    bind_host: str\n"
+                            "    bind_port: int\n\n    @classmethod\n    def from_env(cls):\n        return cls(\n"
+                            '            data_root=Path(os.environ.get("RELAY_DATA_ROOT", "data")),\n'
+                            '            bind_host=os.environ.get("RELAY_BIND_HOST", "127.0.0.1"),\n'
+                            '            bind_port=int(os.environ.get("RELAY_BIND_PORT", "%P")),\n        )\n\n'
+                            "    def ensure_directories(self):\n        self.data_root.mkdir(parents=True, exist_ok=True)\n",
+         "relay/http.py": "from aiohttp import web\n\n\ndef create_app(config):\n    app = web.Application()\n"
+                          '    app["config"] = config\n    return app\n'})
+# An example for a lesson: sockets of a loop, and a port that must be given.
+untuned("asyncio, loop.sock_accept, --port required", py("server.py -p %P -v INFO"),
+        {"server.py": "#!/usr/bin/env python3\n\nimport asyncio\nimport logging\nimport socket\n\n\nclass ConnectedSocket:\n\n"
+                      "    def __init__(self, client, loop):\n        self._client = client\n        self._loop = loop\n\n"
+                      "    async def process(self):\n        while True:\n"
+                      "            data = await self._loop.sock_recv(self._client, 1024)\n            if not data:\n"
+                      "                self._client.close()\n                break\n"
+                      "            await self._loop.sock_sendall(self._client, data.swapcase())\n\n\nclass ListeningSocket:\n\n"
+                      "    def __init__(self, local_port, loop):\n        self._loop = loop\n"
+                      "        self._local_port = local_port\n\n    def listen(self):\n"
+                      "        self._socket = socket.socket(socket.AF_INET, socket.SOCK_STREAM)\n"
+                      '        self._socket.setblocking(False)\n        self._socket.bind(("", self._local_port))\n'
+                      '        self._socket.listen()\n        logging.info("Listening on %d" % self._local_port)\n\n'
+                      "    async def accept_connection(self):\n        while True:\n"
+                      "            client, _ = await self._loop.sock_accept(self._socket)\n"
+                      "            self._loop.create_task(ConnectedSocket(client, self._loop).process())\n\n\n"
+                      "def init(local_port):\n    loop = asyncio.new_event_loop()\n"
+                      "    listening = ListeningSocket(local_port, loop)\n    listening.listen()\n"
+                      "    loop.create_task(listening.accept_connection())\n    loop.run_forever()\n\n\n"
+                      'if __name__ == "__main__":\n    import argparse\n'
+                      "    parser = argparse.ArgumentParser(description='An example of a server without threads.')\n"
+                      '    parser.add_argument("--port", "-p", type=int, required=True,\n'
+                      '            help="Local port listening for clients")\n    parser.add_argument("--verbosity", "-v",\n'
+                      '            choices=["DEBUG", "INFO", "WARN", "ERROR"], default="WARN")\n'
+                      "    args = parser.parse_args()\n    logging.basicConfig(level=getattr(logging, args.verbosity))\n"
+                      "    init(args.port)\n"})
+# A camera's keeper: what the command line says goes into the environment, before the settings are read.
+untuned('uvicorn.run, args.port into os.environ["SERVER_PORT"]', py("main.py --port %P --device cpu"),
+        {"main.py": 'import argparse\nimport os\n\nfrom fastapi import FastAPI\n\napp = FastAPI(title="Camera")\n\n\n'
+                    '@app.get("/api/status")\ndef status():\n'
+                    '    return {"cameras": os.environ.get("CAMERA_SOURCES", "0").split(",")}\n\n\ndef main():\n'
+                    '    """Main entry point"""\n    parser = argparse.ArgumentParser(description="Pictures without faces")\n'
+                    '    parser.add_argument("--port", "-p", type=int, default=None, help="Web server port")\n'
+                    '    parser.add_argument("--host", type=str, default=None, help="Web server host")\n'
+                    '    parser.add_argument("--camera", "-c", type=str, default=None, help="Camera source")\n'
+                    '    parser.add_argument("--device", "-d", type=str, choices=["cuda", "cpu"], default=None, '
+                    'help="Device")\n    args = parser.parse_args()\n\n    # The settings are the one source of truth.\n'
+                    '    if args.port: os.environ["SERVER_PORT"] = str(args.port)\n'
+                    '    if args.host: os.environ["SERVER_HOST"] = args.host\n'
+                    '    if args.camera: os.environ["CAMERA_SOURCES"] = args.camera\n'
+                    '    if args.device: os.environ["DEVICE"] = args.device\n\n    import uvicorn\n'
+                    "    from config import Config\n\n    config = Config()\n"
+                    '    print(f"Device {config.device}, port {config.server_port}")\n'
+                    '    uvicorn.run(app, host=config.server_host, port=config.server_port, log_level="warning")\n\n\n'
+                    'if __name__ == "__main__":\n    main()\n',
+         "config.py": "import os\n\n\nclass Config:\n    def __init__(self):\n"
+                      '        self.server_host = os.getenv("SERVER_HOST", "0.0.0.0")\n'
+                      '        self.server_port = int(os.getenv("SERVER_PORT", "8000"))\n'
+                      '        self.device = os.getenv("DEVICE", "cuda")\n'})
+# A server that hands out work: YAML first, the command line over it.
+untuned('HTTPServer, cfg.setdefault("server", {})["port"] of config/server.yaml', py("server/main.py -c config/server.yaml"),
+        {"server/main.py": "import logging\nimport threading\n"
+                           "from http.server import BaseHTTPRequestHandler, ThreadingHTTPServer\nfrom pathlib import Path\n\n"
+                           'import yaml\n\nlog = logging.getLogger("server")\n\n\nclass Controller(threading.Thread):\n'
+                           "    def __init__(self):\n        super().__init__(daemon=True)\n        self._running = True\n\n"
+                           "    def run(self):\n        while self._running:\n            threading.Event().wait(1)\n\n\n"
+                           "class Handler(BaseHTTPRequestHandler):\n    def do_GET(self):\n        self.send_response(204)\n"
+                           "        self.end_headers()\n\n\ndef start(cfg: dict) -> None:\n    ctrl = Controller()\n"
+                           '    ctrl.start()\n    srv_cfg = cfg.get("server", {})\n'
+                           '    server = ThreadingHTTPServer((srv_cfg.get("host", "0.0.0.0"), srv_cfg.get("port", 8080)), '
+                           'Handler)\n    log.info("Listening on %s:%s", *server.server_address)\n    try:\n'
+                           "        server.serve_forever()\n    finally:\n        ctrl._running = False\n"
+                           "        server.server_close()\n\n\ndef main() -> None:\n    import argparse\n\n"
+                           '    logging.basicConfig(level=logging.INFO, format="%(asctime)s %(levelname)-8s %(name)s: '
+                           '%(message)s")\n\n    parser = argparse.ArgumentParser(description="Hands out tasks")\n'
+                           '    parser.add_argument("--config", "-c", default="config/server.yaml", help="Config file path")\n'
+                           '    parser.add_argument("--host", help="Bind host (overrides config)")\n'
+                           '    parser.add_argument("--port", "-p", type=int, help="Bind port (overrides config)")\n'
+                           "    args = parser.parse_args()\n\n    cfg: dict = {}\n    if Path(args.config).exists():\n"
+                           "        with open(args.config) as f:\n            cfg = yaml.safe_load(f) or {}\n    else:\n"
+                           '        log.warning("Config file not found: %s, using defaults", args.config)\n\n'
+                           '    if args.host:\n        cfg.setdefault("server", {})["host"] = args.host\n    if args.port:\n'
+                           '        cfg.setdefault("server", {})["port"] = args.port\n\n    start(cfg)\n\n\n'
+                           'if __name__ == "__main__":\n    main()\n',
+         "config/server.yaml": "server:\n  host: 127.0.0.1\n  port: %P\nscheduler:\n  policy: fifo\n  max_retries: 3\n"})
+# A house's console: where it listens is an address with a scheme.
+untuned("waitress, urlsplit(env.listener)", py("src/main.py"),
+        {"src/main.py": "import urllib.parse\n\nfrom flask import Flask, jsonify\nfrom waitress import serve\n\nimport env\n\n"
+                        "\ndef create_app():\n    app = Flask(__name__)\n\n"
+                        "    @app.route('/api/maintenance', methods=['GET'])\n    def maintenance():\n"
+                        "        return jsonify([{'id': 1, 'name': 'restart', 'group': 'house'}])\n\n    return app\n\n\n"
+                        "if __name__ == '__main__':\n    app = create_app()\n\n"
+                        "    print(f'Starting Admin Console API at {env.listener}')\n\n"
+                        "    parsed = urllib.parse.urlsplit(env.listener)\n"
+                        "    serve(app, host=parsed.hostname, port=parsed.port)\n",
+         "src/env.py": "import os\n\nlistener = os.environ.get('LISTENER', 'http://127.0.0.1:%P')\n"
+                       "auth_token = os.environ.get('AUTH_TOKEN')\n"})
+# Both halves of a project from one script, which takes them along when it ends.
+untuned("trap 'kill 0' EXIT, uvicorn --port & then npm run dev", "bash dev.sh",
+        {"dev.sh": "#!/usr/bin/env bash\n# Starts backend and frontend for development.\nset -e\n\n"
+                   "SCRIPT_DIR=\"$(cd \"$(dirname \"$0\")\" && pwd)\"\n\ntrap 'kill 0' EXIT\n\n"
+                   'echo "Backend on http://localhost:%P"\ncd "$SCRIPT_DIR/backend"\nuvicorn main:app --reload --port %P &\n\n'
+                   'echo "Frontend on http://localhost:28089"\ncd "$SCRIPT_DIR/frontend"\nnpm run dev\n',
+         "backend/main.py": 'from fastapi import FastAPI\n\napp = FastAPI()\n\n\n@app.get("/api/health")\ndef health():\n'
+                            '    return {"ok": True}\n',
+         "frontend/package.json": '{"name": "frontend", "private": true, "type": "module", "scripts": {"dev": "vite"}}\n',
+         "frontend/vite.config.js": "import { defineConfig } from 'vite'\n\nexport default defineConfig({\n"
+                                    "  cacheDir: '.vite',\n"
+                                    "  server: { port: 28089, proxy: { '/api': 'http://localhost:%P' } },\n})\n",
+         "frontend/index.html": "<!doctype html><title>both</title><script type=module src=/main.js></script>\n",
+         "frontend/main.js": "document.title = 'on';\n"})
+# Lamps by TCP: whatever the system refuses is said in the program's own words.
+untuned("socket.bind((HOST, PORT)) within try, OSError printed, return 1", py("light_server.py"),
+        {"light_server.py": 'import json\nimport socket\nimport sys\nimport threading\n\nHOST = "0.0.0.0"\nPORT = %P\n'
+                            "CHANNEL_IDS = [1, 2, 3, 4]\n\n\ndef handle_client(conn, addr):\n    try:\n"
+                            '        order = json.loads(conn.recv(1024))\n        print(f"[order] {addr[0]}: {order}")\n'
+                            '    except (ValueError, OSError) as e:\n        print(f"[connection] {addr[0]}:{addr[1]}: {e}")\n'
+                            "    finally:\n        conn.close()\n\n\ndef main() -> int:\n"
+                            "    server_sock = socket.socket(socket.AF_INET, socket.SOCK_STREAM)\n"
+                            "    server_sock.setsockopt(socket.SOL_SOCKET, socket.SO_REUSEADDR, 1)\n\n    try:\n"
+                            '        server_sock.bind((HOST, PORT))\n        server_sock.listen(5)\n        print("=" * 50)\n'
+                            '        print(f"listening: {HOST}:{PORT}, channels {CHANNEL_IDS}")\n'
+                            '        print("=" * 50 + "\\n", flush=True)\n\n        while True:\n'
+                            "            conn, addr = server_sock.accept()\n"
+                            "            threading.Thread(target=handle_client, args=(conn, addr), daemon=True).start()\n\n"
+                            '    except KeyboardInterrupt:\n        print("\\n[stopped]")\n    except OSError as e:\n'
+                            '        print(f"[not started] {e}")\n        return 1\n    finally:\n        server_sock.close()\n'
+                            '    return 0\n\n\nif __name__ == "__main__":\n    sys.exit(main())\n'})
+# A chat of a course: the port is what a function takes when nothing is given.
+untuned("socket, create_socket(HOST='', PORT=...) as defaults", py("server.py"),
+        {"server.py": "import socket\nfrom threading import Thread, Event\n\nimport utils\n\n\n"
+                      "def create_socket(HOST='', PORT=%P):\n    sock = socket.socket(socket.AF_INET, socket.SOCK_STREAM)\n"
+                      "    sock.setsockopt(socket.SOL_SOCKET, socket.SO_REUSEADDR, 1)\n    sock.bind((HOST, PORT))\n"
+                      "    sock.listen(5)\n    sock.settimeout(0.1)\n    return sock\n\n\ndef talk(connection):\n"
+                      "    with connection:\n        for line in connection.makefile():\n"
+                      "            connection.sendall(utils.frame(line))\n\n\ndef accept(sock, stop):\n"
+                      "    while not stop.is_set():\n        try:\n            connection, _ = sock.accept()\n"
+                      "        except socket.timeout:\n            continue\n"
+                      "        Thread(target=talk, args=(connection,), daemon=True).start()\n\n\nif __name__ == '__main__':\n"
+                      "    server = create_socket()\n    accept(server, Event())\n",
+         "utils.py": "def frame(line):\n    return f'<{line.strip()}>\\n'.encode()\n"})
+# Four cameras as one picture: a taken port is said in whole sentences.
+untuned("Java, HttpServer, args[0] or DEFAULT_PORT, BindException answered", "java -cp out panorama.VideoStreamingServer %P",
+        {"src/panorama/VideoStreamingServer.java": "package panorama;\n\nimport com.sun.net.httpserver.HttpServer;\n"
+                                                   "import java.io.IOException;\nimport java.net.BindException;\n"
+                                                   "import java.net.InetSocketAddress;\n"
+                                                   "import java.util.concurrent.Executors;\n\n"
+                                                   "public class VideoStreamingServer {\n"
+                                                   "    static final int DEFAULT_PORT  = 9090;\n"
+                                                   "    static final int TARGET_HEIGHT = 360;\n"
+                                                   "    static final int TARGET_WIDTH  = 640;\n\n"
+                                                   "    public static void main(String[] args) throws IOException {\n"
+                                                   "        int port = args.length > 0 ? Integer.parseInt(args[0]) : "
+                                                   "DEFAULT_PORT;\n        if (port < 0 || port > 65535) {\n"
+                                                   '            System.err.println("No port: " + port + ".");\n'
+                                                   "            return;\n        }\n\n        HttpServer server;\n"
+                                                   "        try {\n"
+                                                   "            InetSocketAddress bindAddress = new "
+                                                   'InetSocketAddress("0.0.0.0", port);\n'
+                                                   "            server = HttpServer.create(bindAddress, 0);\n"
+                                                   "        } catch (BindException e) {\n"
+                                                   '            System.err.println("Port " + port + " is already in use. Stop '
+                                                   'the other process or choose another port.");\n            return;\n'
+                                                   '        }\n\n        server.createContext("/meta", exchange -> {\n'
+                                                   '            byte[] meta = (TARGET_WIDTH + "x" + '
+                                                   "TARGET_HEIGHT).getBytes();\n"
+                                                   "            exchange.sendResponseHeaders(200, meta.length);\n"
+                                                   "            exchange.getResponseBody().write(meta);\n"
+                                                   "            exchange.close();\n        });\n"
+                                                   "        server.setExecutor(Executors.newFixedThreadPool(4));\n"
+                                                   "        server.start();\n\n"
+                                                   '        System.out.println("Server started on port " + port);\n'
+                                                   '        System.out.println("Metadata: http://localhost:" + port + '
+                                                   '"/meta");\n    }\n}\n'},
+        build=["sh", "-c", "javac -d out $(find . -name '*.java')"])
+# A proxy of a game's servers: packets come to a port of the handler's, and the proxy lives on without.
+untuned('Java, executor.submit: ServerSocket().bind(new InetSocketAddress("0.0.0.0", PORT))', "java -cp out proxy.Proxy",
+        {"src/proxy/Proxy.java": "package proxy;\n\nimport proxy.packet.PacketHandler;\n\npublic class Proxy {\n"
+                                 "    public static void main(String[] args) throws InterruptedException {\n"
+                                 "        new PacketHandler().upServer();\n        while (true) {\n"
+                                 "            Thread.sleep(50);\n        }\n    }\n}\n",
+         "src/proxy/packet/PacketHandler.java": "package proxy.packet;\n\nimport java.io.DataInputStream;\n"
+                                                "import java.io.IOException;\nimport java.net.InetSocketAddress;\n"
+                                                "import java.net.ServerSocket;\nimport java.net.Socket;\n"
+                                                "import java.util.HashSet;\nimport java.util.concurrent.ExecutorService;\n"
+                                                "import java.util.concurrent.Executors;\n\npublic class PacketHandler {\n\n"
+                                                "    private final ExecutorService executor = "
+                                                "Executors.newCachedThreadPool();\n"
+                                                "    private static final HashSet<Socket> sockets = new HashSet<>();\n\n"
+                                                "    private final int PORT = %P;\n\n    public void upServer() {\n"
+                                                "        executor.submit(() -> {\n"
+                                                "            try (ServerSocket serverSocket = new ServerSocket()) {\n"
+                                                "                serverSocket.setReuseAddress(true);\n"
+                                                '                serverSocket.bind(new InetSocketAddress("0.0.0.0", PORT));\n'
+                                                '                System.out.printf("Listening at 0.0.0.0:%d%n", PORT);\n\n'
+                                                "                while (!Thread.currentThread().isInterrupted()) {\n"
+                                                "                    Socket socket = serverSocket.accept();\n"
+                                                "                    socket.setTcpNoDelay(true);\n"
+                                                "                    sockets.add(socket);\n"
+                                                "                    executor.submit(() -> startListening(socket));\n"
+                                                "                }\n            } catch (IOException e) {\n"
+                                                "                e.printStackTrace();\n            }\n        });\n    }\n\n"
+                                                "    private void startListening(Socket socket) {\n"
+                                                "        try (DataInputStream in = new "
+                                                "DataInputStream(socket.getInputStream())) {\n"
+                                                "            in.readFully(new byte[in.readInt()]);\n"
+                                                "        } catch (IOException e) {\n            sockets.remove(socket);\n"
+                                                "        }\n    }\n}\n"},
+        build=["sh", "-c", "javac -d out $(find . -name '*.java')"])
+# A broker of devices: orders over TCP, data over UDP at another number.
+untuned("Java, getInstance() of a SocketServer, ServerSocket beside DatagramSocket", "java -cp out broker.BrokerApplication",
+        {"src/broker/BrokerApplication.java": "package broker;\n\npublic class BrokerApplication {\n"
+                                              "    public static void main(String[] args) {\n"
+                                              "        SocketServer.getInstance().accept();\n    }\n}\n",
+         "src/broker/SocketServer.java": "package broker;\n\nimport java.io.IOException;\nimport java.net.DatagramSocket;\n"
+                                         "import java.net.InetSocketAddress;\nimport java.net.ServerSocket;\n\n"
+                                         "public class SocketServer {\n    private static ServerSocket tcpServer;\n"
+                                         "    private static DatagramSocket udpServer;\n"
+                                         "    private static SocketServer instance;\n\n    private SocketServer() {\n"
+                                         "        try {\n"
+                                         '            InetSocketAddress address = new InetSocketAddress("0.0.0.0", %P);\n'
+                                         "            tcpServer = new ServerSocket();\n            tcpServer.bind(address);\n\n"
+                                         '            System.out.println("TCP server started on port %P.");\n\n'
+                                         "            udpServer = new DatagramSocket(%D);\n"
+                                         '            System.out.println("UDP server started on port %D.");\n'
+                                         "        } catch (IOException e) {\n"
+                                         '            throw new RuntimeException("The server was not started.", e);\n'
+                                         "        }\n    }\n\n    // singleton\n"
+                                         "    public static SocketServer getInstance() {\n        if (instance == null) {\n"
+                                         "            instance = new SocketServer();\n        }\n        return instance;\n"
+                                         "    }\n\n    public void accept() {\n        while (true) {\n            try {\n"
+                                         "                tcpServer.accept().close();\n            } catch (IOException e) {\n"
+                                         "                udpServer.close();\n                return;\n            }\n"
+                                         "        }\n    }\n}\n"},
+        build=["sh", "-c", "javac -d out $(find . -name '*.java')"], second=True)
+# A school's cookies of fortune: a port and a file.
+untuned("Java, ServerSocket(Integer.parseInt(args[0])), a file as args[1]", "java -cp out fc.server.ServerApp %P cookie_file.txt",
+        {"src/fc/server/ServerApp.java": "package fc.server;\n\nimport java.io.DataInputStream;\n"
+                                         "import java.io.DataOutputStream;\nimport java.io.IOException;\n"
+                                         "import java.net.ServerSocket;\nimport java.net.Socket;\n\npublic class ServerApp\n{\n"
+                                         "    public static void main( String[] args )\n    {\n"
+                                         "        String serverPort = args[0];\n        String cookieFilePath = args[1];\n"
+                                         "        try {\n"
+                                         '            System.out.printf("Cookie server started at %s\\n", serverPort);\n'
+                                         "            ServerSocket server = new ServerSocket(Integer.parseInt(serverPort));\n"
+                                         "            Socket sock = server.accept();\n"
+                                         "            DataInputStream dis = new DataInputStream(sock.getInputStream());\n"
+                                         "            DataOutputStream dos = new DataOutputStream(sock.getOutputStream());\n\n"
+                                         '            if (dis.readUTF().equals("get-cookie")) {\n'
+                                         "                dos.writeUTF(Cookie.getRandomCookie(cookieFilePath));\n"
+                                         '            } else {\n                dos.writeUTF("What?\\n");\n            }\n'
+                                         "            sock.close();\n        } catch (NumberFormatException nfe) {\n"
+                                         "            nfe.printStackTrace();\n        } catch (IOException e) {\n"
+                                         "            e.printStackTrace();\n        }\n    }\n}\n",
+         "src/fc/server/Cookie.java": "package fc.server;\n\nimport java.io.IOException;\nimport java.nio.file.Files;\n"
+                                      "import java.nio.file.Path;\nimport java.util.List;\nimport java.util.Random;\n\n"
+                                      "class Cookie {\n    static String getRandomCookie(String file) throws IOException {\n"
+                                      "        List<String> cookies = Files.readAllLines(Path.of(file));\n"
+                                      "        return cookies.get(new Random().nextInt(cookies.size()));\n    }\n}\n",
+         "cookie_file.txt": "Soon it rains.\nSoon it does not.\n"}, build=["sh", "-c", "javac -d out $(find . -name '*.java')"])
+# A till that waits for cards: the port is a word, and init() hands every error on.
+untuned("Java, String socketPort parsed within init() throws IOException", "java -cp out sdk.socket.UnionSocketServer",
+        {"src/sdk/socket/UnionSocketServer.java": "package sdk.socket;\n\nimport java.io.IOException;\n"
+                                                  "import java.net.ServerSocket;\nimport java.net.Socket;\n"
+                                                  "import java.util.concurrent.ExecutorService;\n"
+                                                  "import java.util.concurrent.Executors;\n\n"
+                                                  "public class UnionSocketServer implements Runnable {\n\n"
+                                                  "\tprivate ServerSocket server;\n"
+                                                  "\tprivate ExecutorService cachedThreadPool;\n\n"
+                                                  '\tpublic void init() throws IOException {\n\t\tString socketPort ="%P";\n\n'
+                                                  "\t\tserver = new ServerSocket(Integer.parseInt(socketPort));\n"
+                                                  "\t\tcachedThreadPool = Executors.newCachedThreadPool();\n"
+                                                  "\t\tThread thread = new Thread(this);\n\t\tthread.start();\n\t}\n\n"
+                                                  "\t@Override\n\tpublic void run() {\n"
+                                                  '\t\tSystem.out.println("UnionSocket started...");\n\t\twhile (true) {\n'
+                                                  "\t\t\ttry {\n\t\t\t\tSocket socket = server.accept();\n"
+                                                  "\t\t\t\tcachedThreadPool.submit(() -> {\n\t\t\t\t\tsocket.close();\n"
+                                                  "\t\t\t\t\treturn null;\n\t\t\t\t});\n\t\t\t} catch (IOException e1) {\n"
+                                                  "\t\t\t\te1.printStackTrace();\n\t\t\t}\n\t\t}\n\t}\n\n"
+                                                  "\tpublic static void main(String[] args) {\n"
+                                                  "\t\tUnionSocketServer server=new UnionSocketServer();\n\t\ttry {\n"
+                                                  "\t\t\tserver.init();\n\t\t} catch (IOException e) {\n"
+                                                  "\t\t\te.printStackTrace();\n\t\t}\n\t}\n}\n"},
+        build=["sh", "-c", "javac -d out $(find . -name '*.java')"])
+# A chat of a first week with Go: what fails is said by one line, in another language.
+go_project("Go, newServer(ip, port).Start(), net.Listen's error printed",
+        {"cmd/server/main.go": 'package main\n\nfunc main() {\n\tserver := newServer("127.0.0.1", %P)\n\tserver.Start()\n}\n',
+         "cmd/server/server.go": 'package main\n\nimport (\n\t"fmt"\n\t"net"\n)\n\ntype Server struct {\n\tIp   string\n'
+                                 "\tPort int\n}\n\nfunc (s *Server) Start() {\n"
+                                 '\tlisten, err := net.Listen("tcp", fmt.Sprintf("%s:%d", s.Ip, s.Port))\n\tif err != nil {\n'
+                                 '\t\tfmt.Println("监听失败", err)\n\t\treturn\n\t}\n\tdefer listen.Close()\n\tfor {\n'
+                                 '\t\taccept, err := listen.Accept()\n\t\tif err != nil {\n\t\t\tfmt.Println("接听失败", err)\n'
+                                 "\t\t\tcontinue\n\t\t}\n\t\tgo s.handler(accept)\n\t}\n}\n\n"
+                                 "func (s *Server) handler(conn net.Conn) {\n\tdefer conn.Close()\n"
+                                 "\tbuf := make([]byte, 1024)\n\tfor {\n\t\tn, err := conn.Read(buf)\n\t\tif err != nil {\n"
+                                 "\t\t\treturn\n\t\t}\n\t\tfmt.Println(string(buf[:n]))\n\t}\n}\n\n"
+                                 "func newServer(ip string, port int) *Server {\n\treturn &Server{\n\t\tIp:   ip,\n"
+                                 "\t\tPort: port,\n\t}\n}\n"})
+# HTTP as an exercise: the server is a package of one's own over TCP.
+go_project("Go, server.Serve(port, handler) over net.Listen, log.Fatalf",
+        {"cmd/server/main.go": 'package main\n\nimport (\n\t"io"\n\t"log"\n\t"os"\n\t"os/signal"\n\t"syscall"\n\n'
+                               '\t"shop/internal/server"\n)\n\nconst port = %P\n\nfunc main() {\n'
+                               "\tserver, err := server.Serve(port, func(w io.Writer, target string) {\n"
+                               '\t\tio.WriteString(w, "All good at "+target+"\\n")\n\t})\n\tif err != nil {\n'
+                               '\t\tlog.Fatalf("Error starting server: %v", err)\n\t}\n\tdefer server.Close()\n'
+                               '\tlog.Println("Server started on port", port)\n\n\tsigChan := make(chan os.Signal, 1)\n'
+                               "\tsignal.Notify(sigChan, syscall.SIGINT, syscall.SIGTERM)\n\t<-sigChan\n"
+                               '\tlog.Println("Server gracefully stopped")\n}\n',
+         "internal/server/server.go": 'package server\n\nimport (\n\t"bufio"\n\t"fmt"\n\t"io"\n\t"net"\n\t"strings"\n'
+                                      '\t"sync/atomic"\n)\n\ntype Handler func(w io.Writer, target string)\n\n'
+                                      "type Server struct {\n\tListener net.Listener\n\tClosed   atomic.Bool\n}\n\n"
+                                      "func Serve(port int, handler Handler) (*Server, error) {\n"
+                                      '\tlistener, err := net.Listen("tcp", fmt.Sprintf(":%d", port))\n\tif err != nil {\n'
+                                      "\t\treturn nil, err\n\t}\n\ts := &Server{\n\t\tListener: listener,\n\t}\n"
+                                      "\tgo s.listen(handler)\n\treturn s, nil\n}\n\nfunc (s *Server) Close() error {\n"
+                                      "\ts.Closed.Store(true)\n\treturn s.Listener.Close()\n}\n\n"
+                                      "func (s *Server) listen(handler Handler) {\n\tfor {\n"
+                                      "\t\tconn, err := s.Listener.Accept()\n\t\tif err != nil {\n\t\t\treturn\n\t\t}\n"
+                                      "\t\tline, _ := bufio.NewReader(conn).ReadString('\\n')\n"
+                                      '\t\tio.WriteString(conn, "HTTP/1.1 200 OK\\r\\nConnection: close\\r\\n\\r\\n")\n'
+                                      "\t\thandler(conn, strings.TrimSpace(line))\n\t\tconn.Close()\n\t}\n}\n"})
+# Fees of a school: the settings' file must be there, and holds the database's port as well.
+go_project('Echo, godotenv.Load(".env"), SERVER_PORT beside DB_PORT',
+        {"cmd/server/main.go": 'package main\n\nimport (\n\t"fmt"\n\t"log"\n\t"os"\n\n\t"github.com/joho/godotenv"\n'
+                               '\t"github.com/labstack/echo"\n\n\t"shop/configs"\n\t"shop/routes"\n)\n\nfunc main() {\n'
+                               '\terr := godotenv.Load(".env")\n\tif err != nil {\n\t\tlog.Fatal("failed to load .env")\n\t}\n'
+                               '\n\tdb := configs.InitDB()\n\te := echo.New()\n\n\tserver := os.Getenv("SERVER_PORT")\n\n'
+                               '\troutes.Routes(e, db)\n\n\te.Logger.Fatal(e.Start(fmt.Sprintf(":%s", server)))\n}\n',
+         "configs/database.go": 'package configs\n\nimport (\n\t"fmt"\n\t"os"\n)\n\nfunc InitDB() string {\n'
+                                '\treturn fmt.Sprintf("%s@tcp(%s:%s)/%s", os.Getenv("DB_USER"), os.Getenv("DB_HOST"), '
+                                'os.Getenv("DB_PORT"), os.Getenv("DB_NAME"))\n}\n',
+         "routes/routes.go": 'package routes\n\nimport (\n\t"net/http"\n\n\t"github.com/labstack/echo"\n)\n\n'
+                             'func Routes(e *echo.Echo, db string) {\n\te.GET("/fees", func(c echo.Context) error {\n'
+                             "\t\treturn c.String(http.StatusOK, db)\n\t})\n}\n",
+         ".env": "SERVER_PORT=%P\nDB_HOST=127.0.0.1\nDB_PORT=%D\nDB_USER=root\nDB_NAME=fees\n"}, second=True)
+# A backend that speaks TLS unless a variable says that it is being written.
+go_project("Go, DEBUG=1 chooses ListenAndServe over ListenAndServeTLS",
+        {"cmd/server/main.go": 'package main\n\nimport (\n\t"log"\n\t"net/http"\n\t"os"\n\n\t"shop/users"\n)\n\nfunc main() {\n'
+                               '\tvar err error\n\n\thttp.HandleFunc("/users/signup", users.SignUpHandler)\n\n\t// Listen\n'
+                               '\tif os.Getenv("DEBUG") == "1" {\n\t\terr = http.ListenAndServe(":%P", nil)\n'
+                               "\t\tif err != nil {\n\t\t\tlog.Fatal(err)\n\t\t}\n\t} else {\n"
+                               '\t\terr = http.ListenAndServeTLS(":%P", "/ssl/cert.pem", "/ssl/key.pem", nil)\n'
+                               "\t\tif err != nil {\n\t\t\tlog.Fatal(err)\n\t\t}\n\t}\n}\n",
+         "users/users.go": 'package users\n\nimport "net/http"\n\n'
+                           "func SignUpHandler(w http.ResponseWriter, r *http.Request) {\n\tw.WriteHeader(http.StatusCreated)\n"
+                           "}\n"}, environment={"DEBUG": "1"})
+# Copies of folders in a store of objects: a command, a flag for the settings, the store at an address of its own.
+go_project("Go, ./server -config config.json serve, an S3 endpoint beside it",
+        {"cmd/server/main.go": 'package main\n\nimport (\n\t"context"\n\t"errors"\n\t"flag"\n\t"fmt"\n\t"log"\n\t"net/http"\n'
+                               '\t"os"\n\t"os/signal"\n\t"syscall"\n\t"time"\n\n\t"shop/internal/config"\n)\n\nfunc main() {\n'
+                               '\tconfigPath := flag.String("config", "", "path to config.json")\n\tflag.Parse()\n\n'
+                               "\targs := flag.Args()\n\tif len(args) == 0 {\n\t\tflag.Usage()\n\t\tos.Exit(2)\n\t}\n\n"
+                               '\tswitch args[0] {\n\tcase "serve":\n\t\trunServe(*configPath)\n\tdefault:\n'
+                               '\t\tfatalf("unknown command %q", args[0])\n\t}\n}\n\nfunc runServe(cfgPath string) {\n'
+                               "\tctx, stop := signal.NotifyContext(context.Background(), os.Interrupt, syscall.SIGTERM)\n"
+                               "\tdefer stop()\n\n\tcfg, err := config.Load(cfgPath)\n\tif err != nil {\n"
+                               '\t\tfatalf("load %s: %v", cfgPath, err)\n\t}\n\n'
+                               '\taddr := fmt.Sprintf("%s:%d", cfg.Server.Host, cfg.Server.Port)\n\thttpSrv := &http.Server{\n'
+                               "\t\tAddr:              addr,\n\t\tReadHeaderTimeout: 10 * time.Second,\n\t}\n\n"
+                               "\tserveErr := make(chan error, 1)\n\tgo func() {\n"
+                               '\t\tlog.Println("serving", addr, "store", cfg.S3.Endpoint)\n'
+                               "\t\tserveErr <- httpSrv.ListenAndServe()\n\t}()\n\n\tselect {\n\tcase <-ctx.Done():\n"
+                               '\t\tlog.Println("shutdown signal received")\n\tcase err := <-serveErr:\n'
+                               '\t\tif !errors.Is(err, http.ErrServerClosed) {\n\t\t\tfatalf("http: %v", err)\n\t\t}\n\t}\n\n'
+                               "\tshutdownCtx, cancel := context.WithTimeout(context.Background(), 10*time.Second)\n"
+                               "\tdefer cancel()\n\thttpSrv.Shutdown(shutdownCtx)\n}\n\n"
+                               "func fatalf(format string, args ...any) {\n"
+                               '\tfmt.Fprintf(os.Stderr, "backup: "+format+"\\n", args...)\n\tos.Exit(1)\n}\n',
+         "internal/config/config.go": 'package config\n\nimport (\n\t"encoding/json"\n\t"os"\n)\n\ntype Config struct {\n'
+                                      '\tS3 struct {\n\t\tEndpoint     string `json:"endpoint"`\n'
+                                      '\t\tUsePathStyle bool   `json:"use_path_style"`\n'
+                                      '\t\tBucket       string `json:"bucket"`\n\t} `json:"s3"`\n\tServer struct {\n'
+                                      '\t\tHost string `json:"host"`\n\t\tPort int    `json:"port"`\n\t} `json:"server"`\n}\n\n'
+                                      "func Load(path string) (cfg Config, err error) {\n\tdata, err := os.ReadFile(path)\n"
+                                      "\tif err == nil {\n\t\terr = json.Unmarshal(data, &cfg)\n\t}\n\treturn cfg, err\n}\n",
+         "config.json": '{\n  "s3": {\n    "endpoint": "http://localhost:%D",\n    "use_path_style": true,\n'
+                        '    "bucket": "copies"\n  },\n  "server": {\n    "host": "127.0.0.1",\n    "port": %P\n  }\n}\n'},
+        command="./server -config config.json serve", second=True)
+# A framework's own console: the server runs in a pipe, and its first line tells whether to go on to the next port.
+untuned('popen("php -S 127.0.0.1:{$this->port} 2>&1"), the next port when taken', "php console host",
+        {"console": "#!/usr/bin/env php\n<?php\n\nrequire __DIR__ . '/src/Host.php';\n\nif (($argv[1] ?? '') === 'host') {\n"
+                    "    (new Host())->setCommand();\n}\n",
+         "src/Host.php": "<?php\n\nclass Host\n{\n    private int $port;\n    private mixed $server;\n\n"
+                         "    public function __construct()\n    {\n        $this->port = %P;\n        chdir('public');\n"
+                         "    }\n\n    public function setCommand(): void\n    {\n"
+                         '        while ($this->availablePort($this->server = popen("php -S 127.0.0.1:{$this->port} 2>&1", '
+                         "'r'))) {\n            sleep(1);\n            $this->port++;\n        }\n"
+                         "        $this->startServer();\n    }\n\n    private function availablePort(mixed $process): bool\n"
+                         "    {\n        if (str_contains(fgets($process), 'Address already in use')) {\n"
+                         '            echo "    Port: [127.0.0.1:{$this->port}] already in use... \\n";\n'
+                         "            pclose($process);\n            return true;\n        }\n        return false;\n    }\n\n"
+                         "    private function startServer(): void\n    {\n"
+                         '        echo "    Server running on [http://127.0.0.1:{$this->port}] \\n";\n\n'
+                         "        while (! feof($this->server)) {\n            echo fgets($this->server);\n        }\n    }\n"
+                         "}\n",
+         "public/index.php": "<?php echo 'ok';\n"})
+# A server of pages by hand, which tells the reason and ends.
+untuned("PHP, socket_bind($sock, $host, $port), die() with socket_strerror()", "php server.php",
+        {"server.php": "<?php\n$host = 'Localhost';\n$port = %P;\n\n$sock = socket_create(AF_INET, SOCK_STREAM, SOL_TCP);\n"
+                       "if ($sock === false) {\n"
+                       '    die("Error: socket_create() failed - " . socket_strerror(socket_last_error()) . "\\n");\n}\n\n'
+                       "if (!socket_bind($sock, $host, $port)) {\n"
+                       '    die("Error: socket_bind() failed - " . socket_strerror(socket_last_error($sock)) . "\\n");\n}\n\n'
+                       "if (!socket_listen($sock)) {\n"
+                       '    die("Error: socket_listen() failed - " . socket_strerror(socket_last_error($sock)) . "\\n");\n}\n\n'
+                       'echo "PHP Web Server running at http://$host:$port\\n";\n\nwhile (true) {\n'
+                       '    $client = socket_accept($sock);\n    $lines = explode("\\r\\n", socket_read($client, 2048));\n'
+                       "    $parts = explode(' ', $lines[0]);\n"
+                       "    socket_write($client, \"HTTP/1.1 200 OK\\r\\n\\r\\n\" . ($parts[1] ?? '/'));\n"
+                       "    socket_close($client);\n}\n"})
+# A toy of a test: the kind of socket first, and not a word of why it failed.
+untuned("php server.php inet ADDRESS PORT, @socket_bind and exit(-2)", "php server.php inet 127.0.0.1 %P",
+        {"server.php": "<?php\n\n$max_clients = 10;\n$client = [];\n\nswitch ($argv[1]) {\n\tcase 'unix':\n"
+                       "\t\t$socket = @socket_create(AF_UNIX, SOCK_STREAM, 0);\n"
+                       '\t\tif(!$socket || !@socket_bind($socket, $argv[2])) {\n\t\t\techo "Failed to bind socket.\\n";\n'
+                       "\t\t\texit(-2);\n\t\t}\n\t\tbreak;\n\tcase 'inet':\n"
+                       "\t\t$socket = @socket_create(AF_INET, SOCK_STREAM, 0);\n\t\tif(!$socket) {\n"
+                       '\t\t\techo "Failed to create socket\\n";\n\t\t\texit(-1);\n\t\t}\n'
+                       '\t\tif(!@socket_bind($socket, $argv[2], $argv[3])) {\n\t\t\techo "Failed to bind socket.\\n";\n'
+                       '\t\t\texit(-2);\n\t\t}\n\t\tbreak;\n\tdefault:\n\t\techo "Unknown kind of socket\\n";\n\t\texit(-3);\n'
+                       "}\n\nsocket_listen($socket, $max_clients);\n\nwhile (true) {\n\t$client = socket_accept($socket);\n"
+                       "\tsocket_write($client, strrev(trim(socket_read($client, 1024))) . PHP_EOL);\n"
+                       "\tsocket_close($client);\n}\n"})
+# Films from a folder to a browser, with types that it wants to hear and no word in a log.
+untuned("WEBrick, MimeTypes:, Logger to /dev/null, trap('TERM')", "ruby serve.rb",
+        {"serve.rb": "require 'webrick'\nmime = WEBrick::HTTPUtils::DefaultMimeTypes.merge(\n  'mp4'  => 'video/mp4',\n"
+                     "  'webm' => 'video/webm',\n  'woff2'=> 'font/woff2'\n)\ns = WEBrick::HTTPServer.new(\n  Port: %P,\n"
+                     "  DocumentRoot: 'films',\n  MimeTypes: mime,\n  Logger: WEBrick::Log.new('/dev/null'),\n  AccessLog: []\n"
+                     ")\ntrap('INT') { s.shutdown }\ntrap('TERM') { s.shutdown }\ns.start\n",
+         "films/index.html": "<!doctype html>\n"})
+# A web of few lines that a course begins with.
+untuned("Procfile, bundle exec thin start -R config.ru -p $PORT -e $RACK_ENV", "foreman start",
+        {"Procfile": "web: bundle exec thin start -R config.ru -p $PORT -e $RACK_ENV\n",
+         "Gemfile": "source 'https://rubygems.org'\n\ngem 'rack'\ngem 'thin'\n", ".env": "PORT=%P\nRACK_ENV=development\n",
+         "config.ru": "run ->(env) { [200, {}, [ENV['RACK_ENV']]] }\n"})
+# A plug of a language's tools: a page for its health only when a variable asks for one.
+untuned("cargo run, HEALTH_ADDR in a thread, the work goes on without", "cargo run --quiet",
+        {"Cargo.toml": '[package]\nname = "connector"\nversion = "0.1.0"\nedition = "2021"\n',
+         "src/main.rs": "use std::env;\nuse std::sync::atomic::{AtomicU64, Ordering};\nuse std::sync::Arc;\n"
+                        "use std::time::Duration;\n\n#[derive(Default)]\nstruct Metrics {\n    polls: AtomicU64,\n}\n\n"
+                        "/// A page of figures, when `CONNECTOR_HEALTH_ADDR` is set.\n"
+                        'fn spawn_health(metrics: Arc<Metrics>) {\n    let addr = match env::var("CONNECTOR_HEALTH_ADDR") {\n'
+                        "        Ok(a) if !a.is_empty() => a,\n        _ => return,\n    };\n    std::thread::spawn(move || {\n"
+                        "        use std::io::{Read, Write};\n"
+                        "        let listener = match std::net::TcpListener::bind(&addr) {\n            Ok(l) => l,\n"
+                        '            Err(e) => {\n                eprintln!("[connector] no health page: bind {addr}: {e}");\n'
+                        "                return;\n            }\n        };\n"
+                        '        eprintln!("[connector] health page on http://{addr}/healthz");\n'
+                        "        for stream in listener.incoming().flatten() {\n            let mut stream = stream;\n"
+                        "            let mut buf = [0u8; 1024];\n            let _ = stream.read(&mut buf);\n"
+                        "            let polls = metrics.polls.load(Ordering::Relaxed);\n"
+                        '            let _ = write!(stream, "HTTP/1.1 200 OK\\r\\n\\r\\npolls {polls}\\n");\n        }\n'
+                        "    });\n}\n\nfn main() {\n    let metrics = Arc::new(Metrics::default());\n"
+                        "    spawn_health(Arc::clone(&metrics));\n    loop {\n"
+                        "        metrics.polls.fetch_add(1, Ordering::Relaxed);\n"
+                        "        std::thread::sleep(Duration::from_secs(1));\n    }\n}\n"},
+        environment={"CONNECTOR_HEALTH_ADDR": "0.0.0.0:%P"})
+# Particles in a browser: a page on one port, frames on another.
+untuned("cargo run, start_http_server(8080), bind(&addr).expect() before a second one", "cargo run --quiet",
+        {"Cargo.toml": '[package]\nname = "particles"\nversion = "0.1.0"\nedition = "2021"\n',
+         "src/main.rs": "mod viewer;\n\nuse std::net::TcpListener;\n\nfn main() {\n    viewer::start_http_server(%P);\n\n"
+                        "    // Frames go out here, one connection at a time.\n"
+                        '    let listener = TcpListener::bind("0.0.0.0:28090").expect("Failed to bind frame server");\n'
+                        "    for stream in listener.incoming().flatten() {\n        viewer::send_frame(stream);\n    }\n}\n",
+         "src/viewer.rs": "use std::io::{Read, Write};\nuse std::net::{TcpListener, TcpStream};\nuse std::thread;\n\n"
+                          'const VIEWER_HTML: &str = include_str!("viewer.html");\n\npub fn start_http_server(port: u16) {\n'
+                          '    let addr = format!("0.0.0.0:{}", port);\n'
+                          '    let listener = TcpListener::bind(&addr).expect("Failed to bind HTTP server");\n'
+                          '    println!("  Viewer: http://localhost:{}", port);\n\n    thread::spawn(move || {\n'
+                          "        for stream in listener.incoming().flatten() {\n"
+                          "            thread::spawn(move || handle_http(stream));\n        }\n    });\n}\n\n"
+                          "fn handle_http(mut stream: TcpStream) {\n    let mut buf = [0u8; 4096];\n"
+                          "    let _ = stream.read(&mut buf);\n"
+                          '    let _ = write!(stream, "HTTP/1.1 200 OK\\r\\nConnection: close\\r\\n\\r\\n{}", VIEWER_HTML);\n'
+                          "}\n\npub fn send_frame(mut stream: TcpStream) {\n"
+                          "    let _ = stream.write_all(&0u32.to_le_bytes());\n}\n",
+         "src/viewer.html": "<!doctype html><title>particles</title>\n"})
+# A cache for measurements, by a script that wants three numbers.
+untuned("memcached -p $PORT -t $NTHREADS from three arguments", "bash run-server %P 64 2",
+        {"run-server": "#!/bin/bash\n#\n# Runs a cache server for a measurement.\n#\n"
+                       '# Usage: ./run-server <port> <conns_per_server> <nthreads>\n#\n\nif [ "$#" -ne 3 ]; then\n'
+                       '\techo "Usage $0 <port> <conns_per_server> <nthreads>"\n\texit 1\nfi\n\nPORT=$1\nCONNS_PER_SERVER=$2\n'
+                       "NTHREADS=$3\n\nmemcached -u nobody -p $PORT -c $CONNS_PER_SERVER -t $NTHREADS\n"})
+# A gate of a hub, for whoever has no better server: a class within a line.
+untuned("perl -MHTTP::Server::Simple::CGI -e, MyServer->new(PORT)->run()",
+        ["perl", "-MHTTP::Server::Simple::CGI", "-e",
+         "package MyServer; use base qw(HTTP::Server::Simple::CGI); sub handle_request { my ($self, $cgi) = @_; do "
+         '"./gateway.pl"; } MyServer->new(%P)->run();'],
+        {"gateway.pl": 'print "HTTP/1.0 200 OK\\r\\n\\r\\nok\\n";\n'})
 
 # --- What must give no alert ---------------------------------------------------------------------
 def crashes(port):
