@@ -65,8 +65,8 @@ T.ItemDelegate {
     SymbolIcon {
         color: root.isMarked ? Theme.yellow : Theme.tertiaryLabel
         name: root.isMarked ? "bookmark.fill" : "bookmark"
-        size: 10
-        x: root.leftPadding + (14 - width) / 2
+        size: 10 * TextStyle.scale
+        x: root.leftPadding + (14 * TextStyle.scale - width) / 2
         y: line.y + Math.round((line.contentHeight / line.lineCount - height) / 2)
     }
     TextEdit {
@@ -84,7 +84,7 @@ T.ItemDelegate {
         textFormat: TextEdit.PlainText
         width: root.width - x - root.rightPadding
         wrapMode: TextEdit.Wrap
-        x: root.leftPadding + 14 + 6
+        x: root.leftPadding + 14 * TextStyle.scale + 6
         y: root.topPadding + root.drawingOffset
 
         Keys.onPressed: event => {

@@ -36,7 +36,7 @@ RowLayout {
         color: Theme.secondaryLabel
         name: "chevron.right"
         rotation: root.row.isExpanded ? 90 : 0
-        size: 9
+        size: 9 * TextStyle.scale
 
         Behavior on rotation {
             NumberAnimation {

@@ -11,10 +11,11 @@ Item {
     required property bool isLeftBehind
     required property bool isOpenToNetwork
     // What the marks need however little room there is.
-    readonly property real marksWidth: (root.isOpenToNetwork ? 14 : 0) + (root.isLeftBehind ? 14 : 0)
+    readonly property real marksWidth: (root.isOpenToNetwork ? root.markWidth : 0) + (root.isLeftBehind ? root.markWidth : 0)
+    readonly property real markWidth: 14 * TextStyle.scale
     required property string text
 
-    implicitHeight: Math.max(note.implicitHeight, root.marksWidth > 0 ? 10 : 0)
+    implicitHeight: Math.max(note.implicitHeight, root.marksWidth > 0 ? network.size : 0)
     implicitWidth: Math.ceil(note.implicitWidth) + root.marksWidth
 
     PlainText {
@@ -32,7 +33,7 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         color: Theme.tertiaryLabel
         name: "network"
-        size: 10
+        size: 10 * TextStyle.scale
         visible: root.isOpenToNetwork
         // Marks alone stand at the beginning.
         x: note.width > 0 ? note.width + 4 : 0
@@ -41,8 +42,8 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         color: Theme.tertiaryLabel
         name: "exclamationmark.triangle.fill"
-        size: 10
+        size: network.size
         visible: root.isLeftBehind
-        x: network.x + (root.isOpenToNetwork ? 14 : 0)
+        x: network.x + (root.isOpenToNetwork ? root.markWidth : 0)
     }
 }

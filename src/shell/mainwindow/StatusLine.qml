@@ -46,7 +46,7 @@ Item {
             anchors.verticalCenter: parent.verticalCenter
             color: Theme.green
             name: "checkmark.circle.fill"
-            size: 13
+            size: 13 * TextStyle.scale
         }
         StyleText {
             anchors.verticalCenter: parent.verticalCenter

@@ -26,7 +26,7 @@ RowLayout {
             anchors.centerIn: parent
             color: root.tint
             name: root.symbol
-            size: 20
+            size: 20 * TextStyle.scale
         }
     }
     ColumnLayout {

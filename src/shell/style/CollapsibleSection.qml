@@ -55,7 +55,7 @@ Item {
                 color: Theme.secondaryLabel
                 name: "chevron.right"
                 rotation: 90 * root.openness
-                size: 10
+                size: 10 * TextStyle.scale
             }
             PlainText {
                 Layout.fillWidth: true
