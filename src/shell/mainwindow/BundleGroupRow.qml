@@ -10,7 +10,7 @@ RowLayout {
     id: root
 
     property alias isElided: label.truncated
-    required property var row
+    required property SidebarRow row
 
     spacing: 8
 
