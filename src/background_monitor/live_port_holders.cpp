@@ -105,7 +105,10 @@ void LivePortHolders::addBoundSockets(std::uint16_t port,
         for (const PortUse& use :
              dumpPortUses(transport_, family, port).value_or(std::vector<PortUse>())) {
             if (isBoundOnly(use))
-                sockets.push_back({.address = use.address, .port = use.port, .inode = use.inode});
+                sockets.push_back({.address = use.address,
+                                   .isV6Only = use.isV6Only,
+                                   .port = use.port,
+                                   .inode = use.inode});
         }
     }
 }

@@ -448,6 +448,24 @@ TEST_P(HelpedMonitorTest, APortThatIsOnlyBoundHasAHolderToo) {
     EXPECT_EQ(conflicts()[0].pid, holder.processId());
 }
 
+// As servers do that bind all families before they listen; which is first is chance with some.
+TEST_P(HelpedMonitorTest, WhatAServerKeepsForIpv6IsNotInItsOwnWay) {
+    start(holder, u"python3"_s, {u"-um"_s, u"http.server"_s, u"-b"_s, u"0.0.0.0"_s, u"0"_s});
+    ASSERT_TRUE(waitFor([this] { return holder.canReadLine(); }));
+    port = QString::fromUtf8(holder.readLine()).section(u' ', 5, 5).toInt();
+    start(monitor, QStringLiteral(ZENLOT_MONITOR), monitorArguments());
+    ASSERT_TRUE(waitFor([&] { return saysThatItIsTold(); }));
+    start(server, u"python3"_s,
+          {u"-c"_s, u"import socket as s, sys\n"
+                    "six = s.socket(s.AF_INET6)\n"
+                    "six.setsockopt(s.IPPROTO_IPV6, s.IPV6_V6ONLY, 1)\n"
+                    "six.bind(('::', %1))\n"
+                    "try: s.socket().bind(('0.0.0.0', %1))\n"
+                    "except OSError: sys.stdin.read()"_s.arg(port)});
+    ASSERT_TRUE(waitFor([&] { return !conflicts().empty(); }));
+    EXPECT_EQ(conflicts()[0].pid, holder.processId());
+}
+
 INSTANTIATE_TEST_SUITE_P(Noticing, BackgroundMonitorTest,
                          testing::Values(QStringList(), QStringList(u"--poll"_s),
                                          QStringList(kBindwatch)),

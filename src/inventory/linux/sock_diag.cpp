@@ -78,6 +78,10 @@ IpAddress localAddressOf(const inet_diag_msg& message) {
     return address;
 }
 
+bool isV6Only(std::span<const std::byte> attributes) {
+    return attribute<std::uint8_t>(attributes, INET_DIAG_SKV6ONLY).value_or(0) != 0;
+}
+
 PortUse portUseOf(std::span<const std::byte> content) {
     constexpr std::uint8_t kTimeWaitTimer = 3;
     const auto message = loadAt<inet_diag_msg>(content);
@@ -89,6 +93,7 @@ PortUse portUseOf(std::span<const std::byte> content) {
     use.inode = message.idiag_inode;
     if (message.idiag_timer == kTimeWaitTimer)
         use.remaining = std::chrono::milliseconds(message.idiag_expires);
+    use.isV6Only = isV6Only(content.subspan(sizeof message));
     return use;
 }
 
@@ -100,7 +105,7 @@ ListeningSocket listeningSocketOf(std::span<const std::byte> content) {
     socket.ownerUid = message.idiag_uid;
     socket.inode = message.idiag_inode;
     const auto attributes = content.subspan(sizeof message);
-    socket.isV6Only = attribute<std::uint8_t>(attributes, INET_DIAG_SKV6ONLY).value_or(0) != 0;
+    socket.isV6Only = isV6Only(attributes);
     socket.controlGroup = attribute<std::uint64_t>(attributes, INET_DIAG_CGROUP_ID).value_or(0);
     return socket;
 }

@@ -37,6 +37,7 @@ struct PortUse {
     IpAddress address;
     std::uint16_t port{0};
     std::uint16_t foreignPort{0};
+    bool isV6Only{false};                   // where it is bound only
     std::uint64_t inode{0};                 // 0 when no process holds it any more
     std::chrono::milliseconds remaining{0}; // until the kernel lets go, in TIME_WAIT
 
